@@ -1,0 +1,39 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include "core/CancelFlag.h"
+
+#include <QThread>
+
+#include <memory>
+
+namespace core {
+
+// A job on its own thread. run() calls an engine function with the cancel flag and emits the finish signal of the
+// subclass. A subclass does not delete itself: it is owned through WorkerPointer.
+class WorkerThread : public QThread {
+    Q_OBJECT
+
+public:
+    using QThread::QThread;
+
+    // From any thread; the job ends soon through its normal finish signal.
+    void requestStop() noexcept { m_cancel.set(); }
+    bool stopRequested() const noexcept { return m_cancel.isSet(); }
+
+protected:
+    const CancelFlag &cancelFlag() const noexcept { return m_cancel; }
+
+private:
+    CancelFlag m_cancel;
+};
+
+// Ends a worker: no signal of it is delivered any more, it is asked to stop, waited for and deleted.
+struct EndWorker {
+    void operator()(WorkerThread *worker) const;
+};
+
+template <class Worker>
+using WorkerPointer = std::unique_ptr<Worker, EndWorker>;
+
+} // namespace core
