@@ -1,0 +1,249 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "widgets/Theme.h"
+
+#include <QApplication>
+#include <QEvent>
+#include <QPainter>
+#include <QPainterPath>
+#include <QPushButton>
+#include <QWidget>
+
+#include <algorithm>
+#include <array>
+#include <cmath>
+
+namespace theme
+{
+
+namespace
+{
+
+constexpr double textContrast = 4.5; // WCAG 2.1, AA: text
+constexpr double lineContrast = 3.0; // WCAG 2.1, AA: lines and areas that carry meaning
+
+double linear(double channel)
+{
+    return channel <= 0.04045 ? channel / 12.92 : std::pow((channel + 0.055) / 1.055, 2.4);
+}
+
+double luminance(const QColor &color)
+{
+    return 0.2126 * linear(color.redF()) + 0.7152 * linear(color.greenF()) + 0.0722 * linear(color.blueF());
+}
+
+QFont scaled(const QFont &base, double factor, QFont::Weight weight)
+{
+    QFont font(base);
+    if (font.pointSizeF() > 0)
+        font.setPointSizeF(font.pointSizeF() * factor);
+    else
+        font.setPixelSize(qRound(font.pixelSize() * factor));
+    font.setWeight(weight);
+    return font;
+}
+
+// Recomputes colour roles of one widget whenever the application's palette changes. The widget's own palette
+// is what this class writes, so it starts from the application's each time.
+class PaletteKeeper : public QObject
+{
+public:
+    using Rule = void (*)(QPalette &palette);
+
+    PaletteKeeper(QWidget *widget, Rule rule) : QObject(widget), m_widget(widget), m_rule(rule)
+    {
+        qApp->installEventFilter(this);
+        apply();
+    }
+
+    bool eventFilter(QObject *watched, QEvent *event) override
+    {
+        if (event->type() == QEvent::ApplicationPaletteChange && watched == qApp)
+            apply();
+        return false;
+    }
+
+private:
+    void apply()
+    {
+        QPalette palette = QApplication::palette(m_widget);
+        m_rule(palette);
+        m_widget->setPalette(palette);
+    }
+
+    QWidget *m_widget;
+    Rule m_rule;
+};
+
+void primaryRule(QPalette &palette)
+{
+    const Colors c = colors(palette);
+    for (const QPalette::ColorGroup group : {QPalette::Active, QPalette::Inactive}) {
+        palette.setColor(group, QPalette::Button, c.accent);
+        palette.setColor(group, QPalette::ButtonText, c.accentText);
+    }
+}
+
+void mutedRule(QPalette &palette)
+{
+    const Colors c = colors(palette);
+    for (const QPalette::ColorGroup group : {QPalette::Active, QPalette::Inactive}) {
+        palette.setColor(group, QPalette::WindowText, c.textMuted);
+        palette.setColor(group, QPalette::Text, c.textMuted);
+    }
+}
+
+} // namespace
+
+QColor mix(const QColor &from, const QColor &to, double amount)
+{
+    const auto channel = [amount](float a, float b) {
+        return static_cast<float>(std::clamp(a + (b - a) * amount, 0.0, 1.0));
+    };
+    return QColor::fromRgbF(channel(from.redF(), to.redF()), channel(from.greenF(), to.greenF()),
+                            channel(from.blueF(), to.blueF()));
+}
+
+double contrast(const QColor &first, const QColor &second)
+{
+    const double a = luminance(first);
+    const double b = luminance(second);
+    return (std::max(a, b) + 0.05) / (std::min(a, b) + 0.05);
+}
+
+QColor readable(const QColor &wanted, const QColor &background, double ratio)
+{
+    const QColor goal = luminance(background) < 0.18 ? QColor(Qt::white) : QColor(Qt::black);
+    for (double amount = 0; amount < 1; amount += 0.05) {
+        const QColor color = mix(wanted, goal, amount);
+        if (contrast(color, background) >= ratio)
+            return color;
+    }
+    return goal;
+}
+
+bool isDark(const QPalette &palette)
+{
+    return luminance(palette.color(QPalette::Active, QPalette::Window)) <
+           luminance(palette.color(QPalette::Active, QPalette::WindowText));
+}
+
+Colors colors(const QPalette &palette)
+{
+    const bool dark = isDark(palette);
+    const auto role = [&palette](QPalette::ColorRole r) { return palette.color(QPalette::Active, r); };
+    Colors c;
+    c.window = role(QPalette::Window);
+    c.text = role(QPalette::WindowText);
+    c.card = dark ? mix(c.window, Qt::white, 0.06) : mix(c.window, Qt::white, 0.85);
+    c.cardHover = dark ? mix(c.card, Qt::white, 0.05) : mix(c.card, c.text, 0.035);
+    c.cardPressed = dark ? mix(c.card, Qt::black, 0.12) : mix(c.card, c.text, 0.08);
+    c.border = mix(c.card, c.text, dark ? 0.14 : 0.13);
+    c.borderHover = mix(c.card, c.text, dark ? 0.28 : 0.25);
+    c.textMuted = readable(mix(c.text, c.card, 0.35), c.card, textContrast);
+    c.accent = readable(role(QPalette::Highlight), c.card, textContrast);
+    c.accentText = contrast(Qt::white, c.accent) >= textContrast ? QColor(Qt::white) : QColor(Qt::black);
+    c.accentSoft = mix(c.card, c.accent, dark ? 0.22 : 0.14);
+    c.track = mix(c.card, c.text, dark ? 0.16 : 0.10);
+    c.good = readable(QColor(0x10, 0x8a, 0x4b), c.card, lineContrast);
+    c.warning = readable(QColor(0xd0, 0x82, 0x00), c.card, lineContrast);
+    c.danger = readable(QColor(0xd1, 0x34, 0x38), c.card, lineContrast);
+    return c;
+}
+
+Colors colors(const QWidget *widget)
+{
+    return colors(widget ? QApplication::palette(widget) : QApplication::palette());
+}
+
+QColor chartColor(int index, const QPalette &palette)
+{
+    // Twelve hues far from each other for neighbours in the list; saturation and value keep them calm.
+    static constexpr std::array<int, chartColorCount> hues{212, 28,  158, 268, 348, 48,
+                                                           190, 312, 96,  236, 8,   136};
+    const int hue = hues[static_cast<std::size_t>(index) % hues.size()];
+    return isDark(palette) ? QColor::fromHsv(hue, 120, 165) : QColor::fromHsv(hue, 92, 232);
+}
+
+QColor chartRestColor(const QPalette &palette)
+{
+    const Colors c = colors(palette);
+    return mix(c.card, c.text, 0.18);
+}
+
+QFont headline(const QFont &base)
+{
+    return scaled(base, 1.75, QFont::DemiBold);
+}
+
+QFont sectionTitle(const QFont &base)
+{
+    return scaled(base, 1.15, QFont::DemiBold);
+}
+
+QFont caption(const QFont &base)
+{
+    return scaled(base, 0.92, QFont::Normal);
+}
+
+void paintFocusRing(QPainter &painter, const QRectF &rect, const Colors &colors, int radius)
+{
+    painter.save();
+    painter.setRenderHint(QPainter::Antialiasing);
+    painter.setPen(QPen(colors.accent, 2));
+    painter.setBrush(Qt::NoBrush);
+    painter.drawRoundedRect(rect.adjusted(1, 1, -1, -1), radius, radius);
+    painter.restore();
+}
+
+void paintCard(QPainter &painter, const QRectF &rect, const Colors &colors, CardState state, bool focus)
+{
+    const QColor fill = state == CardState::Hover     ? colors.cardHover
+                        : state == CardState::Pressed ? colors.cardPressed
+                        : state == CardState::Checked ? colors.accentSoft
+                                                      : colors.card;
+    const QColor line = state == CardState::Checked ? colors.accent
+                        : state == CardState::Rest  ? colors.border
+                                                    : colors.borderHover;
+    painter.save();
+    painter.setRenderHint(QPainter::Antialiasing);
+    painter.setPen(QPen(line, 1));
+    painter.setBrush(fill);
+    // Half a pixel inwards puts the line on whole pixels.
+    painter.drawRoundedRect(rect.adjusted(0.5, 0.5, -0.5, -0.5), cardRadius, cardRadius);
+    painter.restore();
+    if (focus)
+        paintFocusRing(painter, rect, colors);
+}
+
+void paintBar(QPainter &painter, const QRectF &rect, double share, const QColor &fill, const QColor &track,
+              Qt::LayoutDirection direction)
+{
+    const double radius = rect.height() / 2;
+    const double width = rect.width() * std::clamp(share, 0.0, 1.0);
+    painter.save();
+    painter.setRenderHint(QPainter::Antialiasing);
+    painter.setPen(Qt::NoPen);
+    painter.setBrush(track);
+    painter.drawRoundedRect(rect, radius, radius);
+    if (width > 0) {
+        QPainterPath outline;
+        outline.addRoundedRect(rect, radius, radius);
+        painter.setClipPath(outline, Qt::IntersectClip);
+        painter.setBrush(fill);
+        const double left = direction == Qt::RightToLeft ? rect.right() - width : rect.left();
+        painter.drawRoundedRect(QRectF(left, rect.top(), width, rect.height()), radius, radius);
+    }
+    painter.restore();
+}
+
+void makePrimary(QPushButton *button)
+{
+    new PaletteKeeper(button, primaryRule);
+}
+
+void makeMuted(QWidget *widget)
+{
+    new PaletteKeeper(widget, mutedRule);
+}
+
+} // namespace theme
