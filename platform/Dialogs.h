@@ -1,0 +1,51 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include <QMessageBox>
+#include <QString>
+#include <QStringList>
+
+class QWidget;
+
+namespace platform
+{
+
+// Flags and answers of the Windows message box (winuser.h), for callers that do not include <windows.h>.
+inline constexpr unsigned yesNoWarning = 0x34; // MB_YESNO | MB_ICONEXCLAMATION
+inline constexpr int idYes = 6;
+inline constexpr int idNo = 7;
+
+// Every box and file dialog of the program. Interface thread only. All functions return when the user has
+// answered; window messages are handled meanwhile, so a caller holds copies, checks its objects again
+// afterwards, and keeps its page disabled. Tests put a FakeDialogs in its place, so nothing in a test run
+// waits for a person.
+class Dialogs
+{
+public:
+    virtual ~Dialogs() = default;
+
+    // The Windows message box without an owner; returns the id of the button.
+    virtual int messageBox(const QString &text, const QString &caption, unsigned flags) = 0;
+
+    // Question, note and warning in the application's style; the text is shown as it stands, never as rich
+    // text.
+    virtual QMessageBox::StandardButton ask(QWidget *parent, const QString &title, const QString &text,
+                                            QMessageBox::StandardButtons buttons = QMessageBox::Yes |
+                                                                                   QMessageBox::No,
+                                            QMessageBox::StandardButton preset = QMessageBox::No) = 0;
+    virtual void inform(QWidget *parent, const QString &title, const QString &text) = 0;
+    virtual void warn(QWidget *parent, const QString &title, const QString &text) = 0;
+
+    // File dialogs; native separators, empty when cancelled. `filter` as in QFileDialog: "CSV (*.csv)".
+    virtual QString chooseFolder(QWidget *parent, const QString &title, const QString &start = {}) = 0;
+    virtual QString chooseFileToSave(QWidget *parent, const QString &title, const QString &suggested,
+                                     const QString &filter) = 0;
+    virtual QStringList chooseFilesToOpen(QWidget *parent, const QString &title, const QString &start,
+                                          const QString &filter) = 0;
+};
+
+Dialogs &dialogs();
+// For tests; null puts the real ones back. The object is not owned.
+void setDialogs(Dialogs *replacement);
+
+} // namespace platform

@@ -1,0 +1,70 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include <QMetaType>
+#include <QObject>
+#include <QString>
+#include <QStringList>
+
+#include <functional>
+#include <memory>
+
+namespace platform
+{
+
+struct Drive {
+    enum class Type { Unknown, Removable, Fixed, Network, Optical, RamDisk };
+
+    QString root; // "C:\"
+    Type type = Type::Unknown;
+    bool ready = false; // false: no medium, or not reachable; the fields below are then empty
+    QString label;
+    QString fileSystem; // "NTFS"
+    quint64 totalBytes = 0;
+    quint64 freeBytes = 0; // of the whole volume, so that used = total - free
+
+    bool operator==(const Drive &) const = default;
+};
+
+// The roots of the drive letters in use, in alphabetical order. Immediate.
+QStringList driveRoots();
+
+// May take as long as the device likes: seconds for a sleeping disk, a minute for an absent server. Shows no
+// "insert a disk" box. Not for the interface thread.
+Drive readDrive(const QString &root);
+
+// Reads all drives side by side on threads of its own, so that one that does not answer delays no other, and
+// tells the thread it lives in. It can be destroyed at any moment and waits for nothing; a reader that hangs
+// is left behind and its late answer dropped.
+class DriveLister : public QObject
+{
+    Q_OBJECT
+
+public:
+    using Reader = std::function<Drive(const QString &root)>;
+
+    explicit DriveLister(QObject *parent = nullptr);
+    DriveLister(Reader reader, QObject *parent = nullptr);
+    ~DriveLister() override;
+
+    // Starts reading these drives. A drive that is still being read is not asked a second time.
+    void refresh(const QStringList &roots = driveRoots());
+    bool isBusy() const;
+
+signals:
+    void driveRead(const platform::Drive &drive);
+    void finished(); // nothing is being read any more
+
+private:
+    struct Shared;
+
+    void read(const QString &root);
+    void take(const Drive &drive);
+
+    std::shared_ptr<Shared> m_shared;
+    QStringList m_pending;
+};
+
+} // namespace platform
+
+Q_DECLARE_METATYPE(platform::Drive)

@@ -1,0 +1,18 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include "core/DirectoryEnumerator.h"
+
+namespace platform
+{
+
+// Folders as FindFirstFileW and FindNextFileW list them, in their order; names are passed on unchanged. Keeps
+// no state, so one object serves any number of threads.
+class Win32Enumerator : public core::DirectoryEnumerator
+{
+public:
+    void list(const QString &folder, core::DirectoryListing &out, const core::CancelFlag &cancel) override;
+    std::optional<core::FileIdentity> identity(const QString &path) override;
+};
+
+} // namespace platform
