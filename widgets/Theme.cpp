@@ -51,15 +51,15 @@ public:
 
     PaletteKeeper(QWidget *widget, Rule rule) : QObject(widget), m_widget(widget), m_rule(rule)
     {
-        qApp->installEventFilter(this);
+        widget->installEventFilter(this);
         apply();
     }
 
     bool eventFilter(QObject *watched, QEvent *event) override
     {
-        if (event->type() == QEvent::ApplicationPaletteChange && watched == qApp)
+        if (event->type() == QEvent::ApplicationPaletteChange)
             apply();
-        return false;
+        return QObject::eventFilter(watched, event);
     }
 
 private:
