@@ -12,10 +12,11 @@ enum class ShellEvent {
     WindowTitle,    // value unused; sent once, after construction, to the pages that ask for the title
 };
 
-// The page of a module in the main window's stack: created when it is first opened, destroyed with the main window.
-// A page with a running job says so and is asked to stop before the window closes; its destructor ends the job in
-// any case.
-class FLWidget : public QWidget {
+// The page of a module in the main window's stack: created when it is first opened, destroyed with the main
+// window. A page with a running job says so and is asked to stop before the window closes; its destructor
+// ends the job in any case.
+class FLWidget : public QWidget
+{
     Q_OBJECT
 
 public:

@@ -1,0 +1,87 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "widgets/ClickableLabel.h"
+
+#include "widgets/Theme.h"
+
+#include <QKeyEvent>
+#include <QMouseEvent>
+#include <QPainter>
+
+ClickableLabel::ClickableLabel(QWidget *parent) : ClickableLabel(QString(), parent) {}
+
+ClickableLabel::ClickableLabel(const QString &text, QWidget *parent) : QLabel(text, parent)
+{
+    setCursor(Qt::PointingHandCursor);
+    setFocusPolicy(Qt::StrongFocus);
+    setTextFormat(Qt::PlainText);
+    colour();
+}
+
+void ClickableLabel::mousePressEvent(QMouseEvent *event)
+{
+    m_pressed = event->button() == Qt::LeftButton;
+    event->accept();
+}
+
+void ClickableLabel::mouseReleaseEvent(QMouseEvent *event)
+{
+    const bool inside = rect().contains(event->position().toPoint());
+    if (std::exchange(m_pressed, false) && event->button() == Qt::LeftButton && inside)
+        emit clicked();
+    event->accept();
+}
+
+void ClickableLabel::keyPressEvent(QKeyEvent *event)
+{
+    switch (event->key()) {
+    case Qt::Key_Return:
+    case Qt::Key_Enter:
+    case Qt::Key_Space:
+        emit clicked();
+        return;
+    default:
+        QLabel::keyPressEvent(event);
+    }
+}
+
+void ClickableLabel::enterEvent(QEnterEvent *event)
+{
+    showAsLink(true);
+    QLabel::enterEvent(event);
+}
+
+void ClickableLabel::leaveEvent(QEvent *event)
+{
+    showAsLink(false);
+    QLabel::leaveEvent(event);
+}
+
+void ClickableLabel::paintEvent(QPaintEvent *event)
+{
+    QLabel::paintEvent(event);
+    if (!hasFocus())
+        return;
+    QPainter painter(this);
+    theme::paintFocusRing(painter, rect(), theme::colors(this), theme::controlRadius);
+}
+
+void ClickableLabel::changeEvent(QEvent *event)
+{
+    if (event->type() == QEvent::ApplicationPaletteChange)
+        colour();
+    QLabel::changeEvent(event);
+}
+
+void ClickableLabel::showAsLink(bool underlined)
+{
+    QFont linkFont = font();
+    linkFont.setUnderline(underlined);
+    setFont(linkFont);
+}
+
+void ClickableLabel::colour()
+{
+    QPalette link = palette();
+    link.setColor(QPalette::WindowText, theme::colors(this).accent);
+    setPalette(link);
+}

@@ -1,0 +1,40 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include <QAbstractButton>
+
+#include <optional>
+
+// A card that is one big button: icon, title (the button's text), a second line, and on request a bar that
+// shows how full something is.
+class FLCardButton : public QAbstractButton
+{
+    Q_OBJECT
+
+public:
+    explicit FLCardButton(QWidget *parent = nullptr);
+
+    void setCaption(const QString &caption);
+    QString caption() const { return m_caption; }
+    // Where a caption that does not fit is shortened; paths in the middle.
+    void setCaptionElide(Qt::TextElideMode mode);
+    // 0 to 1; a bar that is nearly full is drawn in the warning colour.
+    void setShare(std::optional<double> share);
+
+    QSize sizeHint() const override;
+    QSize minimumSizeHint() const override;
+
+protected:
+    bool event(QEvent *event) override;
+    void paintEvent(QPaintEvent *event) override;
+    void focusInEvent(QFocusEvent *event) override;
+
+private:
+    int textHeight() const;
+    void paintTexts(QPainter &painter, const QRect &area) const;
+
+    QString m_caption;
+    Qt::TextElideMode m_captionElide = Qt::ElideRight;
+    std::optional<double> m_share;
+    bool m_focusVisible = false; // the focus came by keyboard
+};

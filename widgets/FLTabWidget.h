@@ -1,0 +1,13 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include <QTabWidget>
+
+// Pages under flat headings, the current one underlined in the accent colour.
+class FLTabWidget : public QTabWidget
+{
+    Q_OBJECT
+
+public:
+    explicit FLTabWidget(QWidget *parent = nullptr);
+};

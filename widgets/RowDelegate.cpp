@@ -1,0 +1,73 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "widgets/RowDelegate.h"
+
+#include "widgets/Theme.h"
+
+#include <QAbstractItemView>
+#include <QApplication>
+#include <QHelpEvent>
+#include <QPainter>
+#include <QToolTip>
+
+namespace
+{
+// Room for "100.0 %", so that all bars of a column begin and end in line.
+int numberWidth(const QFontMetrics &metrics)
+{
+    return metrics.horizontalAdvance(QStringLiteral("100.0 %"));
+}
+} // namespace
+
+QSize RowDelegate::sizeHint(const QStyleOptionViewItem &option, const QModelIndex &index) const
+{
+    const QSize size = QStyledItemDelegate::sizeHint(option, index);
+    return {size.width(), qMax(theme::rowHeight, option.fontMetrics.height() + theme::spaceSnug)};
+}
+
+bool RowDelegate::helpEvent(QHelpEvent *event, QAbstractItemView *view, const QStyleOptionViewItem &option,
+                            const QModelIndex &index)
+{
+    if (event->type() != QEvent::ToolTip || index.data(Qt::ToolTipRole).isValid())
+        return QStyledItemDelegate::helpEvent(event, view, option, index);
+    const QString text = displayText(index.data(Qt::DisplayRole), option.locale);
+    const bool cut = QStyledItemDelegate::sizeHint(option, index).width() > view->visualRect(index).width();
+    QToolTip::showText(event->globalPos(), cut ? text : QString(), view);
+    return true;
+}
+
+void BarDelegate::paint(QPainter *painter, const QStyleOptionViewItem &option, const QModelIndex &index) const
+{
+    QStyleOptionViewItem item(option);
+    initStyleOption(&item, index);
+    const QString text = item.text;
+    item.text.clear();
+    const QStyle *style = item.widget ? item.widget->style() : QApplication::style();
+    style->drawControl(QStyle::CE_ItemViewItem, &item, painter, item.widget);
+
+    const bool selected = (item.state & QStyle::State_Selected) != 0;
+    const theme::Colors colors = theme::colors(item.palette);
+    const QColor textColor = item.palette.color(selected ? QPalette::HighlightedText : QPalette::Text);
+    const int number = numberWidth(item.fontMetrics);
+    const QRect area = item.rect.adjusted(theme::spaceSnug, 0, -theme::spaceSnug, 0);
+    QRect barArea = area;
+    barArea.setWidth(qMax(0, area.width() - number - theme::spaceSnug));
+    QRect textArea = area;
+    textArea.setLeft(area.right() - number);
+    barArea = QStyle::visualRect(item.direction, area, barArea);
+    textArea = QStyle::visualRect(item.direction, area, textArea);
+
+    painter->setPen(textColor);
+    painter->setFont(item.font);
+    painter->drawText(textArea, Qt::AlignVCenter | Qt::AlignRight | Qt::TextSingleLine, text);
+    if (barArea.width() < theme::barHeight * 2)
+        return;
+    QRectF bar(barArea);
+    bar.setTop(bar.center().y() - theme::barHeight / 2.0);
+    bar.setHeight(theme::barHeight);
+    // On the selection's background the bar takes the text's colour: the accent would vanish in it.
+    QColor track = selected ? textColor : colors.track;
+    if (selected)
+        track.setAlphaF(0.25F);
+    theme::paintBar(*painter, bar, index.data(Qt::EditRole).toDouble() / 100,
+                    selected ? textColor : colors.accent, track, item.direction);
+}

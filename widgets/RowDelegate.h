@@ -1,0 +1,31 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include <QStyledItemDelegate>
+
+// Rows of the suite's lists: the suite's row height, and a whole text as tool tip where the column is too
+// narrow.
+class RowDelegate : public QStyledItemDelegate
+{
+    Q_OBJECT
+
+public:
+    using QStyledItemDelegate::QStyledItemDelegate;
+
+    QSize sizeHint(const QStyleOptionViewItem &option, const QModelIndex &index) const override;
+    bool helpEvent(QHelpEvent *event, QAbstractItemView *view, const QStyleOptionViewItem &option,
+                   const QModelIndex &index) override;
+};
+
+// A share as a bar and a number. The edit role holds per cent, 0 to 100; the display role holds the number's
+// text.
+class BarDelegate : public RowDelegate
+{
+    Q_OBJECT
+
+public:
+    using RowDelegate::RowDelegate;
+
+    void paint(QPainter *painter, const QStyleOptionViewItem &option,
+               const QModelIndex &index) const override;
+};
