@@ -1,0 +1,45 @@
+# `cmake --install BUILD --prefix FOLDER` makes one runnable folder: the executables, Qt, its plugins, the compiler's
+# runtime and the licences. Plugin folders lie beside the executable, where Qt looks first.
+
+install(TARGETS FernlightLarkspur RUNTIME DESTINATION .)
+
+foreach(library Core Gui Widgets Network)
+  install(FILES $<TARGET_FILE:Qt6::${library}> DESTINATION .)
+endforeach()
+
+function(deploy_plugin folder)
+  foreach(plugin IN LISTS ARGN)
+    if(NOT TARGET Qt6::${plugin})
+      message(FATAL_ERROR "Qt has no plugin ${plugin}")
+    endif()
+    install(FILES $<TARGET_FILE:Qt6::${plugin}> DESTINATION ${folder})
+  endforeach()
+endfunction()
+deploy_plugin(platforms QWindowsIntegrationPlugin)
+deploy_plugin(imageformats QGifPlugin QICOPlugin QJpegPlugin)
+deploy_plugin(tls QSchannelBackendPlugin)
+
+if(MINGW)
+  foreach(library libstdc++-6 libgcc_s_seh-1 libssp-0 libwinpthread-1)
+    execute_process(COMMAND ${CMAKE_CXX_COMPILER} -print-file-name=${library}.dll
+      OUTPUT_VARIABLE file OUTPUT_STRIP_TRAILING_WHITESPACE)
+    if(NOT IS_ABSOLUTE "${file}")
+      find_file(file_${library} ${library}.dll PATHS /usr/x86_64-w64-mingw32/lib REQUIRED
+        NO_DEFAULT_PATH NO_CMAKE_FIND_ROOT_PATH)
+      set(file ${file_${library}})
+    endif()
+    install(FILES ${file} DESTINATION .)
+  endforeach()
+endif()
+
+# The codecs' plugins come from the tool chain; without them the application still runs, with Qt's own formats.
+set(LARKSPUR_FORMATS "" CACHE PATH "Folder with plugins/imageformats and licenses of the image codecs")
+if(LARKSPUR_FORMATS)
+  install(DIRECTORY ${LARKSPUR_FORMATS}/plugins/ DESTINATION . FILES_MATCHING PATTERN "*.dll")
+  install(DIRECTORY ${LARKSPUR_FORMATS}/licenses/ DESTINATION licenses)
+endif()
+
+install(FILES LICENSE DESTINATION licenses RENAME FernlightLarkspur.txt)
+install(FILES THIRD-PARTY-NOTICES.md DESTINATION licenses)
+install(DIRECTORY licenses/ DESTINATION licenses)
+install(DIRECTORY resources/licenses/ DESTINATION licenses/icons)

@@ -1,0 +1,24 @@
+# Configuring and building, for the scripts in tools/. Sourced after lib.sh.
+
+export LARKSPUR_QT_PREFIX
+LARKSPUR_QT_PREFIX=$("$root/tools/toolchain" --prefix)
+
+native_packages=(g++ clang clang-format cmake ninja-build ccache qt6-base-dev qt6-base-dev-tools libgl-dev)
+
+# configure PRESET [-D...]
+configure() {
+  local preset=$1
+  shift
+  (cd "$root" && cmake --preset "$preset" "$@")
+}
+
+build_windows() {
+  "$root/tools/toolchain"
+  need ccache
+  step "configuring the Windows build" configure windows-cross -DLARKSPUR_FORMATS="$("$root/tools/toolchain" --formats)"
+  step "building the Windows executables" cmake --build "$root/build/windows"
+}
+
+deploy_windows() {
+  step "deploying to build/windows/dist" cmake --install "$root/build/windows" --prefix "$root/build/windows/dist" --strip
+}

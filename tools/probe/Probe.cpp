@@ -1,0 +1,111 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+
+// Loaded through QT_QPA_GENERIC_PLUGINS. Five times a second it writes what a person would see to the file that
+// LARKSPUR_PROBE names: every visible widget with its place on the screen, and the top rows of every visible item view. It
+// only looks; the tour clicks with the mouse.
+
+#include <QAbstractButton>
+#include <QAbstractItemView>
+#include <QApplication>
+#include <QGenericPlugin>
+#include <QJsonArray>
+#include <QJsonDocument>
+#include <QJsonObject>
+#include <QLabel>
+#include <QLineEdit>
+#include <QProgressBar>
+#include <QSaveFile>
+#include <QTimer>
+#include <QTreeView>
+#include <QWidget>
+
+namespace {
+
+QJsonArray onScreen(const QWidget &widget, const QRect &rect)
+{
+    // Device pixels: what the mouse is moved by.
+    const qreal scale = widget.devicePixelRatioF();
+    const QPoint corner = widget.mapToGlobal(rect.topLeft());
+    return {corner.x() * scale, corner.y() * scale, rect.width() * scale, rect.height() * scale};
+}
+
+QString textOf(const QWidget &widget)
+{
+    if (const auto *button = qobject_cast<const QAbstractButton *>(&widget))
+        return button->text();
+    if (const auto *label = qobject_cast<const QLabel *>(&widget))
+        return label->text();
+    if (const auto *edit = qobject_cast<const QLineEdit *>(&widget))
+        return edit->text();
+    if (const auto *bar = qobject_cast<const QProgressBar *>(&widget))
+        return bar->text();
+    return {};
+}
+
+void addRows(const QAbstractItemView &view, const QModelIndex &parent, QJsonArray &rows)
+{
+    constexpr int mostRows = 60;
+    const QAbstractItemModel &model = *view.model();
+    const auto *tree = qobject_cast<const QTreeView *>(&view);
+    for (int row = 0; row < model.rowCount(parent) && rows.size() < mostRows; ++row) {
+        const QModelIndex first = model.index(row, 0, parent);
+        QJsonArray cells;
+        for (int column = 0; column < model.columnCount(parent); ++column)
+            cells.append(model.index(row, column, parent).data(Qt::DisplayRole).toString());
+        rows.append(QJsonObject{{QStringLiteral("cells"), cells},
+                                {QStringLiteral("rect"), onScreen(*view.viewport(), view.visualRect(first))}});
+        if (tree && tree->isExpanded(first))
+            addRows(view, first, rows);
+    }
+}
+
+QJsonObject describe(const QWidget &widget)
+{
+    QJsonObject object{{QStringLiteral("name"), widget.objectName()},
+                       {QStringLiteral("class"), QString::fromLatin1(widget.metaObject()->className())},
+                       {QStringLiteral("text"), textOf(widget)},
+                       {QStringLiteral("accessible"), widget.accessibleName()},
+                       {QStringLiteral("enabled"), widget.isEnabled()},
+                       {QStringLiteral("focus"), widget.hasFocus()},
+                       {QStringLiteral("clipped"), widget.visibleRegion().boundingRect() != widget.rect()},
+                       {QStringLiteral("rect"), onScreen(widget, widget.rect())}};
+    if (const auto *view = qobject_cast<const QAbstractItemView *>(&widget); view && view->model()) {
+        QJsonArray rows;
+        addRows(*view, view->rootIndex(), rows);
+        object.insert(QStringLiteral("rows"), rows);
+    }
+    return object;
+}
+
+void writeSnapshot(const QString &path)
+{
+    QJsonArray widgets;
+    for (const QWidget *widget : QApplication::allWidgets()) {
+        if (widget->isVisible() && !widget->visibleRegion().isEmpty())
+            widgets.append(describe(*widget));
+    }
+    QSaveFile file(path);
+    if (file.open(QIODevice::WriteOnly)) {
+        file.write(QJsonDocument(widgets).toJson(QJsonDocument::Compact));
+        file.commit();
+    }
+}
+
+class ProbePlugin : public QGenericPlugin {
+    Q_OBJECT
+    Q_PLUGIN_METADATA(IID QGenericPluginFactoryInterface_iid FILE "probe.json")
+
+public:
+    QObject *create(const QString &, const QString &) override
+    {
+        auto *timer = new QTimer(qApp);
+        const QString path = qEnvironmentVariable("LARKSPUR_PROBE");
+        connect(timer, &QTimer::timeout, timer, [path] { writeSnapshot(path); });
+        timer->start(200);
+        return timer;
+    }
+};
+
+} // namespace
+
+#include "Probe.moc"
