@@ -3,11 +3,13 @@
 
 #include <atomic>
 
-namespace core {
+namespace core
+{
 
-// A request to stop a job. Set from any thread, tested by the worker between items; a cancelled job still ends
-// through its normal finish signal. One flag serves one job and is not reset while that job runs.
-class CancelFlag {
+// A request to stop a job. Set from any thread, tested by the worker between items; a cancelled job still
+// ends through its normal finish signal. One flag serves one job and is not reset while that job runs.
+class CancelFlag
+{
 public:
     CancelFlag() = default;
     CancelFlag(const CancelFlag &) = delete;

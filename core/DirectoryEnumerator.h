@@ -10,7 +10,8 @@
 #include <optional>
 #include <vector>
 
-namespace core {
+namespace core
+{
 
 // File attributes as Windows defines them (winnt.h, FILE_ATTRIBUTE_*).
 enum FileAttribute : quint32 {
@@ -39,7 +40,8 @@ struct DirectoryEntry {
     bool isDirectory() const { return (attributes & AttributeDirectory) != 0; }
 
     // A directory that may lead somewhere else: a name-surrogate tag (junction, symbolic link), or a reparse
-    // point without a tag, which is how Wine shows a symbolic link. Cloud and deduplication tags are not links.
+    // point without a tag, which is how Wine shows a symbolic link. Cloud and deduplication tags are not
+    // links.
     bool mayBeLink() const
     {
         constexpr quint32 nameSurrogate = 0x20000000; // winnt.h, IsReparseTagNameSurrogate
@@ -50,7 +52,8 @@ struct DirectoryEntry {
 
 // The entries of one folder, "." and ".." left out, in the order in which the file system returned them. All
 // names share one buffer, so that a folder of a million files costs two growing arrays and no text objects.
-class DirectoryListing {
+class DirectoryListing
+{
 public:
     // Copies everything, the name included.
     void add(const DirectoryEntry &entry);
@@ -66,8 +69,13 @@ public:
 private:
     struct Record {
         std::size_t nameOffset;
-        qsizetype nameLength;
-        DirectoryEntry entry; // its name is unset
+        quint32 nameLength;
+        quint32 attributes;
+        quint32 reparseTag;
+        quint64 size;
+        quint64 creationTime;
+        quint64 lastAccessTime;
+        quint64 lastWriteTime;
     };
     std::vector<char16_t> m_names;
     std::vector<Record> m_records;
@@ -80,9 +88,10 @@ struct FileIdentity {
     bool operator==(const FileIdentity &) const = default;
 };
 
-// Lists folders. Implementations: platform::Win32Enumerator, and the in-memory one of the tests. Every function
-// may be called from several threads at once and never throws for what the file system answers.
-class DirectoryEnumerator {
+// Lists folders. Implementations: platform::Win32Enumerator, and the in-memory one of the tests. Every
+// function may be called from several threads at once and never throws for what the file system answers.
+class DirectoryEnumerator
+{
 public:
     virtual ~DirectoryEnumerator() = default;
 

@@ -1,17 +1,18 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
-#include <QHash>
+#include <QHashFunctions>
 #include <QString>
 #include <QStringList>
 #include <QStringView>
 
 #include <cstddef>
 #include <optional>
-#include <utility>
+#include <unordered_map>
 #include <vector>
 
-namespace core {
+namespace core
+{
 
 // The label of the files that no category takes; it has no extension list and is never stored.
 inline constexpr char otherFileTypes[] = "Other file types";
@@ -35,23 +36,25 @@ using FileTypeTable = std::vector<FileTypeCategory>;
 // The twelve built-in categories in their order, all enabled.
 const FileTypeTable &defaultFileTypes();
 
-// The resource path of a category's 16-pixel icon; of a plain file for a name that is not built in.
+// The resource path of a category's 16-pixel icon; OtherFiles16.png, a plain file, for a name that is not
+// built in.
 QString fileTypeIcon(const QString &categoryName);
 
-// Reads a stored form; empty when it is malformed (no ";" at position 1 or later). Any input is safe.
+// Reads a stored form; empty when it is malformed (no ";", or nothing before the first). Any input is safe.
 std::optional<FileTypeCategory> parseStoredFileType(const QString &stored);
 
-// A typed extension in its stored form (one leading dot, lower case): "pdf" and "*.PDF" give ".pdf". Empty when it
-// holds what a stored list or a file name cannot hold.
+// A typed extension in its stored form (one leading dot, lower case): "pdf" and "*.PDF" give ".pdf". Empty
+// when it holds what a stored list or a file name cannot hold.
 QString normalisedExtension(const QString &typed);
 
 // "." and what follows the first dot of a file name: ".tar.gz" of "backup.tar.gz", "." of "name".
 QString completeExtension(QStringView fileName);
 
-// Looks a file name's categories up by one hash access, with the answers that going through the enabled categories
-// in table order would give: the category indexes, ascending, each at most once. A copy of the table is taken, so
-// the matcher can be used on a worker thread while the table is edited.
-class FileTypeMatcher {
+// Looks a file name's categories up by one hash access, with the answers that going through the enabled
+// categories in table order would give: the category indexes, ascending, each at most once. A copy of the
+// table is taken, so the matcher can be used on a worker thread while the table is edited.
+class FileTypeMatcher
+{
 public:
     explicit FileTypeMatcher(const FileTypeTable &table);
 
@@ -59,7 +62,16 @@ public:
     const std::vector<int> &match(QStringView fileName) const;
 
 private:
-    QHash<QString, std::vector<int>> m_byExtension;
+    // Looked up by a view, so that no text is built for a file.
+    struct Hash {
+        using is_transparent = void;
+        std::size_t operator()(QStringView text) const { return qHash(text); }
+    };
+    struct Equal {
+        using is_transparent = void;
+        bool operator()(QStringView a, QStringView b) const { return a == b; }
+    };
+    std::unordered_map<QString, std::vector<int>, Hash, Equal> m_byExtension;
     qsizetype m_longest = 0;
     std::vector<int> m_none;
 };

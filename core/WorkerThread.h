@@ -5,13 +5,16 @@
 
 #include <QThread>
 
+#include <functional>
 #include <memory>
 
-namespace core {
+namespace core
+{
 
-// A job on its own thread. run() calls an engine function with the cancel flag and emits the finish signal of the
-// subclass. A subclass does not delete itself: it is owned through WorkerPointer.
-class WorkerThread : public QThread {
+// A job on its own thread. run() calls an engine function with the cancel flag and emits the finish signal of
+// the subclass. A subclass does not delete itself: it is owned through WorkerPointer.
+class WorkerThread : public QThread
+{
     Q_OBJECT
 
 public:
@@ -24,11 +27,17 @@ public:
 protected:
     const CancelFlag &cancelFlag() const noexcept { return m_cancel; }
 
+    // Called by run(): does `emission` later, on the thread that this object lives in, and not at all when
+    // the worker is ended first. A finish signal is emitted through it: deliver([this] { emit resultReady();
+    // }). One that run() emits itself through a queued connection still arrives after the worker's end.
+    void deliver(std::function<void()> emission);
+
 private:
     CancelFlag m_cancel;
 };
 
-// Ends a worker: no signal of it is delivered any more, it is asked to stop, waited for and deleted.
+// Ends a worker, on the thread that it lives in: no signal of it is delivered any more (see deliver() about
+// those that wait in a queue already), it is asked to stop, waited for and deleted.
 struct EndWorker {
     void operator()(WorkerThread *worker) const;
 };

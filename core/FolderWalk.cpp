@@ -1,0 +1,164 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "core/FolderWalk.h"
+
+#include "core/ReadAhead.h"
+
+#include <optional>
+#include <vector>
+
+namespace core
+{
+
+namespace
+{
+
+class Walk
+{
+public:
+    Walk(DirectoryEnumerator &enumerator, WalkVisitor &visitor, const CancelFlag &cancel,
+         const WalkOptions &options)
+        : m_enumerator(enumerator),
+          m_visitor(visitor),
+          m_cancel(cancel),
+          m_source(enumerator, cancel, options)
+    {
+    }
+
+    void run(const QString &root);
+
+private:
+    // A folder that the walk is in. Frames take the place of recursion: thousands of levels are legal.
+    struct Frame {
+        ReadAhead::Folder *folder = nullptr;
+        std::size_t next = 0;
+        qsizetype pathLength = 0; // m_path up to this folder
+        bool identityKnown = false;
+        std::optional<FileIdentity> identity;
+    };
+
+    void enter(ReadAhead::Folder *folder, QStringView name);
+    void leave();
+    void meet(const DirectoryEntry &entry);
+    void meetFolder(const DirectoryEntry &entry);
+    bool leadsToAncestor();
+    int depth() const { return static_cast<int>(m_frames.size()); }
+
+    DirectoryEnumerator &m_enumerator;
+    WalkVisitor &m_visitor;
+    const CancelFlag &m_cancel;
+    ReadAhead m_source;
+    std::vector<Frame> m_frames;
+    // One text for all levels: the innermost folder, or the entry that is being met.
+    QString m_path;
+};
+
+void Walk::run(const QString &root)
+{
+    m_path = root;
+    ReadAhead::Folder *folder = m_source.openRoot(root);
+    int subfolders = 0;
+    for (std::size_t i = 0; i < folder->listing().size(); ++i)
+        subfolders += folder->listing().at(i).isDirectory() ? 1 : 0;
+    m_visitor.rootCounted(subfolders);
+
+    enter(folder, root);
+    while (!m_frames.empty()) {
+        Frame &frame = m_frames.back();
+        const DirectoryListing &listing = frame.folder->listing();
+        if (frame.next == listing.size() || m_cancel.isSet())
+            leave();
+        else
+            meet(listing.at(frame.next++));
+    }
+}
+
+void Walk::enter(ReadAhead::Folder *folder, QStringView name)
+{
+    // A listing that the cancel flag prevented says nothing about the folder.
+    const bool listed = folder->listing().readable || m_cancel.isSet();
+    m_visitor.enterFolder(m_path, name, depth(),
+                          listed ? WalkVisitor::FolderState::Listed : WalkVisitor::FolderState::Unreadable);
+    Frame frame;
+    frame.folder = folder;
+    frame.pathLength = m_path.size();
+    m_frames.push_back(frame);
+}
+
+void Walk::leave()
+{
+    m_visitor.leaveFolder();
+    m_source.release(m_frames.back().folder);
+    m_frames.pop_back();
+    if (!m_frames.empty())
+        m_path.truncate(m_frames.back().pathLength);
+}
+
+void Walk::meet(const DirectoryEntry &entry)
+{
+    m_visitor.entryMet();
+    if (entry.isDirectory())
+        meetFolder(entry);
+    else
+        m_visitor.file(m_path, entry);
+}
+
+void Walk::meetFolder(const DirectoryEntry &entry)
+{
+    Frame &parent = m_frames.back();
+    const std::size_t index = parent.next - 1;
+    m_path += QLatin1Char('\\');
+    m_path += entry.name;
+
+    if (!m_visitor.acceptFolder(m_path, entry)) {
+        m_source.skip(parent.folder, index);
+    } else if (entry.mayBeLink() && leadsToAncestor()) {
+        m_visitor.enterFolder(m_path, entry.name, depth(), WalkVisitor::FolderState::Cycle);
+        m_visitor.leaveFolder();
+        m_source.skip(parent.folder, index);
+    } else {
+        enter(m_source.open(parent.folder, index, m_path), entry.name);
+        return;
+    }
+    m_path.truncate(parent.pathLength);
+}
+
+// Whether the link at m_path ends at a folder that the walk is in. Only links are opened, and for their sake,
+// once each, the folders above them.
+bool Walk::leadsToAncestor()
+{
+    const std::optional<FileIdentity> target = m_enumerator.identity(m_path);
+    if (!target)
+        return false;
+    for (auto frame = m_frames.rbegin(); frame != m_frames.rend(); ++frame) {
+        if (!frame->identityKnown) {
+            frame->identity = m_enumerator.identity(m_path.first(frame->pathLength));
+            frame->identityKnown = true;
+        }
+        if (frame->identity == target)
+            return true;
+    }
+    return false;
+}
+
+} // namespace
+
+QString walkRoot(const QString &chosen)
+{
+    QString root = chosen;
+    root.replace(QLatin1Char('/'), QLatin1Char('\\'));
+    if (root.endsWith(QLatin1Char('\\')))
+        root.chop(1);
+    return root;
+}
+
+void walkFolders(const QString &root, DirectoryEnumerator &enumerator, WalkVisitor &visitor,
+                 const CancelFlag &cancel, const WalkOptions &options)
+{
+    if (cancel.isSet()) {
+        visitor.rootCounted(0);
+        return;
+    }
+    Walk(enumerator, visitor, cancel, options).run(walkRoot(root));
+}
+
+} // namespace core

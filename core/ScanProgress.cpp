@@ -1,0 +1,98 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "core/ScanProgress.h"
+
+#include <QMutexLocker>
+
+namespace core
+{
+
+namespace
+{
+constexpr int millisecondsBetweenReports = 50;
+}
+
+ProgressRelay::ProgressRelay(QObject *parent) : QObject(parent), m_timer(this)
+{
+    m_timer.setSingleShot(true);
+    m_timer.setTimerType(Qt::PreciseTimer);
+    m_timer.setInterval(millisecondsBetweenReports);
+    connect(&m_timer, &QTimer::timeout, this, &ProgressRelay::passOn);
+}
+
+void ProgressRelay::finish()
+{
+    {
+        const QMutexLocker lock(&m_mutex);
+        m_running = false;
+    }
+    m_timer.stop();
+    passOn();
+}
+
+void ProgressRelay::restart()
+{
+    const QMutexLocker lock(&m_mutex);
+    m_latest = {};
+    m_dirty = false;
+    m_running = true;
+}
+
+ScanProgress ProgressRelay::latest() const
+{
+    const QMutexLocker lock(&m_mutex);
+    return m_latest;
+}
+
+void ProgressRelay::setPath(const QString &path)
+{
+    change([&path](ScanProgress &progress) { progress.path = path; });
+}
+
+void ProgressRelay::setTotalSteps(int total)
+{
+    change([total](ScanProgress &progress) { progress.totalSteps = total; });
+}
+
+void ProgressRelay::addStep()
+{
+    change([](ScanProgress &progress) { ++progress.steps; });
+}
+
+void ProgressRelay::setItems(int items)
+{
+    change([items](ScanProgress &progress) { progress.items = items; });
+}
+
+template <class Change>
+void ProgressRelay::change(Change apply)
+{
+    {
+        const QMutexLocker lock(&m_mutex);
+        if (!m_running)
+            return;
+        apply(m_latest);
+        m_dirty = true;
+        if (m_scheduled)
+            return;
+        m_scheduled = true;
+    }
+    // One event a report, however many changes fall into it; while nothing changes no timer runs.
+    QMetaObject::invokeMethod(
+        this, [this] { m_timer.start(); }, Qt::QueuedConnection);
+}
+
+void ProgressRelay::passOn()
+{
+    ScanProgress progress;
+    {
+        const QMutexLocker lock(&m_mutex);
+        m_scheduled = false;
+        if (!m_dirty)
+            return;
+        m_dirty = false;
+        progress = m_latest;
+    }
+    emit changed(progress);
+}
+
+} // namespace core
