@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 
-// Loaded through QT_QPA_GENERIC_PLUGINS. Five times a second it writes what a person would see to the file that
-// LARKSPUR_PROBE names: every visible widget with its place on the screen, and the top rows of every visible item view. It
-// only looks; the tour clicks with the mouse.
+// Loaded through QT_QPA_GENERIC_PLUGINS. Five times a second it writes what a person would see to the file
+// that LARKSPUR_PROBE names: every visible widget with its place on the screen, and the top rows of every
+// visible item view. It only looks; the tour clicks with the mouse.
 
 #include <QAbstractButton>
 #include <QAbstractItemView>
@@ -19,7 +19,8 @@
 #include <QTreeView>
 #include <QWidget>
 
-namespace {
+namespace
+{
 
 QJsonArray onScreen(const QWidget &widget, const QRect &rect)
 {
@@ -52,8 +53,9 @@ void addRows(const QAbstractItemView &view, const QModelIndex &parent, QJsonArra
         QJsonArray cells;
         for (int column = 0; column < model.columnCount(parent); ++column)
             cells.append(model.index(row, column, parent).data(Qt::DisplayRole).toString());
-        rows.append(QJsonObject{{QStringLiteral("cells"), cells},
-                                {QStringLiteral("rect"), onScreen(*view.viewport(), view.visualRect(first))}});
+        rows.append(
+            QJsonObject{{QStringLiteral("cells"), cells},
+                        {QStringLiteral("rect"), onScreen(*view.viewport(), view.visualRect(first))}});
         if (tree && tree->isExpanded(first))
             addRows(view, first, rows);
     }
@@ -91,7 +93,8 @@ void writeSnapshot(const QString &path)
     }
 }
 
-class ProbePlugin : public QGenericPlugin {
+class ProbePlugin : public QGenericPlugin
+{
     Q_OBJECT
     Q_PLUGIN_METADATA(IID QGenericPluginFactoryInterface_iid FILE "probe.json")
 
