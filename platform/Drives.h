@@ -59,7 +59,7 @@ private:
     struct Shared;
 
     void read(const QString &root);
-    void take(const Drive &drive);
+    void take(const QString &root, const Drive &drive);
 
     std::shared_ptr<Shared> m_shared;
     QStringList m_pending;

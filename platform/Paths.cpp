@@ -1,0 +1,193 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "platform/Paths.h"
+
+#include "platform/Handle.h"
+#include "platform/Text.h"
+
+#include <QList>
+#include <QStringBuilder>
+#include <QStringView>
+
+namespace platform
+{
+
+namespace
+{
+
+constexpr QStringView verbatim = u"\\\\?\\";
+constexpr QStringView verbatimServer = u"\\\\?\\UNC\\";
+constexpr QStringView device = u"\\\\.\\";
+constexpr QStringView server = u"\\\\";
+
+bool isLetterAndColon(QStringView text)
+{
+    if (text.size() < 2 || text[1] != u':')
+        return false;
+    const char16_t letter = text[0].toUpper().unicode();
+    return letter >= u'A' && letter <= u'Z';
+}
+
+// Where the part of a path that "." and ".." can act on begins, after "C:" or "\\server\share"; 0 when the
+// path is not absolute.
+struct Split {
+    QString prefix; // verbatim form, without a separator at its end
+    QList<QStringView> components;
+};
+
+void resolveDots(QList<QStringView> &components)
+{
+    QList<QStringView> resolved;
+    for (const QStringView component : components) {
+        if (component == u"..") {
+            if (!resolved.isEmpty())
+                resolved.removeLast();
+        } else if (component != u".") {
+            resolved.append(component);
+        }
+    }
+    components = resolved;
+}
+
+// `native` must outlive the result.
+std::optional<Split> split(const QString &native)
+{
+    Split result;
+    if (native.startsWith(server)) {
+        result.components = QStringView(native).mid(server.size()).split(u'\\', Qt::SkipEmptyParts);
+        if (result.components.size() < 2)
+            return std::nullopt;
+        result.prefix =
+            verbatimServer % result.components.takeFirst() % u'\\' % result.components.takeFirst();
+    } else if (isLetterAndColon(native) && (native.size() == 2 || native[2] == u'\\')) {
+        result.prefix = verbatim % QStringView(native).left(2);
+        result.components = QStringView(native).mid(2).split(u'\\', Qt::SkipEmptyParts);
+    } else {
+        return std::nullopt;
+    }
+    resolveDots(result.components);
+    return result;
+}
+
+QString nativeSeparators(QString path)
+{
+    return path.replace(u'/', u'\\');
+}
+
+FileHandle openForFacts(const QString &path)
+{
+    // No access wanted: works on files in use and does not fetch files that are only in the cloud. The flag
+    // lets folders be opened.
+    return FileHandle(CreateFileW(apiPath(path).c_str(), 0,
+                                  FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE, nullptr,
+                                  OPEN_EXISTING, FILE_FLAG_BACKUP_SEMANTICS, nullptr));
+}
+
+// As the file system compares names: by upper-cased code units, without the rules of any language.
+bool equalNames(QStringView a, QStringView b)
+{
+    return CompareStringOrdinal(reinterpret_cast<const wchar_t *>(a.utf16()), static_cast<int>(a.size()),
+                                reinterpret_cast<const wchar_t *>(b.utf16()), static_cast<int>(b.size()),
+                                TRUE) == CSTR_EQUAL;
+}
+
+quint64 wholeNumber(DWORD high, DWORD low)
+{
+    return quint64{high} << 32 | low;
+}
+
+} // namespace
+
+std::wstring apiPath(const QString &path)
+{
+    QString native = nativeSeparators(path);
+    // Already in a form that Windows takes literally, "C:" excepted, which would name the volume device.
+    if (native.startsWith(device))
+        return native.toStdWString();
+    if (native.startsWith(verbatim)) {
+        const bool bareDrive = native.size() == verbatim.size() + 2 && native.endsWith(u':');
+        return (bareDrive ? native + u'\\' : native).toStdWString();
+    }
+    const std::optional<Split> parts = split(native);
+    if (!parts)
+        return native.toStdWString();
+    QString result = parts->prefix;
+    for (const QStringView component : parts->components)
+        result += u'\\' % component;
+    if (parts->components.isEmpty())
+        result += u'\\';
+    return result.toStdWString();
+}
+
+QString shownPath(const QString &path)
+{
+    const QString native = nativeSeparators(path);
+    if (native.startsWith(verbatimServer))
+        return server % native.mid(verbatimServer.size());
+    if (native.startsWith(verbatim) && isLetterAndColon(QStringView(native).mid(verbatim.size())))
+        return native.mid(verbatim.size());
+    return native;
+}
+
+bool isDriveRoot(const QString &path)
+{
+    const QString native = shownPath(path);
+    const std::optional<Split> parts = split(native);
+    return parts && parts->components.isEmpty();
+}
+
+bool fileExists(const QString &path)
+{
+    return GetFileAttributesW(apiPath(path).c_str()) != INVALID_FILE_ATTRIBUTES;
+}
+
+QString finalPath(const QString &path)
+{
+    const FileHandle file = openForFacts(path);
+    std::wstring buffer(MAX_PATH, L'\0');
+    while (file) {
+        const DWORD length =
+            GetFinalPathNameByHandleW(file.get(), buffer.data(), static_cast<DWORD>(buffer.size()),
+                                      FILE_NAME_NORMALIZED | VOLUME_NAME_DOS);
+        if (length == 0)
+            break;
+        // When the buffer is too small, the answer is the size that would do, and so larger than the buffer.
+        if (length < buffer.size())
+            return shownPath(fromWide(buffer.data(), length));
+        buffer.resize(length + 1);
+    }
+    return {};
+}
+
+bool isInside(const QString &root, const QString &item)
+{
+    const QString rootText = QString::fromStdWString(apiPath(root));
+    const QString itemText = QString::fromStdWString(apiPath(item));
+    const QString folder = rootText.endsWith(u'\\') ? rootText : rootText + u'\\';
+    if (itemText.size() <= folder.size() || !equalNames(QStringView(itemText).left(folder.size()), folder))
+        return false;
+
+    const QString finalRoot = finalPath(root);
+    const QString finalItem = finalPath(item);
+    if (finalRoot.isEmpty() || finalItem.isEmpty())
+        return false;
+    const QString finalFolder = finalRoot.endsWith(u'\\') ? finalRoot : finalRoot + u'\\';
+    return equalNames(finalItem, QString(finalFolder % QStringView(itemText).mid(folder.size())));
+}
+
+std::optional<FileFacts> fileFacts(const QString &path)
+{
+    const FileHandle file = openForFacts(path);
+    BY_HANDLE_FILE_INFORMATION facts = {};
+    if (!file || !GetFileInformationByHandle(file.get(), &facts))
+        return std::nullopt;
+    return FileFacts{
+        .identity = {facts.dwVolumeSerialNumber, wholeNumber(facts.nFileIndexHigh, facts.nFileIndexLow)},
+        .linkCount = facts.nNumberOfLinks,
+        .attributes = facts.dwFileAttributes,
+        .size = wholeNumber(facts.nFileSizeHigh, facts.nFileSizeLow),
+        .lastWriteTime =
+            wholeNumber(facts.ftLastWriteTime.dwHighDateTime, facts.ftLastWriteTime.dwLowDateTime),
+    };
+}
+
+} // namespace platform

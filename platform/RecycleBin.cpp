@@ -1,0 +1,75 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "platform/RecycleBin.h"
+
+#include "platform/Paths.h"
+#include "platform/Text.h"
+
+#include <QFile>
+
+#include <windows.h>
+
+namespace platform
+{
+
+namespace
+{
+
+class WindowsRecycleBin : public RecycleBin
+{
+protected:
+    bool move(const QString &path) override { return QFile::moveToTrash(path); }
+};
+
+// The shell reads a path as Win32 does, which drops trailing dots and spaces, resolves ".." and knows device
+// names. Whatever does not come out of that as it went in would be another item.
+bool survivesWin32(const QString &path)
+{
+    std::wstring buffer(MAX_PATH, L'\0');
+    const DWORD length =
+        GetFullPathNameW(wide(path), static_cast<DWORD>(buffer.size()), buffer.data(), nullptr);
+    if (length > buffer.size()) {
+        buffer.resize(length);
+        return GetFullPathNameW(wide(path), length, buffer.data(), nullptr) == length - 1 &&
+               fromWide(buffer.data(), length - 1) == path;
+    }
+    return length > 0 && fromWide(buffer.data(), length) == path;
+}
+
+bool mayTry(const QString &path, RecycleBin::Accept accept)
+{
+    if (isDriveRoot(path) || !survivesWin32(path))
+        return false;
+    const std::optional<FileFacts> facts = fileFacts(path);
+    if (!facts)
+        return false;
+    const bool folder = (facts->attributes & core::AttributeDirectory) != 0;
+    if (folder && accept != RecycleBin::Accept::FilesAndFolders)
+        return false;
+    // Below its own folder by its final path as well, that is, not a link.
+    return isInside(path.left(path.lastIndexOf(u'\\')), path);
+}
+
+RecycleBin *replaced = nullptr;
+
+} // namespace
+
+RecycleBin::Outcome RecycleBin::moveToTrash(const QString &path, Accept accept)
+{
+    const QString shown = shownPath(path);
+    if (!mayTry(shown, accept))
+        return Outcome::Refused;
+    return move(shown) ? Outcome::Moved : Outcome::Failed;
+}
+
+RecycleBin &recycleBin()
+{
+    static WindowsRecycleBin real;
+    return replaced ? *replaced : real;
+}
+
+void setRecycleBin(RecycleBin *replacement)
+{
+    replaced = replacement;
+}
+
+} // namespace platform

@@ -1,0 +1,81 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "platform/Shell.h"
+
+#include "platform/Handle.h"
+#include "platform/Paths.h"
+#include "platform/Text.h"
+
+#include <QProcess>
+#include <QStringBuilder>
+
+#include <shellapi.h>
+
+namespace platform
+{
+
+namespace
+{
+
+// ShellExecuteW answers with a number of at most 32 on failure.
+bool shellExecute(const QString &file, int show)
+{
+    const HINSTANCE answer = ShellExecuteW(nullptr, L"open", wide(file), nullptr, nullptr, show);
+    return reinterpret_cast<INT_PTR>(answer) > 32;
+}
+
+class WindowsShell : public Shell
+{
+public:
+    bool openFile(const QString &path) override { return shellExecute(shownPath(path), SW_SHOWNORMAL); }
+
+    bool revealInExplorer(const QString &path) override
+    {
+        QProcess explorer;
+        explorer.setProgram(QStringLiteral("explorer.exe"));
+        // Explorer wants the quotes round the path alone. QProcess would put them round the whole argument,
+        // and then a path with a comma opens another folder.
+        explorer.setNativeArguments(u"/select,\"" % shownPath(path) % u'"');
+        return explorer.startDetached();
+    }
+
+    bool openWebPage(const QUrl &address) override
+    {
+        if (!address.isValid() || (address.scheme() != u"https" && address.scheme() != u"http"))
+            return false;
+        return shellExecute(QString::fromLatin1(address.toEncoded()), SW_SHOWNORMAL);
+    }
+
+    void runElevated(WId owner, const QString &file, const QString &folder) override
+    {
+        if (!fileExists(file))
+            return;
+        SHELLEXECUTEINFOW launch = {};
+        launch.cbSize = sizeof launch;
+        launch.hwnd = reinterpret_cast<HWND>(owner);
+        launch.lpVerb = L"runas";
+        launch.lpFile = wide(file);
+        launch.lpParameters = L"";
+        launch.lpDirectory = wide(folder);
+        launch.nShow = SW_SHOWNORMAL;
+        ShellExecuteExW(&launch);
+    }
+
+    bool startAgent(const QString &file) override { return shellExecute(file, SW_SHOWDEFAULT); }
+};
+
+Shell *replaced = nullptr;
+
+} // namespace
+
+Shell &shell()
+{
+    static WindowsShell real;
+    return replaced ? *replaced : real;
+}
+
+void setShell(Shell *replacement)
+{
+    replaced = replacement;
+}
+
+} // namespace platform

@@ -1,0 +1,67 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "platform/Win32Enumerator.h"
+
+#include "platform/Handle.h"
+#include "platform/Paths.h"
+
+#include <QStringView>
+
+namespace platform
+{
+
+namespace
+{
+
+quint64 wholeTime(const FILETIME &time)
+{
+    return quint64{time.dwHighDateTime} << 32 | time.dwLowDateTime;
+}
+
+bool isSelfOrParent(QStringView name)
+{
+    return name == u"." || name == u"..";
+}
+
+core::DirectoryEntry entryOf(const WIN32_FIND_DATAW &found)
+{
+    core::DirectoryEntry entry;
+    entry.name = QStringView(found.cFileName);
+    entry.attributes = found.dwFileAttributes;
+    entry.reparseTag = found.dwReserved0;
+    entry.size = quint64{found.nFileSizeHigh} << 32 | found.nFileSizeLow;
+    entry.creationTime = wholeTime(found.ftCreationTime);
+    entry.lastAccessTime = wholeTime(found.ftLastAccessTime);
+    entry.lastWriteTime = wholeTime(found.ftLastWriteTime);
+    return entry;
+}
+
+} // namespace
+
+void Win32Enumerator::list(const QString &folder, core::DirectoryListing &out, const core::CancelFlag &cancel)
+{
+    out.clear();
+    std::wstring pattern = apiPath(folder);
+    pattern += pattern.ends_with(L'\\') ? L"*" : L"\\*";
+
+    WIN32_FIND_DATAW found;
+    const FindHandle search(FindFirstFileW(pattern.c_str(), &found));
+    // The root of an empty drive has no "." entry and answers "file not found": readable, and empty.
+    out.readable = search || GetLastError() == ERROR_FILE_NOT_FOUND;
+    if (!search)
+        return;
+    do {
+        const core::DirectoryEntry entry = entryOf(found);
+        if (!isSelfOrParent(entry.name))
+            out.add(entry);
+    } while (!cancel.isSet() && FindNextFileW(search.get(), &found));
+}
+
+std::optional<core::FileIdentity> Win32Enumerator::identity(const QString &path)
+{
+    const std::optional<FileFacts> facts = fileFacts(path);
+    if (!facts)
+        return std::nullopt;
+    return facts->identity;
+}
+
+} // namespace platform

@@ -1,0 +1,36 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "tests/support/FakeShell.h"
+
+namespace tests
+{
+
+bool FakeShell::openFile(const QString &path)
+{
+    opened.append(path);
+    return succeeds;
+}
+
+bool FakeShell::revealInExplorer(const QString &path)
+{
+    revealed.append(path);
+    return succeeds;
+}
+
+bool FakeShell::openWebPage(const QUrl &address)
+{
+    webPages.append(address);
+    return succeeds;
+}
+
+void FakeShell::runElevated(WId owner, const QString &file, const QString &folder)
+{
+    elevated.append({owner, file, folder});
+}
+
+bool FakeShell::startAgent(const QString &file)
+{
+    agents.append(file);
+    return succeeds;
+}
+
+} // namespace tests

@@ -1,0 +1,40 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include "platform/Shell.h"
+
+#include <QList>
+#include <QStringList>
+
+namespace tests
+{
+
+// Takes the shell's place while it lives, starts nothing and notes what was asked of it.
+class FakeShell : public platform::Shell
+{
+public:
+    struct ElevatedLaunch {
+        WId owner;
+        QString file;
+        QString folder;
+    };
+
+    FakeShell() { platform::setShell(this); }
+    ~FakeShell() override { platform::setShell(nullptr); }
+
+    bool openFile(const QString &path) override;
+    bool revealInExplorer(const QString &path) override;
+    bool openWebPage(const QUrl &address) override;
+    void runElevated(WId owner, const QString &file, const QString &folder) override;
+    bool startAgent(const QString &file) override;
+
+    bool succeeds = true; // the answer to everything that has one
+
+    QStringList opened;
+    QStringList revealed;
+    QList<QUrl> webPages;
+    QList<ElevatedLaunch> elevated;
+    QStringList agents;
+};
+
+} // namespace tests
