@@ -24,6 +24,19 @@ QSize RowDelegate::sizeHint(const QStyleOptionViewItem &option, const QModelInde
     return {size.width(), qMax(theme::rowHeight, option.fontMetrics.height() + theme::spaceSnug)};
 }
 
+QString RowDelegate::displayText(const QVariant &value, const QLocale &locale) const
+{
+    switch (value.typeId()) {
+    case QMetaType::Int:
+    case QMetaType::UInt:
+    case QMetaType::LongLong:
+    case QMetaType::ULongLong:
+        return value.toString();
+    default:
+        return QStyledItemDelegate::displayText(value, locale);
+    }
+}
+
 bool RowDelegate::helpEvent(QHelpEvent *event, QAbstractItemView *view, const QStyleOptionViewItem &option,
                             const QModelIndex &index)
 {
@@ -33,6 +46,17 @@ bool RowDelegate::helpEvent(QHelpEvent *event, QAbstractItemView *view, const QS
     const bool cut = QStyledItemDelegate::sizeHint(option, index).width() > view->visualRect(index).width();
     QToolTip::showText(event->globalPos(), cut ? text : QString(), view);
     return true;
+}
+
+QString BarDelegate::percentText(double percent)
+{
+    return QString::number(percent, 'f', 1) + QStringLiteral(" %");
+}
+
+QString BarDelegate::displayText(const QVariant &value, const QLocale &locale) const
+{
+    return value.typeId() == QMetaType::Double ? percentText(value.toDouble())
+                                               : RowDelegate::displayText(value, locale);
 }
 
 void BarDelegate::paint(QPainter *painter, const QStyleOptionViewItem &option, const QModelIndex &index) const

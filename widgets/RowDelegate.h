@@ -13,6 +13,7 @@ public:
     using QStyledItemDelegate::QStyledItemDelegate;
 
     QSize sizeHint(const QStyleOptionViewItem &option, const QModelIndex &index) const override;
+    QString displayText(const QVariant &value, const QLocale &locale) const override;
     bool helpEvent(QHelpEvent *event, QAbstractItemView *view, const QStyleOptionViewItem &option,
                    const QModelIndex &index) override;
 };
@@ -26,6 +27,9 @@ class BarDelegate : public RowDelegate
 public:
     using RowDelegate::RowDelegate;
 
+    static QString percentText(double percent); // "45.2 %"
+
+    QString displayText(const QVariant &value, const QLocale &locale) const override;
     void paint(QPainter *painter, const QStyleOptionViewItem &option,
                const QModelIndex &index) const override;
 };

@@ -1,0 +1,71 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "DiskUsage/CsvExport.h"
+
+#include <QSaveFile>
+
+namespace
+{
+constexpr qsizetype writeAt = 1 << 16; // characters collected before they are written
+constexpr char byteOrderMark[] = "\xEF\xBB\xBF";
+} // namespace
+
+namespace diskusage
+{
+
+QString csvField(const QString &text)
+{
+    constexpr QStringView formulaBegins = u"=+-@\t\r";
+    QString field = text;
+    if (!field.isEmpty() && formulaBegins.contains(field.front()))
+        field.prepend(QLatin1Char('\''));
+    const bool quoted = field.contains(QLatin1Char(',')) || field.contains(QLatin1Char('"')) ||
+                        field.contains(QLatin1Char('\n')) || field.contains(QLatin1Char('\r'));
+    if (!quoted)
+        return field;
+    return QLatin1Char('"') + field.replace(QLatin1Char('"'), QLatin1String("\"\"")) + QLatin1Char('"');
+}
+
+QString csvLine(const QStringList &fields)
+{
+    QString line;
+    for (qsizetype i = 0; i < fields.size(); ++i) {
+        if (i > 0)
+            line += QLatin1Char(',');
+        line += csvField(fields.at(i));
+    }
+    return line + QLatin1String("\r\n");
+}
+
+} // namespace diskusage
+
+CsvExportThread::CsvExportThread(QString file, diskusage::CsvTable table)
+    : m_file(std::move(file)),
+      m_table(std::move(table))
+{
+}
+
+void CsvExportThread::run()
+{
+    QSaveFile file(m_file);
+    // Anything short of commit() leaves the old file as it was.
+    if (!file.open(QIODevice::WriteOnly)) {
+        m_error = file.errorString();
+        return;
+    }
+    file.write(byteOrderMark);
+    QString text = diskusage::csvLine(m_table.titles);
+    for (QStringList row; !stopRequested() && m_table.next(row); ++m_rows) {
+        text += diskusage::csvLine(row);
+        if (text.size() >= writeAt) {
+            file.write(text.toUtf8());
+            text.clear();
+        }
+    }
+    if (stopRequested()) {
+        file.cancelWriting();
+        return;
+    }
+    file.write(text.toUtf8());
+    if (!file.commit())
+        m_error = file.errorString();
+}

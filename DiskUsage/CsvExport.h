@@ -1,0 +1,52 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include "core/WorkerThread.h"
+
+#include <QStringList>
+
+#include <functional>
+
+namespace diskusage
+{
+
+// A table as it goes into a file. `next` fills one row a call and returns false after the last; it is called
+// on the exporting thread and must own, or keep alive, whatever it reads.
+struct CsvTable {
+    QString suggestedName; // of the file, without its extension
+    QStringList titles;
+    std::function<bool(QStringList &row)> next;
+};
+
+// One field after RFC 4180: in quotes when it holds a comma, a quote or a line break, quotes doubled. A text
+// that a spreadsheet would take for a formula (it begins with = + - @, a tab or a carriage return) gets an
+// apostrophe in front, which spreadsheets hide: a file name must never be able to run something on the
+// reader's machine.
+QString csvField(const QString &text);
+QString csvLine(const QStringList &fields); // with its CR LF
+
+} // namespace diskusage
+
+// Writes a table as UTF-8 with a byte order mark (without one, Excel reads the file in the system's old code
+// page) to a temporary name beside the target, and replaces the target when it is complete.
+class CsvExportThread : public core::WorkerThread
+{
+    Q_OBJECT
+
+public:
+    CsvExportThread(QString file, diskusage::CsvTable table);
+
+    QString file() const { return m_file; }
+    // After finished().
+    qint64 rows() const { return m_rows; }
+    QString error() const { return m_error; } // empty when the file was written, or the export cancelled
+
+protected:
+    void run() override;
+
+private:
+    QString m_file;
+    diskusage::CsvTable m_table;
+    qint64 m_rows = 0;
+    QString m_error;
+};

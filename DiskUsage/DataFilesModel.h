@@ -1,0 +1,102 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include "DiskUsage/engine/Scan.h"
+
+#include "core/WorkerThread.h"
+
+#include <QAbstractTableModel>
+
+#include <memory>
+#include <vector>
+
+namespace diskusage
+{
+
+// Columns of the lists of files, the biggest ones as well as those of a category.
+enum FileColumn { FileName, FileSizeText, FileLastAccess, FilePath, FileRawSize, FileColumnTotal };
+
+QString fileColumnTitle(int column);
+
+// The order of the records of a list: indexes into it.
+using FileOrder = std::vector<quint32>;
+
+// Records with equal values stay in the order in which the scan met them. Empty when cancelled.
+FileOrder sortedFiles(const ScanResult &result, const std::vector<FileRecord> &files, FileColumn column,
+                      Qt::SortOrder order, const core::CancelFlag &cancel);
+
+} // namespace diskusage
+
+// Puts the records of one category in order.
+class FileSortThread : public core::WorkerThread
+{
+    Q_OBJECT
+
+public:
+    FileSortThread(std::shared_ptr<const diskusage::ScanResult> result, int category,
+                   diskusage::FileColumn column, Qt::SortOrder order);
+
+    diskusage::FileOrder takeOrder() { return std::move(m_order); }
+
+protected:
+    void run() override;
+
+private:
+    std::shared_ptr<const diskusage::ScanResult> m_result;
+    int m_category;
+    diskusage::FileColumn m_column;
+    Qt::SortOrder m_sortOrder;
+    diskusage::FileOrder m_order;
+};
+
+// The files of one file-type category at a time, out of the records of a scan: texts are made for the rows
+// that are on the screen only, and sorting orders an array of numbers on a thread of its own, so that a
+// million files are no heavier to look at than ten. Filled on the scan's thread while no view is attached.
+class DataFilesModel : public QAbstractTableModel
+{
+    Q_OBJECT
+
+public:
+    explicit DataFilesModel(QObject *parent = nullptr);
+
+    void setResult(std::shared_ptr<const diskusage::ScanResult> result);
+    void clear();
+
+    // The categories in table order, and after them the files of no category.
+    int categoryTotal() const;
+    const diskusage::FileTypeResult &category(int index) const;
+    int shownCategory() const { return m_category; }
+    // -1 shows none.
+    void showCategory(int index);
+
+    const std::shared_ptr<const diskusage::ScanResult> &result() const { return m_result; }
+    const diskusage::FileOrder &order() const { return m_order; }
+    const diskusage::FileRecord &record(int row) const;
+    QString filePath(int row) const;
+
+    // Returns at once; the rows move when sorting has ended.
+    void sort(int column, Qt::SortOrder order = Qt::AscendingOrder) override;
+
+    int rowCount(const QModelIndex &parent = {}) const override;
+    int columnCount(const QModelIndex &parent = {}) const override;
+    QVariant data(const QModelIndex &index, int role = Qt::DisplayRole) const override;
+    QVariant headerData(int section, Qt::Orientation orientation, int role = Qt::DisplayRole) const override;
+
+signals:
+    void sortingChanged(bool running);
+
+private:
+    void endSorting();
+    void takeSorted();
+    void applyOrder(diskusage::FileOrder sorted);
+    bool isBySize() const; // what m_bySize holds is what is asked for
+    QVariant text(const diskusage::FileRecord &file, int column) const;
+
+    std::shared_ptr<const diskusage::ScanResult> m_result;
+    std::vector<diskusage::FileOrder> m_bySize; // largest first, one per category
+    int m_category = -1;
+    int m_sortColumn = diskusage::FileRawSize;
+    Qt::SortOrder m_sortOrder = Qt::DescendingOrder;
+    diskusage::FileOrder m_order;
+    core::WorkerPointer<FileSortThread> m_sorter;
+};

@@ -1,0 +1,41 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include "DiskUsage/DiskUsageWorkerThread.h"
+#include "DiskUsage/FolderModel.h"
+
+// Scans one folder of a result again. The twin of DiskUsageWorkerThread, but what it finds stays its own: no
+// model and no list of the result on the screen is touched.
+class DiskUsageFolderScanThread : public core::WorkerThread, private diskusage::ScanListener
+{
+    Q_OBJECT
+
+public:
+    explicit DiskUsageFolderScanThread(ScanJob job);
+    ~DiskUsageFolderScanThread() override;
+
+    QString folder() const { return m_job.root; }
+    // After resultReady(): null for a cancelled or failed scan.
+    std::shared_ptr<diskusage::ScanResult> takeResult() { return std::move(m_result); }
+    // The rows for FolderModel::replaceFolder().
+    std::unique_ptr<FolderItem> takeTree() { return std::move(m_tree); }
+    QString error() const { return m_error; }
+
+signals:
+    // The running count of entries, for every entry.
+    void updateFolderItemScan(int items);
+    void resultReady();
+
+protected:
+    void run() override;
+
+private:
+    void totalSubFolders(int) override {}
+    void folderEntered(const QString &) override {}
+    void itemSeen(int itemsSeen) override { emit updateFolderItemScan(itemsSeen); }
+
+    ScanJob m_job;
+    std::shared_ptr<diskusage::ScanResult> m_result;
+    std::unique_ptr<FolderItem> m_tree;
+    QString m_error;
+};

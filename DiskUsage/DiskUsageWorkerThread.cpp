@@ -1,0 +1,69 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "DiskUsage/DiskUsageWorkerThread.h"
+
+#include "DiskUsage/BiggestFilesModel.h"
+#include "DiskUsage/DataFilesModel.h"
+#include "DiskUsage/FolderModel.h"
+#include "platform/Icons.h"
+
+DiskUsageWorkerThread::DiskUsageWorkerThread(ScanJob job, FolderModel &folders,
+                                             BiggestFilesModel &biggestFiles, DataFilesModel &dataFiles)
+    : m_job(std::move(job)),
+      m_folders(folders),
+      m_biggestFiles(biggestFiles),
+      m_dataFiles(dataFiles)
+{
+}
+
+DiskUsageWorkerThread::~DiskUsageWorkerThread() = default;
+
+void DiskUsageWorkerThread::run()
+{
+    try {
+        scan();
+    } catch (const std::exception &) { // what is thrown here is a lack of memory
+        m_error = tr("The scan ran out of memory.");
+    }
+    if (stopRequested() || !m_error.isEmpty()) {
+        m_folders.removeColumns(0, FolderModel::ColumnTotal);
+        m_dataFiles.clear();
+        m_biggestFiles.clear();
+        m_result.reset();
+    }
+    if (stopRequested())
+        emit scanCancel();
+    emit resultReady();
+}
+
+void DiskUsageWorkerThread::scan()
+{
+    m_folders.beginScan(m_job.root);
+    m_folders.setFolderImage(platform::systemFolderIcon());
+    m_result = std::make_shared<diskusage::ScanResult>(
+        diskusage::scanFolder(m_job.root, m_job.options, *m_job.enumerator, *this, cancelFlag()));
+    if (!stopRequested())
+        buildReport();
+}
+
+void DiskUsageWorkerThread::buildReport()
+{
+    m_folders.setResult(m_result);
+    m_biggestFiles.setFiles(m_result->biggestFiles);
+    m_dataFiles.setResult(m_result);
+}
+
+void DiskUsageWorkerThread::totalSubFolders(int total)
+{
+    emit updateTotalSubFolder(total);
+}
+
+void DiskUsageWorkerThread::folderEntered(const QString &path)
+{
+    emit updatePath(path);
+    emit updateScanProgress();
+}
+
+void DiskUsageWorkerThread::itemSeen(int itemsSeen)
+{
+    emit updateTotalItemScan(itemsSeen);
+}

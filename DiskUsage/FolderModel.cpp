@@ -1,0 +1,312 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "DiskUsage/FolderModel.h"
+
+#include "core/SizeText.h"
+#include "widgets/RowDelegate.h"
+
+#include <QFileInfo>
+#include <QPixmap>
+
+#include <algorithm>
+
+namespace
+{
+
+constexpr double wholePercentage = 100.0;
+
+QString displayText(const FolderItem &item, int column)
+{
+    return column == FolderModel::Percentage ? BarDelegate::percentText(item.share())
+                                             : item.value(column).toString();
+}
+
+// The largest-children text of a folder after one of its subfolders was scanned again. Files that an earlier
+// scan left out of the ten are not known any more; folders are, from the rows.
+QString correctedMaxData(const FolderItem &parent)
+{
+    using diskusage::LargestChildren;
+    LargestChildren corrected;
+    for (const LargestChildren::Child &child : LargestChildren::parse(parent.folder().maxData))
+        if (child.kind == LargestChildren::File)
+            corrected.offer(child.name, child.size, child.kind);
+    for (int row = 0; row < parent.rowCount(); ++row) {
+        const diskusage::Folder &folder = parent.childFolder(row)->folder();
+        corrected.offer(folder.name, static_cast<qint64>(folder.bytes), LargestChildren::SubFolder);
+    }
+    return corrected.serialised();
+}
+
+} // namespace
+
+FolderItem::FolderItem(diskusage::ScanResult &source, int index) : m_source(&source), m_index(index) {}
+
+double FolderItem::share() const
+{
+    const FolderItem *above = parentFolder();
+    if (!above)
+        return wholePercentage;
+    const quint64 whole = above->folder().bytes;
+    return whole == 0 ? 0
+                      : wholePercentage * static_cast<double>(folder().bytes) / static_cast<double>(whole);
+}
+
+QVariant FolderItem::value(int column) const
+{
+    const diskusage::Folder &own = folder();
+    switch (column) {
+    case FolderModel::Name:
+        return own.name;
+    case FolderModel::SizeText:
+        return own.index < 0 ? QString::fromLatin1(diskusage::pendingSizeText) : core::sizeText(own.bytes);
+    case FolderModel::FileCount:
+        return own.files;
+    case FolderModel::FolderCount:
+        return own.folders;
+    case FolderModel::Size:
+        return own.bytes;
+    case FolderModel::Path:
+        return path();
+    case FolderModel::Percentage:
+        return share();
+    case FolderModel::MaxData:
+        return own.maxData;
+    case FolderModel::Index:
+        return own.index;
+    default:
+        return {};
+    }
+}
+
+QVariant FolderItem::data(int role) const
+{
+    return role == Qt::DisplayRole || role == Qt::EditRole ? value(FolderModel::Name)
+                                                           : QStandardItem::data(role);
+}
+
+FolderModel::FolderModel(QObject *parent) : QStandardItemModel(parent) {}
+
+FolderModel::~FolderModel()
+{
+    destroyTree(takeTree());
+}
+
+void FolderModel::beginScan(const QString &root)
+{
+    auto pending = std::make_shared<diskusage::ScanResult>();
+    diskusage::Folder folder;
+    folder.name = QFileInfo(root).fileName();
+    if (folder.name.isEmpty())
+        folder.name = root;
+    pending->folders.push_back(folder);
+    setResult(std::move(pending));
+}
+
+void FolderModel::setResult(std::shared_ptr<diskusage::ScanResult> result)
+{
+    destroyTree(takeTree());
+    m_results.clear();
+    if (result->folders.empty())
+        return;
+    m_results.push_back(std::move(result));
+    adoptTree(buildTree(*m_results.front()));
+}
+
+std::unique_ptr<FolderItem> FolderModel::buildTree(diskusage::ScanResult &result)
+{
+    // Parents stand before their children, and the children of one folder in the order of the list: one pass
+    // builds the rows of every folder in order.
+    const int count = static_cast<int>(result.folders.size());
+    std::vector<FolderItem *> items(result.folders.size());
+    std::vector<QList<QStandardItem *>> children(result.folders.size());
+    for (int i = 0; i < count; ++i) {
+        const auto position = static_cast<std::size_t>(i);
+        items[position] = new FolderItem(result, i);
+        const int parent = result.folders[position].parent;
+        if (parent >= 0)
+            children[static_cast<std::size_t>(parent)].append(items[position]);
+    }
+    for (std::size_t i = 0; i < items.size(); ++i)
+        if (!children[i].isEmpty())
+            items[i]->appendRows(children[i]);
+    return std::unique_ptr<FolderItem>(items.empty() ? nullptr : items.front());
+}
+
+void FolderModel::destroyTree(std::unique_ptr<FolderItem> tree)
+{
+    if (!tree)
+        return;
+    // Every folder after its subfolders, so that each destructor finds leaves only.
+    std::vector<QStandardItem *> order{tree.get()};
+    for (std::size_t i = 0; i < order.size(); ++i)
+        for (int row = 0; row < order[i]->rowCount(); ++row)
+            if (order[i]->child(row)->hasChildren())
+                order.push_back(order[i]->child(row));
+    for (auto item = order.rbegin(); item != order.rend(); ++item)
+        (*item)->removeRows(0, (*item)->rowCount());
+}
+
+void FolderModel::adoptTree(std::unique_ptr<FolderItem> tree)
+{
+    if (tree)
+        invisibleRootItem()->appendRow(tree.release());
+}
+
+std::unique_ptr<FolderItem> FolderModel::takeTree()
+{
+    if (invisibleRootItem()->rowCount() == 0)
+        return nullptr;
+    const QList<QStandardItem *> row = takeRow(0);
+    return std::unique_ptr<FolderItem>(static_cast<FolderItem *>(row.value(0)));
+}
+
+std::unique_ptr<FolderItem> FolderModel::replaceFolder(const QModelIndex &index,
+                                                       std::shared_ptr<diskusage::ScanResult> result,
+                                                       std::unique_ptr<FolderItem> subtree)
+{
+    FolderItem *old = folderItem(index);
+    FolderItem *above = old ? old->parentFolder() : nullptr;
+    if (!above || !subtree)
+        return nullptr;
+    const diskusage::Folder before = old->folder();
+    diskusage::Folder &now = subtree->folder();
+    now.name = before.name;
+    const int row = index.row();
+
+    m_results.push_back(std::move(result));
+    std::unique_ptr<FolderItem> replaced(static_cast<FolderItem *>(above->takeRow(row).value(0)));
+    above->insertRow(row, subtree.release());
+
+    for (FolderItem *item = above; item; item = item->parentFolder()) {
+        diskusage::Folder &folder = item->folder();
+        folder.bytes = folder.bytes - before.bytes + now.bytes;
+        folder.files = folder.files - before.files + now.files;
+        folder.folders = folder.folders - before.folders + now.folders;
+    }
+    for (FolderItem *item = above; item; item = item->parentFolder()) {
+        item->folder().maxData = correctedMaxData(*item);
+        const QModelIndex changed = item->index();
+        emit dataChanged(changed, changed.siblingAtColumn(ColumnTotal - 1));
+    }
+    // The shares of all its siblings changed with their parent's size.
+    emit dataChanged(above->child(0)->index(),
+                     above->child(above->rowCount() - 1)->index().siblingAtColumn(ColumnTotal - 1));
+    return replaced;
+}
+
+FolderItem *FolderModel::folderItem(const QModelIndex &index) const
+{
+    if (!index.isValid() || index.model() != this)
+        return nullptr;
+    // An index of the base class carries the item of its parent; index() below keeps to that.
+    return static_cast<FolderItem *>(
+        static_cast<QStandardItem *>(index.internalPointer())->child(index.row()));
+}
+
+FolderItem *FolderModel::rootFolder() const
+{
+    return static_cast<FolderItem *>(item(0));
+}
+
+QModelIndex FolderModel::find(const QModelIndex &start, const QStringList &names) const
+{
+    FolderItem *item = folderItem(start);
+    for (const QString &name : names) {
+        FolderItem *next = nullptr;
+        for (int row = 0; item && row < item->rowCount() && !next; ++row)
+            if (item->childFolder(row)->folder().name == name)
+                next = item->childFolder(row);
+        item = next;
+    }
+    return item ? item->index() : QModelIndex();
+}
+
+int FolderModel::columnCount(const QModelIndex &parent) const
+{
+    return parent.column() > 0 ? 0 : static_cast<int>(ColumnTotal);
+}
+
+QModelIndex FolderModel::index(int row, int column, const QModelIndex &parent) const
+{
+    if (column < 0 || column >= ColumnTotal)
+        return {};
+    const QModelIndex first = QStandardItemModel::index(row, 0, parent);
+    return first.isValid() ? createIndex(row, column, first.internalPointer()) : QModelIndex();
+}
+
+QVariant FolderModel::data(const QModelIndex &index, int role) const
+{
+    const FolderItem *item = folderItem(index);
+    if (!item)
+        return {};
+    const int column = index.column();
+    switch (role) {
+    case Qt::DisplayRole:
+        return displayText(*item, column);
+    case Qt::EditRole:
+        return item->value(column);
+    case Qt::DecorationRole:
+        return column == Name ? QVariant(icon(item->folder())) : QVariant();
+    case Qt::TextAlignmentRole:
+        return column == Name || column == Path || column == MaxData
+                   ? QVariant(Qt::AlignLeading | Qt::AlignVCenter)
+                   : QVariant(Qt::AlignTrailing | Qt::AlignVCenter);
+    case Qt::ToolTipRole:
+        return column == Name ? QVariant(item->path()) : QVariant();
+    default:
+        return {};
+    }
+}
+
+QVariant FolderModel::headerData(int section, Qt::Orientation orientation, int role) const
+{
+    if (orientation != Qt::Horizontal || section < 0 || section >= ColumnTotal)
+        return {};
+    if (role == Qt::TextAlignmentRole)
+        return section == Name ? QVariant(Qt::AlignLeading | Qt::AlignVCenter)
+                               : QVariant(Qt::AlignTrailing | Qt::AlignVCenter);
+    if (role != Qt::DisplayRole)
+        return {};
+    switch (section) {
+    case Name:
+        return tr("Name");
+    case SizeText:
+    case Size:
+        return tr("Size");
+    case FileCount:
+        return tr("File Count");
+    case FolderCount:
+        return tr("Folder Count");
+    case Path:
+        return tr("Path");
+    case Percentage:
+        return tr("Percentage");
+    case MaxData:
+        return tr("MaxData");
+    default:
+        return tr("Index");
+    }
+}
+
+Qt::ItemFlags FolderModel::flags(const QModelIndex &index) const
+{
+    return index.isValid() ? Qt::ItemIsEnabled | Qt::ItemIsSelectable : Qt::NoItemFlags;
+}
+
+bool FolderModel::removeColumns(int column, int count, const QModelIndex &parent)
+{
+    if (parent.isValid() || column != 0 || count != ColumnTotal)
+        return false;
+    destroyTree(takeTree());
+    m_results.clear();
+    return true;
+}
+
+const QIcon &FolderModel::icon(const diskusage::Folder &folder) const
+{
+    if (m_folderIcon.isNull()) {
+        m_folderIcon = m_folderImage.isNull() ? QIcon(QStringLiteral(":/resources/images/Folder16.png"))
+                                              : QIcon(QPixmap::fromImage(m_folderImage));
+        m_cloudIcon = QIcon(QStringLiteral(":/resources/images/FolderCloud16.png"));
+    }
+    return folder.inOneDrive ? m_cloudIcon : m_folderIcon;
+}

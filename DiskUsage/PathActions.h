@@ -1,0 +1,47 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include <QObject>
+#include <QString>
+
+#include <functional>
+
+class QAction;
+class QPoint;
+class QWidget;
+
+// What can be done with the file or folder that is current in a list or picture: open it, show it in
+// Explorer, copy its path, scan it again, and export the list. The actions belong to the view: their keys
+// work while it has the focus.
+class PathActions : public QObject
+{
+    Q_OBJECT
+
+public:
+    // `path` answers with the full path of what is current, empty for nothing.
+    PathActions(QWidget *view, std::function<QString()> path);
+
+    // Adds "Scan This Folder Again"; without this call there is none.
+    void addScanAgain();
+    void showMenu(const QPoint &globalPosition);
+    void open();
+    void showInExplorer();
+    void copyPath();
+
+signals:
+    void scanAgain();
+    void exportTable();
+    // In words for the user.
+    void failed(const QString &message);
+
+private:
+    QAction *add(const QString &text, const QString &icon, const QKeySequence &key, const QString &name);
+
+    QWidget *m_view;
+    std::function<QString()> m_path;
+    QAction *m_open;
+    QAction *m_reveal;
+    QAction *m_copy;
+    QAction *m_scanAgain = nullptr;
+    QAction *m_export;
+};

@@ -1,0 +1,132 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "DiskUsage/Settings.h"
+
+#include "app/settings/Settings.h"
+
+#include <QDebug>
+#include <QDir>
+
+#include <algorithm>
+
+namespace diskusage
+{
+
+namespace
+{
+
+constexpr QStringView key = settings::keys::folderSizeAnalyzer;
+// A path longer than any that Windows can have is not a path.
+constexpr qsizetype longestPath = 32767;
+
+bool readNumbered(QStringView name, int index, QString &text)
+{
+    return settings::readString(key, settings::numbered(name, index), text);
+}
+
+} // namespace
+
+bool loadFileTypes(core::FileTypeTable &table)
+{
+    qDebug() << "readFileTypeData";
+    table.clear();
+    quint32 count = 0;
+    settings::readDword(key, fileTypeDataCount, count);
+    qDebug() << "fileTypeDataCount: " << count;
+    const int last = static_cast<int>(std::min(count, mostFileTypes));
+    for (int index = 0; index < last; ++index) {
+        QString stored;
+        if (!readNumbered(fileTypeData, index, stored))
+            continue;
+        if (auto category = core::parseStoredFileType(stored))
+            table.push_back(*std::move(category));
+    }
+    return !table.empty();
+}
+
+core::FileTypeTable loadFileTypesOrDefaults()
+{
+    core::FileTypeTable table;
+    return loadFileTypes(table) ? table : core::defaultFileTypes();
+}
+
+void saveFileTypes(const core::FileTypeTable &table)
+{
+    const int count = static_cast<int>(std::min<std::size_t>(table.size(), mostFileTypes));
+    settings::writeDword(key, fileTypeDataCount, static_cast<quint32>(count));
+    for (int index = 0; index < count; ++index)
+        settings::writeString(key, settings::numbered(fileTypeData, index),
+                              table[static_cast<std::size_t>(index)].storedText());
+    // What an earlier, longer table left behind.
+    int index = count;
+    while (settings::deleteValue(key, settings::numbered(fileTypeData, index)))
+        ++index;
+}
+
+std::vector<core::ExcludedFolder> loadExcludedFolders()
+{
+    qDebug() << "readExcludeFolderData";
+    std::vector<core::ExcludedFolder> folders;
+    for (int index = 0; index < mostExcludedFolders; ++index) {
+        QString stored;
+        if (!readNumbered(excludedFolderData, index, stored))
+            continue;
+        qDebug() << "dataStr: " << stored;
+        if (auto folder = core::parseStoredExcludedFolder(stored))
+            folders.push_back(*std::move(folder));
+    }
+    return folders;
+}
+
+void saveExcludedFolders(const std::vector<core::ExcludedFolder> &folders)
+{
+    for (int index = 0; index < mostExcludedFolders; ++index) {
+        const QString name = settings::numbered(excludedFolderData, index);
+        if (static_cast<std::size_t>(index) < folders.size())
+            settings::writeString(key, name, folders[static_cast<std::size_t>(index)].storedText());
+        else
+            settings::deleteValue(key, name);
+    }
+}
+
+QStringList loadRecentFolders()
+{
+    QStringList folders;
+    for (int index = 0; index < mostRecentFolders; ++index) {
+        QString folder;
+        if (readNumbered(recentFile, index, folder) && !folder.isEmpty() && folder.size() <= longestPath)
+            folders.append(QDir::toNativeSeparators(folder));
+    }
+    return folders;
+}
+
+QStringList withRecentFolder(const QStringList &folders, const QString &folder)
+{
+    QStringList result{folder};
+    for (const QString &known : folders)
+        if (known.compare(folder, Qt::CaseInsensitive) != 0 && result.size() < mostRecentFolders)
+            result.append(known);
+    return result;
+}
+
+void saveRecentFolders(const QStringList &folders)
+{
+    for (int index = 0; index < mostRecentFolders; ++index) {
+        const QString name = settings::numbered(recentFile, index);
+        if (index < folders.size())
+            settings::writeString(key, name, folders.at(index));
+        else
+            settings::deleteValue(key, name);
+    }
+}
+
+QString oneDriveFolder()
+{
+    QString folder;
+    settings::readString(settings::keys::environment, u"OneDrive", folder);
+    folder = QDir::toNativeSeparators(folder);
+    while (folder.endsWith(QLatin1Char('\\')))
+        folder.chop(1);
+    return folder;
+}
+
+} // namespace diskusage

@@ -1,0 +1,51 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include "app/settings/Keys.h"
+#include "app/settings/Values.h"
+#include "core/FileTypes.h"
+
+#include <QStringList>
+
+#include <vector>
+
+// What the analyzer keeps in the registry. Read on the interface thread when the page is built, and by value
+// into the options of a scan; written when the options page is saved and when a folder is chosen. Stored
+// values are input from outside: what cannot be used counts as absent.
+namespace diskusage
+{
+
+// Below HKEY_CURRENT_USER\settings::keys::folderSizeAnalyzer. "Exlude" is how the stored format spells it.
+inline constexpr QStringView fileTypeDataCount = u"FileTypeDataCount";
+inline constexpr QStringView fileTypeData = u"FileTypeData";
+inline constexpr QStringView excludedFolderData = u"ExludeFolder";
+inline constexpr QStringView recentFile = u"RecentFile";
+inline constexpr settings::Flag excludeOneDriveFolder{settings::keys::folderSizeAnalyzer,
+                                                      u"ExcludeOneDriveFolder", false};
+
+inline constexpr int mostExcludedFolders = 10; // indexes 0 to 9
+inline constexpr int mostRecentFolders = 6;    // indexes 0 to 5
+// A damaged count must not cost four thousand million reads.
+inline constexpr quint32 mostFileTypes = 1000;
+
+// True when at least one category was stored; `table` is replaced in any case.
+bool loadFileTypes(core::FileTypeTable &table);
+// The stored categories, or the built-in ones when there are none.
+core::FileTypeTable loadFileTypesOrDefaults();
+void saveFileTypes(const core::FileTypeTable &table);
+
+std::vector<core::ExcludedFolder> loadExcludedFolders();
+// Writes at most ten and deletes the stored ones beyond, which would come back at the next load.
+void saveExcludedFolders(const std::vector<core::ExcludedFolder> &folders);
+
+// Newest first. A hole in the numbers ends nothing: later ones are still read.
+QStringList loadRecentFolders();
+// Puts `folder` in front; the same folder in another case is one and the same.
+QStringList withRecentFolder(const QStringList &folders, const QString &folder);
+void saveRecentFolders(const QStringList &folders);
+
+// Where OneDrive keeps its files, from the user's environment; empty without OneDrive. No separator at the
+// end.
+QString oneDriveFolder();
+
+} // namespace diskusage
