@@ -16,4 +16,8 @@ function(larkspur_windows_resources target description)
   set_source_files_properties(${script} PROPERTIES
     OBJECT_DEPENDS "${LARKSPUR_RESOURCES}/images/rocket.ico;${LARKSPUR_RESOURCES}/app.manifest")
   target_sources(${target} PRIVATE ${script})
+  if(MSVC)
+    # The linker would embed a manifest of its own beside ours.
+    target_link_options(${target} PRIVATE /MANIFEST:NO)
+  endif()
 endfunction()
