@@ -1,0 +1,480 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "core/FolderWalk.h"
+#include "tests/support/MemoryEnumerator.h"
+
+#include <QRandomGenerator>
+#include <QSet>
+#include <QTest>
+
+#include <atomic>
+#include <chrono>
+#include <thread>
+
+using core::DirectoryEntry;
+using tests::MemoryEnumerator;
+
+namespace
+{
+
+// Every call as one line of text, with a limit after which the walk is cancelled and paths that are refused.
+class Recorder : public core::WalkVisitor
+{
+public:
+    explicit Recorder(core::CancelFlag &flag) : cancel(flag) {}
+
+    void rootCounted(int directSubfolders) override { add(QStringLiteral("root %1").arg(directSubfolders)); }
+    void entryMet() override { add(QStringLiteral("entry")); }
+    bool acceptFolder(const QString &path, const DirectoryEntry &entry) override
+    {
+        add(QStringLiteral("accept %1 %2").arg(path, entry.name));
+        return !refused.contains(path);
+    }
+    void enterFolder(const QString &path, QStringView name, int depth, FolderState state) override
+    {
+        add(QStringLiteral("enter %1 %2 %3 %4").arg(path, name).arg(depth).arg(int(state)));
+    }
+    void file(const QString &folder, const DirectoryEntry &entry) override
+    {
+        add(QStringLiteral("file %1 %2 %3").arg(folder, entry.name).arg(entry.size));
+    }
+    void leaveFolder() override { add(QStringLiteral("leave")); }
+
+    core::CancelFlag &cancel;
+    QSet<QString> refused;
+    int cancelAfter = -1;
+    QStringList events;
+
+private:
+    void add(const QString &event)
+    {
+        events.append(event);
+        if (events.size() == cancelAfter)
+            cancel.set();
+    }
+};
+
+// The order that the walk promises, written as directly as it can be said.
+void plainRecursion(MemoryEnumerator &disk, const QString &path, const QString &name, int depth,
+                    Recorder &out)
+{
+    const core::CancelFlag never;
+    core::DirectoryListing listing;
+    disk.list(path, listing, never);
+    if (depth == 0) {
+        int subfolders = 0;
+        for (std::size_t i = 0; i < listing.size(); ++i)
+            subfolders += listing.at(i).isDirectory();
+        out.rootCounted(subfolders);
+    }
+    using State = core::WalkVisitor::FolderState;
+    out.enterFolder(path, name, depth, listing.readable ? State::Listed : State::Unreadable);
+    for (std::size_t i = 0; i < listing.size(); ++i) {
+        const DirectoryEntry entry = listing.at(i);
+        const QString child = path + u'\\' + entry.name.toString();
+        out.entryMet();
+        if (!entry.isDirectory())
+            out.file(path, entry);
+        else if (out.acceptFolder(child, entry))
+            plainRecursion(disk, child, entry.name.toString(), depth + 1, out);
+    }
+    out.leaveFolder();
+}
+
+// `size` entries; narrow and deep, or wide and flat, as the seed has it.
+QStringList buildRandomTree(MemoryEnumerator &disk, quint32 seed, int size)
+{
+    QRandomGenerator random(seed);
+    QStringList folders{QStringLiteral("C:\\r")};
+    disk.addFolder(folders.first());
+    const int window = 1 + random.bounded(20);
+    for (int i = 0; i < size; ++i) {
+        const qsizetype lowest = qMax<qsizetype>(0, folders.size() - window);
+        const QString parent = folders[lowest + random.bounded(int(folders.size() - lowest))];
+        const QString path = parent + QStringLiteral("\\n%1").arg(i);
+        if (random.bounded(3) > 0) {
+            disk.addFile(path, random.bounded(1000U));
+            continue;
+        }
+        disk.addFolder(path);
+        folders.append(path);
+        if (random.bounded(12) == 0)
+            disk.setUnreadable(path);
+    }
+    return folders;
+}
+
+QStringList walk(MemoryEnumerator &disk, const QString &root, int threads = 0)
+{
+    core::CancelFlag cancel;
+    Recorder recorder(cancel);
+    core::WalkOptions options;
+    options.readAheadThreads = threads;
+    core::walkFolders(root, disk, recorder, cancel, options);
+    return recorder.events;
+}
+
+int entered(const QStringList &events, core::WalkVisitor::FolderState state)
+{
+    const QString end = QStringLiteral(" %1").arg(int(state));
+    return int(std::count_if(events.begin(), events.end(), [&](const QString &event) {
+        return event.startsWith(u"enter") && event.endsWith(end);
+    }));
+}
+
+} // namespace
+
+class TestFolderWalk : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void rootSpelling_data();
+    void rootSpelling();
+    void eventsOfASmallTree();
+    void sameAsPlainRecursion_data();
+    void sameAsPlainRecursion();
+    void missingRoot();
+    void links_data();
+    void links();
+    void anotherTagIsNoLink();
+    void thousandsOfLevels_data();
+    void thousandsOfLevels();
+    void cancelledAtEveryEvent_data();
+    void cancelledAtEveryEvent();
+    void cancelledListingIsNotUnreadable();
+    void refusedFoldersAreNeverListed();
+    void poolListsInTheOrderOfTheWalk();
+    void poolDoesNotFollowLinks();
+    void poolStopsAtTheLimit();
+    void walkListsWhilePoolIsBusy();
+};
+
+void TestFolderWalk::rootSpelling_data()
+{
+    QTest::addColumn<QString>("chosen");
+    QTest::addColumn<QString>("root");
+    QTest::newRow("drive") << QStringLiteral("C:\\") << QStringLiteral("C:");
+    QTest::newRow("bare drive") << QStringLiteral("C:") << QStringLiteral("C:");
+    QTest::newRow("folder") << QStringLiteral("C:\\x") << QStringLiteral("C:\\x");
+    QTest::newRow("separator at the end") << QStringLiteral("C:\\x\\") << QStringLiteral("C:\\x");
+    QTest::newRow("forward slashes") << QStringLiteral("C:/x/y/") << QStringLiteral("C:\\x\\y");
+    QTest::newRow("network") << QStringLiteral("\\\\host\\share\\") << QStringLiteral("\\\\host\\share");
+}
+
+void TestFolderWalk::rootSpelling()
+{
+    QFETCH(QString, chosen);
+    QTEST(core::walkRoot(chosen), "root");
+}
+
+void TestFolderWalk::eventsOfASmallTree()
+{
+    MemoryEnumerator disk;
+    disk.addFile(QStringLiteral("D:\\one"), 1);
+    disk.addFile(QStringLiteral("D:\\sub\\two"), 2);
+    disk.addFolder(QStringLiteral("D:\\secret"));
+    disk.setUnreadable(QStringLiteral("D:\\secret"));
+    disk.addFile(QStringLiteral("D:\\three"), 3);
+    const QString expected =
+        QStringLiteral("root 2|enter D: D: 0 0|"
+                       "entry|file D: one 1|"
+                       "entry|accept D:\\sub sub|enter D:\\sub sub 1 0|"
+                       "entry|file D:\\sub two 2|leave|"
+                       "entry|accept D:\\secret secret|enter D:\\secret secret 1 1|leave|"
+                       "entry|file D: three 3|leave");
+    QCOMPARE(walk(disk, QStringLiteral("D:\\")).join(u'|'), expected);
+}
+
+void TestFolderWalk::sameAsPlainRecursion_data()
+{
+    QTest::addColumn<int>("threads");
+    QTest::newRow("alone") << 0;
+    QTest::newRow("one thread ahead") << 1;
+    QTest::newRow("four threads ahead") << 4;
+}
+
+void TestFolderWalk::sameAsPlainRecursion()
+{
+    QFETCH(int, threads);
+    for (quint32 seed = 1; seed <= 60; ++seed) {
+        MemoryEnumerator disk;
+        const QStringList folders = buildRandomTree(disk, seed, 400);
+        core::CancelFlag never;
+        Recorder expected(never), recorder(never);
+        QRandomGenerator random(seed);
+        for (const QString &folder : folders.sliced(1)) {
+            if (random.bounded(10) == 0)
+                expected.refused.insert(folder);
+        }
+        recorder.refused = expected.refused;
+        plainRecursion(disk, QStringLiteral("C:\\r"), QStringLiteral("C:\\r"), 0, expected);
+
+        // The pool is kept from the refused folders at every second tree, and has to throw them away at the
+        // others; small limits make it stop and go on.
+        core::WalkOptions options;
+        options.readAheadThreads = threads;
+        options.readAheadEntries = seed % 3 == 0 ? 20 : 200'000;
+        if (seed % 2 == 0)
+            options.mayListAhead = [&](const QString &path) { return !expected.refused.contains(path); };
+        core::walkFolders(QStringLiteral("C:\\r"), disk, recorder, never, options);
+        QCOMPARE(recorder.events, expected.events);
+    }
+}
+
+void TestFolderWalk::missingRoot()
+{
+    MemoryEnumerator disk;
+    QCOMPARE(walk(disk, QStringLiteral("X:\\none")).join(u'|'),
+             QStringLiteral("root 0|enter X:\\none X:\\none 0 1|leave"));
+}
+
+void TestFolderWalk::links_data()
+{
+    using Links = QList<std::pair<QString, QString>>;
+    QTest::addColumn<Links>("links");
+    QTest::addColumn<int>("listed"); // of C:\r, with C:\r\x and C:\r\y in it
+    QTest::addColumn<int>("cycles");
+    const auto in = [](const char *name) { return QStringLiteral("C:\\r\\") + QLatin1String(name); };
+    QTest::newRow("to itself") << Links{{in("x\\l"), in("x")}} << 3 << 1;
+    QTest::newRow("to the root") << Links{{in("x\\l"), QStringLiteral("C:\\r")}} << 3 << 1;
+    QTest::newRow("to above the root") << Links{{in("x\\l"), QStringLiteral("C:")}} << 7 << 1;
+    QTest::newRow("two in one folder") << Links{{in("x\\l"), in("x")}, {in("x\\m"), in("x")}} << 3 << 2;
+    QTest::newRow("a pair") << Links{{in("x\\l"), in("y")}, {in("y\\m"), in("x")}} << 5 << 2;
+    QTest::newRow("to a brother") << Links{{in("x\\l"), in("y")}} << 4 << 0;
+    QTest::newRow("to a link") << Links{{in("x\\l"), in("y\\m")}, {in("y\\m"), in("x")}} << 4 << 2;
+    QTest::newRow("to nowhere") << Links{{in("x\\l"), in("gone")}} << 3 << 0;
+}
+
+void TestFolderWalk::links()
+{
+    using Links = QList<std::pair<QString, QString>>;
+    QFETCH(Links, links);
+    for (const quint32 tag : {MemoryEnumerator::mountPointTag, MemoryEnumerator::symbolicLinkTag, 0U}) {
+        for (const int threads : {0, 2}) {
+            MemoryEnumerator disk;
+            disk.addFolder(QStringLiteral("C:\\r\\x"));
+            disk.addFolder(QStringLiteral("C:\\r\\y"));
+            for (const auto &[path, target] : links)
+                disk.addLink(path, target, tag);
+            const QStringList events = walk(disk, QStringLiteral("C:\\r"), threads);
+            QTEST(entered(events, core::WalkVisitor::FolderState::Listed), "listed");
+            QTEST(entered(events, core::WalkVisitor::FolderState::Cycle), "cycles");
+        }
+    }
+}
+
+void TestFolderWalk::anotherTagIsNoLink()
+{
+    MemoryEnumerator disk;
+    disk.addFolder(QStringLiteral("C:\\r\\cloud"), core::AttributeDirectory | core::AttributeReparsePoint,
+                   MemoryEnumerator::cloudTag);
+    disk.addFile(QStringLiteral("C:\\r\\cloud\\f"), 1);
+    QVERIFY(walk(disk, QStringLiteral("C:\\r")).contains(QStringLiteral("file C:\\r\\cloud f 1")));
+    QCOMPARE(disk.identityCount(), 0);
+}
+
+void TestFolderWalk::thousandsOfLevels_data()
+{
+    sameAsPlainRecursion_data();
+}
+
+void TestFolderWalk::thousandsOfLevels()
+{
+    QFETCH(int, threads);
+    constexpr int levels = 3000;
+    MemoryEnumerator disk;
+    QString path = QStringLiteral("C:\\r");
+    for (int i = 0; i < levels; ++i)
+        path += QStringLiteral("\\d");
+    disk.addFile(path + QStringLiteral("\\f"), 7);
+    disk.addLink(path + QStringLiteral("\\up"), QStringLiteral("C:\\r"));
+    const QStringList events = walk(disk, QStringLiteral("C:\\r"), threads);
+    QCOMPARE(entered(events, core::WalkVisitor::FolderState::Listed), levels + 1);
+    QCOMPARE(entered(events, core::WalkVisitor::FolderState::Cycle), 1);
+    QVERIFY(events.contains(QStringLiteral("file %1 f 7").arg(path)));
+}
+
+void TestFolderWalk::cancelledAtEveryEvent_data()
+{
+    sameAsPlainRecursion_data();
+}
+
+// However far the walk got: what was told up to then is the beginning of the whole story, nothing new is met
+// after it, and every folder that began also ends.
+void TestFolderWalk::cancelledAtEveryEvent()
+{
+    QFETCH(int, threads);
+    MemoryEnumerator disk;
+    buildRandomTree(disk, 5, 60);
+    disk.addLink(QStringLiteral("C:\\r\\again"), QStringLiteral("C:\\r"));
+    const QStringList whole = walk(disk, QStringLiteral("C:\\r"));
+    for (int after = 1; after <= whole.size(); ++after) {
+        core::CancelFlag cancel;
+        Recorder recorder(cancel);
+        recorder.cancelAfter = after;
+        core::WalkOptions options;
+        options.readAheadThreads = threads;
+        core::walkFolders(QStringLiteral("C:\\r"), disk, recorder, cancel, options);
+        QCOMPARE(recorder.events.first(after), whole.first(after));
+
+        int open = 0;
+        for (qsizetype i = 0; i < recorder.events.size(); ++i) {
+            const QString &event = recorder.events[i];
+            open += event.startsWith(u"enter") ? 1 : event == u"leave" ? -1 : 0;
+            // The entry that is being met at that moment is told to its end.
+            if (i >= after)
+                QVERIFY2(event != u"entry", qPrintable(event));
+        }
+        QCOMPARE(open, 0);
+        QCOMPARE(recorder.events.count(QStringLiteral("leave")) > 0, true);
+    }
+
+    core::CancelFlag cancel;
+    cancel.set();
+    Recorder recorder(cancel);
+    core::walkFolders(QStringLiteral("C:\\r"), disk, recorder, cancel);
+    QCOMPARE(recorder.events, QStringList{QStringLiteral("root 0")});
+}
+
+void TestFolderWalk::cancelledListingIsNotUnreadable()
+{
+    MemoryEnumerator disk;
+    disk.addFolder(QStringLiteral("C:\\r\\a"));
+    core::CancelFlag cancel;
+    disk.onList = [&](const QString &folder) {
+        if (folder.endsWith(u'a'))
+            cancel.set();
+    };
+    Recorder recorder(cancel);
+    core::walkFolders(QStringLiteral("C:\\r"), disk, recorder, cancel);
+    QCOMPARE(entered(recorder.events, core::WalkVisitor::FolderState::Unreadable), 0);
+    QCOMPARE(entered(recorder.events, core::WalkVisitor::FolderState::Listed), 2);
+}
+
+void TestFolderWalk::refusedFoldersAreNeverListed()
+{
+    MemoryEnumerator disk;
+    const QStringList folders = buildRandomTree(disk, 3, 600);
+    core::CancelFlag never;
+    Recorder recorder(never);
+    recorder.refused =
+        QSet<QString>(folders.begin() + folders.size() / 4, folders.begin() + folders.size() / 2);
+    core::WalkOptions options;
+    options.readAheadThreads = 4;
+    options.mayListAhead = [&](const QString &path) { return !recorder.refused.contains(path); };
+    core::walkFolders(folders.first(), disk, recorder, never, options);
+    for (const QString &listed : disk.listed())
+        QVERIFY2(!recorder.refused.contains(listed), qPrintable(listed));
+}
+
+// With the walk held back at the root's first entry, the only thread of the pool does all the work: in the
+// order in which the walk will ask for it.
+void TestFolderWalk::poolListsInTheOrderOfTheWalk()
+{
+    MemoryEnumerator disk;
+    const QStringList folders = buildRandomTree(disk, 8, 300);
+    walk(disk, folders.first());
+    const QStringList order = disk.listed();
+
+    class Patient : public Recorder
+    {
+    public:
+        Patient(core::CancelFlag &flag, MemoryEnumerator &files, qsizetype folderCount)
+            : Recorder(flag),
+              disk(files),
+              count(folderCount)
+        {
+        }
+        void entryMet() override
+        {
+            for (int i = 0; i < 5000 && disk.listCount() < count; ++i)
+                std::this_thread::sleep_for(std::chrono::milliseconds(1));
+        }
+        MemoryEnumerator &disk;
+        qsizetype count;
+    };
+    MemoryEnumerator again;
+    buildRandomTree(again, 8, 300);
+    core::CancelFlag never;
+    Patient visitor(never, again, order.size());
+    core::WalkOptions options;
+    options.readAheadThreads = 1;
+    core::walkFolders(folders.first(), again, visitor, never, options);
+    QCOMPARE(again.listed(), order);
+}
+
+void TestFolderWalk::poolDoesNotFollowLinks()
+{
+    MemoryEnumerator disk;
+    disk.addFolder(QStringLiteral("C:\\r\\a"));
+    disk.addLink(QStringLiteral("C:\\r\\loop"), QStringLiteral("C:\\r"));
+    disk.addLink(QStringLiteral("C:\\r\\wine"), QStringLiteral("C:\\r"), 0);
+    for (int i = 0; i < 100; ++i)
+        disk.addFolder(QStringLiteral("C:\\r\\f%1").arg(i));
+    walk(disk, QStringLiteral("C:\\r"), 4);
+    QCOMPARE(disk.listCount(), 102);
+}
+
+void TestFolderWalk::poolStopsAtTheLimit()
+{
+    MemoryEnumerator disk;
+    for (int i = 0; i < 200; ++i) {
+        for (int k = 0; k < 9; ++k)
+            disk.addFile(QStringLiteral("C:\\r\\f%1\\%2").arg(i).arg(k), 1);
+    }
+    // The walk stops at its first folder until the pool has come to rest.
+    class Sleeper : public Recorder
+    {
+    public:
+        Sleeper(core::CancelFlag &flag, MemoryEnumerator &files) : Recorder(flag), disk(files) {}
+        void entryMet() override
+        {
+            for (int before = -1; before != disk.listCount() && highest < 0;) {
+                before = disk.listCount();
+                std::this_thread::sleep_for(std::chrono::milliseconds(100));
+            }
+            if (highest < 0)
+                highest = disk.listCount();
+        }
+        MemoryEnumerator &disk;
+        int highest = -1;
+    };
+    core::CancelFlag never;
+    Sleeper visitor(never, disk);
+    core::WalkOptions options;
+    options.readAheadThreads = 2;
+    options.readAheadEntries = 300; // thirty folders of nine files, each counted as ten
+    core::walkFolders(QStringLiteral("C:\\r"), disk, visitor, never, options);
+    QVERIFY2(visitor.highest >= 20 && visitor.highest <= 1 + 30 + 2,
+             qPrintable(QString::number(visitor.highest)));
+    QCOMPARE(disk.listCount(), 201);
+}
+
+// The first listing of the pool never comes to an end until the walk has listed all that is left. The walk
+// must neither wait for the pool before that nor list the folder a second time.
+void TestFolderWalk::walkListsWhilePoolIsBusy()
+{
+    MemoryEnumerator disk;
+    for (int i = 0; i < 50; ++i)
+        disk.addFile(QStringLiteral("C:\\r\\f%1\\file").arg(i), 1);
+    const std::thread::id walker = std::this_thread::get_id();
+    std::atomic_bool held = false, starved = false;
+    disk.onList = [&](const QString &) {
+        if (std::this_thread::get_id() == walker || held.exchange(true))
+            return;
+        for (int i = 0; i < 5000 && disk.listCount() < 51; ++i)
+            std::this_thread::sleep_for(std::chrono::milliseconds(1));
+        starved = disk.listCount() < 51;
+    };
+    core::CancelFlag never;
+    Recorder recorder(never);
+    core::WalkOptions options;
+    options.readAheadThreads = 1;
+    core::walkFolders(QStringLiteral("C:\\r"), disk, recorder, never, options);
+    QVERIFY(!starved);
+    QCOMPARE(disk.listCount(), 51);
+    QCOMPARE(entered(recorder.events, core::WalkVisitor::FolderState::Listed), 51);
+}
+
+QTEST_GUILESS_MAIN(TestFolderWalk)
+#include "tst_folder_walk.moc"
