@@ -3,6 +3,8 @@
 
 #include "DiskUsage/FolderModel.h"
 
+#include <algorithm>
+
 FolderSortModel::FolderSortModel(QObject *parent) : QSortFilterProxyModel(parent)
 {
     setSortRole(Qt::EditRole);
@@ -14,13 +16,11 @@ void FolderSortModel::setFolderModel(FolderModel *model)
     setSourceModel(model);
 }
 
-bool FolderSortModel::lessThan(const QModelIndex &left, const QModelIndex &right) const
+bool FolderSortModel::less(const FolderItem &left, const FolderItem &right, int column)
 {
-    const FolderItem &first = *m_folders->folderItem(left);
-    const FolderItem &second = *m_folders->folderItem(right);
-    const diskusage::Folder &a = first.folder();
-    const diskusage::Folder &b = second.folder();
-    switch (left.column()) {
+    const diskusage::Folder &a = left.folder();
+    const diskusage::Folder &b = right.folder();
+    switch (column) {
     case FolderModel::Name:
         return a.name.compare(b.name, Qt::CaseInsensitive) < 0;
     case FolderModel::FileCount:
@@ -34,8 +34,25 @@ bool FolderSortModel::lessThan(const QModelIndex &left, const QModelIndex &right
     case FolderModel::Index:
         return a.index < b.index;
     default:
-        return first.value(left.column()).toString() < second.value(left.column()).toString();
+        return left.value(column).toString() < right.value(column).toString();
     }
+}
+
+std::vector<const FolderItem *> FolderSortModel::sortedChildren(const FolderItem &folder, int column,
+                                                                Qt::SortOrder order)
+{
+    std::vector<const FolderItem *> children;
+    for (int row = 0; row < folder.rowCount(); ++row)
+        children.push_back(folder.childFolder(row));
+    std::stable_sort(children.begin(), children.end(), [&](const FolderItem *a, const FolderItem *b) {
+        return order == Qt::AscendingOrder ? less(*a, *b, column) : less(*b, *a, column);
+    });
+    return children;
+}
+
+bool FolderSortModel::lessThan(const QModelIndex &left, const QModelIndex &right) const
+{
+    return less(*m_folders->folderItem(left), *m_folders->folderItem(right), left.column());
 }
 
 bool FolderSortModel::filterAcceptsRow(int, const QModelIndex &) const

@@ -3,6 +3,9 @@
 
 #include <QSortFilterProxyModel>
 
+#include <vector>
+
+class FolderItem;
 class FolderModel;
 
 // The order in which the folder tree is shown. Compares the folders themselves instead of asking for values a
@@ -16,6 +19,11 @@ public:
 
     // Null takes the model away again.
     void setFolderModel(FolderModel *model);
+
+    // Both of one folder; `column` is one of FolderModel::Column. Any thread.
+    static bool less(const FolderItem &left, const FolderItem &right, int column);
+    static std::vector<const FolderItem *> sortedChildren(const FolderItem &folder, int column,
+                                                          Qt::SortOrder order);
 
 protected:
     bool lessThan(const QModelIndex &left, const QModelIndex &right) const override;

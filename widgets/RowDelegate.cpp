@@ -59,6 +59,14 @@ QString BarDelegate::displayText(const QVariant &value, const QLocale &locale) c
                                                : RowDelegate::displayText(value, locale);
 }
 
+QColor BarDelegate::barColor(const QModelIndex &index, const QPalette &palette)
+{
+    const QVariant chart = index.data(ChartIndexRole);
+    if (!chart.isValid())
+        return theme::colors(palette).accent;
+    return chart.toInt() < 0 ? theme::chartRestColor(palette) : theme::chartColor(chart.toInt(), palette);
+}
+
 void BarDelegate::paint(QPainter *painter, const QStyleOptionViewItem &option, const QModelIndex &index) const
 {
     QStyleOptionViewItem item(option);
@@ -93,5 +101,5 @@ void BarDelegate::paint(QPainter *painter, const QStyleOptionViewItem &option, c
     if (selected)
         track.setAlphaF(0.25F);
     theme::paintBar(*painter, bar, index.data(Qt::EditRole).toDouble() / 100,
-                    selected ? textColor : colors.accent, track, item.direction);
+                    selected ? textColor : barColor(index, item.palette), track, item.direction);
 }

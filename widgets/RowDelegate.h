@@ -27,9 +27,14 @@ class BarDelegate : public RowDelegate
 public:
     using RowDelegate::RowDelegate;
 
+    static constexpr int ChartIndexRole = Qt::UserRole + 1000;
+
     static QString percentText(double percent); // "45.2 %"
 
     QString displayText(const QVariant &value, const QLocale &locale) const override;
     void paint(QPainter *painter, const QStyleOptionViewItem &option,
                const QModelIndex &index) const override;
+
+private:
+    static QColor barColor(const QModelIndex &index, const QPalette &palette);
 };

@@ -1,0 +1,152 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "DiskUsage/BiggestFilesPage.h"
+
+#include "DiskUsage/BiggestFilesModel.h"
+#include "DiskUsage/DataFilesModel.h"
+#include "DiskUsage/FileTable.h"
+#include "DiskUsage/PathActions.h"
+#include "widgets/EmptyState.h"
+#include "widgets/FLTableView.h"
+#include "widgets/Theme.h"
+
+#include <QComboBox>
+#include <QFileInfo>
+#include <QHeaderView>
+#include <QIcon>
+#include <QLabel>
+#include <QStackedLayout>
+#include <QVBoxLayout>
+
+#include <algorithm>
+
+using namespace diskusage;
+
+BiggestFilesPage::BiggestFilesPage(QWidget *parent)
+    : QWidget(parent),
+      m_title(new QLabel(tr("20 biggest Files"), this)),
+      m_choice(new QComboBox(this)),
+      m_table(new FLTableView(this)),
+      m_empty(new EmptyState(this)),
+      m_actions(new PathActions(m_table, [this] { return currentPath(); }))
+{
+    buildLayout();
+    connectAll();
+}
+
+BiggestFilesPage::~BiggestFilesPage() = default;
+
+void BiggestFilesPage::buildLayout()
+{
+    m_title->setFont(theme::sectionTitle(font()));
+    m_choice->setObjectName(QStringLiteral("biggestFilesComboBox"));
+    m_choice->setAccessibleName(tr("Folder whose biggest files are shown"));
+    m_choice->setSizeAdjustPolicy(QComboBox::AdjustToContents);
+    m_table->setObjectName(QStringLiteral("biggestFilesTableView"));
+    m_table->setAccessibleName(tr("20 biggest Files"));
+    m_table->setContextMenuPolicy(Qt::CustomContextMenu);
+    m_empty->setContent(QIcon(QStringLiteral(":/resources/images/Info16.png")), tr("No files"),
+                        tr("This folder holds no file that takes any space."));
+
+    auto *line = new QHBoxLayout;
+    line->addWidget(m_title);
+    line->addStretch();
+    line->addWidget(m_choice);
+    auto *body = new QWidget(this);
+    m_stack = new QStackedLayout(body);
+    m_stack->addWidget(m_table);
+    m_stack->addWidget(m_empty);
+    auto *layout = new QVBoxLayout(this);
+    layout->setContentsMargins(0, theme::spaceSnug, 0, 0);
+    layout->setSpacing(theme::spaceSnug);
+    layout->addLayout(line);
+    layout->addWidget(body, 1);
+}
+
+void BiggestFilesPage::connectAll()
+{
+    connect(m_choice, &QComboBox::currentIndexChanged, this, &BiggestFilesPage::showList);
+    connect(m_table, &QAbstractItemView::activated, m_actions, &PathActions::open);
+    connect(m_table, &QWidget::customContextMenuRequested, this,
+            [this](const QPoint &where) { m_actions->showMenu(m_table->viewport()->mapToGlobal(where)); });
+    connect(m_actions, &PathActions::exportTable, this, &BiggestFilesPage::exportTable);
+    connect(m_actions, &PathActions::failed, this, &BiggestFilesPage::failed);
+}
+
+void BiggestFilesPage::setModel(BiggestFilesModel *model, const QString &folder)
+{
+    m_table->setModel(nullptr);
+    m_choice->clear();
+    m_lists.clear();
+    m_choice->hide();
+    if (!model)
+        return;
+    m_lists.push_back({folder, nullptr, model});
+    const QString name = QFileInfo(folder).fileName();
+    m_choice->addItem(tr("%1 (20 Biggest Files)").arg(name.isEmpty() ? folder : name));
+}
+
+void BiggestFilesPage::addFolder(const QString &folder, const std::vector<BiggestFile> &files)
+{
+    auto model = std::make_unique<BiggestFilesModel>();
+    model->setFiles(files);
+    const auto known = std::find_if(m_lists.begin(), m_lists.end(),
+                                    [&](const List &list) { return list.own && list.folder == folder; });
+    if (known != m_lists.end()) {
+        const int index = static_cast<int>(known - m_lists.begin());
+        const bool shown = m_table->model() == known->model;
+        std::swap(known->own, model);
+        known->model = known->own.get();
+        if (shown)
+            showList(index);
+        return;
+    }
+    BiggestFilesModel *shownModel = model.get();
+    m_lists.push_back({folder, std::move(model), shownModel});
+    m_choice->addItem(tr("%1 (20 Biggest Files)").arg(QFileInfo(folder).fileName()));
+    m_choice->show();
+}
+
+void BiggestFilesPage::showList(int index)
+{
+    if (index < 0 || static_cast<std::size_t>(index) >= m_lists.size())
+        return;
+    BiggestFilesModel *model = m_lists[static_cast<std::size_t>(index)].model;
+    m_table->setModel(model);
+    showFileColumns(*m_table);
+    m_stack->setCurrentIndex(model->rowCount() > 0 ? 0 : 1);
+    m_table->sortByColumn(FileSizeText, Qt::DescendingOrder);
+}
+
+BiggestFilesModel *BiggestFilesPage::shownModel() const
+{
+    return qobject_cast<BiggestFilesModel *>(m_table->model());
+}
+
+QString BiggestFilesPage::currentPath() const
+{
+    const BiggestFilesModel *model = shownModel();
+    return model ? model->filePath(m_table->currentIndex().row()) : QString();
+}
+
+CsvTable BiggestFilesPage::csvTable() const
+{
+    CsvTable table;
+    table.suggestedName = tr("20 biggest Files");
+    QList<QStringList> rows;
+    const BiggestFilesModel *model = shownModel();
+    for (int column = 0; column < FileColumnTotal; ++column)
+        table.titles.append(fileColumnTitle(column));
+    for (int row = 0; model && row < model->rowCount(); ++row) {
+        QStringList fields;
+        for (int column = 0; column < FileColumnTotal; ++column)
+            fields.append(model->index(row, column).data().toString());
+        rows.append(fields);
+    }
+    table.next = [rows, next = qsizetype(0)](QStringList &row) mutable {
+        if (next == rows.size())
+            return false;
+        row = rows.at(next++);
+        return true;
+    };
+    return table;
+}

@@ -1,0 +1,61 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include "DiskUsage/CsvExport.h"
+#include "DiskUsage/engine/Scan.h"
+
+#include <QWidget>
+
+#include <memory>
+#include <vector>
+
+class BiggestFilesModel;
+class EmptyState;
+class FLTableView;
+class PathActions;
+class QComboBox;
+class QLabel;
+class QStackedLayout;
+
+// The biggest files of the scan, and of every folder that was scanned again after it.
+class BiggestFilesPage : public QWidget
+{
+    Q_OBJECT
+
+public:
+    explicit BiggestFilesPage(QWidget *parent = nullptr);
+    ~BiggestFilesPage() override;
+
+    // Null detaches the model and drops the lists of single folders.
+    void setModel(BiggestFilesModel *model, const QString &folder = {});
+    // The list of a folder that was scanned again; replaces an earlier one of the same folder, and is shown
+    // when the user chooses it.
+    void addFolder(const QString &folder, const std::vector<diskusage::BiggestFile> &files);
+    diskusage::CsvTable csvTable() const;
+    PathActions *actions() const { return m_actions; }
+
+signals:
+    void exportTable();
+    void failed(const QString &message);
+
+private:
+    struct List {
+        QString folder;
+        std::unique_ptr<BiggestFilesModel> own; // null for the scan's list
+        BiggestFilesModel *model;
+    };
+
+    void buildLayout();
+    void connectAll();
+    void showList(int index);
+    BiggestFilesModel *shownModel() const;
+    QString currentPath() const;
+
+    std::vector<List> m_lists;
+    QLabel *m_title;
+    QComboBox *m_choice;
+    FLTableView *m_table;
+    EmptyState *m_empty;
+    QStackedLayout *m_stack;
+    PathActions *m_actions;
+};

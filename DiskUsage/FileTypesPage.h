@@ -1,0 +1,56 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include "DiskUsage/CsvExport.h"
+
+#include <QWidget>
+
+class DataFilesModel;
+class EmptyState;
+class FLTableView;
+class FLTreeView;
+class PathActions;
+class QLabel;
+class QStackedLayout;
+class QStandardItemModel;
+
+// The file types with the number of their files, their total and their share of the scan, and the files of
+// the selected one.
+class FileTypesPage : public QWidget
+{
+    Q_OBJECT
+
+public:
+    explicit FileTypesPage(QWidget *parent = nullptr);
+
+    // `total` is what the shares are taken of, in bytes. Null detaches the model.
+    void setModel(DataFilesModel *model, quint64 total = 0);
+    diskusage::CsvTable csvTable() const;
+    PathActions *actions() const { return m_actions; }
+
+signals:
+    void exportTable();
+    void failed(const QString &message);
+
+private:
+    enum TypeColumn { TypeName, TypeShare, TypeSize, TypeCount, TypeColumnTotal };
+
+    void buildTypes();
+    void buildFiles();
+    void buildLayout();
+    void connectAll();
+    void fillTypes(quint64 total);
+    void showSelectedType();
+    void showTitle();
+    QString currentPath() const;
+
+    DataFilesModel *m_model = nullptr;
+    QStandardItemModel *m_typeModel;
+    FLTreeView *m_types;
+    QLabel *m_title;
+    FLTableView *m_table;
+    EmptyState *m_empty;
+    QStackedLayout *m_stack;
+    PathActions *m_actions;
+    bool m_sorting = false;
+};

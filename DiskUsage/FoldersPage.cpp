@@ -1,0 +1,274 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "DiskUsage/FoldersPage.h"
+
+#include "DiskUsage/FolderModel.h"
+#include "DiskUsage/FolderSortModel.h"
+#include "DiskUsage/PathActions.h"
+#include "DiskUsage/UsageGraph.h"
+#include "core/SizeText.h"
+#include "widgets/ElidedLabel.h"
+#include "widgets/FLTreeView.h"
+#include "widgets/PathBar.h"
+#include "widgets/RowDelegate.h"
+#include "widgets/Theme.h"
+
+#include <QAction>
+#include <QHeaderView>
+#include <QLabel>
+#include <QSplitter>
+#include <QVBoxLayout>
+
+namespace
+{
+
+constexpr int graphLevels = 3;
+constexpr int drawDelay = 30; // ms
+
+} // namespace
+
+FoldersPage::FoldersPage(QWidget *parent)
+    : QWidget(parent),
+      m_sorted(new FolderSortModel(this)),
+      m_pathBar(new PathBar(this)),
+      m_tree(new FLTreeView(this)),
+      m_graph(new UsageGraph(this)),
+      m_graphTitle(new ElidedLabel(this, Qt::ElideMiddle)),
+      m_actions(new PathActions(m_tree, [this] { return currentPath(); })),
+      m_graphActions(new PathActions(m_graph, [this] { return graphPath(); }))
+{
+    buildTree();
+    buildGraph();
+    buildLayout();
+    connectTree();
+    connectGraph();
+    connectActions(m_actions);
+    connectActions(m_graphActions);
+}
+
+FoldersPage::~FoldersPage() = default;
+
+void FoldersPage::buildTree()
+{
+    m_tree->setObjectName(QStringLiteral("folderTreeView"));
+    m_tree->setAccessibleName(tr("Folders"));
+    m_tree->setModel(m_sorted);
+    m_tree->setItemDelegateForColumn(FolderModel::Percentage, new BarDelegate(m_tree));
+    m_tree->setContextMenuPolicy(Qt::CustomContextMenu);
+    m_tree->header()->setStretchLastSection(false);
+    m_actions->addScanAgain();
+}
+
+void FoldersPage::buildGraph()
+{
+    m_graph->setObjectName(QStringLiteral("usageGraph"));
+    m_graphTitle->setFont(theme::sectionTitle(font()));
+    m_pathBar->setObjectName(QStringLiteral("pathBar"));
+}
+
+void FoldersPage::buildLayout()
+{
+    auto *right = new QWidget(this);
+    auto *column = new QVBoxLayout(right);
+    column->setContentsMargins(theme::space, 0, 0, 0);
+    column->setSpacing(theme::spaceTight);
+    column->addWidget(m_graphTitle);
+    column->addWidget(m_graph, 1);
+
+    auto *splitter = new QSplitter(Qt::Horizontal, this);
+    splitter->addWidget(m_tree);
+    splitter->addWidget(right);
+    splitter->setStretchFactor(0, 3);
+    splitter->setStretchFactor(1, 2);
+    splitter->setChildrenCollapsible(false);
+
+    auto *layout = new QVBoxLayout(this);
+    layout->setContentsMargins(0, theme::spaceSnug, 0, 0);
+    layout->setSpacing(theme::spaceSnug);
+    layout->addWidget(m_pathBar);
+    layout->addWidget(splitter, 1);
+}
+
+void FoldersPage::connectTree()
+{
+    connect(m_tree, &QWidget::customContextMenuRequested, this,
+            [this](const QPoint &where) { m_actions->showMenu(m_tree->viewport()->mapToGlobal(where)); });
+    connect(m_tree->selectionModel(), &QItemSelectionModel::currentRowChanged, this,
+            [this] { m_later.start(); });
+    connect(m_actions, &PathActions::scanAgain, this, [this] { emit scanAgain(currentFolder()); });
+    connect(m_pathBar, &PathBar::partActivated, this, [this](int part) {
+        QModelIndex folder = currentFolder();
+        for (auto level = m_pathBar->path().size() - 1; level > part; --level)
+            folder = folder.parent();
+        selectFolder(folder);
+    });
+    m_later.setSingleShot(true);
+    m_later.setInterval(drawDelay);
+    connect(&m_later, &QTimer::timeout, this, &FoldersPage::showCurrent);
+
+    auto *up = new QAction(tr("Folder Above"), this);
+    up->setObjectName(QStringLiteral("folderAboveAction"));
+    up->setShortcuts({QKeySequence(Qt::Key_Backspace), QKeySequence(Qt::ALT | Qt::Key_Up)});
+    up->setShortcutContext(Qt::WidgetWithChildrenShortcut);
+    addAction(up);
+    connect(up, &QAction::triggered, this, &FoldersPage::goUp);
+}
+
+void FoldersPage::connectGraph()
+{
+    connect(m_graph, &UsageGraph::folderActivated, this, &FoldersPage::enter);
+    connect(m_graph, &UsageGraph::fileActivated, m_graphActions, &PathActions::showInExplorer);
+    connect(m_graph, &UsageGraph::menuRequested, m_graphActions, &PathActions::showMenu);
+}
+
+void FoldersPage::connectActions(PathActions *actions)
+{
+    connect(actions, &PathActions::exportTable, this, &FoldersPage::exportTable);
+    connect(actions, &PathActions::failed, this, &FoldersPage::failed);
+}
+
+void FoldersPage::setModel(FolderModel *model, const core::FileTypeTable &fileTypes)
+{
+    m_later.stop();
+    m_model = model;
+    m_sorted->setFolderModel(model);
+    m_matcher.reset();
+    m_categories.clear();
+    if (!model) {
+        m_pathBar->setPath({});
+        m_graph->setUsage({}, {});
+        return;
+    }
+    m_matcher = std::make_unique<core::FileTypeMatcher>(fileTypes);
+    for (const core::FileTypeCategory &category : fileTypes)
+        m_categories.append(category.name);
+    m_tree->showColumns({FolderModel::Name, FolderModel::Percentage, FolderModel::SizeText,
+                         FolderModel::FileCount, FolderModel::FolderCount});
+    showColumnWidths();
+    m_tree->setSortingEnabled(true);
+    m_tree->sortByColumn(FolderModel::SizeText, Qt::DescendingOrder);
+    const QModelIndex root = m_sorted->index(0, 0);
+    m_tree->expand(root);
+    m_tree->setCurrentIndex(root);
+    m_later.stop();
+    showCurrent();
+}
+
+void FoldersPage::showColumnWidths()
+{
+    const QFontMetrics metrics(m_tree->font());
+    const auto widthOf = [&metrics](const QString &text) {
+        return metrics.horizontalAdvance(text) + 3 * theme::space;
+    };
+    QHeaderView *header = m_tree->header();
+    header->setSectionResizeMode(FolderModel::Name, QHeaderView::Stretch);
+    header->setMinimumSectionSize(3 * theme::space);
+    header->resizeSection(FolderModel::Percentage, widthOf(QStringLiteral("100.0 %")) + 60);
+    header->resizeSection(FolderModel::SizeText, widthOf(QStringLiteral("1000.00 GB")));
+    header->resizeSection(FolderModel::FileCount, widthOf(tr("File Count")));
+    header->resizeSection(FolderModel::FolderCount, widthOf(tr("Folder Count")));
+}
+
+QModelIndex FoldersPage::currentFolder() const
+{
+    if (!m_model)
+        return {};
+    const QModelIndex current = m_sorted->mapToSource(m_tree->currentIndex());
+    return current.isValid() ? current.siblingAtColumn(0) : m_model->index(0, 0);
+}
+
+QString FoldersPage::currentPath() const
+{
+    const FolderItem *item = m_model ? m_model->folderItem(currentFolder()) : nullptr;
+    return item ? item->path() : QString();
+}
+
+void FoldersPage::selectFolder(const QModelIndex &folder)
+{
+    const QModelIndex row = m_sorted->mapFromSource(folder);
+    if (!row.isValid())
+        return;
+    m_tree->setCurrentIndex(row);
+    m_tree->expand(row);
+    m_tree->scrollTo(row);
+}
+
+void FoldersPage::showCurrent()
+{
+    const FolderItem *item = m_model ? m_model->folderItem(currentFolder()) : nullptr;
+    if (!item)
+        return;
+    QStringList names;
+    for (const FolderItem *part = item; part; part = part->parentFolder())
+        names.prepend(part->folder().name);
+    m_pathBar->setPath(names);
+    const diskusage::Folder &folder = item->folder();
+    m_graphTitle->setText(tr("%1, %2").arg(folder.name, core::sizeText(folder.bytes)));
+    m_graph->setEmptyText(!folder.readable ? tr("This folder could not be read.")
+                          : folder.cycle   ? tr("This is a link to a folder above it, and was not entered.")
+                                           : tr("Nothing in this folder takes any space."));
+    m_graph->setUsage(diskusage::usageTree(*item, *m_matcher, graphLevels), m_categories);
+    m_graph->setAccessibleName(tr("Usage graph of %1").arg(folder.name));
+}
+
+void FoldersPage::refresh()
+{
+    showCurrent();
+}
+
+void FoldersPage::enter(const QStringList &names)
+{
+    const QModelIndex folder = m_model ? m_model->find(currentFolder(), names) : QModelIndex();
+    if (folder.isValid())
+        selectFolder(folder);
+}
+
+void FoldersPage::goUp()
+{
+    const QModelIndex above = currentFolder().parent();
+    if (above.isValid())
+        selectFolder(above);
+}
+
+QString FoldersPage::graphPath() const
+{
+    const QStringList names = m_graph->currentNames();
+    const QString folder = currentPath();
+    if (names.isEmpty() || folder.isEmpty())
+        return {};
+    const QString separator = folder.endsWith(QLatin1Char('\\')) ? QString() : QStringLiteral("\\");
+    return folder + separator + names.join(QLatin1Char('\\'));
+}
+
+diskusage::CsvTable FoldersPage::csvTable() const
+{
+    diskusage::CsvTable table;
+    table.suggestedName = tr("Folders");
+    table.titles = {tr("Path"),       tr("Name"),       tr("Size"),        tr("Raw Size"),
+                    tr("Percentage"), tr("File Count"), tr("Folder Count")};
+    if (!m_model || !m_model->rootFolder())
+        return table;
+    // Every folder of the scan, whether its row is open in the tree or not, in the tree's order.
+    const int column = m_sorted->sortColumn();
+    const Qt::SortOrder order = m_sorted->sortOrder();
+    auto waiting = std::make_shared<std::vector<const FolderItem *>>();
+    waiting->push_back(m_model->rootFolder());
+    table.next = [waiting, column, order](QStringList &row) {
+        if (waiting->empty())
+            return false;
+        const FolderItem *item = waiting->back();
+        waiting->pop_back();
+        const std::vector<const FolderItem *> children =
+            FolderSortModel::sortedChildren(*item, column, order);
+        waiting->insert(waiting->end(), children.rbegin(), children.rend());
+        const diskusage::Folder &folder = item->folder();
+        row = {item->path(),
+               folder.name,
+               core::sizeText(folder.bytes),
+               QString::number(folder.bytes),
+               QString::number(item->share(), 'f', 2),
+               QString::number(folder.files),
+               QString::number(folder.folders)};
+        return true;
+    };
+    return table;
+}

@@ -1,0 +1,140 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "DiskUsage/NotCountedPage.h"
+
+#include "DiskUsage/PathActions.h"
+#include "widgets/FLTableView.h"
+#include "widgets/Theme.h"
+
+#include <QHeaderView>
+#include <QLabel>
+#include <QVBoxLayout>
+
+#include <algorithm>
+
+using diskusage::ScanResult;
+
+void NotCountedModel::setResult(const ScanResult *result)
+{
+    beginResetModel();
+    m_rows.clear();
+    if (result) {
+        for (const QString &path : result->excluded)
+            m_rows.push_back({path, Why::Excluded});
+        for (const QString &path : result->unreadable)
+            m_rows.push_back({path, Why::Unreadable});
+        for (std::size_t i = 0; i < result->folders.size(); ++i)
+            if (result->folders[i].cycle)
+                m_rows.push_back({result->path(static_cast<int>(i)), Why::Cycle});
+    }
+    endResetModel();
+}
+
+int NotCountedModel::count(Why why) const
+{
+    return static_cast<int>(
+        std::count_if(m_rows.begin(), m_rows.end(), [why](const Row &row) { return row.why == why; }));
+}
+
+QString NotCountedModel::reason(Why why)
+{
+    switch (why) {
+    case Why::Excluded:
+        return tr("Left out by the options");
+    case Why::Unreadable:
+        return tr("Could not be read");
+    default:
+        return tr("A link to a folder above it");
+    }
+}
+
+int NotCountedModel::rowCount(const QModelIndex &parent) const
+{
+    return parent.isValid() ? 0 : static_cast<int>(m_rows.size());
+}
+
+int NotCountedModel::columnCount(const QModelIndex &parent) const
+{
+    return parent.isValid() ? 0 : static_cast<int>(ColumnTotal);
+}
+
+QVariant NotCountedModel::data(const QModelIndex &index, int role) const
+{
+    if (!index.isValid() || role != Qt::DisplayRole)
+        return {};
+    const Row &row = m_rows[static_cast<std::size_t>(index.row())];
+    return index.column() == Path ? row.path : reason(row.why);
+}
+
+QVariant NotCountedModel::headerData(int section, Qt::Orientation orientation, int role) const
+{
+    if (orientation != Qt::Horizontal || role != Qt::DisplayRole)
+        return {};
+    return section == Path ? tr("Path") : tr("Reason");
+}
+
+void NotCountedModel::sort(int column, Qt::SortOrder order)
+{
+    if (column < 0)
+        return;
+    emit layoutAboutToBeChanged({}, VerticalSortHint);
+    std::stable_sort(m_rows.begin(), m_rows.end(), [=](const Row &left, const Row &right) {
+        const Row &a = order == Qt::AscendingOrder ? left : right;
+        const Row &b = order == Qt::AscendingOrder ? right : left;
+        return column == Path ? a.path.compare(b.path, Qt::CaseInsensitive) < 0 : a.why < b.why;
+    });
+    changePersistentIndexList(persistentIndexList(), QModelIndexList(persistentIndexList().size()));
+    emit layoutChanged({}, VerticalSortHint);
+}
+
+NotCountedPage::NotCountedPage(QWidget *parent)
+    : QWidget(parent),
+      m_model(new NotCountedModel(this)),
+      m_table(new FLTableView(this)),
+      m_actions(new PathActions(
+          m_table, [this] { return m_table->currentIndex().siblingAtColumn(0).data().toString(); }))
+{
+    m_table->setObjectName(QStringLiteral("notCountedTableView"));
+    m_table->setAccessibleName(tr("Folders that are not in the totals"));
+    m_table->setModel(m_model);
+    m_table->setContextMenuPolicy(Qt::CustomContextMenu);
+    m_table->horizontalHeader()->setSectionResizeMode(NotCountedModel::Path, QHeaderView::Stretch);
+    m_table->horizontalHeader()->resizeSection(
+        NotCountedModel::Reason,
+        fontMetrics().horizontalAdvance(NotCountedModel::reason(NotCountedModel::Why::Cycle)) +
+            3 * theme::space);
+    m_table->sortByColumn(NotCountedModel::Path, Qt::AscendingOrder);
+
+    auto *note = new QLabel(tr("These folders and what is in them are not part of the totals."), this);
+    theme::makeMuted(note);
+    auto *layout = new QVBoxLayout(this);
+    layout->setContentsMargins(0, theme::spaceSnug, 0, 0);
+    layout->setSpacing(theme::spaceSnug);
+    layout->addWidget(note);
+    layout->addWidget(m_table, 1);
+
+    connect(m_table, &QAbstractItemView::activated, m_actions, &PathActions::open);
+    connect(m_table, &QWidget::customContextMenuRequested, this,
+            [this](const QPoint &where) { m_actions->showMenu(m_table->viewport()->mapToGlobal(where)); });
+    connect(m_actions, &PathActions::exportTable, this, &NotCountedPage::exportTable);
+    connect(m_actions, &PathActions::failed, this, &NotCountedPage::failed);
+}
+
+void NotCountedPage::setResult(const ScanResult *result)
+{
+    m_model->setResult(result);
+}
+
+diskusage::CsvTable NotCountedPage::csvTable() const
+{
+    diskusage::CsvTable table;
+    table.suggestedName = tr("Folders not counted");
+    table.titles = {tr("Path"), tr("Reason")};
+    table.next = [rows = m_model->rows(), next = std::size_t(0)](QStringList &row) mutable {
+        if (next == rows.size())
+            return false;
+        row = {rows[next].path, NotCountedModel::reason(rows[next].why)};
+        ++next;
+        return true;
+    };
+    return table;
+}
