@@ -1,0 +1,162 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "app/AboutDialog.h"
+
+#include "app/InstallationFolder.h"
+#include "app/Product.h"
+#include "platform/Paths.h"
+#include "platform/Shell.h"
+#include "widgets/Theme.h"
+
+#include <QCoreApplication>
+#include <QDialogButtonBox>
+#include <QIcon>
+#include <QLabel>
+#include <QPushButton>
+#include <QTextBrowser>
+#include <QVBoxLayout>
+
+namespace
+{
+
+constexpr int iconSide = 64;
+constexpr int dialogWidth = 520;
+constexpr int licencesHeight = 150;
+
+struct Library {
+    QString name;
+    QString use;
+    QString licence;
+};
+
+QList<Library> libraries()
+{
+    return {
+        {QStringLiteral("Qt %1").arg(QLatin1StringView(qVersion())),
+         AboutDialog::tr("user interface, network"), QStringLiteral("LGPL-3.0-only")},
+        {QStringLiteral("Fluent UI System Icons"), AboutDialog::tr("images"), QStringLiteral("MIT")},
+        {QStringLiteral("libstdc++, libgcc, libssp"), AboutDialog::tr("compiler's runtime"),
+         QStringLiteral("GPL-3.0-or-later with GCC-exception-3.1")},
+        {QStringLiteral("winpthreads"), AboutDialog::tr("compiler's runtime"),
+         QStringLiteral("MIT and BSD-3-Clause")},
+    };
+}
+
+QString licencesFolder()
+{
+    return QCoreApplication::applicationDirPath() + QLatin1String("/licenses");
+}
+
+} // namespace
+
+AboutDialog::AboutDialog(QWidget *parent) : QDialog(parent)
+{
+    setAttribute(Qt::WA_DeleteOnClose);
+    setWindowTitle(tr("About"));
+    auto *layout = new QVBoxLayout(this);
+    layout->setContentsMargins(theme::spaceSection, theme::spaceSection, theme::spaceSection,
+                               theme::spaceWide);
+    layout->setSpacing(theme::spaceWide);
+    layout->addLayout(buildHeader());
+    layout->addWidget(buildLicences());
+    layout->addLayout(buildFolder());
+    layout->addWidget(buildButtons());
+    setFixedWidth(dialogWidth);
+}
+
+QLayout *AboutDialog::buildHeader()
+{
+    auto *icon = new QLabel;
+    icon->setPixmap(QIcon(QStringLiteral(":/resources/images/rocket.ico"))
+                        .pixmap(QSize(iconSide, iconSide), devicePixelRatio()));
+    auto *title = new QLabel(QString(product::name));
+    title->setObjectName(QStringLiteral("productLabel"));
+    title->setFont(theme::headline(font()));
+    auto *version = new QLabel(
+        tr("Version %1, built with Qt %2").arg(product::version().toString(), QLatin1StringView(qVersion())));
+    version->setObjectName(QStringLiteral("versionLabel"));
+    version->setTextInteractionFlags(Qt::TextSelectableByMouse);
+    theme::makeMuted(version);
+
+    auto *texts = new QVBoxLayout;
+    texts->setSpacing(theme::spaceTight);
+    texts->addStretch();
+    texts->addWidget(title);
+    texts->addWidget(version);
+    texts->addStretch();
+    auto *header = new QHBoxLayout;
+    header->setSpacing(theme::spaceWide);
+    header->addWidget(icon);
+    header->addLayout(texts, 1);
+    return header;
+}
+
+QWidget *AboutDialog::buildLicences()
+{
+    QString text = QLatin1String("<p>") +
+                   tr("Free software under the GNU General Public License, version 3 or any later version "
+                      "(GPL-3.0-or-later). It comes without any warranty.") +
+                   QLatin1String("</p><p>") + tr("It uses:") + QLatin1String("</p><table cellpadding=\"3\">");
+    for (const Library &library : libraries())
+        text += QStringLiteral("<tr><td>%1</td><td>%2</td><td>%3</td></tr>")
+                    .arg(library.name.toHtmlEscaped(), library.use.toHtmlEscaped(),
+                         library.licence.toHtmlEscaped());
+    text += QLatin1String("</table>");
+
+    auto *browser = new QTextBrowser;
+    browser->setObjectName(QStringLiteral("licencesTextBrowser"));
+    browser->setAccessibleName(tr("Licences"));
+    browser->setTabChangesFocus(true);
+    browser->setHtml(text);
+    browser->setMinimumHeight(licencesHeight);
+    return browser;
+}
+
+QLayout *AboutDialog::buildFolder()
+{
+    auto *title = new QLabel(tr("Companion programs are started from:"));
+    m_folder = new QLabel;
+    m_folder->setObjectName(QStringLiteral("installationFolderLabel"));
+    m_folder->setTextFormat(Qt::PlainText);
+    m_folder->setWordWrap(true);
+    m_folder->setTextInteractionFlags(Qt::TextSelectableByMouse);
+    m_reset = new QPushButton(tr("Reset to this program's folder"));
+    m_reset->setObjectName(QStringLiteral("resetFolderButton"));
+    connect(m_reset, &QPushButton::clicked, this, &AboutDialog::resetFolder);
+
+    auto *line = new QHBoxLayout;
+    line->addWidget(m_folder, 1);
+    line->addWidget(m_reset);
+    auto *folder = new QVBoxLayout;
+    folder->setSpacing(theme::spaceTight);
+    folder->addWidget(title);
+    folder->addLayout(line);
+    showFolder();
+    return folder;
+}
+
+QWidget *AboutDialog::buildButtons()
+{
+    auto *buttons = new QDialogButtonBox(QDialogButtonBox::Close);
+    connect(buttons, &QDialogButtonBox::rejected, this, &QDialog::reject);
+    if (platform::fileExists(licencesFolder())) {
+        QPushButton *open = buttons->addButton(tr("Full licence texts"), QDialogButtonBox::ActionRole);
+        connect(open, &QPushButton::clicked, this, [] { platform::shell().openFile(licencesFolder()); });
+    }
+    buttons->button(QDialogButtonBox::Close)->setDefault(true);
+    buttons->button(QDialogButtonBox::Close)->setFocus();
+    return buttons;
+}
+
+void AboutDialog::resetFolder()
+{
+    installation::setFolder(platform::shownPath(QCoreApplication::applicationDirPath()));
+    showFolder();
+}
+
+void AboutDialog::showFolder()
+{
+    m_folder->setText(platform::shownPath(installation::folder()));
+    m_reset->setEnabled(
+        installation::folder().compare(platform::shownPath(QCoreApplication::applicationDirPath()),
+                                       Qt::CaseInsensitive) != 0);
+}

@@ -1,0 +1,28 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include <QDialog>
+
+class QLabel;
+class QPushButton;
+
+// Product, version, licences, and the installation folder in which companions are looked for. Deletes itself
+// when closed.
+class AboutDialog : public QDialog
+{
+    Q_OBJECT
+
+public:
+    explicit AboutDialog(QWidget *parent = nullptr);
+
+private:
+    QLayout *buildHeader();
+    QWidget *buildLicences();
+    QLayout *buildFolder();
+    QWidget *buildButtons();
+    void resetFolder();
+    void showFolder();
+
+    QLabel *m_folder = nullptr;
+    QPushButton *m_reset = nullptr;
+};

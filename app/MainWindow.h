@@ -1,0 +1,120 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include "app/ModuleTable.h"
+#include "app/PageNumbers.h"
+
+#include <QMainWindow>
+#include <QPointer>
+
+class CompanionLauncher;
+class FLWidget;
+class HomeForm;
+class NavigationLock;
+class QStackedLayout;
+class SidePanel;
+class ThumbnailRemovalDialog;
+
+// The one window of the program: tool bar, side panel and a stack of pages. A page is made when its module is
+// opened for the first time and lives as long as the window. Modules are known through the table only.
+class MainWindow : public QMainWindow
+{
+    Q_OBJECT
+
+public:
+    // The table must outlive the window.
+    explicit MainWindow(QWidget *parent = nullptr, const ModuleTable &table = moduleTable());
+    ~MainWindow() override;
+
+public slots:
+    void OnAbout(bool checked);
+    void OnUpdate(bool checked);
+    void OnExitApp();
+    void OnCloseApp();
+    void onOpenModule(int index);
+    // False from a page whose job must not be walked away from, true when it has ended.
+    void OnShowToolbarSignal(bool show);
+    // This tool bar has nothing to save; the pages have save buttons of their own.
+    void enableSaveButton() {}
+    void disableSaveButton() {}
+
+    void on_HomeButton_clicked();
+    void on_miscToolsButton_clicked() { openFromPanel(PageNumbers::miscTools); }
+    void on_autoDarkButton_clicked() { openFromPanel(0); }
+    void on_autoWallpaperChangerButton_clicked() { openFromPanel(1); }
+    void on_diskUsageButton_clicked() { openFromPanel(2); }
+    void on_findDuplicateButton_clicked() { openFromPanel(3); }
+    void on_secureDeleteButton_clicked() { openFromPanel(4); }
+    void on_systemInfoButton_clicked() { openFromPanel(5); }
+    void on_trackCleanerButton_clicked() { openFromPanel(6); }
+    void on_transparentTaskbarButton_clicked() { openFromPanel(7); }
+    void on_troubleshooterButton_clicked() { openFromPanel(8); }
+    void on_larkspurButton_clicked() { openFromPanel(9); }
+    void on_smartShortcutButton_clicked() { openFromPanel(10); }
+    void on_processManagerButton_clicked() { openFromPanel(11); }
+    void on_myTrayIconButton_clicked() { openFromPanel(12); }
+    void on_hotkeyButton_clicked() { openFromPanel(13); }
+    void on_regwickButton_clicked() { openFromPanel(14); }
+    void on_convertImageButton_clicked() { openFromPanel(15); }
+    void on_qrCodeGenButton_clicked() { openFromPanel(16); }
+    void on_winIconGeneratorButton_clicked() { openFromPanel(17); }
+    void on_winIconExtractorButton_clicked() { openFromPanel(18); }
+    void on_stayAwakeButton_clicked() { openFromPanel(19); }
+    void on_findDuplicateImageButton_clicked() { openFromPanel(20); }
+
+protected:
+    QMenu *createPopupMenu() override;
+    void closeEvent(QCloseEvent *event) override;
+    void contextMenuEvent(QContextMenuEvent *event) override;
+    void keyPressEvent(QKeyEvent *event) override;
+    void keyReleaseEvent(QKeyEvent *event) override;
+    void mousePressEvent(QMouseEvent *event) override;
+    void showEvent(QShowEvent *event) override;
+    bool nativeEvent(const QByteArray &eventType, void *message, qintptr *result) override;
+
+private:
+    void buildWidgets();
+    void buildToolBar();
+    void buildLayouts();
+    void buildShortcuts();
+    void connectSidePanel();
+    void restoreGeometryValues();
+
+    // Opening: numbers first, then the page behind the number.
+    int openNumbered(int id);
+    void openFromPanel(int id);
+    void showApp(int number);
+    void goBack();
+    void makeHome();
+    void makePage(const Module &module);
+    void selectInStack(int number);
+    QWidget *pageOf(int number) const;
+    int shownNumber() const; // the number of the page that stands on the screen
+    // Makes the page that stands on the screen the current one again, after something that has no page.
+    void returnToShownPage();
+    void onLauncherFinished(int id);
+    void checkOnly(int number);
+
+    void setNavigationEnabled(bool enabled);
+    void tellPages(ShellEvent event, quint32 value = 0);
+    void showStopping(const QStringList &jobs);
+    void removeThumbnailsThenClose();
+
+    const ModuleTable &m_table;
+    PageNumbers m_numbers;
+    QHash<int, FLWidget *> m_pages; // by module id; absent until first opened
+    HomeForm *m_home = nullptr;
+    QList<int> m_history; // numbers of the pages shown before, for going back
+    bool m_goingBack = false;
+    bool m_shownBefore = false;
+
+    SidePanel *m_sidePanel = nullptr;
+    QToolBar *m_toolBar = nullptr;
+    QAction *m_homeAction = nullptr;
+    QAction *m_backAction = nullptr;
+    QAction *m_sidePanelAction = nullptr;
+    QStackedLayout *m_stack = nullptr;
+    CompanionLauncher *m_launcher = nullptr;
+    NavigationLock *m_lock = nullptr;
+    QPointer<ThumbnailRemovalDialog> m_thumbnailDialog;
+};

@@ -1,0 +1,177 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// The parts of the main window around the pages: tool bar, side panel, shortcuts, dialogs.
+#include "app/AboutDialog.h"
+#include "app/CompanionLauncher.h"
+#include "app/MainWindow.h"
+#include "app/NavigationLock.h"
+#include "app/SidePanel.h"
+#include "app/UpdateDialog.h"
+
+#include <QApplication>
+#include <QHBoxLayout>
+#include <QMenu>
+#include <QMenuBar>
+#include <QStackedLayout>
+#include <QStatusBar>
+#include <QToolBar>
+#include <QToolButton>
+
+namespace
+{
+
+constexpr QSize toolIconSize(24, 24);
+
+// The slots of the side panel's buttons, by module id. The names do not follow from anything else.
+using Slot = void (MainWindow::*)();
+const QHash<int, Slot> &panelSlots()
+{
+    static const QHash<int, Slot> slotsById = {
+        {0, &MainWindow::on_autoDarkButton_clicked},
+        {1, &MainWindow::on_autoWallpaperChangerButton_clicked},
+        {2, &MainWindow::on_diskUsageButton_clicked},
+        {3, &MainWindow::on_findDuplicateButton_clicked},
+        {4, &MainWindow::on_secureDeleteButton_clicked},
+        {5, &MainWindow::on_systemInfoButton_clicked},
+        {6, &MainWindow::on_trackCleanerButton_clicked},
+        {7, &MainWindow::on_transparentTaskbarButton_clicked},
+        {8, &MainWindow::on_troubleshooterButton_clicked},
+        {9, &MainWindow::on_larkspurButton_clicked},
+        {10, &MainWindow::on_smartShortcutButton_clicked},
+        {11, &MainWindow::on_processManagerButton_clicked},
+        {12, &MainWindow::on_myTrayIconButton_clicked},
+        {13, &MainWindow::on_hotkeyButton_clicked},
+        {14, &MainWindow::on_regwickButton_clicked},
+        {20, &MainWindow::on_findDuplicateImageButton_clicked},
+    };
+    return slotsById;
+}
+
+QIcon image(QLatin1StringView name)
+{
+    return QIcon(QLatin1StringView(":/resources/images/") + name);
+}
+
+} // namespace
+
+void MainWindow::buildWidgets()
+{
+    auto *central = new QWidget(this);
+    central->setObjectName(QStringLiteral("centralwidget"));
+    setCentralWidget(central);
+    menuBar()->setObjectName(QStringLiteral("menubar"));
+    // Takes room only while it says something.
+    QStatusBar *status = statusBar();
+    status->setSizeGripEnabled(false);
+    status->hide();
+    connect(status, &QStatusBar::messageChanged, status,
+            [status](const QString &text) { status->setHidden(text.isEmpty()); });
+    m_sidePanel = new SidePanel(m_table, central);
+    m_launcher = new CompanionLauncher(this);
+    connect(m_launcher, &CompanionLauncher::finished, this, &MainWindow::onLauncherFinished);
+    m_lock = new NavigationLock(this);
+    connect(m_lock, &NavigationLock::lockedChanged, this,
+            [this](bool locked) { setNavigationEnabled(!locked); });
+}
+
+void MainWindow::buildToolBar()
+{
+    m_toolBar = new QToolBar(tr("Tabs toolbar"), this);
+    m_toolBar->setObjectName(QStringLiteral("toolbar"));
+    m_toolBar->setMovable(false);
+    m_toolBar->setIconSize(toolIconSize);
+    m_toolBar->setToolButtonStyle(Qt::ToolButtonTextUnderIcon);
+    addToolBar(Qt::LeftToolBarArea, m_toolBar);
+
+    m_homeAction = m_toolBar->addAction(image(QLatin1StringView("Home.png")), tr("Home"));
+    m_homeAction->setShortcut(Qt::ALT | Qt::Key_Home);
+    connect(m_homeAction, &QAction::triggered, this, &MainWindow::on_HomeButton_clicked);
+    m_toolBar->addSeparator();
+    QAction *update = m_toolBar->addAction(image(QLatin1StringView("Update24.png")), tr("Check Update"));
+    connect(update, &QAction::triggered, this, &MainWindow::OnUpdate);
+    m_toolBar->addSeparator();
+    QAction *about = m_toolBar->addAction(image(QLatin1StringView("About24.png")), tr("About"));
+    about->setShortcut(QKeySequence::HelpContents);
+    connect(about, &QAction::triggered, this, &MainWindow::OnAbout);
+}
+
+void MainWindow::buildLayouts()
+{
+    auto *layout = new QHBoxLayout(centralWidget());
+    layout->setContentsMargins(0, 0, 0, 0);
+    layout->setSpacing(0);
+    layout->addWidget(m_sidePanel);
+    layout->addLayout(m_stack, 1);
+}
+
+void MainWindow::buildShortcuts()
+{
+    m_sidePanelAction = new QAction(tr("Side panel"), this);
+    m_sidePanelAction->setObjectName(QStringLiteral("sidePanelAction"));
+    m_sidePanelAction->setCheckable(true);
+    m_sidePanelAction->setShortcuts({QKeySequence(Qt::CTRL | Qt::Key_B), QKeySequence(Qt::Key_F9)});
+    connect(m_sidePanelAction, &QAction::toggled, m_sidePanel, &QWidget::setVisible);
+    m_backAction = new QAction(tr("Back"), this);
+    m_backAction->setShortcuts(QKeySequence::Back);
+    connect(m_backAction, &QAction::triggered, this, &MainWindow::goBack);
+    auto *exit = new QAction(tr("Exit"), this);
+    exit->setShortcuts(QKeySequence::Quit);
+    connect(exit, &QAction::triggered, this, &MainWindow::OnExitApp);
+    addActions({m_sidePanelAction, m_backAction, exit});
+}
+
+void MainWindow::connectSidePanel()
+{
+    connect(m_sidePanel->homeButton(), &QToolButton::clicked, this, &MainWindow::on_HomeButton_clicked);
+    connect(m_sidePanel->miscToolsButton(), &QToolButton::clicked, this,
+            &MainWindow::on_miscToolsButton_clicked);
+    const QHash<int, QToolButton *> &buttons = m_sidePanel->buttons();
+    for (auto each = buttons.cbegin(); each != buttons.cend(); ++each) {
+        if (const Slot slot = panelSlots().value(each.key()))
+            connect(each.value(), &QToolButton::clicked, this, slot);
+        else
+            connect(each.value(), &QToolButton::clicked, this,
+                    [this, id = each.key()] { openFromPanel(id); });
+    }
+}
+
+// The menu of the tool bar and of every place that has none of its own. Qt's would offer to hide the tool
+// bar, and nothing to bring it back.
+QMenu *MainWindow::createPopupMenu()
+{
+    auto *menu = new QMenu(this);
+    menu->addAction(m_homeAction);
+    menu->addAction(m_backAction);
+    menu->addSeparator();
+    menu->addAction(m_sidePanelAction);
+    return menu;
+}
+
+void MainWindow::setNavigationEnabled(bool enabled)
+{
+    m_homeAction->setEnabled(enabled);
+    m_backAction->setEnabled(enabled);
+    m_sidePanel->setEnabled(enabled);
+}
+
+void MainWindow::OnAbout(bool)
+{
+    (new AboutDialog(this))->open();
+}
+
+void MainWindow::OnUpdate(bool)
+{
+    (new UpdateDialog(this))->open();
+}
+
+void MainWindow::OnExitApp()
+{
+    QApplication::quit();
+}
+
+void MainWindow::OnShowToolbarSignal(bool show)
+{
+    if (show)
+        m_lock->release(sender());
+    else
+        m_lock->hold(sender());
+}

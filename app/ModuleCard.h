@@ -1,0 +1,55 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include <QAbstractButton>
+#include <QPixmap>
+
+struct Module;
+class StarButton;
+
+// A module's card on the home page: icon, title and description, which wraps and is never cut, and in its
+// corner a button that stars the module. The card is a button of its own; a click on the star never reaches
+// it.
+class ModuleCard : public QAbstractButton
+{
+    Q_OBJECT
+
+public:
+    explicit ModuleCard(const Module &module, QWidget *parent = nullptr);
+
+    int moduleId() const { return m_id; }
+    QAbstractButton *starButton() const;
+    void setStarred(bool starred);
+
+    // The narrowest card, with the gap around it; all cards of a page are at least as wide.
+    static int narrowest(const QFont &font);
+
+    QSize sizeHint() const override;
+    QSize minimumSizeHint() const override;
+
+signals:
+    // A key that moves between cards: arrows, Home, End.
+    void moveRequested(int key);
+
+protected:
+    bool hitButton(const QPoint &position) const override;
+    void keyPressEvent(QKeyEvent *event) override;
+    void focusInEvent(QFocusEvent *event) override;
+    void paintEvent(QPaintEvent *event) override;
+    void resizeEvent(QResizeEvent *event) override;
+    void changeEvent(QEvent *event) override;
+
+private:
+    QRect frame() const;
+    // Where title and description stand in a card of this width, in left-to-right coordinates.
+    struct TextPlaces {
+        QRect title;
+        QRect description;
+    };
+    TextPlaces textPlaces(int cardWidth) const;
+
+    int m_id;
+    QString m_description;
+    StarButton *m_star;
+    bool m_focusVisible = false; // the focus came by keyboard
+};

@@ -1,0 +1,20 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include <QToolButton>
+
+// An entry of the side panel: icon and text side by side; the checked one has a tinted area and a bar in the
+// accent colour at its leading edge.
+class PanelButton : public QToolButton
+{
+    Q_OBJECT
+
+public:
+    explicit PanelButton(QWidget *parent = nullptr);
+
+    QSize sizeHint() const override;
+    QSize minimumSizeHint() const override;
+
+protected:
+    void paintEvent(QPaintEvent *event) override;
+};

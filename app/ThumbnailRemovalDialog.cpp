@@ -1,0 +1,75 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "app/ThumbnailRemovalDialog.h"
+
+#include "core/ThumbnailStore.h"
+#include "platform/Paths.h"
+#include "widgets/Theme.h"
+
+#include <QDir>
+#include <QLabel>
+#include <QProgressBar>
+#include <QPushButton>
+#include <QVBoxLayout>
+
+int removeThumbnails(const QString &temporaryFolder, const core::CancelFlag &cancel)
+{
+    const QDir folder(core::ThumbnailStore::folder(temporaryFolder));
+    if (!platform::isInside(temporaryFolder, folder.path()))
+        return 0; // missing, or a link to another place
+    int count = 0;
+    for (const QString &name : folder.entryList(QDir::Files | QDir::Hidden | QDir::System)) {
+        if (cancel.isSet())
+            return count;
+        const QString file = folder.filePath(name);
+        if (platform::isInside(temporaryFolder, file) && QFile::remove(file))
+            ++count;
+    }
+    QDir().rmdir(folder.path()); // only when empty
+    return count;
+}
+
+void ThumbnailRemovalThread::run()
+{
+    removeThumbnails(m_temporaryFolder, cancelFlag());
+    deliver([this, completely = !cancelFlag().isSet()] { emit removed(completely); });
+}
+
+ThumbnailRemovalDialog::ThumbnailRemovalDialog(QWidget *parent) : QDialog(parent)
+{
+    setAttribute(Qt::WA_DeleteOnClose);
+    setWindowTitle(tr("Fernlight Larkspur"));
+    auto *label = new QLabel(tr("The program removing unused thumbnail files. Please wait..."));
+    auto *progress = new QProgressBar;
+    progress->setRange(0, 0);
+    progress->setTextVisible(false);
+    progress->setMaximumHeight(theme::barHeight);
+    auto *cancel = new QPushButton(tr("Cancel"));
+    connect(cancel, &QPushButton::clicked, this, &QDialog::reject);
+
+    auto *layout = new QVBoxLayout(this);
+    layout->setContentsMargins(theme::spaceSection, theme::spaceSection, theme::spaceSection,
+                               theme::spaceWide);
+    layout->setSpacing(theme::spaceWide);
+    layout->addWidget(label);
+    layout->addWidget(progress);
+    layout->addWidget(cancel, 0, Qt::AlignTrailing);
+    layout->setSizeConstraint(QLayout::SetFixedSize);
+}
+
+ThumbnailRemovalDialog::~ThumbnailRemovalDialog() = default;
+
+void ThumbnailRemovalDialog::start(const QString &temporaryFolder)
+{
+    m_thread.reset(new ThumbnailRemovalThread(temporaryFolder));
+    connect(m_thread.get(), &ThumbnailRemovalThread::removed, this, &ThumbnailRemovalDialog::finish);
+    m_thread->start(QThread::LowPriority);
+}
+
+void ThumbnailRemovalDialog::finish(bool completely)
+{
+    if (!completely)
+        return;
+    // Before the window is asked to close again, or it would ask for the removal for ever.
+    core::ThumbnailStore::noteRemoved();
+    emit closeApp();
+}

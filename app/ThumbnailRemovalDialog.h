@@ -1,0 +1,52 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include "core/WorkerThread.h"
+
+#include <QDialog>
+
+// Deletes the files of the thumbnail folder below `temporaryFolder`, and the folder when it is empty then.
+// Nothing else: no subfolder, and nothing that a link leads out of the temporary folder. Returns the number
+// of files that were deleted.
+int removeThumbnails(const QString &temporaryFolder, const core::CancelFlag &cancel);
+
+class ThumbnailRemovalThread : public core::WorkerThread
+{
+    Q_OBJECT
+
+public:
+    explicit ThumbnailRemovalThread(QString temporaryFolder) : m_temporaryFolder(std::move(temporaryFolder))
+    {
+    }
+
+signals:
+    void removed(bool completely); // false after a request to stop
+
+protected:
+    void run() override;
+
+private:
+    QString m_temporaryFolder;
+};
+
+// Shown while the thumbnails of this run are removed before the program ends. Cancelling it keeps what is not
+// removed yet, and the window open; the next closing goes on with it.
+class ThumbnailRemovalDialog : public QDialog
+{
+    Q_OBJECT
+
+public:
+    explicit ThumbnailRemovalDialog(QWidget *parent = nullptr);
+    ~ThumbnailRemovalDialog() override;
+
+    void start(const QString &temporaryFolder);
+
+signals:
+    // The thumbnails are gone, and core::ThumbnailStore says so.
+    void closeApp();
+
+private:
+    void finish(bool completely);
+
+    core::WorkerPointer<ThumbnailRemovalThread> m_thread;
+};

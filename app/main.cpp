@@ -1,0 +1,32 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "app/InstallationFolder.h"
+#include "app/MainWindow.h"
+#include "app/Product.h"
+#include "app/Resources.h"
+#include "app/SingleInstance.h"
+
+#include <QApplication>
+#include <QIcon>
+
+int main(int argc, char *argv[])
+{
+    initResources();
+    // 125 % and 150 % are drawn as such, not rounded to whole factors.
+    QGuiApplication::setHighDpiScaleFactorRoundingPolicy(Qt::HighDpiScaleFactorRoundingPolicy::PassThrough);
+    QApplication application(argc, argv);
+    QApplication::setStyle(QStringLiteral("Fusion"));
+    QApplication::setWindowIcon(QIcon(QStringLiteral(":/resources/images/rocket.ico")));
+    QApplication::setApplicationVersion(product::version().toString());
+
+    installation::load();
+
+    const QString title(product::name);
+    const SingleInstance instance;
+    if (instance.activateFirst(title))
+        return 0;
+
+    MainWindow window;
+    window.setWindowTitle(title);
+    window.show();
+    return QApplication::exec();
+}
