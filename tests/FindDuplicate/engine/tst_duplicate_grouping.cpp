@@ -1,0 +1,219 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+
+// The indexed grouping and the sorted report against the rules they stand for, written out as they are
+// stated: every candidate searched in turn, every group inserted before the first that is not larger.
+
+#include "FindDuplicate/engine/Grouping.h"
+#include "FindDuplicate/engine/MemberMarks.h"
+
+#include <QTest>
+
+#include <random>
+
+using namespace duplicates;
+using namespace Qt::StringLiterals;
+
+namespace
+{
+
+FileRecord file(const QString &name, quint64 size, quint64 lastWriteTime)
+{
+    FileRecord record;
+    record.name = name;
+    record.walkedFolder = u"C:\\r"_s;
+    record.size = size;
+    record.lastWriteTime = lastWriteTime;
+    return record;
+}
+
+struct PlainCategory {
+    std::vector<FileRecord> candidates;
+    std::vector<DuplicateGroup> groups;
+
+    void add(const FileRecord &record)
+    {
+        for (const FileRecord &candidate : candidates) {
+            if (candidate.size != record.size || candidate.lastWriteTime != record.lastWriteTime)
+                continue;
+            bool appended = false;
+            for (DuplicateGroup &group : groups) {
+                if (!group.members.empty() && group.members.front().size == record.size &&
+                    group.members.front().lastWriteTime == record.lastWriteTime) {
+                    group.members.push_back(record);
+                    appended = true;
+                }
+            }
+            if (!appended)
+                groups.push_back({{candidate, record}, record.size});
+            return;
+        }
+        candidates.push_back(record);
+    }
+};
+
+std::vector<DuplicateGroup> plainReport(const std::vector<PlainCategory> &categories)
+{
+    std::vector<DuplicateGroup> combined;
+    for (const PlainCategory &category : categories) {
+        for (const DuplicateGroup &group : category.groups) {
+            auto place = combined.begin();
+            while (place != combined.end() && place->size > group.size)
+                ++place;
+            combined.insert(place, group);
+        }
+    }
+    return combined;
+}
+
+QStringList names(const std::vector<DuplicateGroup> &groups)
+{
+    QStringList result;
+    for (const DuplicateGroup &group : groups) {
+        QStringList members;
+        for (const FileRecord &member : group.members)
+            members.append(member.name);
+        result.append(members.join(u'+'));
+    }
+    return result;
+}
+
+core::FileIdentity identity(quint64 number)
+{
+    return {7, number};
+}
+
+} // namespace
+
+class DuplicateGroupingTest : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void equalsPlainRule_data();
+    void equalsPlainRule();
+    void laterGroupOfEqualSizeStandsFirst();
+    void wholeTimeAndSizeCount();
+    void statistics();
+    void marks_data();
+    void marks();
+};
+
+void DuplicateGroupingTest::equalsPlainRule_data()
+{
+    QTest::addColumn<int>("files");
+    QTest::addColumn<quint64>("sizes");
+    QTest::addColumn<quint64>("times");
+    QTest::newRow("hardly any duplicates") << 600 << quint64(1) << quint64(10'000);
+    QTest::newRow("equal sizes, many groups") << 600 << quint64(2) << quint64(80);
+    QTest::newRow("equal times") << 600 << quint64(150) << quint64(1);
+    QTest::newRow("both vary") << 900 << quint64(12) << quint64(12);
+    QTest::newRow("one group") << 100 << quint64(1) << quint64(1);
+}
+
+void DuplicateGroupingTest::equalsPlainRule()
+{
+    QFETCH(int, files);
+    QFETCH(quint64, sizes);
+    QFETCH(quint64, times);
+    for (quint32 seed = 1; seed <= 8; ++seed) {
+        std::mt19937_64 random(seed);
+        std::vector<DuplicateGrouper> groupers(3);
+        std::vector<PlainCategory> plain(3);
+        for (int i = 0; i < files; ++i) {
+            // Sizes and times beyond 32 bits, which differ in the upper half alone.
+            const FileRecord record =
+                file(QString::number(i), (random() % sizes) << 32, (random() % times) << 32);
+            const std::size_t category = random() % 3;
+            groupers[category].add(record);
+            plain[category].add(record);
+        }
+        std::vector<std::vector<DuplicateGroup>> groups;
+        for (std::size_t i = 0; i < 3; ++i) {
+            QVERIFY(groupers[i].candidates() == plain[i].candidates);
+            QVERIFY(groupers[i].groups() == plain[i].groups);
+            groups.push_back(groupers[i].takeGroups());
+        }
+        QVERIFY(combinedGroups(std::move(groups)) == plainReport(plain));
+    }
+}
+
+void DuplicateGroupingTest::laterGroupOfEqualSizeStandsFirst()
+{
+    const auto group = [](const char *name, quint64 size) {
+        return DuplicateGroup{{file(QLatin1String(name), size, 1)}, size};
+    };
+    const std::vector<DuplicateGroup> combined = combinedGroups(
+        {{group("a1", 50), group("a2", 50), group("a3", 900)}, {}, {group("b1", 50), group("b2", 7)}});
+    QCOMPARE(names(combined), QStringList({u"a3"_s, u"b1"_s, u"a2"_s, u"a1"_s, u"b2"_s}));
+}
+
+void DuplicateGroupingTest::wholeTimeAndSizeCount()
+{
+    DuplicateGrouper grouper;
+    const quint64 time = 0x01d9000000000000;
+    grouper.add(file(u"first"_s, 1000, time));
+    grouper.add(file(u"100 ns later"_s, 1000, time + 1));
+    grouper.add(file(u"one byte more"_s, 1001, time));
+    grouper.add(file(u"swapped"_s, time, 1000));
+    QCOMPARE(grouper.groups().size(), std::size_t(0));
+    grouper.add(file(u"second"_s, 1000, time));
+    grouper.add(file(u"third"_s, 1000, time));
+    QCOMPARE(names(grouper.groups()), QStringList{u"first+second+third"_s});
+    QCOMPARE(grouper.candidates().size(), std::size_t(4));
+}
+
+void DuplicateGroupingTest::statistics()
+{
+    std::vector<DuplicateGroup> groups{
+        {{file(u"a"_s, 100, 1), file(u"b"_s, 100, 1), file(u"c"_s, 100, 1)}, 100},
+        {{file(u"d"_s, 7, 1), file(u"e"_s, 7, 1)}, 7}};
+    QCOMPARE(statisticsOf(groups), (GroupStatistics{2, 5, 207, 0}));
+    groups[0].members[1].checked = true;
+    QCOMPARE(statisticsOf(groups), (GroupStatistics{2, 4, 107, 100}));
+    for (FileRecord &member : groups[1].members)
+        member.checked = true;
+    QCOMPARE(statisticsOf(groups), (GroupStatistics{2, 2, 100, 114}));
+}
+
+void DuplicateGroupingTest::marks_data()
+{
+    const MemberState gone{false, std::nullopt};
+    const MemberState unknown{true, std::nullopt};
+    const MemberState one{true, identity(1)};
+    const MemberState two{true, identity(2)};
+    const MemberState otherVolume{true, core::FileIdentity{8, 1}};
+    const auto mark = [](bool exists, bool lastCopy, int sameFileAs = -1) {
+        return MemberMark{exists, lastCopy, sameFileAs};
+    };
+
+    QTest::addColumn<std::vector<MemberState>>("members");
+    QTest::addColumn<std::vector<MemberMark>>("expected");
+    using States = std::vector<MemberState>;
+    using Marks = std::vector<MemberMark>;
+    QTest::newRow("two files") << States{one, two} << Marks{mark(true, false), mark(true, false)};
+    QTest::newRow("same number on two volumes")
+        << States{one, otherVolume} << Marks{mark(true, false), mark(true, false)};
+    QTest::newRow("the other one is gone")
+        << States{gone, two} << Marks{mark(false, false), mark(true, true)};
+    QTest::newRow("all gone") << States{gone, gone} << Marks{mark(false, false), mark(false, false)};
+    QTest::newRow("one file by two paths")
+        << States{one, one} << Marks{mark(true, true), mark(true, true, 0)};
+    QTest::newRow("one file by two paths, and a copy")
+        << States{one, two, one} << Marks{mark(true, false), mark(true, false), mark(true, false, 0)};
+    QTest::newRow("a second identity is needed")
+        << States{one, unknown} << Marks{mark(true, true), mark(true, true)};
+    QTest::newRow("the unknown one may be either")
+        << States{unknown, one, two} << Marks{mark(true, false), mark(true, false), mark(true, false)};
+    QTest::newRow("nothing is known")
+        << States{unknown, unknown} << Marks{mark(true, true), mark(true, true)};
+}
+
+void DuplicateGroupingTest::marks()
+{
+    QFETCH(std::vector<MemberState>, members);
+    QFETCH(std::vector<MemberMark>, expected);
+    QVERIFY(markMembers(members) == expected);
+}
+
+QTEST_APPLESS_MAIN(DuplicateGroupingTest)
+#include "tst_duplicate_grouping.moc"

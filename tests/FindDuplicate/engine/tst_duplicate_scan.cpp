@@ -1,0 +1,324 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "FindDuplicate/engine/Scan.h"
+
+#include "tests/support/MemoryEnumerator.h"
+
+#include <QTest>
+
+#include <random>
+
+using namespace duplicates;
+using namespace Qt::StringLiterals;
+
+namespace
+{
+
+class Recorder : public ScanListener
+{
+public:
+    QStringList events;
+    core::CancelFlag *cancelAt = nullptr;
+    int cancelItem = 0;
+
+    void totalSubFolders(int total) override { events.append(u"total %1"_s.arg(total)); }
+    void folderEntered() override { events.append(u"step"_s); }
+    void pathChanged(const QString &folder) override { events.append(folder); }
+    void itemSeen(int itemsSeen) override
+    {
+        events.append(QString::number(itemsSeen));
+        if (cancelAt && itemsSeen == cancelItem)
+            cancelAt->set();
+    }
+};
+
+QStringList paths(const ScanResult &result)
+{
+    QStringList all;
+    for (const DuplicateGroup &group : result.groups) {
+        QStringList members;
+        for (const FileRecord &member : group.members)
+            members.append(member.fullPath());
+        all.append(members.join(u' '));
+    }
+    return all;
+}
+
+} // namespace
+
+class DuplicateScanTest : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void init();
+    void groupsWithinCategories();
+    void orderAcrossCategories();
+    void threshold_data();
+    void threshold();
+    void dotNames();
+    void progress();
+    void driveRoot();
+    void linkToAncestorIsNotEntered();
+    void missingRoot();
+    void cancelledBeforeStart();
+    void cancelledMidway();
+    void category_data();
+    void category();
+    void matchesAsComparedOneByOne();
+    void selection();
+
+private:
+    ScanResult scan(const QString &root = u"C:\\r"_s);
+
+    tests::MemoryEnumerator *m_disk = nullptr;
+    std::unique_ptr<tests::MemoryEnumerator> m_owned;
+    ScanOptions m_options;
+    core::CancelFlag m_cancel;
+    Recorder m_events;
+};
+
+void DuplicateScanTest::init()
+{
+    m_owned = std::make_unique<tests::MemoryEnumerator>();
+    m_disk = m_owned.get();
+    m_options = {categorySelection(core::defaultFileTypes(), {})};
+    m_cancel.reset();
+    m_events = {};
+}
+
+ScanResult DuplicateScanTest::scan(const QString &root)
+{
+    return findDuplicates(root, m_options, *m_disk, m_events, m_cancel);
+}
+
+void DuplicateScanTest::groupsWithinCategories()
+{
+    m_disk->addFile(u"C:\\r\\a.jpg"_s, 500, 9, 8, 7);
+    m_disk->addFile(u"C:\\r\\same.txt"_s, 500, 9);
+    m_disk->addFile(u"C:\\r\\x\\B.JPG"_s, 500, 9);
+    m_disk->addFile(u"C:\\r\\unknown.zzz"_s, 500, 9);
+    m_disk->addFile(u"C:\\r\\unknown2.zzz"_s, 500, 9);
+    m_disk->addFile(u"C:\\r\\later.jpg"_s, 500, 10);
+    m_disk->addFile(u"C:\\r\\c.png"_s, 500, 9);
+    const ScanResult result = scan(u"C:\\r\\"_s);
+    QCOMPARE(paths(result), QStringList{u"C:\\r\\a.jpg C:\\r\\x\\B.JPG C:\\r\\c.png"_s});
+    QCOMPARE(result.itemsSeen, 8);
+    QCOMPARE(result.filesCompared, std::size_t(5));
+    QVERIFY(!result.cancelled);
+    const FileRecord &first = result.groups[0].members[0];
+    QCOMPARE(first.folder(), u"C:\\r"_s);
+    QCOMPARE(first.suffix(), u"jpg"_s);
+    QCOMPARE(first.lastWriteTime, quint64(9));
+    QCOMPARE(first.lastAccessTime, quint64(8));
+    QCOMPARE(first.creationTime, quint64(7));
+    QVERIFY(!first.checked);
+}
+
+void DuplicateScanTest::orderAcrossCategories()
+{
+    for (const char *name : {"v.mp4", "a.mp3", "b.mp3", "v2.mp4"})
+        m_disk->addFile(u"C:\\r\\"_s + QLatin1String(name), 100, 1);
+    for (const char *name : {"c.mp3", "d.mp3"})
+        m_disk->addFile(u"C:\\r\\"_s + QLatin1String(name), 100, 2);
+    for (const char *name : {"e.mp3", "f.mp3"})
+        m_disk->addFile(u"C:\\r\\"_s + QLatin1String(name), 101, 2);
+    QCOMPARE(paths(scan()), QStringList({u"C:\\r\\e.mp3 C:\\r\\f.mp3"_s, u"C:\\r\\v.mp4 C:\\r\\v2.mp4"_s,
+                                         u"C:\\r\\c.mp3 C:\\r\\d.mp3"_s, u"C:\\r\\a.mp3 C:\\r\\b.mp3"_s}));
+}
+
+void DuplicateScanTest::threshold_data()
+{
+    QTest::addColumn<qint32>("smallFileSize");
+    QTest::addColumn<QList<quint64>>("kept");
+    QTest::newRow("the default is 20 bytes, not KB") << 20 << QList<quint64>{quint64(5) << 32, 1000, 20};
+    QTest::newRow("all") << 0 << QList<quint64>{quint64(5) << 32, 1000, 20, 19, 0};
+    QTest::newRow("a stored 0xFFFFFFFF leaves nothing out")
+        << -1 << QList<quint64>{quint64(5) << 32, 1000, 20, 19, 0};
+    QTest::newRow("largest") << 10240 << QList<quint64>{quint64(5) << 32};
+}
+
+void DuplicateScanTest::threshold()
+{
+    QFETCH(qint32, smallFileSize);
+    QFETCH(QList<quint64>, kept);
+    for (const quint64 size : {quint64(0), quint64(19), quint64(20), quint64(1000), quint64(5) << 32}) {
+        m_disk->addFile(u"C:\\r\\a%1.txt"_s.arg(size), size, 1);
+        m_disk->addFile(u"C:\\r\\b%1.txt"_s.arg(size), size, 1);
+    }
+    if (QTest::currentDataTag() != QByteArray("the default is 20 bytes, not KB"))
+        m_options.smallFileSize = smallFileSize;
+    QList<quint64> sizes;
+    for (const DuplicateGroup &group : scan().groups)
+        sizes.append(group.size);
+    QCOMPARE(sizes, kept);
+}
+
+void DuplicateScanTest::dotNames()
+{
+    m_disk->addFile(u"C:\\r\\.git\\a.txt"_s, 100, 1);
+    m_disk->addFile(u"C:\\r\\.b.txt"_s, 100, 1);
+    m_disk->addFile(u"C:\\r\\c.txt"_s, 100, 1);
+    QCOMPARE(paths(scan()), QStringList{u"C:\\r\\.git\\a.txt C:\\r\\c.txt"_s});
+    QCOMPARE(m_events.events.count(u"C:\\r"_s), 2); // the dot-file is reported too
+}
+
+void DuplicateScanTest::progress()
+{
+    m_disk->addFile(u"C:\\r\\1.txt"_s, 1);
+    m_disk->addFile(u"C:\\r\\a\\2.txt"_s, 1);
+    m_disk->addFolder(u"C:\\r\\a\\deep"_s);
+    m_disk->setUnreadable(u"C:\\r\\secret"_s);
+    m_disk->addFile(u"C:\\r\\3.zzz"_s, 1);
+    scan();
+    QCOMPARE(m_events.events, QStringList({u"total 3"_s, u"1"_s, u"C:\\r"_s, u"2"_s, u"step"_s, u"3"_s,
+                                           u"C:\\r\\a"_s, u"4"_s, u"5"_s, u"step"_s, u"6"_s, u"C:\\r"_s}));
+}
+
+void DuplicateScanTest::driveRoot()
+{
+    m_disk->addFile(u"D:\\a.txt"_s, 100, 1);
+    m_disk->addFile(u"D:\\b.txt"_s, 100, 1);
+    const ScanResult result = scan(u"D:\\"_s);
+    QCOMPARE(paths(result), QStringList{u"D:\\a.txt D:\\b.txt"_s});
+    QCOMPARE(result.groups[0].members[0].folder(), u"D:\\"_s);
+}
+
+void DuplicateScanTest::linkToAncestorIsNotEntered()
+{
+    m_disk->addFile(u"C:\\r\\d\\a.txt"_s, 100, 1);
+    m_disk->addLink(u"C:\\r\\d\\loop"_s, u"C:\\r"_s);
+    m_disk->addLink(u"C:\\r\\j"_s, u"C:\\r\\d"_s);
+    // A file behind a junction is listed as it stands; which members are one file is told by markMembers().
+    QCOMPARE(paths(scan()), QStringList{u"C:\\r\\d\\a.txt C:\\r\\j\\a.txt"_s});
+}
+
+void DuplicateScanTest::missingRoot()
+{
+    const ScanResult result = scan(u"Q:\\nothing"_s);
+    QVERIFY(result.groups.empty());
+    QCOMPARE(m_events.events, QStringList{u"total 1"_s});
+}
+
+void DuplicateScanTest::cancelledBeforeStart()
+{
+    m_disk->addFile(u"C:\\r\\a\\1.txt"_s, 100);
+    m_cancel.set();
+    QVERIFY(scan().cancelled);
+    QCOMPARE(m_events.events, QStringList{u"total 1"_s});
+}
+
+void DuplicateScanTest::cancelledMidway()
+{
+    for (int i = 0; i < 10; ++i)
+        m_disk->addFile(u"C:\\r\\%1.txt"_s.arg(i), 100, 1);
+    m_events.cancelAt = &m_cancel;
+    m_events.cancelItem = 3;
+    const ScanResult result = scan();
+    QVERIFY(result.cancelled);
+    QCOMPARE(result.itemsSeen, 3);
+    QCOMPARE(result.groups.size(), std::size_t(1));
+    QCOMPARE(result.groups[0].members.size(), std::size_t(3));
+}
+
+void DuplicateScanTest::category_data()
+{
+    QTest::addColumn<QString>("name");
+    QTest::addColumn<int>("index");
+    // 0: .gz .tar.gz, 1: .gz .x (not selected), 2: .x .x, 3: .é and what can match nothing
+    QTest::newRow("last dot counts") << u"backup.tar.gz"_s << 0;
+    QTest::newRow("first selected category") << u"a.x"_s << 2;
+    QTest::newRow("case") << u"a.GZ"_s << 0;
+    QTest::newRow("case beyond ASCII") << u"a.\u00c9"_s << 3;
+    QTest::newRow("no dot") << u"gz"_s << -1;
+    QTest::newRow("empty suffix") << u"a."_s << -1;
+    QTest::newRow("listed without a dot") << u"a.nodot"_s << -1;
+    QTest::newRow("only in a category that is not selected") << u"a.hidden"_s << -1;
+    QTest::newRow("longer than any") << u"a.gzgzgzgzgzgz"_s << -1;
+    QTest::newRow("dot first") << u".gz"_s << 0;
+}
+
+void DuplicateScanTest::category()
+{
+    QFETCH(QString, name);
+    QFETCH(int, index);
+    const SuffixMatcher matcher({{u"A"_s, {u".gz"_s, u".tar.gz"_s}, true},
+                                 {u"B"_s, {u".gz"_s, u".x"_s, u".hidden"_s}, false},
+                                 {u"C"_s, {u".x"_s, u".x"_s}, true},
+                                 {u"D"_s, {u".\u00e9"_s, u"nodot"_s, u"."_s, u""_s}, true}});
+    QCOMPARE(matcher.match(name), index);
+}
+
+// Case folding has many corners (sharp s, dotted capital I, Kelvin sign, letters beyond 16 bits); all must
+// agree with comparing the texts.
+void DuplicateScanTest::matchesAsComparedOneByOne()
+{
+    const QStringList letters{u"a"_s,
+                              u"A"_s,
+                              u"k"_s,
+                              u"K"_s,
+                              u"\u212a"_s,
+                              u"s"_s,
+                              u"\u017f"_s,
+                              u"\u00df"_s,
+                              u"\u1e9e"_s,
+                              u"ss"_s,
+                              u"i"_s,
+                              u"I"_s,
+                              u"\u0130"_s,
+                              u"\u0131"_s,
+                              u"\u03c3"_s,
+                              u"\u03c2"_s,
+                              u"\u03a3"_s,
+                              u"\U00010400"_s,
+                              u"\U00010428"_s,
+                              QString(QChar(0xd801)),
+                              QString(QChar(0xdc00))};
+    std::mt19937 random(11);
+    const auto text = [&] {
+        QString result;
+        for (quint32 length = random() % 2 + 1; length > 0; --length)
+            result += letters[static_cast<qsizetype>(random()) % letters.size()];
+        return result;
+    };
+    int found = 0;
+    for (int round = 0; round < 300; ++round) {
+        CategorySelection selection;
+        for (int i = 0; i < 4; ++i)
+            selection.push_back({u"c"_s, {u'.' + text(), u'.' + text()}, random() % 4 != 0});
+        const SuffixMatcher matcher(selection);
+        for (int i = 0; i < 40; ++i) {
+            const QString suffix = text();
+            int expected = -1;
+            for (int c = 3; c >= 0; --c)
+                for (const QString &extension : selection[static_cast<std::size_t>(c)].extensions)
+                    if (selection[static_cast<std::size_t>(c)].selected &&
+                        QString::compare(extension, u'.' + suffix, Qt::CaseInsensitive) == 0)
+                        expected = c;
+            QCOMPARE(matcher.match(u"name."_s + suffix), expected);
+            found += expected >= 0 ? 1 : 0;
+        }
+    }
+    QVERIFY(found > 500);
+}
+
+void DuplicateScanTest::selection()
+{
+    core::FileTypeTable named = core::defaultFileTypes();
+    named[0].enabled = false; // a switch of another module
+    const CategorySelection all =
+        categorySelection(named, {{u"Mine"_s, {u".mine"_s}}, {u"More"_s, {u".more"_s}}});
+    QCOMPARE(all.size(), std::size_t(14));
+    QCOMPARE(all[0].name, u"3D Image Files"_s);
+    QCOMPARE(all[12].name, u"Mine"_s);
+    QCOMPARE(all[13].extensions, QStringList{u".more"_s});
+    QVERIFY(std::all_of(all.cbegin(), all.cend(), [](const SelectableCategory &c) { return c.selected; }));
+
+    QVERIFY(isSelectedByStoredFlag(std::nullopt));
+    QVERIFY(isSelectedByStoredFlag(1));
+    QVERIFY(!isSelectedByStoredFlag(0));
+    QVERIFY(!isSelectedByStoredFlag(2));
+    QVERIFY(!isSelectedByStoredFlag(0xffffffff));
+}
+
+QTEST_APPLESS_MAIN(DuplicateScanTest)
+#include "tst_duplicate_scan.moc"
