@@ -27,5 +27,5 @@ void DiskUsageClearRamThread::run()
     emit clearRAMStep();
     m_dataFiles.clear();
     emit clearRAMStep();
-    emit clearRAMFinish();
+    deliver([this] { emit clearRAMFinish(); });
 }

@@ -20,5 +20,5 @@ void DiskUsageFolderScanThread::run()
     } catch (const std::exception &) { // what is thrown here is a lack of memory
         m_error = tr("The scan ran out of memory.");
     }
-    emit resultReady();
+    deliver([this] { emit resultReady(); });
 }

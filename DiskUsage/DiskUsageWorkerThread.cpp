@@ -30,9 +30,11 @@ void DiskUsageWorkerThread::run()
         m_biggestFiles.clear();
         m_result.reset();
     }
-    if (stopRequested())
-        emit scanCancel();
-    emit resultReady();
+    deliver([this, cancelled = stopRequested()] {
+        if (cancelled)
+            emit scanCancel();
+        emit resultReady();
+    });
 }
 
 void DiskUsageWorkerThread::scan()

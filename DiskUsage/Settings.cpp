@@ -88,6 +88,18 @@ void saveExcludedFolders(const std::vector<core::ExcludedFolder> &folders)
     }
 }
 
+ScanSettings loadScanSettings()
+{
+    return {loadFileTypesOrDefaults(), loadExcludedFolders(), excludeOneDriveFolder.read()};
+}
+
+void saveScanSettings(const ScanSettings &changed)
+{
+    saveFileTypes(changed.fileTypes);
+    saveExcludedFolders(changed.excludedFolders);
+    excludeOneDriveFolder.write(changed.excludeOneDrive);
+}
+
 QStringList loadRecentFolders()
 {
     QStringList folders;

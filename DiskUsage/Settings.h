@@ -38,6 +38,18 @@ std::vector<core::ExcludedFolder> loadExcludedFolders();
 // Writes at most ten and deletes the stored ones beyond, which would come back at the next load.
 void saveExcludedFolders(const std::vector<core::ExcludedFolder> &folders);
 
+// What the options page edits and every scan reads.
+struct ScanSettings {
+    core::FileTypeTable fileTypes;
+    std::vector<core::ExcludedFolder> excludedFolders;
+    bool excludeOneDrive = false;
+
+    bool operator==(const ScanSettings &) const = default;
+};
+
+ScanSettings loadScanSettings();
+void saveScanSettings(const ScanSettings &changed);
+
 // Newest first. A hole in the numbers ends nothing: later ones are still read.
 QStringList loadRecentFolders();
 // Puts `folder` in front; the same folder in another case is one and the same.

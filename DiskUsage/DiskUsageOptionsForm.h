@@ -1,0 +1,85 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include "DiskUsage/Settings.h"
+#include "DiskUsage/SiblingCheck.h"
+
+#include <QWidget>
+
+class ElidedLabel;
+class FLTabWidget;
+class FLTreeWidget;
+class NoticeBar;
+class QCheckBox;
+class QLabel;
+class QPushButton;
+class QToolButton;
+
+// The options page: the file-type categories, and the folders that scans leave out. Edits count when they are
+// saved.
+class DiskUsageOptionsForm : public QWidget
+{
+    Q_OBJECT
+
+public:
+    explicit DiskUsageOptionsForm(QWidget *parent = nullptr);
+    ~DiskUsageOptionsForm() override;
+
+    // Reads what is stored; edits that were not saved are gone.
+    void load();
+    bool hasUnsavedChanges() const;
+    // Leaves the page, after asking what to do about unsaved edits.
+    void tryClose();
+
+signals:
+    void closed();
+
+public slots:
+    void on_newFileTypeValue(const QString &displayText);
+
+private slots:
+    void on_saveButton_clicked();
+    void on_FileTypesEditButton_clicked();
+    void on_FileTypesRestoreButton_clicked();
+    void on_excludeOneDrivecheckBox_toggled(bool checked);
+    void on_openOneDriveButton_clicked();
+    void on_excludeAddButton_clicked();
+    void on_excludeRemoveButton_clicked();
+
+private:
+    QWidget *buildFileTypesTab();
+    QWidget *buildExcludeTab();
+    void buildOneDrive();
+    void buildLayout();
+    void connectAll();
+
+    void showFileTypes(const core::FileTypeTable &table);
+    void showExcludedFolders(const std::vector<core::ExcludedFolder> &folders);
+    void addExcludedRow(const core::ExcludedFolder &folder);
+    diskusage::ScanSettings edited() const;
+    void editsChanged();
+    void checkSiblings();
+    void showSiblings();
+
+    diskusage::ScanSettings m_stored;
+    core::FileTypeTable m_fileTypes; // as edited, but for the check boxes
+    QString m_oneDrive;
+
+    QToolButton *m_back;
+    FLTabWidget *m_tabs;
+    QPushButton *m_save;
+    FLTreeWidget *m_fileTypeTree;
+    QPushButton *m_edit;
+    QPushButton *m_restore;
+    QCheckBox *m_excludeOneDrive;
+    ElidedLabel *m_oneDriveLabel;
+    QPushButton *m_openOneDrive;
+    FLTreeWidget *m_excluded;
+    QPushButton *m_excludeAdd;
+    QPushButton *m_excludeRemove;
+    QLabel *m_siblingNote;
+    NoticeBar *m_notice;
+    bool m_loading = false;
+    bool m_checkAgain = false;
+    core::WorkerPointer<SiblingCheck> m_siblingCheck;
+};

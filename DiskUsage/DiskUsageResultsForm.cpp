@@ -1,0 +1,300 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "DiskUsage/DiskUsageResultsForm.h"
+
+#include "DiskUsage/BiggestFilesPage.h"
+#include "DiskUsage/FileTypesPage.h"
+#include "DiskUsage/FolderModel.h"
+#include "DiskUsage/FoldersPage.h"
+#include "DiskUsage/NotCountedPage.h"
+#include "core/SizeText.h"
+#include "platform/Dialogs.h"
+#include "widgets/ElidedLabel.h"
+#include "widgets/FLTabWidget.h"
+#include "widgets/NoticeBar.h"
+#include "widgets/Theme.h"
+
+#include <QAction>
+#include <QDir>
+#include <QHBoxLayout>
+#include <QIcon>
+#include <QLabel>
+#include <QPushButton>
+#include <QToolButton>
+#include <QVBoxLayout>
+
+using diskusage::CsvTable;
+using diskusage::Folder;
+using diskusage::ScanResult;
+
+namespace
+{
+
+QIcon image(const char *name)
+{
+    return QIcon(QStringLiteral(":/resources/images/%1.png").arg(QLatin1String(name)));
+}
+
+QString secondsText(qint64 milliseconds)
+{
+    return QString::number(static_cast<double>(milliseconds) / 1000, 'f', 1);
+}
+
+} // namespace
+
+DiskUsageResultsForm::DiskUsageResultsForm(QWidget *parent)
+    : QWidget(parent),
+      m_back(new QToolButton(this)),
+      m_title(new ElidedLabel(this, Qt::ElideMiddle)),
+      m_totals(new ElidedLabel(this)),
+      m_again(new QPushButton(image("Refresh24"), tr("Scan Again"), this)),
+      m_exportButton(new QPushButton(image("Export24"), tr("Export"), this)),
+      m_notice(new NoticeBar(this)),
+      m_busyBar(new QWidget(this)),
+      m_busyText(new QLabel(m_busyBar)),
+      m_busyStop(new QPushButton(tr("Cancel"), m_busyBar)),
+      m_tabs(new FLTabWidget(this)),
+      m_folders(new FoldersPage(this)),
+      m_biggest(new BiggestFilesPage(this)),
+      m_types(new FileTypesPage(this)),
+      m_notCounted(new NotCountedPage(this))
+{
+    buildHeader();
+    buildTabs();
+    buildLayout();
+    buildActions();
+    connectPages();
+}
+
+DiskUsageResultsForm::~DiskUsageResultsForm() = default;
+
+void DiskUsageResultsForm::buildHeader()
+{
+    m_back->setObjectName(QStringLiteral("backButton"));
+    m_back->setText(QStringLiteral("\u2190"));
+    m_back->setFont(theme::sectionTitle(font()));
+    m_back->setAutoRaise(true);
+    m_back->setFocusPolicy(Qt::TabFocus);
+    m_back->setToolTip(tr("Back to the start page (Alt+Left)"));
+    m_back->setAccessibleName(tr("Back"));
+    m_title->setObjectName(QStringLiteral("resultTitleLabel"));
+    m_title->setFont(theme::sectionTitle(font()));
+    m_totals->setObjectName(QStringLiteral("resultTotalsLabel"));
+    theme::makeMuted(m_totals);
+    m_again->setObjectName(QStringLiteral("scanAgainButton"));
+    m_again->setToolTip(tr("Scan everything again (Ctrl+R)"));
+    m_exportButton->setObjectName(QStringLiteral("exportButton"));
+    m_exportButton->setToolTip(tr("Export the shown table as CSV (Ctrl+S)"));
+    m_busyStop->setObjectName(QStringLiteral("busyCancelButton"));
+    m_notice->setObjectName(QStringLiteral("noticeBar"));
+}
+
+void DiskUsageResultsForm::buildTabs()
+{
+    m_tabs->setObjectName(QStringLiteral("resultTabWidget"));
+    m_tabs->addTab(m_folders, tr("Folders"));
+    m_tabs->addTab(m_biggest, tr("20 biggest Files"));
+    m_tabs->addTab(m_types, tr("File Types"));
+    m_tabs->addTab(m_notCounted, tr("Not Counted"));
+}
+
+void DiskUsageResultsForm::buildLayout()
+{
+    auto *titles = new QVBoxLayout;
+    titles->setSpacing(0);
+    titles->addWidget(m_title);
+    titles->addWidget(m_totals);
+    auto *header = new QHBoxLayout;
+    header->setSpacing(theme::spaceSnug);
+    header->addWidget(m_back);
+    header->addLayout(titles, 1);
+    header->addWidget(m_again);
+    header->addWidget(m_exportButton);
+    auto *busy = new QHBoxLayout(m_busyBar);
+    busy->setContentsMargins(0, 0, 0, 0);
+    busy->addWidget(m_busyText, 1);
+    busy->addWidget(m_busyStop);
+    m_busyBar->hide();
+
+    auto *layout = new QVBoxLayout(this);
+    layout->setContentsMargins(theme::space, theme::space, theme::space, theme::space);
+    layout->setSpacing(theme::spaceSnug);
+    layout->addLayout(header);
+    layout->addWidget(m_notice);
+    layout->addWidget(m_busyBar);
+    layout->addWidget(m_tabs, 1);
+}
+
+void DiskUsageResultsForm::buildActions()
+{
+    const auto add = [this](const char *name, const QList<QKeySequence> &keys) {
+        auto *action = new QAction(this);
+        action->setObjectName(QLatin1String(name));
+        action->setShortcuts(keys);
+        action->setShortcutContext(Qt::WidgetWithChildrenShortcut);
+        addAction(action);
+        return action;
+    };
+    connect(add("backAction", {QKeySequence(Qt::ALT | Qt::Key_Left)}), &QAction::triggered, m_back,
+            &QAbstractButton::click);
+    connect(add("scanAllAction", {QKeySequence(Qt::CTRL | Qt::Key_R)}), &QAction::triggered, m_again,
+            &QAbstractButton::click);
+    // In the folder tree F5 is about the selected folder; in the lists there is nothing to scan but
+    // everything.
+    auto *everywhereElse = new QAction(this);
+    everywhereElse->setShortcut(Qt::Key_F5);
+    everywhereElse->setShortcutContext(Qt::WidgetWithChildrenShortcut);
+    for (QWidget *page : {static_cast<QWidget *>(m_biggest), static_cast<QWidget *>(m_types),
+                          static_cast<QWidget *>(m_notCounted)})
+        page->addAction(everywhereElse);
+    connect(everywhereElse, &QAction::triggered, m_again, &QAbstractButton::click);
+}
+
+void DiskUsageResultsForm::connectPages()
+{
+    connect(m_back, &QAbstractButton::clicked, this, &DiskUsageResultsForm::back);
+    connect(m_again, &QAbstractButton::clicked, this, &DiskUsageResultsForm::scanAllAgain);
+    connect(m_exportButton, &QAbstractButton::clicked, this, &DiskUsageResultsForm::exportCurrentTable);
+    connect(m_busyStop, &QAbstractButton::clicked, this, [this] {
+        requestStop();
+        emit stopFolderScan();
+    });
+    connect(m_folders, &FoldersPage::scanAgain, this, &DiskUsageResultsForm::scanFolderAgain);
+    const auto warn = [this](const QString &message) { showNotice(message, true); };
+    connect(m_folders, &FoldersPage::failed, this, warn);
+    connect(m_biggest, &BiggestFilesPage::failed, this, warn);
+    connect(m_types, &FileTypesPage::failed, this, warn);
+    connect(m_notCounted, &NotCountedPage::failed, this, warn);
+    connect(m_folders, &FoldersPage::exportTable, this, &DiskUsageResultsForm::exportCurrentTable);
+    connect(m_biggest, &BiggestFilesPage::exportTable, this, &DiskUsageResultsForm::exportCurrentTable);
+    connect(m_types, &FileTypesPage::exportTable, this, &DiskUsageResultsForm::exportCurrentTable);
+    connect(m_notCounted, &NotCountedPage::exportTable, this, &DiskUsageResultsForm::exportCurrentTable);
+}
+
+void DiskUsageResultsForm::showScan(const ScanView &view)
+{
+    m_view = view;
+    m_notice->hide();
+    const quint64 total = view.result->folders.front().bytes;
+    m_folders->setModel(view.folders, view.fileTypes);
+    m_biggest->setModel(view.biggestFiles, view.root);
+    m_types->setModel(view.dataFiles, total);
+    m_notCounted->setResult(view.result.get());
+    m_title->setText(view.root);
+    m_tabs->setCurrentIndex(0);
+    showTotals();
+    showNotCounted();
+}
+
+void DiskUsageResultsForm::detach()
+{
+    m_folders->setModel(nullptr);
+    m_biggest->setModel(nullptr);
+    m_types->setModel(nullptr);
+    m_notCounted->setResult(nullptr);
+    m_view = {};
+}
+
+void DiskUsageResultsForm::showTotals()
+{
+    const Folder &root = m_view.folders->rootFolder()->folder();
+    QString text = tr("%1 in %2 files and %3 folders, scanned in %4 seconds")
+                       .arg(core::sizeText(root.bytes), QString::number(root.files),
+                            QString::number(root.folders), secondsText(m_view.milliseconds));
+    if (m_view.drive)
+        text += tr(". Windows reports %1 used of %2.")
+                    .arg(core::sizeText(m_view.drive->totalBytes - m_view.drive->freeBytes),
+                         core::sizeText(m_view.drive->totalBytes));
+    m_totals->setText(text);
+}
+
+void DiskUsageResultsForm::showNotCounted()
+{
+    const int page = m_tabs->indexOf(m_notCounted);
+    const int count = m_notCounted->model().rowCount();
+    m_tabs->setTabVisible(page, count > 0);
+    m_tabs->setTabText(page, tr("Not Counted (%1)").arg(QString::number(count)));
+}
+
+void DiskUsageResultsForm::folderReplaced(const QString &path, const Folder &before, const ScanResult &now)
+{
+    const Folder &after = now.folders.front();
+    const bool grown = after.bytes >= before.bytes;
+    const QString difference =
+        core::sizeText(grown ? after.bytes - before.bytes : before.bytes - after.bytes);
+    m_biggest->addFolder(path, now.biggestFiles);
+    m_folders->refresh();
+    showTotals();
+    showNotice(
+        (grown ? tr("%1 was scanned again: %2, %3 more than before. The file types are still those of the "
+                    "whole scan.")
+               : tr("%1 was scanned again: %2, %3 less than before. The file types are still those of the "
+                    "whole scan."))
+            .arg(path, core::sizeText(after.bytes), difference));
+}
+
+void DiskUsageResultsForm::showNotice(const QString &text, bool warning)
+{
+    m_notice->showNotice(image(warning ? "Warning16" : "Info16"), text);
+}
+
+void DiskUsageResultsForm::setBusy(bool busy, const QString &text)
+{
+    m_busyText->setText(text);
+    m_busyBar->setVisible(busy);
+    for (QWidget *button : {static_cast<QWidget *>(m_back), static_cast<QWidget *>(m_again),
+                            static_cast<QWidget *>(m_exportButton)})
+        button->setEnabled(!busy);
+}
+
+CsvTable DiskUsageResultsForm::currentTable() const
+{
+    const QWidget *page = m_tabs->currentWidget();
+    return page == m_folders   ? m_folders->csvTable()
+           : page == m_biggest ? m_biggest->csvTable()
+           : page == m_types   ? m_types->csvTable()
+                               : m_notCounted->csvTable();
+}
+
+void DiskUsageResultsForm::exportCurrentTable()
+{
+    if (!m_exportButton->isEnabled() || !m_view.result)
+        return;
+    CsvTable table = currentTable();
+    if (!table.next)
+        return;
+    const QString file = platform::dialogs().chooseFileToSave(this, tr("Export as CSV"),
+                                                              table.suggestedName + QStringLiteral(".csv"),
+                                                              tr("Comma-separated values (*.csv)"));
+    if (file.isEmpty() || !m_view.result || m_export)
+        return;
+    m_export.reset(new CsvExportThread(file, std::move(table)));
+    connect(m_export.get(), &QThread::finished, this, &DiskUsageResultsForm::endExport);
+    setBusy(true, tr("Exporting to %1 ...").arg(QDir::toNativeSeparators(file)));
+    emit exportingChanged(true);
+    m_export->start();
+}
+
+void DiskUsageResultsForm::endExport()
+{
+    if (!m_export)
+        return;
+    const bool cancelled = m_export->stopRequested();
+    const QString error = m_export->error();
+    const QString file = QDir::toNativeSeparators(m_export->file());
+    const QString rows = QString::number(m_export->rows());
+    m_export.reset();
+    setBusy(false);
+    emit exportingChanged(false);
+    if (!error.isEmpty())
+        showNotice(tr("%1 could not be written: %2").arg(file, error), true);
+    else if (cancelled)
+        showNotice(tr("The export was cancelled; nothing was written."));
+    else
+        showNotice(tr("%1 rows were exported to %2.").arg(rows, file));
+}
+
+void DiskUsageResultsForm::requestStop()
+{
+    if (m_export)
+        m_export->requestStop();
+}

@@ -1,0 +1,101 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include "DiskUsage/CsvExport.h"
+#include "DiskUsage/engine/Scan.h"
+#include "core/WorkerThread.h"
+#include "platform/Drives.h"
+
+#include <QModelIndex>
+#include <QWidget>
+
+#include <memory>
+#include <optional>
+
+class BiggestFilesModel;
+class BiggestFilesPage;
+class DataFilesModel;
+class ElidedLabel;
+class FLTabWidget;
+class FileTypesPage;
+class FolderModel;
+class FoldersPage;
+class NoticeBar;
+class NotCountedPage;
+class QLabel;
+class QPushButton;
+class QToolButton;
+
+// What is shown of a finished scan. The models belong to the caller.
+struct ScanView {
+    QString root;
+    FolderModel *folders = nullptr;
+    BiggestFilesModel *biggestFiles = nullptr;
+    DataFilesModel *dataFiles = nullptr;
+    std::shared_ptr<const diskusage::ScanResult> result;
+    core::FileTypeTable fileTypes; // with which it was scanned
+    qint64 milliseconds = 0;
+    std::optional<platform::Drive> drive; // of a scanned drive root, when it is known
+};
+
+// The results page: totals, and below them the folders, the biggest files, the file types and the folders
+// that are not counted. Runs the export of the shown table.
+class DiskUsageResultsForm : public QWidget
+{
+    Q_OBJECT
+
+public:
+    explicit DiskUsageResultsForm(QWidget *parent = nullptr);
+    ~DiskUsageResultsForm() override;
+
+    void showScan(const ScanView &view);
+    // Detaches every model, which may then be freed on another thread.
+    void detach();
+
+    // A folder of the result was scanned again and its rows were replaced.
+    void folderReplaced(const QString &path, const diskusage::Folder &before,
+                        const diskusage::ScanResult &now);
+    void showNotice(const QString &text, bool warning = false);
+
+    bool isExporting() const { return m_export != nullptr; }
+    void requestStop();
+    // While a job runs that the result must not be changed under.
+    void setBusy(bool busy, const QString &text = {});
+
+signals:
+    void back();
+    void scanAllAgain();
+    void scanFolderAgain(const QModelIndex &folder);
+    void exportingChanged(bool running);
+    void stopFolderScan();
+
+private:
+    void buildHeader();
+    void buildTabs();
+    void buildLayout();
+    void buildActions();
+    void connectPages();
+
+    void showTotals();
+    void showNotCounted();
+    diskusage::CsvTable currentTable() const;
+    void exportCurrentTable();
+    void endExport();
+
+    ScanView m_view;
+    QToolButton *m_back;
+    ElidedLabel *m_title;
+    ElidedLabel *m_totals;
+    QPushButton *m_again;
+    QPushButton *m_exportButton;
+    NoticeBar *m_notice;
+    QWidget *m_busyBar;
+    QLabel *m_busyText;
+    QPushButton *m_busyStop;
+    FLTabWidget *m_tabs;
+    FoldersPage *m_folders;
+    BiggestFilesPage *m_biggest;
+    FileTypesPage *m_types;
+    NotCountedPage *m_notCounted;
+    core::WorkerPointer<CsvExportThread> m_export;
+};
