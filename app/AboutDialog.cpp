@@ -41,9 +41,14 @@ QList<Library> libraries()
     };
 }
 
+QString ownFolder()
+{
+    return platform::shownPath(QCoreApplication::applicationDirPath());
+}
+
 QString licencesFolder()
 {
-    return QCoreApplication::applicationDirPath() + QLatin1String("/licenses");
+    return ownFolder() + QLatin1String("\\licenses");
 }
 
 } // namespace
@@ -121,6 +126,7 @@ QLayout *AboutDialog::buildFolder()
     m_folder->setTextInteractionFlags(Qt::TextSelectableByMouse);
     m_reset = new QPushButton(tr("Reset to this program's folder"));
     m_reset->setObjectName(QStringLiteral("resetFolderButton"));
+    m_reset->setAutoDefault(false);
     connect(m_reset, &QPushButton::clicked, this, &AboutDialog::resetFolder);
 
     auto *line = new QHBoxLayout;
@@ -149,14 +155,13 @@ QWidget *AboutDialog::buildButtons()
 
 void AboutDialog::resetFolder()
 {
-    installation::setFolder(platform::shownPath(QCoreApplication::applicationDirPath()));
+    installation::setFolder(ownFolder());
     showFolder();
 }
 
 void AboutDialog::showFolder()
 {
-    m_folder->setText(platform::shownPath(installation::folder()));
-    m_reset->setEnabled(
-        installation::folder().compare(platform::shownPath(QCoreApplication::applicationDirPath()),
-                                       Qt::CaseInsensitive) != 0);
+    const QString folder = platform::shownPath(installation::folder());
+    m_folder->setText(folder);
+    m_reset->setEnabled(folder.compare(ownFolder(), Qt::CaseInsensitive) != 0);
 }

@@ -3,6 +3,7 @@
 
 #include "app/CardSlots.h"
 #include "app/ModuleCard.h"
+#include "app/SlimScrollBar.h"
 #include "app/settings/Keys.h"
 #include "app/settings/Values.h"
 #include "widgets/Theme.h"
@@ -113,6 +114,7 @@ QWidget *HomeForm::buildGrid()
     m_scrollArea = new CardArea;
     m_scrollArea->setObjectName(QStringLiteral("cardScrollArea"));
     m_scrollArea->setFrameShape(QFrame::NoFrame);
+    m_scrollArea->setVerticalScrollBar(new SlimScrollBar);
     m_scrollArea->setWidgetResizable(true);
     m_scrollArea->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
     m_scrollArea->setFocusPolicy(Qt::NoFocus);
@@ -171,6 +173,13 @@ void HomeForm::toggleStar(int id)
     columnCount(true);
     if (m_current && m_current->hasFocus())
         m_scrollArea->ensureWidgetVisible(m_current, 0, theme::space);
+}
+
+// A page that is not shown yet has only a passing width; showing it lays it out in any case.
+void HomeForm::relayout()
+{
+    if (isVisible())
+        columnCount();
 }
 
 void HomeForm::columnCount(bool force)
@@ -246,7 +255,7 @@ bool HomeForm::matchesSearch(const ModuleCard &card) const
 bool HomeForm::eventFilter(QObject *watched, QEvent *event)
 {
     if (watched == m_contents && event->type() == QEvent::Resize) {
-        columnCount();
+        relayout();
     } else if (watched == m_search && event->type() == QEvent::KeyPress) {
         const int key = static_cast<QKeyEvent *>(event)->key();
         if (key == Qt::Key_Escape && !m_search->text().isEmpty()) {
@@ -270,7 +279,7 @@ bool HomeForm::eventFilter(QObject *watched, QEvent *event)
 void HomeForm::resizeEvent(QResizeEvent *event)
 {
     QWidget::resizeEvent(event);
-    columnCount();
+    relayout();
 }
 
 void HomeForm::showEvent(QShowEvent *event)

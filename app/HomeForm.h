@@ -92,6 +92,7 @@ private:
 
     // Lays the cards out anew when the number of columns has changed, or in any case with `force`.
     void columnCount(bool force = false);
+    void relayout();
     void placeCards();
     int columns() const;
     bool matchesSearch(const ModuleCard &card) const;

@@ -5,6 +5,7 @@
 #include "app/MainWindow.h"
 #include "app/NavigationLock.h"
 #include "app/SidePanel.h"
+#include "app/ToolStrip.h"
 #include "app/UpdateDialog.h"
 
 #include <QApplication>
@@ -13,7 +14,6 @@
 #include <QMenuBar>
 #include <QStackedLayout>
 #include <QStatusBar>
-#include <QToolBar>
 #include <QToolButton>
 
 namespace
@@ -75,7 +75,7 @@ void MainWindow::buildWidgets()
 
 void MainWindow::buildToolBar()
 {
-    m_toolBar = new QToolBar(tr("Tabs toolbar"), this);
+    m_toolBar = new ToolStrip(tr("Tabs toolbar"), this);
     m_toolBar->setObjectName(QStringLiteral("toolbar"));
     m_toolBar->setMovable(false);
     m_toolBar->setIconSize(toolIconSize);

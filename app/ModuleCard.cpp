@@ -15,9 +15,10 @@ namespace
 {
 
 constexpr int gap = theme::space; // between two cards; half of it belongs to each
-constexpr int padding = theme::spaceWide;
+constexpr int padding = 14;
 constexpr int iconSide = 40;
-constexpr int titleGap = theme::spaceTight;
+constexpr int iconGap = 10;
+constexpr int titleGap = theme::spaceTight / 2;
 constexpr int titleFlags = Qt::TextWordWrap | Qt::AlignLeading | Qt::AlignTop;
 
 // The width at which three columns stand beside the tool bar in the smallest main window, at the size of
@@ -46,7 +47,9 @@ ModuleCard::ModuleCard(const Module &module, QWidget *parent)
     setAttribute(Qt::WA_Hover);
     setCursor(Qt::PointingHandCursor);
     setFocusPolicy(Qt::StrongFocus);
-    setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Fixed);
+    QSizePolicy policy(QSizePolicy::Expanding, QSizePolicy::Minimum);
+    policy.setHeightForWidth(true);
+    setSizePolicy(policy);
     setStarred(false);
 }
 
@@ -66,17 +69,22 @@ int ModuleCard::narrowest(const QFont &font)
     return qRound(narrowestAtDefault * std::max(1.0, points / defaultPointSize));
 }
 
+int ModuleCard::heightForWidth(int width) const
+{
+    const TextPlaces places = textPlaces(width);
+    const int content = std::max(iconSide, places.description.bottom() + 1 - places.title.top());
+    return content + 2 * padding + gap;
+}
+
 QSize ModuleCard::sizeHint() const
 {
     const int width = narrowest(font());
-    const TextPlaces places = textPlaces(width);
-    const int content = std::max(iconSide, places.description.bottom() + 1 - places.title.top());
-    return {width, content + 2 * padding + gap};
+    return {width, heightForWidth(width)};
 }
 
 QSize ModuleCard::minimumSizeHint() const
 {
-    return sizeHint();
+    return {narrowest(font()), iconSide + 2 * padding + gap};
 }
 
 QRect ModuleCard::frame() const
@@ -87,10 +95,11 @@ QRect ModuleCard::frame() const
 ModuleCard::TextPlaces ModuleCard::textPlaces(int cardWidth) const
 {
     const QFont titleFont = theme::sectionTitle(font());
-    const int left = gap / 2 + padding + iconSide + theme::space;
+    const int left = gap / 2 + padding + iconSide + iconGap;
     const int top = gap / 2 + padding;
     const int width = std::max(1, cardWidth - gap / 2 - padding - left);
-    const int titleWidth = std::max(1, width - m_star->sizeHint().width() + theme::spaceSnug);
+    // The star's button has room around its image that the title may use.
+    const int titleWidth = std::max(1, width - m_star->sizeHint().width() + padding - theme::spaceTight);
 
     TextPlaces places;
     places.title = QRect(left, top, titleWidth, heightOf(titleFont, text(), titleWidth));

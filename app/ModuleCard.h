@@ -24,6 +24,7 @@ public:
     // The narrowest card, with the gap around it; all cards of a page are at least as wide.
     static int narrowest(const QFont &font);
 
+    int heightForWidth(int width) const override;
     QSize sizeHint() const override;
     QSize minimumSizeHint() const override;
 

@@ -3,6 +3,7 @@
 
 #include "app/ModuleTable.h"
 #include "app/PanelButton.h"
+#include "app/SlimScrollBar.h"
 #include "widgets/Theme.h"
 
 #include <QIcon>
@@ -38,6 +39,7 @@ SidePanel::SidePanel(const ModuleTable &table, QWidget *parent) : QWidget(parent
     auto *scrollArea = new QScrollArea;
     scrollArea->setObjectName(QStringLiteral("scrollArea"));
     scrollArea->setFrameShape(QFrame::NoFrame);
+    scrollArea->setVerticalScrollBar(new SlimScrollBar);
     scrollArea->setWidgetResizable(true);
     scrollArea->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
     scrollArea->setFocusPolicy(Qt::NoFocus);
