@@ -1,0 +1,105 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "FindDuplicateImage/engine/Fingerprint.h"
+
+#include <algorithm>
+#include <cstdlib>
+#include <numeric>
+
+namespace lookalikes
+{
+
+namespace
+{
+
+// Walks over all 1600 positions in steps that scatter: it shares no factor with 1600, and lies near 1600
+// divided by the golden ratio.
+constexpr int stride = 989;
+static_assert(std::gcd(stride, fingerprintPositions) == 1);
+
+quint8 meanOf(Fingerprint::Plane plane)
+{
+    const quint32 sum = std::accumulate(plane.begin(), plane.end(), quint32(0));
+    return static_cast<quint8>(sum / fingerprintPositions);
+}
+
+// |later - earlier + difference|, capped at positionLimit. Written in bytes without a branch, so that
+// compilers turn the loop over a block into byte-wide vector code.
+//
+// The difference of the means is never negative here: where it is, `a` and `b` have changed places. Adding it
+// stops at 255. That falsifies no answer: no plane's value is above 149, so that where it stops there, both
+// the true distance and the one computed are at least 106.
+inline quint8 distance(quint8 a, quint8 b, quint8 difference)
+{
+    const auto room = static_cast<quint8>(255 - difference);
+    const auto moved = static_cast<quint8>(std::min(a, room) + difference);
+    const auto apart = static_cast<quint8>(std::max(moved, b) - std::min(moved, b));
+    return std::min(apart, static_cast<quint8>(positionLimit));
+}
+
+struct Operands {
+    const quint8 *a;
+    const quint8 *b;
+    quint8 difference;
+};
+
+Operands operands(const std::array<quint8, Fingerprint::blockSize> &earlier,
+                  const std::array<quint8, Fingerprint::blockSize> &later, int difference)
+{
+    if (difference >= 0)
+        return {later.data(), earlier.data(), static_cast<quint8>(difference)};
+    return {earlier.data(), later.data(), static_cast<quint8>(-difference)};
+}
+
+} // namespace
+
+Fingerprint::Fingerprint(Plane red, Plane green, Plane blue)
+    : m_means{meanOf(red), meanOf(green), meanOf(blue)}
+{
+    std::size_t position = 0;
+    for (Block &block : m_blocks) {
+        for (std::size_t i = 0; i < blockSize; ++i) {
+            block.red[i] = red[position];
+            block.green[i] = green[position];
+            block.blue[i] = blue[position];
+            position = (position + stride) % fingerprintPositions;
+        }
+    }
+}
+
+MeanDifference operator-(const Fingerprint::Means &earlier, const Fingerprint::Means &later)
+{
+    return {earlier.red - later.red, earlier.green - later.green, earlier.blue - later.blue};
+}
+
+int differingPositions(const Fingerprint::Block &earlier, const Fingerprint::Block &later,
+                       MeanDifference difference)
+{
+    const Operands red = operands(earlier.red, later.red, difference.red);
+    const Operands green = operands(earlier.green, later.green, difference.green);
+    const Operands blue = operands(earlier.blue, later.blue, difference.blue);
+    // Two loops, since not every compiler finds a sum of bytes within the first.
+    std::array<quint8, Fingerprint::blockSize> differs;
+    for (std::size_t i = 0; i < Fingerprint::blockSize; ++i) {
+        // Three capped distances fit a byte, and their sum reaches the limit exactly when the sum of the true
+        // ones does.
+        const auto sum = static_cast<quint8>(distance(red.a[i], red.b[i], red.difference) +
+                                             distance(green.a[i], green.b[i], green.difference) +
+                                             distance(blue.a[i], blue.b[i], blue.difference));
+        differs[i] = sum >= positionLimit ? 1 : 0;
+    }
+    quint8 count = 0;
+    for (const quint8 one : differs)
+        count = static_cast<quint8>(count + one);
+    return count;
+}
+
+int differingPositions(const Fingerprint &earlier, const Fingerprint &later, int enough)
+{
+    const MeanDifference difference = earlier.means() - later.means();
+    int count = 0;
+    for (std::size_t i = 0; i < Fingerprint::blockCount && count < enough; ++i)
+        count += differingPositions(earlier.blocks()[i], later.blocks()[i], difference);
+    return count;
+}
+
+} // namespace lookalikes

@@ -1,0 +1,109 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include <QtGlobal>
+
+#include <array>
+#include <cstddef>
+#include <span>
+
+namespace lookalikes
+{
+
+inline constexpr int fingerprintSide = 40;
+inline constexpr int fingerprintPositions = fingerprintSide * fingerprintSide;
+
+// Two pictures are alike when fewer than this many positions differ.
+inline constexpr int differingLimit = 15;
+// A position differs when its mean-centred channel differences add up to this much.
+inline constexpr int positionLimit = 63;
+
+// A colour channel's value times its luma coefficient, the product in double precision narrowed to single
+// precision, without its fraction.
+constexpr quint8 weighted(int value, double coefficient)
+{
+    return static_cast<quint8>(static_cast<float>(value * coefficient));
+}
+constexpr quint8 weightedRed(int value)
+{
+    return weighted(value, 0.299);
+}
+constexpr quint8 weightedGreen(int value)
+{
+    return weighted(value, 0.587);
+}
+constexpr quint8 weightedBlue(int value)
+{
+    return weighted(value, 0.114);
+}
+
+inline constexpr int largestRed = weightedRed(255);
+inline constexpr int largestGreen = weightedGreen(255);
+inline constexpr int largestBlue = weightedBlue(255);
+static_assert(largestRed == 76 && largestGreen == 149 && largestBlue == 29);
+
+// The three weighted colour planes of a picture reduced to 40 by 40, and the mean of each. Every value fits a
+// byte.
+//
+// The positions are not kept row by row: they are spread, so that the first few dozen are scattered over the
+// whole picture. Which positions differ does not depend on the order, but unlike pictures are told apart
+// sooner where the sky of the one is not compared with the sky of the other first.
+class Fingerprint
+{
+public:
+    // So many positions lie together, one channel after the other.
+    static constexpr int blockSize = 64;
+    static constexpr int blockCount = fingerprintPositions / blockSize;
+    static_assert(blockCount * blockSize == fingerprintPositions);
+
+    struct Block {
+        std::array<quint8, blockSize> red;
+        std::array<quint8, blockSize> green;
+        std::array<quint8, blockSize> blue;
+        bool operator==(const Block &) const = default;
+    };
+    // Of each plane; the fraction is dropped.
+    struct Means {
+        quint8 red;
+        quint8 green;
+        quint8 blue;
+        bool operator==(const Means &) const = default;
+    };
+
+    using Plane = std::span<const quint8, fingerprintPositions>;
+
+    // The planes row by row, no value above largestRed, largestGreen and largestBlue.
+    Fingerprint(Plane red, Plane green, Plane blue);
+
+    const std::array<Block, blockCount> &blocks() const { return m_blocks; }
+    const Means &means() const { return m_means; }
+
+    bool operator==(const Fingerprint &) const = default;
+
+private:
+    std::array<Block, blockCount> m_blocks;
+    Means m_means;
+};
+
+// What the means differ by: `earlier` less `later`.
+struct MeanDifference {
+    int red;
+    int green;
+    int blue;
+};
+MeanDifference operator-(const Fingerprint::Means &earlier, const Fingerprint::Means &later);
+
+// The number of positions that differ within one block.
+int differingPositions(const Fingerprint::Block &earlier, const Fingerprint::Block &later,
+                       MeanDifference difference);
+
+// The number of positions that differ; when it reaches `enough`, counting ends and some number of at least
+// `enough` is returned.
+int differingPositions(const Fingerprint &earlier, const Fingerprint &later, int enough = differingLimit);
+
+inline bool areAlike(const Fingerprint &earlier, const Fingerprint &later)
+{
+    return differingPositions(earlier, later) < differingLimit;
+}
+
+} // namespace lookalikes

@@ -1,0 +1,136 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "FindDuplicateImage/engine/Scan.h"
+
+#include "FindDuplicateImage/engine/PreparationQueue.h"
+#include "FindDuplicateImage/engine/Reduction.h"
+#include "FindDuplicateImage/engine/SimilarityGrouper.h"
+#include "core/FileTypes.h"
+
+#include <algorithm>
+#include <utility>
+
+namespace lookalikes
+{
+
+namespace
+{
+
+// The raster images alone, as they are built in: what the user changes elsewhere does not matter here.
+duplicates::CategorySelection rasterImages()
+{
+    const core::FileTypeTable &table = core::defaultFileTypes();
+    const auto raster =
+        std::find_if(table.cbegin(), table.cend(), [](const core::FileTypeCategory &category) {
+            return category.name == QLatin1String("Raster Image Files");
+        });
+    Q_ASSERT(raster != table.cend());
+    return {{raster->name, raster->extensions, true}};
+}
+
+class ImageScan
+{
+public:
+    ImageScan(const ScanOptions &options, const Decode &decode, ThumbnailSink &thumbnails,
+              const core::CancelFlag &cancel)
+        : m_decode(decode),
+          m_thumbnails(thumbnails),
+          m_cancel(cancel),
+          m_budget(options.decodedBytes),
+          m_queue(options.decodeThreads,
+                  [this](duplicates::FileRecord file) { return prepare(std::move(file)); })
+    {
+    }
+
+    void add(duplicates::FileRecord file);
+    void finish(ScanResult &result);
+
+private:
+    PreparedImage prepare(duplicates::FileRecord file);
+    void fingerprint(PreparedImage &prepared);
+    void groupFirst();
+
+    const Decode &m_decode;
+    ThumbnailSink &m_thumbnails;
+    const core::CancelFlag &m_cancel;
+    MemoryBudget m_budget;
+    SimilarityGrouper m_grouper;
+    std::size_t m_compared = 0;
+    PreparationQueue m_queue; // last, so that its threads end first
+};
+
+void ImageScan::add(duplicates::FileRecord file)
+{
+    while (m_queue.isFull() || m_queue.firstIsReady())
+        groupFirst();
+    m_queue.add(std::move(file));
+}
+
+void ImageScan::finish(ScanResult &result)
+{
+    while (!m_queue.isEmpty() && !m_cancel.isSet())
+        groupFirst();
+    result.imagesCompared = m_compared;
+    result.groups = m_grouper.takeGroups();
+    sortForReport(result.groups);
+}
+
+void ImageScan::groupFirst()
+{
+    PreparedImage first = m_queue.takeFirst();
+    if (!first.fingerprint)
+        return;
+    ++m_compared;
+    m_grouper.add(std::move(first.image), *first.fingerprint);
+}
+
+PreparedImage ImageScan::prepare(duplicates::FileRecord file)
+{
+    PreparedImage prepared;
+    static_cast<duplicates::FileRecord &>(prepared.image) = std::move(file);
+    if (m_cancel.isSet())
+        return prepared;
+    try {
+        fingerprint(prepared);
+    } catch (...) {
+        // Out of memory, most likely: this picture is dropped, and the scan goes on.
+        prepared.fingerprint.reset();
+    }
+    return prepared;
+}
+
+void ImageScan::fingerprint(PreparedImage &prepared)
+{
+    MemoryBudget::Share memory(m_budget);
+    std::optional<core::LoadedImage> loaded =
+        m_decode(prepared.image.fullPath(), [&memory](qint64 bytes) { memory.take(bytes); });
+    if (!loaded)
+        return;
+    prepared.image.width = loaded->image.width();
+    prepared.image.height = loaded->image.height();
+    prepared.image.format = loaded->format;
+    const std::optional<ReducedImage> reduced = reduceImage(std::move(loaded->image));
+    if (!reduced)
+        return;
+    prepared.image.thumbnail = m_thumbnails.store(reduced->thumbnail);
+    prepared.fingerprint = reduced->fingerprint;
+}
+
+} // namespace
+
+ScanResult findLookalikes(const QString &root, const ScanOptions &options,
+                          core::DirectoryEnumerator &enumerator, const Decode &decode,
+                          ThumbnailSink &thumbnails, duplicates::ScanListener &listener,
+                          const core::CancelFlag &cancel)
+{
+    ScanResult result;
+    ImageScan scan(options, decode, thumbnails, cancel);
+    const duplicates::WalkRules rules{rasterImages(), false, 0, options.readAheadThreads};
+    result.itemsSeen = duplicates::walkCandidates(
+        root, rules, enumerator, listener,
+        [&scan](int, duplicates::FileRecord file) { scan.add(std::move(file)); }, cancel);
+    scan.finish(result);
+    result.cancelled = cancel.isSet();
+    return result;
+}
+
+} // namespace lookalikes

@@ -1,0 +1,64 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include "FindDuplicate/engine/CandidateWalk.h"
+#include "FindDuplicateImage/engine/ImageRecord.h"
+#include "core/CancelFlag.h"
+#include "core/DirectoryEnumerator.h"
+#include "core/ImageLoader.h"
+
+#include <QImage>
+#include <QString>
+
+#include <cstddef>
+#include <functional>
+#include <optional>
+#include <vector>
+
+// The look-alike scan: pictures whose colours, reduced to 40 by 40, differ in a few places at most, whatever
+// their format, size or name. Portable; the module's thread runs it.
+namespace lookalikes
+{
+
+// core::readImage, or a fake. Called on several threads at once. What it throws counts as a failure.
+using Decode =
+    std::function<std::optional<core::LoadedImage>(const QString &path, const core::BeforeDecode &)>;
+
+// Takes the thumbnails as they are made: none is kept in memory here.
+class ThumbnailSink
+{
+public:
+    virtual ~ThumbnailSink() = default;
+    // Called on several threads at once, in no particular order. Returns what ImageRecord::thumbnail will
+    // hold, noThumbnail when it cannot be kept.
+    virtual qint64 store(const QImage &thumbnail) = 0;
+};
+
+struct ScanOptions {
+    int readAheadThreads = 0; // core::WalkOptions
+    // Pictures are decoded ahead of the comparison on this many threads, without any influence on groups,
+    // numbers or progress; 0 decodes each when the walk reaches it.
+    int decodeThreads = 0;
+    // Decoded pictures in memory at a time. One picture is always allowed, and takes up to
+    // core::imageAllocationLimit.
+    qint64 decodedBytes = qint64(512) << 20;
+};
+
+struct ScanResult {
+    std::vector<ImageGroup> groups; // in the order of the report, see sortForReport()
+    std::size_t imagesCompared = 0;
+    int itemsSeen = 0;
+    bool cancelled = false;
+};
+
+// Scans until the end or until cancelled; then the groups are those of some of the files met so far. Files
+// that cannot be decoded, and pictures with a side below 40 pixels, are dropped. The progress is that of the
+// walk, which is ahead of the comparison by PreparationQueue::filesPerThread files a thread at most.
+//
+// Memory: options.decodedBytes, 4.8 KB for every picture that is alike to none before it, and the records.
+ScanResult findLookalikes(const QString &root, const ScanOptions &options,
+                          core::DirectoryEnumerator &enumerator, const Decode &decode,
+                          ThumbnailSink &thumbnails, duplicates::ScanListener &listener,
+                          const core::CancelFlag &cancel);
+
+} // namespace lookalikes

@@ -1,0 +1,188 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "core/ImageLoader.h"
+
+#include <QBuffer>
+#include <QFile>
+#include <QImageReader>
+#include <QTemporaryDir>
+#include <QTest>
+#include <QtEndian>
+
+using namespace Qt::StringLiterals;
+
+namespace
+{
+
+QImage picture(int width, int height)
+{
+    QImage image(width, height, QImage::Format_RGB32);
+    image.fill(Qt::blue);
+    for (int y = 0; y < height; ++y)
+        for (int x = 0; x < width / 2; ++x)
+            image.setPixel(x, y, qRgb(255, 255, 0));
+    return image;
+}
+
+QByteArray encoded(const QImage &image, const char *format)
+{
+    QByteArray bytes;
+    QBuffer buffer(&bytes);
+    buffer.open(QIODevice::WriteOnly);
+    image.save(&buffer, format, 90);
+    return bytes;
+}
+
+// A JPEG file with an Exif segment that holds nothing but the orientation.
+QByteArray orientedJpeg(const QImage &image, char orientation)
+{
+    QByteArray exif("Exif\0\0MM\0\x2a\0\0\0\x08\0\x01\x01\x12\0\x03\0\0\0\x01\0?\0\0\0\0\0\0", 32);
+    exif[25] = orientation;
+    QByteArray bytes = encoded(image, "JPG");
+    const QByteArray head("\xff\xe1\0\x22", 4);
+    return bytes.insert(2, head + exif);
+}
+
+// The headers of a bitmap of 32 bits a pixel, and none of its pixels.
+QByteArray bitmapHeader(qint32 width, qint32 height)
+{
+    QByteArray bytes(54, '\0');
+    bytes[0] = 'B';
+    bytes[1] = 'M';
+    qToLittleEndian<quint32>(54, bytes.data() + 10);
+    qToLittleEndian<quint32>(40, bytes.data() + 14);
+    qToLittleEndian<qint32>(width, bytes.data() + 18);
+    qToLittleEndian<qint32>(height, bytes.data() + 22);
+    qToLittleEndian<quint16>(1, bytes.data() + 26);
+    qToLittleEndian<quint16>(32, bytes.data() + 28);
+    return bytes;
+}
+
+} // namespace
+
+class ImageLoaderTest : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void contentDecides_data();
+    void contentDecides();
+    void refused_data();
+    void refused();
+    void orientationIsApplied();
+    void limitIsKept_data();
+    void limitIsKept();
+    void onlyRegularFiles();
+
+private:
+    QString write(const QString &name, const QByteArray &content);
+
+    QTemporaryDir m_folder;
+};
+
+QString ImageLoaderTest::write(const QString &name, const QByteArray &content)
+{
+    QFile file(m_folder.filePath(name));
+    if (!file.open(QIODevice::WriteOnly) || file.write(content) != content.size())
+        qFatal("no test file");
+    return file.fileName();
+}
+
+void ImageLoaderTest::contentDecides_data()
+{
+    QTest::addColumn<QString>("name");
+    QTest::addColumn<QByteArray>("content");
+    QTest::addColumn<QByteArray>("format");
+    const QImage image = picture(60, 50);
+    QTest::newRow("right name") << u"a.png"_s << encoded(image, "PNG") << QByteArray("png");
+    QTest::newRow("JPEG called PNG") << u"b.png"_s << encoded(image, "JPG") << QByteArray("jpeg");
+    QTest::newRow("PNG called JPEG") << u"c.jpg"_s << encoded(image, "PNG") << QByteArray("png");
+    QTest::newRow("PNG called BMP") << u"d.bmp"_s << encoded(image, "PNG") << QByteArray("png");
+    QTest::newRow("no extension") << u"e"_s << encoded(image, "BMP") << QByteArray("bmp");
+    QTest::newRow("unknown extension") << u"f.pspimage"_s << encoded(image, "PNG") << QByteArray("png");
+}
+
+void ImageLoaderTest::contentDecides()
+{
+    QFETCH(QString, name);
+    QFETCH(QByteArray, content);
+    QFETCH(QByteArray, format);
+    const QString path = write(name, content);
+    QImage image;
+    QVERIFY(core::loadImage(path, image));
+    QCOMPARE(image.size(), QSize(60, 50));
+    const auto loaded = core::readImage(path);
+    QVERIFY(loaded);
+    QCOMPARE(loaded->format, format);
+    QCOMPARE(loaded->image, image);
+}
+
+void ImageLoaderTest::refused_data()
+{
+    QTest::addColumn<QByteArray>("content");
+    const QByteArray png = encoded(picture(200, 200), "PNG");
+    QTest::newRow("text") << QByteArray("not a picture");
+    QTest::newRow("empty") << QByteArray();
+    QTest::newRow("ten bytes") << png.first(10);
+    QTest::newRow("cut off within the header") << png.first(24);
+    QTest::newRow("damaged header") << QByteArray(png).replace("IHDR", "IHDX");
+}
+
+void ImageLoaderTest::refused()
+{
+    QFETCH(QByteArray, content);
+    const QString path = write(u"x.png"_s, content);
+    QImage image = picture(7, 7);
+    QVERIFY(!core::loadImage(path, image));
+    QCOMPARE(image.size(), QSize(7, 7)); // left alone
+}
+
+void ImageLoaderTest::orientationIsApplied()
+{
+    const QImage lying = picture(80, 40); // its left half is yellow
+    QImage image;
+    QVERIFY(core::loadImage(write(u"0.jpg"_s, orientedJpeg(lying, 1)), image));
+    QCOMPARE(image.size(), QSize(80, 40));
+    QVERIFY(core::loadImage(write(u"6.jpg"_s, orientedJpeg(lying, 6)),
+                            image)); // to be turned right by 90 degrees
+    QCOMPARE(image.size(), QSize(40, 80));
+    QVERIFY(image.pixelColor(20, 10).red() > 200); // left has become top
+    QVERIFY(image.pixelColor(20, 70).blue() > 200);
+}
+
+void ImageLoaderTest::limitIsKept_data()
+{
+    QTest::addColumn<int>("width");
+    QTest::addColumn<int>("height");
+    QTest::addColumn<qint64>("announced");
+    QTest::newRow("61 megapixels") << 9504 << 6336 << qint64(9504) * 6336 * 4;
+    QTest::newRow("256 MiB") << 8192 << 8192 << (qint64(256) << 20);
+    QTest::newRow("one row more") << 8192 << 8193 << qint64(-1);
+    QTest::newRow("102 megapixels") << 11648 << 8736 << qint64(-1);
+    QTest::newRow("more bytes than 32 bits count") << 40000 << 40000 << qint64(-1);
+}
+
+// Told by the header alone: these files have no pixels.
+void ImageLoaderTest::limitIsKept()
+{
+    QFETCH(int, width);
+    QFETCH(int, height);
+    QFETCH(qint64, announced);
+    const QString path = write(u"huge.bmp"_s, bitmapHeader(width, height));
+    qint64 bytes = -1;
+    core::readImage(path, [&](qint64 expected) { bytes = expected; });
+    QCOMPARE(bytes, announced);
+    QCOMPARE(QImageReader::allocationLimit(), 256);
+}
+
+void ImageLoaderTest::onlyRegularFiles()
+{
+    QImage image;
+    QVERIFY(QDir(m_folder.path()).mkdir(u"folder.png"_s));
+    QVERIFY(!core::loadImage(m_folder.filePath(u"folder.png"_s), image));
+    QVERIFY(!core::loadImage(m_folder.filePath(u"missing.png"_s), image));
+    QVERIFY(!core::loadImage(QString(), image));
+    QVERIFY(!core::loadImage(u":/missing.png"_s, image));
+}
+
+QTEST_GUILESS_MAIN(ImageLoaderTest)
+#include "tst_image_loader.moc"

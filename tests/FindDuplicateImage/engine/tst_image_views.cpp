@@ -1,0 +1,177 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+
+// What the results view is made of: kept thumbnails and the picture of a difference.
+
+#include "FindDuplicateImage/engine/Difference.h"
+#include "FindDuplicateImage/engine/ThumbnailSpool.h"
+#include "tests/FindDuplicateImage/engine/PlainFingerprint.h"
+
+#include <QBuffer>
+#include <QTest>
+
+#include <thread>
+
+using namespace lookalikes;
+
+namespace
+{
+
+QImage filled(QSize size, QColor colour, QImage::Format format = QImage::Format_RGB32)
+{
+    QImage image(size, format);
+    image.fill(colour);
+    return image;
+}
+
+// A disk that is full after so many bytes.
+class SmallDisk : public QBuffer
+{
+public:
+    qint64 room = 0;
+
+protected:
+    qint64 writeData(const char *data, qint64 length) override
+    {
+        return QBuffer::writeData(data, std::min(length, std::max<qint64>(room - pos(), 0)));
+    }
+};
+
+bool isRed(QRgb pixel)
+{
+    return qRed(pixel) > qGreen(pixel) + 60;
+}
+
+} // namespace
+
+class ImageViewsTest : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void thumbnailsComeBack();
+    void fullDisk();
+    void storedFromSeveralThreads();
+    void difference();
+    void differenceIsTolerant_data();
+    void differenceIsTolerant();
+    void differenceOfOtherSizes();
+    void differenceWithoutPictures();
+};
+
+void ImageViewsTest::thumbnailsComeBack()
+{
+    std::mt19937 random(1);
+    QBuffer device;
+    device.open(QIODevice::ReadWrite);
+    ThumbnailSpool spool(device);
+    const QImage photo = tests::blockPicture({170, 128}, 4, random);
+    const QImage clear = filled({128, 128}, Qt::transparent, QImage::Format_ARGB32);
+    const qint64 first = spool.store(photo);
+    const qint64 second = spool.store(clear);
+    const qint64 strip = spool.store(filled({128, 40'000}, Qt::green));
+
+    const QImage read = spool.load(first);
+    QCOMPARE(read.size(), photo.size());
+    const QColor colour = read.pixelColor(10, 10), original = photo.pixelColor(10, 10);
+    QVERIFY(std::abs(colour.green() - original.green()) < 16);
+    QVERIFY(spool.load(second).hasAlphaChannel());
+    QCOMPARE(spool.load(second).pixelColor(5, 5).alpha(), 0);
+    QCOMPARE(spool.load(strip).height(), ThumbnailSpool::longestSide);
+    QVERIFY(spool.load(noThumbnail).isNull());
+    QVERIFY(spool.load(3).isNull());
+    QVERIFY(device.size() < 30'000);
+}
+
+void ImageViewsTest::fullDisk()
+{
+    std::mt19937 random(1);
+    SmallDisk device;
+    device.open(QIODevice::ReadWrite);
+    device.room = 400;
+    ThumbnailSpool spool(device);
+    QCOMPARE(spool.store(tests::blockPicture({170, 128}, 40, random)), noThumbnail);
+    device.room = 1 << 20;
+    const qint64 stored = spool.store(filled({128, 128}, Qt::red));
+    QVERIFY(stored != noThumbnail);
+    QCOMPARE(spool.load(stored).size(), QSize(128, 128));
+}
+
+void ImageViewsTest::storedFromSeveralThreads()
+{
+    QBuffer device;
+    device.open(QIODevice::ReadWrite);
+    ThumbnailSpool spool(device);
+    constexpr int each = 40;
+    std::vector<qint64> keys(3 * each);
+    std::vector<std::thread> threads;
+    for (int t = 0; t < 3; ++t)
+        threads.emplace_back([&, t] {
+            for (int i = t * each; i < (t + 1) * each; ++i)
+                keys[std::size_t(i)] = spool.store(filled({128 + i, 128}, Qt::gray));
+        });
+    for (std::thread &thread : threads)
+        thread.join();
+    for (int i = 0; i < 3 * each; ++i)
+        QCOMPARE(spool.load(keys[std::size_t(i)]).width(), 128 + i);
+}
+
+void ImageViewsTest::difference()
+{
+    const QImage first = filled({200, 100}, Qt::white);
+    QImage second = first;
+    for (int y = 0; y < 50; ++y)
+        for (int x = 0; x < 50; ++x)
+            second.setPixel(x, y, qRgb(255, 255, 0));
+    const Difference result = differenceOf(first, second, {1000, 1000});
+    QCOMPARE(result.picture.size(), first.size());
+    QCOMPARE(result.share, 0.125);
+    QVERIFY(isRed(result.picture.pixel(49, 49)));
+    QVERIFY(!isRed(result.picture.pixel(50, 49)));
+    QVERIFY(!isRed(result.picture.pixel(199, 99)));
+    QCOMPARE(differenceOf(first, first, {1000, 1000}).share, 0.0);
+}
+
+void ImageViewsTest::differenceIsTolerant_data()
+{
+    QTest::addColumn<QColor>("first");
+    QTest::addColumn<QColor>("second");
+    QTest::addColumn<bool>("shown");
+    QTest::newRow("compression") << QColor(100, 100, 100) << QColor(124, 76, 100) << false;
+    QTest::newRow("just above, one channel") << QColor(100, 100, 100) << QColor(100, 100, 125) << true;
+    QTest::newRow("transparency alone") << QColor(0, 0, 0, 255) << QColor(0, 0, 0, 100) << true;
+    QTest::newRow("hidden colours") << QColor(255, 0, 0, 0) << QColor(0, 255, 0, 0) << false;
+}
+
+void ImageViewsTest::differenceIsTolerant()
+{
+    QFETCH(QColor, first);
+    QFETCH(QColor, second);
+    QFETCH(bool, shown);
+    const QSize size(50, 50);
+    const Difference result = differenceOf(filled(size, first, QImage::Format_ARGB32),
+                                           filled(size, second, QImage::Format_ARGB32), {100, 100});
+    QCOMPARE(result.share, shown ? 1.0 : 0.0);
+    QCOMPARE(isRed(result.picture.pixel(25, 25)), shown);
+}
+
+void ImageViewsTest::differenceOfOtherSizes()
+{
+    std::mt19937 random(2);
+    const QImage picture = tests::blockPicture({800, 400}, 2, random);
+    const Difference same = differenceOf(picture, picture.scaled(400, 200), {1000, 1000});
+    QCOMPARE(same.picture.size(), QSize(800, 400));
+    QVERIFY(same.share < 0.02);
+    QCOMPARE(differenceOf(picture, picture, {100, 100}).picture.size(), QSize(100, 50));
+    QCOMPARE(differenceOf(filled({5000, 1}, Qt::red), picture, {100, 100}).picture.size(), QSize(100, 1));
+}
+
+void ImageViewsTest::differenceWithoutPictures()
+{
+    const QImage image = filled({10, 10}, Qt::red);
+    QVERIFY(differenceOf(image, QImage(), {100, 100}).picture.isNull());
+    QVERIFY(differenceOf(QImage(), image, {100, 100}).picture.isNull());
+    QVERIFY(differenceOf(image, image, QSize()).picture.isNull());
+}
+
+QTEST_GUILESS_MAIN(ImageViewsTest)
+#include "tst_image_views.moc"

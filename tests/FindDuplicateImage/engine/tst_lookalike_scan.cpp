@@ -1,0 +1,354 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "FindDuplicateImage/engine/PreparationQueue.h"
+#include "FindDuplicateImage/engine/Scan.h"
+#include "tests/FindDuplicateImage/engine/PlainFingerprint.h"
+#include "tests/support/MemoryEnumerator.h"
+
+#include <QHash>
+#include <QTest>
+
+#include <atomic>
+#include <chrono>
+#include <memory>
+#include <mutex>
+#include <new>
+#include <thread>
+
+using namespace lookalikes;
+using namespace Qt::StringLiterals;
+
+namespace
+{
+
+class Recorder : public duplicates::ScanListener
+{
+public:
+    QStringList events;
+    core::CancelFlag *cancelAt = nullptr;
+    int cancelItem = 0;
+
+    void totalSubFolders(int total) override { events.append(QStringLiteral("total %1").arg(total)); }
+    void folderEntered() override { events.append(u"step"_s); }
+    void pathChanged(const QString &folder) override { events.append(folder); }
+    void itemSeen(int itemsSeen) override
+    {
+        events.append(QString::number(itemsSeen));
+        if (cancelAt && itemsSeen == cancelItem)
+            cancelAt->set();
+    }
+};
+
+class CountingSink : public ThumbnailSink
+{
+public:
+    std::atomic_int stored = 0;
+    qint64 store(const QImage &thumbnail) override
+    {
+        ++stored;
+        return thumbnail.width(); // shows in the record
+    }
+};
+
+// Pictures by path. Paths without one do not decode.
+class FakePictures
+{
+public:
+    QHash<QString, QImage> byPath;
+    std::atomic_int decoded = 0;
+    std::atomic_int atOnce = 0;
+    std::atomic_int mostAtOnce = 0;
+    int jitter = 0; // microseconds
+    qint64 bytes = 0;
+
+    Decode decoder()
+    {
+        return [this](const QString &path,
+                      const core::BeforeDecode &before) -> std::optional<core::LoadedImage> {
+            ++decoded;
+            if (path.endsWith(u"throws.png"))
+                throw std::bad_alloc();
+            before(bytes);
+            const int now = ++atOnce;
+            for (int most = mostAtOnce; now > most && !mostAtOnce.compare_exchange_weak(most, now);) {
+            }
+            if (jitter > 0)
+                std::this_thread::sleep_for(std::chrono::microseconds(qHash(path) % std::size_t(jitter)));
+            --atOnce;
+            const QImage image = byPath.value(path);
+            if (image.isNull())
+                return std::nullopt;
+            return core::LoadedImage{image, "png"};
+        };
+    }
+};
+
+QStringList described(const ScanResult &result)
+{
+    QStringList lines;
+    for (const ImageGroup &group : result.groups) {
+        QString line;
+        for (const ImageRecord &member : group.members)
+            line += QStringLiteral("%1(%2, %3x%4, %5) ")
+                        .arg(member.fullPath())
+                        .arg(member.groupId)
+                        .arg(member.width)
+                        .arg(member.height)
+                        .arg(member.thumbnail);
+        lines.append(line.trimmed());
+    }
+    return lines;
+}
+
+} // namespace
+
+class LookalikeScanTest : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void init();
+    void findsGroups();
+    void takesRasterImagesOfAnySizeAndName();
+    void dropsWhatCannotBeCompared();
+    void threadsChangeNothing_data();
+    void threadsChangeNothing();
+    void cancelled_data();
+    void cancelled();
+    void cancelledBeforeStart();
+    void decodedMemoryIsBounded();
+    void largeRequestIsGrantedAlone();
+    void queueKeepsOrder();
+
+private:
+    void addPicture(const QString &path, const QImage &image, quint64 size = 1000);
+    ScanResult scan(const ScanOptions &options = {});
+
+    std::unique_ptr<tests::MemoryEnumerator> m_disk;
+    std::unique_ptr<FakePictures> m_pictures;
+    std::unique_ptr<CountingSink> m_sink;
+    core::CancelFlag m_cancel;
+    Recorder m_events;
+    std::mt19937 m_random;
+};
+
+void LookalikeScanTest::init()
+{
+    m_disk = std::make_unique<tests::MemoryEnumerator>();
+    m_pictures = std::make_unique<FakePictures>();
+    m_sink = std::make_unique<CountingSink>();
+    m_cancel.reset();
+    m_events = {};
+    m_random.seed(1);
+}
+
+void LookalikeScanTest::addPicture(const QString &path, const QImage &image, quint64 size)
+{
+    m_disk->addFile(path, size, 3, 2, 1);
+    m_pictures->byPath.insert(path, image);
+}
+
+ScanResult LookalikeScanTest::scan(const ScanOptions &options)
+{
+    m_events.events.clear();
+    return findLookalikes(u"C:\\r\\"_s, options, *m_disk, m_pictures->decoder(), *m_sink, m_events, m_cancel);
+}
+
+void LookalikeScanTest::findsGroups()
+{
+    const QImage cat = tests::blockPicture({640, 480}, 8, m_random);
+    const QImage dog = tests::blockPicture({640, 480}, 8, m_random);
+    const QImage bird = tests::blockPicture({640, 480}, 8, m_random);
+    addPicture(u"C:\\r\\cat.jpg"_s, cat, 10);
+    addPicture(u"C:\\r\\dog.jpg"_s, dog, 20);
+    addPicture(u"C:\\r\\a\\bird.gif"_s, bird);
+    addPicture(u"C:\\r\\a\\small dog.png"_s, dog.scaled(320, 240), 30);
+    addPicture(u"C:\\r\\cat.PNG"_s, cat, 40);
+    addPicture(u"C:\\r\\cat.webp"_s, cat, 50);
+    const ScanResult result = scan();
+    QCOMPARE(described(result),
+             QStringList({u"C:\\r\\dog.jpg(2, 640x480, 171) C:\\r\\a\\small dog.png(2, 320x240, 171)"_s,
+                          u"C:\\r\\cat.jpg(1, 640x480, 171) C:\\r\\cat.PNG(1, 640x480, 171) "
+                          "C:\\r\\cat.webp(1, 640x480, 171)"_s}));
+    QCOMPARE(result.imagesCompared, std::size_t(6));
+    QCOMPARE(m_sink->stored.load(), 6);
+    QCOMPARE(result.groups[0].members[0].format, "png");
+    QCOMPARE(result.groups[0].members[0].lastWriteTime, quint64(3));
+    QCOMPARE(m_events.events,
+             QStringList({u"total 2"_s, u"1"_s, u"C:\\r"_s, u"2"_s, u"C:\\r"_s, u"3"_s, u"step"_s, u"4"_s,
+                          u"C:\\r\\a"_s, u"5"_s, u"C:\\r\\a"_s, u"6"_s, u"C:\\r"_s, u"7"_s, u"C:\\r"_s}));
+}
+
+void LookalikeScanTest::takesRasterImagesOfAnySizeAndName()
+{
+    const QStringList extensions{u".avif"_s, u".bmp"_s, u".gif"_s,      u".heif"_s, u".heic"_s, u".jpg"_s,
+                                 u".jpeg"_s, u".jpe"_s, u".jif"_s,      u".jfif"_s, u".jfi"_s,  u".jxl"_s,
+                                 u".png"_s,  u".psd"_s, u".pspimage"_s, u".tif"_s,  u".tiff"_s, u".webp"_s};
+    const QImage image = tests::blockPicture({100, 100}, 8, m_random);
+    for (const QString &extension : extensions)
+        addPicture(u"C:\\r\\.x"_s + extension, image, 1); // dot-files, smaller than any threshold
+    addPicture(u"C:\\r\\x.svg"_s, image);
+    addPicture(u"C:\\r\\x.jpg.txt"_s, image);
+    const ScanResult result = scan();
+    QCOMPARE(result.groups.size(), std::size_t(1));
+    QCOMPARE(result.groups[0].members.size(), std::size_t(extensions.size()));
+    QCOMPARE(m_pictures->decoded.load(), int(extensions.size()));
+}
+
+void LookalikeScanTest::dropsWhatCannotBeCompared()
+{
+    const QImage image = tests::blockPicture({100, 100}, 8, m_random);
+    addPicture(u"C:\\r\\narrow.png"_s, image.scaled(39, 500));
+    addPicture(u"C:\\r\\narrow2.png"_s, image.scaled(39, 500));
+    addPicture(u"C:\\r\\text.png"_s, QImage());
+    addPicture(u"C:\\r\\throws.png"_s, image);
+    addPicture(u"C:\\r\\a.png"_s, image);
+    addPicture(u"C:\\r\\b.png"_s, image.scaled(40, 40));
+    for (const int threads : {0, 2}) {
+        ScanOptions options;
+        options.decodeThreads = threads;
+        const ScanResult result = scan(options);
+        QCOMPARE(result.imagesCompared, std::size_t(2));
+        QCOMPARE(described(result),
+                 QStringList{u"C:\\r\\a.png(1, 100x100, 128) C:\\r\\b.png(1, 40x40, 128)"_s});
+    }
+}
+
+void LookalikeScanTest::threadsChangeNothing_data()
+{
+    QTest::addColumn<int>("threads");
+    QTest::addColumn<int>("readAhead");
+    for (const int threads : {1, 2, 3, 8})
+        for (const int readAhead : {0, 2})
+            QTest::addRow("%d decoding, %d listing", threads, readAhead) << threads << readAhead;
+}
+
+void LookalikeScanTest::threadsChangeNothing()
+{
+    QFETCH(int, threads);
+    QFETCH(int, readAhead);
+    std::vector<QImage> motifs;
+    for (int i = 0; i < 12; ++i)
+        motifs.push_back(tests::blockPicture({90, 60}, 6, m_random));
+    for (int i = 0; i < 150; ++i) {
+        const QString path = QStringLiteral("C:\\r\\%1\\%2.png").arg(i / 20).arg(i);
+        const QImage &motif = motifs[m_random() % motifs.size()];
+        addPicture(path, i % 11 == 0 ? QImage() : motif.scaled(60 + i, 60), m_random() % 5);
+    }
+    const ScanResult expected = scan();
+    const QStringList expectedEvents = m_events.events;
+    QVERIFY(expected.groups.size() > 5);
+
+    m_pictures->jitter = 800;
+    for (int round = 0; round < 3; ++round) {
+        ScanOptions options;
+        options.decodeThreads = threads;
+        options.readAheadThreads = readAhead;
+        const ScanResult result = scan(options);
+        QCOMPARE(described(result), described(expected));
+        QCOMPARE(result.imagesCompared, expected.imagesCompared);
+        QCOMPARE(m_events.events, expectedEvents);
+    }
+}
+
+void LookalikeScanTest::cancelled_data()
+{
+    QTest::addColumn<int>("threads");
+    QTest::newRow("one at a time") << 0;
+    QTest::newRow("ahead") << 3;
+}
+
+void LookalikeScanTest::cancelled()
+{
+    QFETCH(int, threads);
+    const QImage image = tests::blockPicture({100, 100}, 8, m_random);
+    for (int i = 0; i < 100; ++i)
+        addPicture(QStringLiteral("C:\\r\\%1.png").arg(i), image);
+    m_events.cancelAt = &m_cancel;
+    m_events.cancelItem = 30;
+    ScanOptions options;
+    options.decodeThreads = threads;
+    const ScanResult result = scan(options);
+    QVERIFY(result.cancelled);
+    QCOMPARE(result.itemsSeen, 30);
+    QVERIFY(result.imagesCompared <= 30);
+    QVERIFY(m_pictures->decoded <= 30);
+}
+
+void LookalikeScanTest::cancelledBeforeStart()
+{
+    addPicture(u"C:\\r\\a.png"_s, tests::blockPicture({100, 100}, 8, m_random));
+    m_cancel.set();
+    QVERIFY(scan().cancelled);
+    QCOMPARE(m_events.events, QStringList{u"total 1"_s});
+    QCOMPARE(m_pictures->decoded.load(), 0);
+}
+
+void LookalikeScanTest::decodedMemoryIsBounded()
+{
+    const QImage image = tests::blockPicture({100, 100}, 8, m_random);
+    for (int i = 0; i < 60; ++i)
+        addPicture(QStringLiteral("C:\\r\\%1.png").arg(i), image);
+    m_pictures->jitter = 3000;
+    ScanOptions options;
+    options.decodeThreads = 8;
+    options.decodedBytes = 1000;
+    m_pictures->bytes = 400;
+    QCOMPARE(scan(options).imagesCompared, std::size_t(60));
+    QCOMPARE(m_pictures->mostAtOnce.load(), 2);
+    // One picture may be larger than all that is allowed.
+    m_pictures->mostAtOnce = 0;
+    m_pictures->bytes = 5000;
+    QCOMPARE(scan(options).imagesCompared, std::size_t(60));
+    QCOMPARE(m_pictures->mostAtOnce.load(), 1);
+}
+
+void LookalikeScanTest::largeRequestIsGrantedAlone()
+{
+    MemoryBudget budget(100);
+    std::atomic_bool granted = false;
+    std::thread large;
+    {
+        MemoryBudget::Share small(budget);
+        small.take(1);
+        large = std::thread([&] {
+            MemoryBudget::Share share(budget);
+            share.take(1000);
+            granted = true;
+        });
+        std::this_thread::sleep_for(std::chrono::milliseconds(20));
+        QVERIFY(!granted);
+    }
+    large.join();
+    QVERIFY(granted);
+}
+
+void LookalikeScanTest::queueKeepsOrder()
+{
+    for (const int threads : {0, 1, 5}) {
+        PreparationQueue queue(threads, [](duplicates::FileRecord file) {
+            std::this_thread::sleep_for(std::chrono::microseconds(file.size * 7919 % 500));
+            PreparedImage prepared;
+            prepared.image.size = file.size;
+            return prepared;
+        });
+        const std::size_t window =
+            std::max<std::size_t>(1, std::size_t(threads) * PreparationQueue::filesPerThread);
+        quint64 given = 0, taken = 0;
+        while (taken < 300) {
+            std::size_t inside = 0;
+            for (; !queue.isFull(); ++inside) {
+                duplicates::FileRecord file;
+                file.size = given++;
+                queue.add(file);
+            }
+            QVERIFY(inside <= window);
+            QCOMPARE(queue.takeFirst().image.size, taken++);
+            QCOMPARE(given - taken, window - 1);
+        }
+        // Leaves with files inside, begun and not begun.
+        QVERIFY(threads == 0 || !queue.isEmpty());
+    }
+}
+
+QTEST_GUILESS_MAIN(LookalikeScanTest)
+#include "tst_lookalike_scan.moc"

@@ -1,0 +1,184 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "FindDuplicateImage/engine/SimilarityGrouper.h"
+#include "tests/FindDuplicateImage/engine/PlainFingerprint.h"
+
+#include <QTest>
+
+#include <random>
+
+using namespace lookalikes;
+using namespace Qt::StringLiterals;
+using tests::PlainFingerprint;
+
+namespace
+{
+
+struct PlainRecord {
+    QString name;
+    PlainFingerprint fingerprint;
+    quint32 groupId = 0;
+};
+
+// The grouping as it is stated: candidates in order, then the group whose first member has the same id.
+struct PlainGrouping {
+    std::vector<PlainRecord> candidates;
+    std::vector<std::vector<PlainRecord>> groups;
+    quint32 counter = 0;
+
+    void add(PlainRecord record)
+    {
+        for (const PlainRecord &candidate : candidates) {
+            if (!record.fingerprint.alike(candidate.fingerprint))
+                continue;
+            record.groupId = candidate.groupId;
+            bool appended = false;
+            for (auto &group : groups) {
+                if (!group.empty() && group.front().groupId == record.groupId) {
+                    group.push_back(record);
+                    appended = true;
+                }
+            }
+            if (!appended)
+                groups.push_back({candidate, record});
+            return;
+        }
+        record.groupId = ++counter;
+        candidates.push_back(record);
+    }
+};
+
+Fingerprint compact(const PlainFingerprint &plain)
+{
+    const std::vector<quint8> red(plain.red.begin(), plain.red.end()),
+        green(plain.green.begin(), plain.green.end()), blue(plain.blue.begin(), plain.blue.end());
+    return Fingerprint(Fingerprint::Plane(red), Fingerprint::Plane(green), Fingerprint::Plane(blue));
+}
+
+// One of a few motifs, with so many positions changed that some copies are alike to the motif and not to each
+// other.
+PlainFingerprint variation(quint32 motif, std::mt19937 &random)
+{
+    std::mt19937 pattern(motif);
+    PlainFingerprint result;
+    for (int i = 0; i < 1600; ++i) {
+        result.red.push_back(qint32(pattern() % 77));
+        result.green.push_back(qint32(pattern() % 150));
+        result.blue.push_back(qint32(pattern() % 30));
+    }
+    for (quint32 i = random() % 16; i > 0; --i) {
+        const std::size_t position = random() % 1600;
+        result.green[position] = result.green[position] > 70 ? 0 : 149;
+    }
+    result.computeMeans();
+    return result;
+}
+
+ImageRecord record(const QString &name, quint64 size = 0)
+{
+    ImageRecord image;
+    image.name = name;
+    image.size = size;
+    return image;
+}
+
+QStringList described(const std::vector<ImageGroup> &groups)
+{
+    QStringList lines;
+    for (const ImageGroup &group : groups) {
+        QString line;
+        for (const ImageRecord &member : group.members)
+            line += QStringLiteral("%1(%2) ").arg(member.name).arg(member.groupId);
+        lines.append(line.trimmed());
+    }
+    return lines;
+}
+
+ImageRecord picture(int width, int height, quint64 size, quint64 written, bool removed = false)
+{
+    ImageRecord image = record({}, size);
+    image.width = width;
+    image.height = height;
+    image.lastWriteTime = written;
+    image.checked = removed;
+    return image;
+}
+
+} // namespace
+
+class SimilarityGroupingTest : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void equalsPlainRule();
+    void reportOrder();
+    void proposal_data();
+    void proposal();
+};
+
+void SimilarityGroupingTest::equalsPlainRule()
+{
+    int outsiders = 0; // alike to a later member of an earlier group, and yet in none or in another
+    for (quint32 seed = 1; seed <= 6; ++seed) {
+        std::mt19937 random(seed);
+        SimilarityGrouper grouper;
+        PlainGrouping plain;
+        for (int i = 0; i < 150; ++i) {
+            const PlainFingerprint fingerprint = variation(random() % 12, random);
+            grouper.add(record(QString::number(i)), compact(fingerprint));
+            plain.add({QString::number(i), fingerprint});
+        }
+        QStringList expected;
+        for (const auto &group : plain.groups) {
+            QString line;
+            for (const PlainRecord &member : group)
+                line += QStringLiteral("%1(%2) ").arg(member.name).arg(member.groupId);
+            expected.append(line.trimmed());
+        }
+        QCOMPARE(described(grouper.groups()), expected);
+        outsiders += int(plain.candidates.size()) - 12;
+    }
+    QVERIFY(outsiders > 6);
+}
+
+void SimilarityGroupingTest::reportOrder()
+{
+    std::vector<ImageGroup> groups;
+    const std::pair<const char *, quint64> firsts[] = {
+        {"a", 5}, {"b", 90}, {"c", 5}, {"d", quint64(1) << 40}, {"e", 5}};
+    for (const auto &[name, size] : firsts)
+        groups.push_back({{record(QLatin1String(name), size), record(u"x"_s, 1000)}});
+    sortForReport(groups);
+    QString order;
+    for (const ImageGroup &group : groups)
+        order += group.members.front().name;
+    QCOMPARE(order, u"dbace"_s);
+}
+
+void SimilarityGroupingTest::proposal_data()
+{
+    QTest::addColumn<ImageGroup>("group");
+    QTest::addColumn<int>("kept");
+    QTest::newRow("most pixels") << ImageGroup{{picture(100, 100, 900, 1), picture(50, 300, 10, 9)}} << 1;
+    // 3 * 2^31 pixels, which are fewer than 2^31 in 32 bits.
+    QTest::newRow("counted in 64 bits")
+        << ImageGroup{{picture(60'000, 30'000, 1, 1), picture(0x18000, 0x10000, 1, 1)}} << 1;
+    QTest::newRow("then the larger file") << ImageGroup{{picture(20, 10, 5, 1), picture(10, 20, 6, 9)}} << 1;
+    QTest::newRow("then the oldest") << ImageGroup{{picture(9, 9, 5, 7), picture(9, 9, 5, 3),
+                                                    picture(9, 9, 5, 4)}}
+                                     << 1;
+    QTest::newRow("then the first") << ImageGroup{{picture(9, 9, 5, 7), picture(9, 9, 5, 7)}} << 0;
+    QTest::newRow("not a removed one") << ImageGroup{{picture(9, 9, 5, 7, true), picture(8, 8, 5, 7)}} << 1;
+    QTest::newRow("none is left") << ImageGroup{{picture(9, 9, 5, 7, true), picture(8, 8, 5, 7, true)}} << -1;
+}
+
+void SimilarityGroupingTest::proposal()
+{
+    QFETCH(ImageGroup, group);
+    QFETCH(int, kept);
+    const auto proposed = proposedToKeep(group);
+    QCOMPARE(proposed ? int(*proposed) : -1, kept);
+}
+
+QTEST_APPLESS_MAIN(SimilarityGroupingTest)
+#include "tst_similarity_grouping.moc"
