@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "core/ReadAhead.h"
 
+#include <new>
 #include <system_error>
 #include <utility>
 
@@ -63,7 +64,10 @@ ReadAhead::Folder *ReadAhead::open(Folder *parent, std::size_t entry, const QStr
     if (Folder *begun = takeBegun(parent, entry)) {
         waitFor(begun, lock);
         removeReady(begun);
-        return begun;
+        if (!begun->m_failed)
+            return begun;
+        freeFolder(begun);
+        return listNow(path, lock); // what is wrong is thrown here, where the walk's caller can catch it
     }
     if (parent->m_linked && parent->m_subfolders[parent->m_nextSubfolder] == entry)
         passSubfolder(parent);
@@ -105,7 +109,13 @@ void ReadAhead::runPool()
     DirectoryListing scratch;
     Lock lock(m_mutex);
     while (!m_stop) {
-        if (Folder *folder = beginNext()) {
+        Folder *folder = nullptr;
+        try {
+            folder = beginNext();
+        } catch (const std::bad_alloc &) {
+            return; // the walk goes on without this thread
+        }
+        if (folder != nullptr) {
             announceWork();
             listBegun(folder, scratch, lock);
         } else {
@@ -138,7 +148,13 @@ ReadAhead::Folder *ReadAhead::beginNext()
 void ReadAhead::listBegun(Folder *folder, DirectoryListing &scratch, Lock &lock)
 {
     lock.unlock();
-    list(folder, folder->m_path, scratch);
+    try {
+        list(folder, folder->m_path, scratch);
+    } catch (...) {
+        folder->m_failed = true;
+        folder->m_listing.clear();
+        folder->m_subfolders.clear();
+    }
     lock.lock();
 
     if (folder->m_abandoned) {
@@ -271,6 +287,8 @@ void ReadAhead::announceWork()
 ReadAhead::Folder *ReadAhead::newFolder()
 {
     if (m_free.empty()) {
+        if (m_free.capacity() <= m_all.size())
+            m_free.reserve(2 * m_all.size() + 1); // giving a folder back must not fail
         m_all.push_back(std::make_unique<Folder>());
         return m_all.back().get();
     }

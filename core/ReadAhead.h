@@ -39,6 +39,7 @@ public:
         QString m_path;          // kept while subfolders are to be begun by the pool
         std::size_t m_entry = 0; // index in the parent's listing
         bool m_listed = false;
+        bool m_failed = false;    // listing it threw
         bool m_abandoned = false; // the walk left it out while it was being listed
 
         // The subfolders that the pool may begin, as indexes into the listing, and the first not begun.

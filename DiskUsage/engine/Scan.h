@@ -11,9 +11,11 @@
 #include <cstddef>
 #include <vector>
 
-// The folder scan: sizes and counts of every folder, the largest children of each, the twenty biggest files, and the
-// files of every file-type category. Portable; the threads of the module run it and build item models from the result.
-namespace diskusage {
+// The folder scan: sizes and counts of every folder, the largest children of each, the twenty biggest files,
+// and the files of every file-type category. Portable; the threads of the module run it and build item models
+// from the result.
+namespace diskusage
+{
 
 // What stands in a root's size column until its total is known.
 inline constexpr char pendingSizeText[] = "Column 2 Text";
@@ -28,8 +30,8 @@ struct ScanOptions {
     bool collectFileTypes = true;
 };
 
-// One folder. Folders are stored in the order in which they were met, parents before children; `parent` is an index
-// into ScanResult::folders, -1 for the root.
+// One folder. Folders are stored in the order in which they were met, parents before children; `parent` is an
+// index into ScanResult::folders, -1 for the root.
 struct Folder {
     QString name; // the root: its file name, or its whole path where that is empty (a drive root)
     int parent = -1;
@@ -51,12 +53,12 @@ struct BiggestFile {
     quint64 lastAccessTime = 0; // FILETIME
 };
 
-// A file of a category. Its folder is kept as an index, its path and texts are built when they are shown: a drive
-// has millions of these.
+// A file of a category. Its folder is kept as an index, its path and texts are built when they are shown: a
+// drive has millions of these.
 struct FileRecord {
     QString name;
     int folder = -1; // index into ScanResult::folders
-    int index = 0;   // running number within the scan
+    int index = 0;   // running number of the records of a scan, all categories together
     quint64 size = 0;
     quint64 lastAccessTime = 0; // FILETIME
 };
@@ -68,12 +70,13 @@ struct FileTypeResult {
 };
 
 struct ScanResult {
-    std::vector<Folder> folders; // empty when the scan was cancelled before it began
+    QString root;                          // in the form of core::walkRoot()
+    std::vector<Folder> folders;           // empty when the scan was cancelled before it began
     std::vector<BiggestFile> biggestFiles; // at most 20, largest first
     std::vector<FileTypeResult> fileTypes; // one per category of the options, in their order
-    FileTypeResult others;                 // files that no enabled category took; category.name = otherFileTypes
-    QStringList excluded;                  // full paths of the folders that an exclusion left out
-    QStringList unreadable;                // full paths of folders that could not be listed
+    FileTypeResult others;  // files that no enabled category took; category.name = otherFileTypes
+    QStringList excluded;   // full paths of the folders that an exclusion left out
+    QStringList unreadable; // full paths of folders that could not be listed
     int itemsSeen = 0;
     bool cancelled = false;
 
@@ -82,20 +85,25 @@ struct ScanResult {
 };
 
 // Progress of a running scan, called on the scanning thread: once per event, without any thinning out.
-class ScanListener {
+class ScanListener
+{
 public:
     virtual ~ScanListener() = default;
     virtual void totalSubFolders(int total) = 0; // once: direct subfolders of the root + 1
-    virtual void folderEntered(const QString &path) = 0; // each entered direct subfolder of the root
+    virtual void
+    folderEntered(const QString &path) = 0; // each direct subfolder of the root that is not left out
     virtual void itemSeen(int itemsSeen) = 0;
 };
 
-// Scans until the end or until cancelled; then every folder that was begun is complete with its partial totals.
+// Scans until the end or until cancelled; then every folder that was begun is complete with its partial
+// totals. Of a scan that was cancelled before it began the listener hears nothing.
 ScanResult scanFolder(const QString &root, const ScanOptions &options, core::DirectoryEnumerator &enumerator,
                       ScanListener &listener, const core::CancelFlag &cancel);
 
-// The (up to ten) largest children of a folder, largest first; among equals the one offered first stays first.
-class LargestChildren {
+// The (up to ten) largest children of a folder, largest first; among equals the one offered first stays
+// first.
+class LargestChildren
+{
 public:
     enum Kind { File = 0, SubFolder = 1 };
     struct Child {
@@ -105,7 +113,8 @@ public:
         bool operator==(const Child &) const = default;
     };
 
-    void offer(QStringView name, qint64 size, Kind kind);
+    void offer(const QString &name, qint64 size, Kind kind);
+    void clear() { m_children.clear(); }
     const std::vector<Child> &children() const { return m_children; }
 
     // "name:size:kind;" for each. Names may hold ";" but never ":".
