@@ -44,6 +44,7 @@ void DiskUsageAddFileTypesDialog::buildLayout()
     theme::makeMuted(m_problem);
     m_ok->setObjectName(QStringLiteral("OKButton"));
     m_ok->setDefault(true);
+    theme::makePrimary(m_ok);
     m_cancel->setObjectName(QStringLiteral("CancelButton"));
     auto *buttons = new QDialogButtonBox(this);
     buttons->addButton(m_ok, QDialogButtonBox::AcceptRole);

@@ -4,6 +4,7 @@
 #include "DiskUsage/DiskUsageAddFileTypesDialog.h"
 #include "platform/Dialogs.h"
 #include "widgets/NoticeBar.h"
+#include "widgets/RowDelegate.h"
 #include "widgets/Theme.h"
 
 #include <QAction>
@@ -21,8 +22,8 @@ DiskUsageEditFileTypesDialog::DiskUsageEditFileTypesDialog(core::FileTypeCategor
       m_others(std::move(others)),
       m_list(new QListWidget(this)),
       m_notice(new NoticeBar(this)),
-      m_add(new QPushButton(tr("Add"), this)),
-      m_delete(new QPushButton(tr("Delete"), this)),
+      m_add(new QPushButton(QIcon(QStringLiteral(":/resources/images/Add24.png")), tr("Add"), this)),
+      m_delete(new QPushButton(QIcon(QStringLiteral(":/resources/images/Delete24.png")), tr("Delete"), this)),
       m_save(new QPushButton(tr("Save"), this))
 {
     setWindowTitle(tr("Edit File Types"));
@@ -41,10 +42,12 @@ void DiskUsageEditFileTypesDialog::buildLayout()
     title->setFont(theme::sectionTitle(font()));
     m_list->setObjectName(QStringLiteral("extensionListWidget"));
     m_list->setAccessibleName(title->text());
+    m_list->setItemDelegate(new RowDelegate(m_list));
     m_add->setObjectName(QStringLiteral("AddButton"));
     m_delete->setObjectName(QStringLiteral("DeleteButton"));
     m_save->setObjectName(QStringLiteral("SaveButton"));
     m_save->setDefault(true);
+    theme::makePrimary(m_save);
     auto *cancel = new QPushButton(tr("Cancel"), this);
     cancel->setObjectName(QStringLiteral("CancelButton"));
     connect(cancel, &QAbstractButton::clicked, this, &QDialog::reject);

@@ -49,13 +49,13 @@ DiskUsageOptionsForm::DiskUsageOptionsForm(QWidget *parent)
       m_save(new QPushButton(image("Save24"), tr("Save"), this)),
       m_fileTypeTree(new FLTreeWidget(this)),
       m_edit(new QPushButton(image("Edit24"), tr("Edit"), this)),
-      m_restore(new QPushButton(tr("Restore"), this)),
+      m_restore(new QPushButton(image("Refresh24"), tr("Restore"), this)),
       m_excludeOneDrive(new QCheckBox(tr("Exclude OneDrive Folder"), this)),
       m_oneDriveLabel(new ElidedLabel(this, Qt::ElideMiddle)),
       m_openOneDrive(new QPushButton(image("FolderOpen24"), tr("Open OneDrive Folder"), this)),
       m_excluded(new FLTreeWidget(this)),
-      m_excludeAdd(new QPushButton(tr("Add"), this)),
-      m_excludeRemove(new QPushButton(tr("Remove"), this)),
+      m_excludeAdd(new QPushButton(image("Add24"), tr("Add"), this)),
+      m_excludeRemove(new QPushButton(image("Delete24"), tr("Remove"), this)),
       m_siblingNote(new QLabel(this)),
       m_notice(new NoticeBar(this))
 {
@@ -102,6 +102,7 @@ QWidget *DiskUsageOptionsForm::buildExcludeTab()
     m_excluded->setAccessibleName(title->text());
     m_excluded->setHeaderHidden(true);
     m_excluded->setRootIsDecorated(false);
+    m_excluded->setPlaceholder(tr("No folder is left out of the scans. \"Add\" chooses one."));
     m_excludeAdd->setObjectName(QStringLiteral("excludeAddButton"));
     m_excludeRemove->setObjectName(QStringLiteral("excludeRemoveButton"));
     m_siblingNote->setObjectName(QStringLiteral("siblingNoteLabel"));
@@ -137,8 +138,8 @@ void DiskUsageOptionsForm::buildOneDrive()
 void DiskUsageOptionsForm::buildLayout()
 {
     m_back->setObjectName(QStringLiteral("optionsBackButton"));
-    m_back->setText(QStringLiteral("\u2190"));
-    m_back->setFont(theme::sectionTitle(font()));
+    m_back->setIcon(image("ArrowLeft24"));
+    m_back->setIconSize({24, 24});
     m_back->setAutoRaise(true);
     m_back->setFocusPolicy(Qt::TabFocus);
     m_back->setToolTip(tr("Back to the start page (Alt+Left)"));
@@ -147,6 +148,7 @@ void DiskUsageOptionsForm::buildLayout()
     title->setFont(theme::sectionTitle(font()));
     m_save->setObjectName(QStringLiteral("saveButton"));
     m_save->setShortcut(QKeySequence::Save);
+    theme::makePrimary(m_save);
     m_tabs->setObjectName(QStringLiteral("optionsTabWidget"));
 
     auto *header = new QHBoxLayout;

@@ -14,6 +14,7 @@
 #include "widgets/Theme.h"
 
 #include <QAction>
+#include <QApplication>
 #include <QDir>
 #include <QHBoxLayout>
 #include <QIcon>
@@ -70,8 +71,8 @@ DiskUsageResultsForm::~DiskUsageResultsForm() = default;
 void DiskUsageResultsForm::buildHeader()
 {
     m_back->setObjectName(QStringLiteral("backButton"));
-    m_back->setText(QStringLiteral("\u2190"));
-    m_back->setFont(theme::sectionTitle(font()));
+    m_back->setIcon(image("ArrowLeft24"));
+    m_back->setIconSize({24, 24});
     m_back->setAutoRaise(true);
     m_back->setFocusPolicy(Qt::TabFocus);
     m_back->setToolTip(tr("Back to the start page (Alt+Left)"));
@@ -218,18 +219,16 @@ void DiskUsageResultsForm::showNotCounted()
 void DiskUsageResultsForm::folderReplaced(const QString &path, const Folder &before, const ScanResult &now)
 {
     const Folder &after = now.folders.front();
-    const bool grown = after.bytes >= before.bytes;
-    const QString difference =
-        core::sizeText(grown ? after.bytes - before.bytes : before.bytes - after.bytes);
+    const QString less = core::sizeText(before.bytes - qMin(before.bytes, after.bytes));
+    const QString more = core::sizeText(after.bytes - qMin(before.bytes, after.bytes));
+    const QString change = after.bytes == before.bytes  ? tr("as before")
+                           : after.bytes < before.bytes ? tr("%1 less than before").arg(less)
+                                                        : tr("%1 more than before").arg(more);
     m_biggest->addFolder(path, now.biggestFiles);
     m_folders->refresh();
     showTotals();
-    showNotice(
-        (grown ? tr("%1 was scanned again: %2, %3 more than before. The file types are still those of the "
-                    "whole scan.")
-               : tr("%1 was scanned again: %2, %3 less than before. The file types are still those of the "
-                    "whole scan."))
-            .arg(path, core::sizeText(after.bytes), difference));
+    showNotice(tr("%1 was scanned again: %2, %3. The file types are still those of the whole scan.")
+                   .arg(path, core::sizeText(after.bytes), change));
 }
 
 void DiskUsageResultsForm::showNotice(const QString &text, bool warning)
@@ -239,11 +238,16 @@ void DiskUsageResultsForm::showNotice(const QString &text, bool warning)
 
 void DiskUsageResultsForm::setBusy(bool busy, const QString &text)
 {
+    if (busy && !m_busyBar->isVisible())
+        m_focusBefore = QApplication::focusWidget();
     m_busyText->setText(text);
     m_busyBar->setVisible(busy);
     for (QWidget *button : {static_cast<QWidget *>(m_back), static_cast<QWidget *>(m_again),
                             static_cast<QWidget *>(m_exportButton)})
         button->setEnabled(!busy);
+    // What has the focus loses it when it is disabled or hidden.
+    if (!busy && m_focusBefore && isAncestorOf(m_focusBefore))
+        m_focusBefore->setFocus();
 }
 
 CsvTable DiskUsageResultsForm::currentTable() const

@@ -7,6 +7,7 @@
 #include "platform/Drives.h"
 
 #include <QModelIndex>
+#include <QPointer>
 #include <QWidget>
 
 #include <memory>
@@ -89,6 +90,7 @@ private:
     QPushButton *m_again;
     QPushButton *m_exportButton;
     NoticeBar *m_notice;
+    QPointer<QWidget> m_focusBefore; // a job began
     QWidget *m_busyBar;
     QLabel *m_busyText;
     QPushButton *m_busyStop;

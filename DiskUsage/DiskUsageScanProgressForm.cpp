@@ -49,6 +49,7 @@ void DiskUsageScanProgressForm::buildLayout()
     theme::makeMuted(m_path);
     m_bar->setObjectName(QStringLiteral("scanProgressBar"));
     m_bar->setTextVisible(false);
+    m_bar->setFixedHeight(2 * theme::barHeight);
     m_bar->setAccessibleName(tr("Progress of the scan"));
     m_items->setObjectName(QStringLiteral("itemsLabel"));
     m_time->setObjectName(QStringLiteral("timeLabel"));
@@ -58,6 +59,7 @@ void DiskUsageScanProgressForm::buildLayout()
 
     auto *numbers = new QGridLayout;
     numbers->setHorizontalSpacing(theme::spaceSection);
+    numbers->setVerticalSpacing(0);
     int column = 0;
     for (const auto &[value, text] :
          {std::pair{m_items, tr("Items")}, {m_time, tr("Elapsed time")}, {m_rate, tr("Items a second")}}) {

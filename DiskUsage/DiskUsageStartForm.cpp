@@ -130,6 +130,7 @@ QWidget *DiskUsageStartForm::buildHeader()
     m_select->setIcon(QIcon(image(QStringLiteral("FolderOpen24"))));
     m_select->setIconSize({24, 24});
     m_select->setMinimumHeight(40);
+    theme::makePrimary(m_select);
     m_select->setShortcut(QKeySequence::Open);
     m_select->setToolTip(tr("Select folder to scan (Ctrl+O)"));
     m_options->setObjectName(QStringLiteral("optionsButton"));
@@ -223,6 +224,7 @@ void DiskUsageStartForm::connectAll()
 void DiskUsageStartForm::showEvent(QShowEvent *event)
 {
     DropFrame::showEvent(event);
+    m_select->setFocus();
     refreshDrives();
 }
 

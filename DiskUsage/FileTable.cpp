@@ -19,7 +19,7 @@ void showFileColumns(FLTableView &table)
     };
     QHeaderView *header = table.horizontalHeader();
     header->setSectionResizeMode(QHeaderView::Interactive);
-    header->resizeSection(FileName, widthOf(u"a file name of usual length.txt"));
+    header->resizeSection(FileName, widthOf(u"a file's usual name.txt"));
     header->resizeSection(FileSizeText, widthOf(u"1000.00 GB"));
     header->resizeSection(FileLastAccess, widthOf(u"Wed Nov 25 23:59:59 2026"));
     header->setStretchLastSection(true);

@@ -26,6 +26,7 @@ namespace
 {
 
 constexpr int categoryRole = Qt::UserRole;
+constexpr int smallestBar = 28;
 
 // Sizes are shown by their text and sorted by their number.
 class SizeItem : public QStandardItem
@@ -103,9 +104,10 @@ void FileTypesPage::buildLayout()
     auto *splitter = new QSplitter(Qt::Horizontal, this);
     splitter->addWidget(m_types);
     splitter->addWidget(right);
-    splitter->setStretchFactor(0, 1);
-    splitter->setStretchFactor(1, 1);
+    splitter->setStretchFactor(0, 2);
+    splitter->setStretchFactor(1, 3);
     splitter->setChildrenCollapsible(false);
+    splitter->setSizes({480, 520}); // a proportion: the splitter fits it to its width
     auto *layout = new QVBoxLayout(this);
     layout->setContentsMargins(0, theme::spaceSnug, 0, 0);
     layout->addWidget(splitter);
@@ -171,15 +173,14 @@ void FileTypesPage::fillTypes(quint64 total)
     }
     m_types->sortByColumn(TypeSize, Qt::DescendingOrder);
     QHeaderView *header = m_types->header();
-    header->setStretchLastSection(false);
-    header->setSectionResizeMode(TypeName, QHeaderView::Stretch);
     const QFontMetrics metrics(m_types->font());
     const auto widthOf = [&metrics](const QString &text) {
         return metrics.horizontalAdvance(text) + 2 * theme::space;
     };
-    header->resizeSection(TypeShare, widthOf(QStringLiteral("100.0 %")) + 50);
+    header->resizeSection(TypeShare, widthOf(QStringLiteral("100.0 %")) + smallestBar);
     header->resizeSection(TypeSize, widthOf(QStringLiteral("1000.00 GB")));
-    header->resizeSection(TypeCount, widthOf(tr("File Count")) + theme::space);
+    header->resizeSection(TypeCount, widthOf(tr("File Count")));
+    m_types->setStretchColumn(TypeName, widthOf(QStringLiteral("Disk Image")));
 }
 
 void FileTypesPage::showSelectedType()

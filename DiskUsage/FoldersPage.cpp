@@ -21,8 +21,9 @@
 namespace
 {
 
-constexpr int graphLevels = 3;
+constexpr int graphLevels = 4;
 constexpr int drawDelay = 30; // ms
+constexpr int smallestBar = 44;
 
 } // namespace
 
@@ -54,7 +55,6 @@ void FoldersPage::buildTree()
     m_tree->setModel(m_sorted);
     m_tree->setItemDelegateForColumn(FolderModel::Percentage, new BarDelegate(m_tree));
     m_tree->setContextMenuPolicy(Qt::CustomContextMenu);
-    m_tree->header()->setStretchLastSection(false);
     m_actions->addScanAgain();
 }
 
@@ -80,6 +80,7 @@ void FoldersPage::buildLayout()
     splitter->setStretchFactor(0, 3);
     splitter->setStretchFactor(1, 2);
     splitter->setChildrenCollapsible(false);
+    splitter->setSizes({610, 390}); // a proportion: the splitter fits it to its width
 
     auto *layout = new QVBoxLayout(this);
     layout->setContentsMargins(0, theme::spaceSnug, 0, 0);
@@ -157,15 +158,14 @@ void FoldersPage::showColumnWidths()
 {
     const QFontMetrics metrics(m_tree->font());
     const auto widthOf = [&metrics](const QString &text) {
-        return metrics.horizontalAdvance(text) + 3 * theme::space;
+        return metrics.horizontalAdvance(text) + 2 * theme::space;
     };
     QHeaderView *header = m_tree->header();
-    header->setSectionResizeMode(FolderModel::Name, QHeaderView::Stretch);
-    header->setMinimumSectionSize(3 * theme::space);
-    header->resizeSection(FolderModel::Percentage, widthOf(QStringLiteral("100.0 %")) + 60);
+    header->resizeSection(FolderModel::Percentage, widthOf(QStringLiteral("100.0 %")) + smallestBar);
     header->resizeSection(FolderModel::SizeText, widthOf(QStringLiteral("1000.00 GB")));
     header->resizeSection(FolderModel::FileCount, widthOf(tr("File Count")));
     header->resizeSection(FolderModel::FolderCount, widthOf(tr("Folder Count")));
+    m_tree->setStretchColumn(FolderModel::Name, widthOf(QStringLiteral("a folder's name")));
 }
 
 QModelIndex FoldersPage::currentFolder() const

@@ -15,7 +15,7 @@ PathActions::PathActions(QWidget *view, std::function<QString()> path)
       m_path(std::move(path)),
       m_open(add(tr("Open"), QStringLiteral("FolderOpen24"), Qt::CTRL | Qt::Key_O,
                  QStringLiteral("openAction"))),
-      m_reveal(add(tr("Show in Explorer"), QStringLiteral("Search16"), Qt::CTRL | Qt::Key_E,
+      m_reveal(add(tr("Show in Explorer"), QStringLiteral("Explorer24"), Qt::CTRL | Qt::Key_E,
                    QStringLiteral("showInExplorerAction"))),
       m_copy(add(tr("Copy Path"), QStringLiteral("Copy24"), QKeySequence::Copy,
                  QStringLiteral("copyPathAction"))),

@@ -56,8 +56,7 @@ QColor UsageGraph::fill(const Box &box) const
     const theme::Colors colors = theme::colors(this);
     switch (box.node->kind) {
     case UsageNode::Kind::Folder:
-        return box.divided ? theme::mix(colors.card, colors.text, 0.05 + 0.04 * box.depth)
-                           : theme::mix(colors.card, colors.text, 0.16);
+        return theme::mix(colors.card, colors.accent, box.divided ? 0.06 + 0.05 * box.depth : 0.24);
     case UsageNode::Kind::Rest:
         return theme::mix(colors.card, colors.text, 0.09);
     default:

@@ -93,7 +93,18 @@ bool FLCardButton::event(QEvent *event)
 
 void FLCardButton::focusInEvent(QFocusEvent *event)
 {
-    m_focusVisible = event->reason() != Qt::MouseFocusReason;
+    switch (event->reason()) {
+    case Qt::TabFocusReason:
+    case Qt::BacktabFocusReason:
+    case Qt::ShortcutFocusReason:
+        m_focusVisible = true;
+        break;
+    case Qt::MouseFocusReason:
+        m_focusVisible = false;
+        break;
+    default: // the window or a menu gives back what was there before
+        break;
+    }
     QAbstractButton::focusInEvent(event);
 }
 

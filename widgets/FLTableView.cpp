@@ -12,7 +12,7 @@ FLTableView::FLTableView(QWidget *parent) : QTableView(parent)
     setSelectionBehavior(QAbstractItemView::SelectRows);
     setSelectionMode(QAbstractItemView::SingleSelection);
     setEditTriggers(QAbstractItemView::NoEditTriggers);
-    setFrameShape(QFrame::NoFrame);
+    setFrameShape(QFrame::StyledPanel);
     setShowGrid(false);
     setWordWrap(false);
     setTextElideMode(Qt::ElideMiddle);

@@ -15,6 +15,19 @@ public:
 
     // Shows these columns in this order and hides the others; after setModel().
     void showColumns(const QList<int> &columns);
+    // Gives this column what the others leave, but never less than `smallest`: then the view scrolls. Until
+    // the user sizes it.
+    void setStretchColumn(int column, int smallest);
+
+protected:
+    void resizeEvent(QResizeEvent *event) override;
+
+private:
+    void stretch();
+
+    int m_stretchColumn = -1;
+    int m_smallest = 0;
+    bool m_stretching = false;
 };
 
 // The same look for short lists that hold their own items.
@@ -24,4 +37,13 @@ class FLTreeWidget : public QTreeWidget
 
 public:
     explicit FLTreeWidget(QWidget *parent = nullptr);
+
+    // Shown while the list is empty.
+    void setPlaceholder(const QString &text);
+
+protected:
+    void paintEvent(QPaintEvent *event) override;
+
+private:
+    QString m_placeholder;
 };

@@ -7,7 +7,6 @@
 #include <QIcon>
 #include <QLabel>
 #include <QPainter>
-#include <QStyle>
 #include <QToolButton>
 
 namespace
@@ -30,7 +29,8 @@ NoticeBar::NoticeBar(QWidget *parent)
     m_text->setWordWrap(true);
     m_text->setTextFormat(Qt::PlainText);
     m_close->setAutoRaise(true);
-    m_close->setIcon(style()->standardIcon(QStyle::SP_TitleBarCloseButton));
+    m_close->setText(QStringLiteral("\u00d7"));
+    m_close->setFont(theme::sectionTitle(font()));
     m_close->setToolTip(tr("Dismiss"));
     m_close->setAccessibleName(tr("Dismiss"));
     connect(m_close, &QToolButton::clicked, this, &QWidget::hide);

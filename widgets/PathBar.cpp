@@ -33,8 +33,11 @@ void PathBar::setPath(const QStringList &parts)
         return;
     m_parts = parts;
     setAccessibleName(tr("Folder: %1").arg(parts.join(QLatin1Char('\\'))));
-    while (m_buttons.size() > parts.size())
+    while (m_buttons.size() > parts.size()) {
+        // It may be the one whose click is being handled.
+        m_buttons.last()->hide();
         m_buttons.takeLast()->deleteLater();
+    }
     while (m_buttons.size() < parts.size())
         m_buttons.append(makeButton(static_cast<int>(m_buttons.size())));
     for (int i = 0; i < parts.size(); ++i) {

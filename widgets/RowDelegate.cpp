@@ -11,6 +11,10 @@
 
 namespace
 {
+
+constexpr double leastContrast = 2;
+constexpr double trackStrength = 0.12;
+
 // Room for "100.0 %", so that all bars of a column begin and end in line.
 int numberWidth(const QFontMetrics &metrics)
 {
@@ -77,8 +81,10 @@ void BarDelegate::paint(QPainter *painter, const QStyleOptionViewItem &option, c
     style->drawControl(QStyle::CE_ItemViewItem, &item, painter, item.widget);
 
     const bool selected = (item.state & QStyle::State_Selected) != 0;
-    const theme::Colors colors = theme::colors(item.palette);
-    const QColor textColor = item.palette.color(selected ? QPalette::HighlightedText : QPalette::Text);
+    const QPalette::ColorGroup group =
+        (item.state & QStyle::State_Active) != 0 ? QPalette::Active : QPalette::Inactive;
+    const QColor background = item.palette.color(group, selected ? QPalette::Highlight : QPalette::Base);
+    const QColor textColor = item.palette.color(group, selected ? QPalette::HighlightedText : QPalette::Text);
     const int number = numberWidth(item.fontMetrics);
     const QRect area = item.rect.adjusted(theme::spaceSnug, 0, -theme::spaceSnug, 0);
     QRect barArea = area;
@@ -96,10 +102,11 @@ void BarDelegate::paint(QPainter *painter, const QStyleOptionViewItem &option, c
     QRectF bar(barArea);
     bar.setTop(bar.center().y() - theme::barHeight / 2.0);
     bar.setHeight(theme::barHeight);
-    // On the selection's background the bar takes the text's colour: the accent would vanish in it.
-    QColor track = selected ? textColor : colors.track;
-    if (selected)
-        track.setAlphaF(0.25F);
-    theme::paintBar(*painter, bar, index.data(Qt::EditRole).toDouble() / 100,
-                    selected ? textColor : barColor(index, item.palette), track, item.direction);
+    // On the selection's background the bar takes the text's colour where its own would vanish.
+    QColor fill = barColor(index, item.palette);
+    if (selected && theme::contrast(fill, background) < leastContrast)
+        fill = textColor;
+    const double share = index.data(Qt::EditRole).toDouble() / 100;
+    theme::paintBar(*painter, bar, share, fill, theme::mix(background, textColor, trackStrength),
+                    item.direction);
 }

@@ -74,6 +74,13 @@ private:
     Rule m_rule;
 };
 
+// The system's choice; where it has none (its selection colour is a grey), the suite's own blue.
+QColor accentOf(const QColor &highlight)
+{
+    constexpr int leastSaturation = 40;
+    return highlight.hsvSaturation() >= leastSaturation ? highlight : QColor(0x2f, 0x7d, 0xd7);
+}
+
 void primaryRule(QPalette &palette)
 {
     const Colors c = colors(palette);
@@ -140,7 +147,7 @@ Colors colors(const QPalette &palette)
     c.border = mix(c.card, c.text, dark ? 0.14 : 0.13);
     c.borderHover = mix(c.card, c.text, dark ? 0.28 : 0.25);
     c.textMuted = readable(mix(c.text, c.card, 0.35), c.card, textContrast);
-    c.accent = readable(role(QPalette::Highlight), c.card, textContrast);
+    c.accent = readable(accentOf(role(QPalette::Highlight)), c.card, textContrast);
     c.accentText = contrast(Qt::white, c.accent) >= textContrast ? QColor(Qt::white) : QColor(Qt::black);
     c.accentSoft = mix(c.card, c.accent, dark ? 0.22 : 0.14);
     c.track = mix(c.card, c.text, dark ? 0.16 : 0.10);
