@@ -7,6 +7,8 @@
 #include <QAbstractButton>
 #include <QAbstractItemView>
 #include <QApplication>
+#include <QEvent>
+#include <QFileInfo>
 #include <QGenericPlugin>
 #include <QJsonArray>
 #include <QJsonDocument>
@@ -93,6 +95,30 @@ void writeSnapshot(const QString &path)
     }
 }
 
+class FormPictures : public QObject
+{
+public:
+    explicit FormPictures(const QString &folder, QObject *parent) : QObject(parent), m_folder(folder) {}
+
+    bool eventFilter(QObject *watched, QEvent *event) override
+    {
+        const auto className = QString::fromLatin1(watched->metaObject()->className());
+        if (event->type() == QEvent::Show && className.endsWith(QLatin1String("Form")))
+            QTimer::singleShot(60, watched, [this, watched, className] { save(watched, className); });
+        return false;
+    }
+
+private:
+    void save(QObject *watched, const QString &className) const
+    {
+        auto *widget = qobject_cast<QWidget *>(watched);
+        if (widget && widget->isVisible())
+            widget->window()->grab().save(m_folder + QLatin1Char('/') + className + QLatin1String(".png"));
+    }
+
+    QString m_folder;
+};
+
 class ProbePlugin : public QGenericPlugin
 {
     Q_OBJECT
@@ -105,6 +131,7 @@ public:
         const QString path = qEnvironmentVariable("LARKSPUR_PROBE");
         connect(timer, &QTimer::timeout, timer, [path] { writeSnapshot(path); });
         timer->start(200);
+        qApp->installEventFilter(new FormPictures(QFileInfo(path).path(), timer));
         return timer;
     }
 };
