@@ -21,29 +21,66 @@ quint64 mixed(quint64 value)
     return value ^ (value >> 31);
 }
 
-} // namespace
-
-std::size_t DuplicateGrouper::Hash::operator()(const Key &key) const noexcept
+quint32 tagOf(quint64 hash)
 {
-    return static_cast<std::size_t>(mixed(mixed(key.size ^ seed) ^ key.lastWriteTime));
+    return static_cast<quint32>(hash >> 32);
 }
 
-DuplicateGrouper::DuplicateGrouper() : m_places(0, Hash{QHashSeed::globalSeed()}) {}
+} // namespace
+
+DuplicateGrouper::DuplicateGrouper() : m_seed(QHashSeed::globalSeed()), m_slots(64) {}
+
+quint64 DuplicateGrouper::hash(const FileRecord &file) const
+{
+    return mixed(mixed(file.size ^ m_seed) ^ file.lastWriteTime);
+}
+
+DuplicateGrouper::Slot &DuplicateGrouper::slotOf(const FileRecord &file, quint64 hash)
+{
+    const std::size_t mask = m_slots.size() - 1;
+    for (std::size_t i = static_cast<std::size_t>(hash) & mask;; i = (i + 1) & mask) {
+        Slot &slot = m_slots[i];
+        if (slot.candidate == 0)
+            return slot;
+        if (slot.tag != tagOf(hash))
+            continue;
+        const FileRecord &candidate = m_candidates[slot.candidate - 1];
+        if (candidate.size == file.size && candidate.lastWriteTime == file.lastWriteTime)
+            return slot;
+    }
+}
+
+void DuplicateGrouper::grow()
+{
+    m_slots.assign(m_slots.size() * 2, {});
+    const std::size_t mask = m_slots.size() - 1;
+    for (std::size_t c = 0; c < m_candidates.size(); ++c) {
+        const quint64 candidateHash = hash(m_candidates[c]);
+        std::size_t i = static_cast<std::size_t>(candidateHash) & mask;
+        while (m_slots[i].candidate != 0)
+            i = (i + 1) & mask;
+        m_slots[i] = {tagOf(candidateHash), static_cast<quint32>(c + 1)};
+    }
+}
 
 void DuplicateGrouper::add(FileRecord file)
 {
-    const auto [entry, isNew] =
-        m_places.try_emplace(Key{file.size, file.lastWriteTime}, Place{m_candidates.size()});
-    if (isNew) {
+    if (m_candidates.size() * 2 >= m_slots.size())
+        grow();
+    const quint64 fileHash = hash(file);
+    Slot &slot = slotOf(file, fileHash);
+    if (slot.candidate == 0) {
         m_candidates.push_back(std::move(file));
+        m_groupOf.push_back(noGroup);
+        slot = {tagOf(fileHash), static_cast<quint32>(m_candidates.size())};
         return;
     }
-    Place &place = entry->second;
-    if (place.group == noGroup) {
-        place.group = m_groups.size();
-        m_groups.push_back({{m_candidates[place.candidate]}, file.size});
+    quint32 &group = m_groupOf[slot.candidate - 1];
+    if (group == noGroup) {
+        group = static_cast<quint32>(m_groups.size());
+        m_groups.push_back({{m_candidates[slot.candidate - 1]}, file.size});
     }
-    m_groups[place.group].members.push_back(std::move(file));
+    m_groups[group].members.push_back(std::move(file));
 }
 
 // The report's rule puts each group, in category order and order of creation, before the first one that is

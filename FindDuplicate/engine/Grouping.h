@@ -7,7 +7,7 @@
 
 #include <cstddef>
 #include <limits>
-#include <unordered_map>
+#include <utility>
 #include <vector>
 
 namespace duplicates
@@ -30,25 +30,24 @@ public:
     std::vector<DuplicateGroup> takeGroups() { return std::move(m_groups); }
 
 private:
-    struct Key {
-        quint64 size;
-        quint64 lastWriteTime;
-        bool operator==(const Key &) const = default;
+    // A hash table of its own, since a node for each of a million files would cost more than all the rest.
+    // Its size is a power of two, and it is at most half full; a place that is taken passes on to the next.
+    struct Slot {
+        quint32 tag = 0;       // bits of the hash, so that hardly any other candidate is looked at in vain
+        quint32 candidate = 0; // its index plus one, 0 = free
     };
-    // Seeded anew in every process: whoever chooses files' sizes and times cannot choose collisions.
-    struct Hash {
-        quint64 seed;
-        std::size_t operator()(const Key &key) const noexcept;
-    };
-    static constexpr std::size_t noGroup = std::numeric_limits<std::size_t>::max();
-    struct Place {
-        std::size_t candidate;
-        std::size_t group = noGroup;
-    };
+    static constexpr quint32 noGroup = std::numeric_limits<quint32>::max();
 
+    quint64 hash(const FileRecord &file) const;
+    // The slot of the candidate with the file's size and time, or the free one where it belongs.
+    Slot &slotOf(const FileRecord &file, quint64 hash);
+    void grow();
+
+    const quint64 m_seed; // another one in every process: nobody can choose files that collide
+    std::vector<Slot> m_slots;
     std::vector<FileRecord> m_candidates;
+    std::vector<quint32> m_groupOf; // for each candidate
     std::vector<DuplicateGroup> m_groups;
-    std::unordered_map<Key, Place, Hash> m_places;
 };
 
 // The groups of all categories in the order of the report: largest file first. Among groups of equal size the

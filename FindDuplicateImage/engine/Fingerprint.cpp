@@ -22,18 +22,23 @@ quint8 meanOf(Fingerprint::Plane plane)
     return static_cast<quint8>(sum / fingerprintPositions);
 }
 
-// |later - earlier + difference|, capped at positionLimit. Written in bytes without a branch, so that
-// compilers turn the loop over a block into byte-wide vector code.
+// |later - earlier + difference|, capped at positionLimit, for values of at most `largest`. Written in bytes
+// without a branch, so that compilers turn the loop over a block into byte-wide vector code.
 //
 // The difference of the means is never negative here: where it is, `a` and `b` have changed places. Adding it
-// stops at 255. That falsifies no answer: no plane's value is above 149, so that where it stops there, both
-// the true distance and the one computed are at least 106.
+// to `a` stops at 255, which falsifies no answer: where it stops there, both the true distance and the one
+// computed are above the cap, since `b` is at most 149.
+template <int largest>
 inline quint8 distance(quint8 a, quint8 b, quint8 difference)
 {
-    const auto room = static_cast<quint8>(255 - difference);
-    const auto moved = static_cast<quint8>(std::min(a, room) + difference);
-    const auto apart = static_cast<quint8>(std::max(moved, b) - std::min(moved, b));
-    return std::min(apart, static_cast<quint8>(positionLimit));
+    if constexpr (2 * largest > 255)
+        a = std::min(a, static_cast<quint8>(255 - difference));
+    const auto moved = static_cast<quint8>(a + difference);
+    const quint8 larger = std::max(moved, b);
+    const auto apart = static_cast<quint8>((larger - moved) + (larger - b)); // one of them is 0
+    if constexpr (2 * largest > positionLimit)
+        return std::min(apart, static_cast<quint8>(positionLimit));
+    return apart;
 }
 
 struct Operands {
@@ -82,10 +87,13 @@ int differingPositions(const Fingerprint::Block &earlier, const Fingerprint::Blo
     for (std::size_t i = 0; i < Fingerprint::blockSize; ++i) {
         // Three capped distances fit a byte, and their sum reaches the limit exactly when the sum of the true
         // ones does.
-        const auto sum = static_cast<quint8>(distance(red.a[i], red.b[i], red.difference) +
-                                             distance(green.a[i], green.b[i], green.difference) +
-                                             distance(blue.a[i], blue.b[i], blue.difference));
-        differs[i] = sum >= positionLimit ? 1 : 0;
+        const auto sum =
+            static_cast<quint8>(distance<largestRed>(red.a[i], red.b[i], red.difference) +
+                                distance<largestGreen>(green.a[i], green.b[i], green.difference) +
+                                distance<largestBlue>(blue.a[i], blue.b[i], blue.difference));
+        constexpr int toBit7 = 128 - positionLimit; // from the limit on, and only then, the top bit is set
+        static_assert(2 * positionLimit + 2 * largestBlue + toBit7 <= 255);
+        differs[i] = static_cast<quint8>(sum + toBit7) >> 7;
     }
     quint8 count = 0;
     for (const quint8 one : differs)

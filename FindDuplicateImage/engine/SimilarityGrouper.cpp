@@ -1,26 +1,59 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "FindDuplicateImage/engine/SimilarityGrouper.h"
 
+#include <algorithm>
+
 namespace lookalikes
 {
 
 void FingerprintList::add(const Fingerprint &fingerprint)
 {
-    m_means.push_back(fingerprint.means());
-    m_firstBlocks.push_back(fingerprint.blocks().front());
-    m_all.push_back(fingerprint);
+    const std::size_t place = m_size++ % chunkSize;
+    if (place == 0)
+        m_chunks.push_back(std::make_unique_for_overwrite<Chunk>());
+    Chunk &chunk = *m_chunks.back();
+    chunk.means[place] = fingerprint.means();
+    for (std::size_t b = 0; b < Fingerprint::blockCount; ++b)
+        chunk.blocks[b][place] = fingerprint.blocks()[b];
 }
 
 std::optional<std::size_t> FingerprintList::firstAlike(const Fingerprint &later) const
 {
-    const Fingerprint::Block &laterBlock = later.blocks().front();
-    for (std::size_t i = 0; i < m_all.size(); ++i) {
-        const MeanDifference difference = m_means[i] - later.means();
-        if (differingPositions(m_firstBlocks[i], laterBlock, difference) < differingLimit &&
-            areAlike(m_all[i], later))
-            return i;
+    for (std::size_t c = 0; c < m_chunks.size(); ++c) {
+        const std::size_t first = c * chunkSize;
+        const std::size_t count = std::min(chunkSize, m_size - first);
+        if (const auto found = firstAlikeIn(*m_chunks[c], count, later))
+            return first + *found;
     }
     return std::nullopt;
+}
+
+// Block by block: those that still may be alike go on to the next one.
+std::optional<std::size_t> FingerprintList::firstAlikeIn(const Chunk &chunk, std::size_t count,
+                                                         const Fingerprint &later)
+{
+    struct Survivor {
+        quint16 place;
+        quint16 differing;
+    };
+    std::array<Survivor, chunkSize> survivors;
+    for (std::size_t i = 0; i < count; ++i)
+        survivors[i] = {static_cast<quint16>(i), 0};
+    for (std::size_t b = 0; b < Fingerprint::blockCount && count > 0; ++b) {
+        std::size_t kept = 0;
+        for (std::size_t i = 0; i < count; ++i) {
+            const std::size_t place = survivors[i].place;
+            const int differing =
+                survivors[i].differing + differingPositions(chunk.blocks[b][place], later.blocks()[b],
+                                                            chunk.means[place] - later.means());
+            if (differing < differingLimit)
+                survivors[kept++] = {survivors[i].place, static_cast<quint16>(differing)};
+        }
+        count = kept;
+    }
+    if (count == 0)
+        return std::nullopt;
+    return survivors.front().place;
 }
 
 void SimilarityGrouper::add(ImageRecord image, const Fingerprint &fingerprint)

@@ -4,9 +4,10 @@
 #include "FindDuplicateImage/engine/Fingerprint.h"
 #include "FindDuplicateImage/engine/ImageRecord.h"
 
+#include <array>
 #include <cstddef>
-#include <deque>
 #include <limits>
+#include <memory>
 #include <optional>
 #include <utility>
 #include <vector>
@@ -14,20 +15,29 @@
 namespace lookalikes
 {
 
-// Fingerprints to compare with, in the order in which they came. A comparison mostly ends within a
-// fingerprint's first block; those blocks lie side by side, so that a search reads memory in one direction.
+// Fingerprints to compare with, in the order in which they came: 4.8 KB each, never moved. A comparison
+// mostly ends within the first blocks, so that the same block of many fingerprints lies together: a search
+// reads memory in one direction.
 class FingerprintList
 {
 public:
     void add(const Fingerprint &fingerprint);
     // The first that is alike.
     std::optional<std::size_t> firstAlike(const Fingerprint &later) const;
-    std::size_t size() const { return m_all.size(); }
+    std::size_t size() const { return m_size; }
 
 private:
-    std::vector<Fingerprint::Means> m_means;
-    std::vector<Fingerprint::Block> m_firstBlocks;
-    std::deque<Fingerprint> m_all; // 4.8 KB each, never moved
+    static constexpr std::size_t chunkSize = 256;
+    struct Chunk {
+        std::array<Fingerprint::Means, chunkSize> means;
+        std::array<std::array<Fingerprint::Block, chunkSize>, Fingerprint::blockCount> blocks;
+    };
+
+    static std::optional<std::size_t> firstAlikeIn(const Chunk &chunk, std::size_t count,
+                                                   const Fingerprint &later);
+
+    std::vector<std::unique_ptr<Chunk>> m_chunks;
+    std::size_t m_size = 0;
 };
 
 // Groups pictures as they come. A picture is compared with the earlier ones that were alike to nothing before

@@ -6,7 +6,6 @@
 #include <QImageReader>
 #include <QTemporaryDir>
 #include <QTest>
-#include <QtEndian>
 
 using namespace Qt::StringLiterals;
 
@@ -40,21 +39,6 @@ QByteArray orientedJpeg(const QImage &image, char orientation)
     QByteArray bytes = encoded(image, "JPG");
     const QByteArray head("\xff\xe1\0\x22", 4);
     return bytes.insert(2, head + exif);
-}
-
-// The headers of a bitmap of 32 bits a pixel, and none of its pixels.
-QByteArray bitmapHeader(qint32 width, qint32 height)
-{
-    QByteArray bytes(54, '\0');
-    bytes[0] = 'B';
-    bytes[1] = 'M';
-    qToLittleEndian<quint32>(54, bytes.data() + 10);
-    qToLittleEndian<quint32>(40, bytes.data() + 14);
-    qToLittleEndian<qint32>(width, bytes.data() + 18);
-    qToLittleEndian<qint32>(height, bytes.data() + 22);
-    qToLittleEndian<quint16>(1, bytes.data() + 26);
-    qToLittleEndian<quint16>(32, bytes.data() + 28);
-    return bytes;
 }
 
 } // namespace
@@ -158,7 +142,7 @@ void ImageLoaderTest::limitIsKept_data()
     QTest::newRow("256 MiB") << 8192 << 8192 << (qint64(256) << 20);
     QTest::newRow("one row more") << 8192 << 8193 << qint64(-1);
     QTest::newRow("102 megapixels") << 11648 << 8736 << qint64(-1);
-    QTest::newRow("more bytes than 32 bits count") << 40000 << 40000 << qint64(-1);
+    QTest::newRow("more bytes than 31 bits count") << 32767 << 32767 << qint64(-1);
 }
 
 // Told by the header alone: these files have no pixels.
@@ -167,7 +151,8 @@ void ImageLoaderTest::limitIsKept()
     QFETCH(int, width);
     QFETCH(int, height);
     QFETCH(qint64, announced);
-    const QString path = write(u"huge.bmp"_s, bitmapHeader(width, height));
+    const QString path =
+        write(u"huge.ppm"_s, QStringLiteral("P6\n%1 %2\n255\n").arg(width).arg(height).toLatin1());
     qint64 bytes = -1;
     core::readImage(path, [&](qint64 expected) { bytes = expected; });
     QCOMPARE(bytes, announced);

@@ -111,6 +111,7 @@ class SimilarityGroupingTest : public QObject
 
 private slots:
     void equalsPlainRule();
+    void firstOfManyIsFound();
     void reportOrder();
     void proposal_data();
     void proposal();
@@ -139,6 +140,29 @@ void SimilarityGroupingTest::equalsPlainRule()
         outsiders += int(plain.candidates.size()) - 12;
     }
     QVERIFY(outsiders > 6);
+}
+
+// The list keeps fingerprints in chunks; wherever one stands, the first that is alike is found, and no other.
+void SimilarityGroupingTest::firstOfManyIsFound()
+{
+    std::mt19937 random(9);
+    FingerprintList list;
+    std::vector<Fingerprint> all;
+    for (quint32 i = 0; i < 600; ++i) {
+        all.push_back(compact(variation(i < 300 ? i : random() % 600, random)));
+        list.add(all.back());
+        QCOMPARE(list.size(), all.size());
+        if (i % 64 != 0 && i % 256 > 1)
+            continue;
+        for (int search = 0; search < 60; ++search) {
+            const Fingerprint later = compact(variation(random() % 700, random));
+            std::optional<std::size_t> expected;
+            for (std::size_t e = 0; e < all.size() && !expected; ++e)
+                if (areAlike(all[e], later))
+                    expected = e;
+            QVERIFY(list.firstAlike(later) == expected);
+        }
+    }
 }
 
 void SimilarityGroupingTest::reportOrder()

@@ -1,0 +1,134 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+
+// The look-alike scan of photographs of 12 megapixels against the least that anyone can do: a loop that reads
+// each with QImageReader. The files are made once and kept. All ways take turns; the medians are compared.
+// usage: fingerprints FOLDER [PHOTOGRAPHS] [ROUNDS]
+
+#include "FindDuplicateImage/engine/Scan.h"
+#include "FindDuplicateImage/engine/ThumbnailSpool.h"
+#include "bench/Bench.h"
+#include "core/ImageLoader.h"
+#include "tests/support/MemoryEnumerator.h"
+
+#include <QCoreApplication>
+#include <QDir>
+#include <QFileInfo>
+#include <QImageReader>
+#include <QTemporaryFile>
+#include <QThread>
+
+#include <cstdlib>
+#include <random>
+
+namespace
+{
+
+class Silent : public duplicates::ScanListener
+{
+public:
+    void totalSubFolders(int) override {}
+    void folderEntered() override {}
+    void pathChanged(const QString &) override {}
+    void itemSeen(int) override {}
+};
+
+// Soft shapes under fine grain, so that a file is as large as a camera's.
+QImage photograph(quint32 number)
+{
+    std::mt19937 random(number);
+    QImage small(16, 12, QImage::Format_RGB32);
+    for (int y = 0; y < small.height(); ++y)
+        for (int x = 0; x < small.width(); ++x)
+            small.setPixel(
+                x, y, qRgb(int(20 + random() % 200), int(20 + random() % 200), int(20 + random() % 200)));
+    QImage image = small.scaled(4000, 3000, Qt::IgnoreAspectRatio, Qt::SmoothTransformation);
+    for (int y = 0; y < image.height(); ++y) {
+        auto *row = reinterpret_cast<QRgb *>(image.scanLine(y));
+        for (int x = 0; x < image.width(); ++x) {
+            const int grain = static_cast<int>(random() % 24);
+            row[x] = qRgb(qRed(row[x]) + grain, qGreen(row[x]) + grain, qBlue(row[x]) + grain);
+        }
+    }
+    return image;
+}
+
+QStringList photographs(const QDir &folder, int count)
+{
+    QStringList paths;
+    for (int i = 0; i < count; ++i) {
+        const QString path = folder.filePath(QStringLiteral("photograph %1.jpg").arg(i));
+        // Every fifth shows what an earlier one shows.
+        if (!QFileInfo::exists(path) &&
+            !photograph(quint32(i % 5 == 4 ? i - 3 : i)).save(path, "JPG", i % 5 == 4 ? 85 : 90))
+            qFatal("cannot write %s", qPrintable(path));
+        paths.append(path);
+    }
+    return paths;
+}
+
+void readAll(const QStringList &paths)
+{
+    for (const QString &path : paths) {
+        QImageReader reader(path);
+        if (reader.read().isNull())
+            std::abort();
+    }
+}
+
+// The files stand in a folder in memory, so that the walk costs nothing.
+std::size_t scanAll(const QStringList &paths, int threads)
+{
+    tests::MemoryEnumerator disk;
+    for (const QString &path : paths)
+        disk.addFile(QStringLiteral("C:\\p\\") + QFileInfo(path).fileName(), 1);
+    const QDir folder = QFileInfo(paths.front()).dir();
+    const auto decode = [&](const QString &path, const core::BeforeDecode &before) {
+        return core::readImage(folder.filePath(path.sliced(path.lastIndexOf(u'\\') + 1)), before);
+    };
+    QTemporaryFile file;
+    if (!file.open())
+        qFatal("no temporary file");
+    lookalikes::ThumbnailSpool thumbnails(file);
+    Silent listener;
+    const core::CancelFlag cancel;
+    lookalikes::ScanOptions options;
+    options.decodeThreads = threads;
+    const auto result = lookalikes::findLookalikes(QStringLiteral("C:\\p"), options, disk, decode, thumbnails,
+                                                   listener, cancel);
+    if (result.imagesCompared != std::size_t(paths.size()))
+        qFatal("%zu pictures compared", result.imagesCompared);
+    return result.groups.size();
+}
+
+} // namespace
+
+int main(int argc, char **argv)
+{
+    const QCoreApplication application(argc, argv);
+    if (argc < 2)
+        return 2;
+    const QDir folder(QString::fromLocal8Bit(argv[1]));
+    const int count = argc > 2 ? std::atoi(argv[2]) : 12;
+    const int rounds = argc > 3 ? std::atoi(argv[3]) : 3;
+    if (count < 1 || !folder.mkpath(QStringLiteral(".")))
+        return 2;
+    const QStringList paths = photographs(folder, count);
+    const int cores = QThread::idealThreadCount();
+
+    readAll(paths); // warms the system's cache
+    std::vector<double> bare, one, all;
+    std::size_t groups = 0;
+    for (int round = 0; round < rounds; ++round) {
+        bare.push_back(bench::seconds([&] { readAll(paths); }));
+        one.push_back(bench::seconds([&] { groups = scanAll(paths, 1); }));
+        all.push_back(bench::seconds([&] { groups = scanAll(paths, cores); }));
+    }
+    bench::report("photographs", count);
+    bench::report("groups", static_cast<double>(groups));
+    bench::report("bare loop of QImageReader::read", bench::median(bare), "s");
+    bench::report("scan, one decoding thread", bench::median(one), "s");
+    bench::report("scan, " + std::to_string(cores) + " decoding threads", bench::median(all), "s");
+    bench::report("ratio, one thread (aim: at most 1.05)", bench::median(one) / bench::median(bare));
+    bench::report("ratio, all cores (aim on two: at most 0.6)", bench::median(all) / bench::median(bare));
+    return 0;
+}
