@@ -1,0 +1,107 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "core/ScanProgress.h"
+
+#include <QElapsedTimer>
+#include <QSignalSpy>
+#include <QTest>
+#include <QThread>
+
+#include <memory>
+
+using core::ProgressRelay;
+using core::ScanProgress;
+
+class TestScanProgress : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void floodBecomesATrickle();
+    void passesOnWithoutFurtherChange();
+    void finishPassesOnTheLatest();
+    void restartBeginsAtZero();
+};
+
+// A worker's signals for every entry reach the form at most twenty times a second, on the form's thread, with
+// the last values at the end.
+void TestScanProgress::floodBecomesATrickle()
+{
+    ProgressRelay relay;
+    int reports = 0, stepsBefore = 0;
+    bool onOwnThread = true, inOrder = true;
+    connect(&relay, &ProgressRelay::changed, this, [&](const ScanProgress &progress) {
+        ++reports;
+        onOwnThread = onOwnThread && QThread::currentThread() == thread();
+        inOrder = inOrder && progress.steps >= stepsBefore;
+        stepsBefore = progress.steps;
+    });
+    QElapsedTimer time;
+    time.start();
+    int steps = 0;
+    const std::unique_ptr<QThread> worker(QThread::create([&] {
+        relay.setTotalSteps(9);
+        while (time.elapsed() < 400) {
+            relay.setItems(3 * ++steps);
+            relay.setPath(QStringLiteral("C:\\x"));
+            relay.addStep();
+        }
+    }));
+    worker->start();
+    while (!worker->isFinished())
+        QTest::qWait(5);
+    relay.finish();
+    const double seconds = double(time.elapsed()) / 1000.0;
+
+    QVERIFY(steps > 10'000);
+    QVERIFY2(reports >= 4, qPrintable(QString::number(reports)));
+    QVERIFY2(reports <= seconds * 20 + 1, qPrintable(QStringLiteral("%1 in %2 s").arg(reports).arg(seconds)));
+    QVERIFY(onOwnThread);
+    QVERIFY(inOrder);
+    QCOMPARE(relay.latest().steps, steps);
+    QCOMPARE(stepsBefore, steps);
+    QCOMPARE(relay.latest().items, 3 * steps);
+    QCOMPARE(relay.latest().totalSteps, 9);
+}
+
+void TestScanProgress::passesOnWithoutFurtherChange()
+{
+    ProgressRelay relay;
+    QSignalSpy spy(&relay, &ProgressRelay::changed);
+    relay.setPath(QStringLiteral("a"));
+    QVERIFY(spy.wait(2000));
+    relay.setPath(QStringLiteral("b"));
+    QVERIFY(spy.wait(2000));
+    QCOMPARE(spy.count(), 2);
+    QVERIFY(!spy.wait(150)); // nothing changed
+}
+
+void TestScanProgress::finishPassesOnTheLatest()
+{
+    ProgressRelay relay;
+    QSignalSpy spy(&relay, &ProgressRelay::changed);
+    relay.setItems(7);
+    relay.finish();
+    QCOMPARE(spy.count(), 1);
+    QCOMPARE(spy.first().first().value<ScanProgress>().items, 7);
+    relay.setItems(8);
+    QVERIFY(!spy.wait(150));
+    QCOMPARE(relay.latest().items, 7);
+}
+
+void TestScanProgress::restartBeginsAtZero()
+{
+    ProgressRelay relay;
+    relay.addStep();
+    relay.setPath(QStringLiteral("a"));
+    relay.finish();
+    relay.restart();
+    QSignalSpy spy(&relay, &ProgressRelay::changed);
+    relay.addStep();
+    QVERIFY(spy.wait(2000));
+    const auto progress = spy.first().first().value<ScanProgress>();
+    QCOMPARE(progress.steps, 1);
+    QCOMPARE(progress.path, QString());
+}
+
+QTEST_GUILESS_MAIN(TestScanProgress)
+#include "tst_scan_progress.moc"

@@ -1,0 +1,97 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "core/WorkerThread.h"
+
+#include <QSignalSpy>
+#include <QTest>
+
+#include <atomic>
+
+namespace
+{
+
+// Works until it is asked to stop, or, when `brief`, not at all.
+class Job : public core::WorkerThread
+{
+    Q_OBJECT
+
+public:
+    Job(bool brief, std::atomic_int &running) : m_brief(brief), m_running(running) {}
+
+signals:
+    void resultReady();
+
+protected:
+    void run() override
+    {
+        ++m_running;
+        while (!m_brief && !cancelFlag().isSet())
+            QThread::yieldCurrentThread();
+        --m_running;
+        deliver([this] { emit resultReady(); });
+    }
+
+private:
+    const bool m_brief;
+    std::atomic_int &m_running;
+};
+
+} // namespace
+
+class TestWorkerThread : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void endsThroughItsFinishSignal();
+    void endedWorkerIsSilent();
+    void finishSignalOnItsWayIsDropped();
+};
+
+void TestWorkerThread::endsThroughItsFinishSignal()
+{
+    std::atomic_int running = 0;
+    core::WorkerPointer<Job> job(new Job(false, running));
+    QSignalSpy spy(job.get(), &Job::resultReady);
+    job->start();
+    QTRY_COMPARE(running.load(), 1);
+    QVERIFY(!job->stopRequested());
+    job->requestStop();
+    QVERIFY(spy.wait(5000));
+    QCOMPARE(spy.count(), 1);
+}
+
+// Also right after the start, when run() may not have been reached, and without a start.
+void TestWorkerThread::endedWorkerIsSilent()
+{
+    for (int round = 0; round < 50; ++round) {
+        std::atomic_int running = 0;
+        int signalCount = 0;
+        core::WorkerPointer<Job> job(new Job(false, running));
+        connect(job.get(), &Job::resultReady, this, [&] { ++signalCount; });
+        connect(job.get(), &QThread::finished, this, [&] { ++signalCount; });
+        if (round > 0)
+            job->start();
+        if (round % 2 == 0 && round > 0)
+            QTRY_COMPARE(running.load(), 1);
+        job.reset();
+        QCOMPARE(running.load(), 0);
+        QCoreApplication::processEvents();
+        QCOMPARE(signalCount, 0);
+    }
+}
+
+void TestWorkerThread::finishSignalOnItsWayIsDropped()
+{
+    std::atomic_int running = 0;
+    int signalCount = 0;
+    core::WorkerPointer<Job> job(new Job(true, running));
+    connect(job.get(), &Job::resultReady, this, [&] { ++signalCount; });
+    job->start();
+    QVERIFY(job->wait(5000)); // it is posted now, and no event has been processed
+    job.reset();
+    QCoreApplication::processEvents();
+    QCOMPARE(signalCount, 0);
+}
+
+QTEST_GUILESS_MAIN(TestWorkerThread)
+#include "tst_worker_thread.moc"
