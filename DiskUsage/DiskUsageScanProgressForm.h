@@ -1,53 +1,16 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
-#include <QElapsedTimer>
-#include <QTimer>
-#include <QWidget>
-
-class ElidedLabel;
-class QLabel;
-class QProgressBar;
-class QPushButton;
+#include "widgets/ScanPage.h"
 
 // What is shown while a scan runs.
-class DiskUsageScanProgressForm : public QWidget
+class DiskUsageScanProgressForm : public ScanPage
 {
     Q_OBJECT
 
 public:
-    explicit DiskUsageScanProgressForm(QWidget *parent = nullptr);
+    using ScanPage::ScanPage;
 
     void begin(const QString &root);
-    void setPath(const QString &path);
-    void setTotalSteps(int total);
-    void addStep();
-    void setItems(int items);
-    // Cancel was asked for: the end is near.
     void showStopping();
-    // Fills the bar, which excluded and unreadable folders leave short.
-    void complete();
-    qint64 elapsed() const { return m_clock.elapsed(); }
-
-signals:
-    void scanCancel();
-
-protected:
-    void hideEvent(QHideEvent *event) override;
-    void showEvent(QShowEvent *event) override;
-
-private:
-    void buildLayout();
-    void showTimes();
-
-    QLabel *m_title;
-    ElidedLabel *m_path;
-    QProgressBar *m_bar;
-    QLabel *m_items;
-    QLabel *m_time;
-    QLabel *m_rate;
-    QPushButton *m_cancel;
-    QElapsedTimer m_clock;
-    QTimer m_ticker;
-    int m_itemCount = 0;
 };
