@@ -1,0 +1,108 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "DiskUsage/engine/Scan.h"
+
+#include <QRandomGenerator>
+#include <QTest>
+
+#include <algorithm>
+#include <limits>
+
+using diskusage::LargestChildren;
+using Child = LargestChildren::Child;
+using Children = std::vector<Child>;
+
+class TestLargestChildren : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void serialised();
+    void keepsTheTenLargest();
+    void zeroSizesEnterWhileThereIsRoom();
+    void readsBackWhatItWrote_data();
+    void readsBackWhatItWrote();
+    void stopsAtWhatIsNotOfTheForm_data();
+    void stopsAtWhatIsNotOfTheForm();
+};
+
+void TestLargestChildren::serialised()
+{
+    LargestChildren largest;
+    QCOMPARE(largest.serialised(), QString());
+    largest.offer(QStringLiteral("Photos"), 50, LargestChildren::SubFolder);
+    largest.offer(QStringLiteral("a.iso"), 700, LargestChildren::File);
+    QCOMPARE(largest.serialised(), QStringLiteral("a.iso:700:0;Photos:50:1;"));
+    largest.offer(QStringLiteral("huge"), std::numeric_limits<qint64>::max(), LargestChildren::File);
+    QVERIFY(largest.serialised().startsWith(u"huge:9223372036854775807:0;"));
+}
+
+// Like a stable sort by size of everything offered, cut off after ten.
+void TestLargestChildren::keepsTheTenLargest()
+{
+    QRandomGenerator random(2);
+    for (int round = 0; round < 500; ++round) {
+        LargestChildren largest;
+        Children offered;
+        const int sizes = 1 + random.bounded(30); // one: all are equal
+        for (int i = random.bounded(40); i > 0; --i) {
+            offered.push_back({QString::number(i), random.bounded(sizes),
+                               random.bounded(2) ? LargestChildren::File : LargestChildren::SubFolder});
+            largest.offer(offered.back().name, offered.back().size, offered.back().kind);
+        }
+        std::stable_sort(offered.begin(), offered.end(),
+                         [](const Child &a, const Child &b) { return a.size > b.size; });
+        offered.resize(std::min<std::size_t>(offered.size(), 10));
+        QVERIFY(largest.children() == offered);
+    }
+}
+
+void TestLargestChildren::zeroSizesEnterWhileThereIsRoom()
+{
+    LargestChildren largest;
+    for (int i = 0; i < 12; ++i)
+        largest.offer(QString::number(i), 0, LargestChildren::File);
+    QCOMPARE(largest.children().size(), 10U);
+    QCOMPARE(largest.children().back().name, QStringLiteral("9"));
+}
+
+void TestLargestChildren::readsBackWhatItWrote_data()
+{
+    QTest::addColumn<QString>("name");
+    QTest::newRow("plain") << QStringLiteral("a.iso");
+    QTest::newRow("semicolons") << QStringLiteral("x;y.txt;");
+    QTest::newRow("looks like an entry's end") << QStringLiteral("5;0;");
+    QTest::newRow("blanks and dots") << QStringLiteral(" a .");
+    QTest::newRow("emoji") << QStringLiteral("\U0001F600.png");
+    QTest::newRow("unpaired surrogates") << QString(QChar(0xDC00)) + QChar(0xD800);
+    QTest::newRow("long") << QString(30'000, u'n');
+}
+
+void TestLargestChildren::readsBackWhatItWrote()
+{
+    QFETCH(QString, name);
+    LargestChildren largest;
+    largest.offer(name, 12, LargestChildren::SubFolder);
+    largest.offer(name, std::numeric_limits<qint64>::max(), LargestChildren::File);
+    largest.offer(name, 0, LargestChildren::File);
+    QVERIFY(LargestChildren::parse(largest.serialised()) == largest.children());
+}
+
+void TestLargestChildren::stopsAtWhatIsNotOfTheForm_data()
+{
+    QTest::addColumn<QString>("text");
+    for (const char *text :
+         {"b", "b:", "b:5", "b:5:", "b:5:0", "b::0;", "b:-5:0;", "b:+5:0;", "b: 5:0;", "b:5.0:0;", "b:5:2;",
+          "b:5:00;", "b:5:;", "b:9223372036854775808:0;", "b:x:0;", "b:5:0:c:6:0;"})
+        QTest::newRow(text) << QString::fromLatin1(text);
+}
+
+void TestLargestChildren::stopsAtWhatIsNotOfTheForm()
+{
+    QFETCH(QString, text);
+    const Children expected{{QStringLiteral("a"), 1, LargestChildren::File}};
+    QVERIFY(LargestChildren::parse(text).empty());
+    QVERIFY(LargestChildren::parse(QString(QStringLiteral("a:1:0;") + text)) == expected);
+}
+
+QTEST_GUILESS_MAIN(TestLargestChildren)
+#include "tst_largest_children.moc"

@@ -1,0 +1,149 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "tests/DiskUsage/engine/ScanRecorder.h"
+
+#include <QRegularExpression>
+#include <QTest>
+
+using core::ExcludedFolder;
+using diskusage::ScanOptions;
+using diskusage::ScanResult;
+using tests::MemoryEnumerator;
+
+class TestScanExclusions : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void leavesOut_data();
+    void leavesOut();
+    void countersAndProgress();
+    void neverTheRoot();
+    void oneDriveFolders();
+    void excludedFoldersAreNeverListed();
+};
+
+namespace
+{
+
+void fill(MemoryEnumerator &disk)
+{
+    for (const char *path :
+         {"Data\\a", "Data\\in\\b", "Database\\c", "x\\Data\\d", "OneDrive\\e", "OneDrive - Work\\f", "g"})
+        disk.addFile(QStringLiteral("C:\\r\\") + QString::fromLatin1(path), 1);
+}
+
+} // namespace
+
+void TestScanExclusions::leavesOut_data()
+{
+    QTest::addColumn<QString>("stored"); // of the exclusion
+    QTest::addColumn<QString>("oneDrive");
+    QTest::addColumn<QString>("left"); // names of the files that are counted
+    const auto row = [](const char *name, const char *stored, const char *oneDrive, const char *left) {
+        QTest::newRow(name) << QString::fromLatin1(stored) << QString::fromLatin1(oneDrive)
+                            << QString::fromLatin1(left);
+    };
+    row("nothing", "0;C:\\r\\Data", "", "abcdefg");
+    row("with siblings of the same beginning", "1;C:\\r\\Data", "", "defg");
+    row("other case", "1;c:\\R\\dATA", "", "defg");
+    row("forward slashes", "1;C:/r/Data", "", "defg");
+    row("separator at the end", "1;C:\\r\\Data\\", "", "acdefg");
+    row("nested", "1;C:\\r\\x\\Data", "", "abcefg");
+    row("a file's path", "1;C:\\r\\g", "", "abcdefg");
+    row("above the root", "1;C:\\", "", "g"); // files directly in the root are always counted
+    row("OneDrive and its siblings", "0;x", "C:\\r\\OneDrive", "abcdg");
+    row("OneDrive with a separator at the end", "0;x", "C:\\r\\onedrive\\", "abcdg");
+    row("no OneDrive folder", "0;x", "", "abcdefg");
+    row("both", "1;C:\\r\\Data", "C:\\r\\OneDrive", "dg");
+}
+
+void TestScanExclusions::leavesOut()
+{
+    QFETCH(QString, stored);
+    QFETCH(QString, oneDrive);
+    ScanOptions options;
+    options.excludedFolders = {*core::parseStoredExcludedFolder(stored), ExcludedFolder{true, QString()}};
+    options.excludeOneDrive = true;
+    options.oneDriveFolder = oneDrive;
+    MemoryEnumerator disk;
+    fill(disk);
+    const ScanResult result = scan(disk, QStringLiteral("C:\\r"), options);
+    QString left;
+    for (const diskusage::FileRecord &file : result.others.files)
+        left += file.name;
+    std::sort(left.begin(), left.end());
+    QTEST(left, "left");
+    QCOMPARE(result.folders[0].files, int(left.size()));
+}
+
+// An excluded folder is met and counted as an entry and as a step to come; nothing more is known of it.
+void TestScanExclusions::countersAndProgress()
+{
+    MemoryEnumerator disk;
+    disk.addFile(QStringLiteral("C:\\r\\one"), 1);
+    for (int i = 0; i < 100; ++i)
+        disk.addFile(QStringLiteral("C:\\r\\out\\f%1").arg(i), 1);
+    disk.addFile(QStringLiteral("C:\\r\\two"), 1);
+    ScanOptions options;
+    options.excludedFolders = {{true, QStringLiteral("C:\\r\\out")}};
+    tests::ScanRecorder recorder;
+    QTest::ignoreMessage(QtDebugMsg, QRegularExpression(QStringLiteral("^exclude path 1: +\"C:.*out\"$")));
+    const ScanResult result = scan(disk, QStringLiteral("C:\\r"), options, recorder);
+    QCOMPARE(recorder.events.join(u'|'), QStringLiteral("total 2|item 1|item 2|item 3"));
+    QCOMPARE(result.folders.size(), 1U);
+    QCOMPARE(result.folders[0].files, 2);
+    QCOMPARE(result.folders[0].folders, 0);
+    QCOMPARE(result.excluded, QStringList{QStringLiteral("C:\\r\\out")});
+}
+
+void TestScanExclusions::neverTheRoot()
+{
+    ScanOptions options;
+    options.excludedFolders = {{true, QStringLiteral("C:\\r\\Data")}};
+    options.excludeOneDrive = true;
+    options.oneDriveFolder = QStringLiteral("C:\\r\\OneDrive");
+    MemoryEnumerator disk;
+    fill(disk);
+    QCOMPARE(scan(disk, QStringLiteral("C:\\r\\Data"), options).folders[0].files, 1);
+    const ScanResult cloud = scan(disk, QStringLiteral("C:\\r\\OneDrive"), options);
+    QCOMPARE(cloud.folders[0].files, 1);
+    QVERIFY(cloud.folders[0].inOneDrive);
+}
+
+void TestScanExclusions::oneDriveFolders()
+{
+    ScanOptions options;
+    options.oneDriveFolder = QStringLiteral("C:\\r\\onedrive");
+    MemoryEnumerator disk;
+    fill(disk);
+    QStringList cloud;
+    const ScanResult result = scan(disk, QStringLiteral("C:\\r"), options);
+    for (const diskusage::Folder &folder : result.folders) {
+        if (folder.inOneDrive)
+            cloud.append(folder.name);
+    }
+    QCOMPARE(cloud.join(u'|'), QStringLiteral("OneDrive|OneDrive - Work"));
+    QCOMPARE(result.folders[0].files, 7);
+    QCOMPARE(result.excluded, QStringList());
+}
+
+// A folder may be excluded because reading it hangs or wakes a disk: no thread may touch it.
+void TestScanExclusions::excludedFoldersAreNeverListed()
+{
+    ScanOptions options;
+    options.excludedFolders = {{true, QStringLiteral("C:\\r\\Data")}};
+    options.excludeOneDrive = true;
+    options.oneDriveFolder = QStringLiteral("C:\\r\\OneDrive");
+    options.readAheadThreads = 4;
+    for (int round = 0; round < 20; ++round) {
+        MemoryEnumerator disk;
+        fill(disk);
+        scan(disk, QStringLiteral("C:\\r"), options);
+        QStringList listed = disk.listed();
+        listed.sort();
+        QCOMPARE(listed.join(u'|'), QStringLiteral("C:\\r|C:\\r\\x|C:\\r\\x\\Data"));
+    }
+}
+
+QTEST_GUILESS_MAIN(TestScanExclusions)
+#include "tst_scan_exclusions.moc"
