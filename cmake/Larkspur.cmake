@@ -36,6 +36,11 @@ if(LARKSPUR_SANITIZE)
   target_compile_options(larkspur_flags INTERFACE -fsanitize=address,undefined -fno-sanitize-recover=all
     -fno-omit-frame-pointer)
   target_link_options(larkspur_flags INTERFACE -fsanitize=address,undefined)
+  target_compile_definitions(larkspur_flags INTERFACE _GLIBCXX_ASSERTIONS)
+endif()
+if(LARKSPUR_FUZZ)
+  # In the libraries too: a fuzzer that does not see their branches only guesses.
+  target_compile_options(larkspur_flags INTERFACE -fsanitize=fuzzer-no-link)
 endif()
 
 # larkspur_library(NAME [LINK library...]): a static library of every source in the current folder (not below it).
