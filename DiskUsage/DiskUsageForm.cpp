@@ -270,6 +270,7 @@ void DiskUsageForm::showResults(std::shared_ptr<ScanResult> result)
     view.drive = m_start->drive(m_root);
     m_results->showScan(view);
     m_pages->setCurrentWidget(m_results);
+    m_results->setFocus();
     emit resultsShown();
 }
 

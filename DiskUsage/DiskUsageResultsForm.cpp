@@ -92,6 +92,7 @@ void DiskUsageResultsForm::buildHeader()
 void DiskUsageResultsForm::buildTabs()
 {
     m_tabs->setObjectName(QStringLiteral("resultTabWidget"));
+    setFocusProxy(m_folders);
     m_tabs->addTab(m_folders, tr("Folders"));
     m_tabs->addTab(m_biggest, tr("20 biggest Files"));
     m_tabs->addTab(m_types, tr("File Types"));

@@ -56,6 +56,7 @@ void FoldersPage::buildTree()
     m_tree->setItemDelegateForColumn(FolderModel::Percentage, new BarDelegate(m_tree));
     m_tree->setContextMenuPolicy(Qt::CustomContextMenu);
     m_actions->addScanAgain();
+    setFocusProxy(m_tree);
 }
 
 void FoldersPage::buildGraph()

@@ -266,8 +266,9 @@ void UsageGraph::mousePressEvent(QMouseEvent *event)
 
 void UsageGraph::mouseDoubleClickEvent(QMouseEvent *event)
 {
+    setCurrent(boxAt(event->position()));
     if (event->button() == Qt::LeftButton)
-        activate(boxAt(event->position()));
+        activate(m_current);
 }
 
 void UsageGraph::keyPressEvent(QKeyEvent *event)

@@ -1,0 +1,190 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "DiskUsage/BiggestFilesModel.h"
+#include "DiskUsage/DataFilesModel.h"
+#include "core/FileTypes.h"
+#include "tests/DiskUsage/Scans.h"
+
+#include <QAbstractItemModelTester>
+#include <QElapsedTimer>
+#include <QSignalSpy>
+#include <QTest>
+
+using namespace diskusage;
+using tests::column;
+using tests::MemoryEnumerator;
+using tests::scanned;
+
+namespace
+{
+
+constexpr int documents = 5; // in the built-in table
+constexpr quint64 day = 864'000'000'000;
+constexpr quint64 startOf2026 = 134'116'992'000'000'000;
+
+std::shared_ptr<ScanResult> someFiles()
+{
+    MemoryEnumerator disk;
+    disk.addFile(QStringLiteral("C:\\r\\b\\beta.txt"), 1000, 0, startOf2026 + 2 * day);
+    disk.addFile(QStringLiteral("C:\\r\\b\\Alpha.pdf"), 9, 0, startOf2026 + 3 * day);
+    disk.addFile(QStringLiteral("C:\\r\\a\\gamma.txt"), 1000, 0, startOf2026 + day);
+    disk.addFile(QStringLiteral("C:\\r\\other.xyz"), 5);
+    return scanned(QStringLiteral("C:\\r"), disk);
+}
+
+} // namespace
+
+class DataFilesModelTest : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void showsOneCategoryAtATime();
+    void sorts_data();
+    void sorts();
+    void theOrderOutlivesAChangeOfCategory();
+    void theSelectedFileMovesWithItsRow();
+    void clearingDuringASortEnds();
+    void aMillionFilesAreReadyAtOnce();
+    void theBiggestFilesSortByTheirNumbers();
+};
+
+void DataFilesModelTest::showsOneCategoryAtATime()
+{
+    DataFilesModel model;
+    QAbstractItemModelTester tester(&model, QAbstractItemModelTester::FailureReportingMode::QtTest);
+    model.setResult(someFiles());
+    QCOMPARE(model.categoryTotal(), 13);
+    QCOMPARE(model.rowCount(), 0);
+    model.showCategory(documents);
+    // The largest first, and of equals the one that was met first.
+    QCOMPARE(column(model, FileName), QStringList({QStringLiteral("beta.txt"), QStringLiteral("gamma.txt"),
+                                                   QStringLiteral("Alpha.pdf")}));
+    QCOMPARE(model.filePath(2), QStringLiteral("C:\\r\\b\\Alpha.pdf"));
+    QCOMPARE(model.index(0, FilePath).data().toString(), QStringLiteral("C:\\r\\b"));
+    QCOMPARE(model.index(0, FileSizeText).data().toString(), QStringLiteral("0.98 KB"));
+    QCOMPARE(model.index(0, FileRawSize).data(Qt::EditRole), QVariant(quint64(1000)));
+    QVERIFY(model.index(0, FileLastAccess).data().toString().contains(QStringLiteral("2026")));
+    model.showCategory(model.categoryTotal() - 1);
+    QCOMPARE(model.category(model.shownCategory()).category.name, QStringLiteral("Other file types"));
+    QCOMPARE(column(model, FileName), QStringList({QStringLiteral("other.xyz")}));
+    model.clear();
+    QCOMPARE(model.rowCount(), 0);
+    QCOMPARE(model.categoryTotal(), 0);
+}
+
+void DataFilesModelTest::sorts_data()
+{
+    QTest::addColumn<int>("section");
+    QTest::addColumn<bool>("ascending");
+    QTest::addColumn<QString>("names");
+    QTest::newRow("name") << int(FileName) << true << QStringLiteral("Alpha.pdf,beta.txt,gamma.txt");
+    QTest::newRow("name, down") << int(FileName) << false << QStringLiteral("gamma.txt,beta.txt,Alpha.pdf");
+    // As texts 1000 would stand before 9.
+    QTest::newRow("size") << int(FileSizeText) << true << QStringLiteral("Alpha.pdf,beta.txt,gamma.txt");
+    QTest::newRow("raw size, down") << int(FileRawSize) << false
+                                    << QStringLiteral("beta.txt,gamma.txt,Alpha.pdf");
+    QTest::newRow("last access") << int(FileLastAccess) << true
+                                 << QStringLiteral("gamma.txt,beta.txt,Alpha.pdf");
+    QTest::newRow("path") << int(FilePath) << true << QStringLiteral("gamma.txt,beta.txt,Alpha.pdf");
+}
+
+void DataFilesModelTest::sorts()
+{
+    QFETCH(int, section);
+    QFETCH(bool, ascending);
+    QFETCH(QString, names);
+    DataFilesModel model;
+    QAbstractItemModelTester tester(&model, QAbstractItemModelTester::FailureReportingMode::QtTest);
+    model.setResult(someFiles());
+    model.showCategory(documents);
+    model.sort(section, ascending ? Qt::AscendingOrder : Qt::DescendingOrder);
+    QTRY_COMPARE(column(model, FileName), names.split(QLatin1Char(',')));
+}
+
+void DataFilesModelTest::theOrderOutlivesAChangeOfCategory()
+{
+    DataFilesModel model;
+    model.setResult(someFiles());
+    model.showCategory(documents);
+    model.sort(FileName, Qt::DescendingOrder);
+    model.showCategory(model.categoryTotal() - 1);
+    model.showCategory(documents);
+    QTRY_COMPARE(
+        column(model, FileName),
+        QStringList({QStringLiteral("gamma.txt"), QStringLiteral("beta.txt"), QStringLiteral("Alpha.pdf")}));
+}
+
+void DataFilesModelTest::theSelectedFileMovesWithItsRow()
+{
+    DataFilesModel model;
+    model.setResult(someFiles());
+    model.showCategory(documents);
+    const QPersistentModelIndex gamma = model.index(1, FileName);
+    const QPersistentModelIndex gammaPath = model.index(1, FilePath);
+    model.sort(FilePath, Qt::AscendingOrder);
+    QTRY_COMPARE(gamma.row(), 0);
+    QCOMPARE(gamma.data().toString(), QStringLiteral("gamma.txt"));
+    QCOMPARE(gammaPath.row(), 0);
+}
+
+void DataFilesModelTest::clearingDuringASortEnds()
+{
+    auto result = std::make_shared<ScanResult>();
+    result->folders.push_back({});
+    for (int i = 0; i < 300'000; ++i)
+        result->others.files.push_back({QString::number(i * 7919LL % 300'007), 0, i, 1, 0});
+    DataFilesModel model;
+    model.setResult(result);
+    model.showCategory(0);
+    QSignalSpy sorting(&model, &DataFilesModel::sortingChanged);
+    model.sort(FileName, Qt::AscendingOrder);
+    model.sort(FileName, Qt::DescendingOrder);
+    QElapsedTimer clock;
+    clock.start();
+    model.clear();
+    QVERIFY(clock.elapsed() < 100);
+    QCOMPARE(model.rowCount(), 0);
+    QCOMPARE(sorting.last().first().toBool(), false);
+}
+
+void DataFilesModelTest::aMillionFilesAreReadyAtOnce()
+{
+    auto result = std::make_shared<ScanResult>();
+    result->folders.push_back({});
+    constexpr int count = 1'000'000;
+    const QString name = QStringLiteral("name");
+    for (int i = 0; i < count; ++i)
+        result->others.files.push_back({name, 0, i, static_cast<quint64>(i) * 7919 % 1'000'003, 0});
+    DataFilesModel model;
+    model.setResult(result);
+    QElapsedTimer clock;
+    clock.start();
+    model.showCategory(0);
+    model.sort(FileLastAccess, Qt::DescendingOrder);
+    const qint64 blocked = clock.elapsed();
+    QVERIFY2(blocked < 100, qPrintable(QString::number(blocked)));
+    QCOMPARE(model.rowCount(), count);
+    QCOMPARE(model.record(0).size, quint64(1'000'002));
+}
+
+void DataFilesModelTest::theBiggestFilesSortByTheirNumbers()
+{
+    BiggestFilesModel model;
+    model.setFiles(
+        {{QStringLiteral("ten"), QStringLiteral("C:\\"), quint64(10) << 20, startOf2026 + 20 * day},
+         {QStringLiteral("nine"), QStringLiteral("C:\\x"), quint64(9) << 20, startOf2026 + 3 * day}});
+    QStringList titles;
+    for (int section = 0; section < model.columnCount(); ++section)
+        titles.append(model.headerData(section, Qt::Horizontal).toString());
+    QCOMPARE(titles.join(QLatin1Char(',')), QStringLiteral("Name,Size,Last Access Time,Path,Raw Size"));
+    QCOMPARE(model.filePath(0), QStringLiteral("C:\\ten"));
+    QCOMPARE(model.filePath(1), QStringLiteral("C:\\x\\nine"));
+    QCOMPARE(model.index(0, FileRawSize).data(Qt::EditRole), QVariant(quint64(10) << 20));
+    for (const int section : {int(FileSizeText), int(FileLastAccess)}) {
+        model.sort(section, Qt::AscendingOrder);
+        QCOMPARE(column(model, FileName), QStringList({QStringLiteral("nine"), QStringLiteral("ten")}));
+    }
+}
+
+QTEST_GUILESS_MAIN(DataFilesModelTest)
+#include "tst_data_files_model.moc"

@@ -1,0 +1,240 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "DiskUsage/BiggestFilesModel.h"
+#include "DiskUsage/DataFilesModel.h"
+#include "DiskUsage/DiskUsageForm.h"
+#include "DiskUsage/FolderModel.h"
+#include "tests/DiskUsage/Scans.h"
+#include "tests/support/TestPrefix.h"
+
+#include <QElapsedTimer>
+#include <QLabel>
+#include <QPushButton>
+#include <QSemaphore>
+#include <QSignalSpy>
+#include <QTest>
+#include <QToolButton>
+#include <QTreeView>
+
+#include <new>
+
+using tests::MemoryEnumerator;
+
+namespace
+{
+
+constexpr int quickly = 500; // ms from the click to the start page
+
+// A form over a file system in memory, and what it tells the main window.
+struct Scene {
+    Scene() : form(std::make_unique<DiskUsageForm>(tests::lending(disk), tests::noDrive))
+    {
+        for (int folder = 0; folder < 400; ++folder)
+            for (int file = 0; file < 20; ++file)
+                disk.addFile(QStringLiteral("C:\\r\\d%1\\f%2.txt").arg(folder).arg(file), 1000);
+        QObject::connect(form.get(), &FLWidget::showToolbarSignal, form.get(),
+                         [this](bool show) { toolbar.append(show); });
+        form->resize(900, 500);
+        form->show();
+        form->activateWindow(); // keys reach an active window only
+        if (!QTest::qWaitForWindowActive(form.get()))
+            qFatal("the window does not become active");
+    }
+
+    bool isFree() const
+    {
+        return form->folderModel().rowCount() == 0 && form->biggestFilesModel().rowCount() == 0 &&
+               form->dataFilesModel().categoryTotal() == 0 && !form->isBusy();
+    }
+    // Taken away as often as given back, and given back last.
+    bool toolbarIsBack() const
+    {
+        return !toolbar.isEmpty() && toolbar.last() && toolbar.count(true) == toolbar.count(false);
+    }
+    template <class Widget>
+    Widget *find(const char *name) const
+    {
+        return form->findChild<Widget *>(QLatin1String(name));
+    }
+
+    MemoryEnumerator disk;
+    std::unique_ptr<DiskUsageForm> form;
+    QList<bool> toolbar;
+};
+
+} // namespace
+
+class DiskUsageCancelTest : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void initTestCase() { tests::requireTestPrefix(); }
+    void init() { m_guard = std::make_unique<tests::RegistryGuard>(); }
+    void cleanup() { m_guard.reset(); }
+
+    void atTheStart();
+    void inTheMiddle();
+    void atTheEnd();
+    void byTheMainWindow();
+    void ofAFolderScan();
+    void theFormMayGoDuringAScan_data();
+    void theFormMayGoDuringAScan();
+    void aScanThatFailsEndsOnTheStartPage();
+    void backFreesEverything();
+
+private:
+    std::unique_ptr<tests::RegistryGuard> m_guard;
+};
+
+void DiskUsageCancelTest::atTheStart()
+{
+    Scene scene;
+    QSignalSpy start(scene.form.get(), &DiskUsageForm::startPageShown);
+    scene.form->scan(QStringLiteral("C:\\r"));
+    QVERIFY(scene.form->isBusy());
+    QVERIFY(scene.form->isScanning());
+    QCOMPARE(scene.toolbar, QList<bool>({false}));
+    scene.form->handleScanCancel();
+    QVERIFY(start.wait(quickly));
+    QVERIFY(scene.isFree());
+    QVERIFY(scene.toolbarIsBack());
+    // And the next scan is as good as the first.
+    QSignalSpy results(scene.form.get(), &DiskUsageForm::resultsShown);
+    scene.form->scan(QStringLiteral("C:\\r"));
+    QVERIFY(results.wait());
+    QCOMPARE(scene.form->folderModel().rowCount(scene.form->folderModel().index(0, 0)), 400);
+}
+
+void DiskUsageCancelTest::inTheMiddle()
+{
+    Scene scene;
+    QSemaphore reached;
+    scene.disk.onList = [&reached](const QString &) {
+        reached.release();
+        QThread::msleep(5);
+    };
+    scene.form->scan(QStringLiteral("C:\\r"));
+    QVERIFY(reached.tryAcquire(20, 5000));
+    QTRY_VERIFY(scene.find<QLabel>("itemsLabel")->text().toInt() > 0);
+    QCOMPARE(scene.find<QLabel>("scanTitleLabel")->text(),
+             QStringLiteral("Scanning in progress. Please wait ..."));
+    QSignalSpy start(scene.form.get(), &DiskUsageForm::startPageShown);
+    QElapsedTimer clock;
+    clock.start();
+    QTest::mouseClick(scene.find<QPushButton>("cancelButton"), Qt::LeftButton);
+    QVERIFY(start.count() > 0 || start.wait(quickly));
+    QVERIFY2(clock.elapsed() < quickly, qPrintable(QString::number(clock.elapsed())));
+    QVERIFY(scene.isFree());
+    QVERIFY(scene.toolbarIsBack());
+}
+
+void DiskUsageCancelTest::atTheEnd()
+{
+    Scene scene;
+    QSignalSpy start(scene.form.get(), &DiskUsageForm::startPageShown);
+    QSignalSpy results(scene.form.get(), &DiskUsageForm::resultsShown);
+    scene.form->scan(QStringLiteral("C:\\r"));
+    QThread::sleep(1); // the worker ends; this thread has not heard of it
+    scene.form->handleScanCancel();
+    QVERIFY(start.wait());
+    QCOMPARE(results.count(), 0);
+    QVERIFY(scene.isFree());
+    QVERIFY(scene.toolbarIsBack());
+}
+
+void DiskUsageCancelTest::byTheMainWindow()
+{
+    Scene scene;
+    scene.disk.onList = [](const QString &) { QThread::msleep(5); };
+    scene.form->scan(QStringLiteral("C:\\r"));
+    QVERIFY(!scene.form->busyText().isEmpty());
+    QSignalSpy start(scene.form.get(), &DiskUsageForm::startPageShown);
+    scene.form->requestStop();
+    QVERIFY(start.wait(quickly));
+    QVERIFY(scene.isFree());
+    QVERIFY(scene.form->busyText().isEmpty());
+    scene.form->requestStop(); // with nothing to stop
+}
+
+void DiskUsageCancelTest::ofAFolderScan()
+{
+    Scene scene;
+    QSignalSpy results(scene.form.get(), &DiskUsageForm::resultsShown);
+    scene.form->scan(QStringLiteral("C:\\r"));
+    QVERIFY(results.wait());
+    scene.disk.onList = [](const QString &) { QThread::msleep(200); };
+    const FolderModel &model = scene.form->folderModel();
+    const QString before = model.index(0, FolderModel::MaxData).data().toString();
+    auto *tree = scene.find<QTreeView>("folderTreeView");
+    tree->setCurrentIndex(tree->model()->index(3, 0, tree->model()->index(0, 0)));
+    tree->setFocus();
+    QTest::keyClick(tree, Qt::Key_F5);
+    QVERIFY(scene.form->isBusy());
+    QCOMPARE(scene.toolbar.last(), false);
+    QVERIFY(!scene.find<QToolButton>("backButton")->isEnabled());
+    QTest::mouseClick(scene.find<QPushButton>("busyCancelButton"), Qt::LeftButton);
+    QTRY_VERIFY(!scene.form->isBusy());
+    QVERIFY(scene.toolbarIsBack());
+    QCOMPARE(model.index(0, FolderModel::MaxData).data().toString(), before);
+    QVERIFY(scene.find<QToolButton>("backButton")->isEnabled());
+}
+
+void DiskUsageCancelTest::theFormMayGoDuringAScan_data()
+{
+    QTest::addColumn<int>("milliseconds");
+    QTest::newRow("at once") << 0;
+    QTest::newRow("in the middle") << 50;
+    QTest::newRow("when the worker has ended") << 1500;
+}
+
+void DiskUsageCancelTest::theFormMayGoDuringAScan()
+{
+    QFETCH(int, milliseconds);
+    Scene scene;
+    if (milliseconds < 1000)
+        scene.disk.onList = [](const QString &) { QThread::msleep(5); };
+    scene.form->scan(QStringLiteral("C:\\r"));
+    QThread::msleep(static_cast<unsigned long>(milliseconds));
+    QElapsedTimer clock;
+    clock.start();
+    scene.form.reset();
+    QVERIFY2(clock.elapsed() < quickly, qPrintable(QString::number(clock.elapsed())));
+    QTest::qWait(50); // what was on its way to the form goes nowhere
+}
+
+void DiskUsageCancelTest::aScanThatFailsEndsOnTheStartPage()
+{
+    Scene scene;
+    scene.disk.onList = [](const QString &folder) {
+        if (folder.endsWith(QStringLiteral("d200")))
+            throw std::bad_alloc();
+    };
+    QSignalSpy start(scene.form.get(), &DiskUsageForm::startPageShown);
+    scene.form->scan(QStringLiteral("C:\\r"));
+    QVERIFY(start.wait());
+    QVERIFY(scene.isFree());
+    QVERIFY(scene.toolbarIsBack());
+}
+
+void DiskUsageCancelTest::backFreesEverything()
+{
+    Scene scene;
+    QSignalSpy results(scene.form.get(), &DiskUsageForm::resultsShown);
+    QSignalSpy start(scene.form.get(), &DiskUsageForm::startPageShown);
+    scene.form->scan(QStringLiteral("C:\\r"));
+    QVERIFY(results.wait());
+    QTest::mouseClick(scene.find<QToolButton>("backButton"), Qt::LeftButton);
+    QVERIFY(scene.form->isClearingRam());
+    const auto *notice = scene.find<QLabel>("clearRamLabel");
+    QVERIFY(notice->isVisible());
+    QCOMPARE(notice->text(), QStringLiteral("Clearing RAM back to the system in progress."));
+    QCOMPARE(scene.find<QLabel>("pleaseWaitLabel")->text(), QStringLiteral("Please wait ..."));
+    QCOMPARE(scene.toolbar.last(), false);
+    QVERIFY(start.wait());
+    QVERIFY(!notice->isVisible());
+    QVERIFY(scene.isFree());
+    QVERIFY(scene.toolbarIsBack());
+}
+
+QTEST_MAIN(DiskUsageCancelTest)
+#include "tst_disk_usage_cancel.moc"

@@ -1,0 +1,274 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "DiskUsage/FolderModel.h"
+#include "DiskUsage/FolderSortModel.h"
+#include "tests/DiskUsage/Scans.h"
+
+#include <QAbstractItemModelTester>
+#include <QTest>
+
+using diskusage::Folder;
+using diskusage::ScanResult;
+using tests::column;
+using tests::MemoryEnumerator;
+using tests::scanned;
+
+namespace
+{
+
+QVariant raw(const FolderModel &model, const QModelIndex &row, int section)
+{
+    return model.data(row.siblingAtColumn(section), Qt::EditRole);
+}
+
+QModelIndex named(const FolderModel &model, const QStringList &names)
+{
+    return model.find(model.index(0, 0), names);
+}
+
+// C:\r: a (9 MB: 1 file, and b with 1 file), c (10 MB), e (empty), and a file of 1 MB.
+void fill(MemoryEnumerator &disk)
+{
+    constexpr quint64 megabyte = 1 << 20;
+    disk.addFile(QStringLiteral("C:\\r\\a\\one.txt"), 4 * megabyte);
+    disk.addFile(QStringLiteral("C:\\r\\a\\b\\two.txt"), 5 * megabyte);
+    disk.addFile(QStringLiteral("C:\\r\\c\\three.zip"), 10 * megabyte);
+    disk.addFolder(QStringLiteral("C:\\r\\e"));
+    disk.addFile(QStringLiteral("C:\\r\\four.bin"), megabyte);
+}
+
+} // namespace
+
+class FolderModelTest : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void columnsHaveTheirTitlesAndTypes();
+    void aScanThatBeginsShowsItsRoot();
+    void rowsFollowTheScan();
+    void sortsByNumbers_data();
+    void sortsByNumbers();
+    void behavesAsAModel();
+    void aRescannedFolderChangesTheFoldersAbove();
+    void aRescannedFolderKeepsTheSelectionOfOthers();
+    void theRootIsNotReplaced();
+    void deepTreesComeAndGo();
+    void removingTheColumnsEmptiesTheModel();
+};
+
+void FolderModelTest::columnsHaveTheirTitlesAndTypes()
+{
+    MemoryEnumerator disk;
+    fill(disk);
+    FolderModel model;
+    model.setResult(scanned(QStringLiteral("C:\\r"), disk));
+    QStringList titles;
+    for (int section = 0; section < model.columnCount(); ++section)
+        titles.append(model.headerData(section, Qt::Horizontal).toString());
+    const QString expected =
+        QStringLiteral("Name,Size,File Count,Folder Count,Size,Path,Percentage,MaxData,Index");
+    QCOMPARE(titles.join(QLatin1Char(',')), expected);
+
+    const QModelIndex root = model.index(0, 0);
+    QCOMPARE(raw(model, root, FolderModel::Size).typeId(), int(QMetaType::ULongLong));
+    QCOMPARE(raw(model, root, FolderModel::FileCount).typeId(), int(QMetaType::Int));
+    QCOMPARE(raw(model, root, FolderModel::FolderCount).typeId(), int(QMetaType::Int));
+    QCOMPARE(raw(model, root, FolderModel::Index).typeId(), int(QMetaType::Int));
+    QCOMPARE(raw(model, root, FolderModel::Percentage), QVariant(100.0));
+    QCOMPARE(raw(model, root, FolderModel::Percentage).typeId(), int(QMetaType::Double));
+    QCOMPARE(raw(model, root, FolderModel::SizeText), QVariant(QStringLiteral("20.00 MB")));
+}
+
+void FolderModelTest::aScanThatBeginsShowsItsRoot()
+{
+    FolderModel model;
+    model.beginScan(QStringLiteral("C:\\Users\\x"));
+    QCOMPARE(model.rowCount(), 1);
+    QCOMPARE(raw(model, model.index(0, 0), FolderModel::Name), QVariant(QStringLiteral("x")));
+    QCOMPARE(raw(model, model.index(0, 0), FolderModel::SizeText), QVariant(QStringLiteral("Column 2 Text")));
+    QCOMPARE(raw(model, model.index(0, 0), FolderModel::Percentage), QVariant(100.0));
+    model.beginScan(QStringLiteral("C:\\"));
+    QCOMPARE(model.rowCount(), 1);
+    QCOMPARE(raw(model, model.index(0, 0), FolderModel::Name), QVariant(QStringLiteral("C:\\")));
+}
+
+void FolderModelTest::rowsFollowTheScan()
+{
+    MemoryEnumerator disk;
+    fill(disk);
+    FolderModel model;
+    model.setResult(scanned(QStringLiteral("C:\\r"), disk));
+    const QModelIndex root = model.index(0, 0);
+    QCOMPARE(column(model, FolderModel::Name, root),
+             QStringList({QStringLiteral("a"), QStringLiteral("c"), QStringLiteral("e")}));
+    QCOMPARE(raw(model, root, FolderModel::FileCount), QVariant(4));
+    QCOMPARE(raw(model, root, FolderModel::FolderCount), QVariant(4));
+    QCOMPARE(raw(model, root, FolderModel::Index), QVariant(4));
+    const QModelIndex a = named(model, {QStringLiteral("a")});
+    const QModelIndex b = named(model, {QStringLiteral("a"), QStringLiteral("b")});
+    QCOMPARE(raw(model, a, FolderModel::Index), QVariant(1));
+    QCOMPARE(raw(model, b, FolderModel::Index), QVariant(0));
+    QCOMPARE(raw(model, b, FolderModel::Path), QVariant(QStringLiteral("C:\\r\\a\\b")));
+    QCOMPARE(raw(model, a, FolderModel::Percentage).toDouble(), 45.0);
+    QCOMPARE(model.data(a.siblingAtColumn(FolderModel::Percentage)).toString(), QStringLiteral("45.0 %"));
+    QCOMPARE(raw(model, a, FolderModel::MaxData), QVariant(QStringLiteral("b:5242880:1;one.txt:4194304:0;")));
+    // A folder of nothing has no share of nothing.
+    QCOMPARE(raw(model, named(model, {QStringLiteral("e")}), FolderModel::Percentage), QVariant(0.0));
+    QVERIFY(!named(model, {QStringLiteral("a"), QStringLiteral("missing")}).isValid());
+}
+
+void FolderModelTest::sortsByNumbers_data()
+{
+    QTest::addColumn<int>("section");
+    QTest::addColumn<QString>("ascending");
+    // As texts "10.00 MB" would stand before "9.00 MB" and "10" before "9".
+    QTest::newRow("size text") << int(FolderModel::SizeText) << QStringLiteral("e,nine,ten");
+    QTest::newRow("raw size") << int(FolderModel::Size) << QStringLiteral("e,nine,ten");
+    QTest::newRow("share") << int(FolderModel::Percentage) << QStringLiteral("e,nine,ten");
+    QTest::newRow("files") << int(FolderModel::FileCount) << QStringLiteral("e,nine,ten");
+    QTest::newRow("folders") << int(FolderModel::FolderCount) << QStringLiteral("e,nine,ten");
+    QTest::newRow("name") << int(FolderModel::Name) << QStringLiteral("e,nine,ten");
+    QTest::newRow("index") << int(FolderModel::Index) << QStringLiteral("ten,nine,e");
+}
+
+void FolderModelTest::sortsByNumbers()
+{
+    MemoryEnumerator disk;
+    for (const auto &[name, count] : {std::pair{QStringLiteral("ten"), 10}, {QStringLiteral("nine"), 9}})
+        for (int i = 0; i < count; ++i)
+            disk.addFile(QStringLiteral("C:\\r\\%1\\%2\\f").arg(name).arg(i), 1 << 20);
+    disk.addFolder(QStringLiteral("C:\\r\\e"));
+    FolderModel model;
+    model.setResult(scanned(QStringLiteral("C:\\r"), disk));
+    FolderSortModel sorted;
+    sorted.setFolderModel(&model);
+
+    QFETCH(int, section);
+    QFETCH(QString, ascending);
+    sorted.sort(section, Qt::AscendingOrder);
+    QStringList expected = ascending.split(QLatin1Char(','));
+    QCOMPARE(column(sorted, FolderModel::Name, sorted.index(0, 0)), expected);
+    sorted.sort(section, Qt::DescendingOrder);
+    std::reverse(expected.begin(), expected.end());
+    QCOMPARE(column(sorted, FolderModel::Name, sorted.index(0, 0)), expected);
+}
+
+void FolderModelTest::behavesAsAModel()
+{
+    MemoryEnumerator disk;
+    fill(disk);
+    FolderModel model;
+    QAbstractItemModelTester tester(&model, QAbstractItemModelTester::FailureReportingMode::QtTest);
+    model.setResult(scanned(QStringLiteral("C:\\r"), disk));
+    FolderSortModel sorted;
+    sorted.setFolderModel(&model);
+    QAbstractItemModelTester sortedTester(&sorted, QAbstractItemModelTester::FailureReportingMode::QtTest);
+    sorted.sort(FolderModel::Size, Qt::DescendingOrder);
+
+    auto again = scanned(QStringLiteral("C:\\r\\a"), disk);
+    auto tree = FolderModel::buildTree(*again);
+    QVERIFY(model.replaceFolder(named(model, {QStringLiteral("a")}), again, std::move(tree)) != nullptr);
+    sorted.setFolderModel(nullptr);
+    QVERIFY(model.removeColumns(0, model.columnCount()));
+}
+
+void FolderModelTest::aRescannedFolderChangesTheFoldersAbove()
+{
+    MemoryEnumerator disk;
+    fill(disk);
+    auto result = scanned(QStringLiteral("C:\\r"), disk);
+    FolderModel model;
+    model.setResult(result);
+    constexpr quint64 megabyte = 1 << 20;
+    disk.addFile(QStringLiteral("C:\\r\\a\\b\\new.iso"), 100 * megabyte);
+    disk.addFolder(QStringLiteral("C:\\r\\a\\b\\deeper"));
+    auto again = scanned(QStringLiteral("C:\\r\\a\\b"), disk);
+    auto tree = FolderModel::buildTree(*again);
+    FolderModel::destroyTree(model.replaceFolder(named(model, {QStringLiteral("a"), QStringLiteral("b")}),
+                                                 again, std::move(tree)));
+
+    const QModelIndex root = model.index(0, 0);
+    const QModelIndex a = named(model, {QStringLiteral("a")});
+    const QModelIndex b = named(model, {QStringLiteral("a"), QStringLiteral("b")});
+    QCOMPARE(raw(model, b, FolderModel::Size), QVariant(105 * megabyte));
+    QCOMPARE(raw(model, a, FolderModel::Size), QVariant(109 * megabyte));
+    QCOMPARE(raw(model, root, FolderModel::Size), QVariant(120 * megabyte));
+    QCOMPARE(raw(model, root, FolderModel::FileCount), QVariant(5));
+    QCOMPARE(raw(model, root, FolderModel::FolderCount), QVariant(5));
+    QCOMPARE(raw(model, root, FolderModel::MaxData),
+             QVariant(QStringLiteral("a:114294784:1;c:10485760:1;four.bin:1048576:0;e:0:1;")));
+    QCOMPARE(raw(model, named(model, {QStringLiteral("a"), QStringLiteral("b"), QStringLiteral("deeper")}),
+                 FolderModel::Path),
+             QVariant(QStringLiteral("C:\\r\\a\\b\\deeper")));
+    // What the main scan found about file types is not touched.
+    QCOMPARE(result->fileTypes[4].total, quint64(0));
+}
+
+void FolderModelTest::aRescannedFolderKeepsTheSelectionOfOthers()
+{
+    MemoryEnumerator disk;
+    fill(disk);
+    FolderModel model;
+    model.setResult(scanned(QStringLiteral("C:\\r"), disk));
+    const QPersistentModelIndex c = named(model, {QStringLiteral("c")});
+    auto again = scanned(QStringLiteral("C:\\r\\a"), disk);
+    auto tree = FolderModel::buildTree(*again);
+    FolderModel::destroyTree(
+        model.replaceFolder(named(model, {QStringLiteral("a")}), again, std::move(tree)));
+    QCOMPARE(raw(model, c, FolderModel::Name), QVariant(QStringLiteral("c")));
+    QCOMPARE(column(model, FolderModel::Name, model.index(0, 0)),
+             QStringList({QStringLiteral("a"), QStringLiteral("c"), QStringLiteral("e")}));
+}
+
+void FolderModelTest::theRootIsNotReplaced()
+{
+    MemoryEnumerator disk;
+    fill(disk);
+    FolderModel model;
+    model.setResult(scanned(QStringLiteral("C:\\r"), disk));
+    auto again = scanned(QStringLiteral("C:\\r"), disk);
+    auto tree = FolderModel::buildTree(*again);
+    QVERIFY(model.replaceFolder(model.index(0, 0), again, std::move(tree)) == nullptr);
+    QCOMPARE(raw(model, model.index(0, 0), FolderModel::FileCount), QVariant(4));
+}
+
+void FolderModelTest::deepTreesComeAndGo()
+{
+    // A destructor that calls itself for every level would be ten times too deep for the stack.
+    auto result = std::make_shared<ScanResult>();
+    constexpr int levels = 100'000;
+    for (int i = 0; i < levels; ++i) {
+        Folder folder;
+        folder.name = QStringLiteral("n");
+        folder.parent = i - 1;
+        folder.depth = i;
+        result->folders.push_back(folder);
+    }
+    {
+        FolderModel model;
+        model.setResult(result);
+        QCOMPARE(model.rowCount(model.index(0, 0)), 1);
+    }
+    FolderModel model;
+    model.setResult(result);
+    QVERIFY(model.removeColumns(0, model.columnCount()));
+    FolderModel::destroyTree(FolderModel::buildTree(*result));
+}
+
+void FolderModelTest::removingTheColumnsEmptiesTheModel()
+{
+    MemoryEnumerator disk;
+    fill(disk);
+    std::shared_ptr<ScanResult> result = scanned(QStringLiteral("C:\\r"), disk);
+    const std::weak_ptr<ScanResult> watched = result;
+    FolderModel model;
+    model.setResult(std::move(result));
+    QVERIFY(!model.removeColumns(0, 1)); // a part of the columns is no tree
+    QCOMPARE(model.rowCount(), 1);
+    QVERIFY(model.removeColumns(0, model.columnCount()));
+    QCOMPARE(model.rowCount(), 0);
+    QVERIFY(watched.expired());
+}
+
+QTEST_MAIN(FolderModelTest)
+#include "tst_folder_model.moc"
