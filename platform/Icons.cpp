@@ -2,22 +2,37 @@
 #include "platform/Icons.h"
 
 #include "platform/Com.h"
+#include "platform/Text.h"
 
 #include <shellapi.h>
 
 namespace platform
 {
 
-QImage systemFolderIcon()
+namespace
+{
+
+// With the attributes given, the name stands for anything so called and nothing is looked up on a disk.
+QImage shellIcon(const wchar_t *name, DWORD attributes, UINT size)
 {
     const ComScope com; // the shell asks its icon handlers through COM
     SHFILEINFOW info = {};
-    // With the attributes given, the name stands for any folder and nothing is looked up on a disk.
-    if (!SHGetFileInfoW(L"folder", FILE_ATTRIBUTE_DIRECTORY | FILE_ATTRIBUTE_NORMAL, &info, sizeof info,
-                        SHGFI_USEFILEATTRIBUTES | SHGFI_ICON | SHGFI_SMALLICON))
+    if (!SHGetFileInfoW(name, attributes, &info, sizeof info, SHGFI_USEFILEATTRIBUTES | SHGFI_ICON | size))
         return {};
     const IconHandle icon(info.hIcon);
     return icon ? QImage::fromHICON(icon.get()) : QImage();
+}
+
+} // namespace
+
+QImage systemFolderIcon()
+{
+    return shellIcon(L"folder", FILE_ATTRIBUTE_DIRECTORY | FILE_ATTRIBUTE_NORMAL, SHGFI_SMALLICON);
+}
+
+QImage systemFileIcon(const QString &fileName)
+{
+    return shellIcon(wide(fileName), FILE_ATTRIBUTE_NORMAL, SHGFI_LARGEICON);
 }
 
 } // namespace platform

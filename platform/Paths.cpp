@@ -56,8 +56,9 @@ std::optional<Split> split(const QString &native)
         result.components = QStringView(native).mid(server.size()).split(u'\\', Qt::SkipEmptyParts);
         if (result.components.size() < 2)
             return std::nullopt;
-        result.prefix =
-            verbatimServer % result.components.takeFirst() % u'\\' % result.components.takeFirst();
+        const QStringView host = result.components.takeFirst();
+        const QStringView share = result.components.takeFirst();
+        result.prefix = verbatimServer % host % u'\\' % share;
     } else if (isLetterAndColon(native) && (native.size() == 2 || native[2] == u'\\')) {
         result.prefix = verbatim % QStringView(native).left(2);
         result.components = QStringView(native).mid(2).split(u'\\', Qt::SkipEmptyParts);

@@ -40,6 +40,8 @@ core::DirectoryEntry entryOf(const WIN32_FIND_DATAW &found)
 void Win32Enumerator::list(const QString &folder, core::DirectoryListing &out, const core::CancelFlag &cancel)
 {
     out.clear();
+    if (folder.isEmpty())
+        return; // the pattern would be "\*", the root of the current drive
     std::wstring pattern = apiPath(folder);
     pattern += pattern.ends_with(L'\\') ? L"*" : L"\\*";
 

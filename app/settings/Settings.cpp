@@ -118,8 +118,9 @@ bool readDword(QAnyStringView key, QAnyStringView name, quint32 &value)
     // The call writes into its buffer even when it fails, hence a variable of our own.
     DWORD stored = 0;
     DWORD bytes = sizeof stored;
-    if (RegGetValueW(HKEY_CURRENT_USER, wide(keyPath), wide(valueName), RRF_RT_REG_DWORD, nullptr, &stored,
-                     &bytes) != ERROR_SUCCESS) {
+    const LSTATUS status = RegGetValueW(HKEY_CURRENT_USER, wide(keyPath), wide(valueName), RRF_RT_REG_DWORD,
+                                        nullptr, &stored, &bytes);
+    if (status != ERROR_SUCCESS || bytes != sizeof stored) {
         qDebug().noquote().nospace() << keyPath << " : " << valueName << ": Cannot read DWORD from registry.";
         return false;
     }
@@ -153,7 +154,9 @@ bool readString(QAnyStringView key, QAnyStringView name, QString &text)
         qDebug() << "error";
         return false;
     }
-    text = platform::fromWide(buffer.c_str());
+    // Whole characters only: of a stored odd number of bytes the last one falls away.
+    buffer.resize(bytes / sizeof(wchar_t));
+    text = platform::fromWide(buffer.c_str()); // up to the first NUL
     return true;
 }
 
@@ -166,6 +169,11 @@ bool writeString(QAnyStringView key, QAnyStringView name, QAnyStringView text)
 {
     const QString stored = text.toString();
     return writeValue(key, name, REG_SZ, wide(stored), (stored.size() + 1) * qsizetype{sizeof(wchar_t)});
+}
+
+bool keyExists(QAnyStringView key)
+{
+    return bool(openKey(key.toString(), KEY_READ));
 }
 
 bool valueExists(QAnyStringView key, QAnyStringView name)

@@ -25,6 +25,8 @@ bool readString(QAnyStringView key, QAnyStringView name, QString &text);
 bool writeDword(QAnyStringView key, QAnyStringView name, quint32 value);
 bool writeString(QAnyStringView key, QAnyStringView name, QAnyStringView text);
 
+// Whether the key is there and may be read.
+bool keyExists(QAnyStringView key);
 // A value of any type.
 bool valueExists(QAnyStringView key, QAnyStringView name);
 bool deleteValue(QAnyStringView key, QAnyStringView name);

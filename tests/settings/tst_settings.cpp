@@ -8,8 +8,7 @@
 #include "tests/support/TestPrefix.h"
 
 #include <QByteArray>
-#include <QDir>
-#include <QFileInfo>
+#include <QLoggingCategory>
 #include <QProcess>
 #include <QTest>
 
@@ -241,6 +240,7 @@ void TestSettings::survivesTextThatGrowsWhileItIsRead()
     const QString shortText = QStringLiteral("short");
     const QString longText(5'000, u'x');
     QVERIFY(writeString(testKey, u"value", shortText));
+    QLoggingCategory::setFilterRules(QStringLiteral("default.debug=false")); // thousands of lines
     std::atomic_bool stop = false;
     std::thread writer([&] {
         while (!stop) {
@@ -256,6 +256,7 @@ void TestSettings::survivesTextThatGrowsWhileItIsRead()
     }
     stop = true;
     writer.join();
+    QLoggingCategory::setFilterRules(QString());
     QCOMPARE(readings, 2'000);
 }
 
@@ -341,7 +342,7 @@ void TestSettings::declaredValues()
 
 void TestSettings::deletesNestedKeys()
 {
-    const QString longName(255, u'n');
+    const QString longName(255, u'0'); // sorts first
     for (const char16_t *child : {u"a\\b\\c", u"a\\d", u"e", u"f\\g"})
         createKey(testKey + u'\\' + QString::fromUtf16(child));
     createKey(testKey + u'\\' + longName + QStringLiteral("\\below"));
@@ -513,18 +514,34 @@ void TestSettings::windows11()
 void TestSettings::windows11AsReported()
 {
     if (!tests::isWine())
-        QSKIP("Only Wine can be told which Windows it is.");
-    // The version of a program of this name; read when it starts, so this program starts itself.
-    const QString self = QCoreApplication::applicationFilePath();
-    const QString defaults = QStringLiteral("Software\\Wine\\AppDefaults\\") + QFileInfo(self).fileName();
-    for (const bool eleven : {false, true}) {
-        writeString(defaults, u"Version", eleven ? u"win11" : u"win10");
+        QSKIP("Only Wine takes its version from where it can be changed.");
+    // Wine reads its build number when a program starts, so this program starts itself.
+    RegKey version;
+    QCOMPARE(RegOpenKeyExW(HKEY_LOCAL_MACHINE, L"Software\\Microsoft\\Windows NT\\CurrentVersion", 0,
+                           KEY_ALL_ACCESS, version.put()),
+             ERROR_SUCCESS);
+    const auto setBuild = [&](const QString &build) {
+        const QByteArray text = utf16(build) + QByteArray(2, '\0');
+        RegSetValueExW(version.get(), L"CurrentBuildNumber", 0, REG_SZ,
+                       reinterpret_cast<const BYTE *>(text.constData()), static_cast<DWORD>(text.size()));
+    };
+    const auto reported = [] {
         QProcess process;
-        process.start(self, {QStringLiteral("--report-windows-11")});
-        QVERIFY(process.waitForFinished());
-        QCOMPARE(process.exitCode(), eleven ? 11 : 10);
-    }
-    QVERIFY(deleteKeyWithSubkeys(defaults));
+        process.start(QCoreApplication::applicationFilePath(), {QStringLiteral("--report-windows-11")});
+        return process.waitForFinished() ? process.exitCode() : -1;
+    };
+    wchar_t before[16] = {};
+    DWORD size = sizeof before;
+    QCOMPARE(
+        RegGetValueW(version.get(), nullptr, L"CurrentBuildNumber", RRF_RT_REG_SZ, nullptr, before, &size),
+        ERROR_SUCCESS);
+    setBuild(QStringLiteral("19045"));
+    const int ten = reported();
+    setBuild(QStringLiteral("22000"));
+    const int eleven = reported();
+    setBuild(QString::fromWCharArray(before));
+    QCOMPARE(ten, 10);
+    QCOMPARE(eleven, 11);
 }
 
 int main(int argc, char **argv)

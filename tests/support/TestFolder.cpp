@@ -73,18 +73,20 @@ void require(bool done, const char *what, const QString &path)
         qFatal("%s failed with %lu: %ls", what, GetLastError(), qUtf16Printable(path));
 }
 
-void makeParents(const QString &root, const QString &full)
+// Makes the folders above `full` that are missing. Looks from below, since what is missing is mostly little.
+void makeParents(const QString &full)
 {
-    for (qsizetype end = full.indexOf(u'\\', root.size() + 1); end > 0; end = full.indexOf(u'\\', end + 1)) {
-        const QString folder = full.left(end);
-        if (!platform::fileExists(folder))
-            require(CreateDirectoryW(apiPath(folder).c_str(), nullptr), "CreateDirectoryW", folder);
-    }
+    QStringList missing;
+    for (QString folder = full.left(full.lastIndexOf(u'\\')); !platform::fileExists(folder);
+         folder.truncate(folder.lastIndexOf(u'\\')))
+        missing.prepend(folder);
+    for (const QString &folder : std::as_const(missing))
+        require(CreateDirectoryW(apiPath(folder).c_str(), nullptr), "CreateDirectoryW", folder);
 }
 
-platform::FileHandle createFile(const QString &root, const QString &full)
+platform::FileHandle createFile(const QString &full)
 {
-    makeParents(root, full);
+    makeParents(full);
     platform::FileHandle file(CreateFileW(apiPath(full).c_str(), GENERIC_WRITE, 0, nullptr, CREATE_ALWAYS,
                                           FILE_ATTRIBUTE_NORMAL, nullptr));
     require(bool(file), "CreateFileW", full);
@@ -94,6 +96,20 @@ platform::FileHandle createFile(const QString &root, const QString &full)
 FILETIME fileTime(quint64 time)
 {
     return {static_cast<DWORD>(time), static_cast<DWORD>(time >> 32)};
+}
+
+// A program that a test has started may still be ending in the folder, and virus scanners look at new files.
+template <class Call>
+void requireSoon(const Call &call, const char *what, const QString &path)
+{
+    for (int attempt = 0; attempt < 500; ++attempt) {
+        if (call())
+            return;
+        if (GetLastError() != ERROR_SHARING_VIOLATION)
+            break;
+        Sleep(10);
+    }
+    require(false, what, path);
 }
 
 // The links are gone by now, so nothing that is met leads out. Depth first without recursion, as a test may
@@ -115,10 +131,11 @@ void removeTree(const QString &root)
             if (entry.isDirectory())
                 folders.append(item);
             else
-                require(DeleteFileW(apiPath(item).c_str()), "DeleteFileW", item);
+                requireSoon([&] { return DeleteFileW(apiPath(item).c_str()); }, "DeleteFileW", item);
         }
         if (folders.size() == before) {
-            require(RemoveDirectoryW(apiPath(folder).c_str()), "RemoveDirectoryW", folder);
+            requireSoon([&] { return RemoveDirectoryW(apiPath(folder).c_str()); }, "RemoveDirectoryW",
+                        folder);
             folders.removeLast();
         }
     }
@@ -157,14 +174,14 @@ TestFolder::~TestFolder()
 QString TestFolder::makeFolder(const QString &relative) const
 {
     const QString full = path(relative);
-    makeParents(m_root, full + u'\\');
+    makeParents(full + u'\\');
     return full;
 }
 
 QString TestFolder::makeFile(const QString &relative, const QByteArray &content) const
 {
     const QString full = path(relative);
-    const platform::FileHandle file = createFile(m_root, full);
+    const platform::FileHandle file = createFile(full);
     DWORD written = 0;
     require(WriteFile(file.get(), content.constData(), static_cast<DWORD>(content.size()), &written, nullptr),
             "WriteFile", full);
@@ -174,7 +191,7 @@ QString TestFolder::makeFile(const QString &relative, const QByteArray &content)
 QString TestFolder::makeLargeFile(const QString &relative, quint64 bytes) const
 {
     const QString full = path(relative);
-    const platform::FileHandle file = createFile(m_root, full);
+    const platform::FileHandle file = createFile(full);
     LARGE_INTEGER end = {};
     end.QuadPart = static_cast<LONGLONG>(bytes);
     require(SetFilePointerEx(file.get(), end, nullptr, FILE_BEGIN) && SetEndOfFile(file.get()),
@@ -185,7 +202,7 @@ QString TestFolder::makeLargeFile(const QString &relative, quint64 bytes) const
 QString TestFolder::makeHardLink(const QString &relative, const QString &existing) const
 {
     const QString full = path(relative);
-    makeParents(m_root, full);
+    makeParents(full);
     require(CreateHardLinkW(apiPath(full).c_str(), apiPath(path(existing)).c_str(), nullptr),
             "CreateHardLinkW", full);
     return full;
@@ -195,7 +212,7 @@ QString TestFolder::makeLink(const QString &relative, const QString &target)
 {
     const QString full = path(relative);
     const QString goal = path(target);
-    makeParents(m_root, full);
+    makeParents(full);
     if (isWine()) {
         // The link does not exist yet and so has no name on the build machine; its folder has.
         const qsizetype name = full.lastIndexOf(u'\\') + 1;

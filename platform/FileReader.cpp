@@ -1,0 +1,57 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "platform/FileReader.h"
+
+#include "platform/Handle.h"
+#include "platform/Paths.h"
+
+#include <algorithm>
+
+namespace platform
+{
+
+namespace
+{
+
+class OpenedFile : public FileReader
+{
+public:
+    explicit OpenedFile(FileHandle file) : m_file(std::move(file)) {}
+
+    qint64 read(char *to, qint64 atMost) override
+    {
+        constexpr qint64 mostAtOnce = qint64{1} << 30; // the call takes 32 bits
+        DWORD got = 0;
+        const auto wanted = static_cast<DWORD>(std::min(atMost, mostAtOnce));
+        return ReadFile(m_file.get(), to, wanted, &got, nullptr) ? qint64{got} : -1;
+    }
+
+private:
+    FileHandle m_file;
+};
+
+} // namespace
+
+std::optional<quint32> listedAttributes(const QString &path)
+{
+    if (isDriveRoot(path))
+        return std::nullopt; // no folder lists it
+    const std::wstring name = apiPath(path);
+    // The verbatim prefix has a question mark of its own; any other one would be a pattern.
+    if (name.find_first_of(L"*?", 4) != std::wstring::npos)
+        return std::nullopt;
+    WIN32_FIND_DATAW found;
+    const FindHandle search(FindFirstFileW(name.c_str(), &found));
+    return search ? std::optional<quint32>(found.dwFileAttributes) : std::nullopt;
+}
+
+std::unique_ptr<FileReader> FileReader::open(const QString &path)
+{
+    FileHandle file(CreateFileW(
+        apiPath(path).c_str(), GENERIC_READ, FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE, nullptr,
+        OPEN_EXISTING, FILE_FLAG_SEQUENTIAL_SCAN | FILE_FLAG_OPEN_NO_RECALL, nullptr));
+    if (!file)
+        return nullptr;
+    return std::make_unique<OpenedFile>(std::move(file));
+}
+
+} // namespace platform

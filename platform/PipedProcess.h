@@ -1,0 +1,61 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include <QString>
+
+#include <cstddef>
+#include <functional>
+#include <memory>
+
+namespace platform
+{
+
+// Bytes to and from the other end of a conversation. False when it has ended.
+class ByteChannel
+{
+public:
+    virtual ~ByteChannel() = default;
+    // All of them or false.
+    virtual bool read(void *to, std::size_t bytes) = 0;
+    virtual bool write(const void *from, std::size_t bytes) = 0;
+};
+
+// A program of this suite that runs hidden beside this one, spoken with over its standard input and output.
+// It yields to this one where processors are scarce, and ends with this object, and with this process however that ends. One thread at a time.
+class PipedProcess : public ByteChannel
+{
+public:
+    // Asked every 50 ms while a read waits; true ends the other program, and the read.
+    using GiveUp = std::function<bool()>;
+
+    // Null when it cannot be started. The program may not take more than `memoryLimit` bytes; when it does
+    // it finds that there is none left. It shows no error box when it crashes.
+    static std::unique_ptr<PipedProcess> start(const QString &program, quint64 memoryLimit);
+    ~PipedProcess() override;
+
+    void setGiveUp(GiveUp giveUp) { m_giveUp = std::move(giveUp); }
+    bool read(void *to, std::size_t bytes) override;
+    bool write(const void *from, std::size_t bytes) override;
+
+private:
+    struct Handles;
+    explicit PipedProcess(std::unique_ptr<Handles> handles);
+
+    std::size_t readSome(void *to, std::size_t bytes);
+
+    std::unique_ptr<Handles> m_handles;
+    GiveUp m_giveUp;
+};
+
+// The other side, in the program that was started.
+class ParentChannel : public ByteChannel
+{
+public:
+    // A crash from here on ends the process at once, without a box and without a debugger.
+    ParentChannel();
+
+    bool read(void *to, std::size_t bytes) override;
+    bool write(const void *from, std::size_t bytes) override;
+};
+
+} // namespace platform

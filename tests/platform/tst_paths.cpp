@@ -1,0 +1,195 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "platform/Paths.h"
+#include "tests/support/TestFolder.h"
+#include "tests/support/TestPrefix.h"
+
+#include <QTest>
+
+using namespace platform;
+
+class TestPaths : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void initTestCase() { tests::requireTestPrefix(); }
+    void apiForm_data();
+    void apiForm();
+    void shownForm_data();
+    void shownForm();
+    void driveRoots_data();
+    void driveRoots();
+    void finalPathResolvesLinks();
+    void insideMeansWithoutLinks();
+    void insideTakesNamesLiterally();
+    void identityIsThatOfTheObject();
+};
+
+void TestPaths::apiForm_data()
+{
+    QTest::addColumn<QString>("path");
+    QTest::addColumn<QString>("api");
+    const auto row = [](const char *name, const char16_t *path, const char16_t *api) {
+        QTest::newRow(name) << QString::fromUtf16(path) << QString::fromUtf16(api);
+    };
+    row("plain", u"C:\\a\\b", u"\\\\?\\C:\\a\\b");
+    row("slashes", u"c:/a/b/", u"\\\\?\\c:\\a\\b");
+    row("drive root", u"C:\\", u"\\\\?\\C:\\");
+    row("drive", u"C:", u"\\\\?\\C:\\");
+    row("doubled separators", u"C:\\\\Users\\\\x", u"\\\\?\\C:\\Users\\x");
+    row("dots", u"C:\\a\\.\\b\\..\\c", u"\\\\?\\C:\\a\\c");
+    row("above the root", u"C:\\..\\..\\a", u"\\\\?\\C:\\a");
+    row("names of dots and spaces", u"C:\\a.\\b \\...\\c. .", u"\\\\?\\C:\\a.\\b \\...\\c. .");
+    row("device name", u"C:\\nul\\con.txt", u"\\\\?\\C:\\nul\\con.txt");
+    row("server", u"\\\\server\\share\\x", u"\\\\?\\UNC\\server\\share\\x");
+    row("share root", u"//server/share/", u"\\\\?\\UNC\\server\\share\\");
+    row("above a share", u"\\\\server\\share\\..\\..\\x", u"\\\\?\\UNC\\server\\share\\x");
+    row("already verbatim", u"\\\\?\\C:\\a.", u"\\\\?\\C:\\a.");
+    row("verbatim drive, not the volume", u"\\\\?\\C:", u"\\\\?\\C:\\");
+    row("device", u"\\\\.\\PhysicalDrive0", u"\\\\.\\PhysicalDrive0");
+    row("relative", u"a/b", u"a\\b");
+    row("relative to a drive", u"C:a", u"C:a");
+    row("root of the current drive", u"\\a", u"\\a");
+    row("empty", u"", u"");
+    QTest::newRow("unpaired surrogate")
+        << QStringLiteral("C:\\") + QChar(0xd83d) << QStringLiteral("\\\\?\\C:\\") + QChar(0xd83d);
+}
+
+void TestPaths::apiForm()
+{
+    QFETCH(QString, path);
+    QTEST(QString::fromStdWString(apiPath(path)), "api");
+    // What is in the form stays as it is.
+    QTEST(QString::fromStdWString(apiPath(QString::fromStdWString(apiPath(path)))), "api");
+}
+
+void TestPaths::shownForm_data()
+{
+    QTest::addColumn<QString>("path");
+    QTest::addColumn<QString>("shown");
+    const auto row = [](const char *name, const char16_t *path, const char16_t *shown) {
+        QTest::newRow(name) << QString::fromUtf16(path) << QString::fromUtf16(shown);
+    };
+    row("plain", u"C:/a\\b. ", u"C:\\a\\b. ");
+    row("verbatim", u"\\\\?\\C:\\a", u"C:\\a");
+    row("verbatim server", u"\\\\?\\UNC\\server\\share\\x", u"\\\\server\\share\\x");
+    row("volume without a letter", u"\\\\?\\Volume{1}\\x", u"\\\\?\\Volume{1}\\x");
+}
+
+void TestPaths::shownForm()
+{
+    QFETCH(QString, path);
+    QTEST(shownPath(path), "shown");
+}
+
+void TestPaths::driveRoots_data()
+{
+    QTest::addColumn<QString>("path");
+    QTest::addColumn<bool>("root");
+    for (const char16_t *path : {u"C:", u"C:\\", u"c:/", u"C:\\.\\", u"C:\\x\\..", u"\\\\?\\C:\\",
+                                 u"\\\\server\\share", u"//server/share/", u"\\\\?\\UNC\\server\\share"})
+        QTest::newRow(qPrintable(QString::fromUtf16(path))) << QString::fromUtf16(path) << true;
+    for (const char16_t *path :
+         {u"C:\\x", u"C:x", u"", u"x", u"\\\\server\\share\\x", u"\\\\?\\UNC\\server\\share\\x"})
+        QTest::newRow(qPrintable(u'_' + QString::fromUtf16(path))) << QString::fromUtf16(path) << false;
+}
+
+void TestPaths::driveRoots()
+{
+    QFETCH(QString, path);
+    QTEST(isDriveRoot(path), "root");
+}
+
+void TestPaths::finalPathResolvesLinks()
+{
+    tests::TestFolder folder;
+    const QString file = folder.makeFile(QStringLiteral("real\\Name.txt"));
+    const QString link = folder.makeLink(QStringLiteral("link"), QStringLiteral("real"));
+    const QString fileLink = folder.makeLink(QStringLiteral("other.txt"), QStringLiteral("real\\Name.txt"));
+
+    QCOMPARE(finalPath(file), finalPath(folder.path()) + QStringLiteral("\\real\\Name.txt"));
+    QCOMPARE(finalPath(folder.path(QStringLiteral("REAL\\name.TXT"))), finalPath(file));
+    QCOMPARE(finalPath(link + QStringLiteral("\\Name.txt")), finalPath(file));
+    QCOMPARE(finalPath(fileLink), finalPath(file));
+    QVERIFY(finalPath(folder.path(QStringLiteral("nothing"))).isEmpty());
+
+    const QString deep = folder.makeFile((QString(200, u'd') + u'\\').repeated(5) + QStringLiteral("file"));
+    QVERIFY(deep.size() > 1000);
+    QVERIFY(fileExists(deep));
+    QVERIFY(fileFacts(deep));
+    // Wine keeps 260 characters for its answer and has none for a longer path; then nothing is told.
+    const QString expected = finalPath(folder.path()) + deep.mid(folder.path().size());
+    QCOMPARE(finalPath(deep), tests::isWine() ? QString() : expected);
+}
+
+void TestPaths::insideMeansWithoutLinks()
+{
+    tests::TestFolder folder;
+    const QString root = folder.makeFolder(QStringLiteral("root"));
+    const QString inside = folder.makeFile(QStringLiteral("root\\sub\\a.txt"));
+    folder.makeFile(QStringLiteral("outside\\a.txt"));
+    folder.makeFile(QStringLiteral("rooted\\a.txt"));
+    folder.makeLink(QStringLiteral("root\\out"), QStringLiteral("outside"));
+    folder.makeLink(QStringLiteral("root\\back"), QStringLiteral("root\\sub"));
+    folder.makeLink(QStringLiteral("root\\out.txt"), QStringLiteral("outside\\a.txt"));
+    const QString rootLink = folder.makeLink(QStringLiteral("path"), QStringLiteral("root"));
+
+    QVERIFY(isInside(root, inside));
+    QVERIFY(isInside(root + u'\\', inside));
+    QVERIFY(isInside(root.toUpper(), inside.toLower()));
+    // The user may have chosen the root through a link; what counts is what lies between it and the item.
+    QVERIFY(isInside(rootLink, rootLink + QStringLiteral("\\sub\\a.txt")));
+
+    QVERIFY(!isInside(root, root));
+    QVERIFY(!isInside(root, folder.path()));
+    QVERIFY(!isInside(root, folder.path(QStringLiteral("rooted\\a.txt"))));
+    QVERIFY(!isInside(root, root + QStringLiteral("\\..\\outside\\a.txt")));
+    QVERIFY(!isInside(root, root + QStringLiteral("\\nothing")));
+    QVERIFY(!isInside(root, root + QStringLiteral("\\out")));
+    QVERIFY(!isInside(root, root + QStringLiteral("\\out\\a.txt")));
+    QVERIFY(!isInside(root, root + QStringLiteral("\\out.txt")));
+    // Inside, but by a way that is a link: still another place than its name says.
+    QVERIFY(!isInside(root, root + QStringLiteral("\\back\\a.txt")));
+    QVERIFY(!isInside(rootLink, inside));
+}
+
+void TestPaths::insideTakesNamesLiterally()
+{
+    tests::TestFolder folder;
+    const QString dotted = folder.makeFile(QStringLiteral("name.txt."));
+    const QString spaced = folder.makeFile(QStringLiteral("name.txt "));
+    QVERIFY(fileExists(dotted));
+    QVERIFY(fileExists(spaced));
+    // Wine leaves out the last character in the final path, so that such a file counts as doubtful there.
+    QCOMPARE(isInside(folder.path(), dotted), !tests::isWine());
+    QCOMPARE(isInside(folder.path(), spaced), !tests::isWine());
+    QVERIFY(!fileExists(folder.path(QStringLiteral("name.txt"))));
+    QVERIFY(!isInside(folder.path(), folder.path(QStringLiteral("name.txt"))));
+}
+
+void TestPaths::identityIsThatOfTheObject()
+{
+    tests::TestFolder folder;
+    const QString file = folder.makeFile(QStringLiteral("d\\a.txt"), "12345");
+    const QString twin = folder.makeFile(QStringLiteral("d\\b.txt"), "12345");
+    const QString hard = folder.makeHardLink(QStringLiteral("hard.txt"), QStringLiteral("d\\a.txt"));
+    folder.makeLink(QStringLiteral("link"), QStringLiteral("d"));
+    constexpr quint64 time = 0x01DA'0000'0000'0001;
+    folder.setTimes(QStringLiteral("d\\a.txt"), time, time);
+
+    const std::optional<FileFacts> facts = fileFacts(file);
+    QVERIFY(facts);
+    QCOMPARE(facts->size, 5u);
+    QCOMPARE(facts->linkCount, 2u);
+    QCOMPARE(facts->lastWriteTime, time);
+    for (const QString &same :
+         {hard, folder.path(QStringLiteral("link\\a.txt")), folder.path(QStringLiteral("D\\A.TXT"))})
+        QVERIFY2(fileFacts(same)->identity == facts->identity, qPrintable(same));
+    QVERIFY(fileFacts(twin)->identity != facts->identity);
+    QVERIFY(fileFacts(folder.path())->identity != facts->identity);
+    QVERIFY(!fileFacts(folder.path(QStringLiteral("nothing"))));
+}
+
+QTEST_GUILESS_MAIN(TestPaths)
+
+#include "tst_paths.moc"

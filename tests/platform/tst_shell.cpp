@@ -1,0 +1,198 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "platform/Paths.h"
+#include "platform/Shell.h"
+#include "tests/support/FakeShell.h"
+#include "tests/support/TestFolder.h"
+#include "tests/support/TestPrefix.h"
+
+#include <QCoreApplication>
+#include <QDir>
+#include <QElapsedTimer>
+#include <QFile>
+#include <QFileInfo>
+#include <QTest>
+
+#include <windows.h>
+
+namespace
+{
+
+// This program plays the programs that the shell starts: called by another name, it writes its command line
+// and its folder to a file beside itself and ends. Programs are looked up in the caller's own folder first.
+const QStringList roles{QStringLiteral("explorer.exe"), QStringLiteral("larkspur-companion.exe")};
+
+QString notePath(const QString &role)
+{
+    return QFileInfo(QCoreApplication::applicationFilePath()).absolutePath() + u'/' + role +
+           QStringLiteral(".txt");
+}
+
+int playRole(const QString &role)
+{
+    QFile note(notePath(role) + QStringLiteral(".new"));
+    if (!note.open(QFile::WriteOnly))
+        return 1;
+    note.write(QString::fromWCharArray(GetCommandLineW()).toUtf8() + '\n' +
+               QDir::toNativeSeparators(QDir::currentPath()).toUtf8());
+    note.close();
+    return note.rename(notePath(role)) ? 0 : 1;
+}
+
+} // namespace
+
+class TestShell : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void initTestCase();
+    void cleanup();
+    void revealsExactlyOnePath_data();
+    void revealsExactlyOnePath();
+    void startsTheAgent();
+    void opensOnlyWhatExists();
+    void elevatesWithTheWorkingFolder();
+    void aMissingCompanionIsSilent();
+    void opensOnlyWebPages();
+    void canBeReplaced();
+
+private:
+    static QString play(const QString &role);
+    static QStringList awaitNote(const QString &role);
+};
+
+void TestShell::initTestCase()
+{
+    tests::requireTestPrefix();
+    // While it starts a program, Wine's shell stands in that program's folder, and goes back only to a folder
+    // that it can reach.
+    QVERIFY(QDir::setCurrent(QCoreApplication::applicationDirPath()));
+    cleanup();
+}
+
+void TestShell::cleanup()
+{
+    for (const QString &role : roles) {
+        const QString program = QFileInfo(notePath(role)).absolutePath() + u'/' + role;
+        QTRY_VERIFY(!QFile::exists(program) || QFile::remove(program)); // it may still be ending
+        QFile::remove(notePath(role));
+    }
+}
+
+QString TestShell::play(const QString &role)
+{
+    const QString program = QFileInfo(notePath(role)).absolutePath() + u'/' + role;
+    if (!QFile::copy(QCoreApplication::applicationFilePath(), program))
+        qFatal("Cannot copy this program");
+    return QDir::toNativeSeparators(program);
+}
+
+QStringList TestShell::awaitNote(const QString &role)
+{
+    QElapsedTimer timer;
+    timer.start();
+    QFile note(notePath(role));
+    while (!note.exists() && timer.elapsed() < 20'000)
+        QTest::qWait(20);
+    return note.open(QFile::ReadOnly) ? QString::fromUtf8(note.readAll()).split(u'\n') : QStringList();
+}
+
+void TestShell::revealsExactlyOnePath_data()
+{
+    QTest::addColumn<QString>("path");
+    QTest::addColumn<QString>("arguments");
+    const auto row = [](const char *name, const char16_t *path, const char16_t *arguments) {
+        QTest::newRow(name) << QString::fromUtf16(path) << QString::fromUtf16(arguments);
+    };
+    row("plain", u"C:\\d\\a.txt", u"/select,\"C:\\d\\a.txt\"");
+    row("space, comma, ampersand", u"C:\\a b\\c,d & e.txt", u"/select,\"C:\\a b\\c,d & e.txt\"");
+    row("slashes", u"C:/d/a.txt", u"/select,\"C:\\d\\a.txt\"");
+    row("beyond latin", u"C:\\\u0434\\\U0001F600.txt", u"/select,\"C:\\\u0434\\\U0001F600.txt\"");
+}
+
+void TestShell::revealsExactlyOnePath()
+{
+    QFETCH(QString, path);
+    QFETCH(QString, arguments);
+    play(roles[0]);
+    QVERIFY(platform::shell().revealInExplorer(path));
+    const QStringList note = awaitNote(roles[0]);
+    QVERIFY(!note.isEmpty());
+    QVERIFY2(note.first().endsWith(u' ' + arguments), qPrintable(note.first()));
+    QVERIFY2(note.first().startsWith(QStringLiteral("explorer.exe ")), qPrintable(note.first()));
+}
+
+void TestShell::startsTheAgent()
+{
+    const QString program = play(roles[1]);
+    QVERIFY(platform::shell().startAgent(program));
+    const QStringList note = awaitNote(roles[1]);
+    QVERIFY(!note.isEmpty());
+    QVERIFY2(note.first().contains(roles[1]), qPrintable(note.first()));
+}
+
+void TestShell::opensOnlyWhatExists()
+{
+    const QString program = play(roles[1]);
+    QVERIFY(platform::shell().openFile(program));
+    QVERIFY(!awaitNote(roles[1]).isEmpty());
+    QVERIFY(!platform::shell().openFile(program + QStringLiteral(".none")));
+    QVERIFY(!platform::shell().startAgent(program + QStringLiteral(".none")));
+}
+
+void TestShell::elevatesWithTheWorkingFolder()
+{
+    if (!tests::isWine())
+        QSKIP("Would ask for elevation.");
+    tests::TestFolder folder;
+    // As the first start writes it: slashes in the folder, a backslash before the name.
+    const QString installed = QFileInfo(play(roles[1])).absolutePath();
+    platform::shell().runElevated(0, installed + u'\\' + roles[1], folder.path());
+    const QStringList note = awaitNote(roles[1]);
+    QCOMPARE(note.size(), 2);
+    QCOMPARE(note[1].compare(folder.path(), Qt::CaseInsensitive), 0);
+    QVERIFY2(!note[0].trimmed().endsWith(QStringLiteral("runas")), qPrintable(note[0]));
+}
+
+void TestShell::aMissingCompanionIsSilent()
+{
+    // The shell's own error box would wait here for ever.
+    QElapsedTimer timer;
+    timer.start();
+    platform::shell().runElevated(0, QStringLiteral("C:/nowhere\\Taskwick.exe"),
+                                  QStringLiteral("C:/nowhere"));
+    QVERIFY(timer.elapsed() < 5'000);
+}
+
+void TestShell::opensOnlyWebPages()
+{
+    const QString program = play(roles[1]);
+    QVERIFY(!platform::shell().openWebPage(QUrl::fromLocalFile(program)));
+    QVERIFY(!platform::shell().openWebPage(QUrl(QStringLiteral("javascript:alert(1)"))));
+    QVERIFY(!platform::shell().openWebPage(QUrl()));
+    QTest::qWait(300);
+    QVERIFY(!QFile::exists(notePath(roles[1])));
+}
+
+void TestShell::canBeReplaced()
+{
+    platform::Shell *const real = &platform::shell();
+    {
+        tests::FakeShell fake;
+        QVERIFY(platform::shell().openFile(QStringLiteral("C:\\a")));
+        QCOMPARE(fake.opened, QStringList{QStringLiteral("C:\\a")});
+    }
+    QCOMPARE(&platform::shell(), real);
+}
+
+int main(int argc, char **argv)
+{
+    QCoreApplication application(argc, argv);
+    const QString name = QFileInfo(QCoreApplication::applicationFilePath()).fileName();
+    if (roles.contains(name, Qt::CaseInsensitive))
+        return playRole(name);
+    TestShell test;
+    return QTest::qExec(&test, argc, argv);
+}
+
+#include "tst_shell.moc"
