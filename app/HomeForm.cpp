@@ -116,6 +116,8 @@ QWidget *HomeForm::buildGrid()
     m_scrollArea->setFrameShape(QFrame::NoFrame);
     m_scrollArea->setVerticalScrollBar(new SlimScrollBar);
     m_scrollArea->setWidgetResizable(true);
+    // Always there, so that its coming and going does not change the width; without use it shows nothing.
+    m_scrollArea->setVerticalScrollBarPolicy(Qt::ScrollBarAlwaysOn);
     m_scrollArea->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
     m_scrollArea->setFocusPolicy(Qt::NoFocus);
     m_scrollArea->setWidget(m_contents);
@@ -175,10 +177,10 @@ void HomeForm::toggleStar(int id)
         m_scrollArea->ensureWidgetVisible(m_current, 0, theme::space);
 }
 
-// A page that is not shown yet has only a passing width; showing it lays it out in any case.
+// Before it is shown, a page has only a passing width; showing it lays it out in any case.
 void HomeForm::relayout()
 {
-    if (isVisible())
+    if (m_onScreen)
         columnCount();
 }
 
@@ -229,6 +231,7 @@ void HomeForm::placeCards()
     m_nothingFound->setText(tr("No tool matches \"%1\".").arg(m_search->text().trimmed()));
     m_nothingFound->setVisible(m_shown.isEmpty());
     spreadColumns();
+    m_contents->layout()->activate();
     m_contents->setUpdatesEnabled(true);
 }
 
@@ -285,7 +288,14 @@ void HomeForm::resizeEvent(QResizeEvent *event)
 void HomeForm::showEvent(QShowEvent *event)
 {
     QWidget::showEvent(event);
+    m_onScreen = true;
     columnCount(true);
+}
+
+void HomeForm::hideEvent(QHideEvent *event)
+{
+    m_onScreen = false;
+    QWidget::hideEvent(event);
 }
 
 // Twenty cards and as many stars would make forty stops of the Tab key; it stops at one card, at its star,

@@ -80,6 +80,7 @@ protected:
     bool eventFilter(QObject *watched, QEvent *event) override;
     void resizeEvent(QResizeEvent *event) override;
     void showEvent(QShowEvent *event) override;
+    void hideEvent(QHideEvent *event) override;
 
 private:
     QLayout *buildHeader();
@@ -107,6 +108,7 @@ private:
     QList<int> m_catalogue;
     StarredModules m_starred;
     int m_columnCount = -1;
+    bool m_onScreen = false;     // since the show event
     QList<ModuleCard *> m_shown; // the cards in the grid, row by row
 
     ModuleCard *m_current = nullptr; // the one card that the Tab key stops at

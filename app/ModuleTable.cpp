@@ -1,9 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "app/ModuleTable.h"
 
-#if __has_include("DiskUsage/DiskUsageForm.h")
 #include "DiskUsage/DiskUsageForm.h"
-#endif
 #include "widgets/FLWidget.h"
 
 #include <algorithm>
@@ -59,9 +57,7 @@ ModuleTable ModuleTable::suite()
          .buttonName = "diskUsageButton",
          .panelText = QT_TR_NOOP("Folder Size Analyzer"),
          .panelOrder = 3,
-#if __has_include("DiskUsage/DiskUsageForm.h")
          .create = create<DiskUsageForm>,
-#endif
          .hasLongJobs = true,
          .closeOrder = 1},
         {.id = 3,

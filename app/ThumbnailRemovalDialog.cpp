@@ -65,6 +65,16 @@ void ThumbnailRemovalDialog::start(const QString &temporaryFolder)
     m_thread->start(QThread::LowPriority);
 }
 
+// Cancelled, or finished. An answer that is on its way must not close the window any more.
+void ThumbnailRemovalDialog::done(int result)
+{
+    if (m_thread) {
+        m_thread->disconnect(this);
+        m_thread->requestStop();
+    }
+    QDialog::done(result);
+}
+
 void ThumbnailRemovalDialog::finish(bool completely)
 {
     if (!completely)

@@ -40,6 +40,7 @@ public:
     ~ThumbnailRemovalDialog() override;
 
     void start(const QString &temporaryFolder);
+    void done(int result) override;
 
 signals:
     // The thumbnails are gone, and core::ThumbnailStore says so.

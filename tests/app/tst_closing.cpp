@@ -1,0 +1,268 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "app/InstallationFolder.h"
+#include "app/MainWindow.h"
+#include "app/ThumbnailRemovalDialog.h"
+#include "app/settings/Keys.h"
+#include "app/settings/Settings.h"
+#include "core/ThumbnailStore.h"
+#include "tests/app/FakeModules.h"
+#include "tests/app/LogCapture.h"
+#include "tests/support/FakeShell.h"
+#include "tests/support/TestPrefix.h"
+
+#include <QAbstractButton>
+#include <QDir>
+#include <QFile>
+#include <QLabel>
+#include <QStatusBar>
+#include <QTemporaryDir>
+#include <QTest>
+
+class tst_Closing : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void init();
+    void cleanup();
+
+    void opensWhereItWasClosed();
+    void storesTheGeometryEvenWhenItStays();
+    void asksEveryBusyPageInOrder();
+    void staysWhileAnyPageIsBusy_data();
+    void staysWhileAnyPageIsBusy();
+    void staysWhenTheJobEndsWithTheRequest();
+    void closesOnAPagesRequest();
+    void removesThumbnailsThenCloses();
+    void keepsThumbnailsOfABusyPage();
+    void staysWhenTheRemovalIsCancelled();
+    void removesNothingButThumbnails();
+
+private:
+    MainWindow &window() { return *m_window; }
+    QList<ThumbnailRemovalDialog *> removals() { return m_window->findChildren<ThumbnailRemovalDialog *>(); }
+    // Three files in the real folder of the thumbnails.
+    void makeThumbnails();
+
+    std::optional<tests::LogCapture> m_log;
+    std::optional<tests::RegistryGuard> m_registry;
+    std::optional<tests::FakeShell> m_shell;
+    std::optional<tests::FakeModules> m_modules;
+    std::optional<MainWindow> m_window;
+};
+
+namespace
+{
+
+QString thumbnailFolder()
+{
+    return core::ThumbnailStore::folder(QDir::tempPath());
+}
+
+quint32 stored(QStringView name)
+{
+    quint32 value = 0;
+    settings::readDword(settings::keys::root, name, value);
+    return value;
+}
+
+void writeFile(const QString &path)
+{
+    QFile file(path);
+    QVERIFY(file.open(QIODevice::WriteOnly));
+    file.write("x");
+}
+
+} // namespace
+
+void tst_Closing::init()
+{
+    m_log.emplace();
+    m_registry.emplace();
+    installation::setFolder(QStringLiteral("C:/here"));
+    m_shell.emplace();
+    m_modules.emplace();
+    m_window.emplace(nullptr, m_modules->table);
+    m_window->show();
+    QVERIFY(QTest::qWaitForWindowExposed(&*m_window));
+    QDir(thumbnailFolder()).removeRecursively();
+}
+
+void tst_Closing::cleanup()
+{
+    m_window.reset();
+    m_modules.reset();
+    m_shell.reset();
+    m_registry.reset();
+    m_log.reset();
+    core::ThumbnailStore::noteRemoved();
+}
+
+void tst_Closing::makeThumbnails()
+{
+    QVERIFY(QDir().mkpath(thumbnailFolder()));
+    tests::requireBelow(QDir::tempPath() + QStringLiteral("/Fernlight Larkspur"), thumbnailFolder());
+    for (int i = 0; i < 3; ++i)
+        writeFile(thumbnailFolder() + QStringLiteral("/%1.png").arg(i));
+    core::ThumbnailStore::noteProduced();
+}
+
+void tst_Closing::opensWhereItWasClosed()
+{
+    m_window->setGeometry(140, 120, 1010, 560);
+    QTRY_COMPARE(m_window->geometry(), QRect(140, 120, 1010, 560));
+    QVERIFY(m_window->close());
+    m_window.emplace(nullptr, m_modules->table);
+    QCOMPARE(m_window->geometry(), QRect(140, 120, 1010, 560));
+
+    // Far above the screen: the smallest size, and a title bar within reach.
+    settings::writeDword(settings::keys::root, u"posX", 5000000);
+    settings::writeDword(settings::keys::root, u"width", 500);
+    m_window.emplace(nullptr, m_modules->table);
+    QCOMPARE(m_window->geometry(), QRect(100, 120, 986, 560));
+}
+
+void tst_Closing::storesTheGeometryEvenWhenItStays()
+{
+    window().onOpenModule(4);
+    m_modules->page(4)->busy = true;
+    m_window->setGeometry(155, 133, 1000, 550);
+    QTRY_COMPARE(m_window->geometry(), QRect(155, 133, 1000, 550));
+    QVERIFY(!m_window->close());
+    QCOMPARE(stored(u"posX"), 155u);
+    QCOMPARE(stored(u"posY"), 133u);
+    QCOMPARE(stored(u"width"), 1000u);
+    QCOMPARE(stored(u"height"), 550u);
+}
+
+void tst_Closing::asksEveryBusyPageInOrder()
+{
+    const QList<int> busyOnes{15, 6, 1, 20, 3, 4, 2};
+    for (const int id : busyOnes) {
+        window().onOpenModule(id);
+        m_modules->page(id)->busy = true;
+    }
+    window().onOpenModule(5); // not among those that are asked
+    m_modules->page(5)->busy = true;
+    QVERIFY(!m_window->close());
+    QVERIFY(m_window->isVisible());
+    QCOMPARE(m_modules->asked, (QList<int>{2, 4, 3, 20, 1, 6, 15}));
+    QVERIFY(m_window->statusBar()->isVisible());
+    QVERIFY(m_window->statusBar()->currentMessage().contains(QStringLiteral("job of 2")));
+
+    for (const int id : busyOnes)
+        m_modules->page(id)->busy = false;
+    QVERIFY(m_window->close());
+    QCOMPARE(m_modules->asked.size(), busyOnes.size());
+}
+
+void tst_Closing::staysWhileAnyPageIsBusy_data()
+{
+    QTest::addColumn<int>("busy");
+    for (const int id : {2, 4, 3, 20, 1, 6, 15})
+        QTest::addRow("%d of all", id) << id;
+}
+
+void tst_Closing::staysWhileAnyPageIsBusy()
+{
+    QFETCH(const int, busy);
+    for (const int id : {2, 4, 3, 20, 1, 6, 15})
+        window().onOpenModule(id);
+    m_modules->page(busy)->busy = true;
+    QVERIFY(!m_window->close());
+    QCOMPARE(m_modules->asked, QList<int>{busy});
+    m_modules->page(busy)->busy = false;
+    QVERIFY(m_window->close());
+}
+
+void tst_Closing::staysWhenTheJobEndsWithTheRequest()
+{
+    window().onOpenModule(2);
+    m_modules->page(2)->busy = true;
+    m_modules->page(2)->stopsAtOnce = true;
+    QVERIFY(!m_window->close());
+    QVERIFY(m_window->close());
+}
+
+void tst_Closing::closesOnAPagesRequest()
+{
+    window().onOpenModule(5);
+    emit m_modules->page(5)->closeApp();
+    QVERIFY(!m_window->isVisible());
+    QCOMPARE(m_log->count(QStringLiteral("removeThumbnailsDialog")), 0);
+}
+
+void tst_Closing::removesThumbnailsThenCloses()
+{
+    makeThumbnails();
+    QVERIFY(!m_window->close());
+    QCOMPARE(removals().size(), 1);
+    ThumbnailRemovalDialog *dialog = removals().first();
+    QVERIFY(dialog->isModal());
+    QVERIFY(dialog->findChild<QLabel *>()->text() ==
+            QStringLiteral("The program removing unused thumbnail files. Please wait..."));
+    QCOMPARE(dialog->findChild<QAbstractButton *>()->text(), QStringLiteral("Cancel"));
+    m_window->close(); // impatient
+    QCOMPARE(removals().size(), 1);
+
+    QTRY_VERIFY(!m_window->isVisible());
+    QTRY_COMPARE(removals().size(), 0);
+    QCOMPARE(m_log->count(QStringLiteral("removeThumbnailsDialog")), 1);
+    QVERIFY(!core::ThumbnailStore::produced());
+    QVERIFY(!QDir(thumbnailFolder()).exists());
+}
+
+void tst_Closing::keepsThumbnailsOfABusyPage()
+{
+    makeThumbnails();
+    window().onOpenModule(20);
+    m_modules->page(20)->busy = true;
+    QVERIFY(!m_window->close());
+    QCOMPARE(removals().size(), 0);
+    m_modules->page(20)->busy = false;
+    QVERIFY(!m_window->close());
+    QTRY_VERIFY(!m_window->isVisible());
+    QVERIFY(!QDir(thumbnailFolder()).exists());
+}
+
+void tst_Closing::staysWhenTheRemovalIsCancelled()
+{
+    makeThumbnails();
+    QVERIFY(!m_window->close());
+    removals().first()->findChild<QAbstractButton *>()->click();
+    QTRY_COMPARE(removals().size(), 0);
+    QVERIFY(m_window->isVisible());
+    QVERIFY(core::ThumbnailStore::produced());
+    QVERIFY(!m_window->close());
+    QTRY_VERIFY(!m_window->isVisible());
+    QVERIFY(!QDir(thumbnailFolder()).exists());
+}
+
+void tst_Closing::removesNothingButThumbnails()
+{
+    const QTemporaryDir temporary;
+    const QString root = temporary.path();
+    const QString folder = core::ThumbnailStore::folder(root);
+    QVERIFY(QDir().mkpath(folder + QStringLiteral("/sub")));
+    tests::requireBelow(root, folder);
+    writeFile(folder + QStringLiteral("/a.png"));
+    writeFile(folder + QStringLiteral("/b"));
+    writeFile(folder + QStringLiteral("/sub/kept.png"));
+    writeFile(folder + QStringLiteral("/../kept.png"));
+    const core::CancelFlag cancel;
+    QCOMPARE(removeThumbnails(root, cancel), 2);
+    QCOMPARE(QDir(folder).entryList(QDir::AllEntries | QDir::NoDotAndDotDot), tests::strings({"sub"}));
+    QVERIFY(QFile::exists(folder + QStringLiteral("/sub/kept.png")));
+    QVERIFY(QFile::exists(folder + QStringLiteral("/../kept.png")));
+    QCOMPARE(removeThumbnails(root + QStringLiteral("/nowhere"), cancel), 0);
+
+    writeFile(folder + QStringLiteral("/c.png"));
+    core::CancelFlag cancelled;
+    cancelled.set();
+    QCOMPARE(removeThumbnails(root, cancelled), 0);
+    QVERIFY(QFile::exists(folder + QStringLiteral("/c.png")));
+}
+
+QTEST_MAIN(tst_Closing)
+
+#include "tst_closing.moc"

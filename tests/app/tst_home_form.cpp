@@ -1,0 +1,406 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "app/HomeForm.h"
+#include "app/ModuleCard.h"
+#include "app/Resources.h"
+#include "app/settings/Keys.h"
+#include "app/settings/Settings.h"
+#include "tests/app/LogCapture.h"
+#include "tests/app/Names.h"
+#include "tests/support/TestPrefix.h"
+#include "widgets/Theme.h"
+
+#include <QApplication>
+#include <QGridLayout>
+#include <QLabel>
+#include <QLineEdit>
+#include <QScrollArea>
+#include <QSignalSpy>
+#include <QStyleFactory>
+#include <QTest>
+
+#include <algorithm>
+
+using namespace Qt::StringLiterals;
+
+class tst_HomeForm : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void initTestCase();
+    void init();
+    void cleanup();
+
+    void hasItsNames();
+    void opensModulesByMouseAndKeyboard();
+    void starsWithoutOpening();
+    void remembersTheStars();
+    void keepsTheLastStarStored();
+    void placesStarredCardsFirst();
+    void reflowsWithTheWidth();
+    void laysOutOnlyWhenItMust();
+    void survivesAPageNarrowerThanACard();
+    void movesWithTheArrows();
+    void stopsTheTabKeyOnce();
+    void searches();
+    void cutsNoDescription_data();
+    void cutsNoDescription();
+    void followsTheDarkPalette();
+
+private:
+    // A shown page on what is stored.
+    void open(QSize size = {986, 600});
+    QList<int> placed() const; // ids, row by row
+    int columns() const { return m_log->numbers(u"columnCount:"_s).last(); }
+    QWidget *contents() const { return m_form->findChild<QScrollArea *>()->widget(); }
+    ModuleCard *focused() const { return qobject_cast<ModuleCard *>(QApplication::focusWidget()); }
+    static QString stored();
+
+    std::optional<tests::LogCapture> m_log;
+    std::optional<tests::RegistryGuard> m_registry;
+    std::optional<HomeForm> m_form;
+};
+
+void tst_HomeForm::initTestCase()
+{
+    initResources();
+    QApplication::setStyle(u"Fusion"_s);
+}
+
+void tst_HomeForm::init()
+{
+    m_log.emplace();
+    m_registry.emplace();
+}
+
+void tst_HomeForm::cleanup()
+{
+    m_form.reset();
+    m_registry.reset();
+    m_log.reset();
+}
+
+void tst_HomeForm::open(QSize size)
+{
+    m_form.emplace();
+    m_form->resize(size);
+    m_form->show();
+    m_form->activateWindow();
+    QVERIFY(QTest::qWaitForWindowActive(&*m_form));
+}
+
+QString tst_HomeForm::stored()
+{
+    QString text;
+    settings::readString(settings::keys::root, u"StarredWidget", text);
+    return text;
+}
+
+// Read from where the cards stand on the page, not from the layout's own account.
+QList<int> tst_HomeForm::placed() const
+{
+    QList<ModuleCard *> cards = contents()->findChildren<ModuleCard *>();
+    cards.removeIf([](const ModuleCard *card) { return !card->isVisible(); });
+    std::ranges::sort(cards, [](const ModuleCard *a, const ModuleCard *b) {
+        return a->y() != b->y() ? a->y() < b->y() : a->x() < b->x();
+    });
+    QList<int> ids;
+    for (const ModuleCard *card : cards)
+        ids.append(card->moduleId());
+    return ids;
+}
+
+void tst_HomeForm::hasItsNames()
+{
+    open();
+    QCOMPARE(HomeForm::staticMetaObject.indexOfSignal("closeApp()") >= 0, true);
+    bool hasHeadline = false;
+    for (const QLabel *label : m_form->findChildren<QLabel *>())
+        hasHeadline |= label->text() == u"All-In-One App to Make Your Everyday Life Easier"_s;
+    QVERIFY(hasHeadline);
+    for (const names::Card &expected : names::cards) {
+        for (const char *slot : {expected.openSlot, expected.starSlot})
+            QVERIFY2(HomeForm::staticMetaObject.indexOfSlot(qPrintable(QLatin1StringView(slot) + u"()"_s)) >=
+                         0,
+                     slot);
+        const ModuleCard *card = m_form->card(expected.id);
+        QVERIFY(card);
+        QCOMPARE(card->text(), QLatin1StringView(expected.title));
+        QCOMPARE(card->accessibleDescription(), QLatin1StringView(expected.description));
+        QVERIFY(!card->starButton()->accessibleName().isEmpty());
+    }
+}
+
+void tst_HomeForm::opensModulesByMouseAndKeyboard()
+{
+    open({986, 2000});
+    QSignalSpy opened(&*m_form, &HomeForm::openModule);
+    QList<int> expected;
+    for (const names::Card &row : names::cards) {
+        ModuleCard *card = m_form->card(row.id);
+        QTest::mouseClick(card, Qt::LeftButton);
+        QTest::keyClick(card, Qt::Key_Return);
+        QTest::keyClick(card, Qt::Key_Space);
+        QVERIFY(QMetaObject::invokeMethod(&*m_form, row.openSlot));
+        expected += {row.id, row.id, row.id, row.id};
+    }
+    QTest::mouseClick(m_form->card(2), Qt::LeftButton, {}, QPoint(1, 1)); // the gap between cards
+    QList<int> got;
+    for (const QList<QVariant> &arguments : opened)
+        got.append(arguments.first().toInt());
+    QCOMPARE(got, expected);
+}
+
+void tst_HomeForm::starsWithoutOpening()
+{
+    open({986, 2000});
+    QSignalSpy opened(&*m_form, &HomeForm::openModule);
+    const auto shows = [this](int id, const char *image) {
+        return m_form->card(id)->starButton()->icon().pixmap(16).toImage() ==
+               QPixmap(u":/resources/images/"_s + QLatin1StringView(image)).toImage();
+    };
+    QVERIFY(shows(9, "star16.png"));
+    QVERIFY(shows(6, "starBlack16.png"));
+    for (const names::Card &row : names::cards) {
+        const bool starred = shows(row.id, "star16.png");
+        QTest::mouseClick(m_form->card(row.id)->starButton(), Qt::LeftButton);
+        QVERIFY2(shows(row.id, starred ? "starBlack16.png" : "star16.png"), row.starSlot);
+        QTest::keyClick(m_form->card(row.id)->starButton(), Qt::Key_Return);
+        QVERIFY2(shows(row.id, starred ? "star16.png" : "starBlack16.png"), row.starSlot);
+        QTest::keyClick(m_form->card(row.id), Qt::Key_S);
+        QVERIFY(QMetaObject::invokeMethod(&*m_form, row.starSlot));
+        QVERIFY2(shows(row.id, starred ? "star16.png" : "starBlack16.png"), row.starSlot);
+    }
+    QVERIFY(opened.isEmpty());
+}
+
+void tst_HomeForm::remembersTheStars()
+{
+    open();
+    QCOMPARE(m_log->values(u"loadStarredWidgetList:"_s), tests::strings({"9,2,5"}));
+    QVERIFY(!settings::valueExists(settings::keys::root, u"StarredWidget"));
+    m_form->on_TrackCleanerStarButton_clicked();
+    m_form->on_AutoDarkModeStarButton_clicked();
+    QCOMPARE(stored(), u"9,2,5,6,0"_s);
+    m_form->on_FolderSizeAnalyzerStarButton_clicked();
+    QCOMPARE(stored(), u"9,5,6,0"_s);
+    open();
+    QCOMPARE(m_log->values(u"loadStarredWidgetList:"_s).last(), u"9,5,6,0"_s);
+    QCOMPARE(placed().first(4), (QList<int>{9, 5, 6, 0}));
+
+    settings::writeString(settings::keys::root, u"StarredWidget", u"99,7");
+    open();
+    m_form->on_MyTrayIconStarButton_clicked();
+    QCOMPARE(stored(), u"99,7,12"_s);
+}
+
+void tst_HomeForm::keepsTheLastStarStored()
+{
+    settings::writeString(settings::keys::root, u"StarredWidget", u"9");
+    open();
+    m_form->on_LarkspurSettingsStarButton_clicked();
+    QCOMPARE(placed(), moduleTable().catalogue());
+    QCOMPARE(stored(), u"9"_s);
+    open();
+    QCOMPARE(placed().first(), 9);
+}
+
+void tst_HomeForm::placesStarredCardsFirst()
+{
+    open({1400, 800});
+    QVERIFY(columns() > 3);
+    QList<int> expected{9, 2, 5};
+    for (const int id : moduleTable().catalogue()) {
+        if (!expected.contains(id))
+            expected.append(id);
+    }
+    QCOMPARE(placed(), expected);
+    // Both sections share the rows: the first unstarred card stands beside the last starred one.
+    QCOMPARE(m_form->card(0)->y(), m_form->card(5)->y());
+    QVERIFY(m_form->card(0)->x() > m_form->card(5)->x());
+}
+
+void tst_HomeForm::reflowsWithTheWidth()
+{
+    open({700, 500});
+    QSet<int> seen;
+    for (int width = 700; width < 1800; width += 37) {
+        m_form->resize(width, 500);
+        QTest::qWait(5);
+        const int count = contents()->width() / ModuleCard::narrowest(m_form->font());
+        QCOMPARE(columns(), count);
+        seen.insert(count);
+        const QList<int> ids = placed();
+        QCOMPARE(ids.size(), 21);
+        for (int i = 0; i < ids.size(); ++i) {
+            const QRect place = m_form->card(ids[i])->geometry();
+            QCOMPARE(place.y() == m_form->card(ids[0])->y(), i < count);
+            QVERIFY(place.left() >= 0 && place.right() < contents()->width());
+            QCOMPARE(contents()->width() / place.width(), count); // as wide as may be, and no wider
+        }
+    }
+    QVERIFY(seen.size() >= 4);
+}
+
+void tst_HomeForm::laysOutOnlyWhenItMust()
+{
+    open({986, 600});
+    const auto lines = [this] { return m_log->values(u"columnCount:"_s).size(); };
+    QTRY_COMPARE(lines(), 1); // the showing
+    m_form->resize(990, 610);
+    QTest::qWait(50);
+    QCOMPARE(lines(), 1);
+    m_form->resize(1500, 610);
+    QTest::qWait(50);
+    QCOMPARE(lines(), 2);
+    m_form->hide();
+    m_form->show();
+    QTest::qWait(50);
+    QCOMPARE(lines(), 3);
+    m_form->on_HotkeyStarButton_clicked();
+    QCOMPARE(lines(), 4);
+}
+
+void tst_HomeForm::survivesAPageNarrowerThanACard()
+{
+    open({986, 600});
+    m_form->findChild<QScrollArea *>()->setFixedWidth(200);
+    QTRY_COMPARE(columns(), 0);
+    QCOMPARE(placed().size(), 21);
+    QVERIFY(m_form->card(5)->y() > m_form->card(2)->y());
+}
+
+void tst_HomeForm::movesWithTheArrows()
+{
+    open({986, 600});
+    const int count = columns();
+    const QList<int> ids = placed();
+    QVERIFY(count > 1 && ids.size() % count != 1);
+    const auto press = [this](Qt::Key key) {
+        QTest::keyClick(QApplication::focusWidget(), key);
+        return focused() ? focused()->moduleId() : -1;
+    };
+    m_form->card(ids[0])->setFocus();
+    QCOMPARE(press(Qt::Key_Left), ids[0]);
+    QCOMPARE(press(Qt::Key_Right), ids[1]);
+    QCOMPARE(press(Qt::Key_Down), ids[1 + count]);
+    QCOMPARE(press(Qt::Key_Left), ids[count]);
+    QCOMPARE(press(Qt::Key_Left), ids[count - 1]); // to the end of the row above
+    QCOMPARE(press(Qt::Key_End), ids.last());
+    QVERIFY(m_form->rect().contains(m_form->card(ids.last())->mapTo(&*m_form, QPoint(20, 20))));
+    QCOMPARE(press(Qt::Key_Down), ids.last());
+    QCOMPARE(press(Qt::Key_Right), ids.last());
+    QCOMPARE(press(Qt::Key_Up), ids[ids.size() - 1 - count]);
+    QCOMPARE(press(Qt::Key_Home), ids[0]);
+    QCOMPARE(press(Qt::Key_Up), -1);
+    QVERIFY(m_form->findChild<QLineEdit *>()->hasFocus());
+    QCOMPARE(press(Qt::Key_Down), ids[0]);
+
+    // A starred card takes the focus with it.
+    m_form->card(7)->setFocus();
+    QCOMPARE(press(Qt::Key_S), 7);
+    QCOMPARE(placed().indexOf(7), 3);
+    // From the star the arrows go on to other cards.
+    m_form->card(7)->starButton()->setFocus();
+    QCOMPARE(press(Qt::Key_Left), placed()[2]);
+}
+
+void tst_HomeForm::stopsTheTabKeyOnce()
+{
+    open({986, 600});
+    m_form->card(5)->setFocus();
+    QTest::keyClick(&*m_form, Qt::Key_Tab);
+    QCOMPARE(QApplication::focusWidget(), m_form->card(5)->starButton());
+    QTest::keyClick(&*m_form, Qt::Key_Tab);
+    QCOMPARE(QApplication::focusWidget(), m_form->findChild<QLineEdit *>());
+    QTest::keyClick(&*m_form, Qt::Key_Tab);
+    QCOMPARE(focused(), m_form->card(5));
+}
+
+void tst_HomeForm::searches()
+{
+    open({986, 600});
+    auto *search = m_form->findChild<QLineEdit *>();
+    QSignalSpy opened(&*m_form, &HomeForm::openModule);
+    m_form->card(2)->setFocus();
+    QTest::keyClick(&*m_form, Qt::Key_F, Qt::ControlModifier);
+    QVERIFY(search->hasFocus());
+    QTest::keyClicks(search, u"DUPLICATE  image"_s);
+    QCOMPARE(placed(), QList<int>{20});
+    QTest::keyClick(search, Qt::Key_Return);
+    QCOMPARE(opened.size(), 1);
+    QCOMPARE(opened.first().first().toInt(), 20);
+
+    search->setText(u"heic"_s); // of a description
+    QCOMPARE(placed(), QList<int>{15});
+    search->setText(u"zebra"_s);
+    QVERIFY(placed().isEmpty());
+    QTest::keyClick(search, Qt::Key_Return);
+    QTest::keyClick(search, Qt::Key_Down);
+    QCOMPARE(opened.size(), 1);
+    QTest::keyClick(search, Qt::Key_Escape);
+    QVERIFY(search->text().isEmpty());
+    QCOMPARE(placed().size(), 21);
+}
+
+void tst_HomeForm::cutsNoDescription_data()
+{
+    QTest::addColumn<double>("points");
+    QTest::newRow("Windows' default") << 9.0;
+    QTest::newRow("large text") << 13.0;
+    QTest::newRow("largest text") << 20.0;
+}
+
+// Paints each card as it stands and again with room to spare below: nothing may appear there, and the last
+// rows of the card as it stands are free of ink.
+void tst_HomeForm::cutsNoDescription()
+{
+    QFETCH(const double, points);
+    QFont font = QApplication::font();
+    font.setPointSizeF(points);
+    m_form.emplace();
+    m_form->setFont(font);
+    m_form->resize(1100, 800);
+    m_form->show();
+    QVERIFY(QTest::qWaitForWindowExposed(&*m_form));
+    for (const names::Card &row : names::cards) {
+        ModuleCard *card = m_form->card(row.id);
+        QVERIFY2(card->height() >= card->heightForWidth(card->width()), row.title);
+        const auto inkBelow = [card](int top) {
+            const QImage image =
+                card->grab(QRect(20, top, card->width() - 40, card->height() - 8 - top)).toImage();
+            for (int y = 0; y < image.height(); ++y) {
+                for (int x = 0; x < image.width(); ++x) {
+                    if (image.pixel(x, y) != image.pixel(0, image.height() - 1))
+                        return true;
+                }
+            }
+            return false;
+        };
+        QVERIFY(inkBelow(20));
+        QVERIFY2(!inkBelow(card->heightForWidth(card->width()) - 16), row.title);
+    }
+}
+
+void tst_HomeForm::followsTheDarkPalette()
+{
+    open({986, 600});
+    const auto background = [this] {
+        const ModuleCard *card = m_form->card(2);
+        return const_cast<ModuleCard *>(card)->grab().toImage().pixelColor(card->width() / 2,
+                                                                           card->height() - 12);
+    };
+    QVERIFY(background().lightness() > 200);
+    const QPalette light = QApplication::palette();
+    QPalette dark(QColor(45, 45, 45), QColor(32, 32, 32));
+    QVERIFY(theme::isDark(dark));
+    QApplication::setPalette(dark);
+    QTest::qWait(20);
+    const QColor seen = background();
+    QApplication::setPalette(light);
+    QVERIFY(seen.lightness() < 80);
+}
+
+QTEST_MAIN(tst_HomeForm)
+
+#include "tst_home_form.moc"

@@ -1,0 +1,336 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "app/UpdateCheck.h"
+
+#include <QSignalSpy>
+#include <QTcpServer>
+#include <QTcpSocket>
+#include <QTest>
+#include <QTimer>
+
+using namespace Qt::StringLiterals;
+using namespace std::chrono_literals;
+
+namespace
+{
+
+using Kind = UpdateAnswer::Kind;
+const QVersionNumber running(1, 9, 0);
+
+// Answers every request for a path with the bytes that a test has put there.
+class Server : public QTcpServer
+{
+public:
+    Server()
+    {
+        if (!listen(QHostAddress::LocalHost))
+            qFatal("No local server");
+        connect(this, &QTcpServer::newConnection, this, [this] { serve(nextPendingConnection()); });
+    }
+
+    QUrl url(const QString &path) const
+    {
+        return QUrl(u"http://127.0.0.1:%1%2"_s.arg(serverPort()).arg(path));
+    }
+
+    static QByteArray answer(const QByteArray &body, const QByteArray &status = "200 OK",
+                             const QByteArray &headers = {})
+    {
+        return "HTTP/1.1 " + status + "\r\nConnection: close\r\n" + headers + "\r\n" + body;
+    }
+    static QByteArray moved(const QUrl &to)
+    {
+        return answer({}, "302 Found", "Location: " + to.toEncoded() + "\r\nContent-Length: 0\r\n");
+    }
+
+    QHash<QString, QByteArray> pages;
+    bool hangs = false;  // sends nothing
+    bool drips = false;  // a byte now and then
+    bool floods = false; // sends without end
+    int requests = 0;
+
+private:
+    void serve(QTcpSocket *socket)
+    {
+        connect(socket, &QTcpSocket::disconnected, socket, &QObject::deleteLater);
+        connect(socket, &QTcpSocket::readyRead, this, [this, socket] {
+            const QList<QByteArray> request = socket->readAll().split(' ');
+            ++requests;
+            if (hangs)
+                return;
+            socket->write(pages.value(QString::fromLatin1(request.value(1)), answer({}, "404 Not Found")));
+            if (drips || floods)
+                goOn(socket);
+            else
+                socket->disconnectFromHost();
+        });
+    }
+    void goOn(QTcpSocket *socket)
+    {
+        auto *timer = new QTimer(socket);
+        connect(timer, &QTimer::timeout, socket, [this, socket] {
+            if (socket->bytesToWrite() < 1'000'000)
+                socket->write(QByteArray(drips ? 1 : 16384, ' '));
+        });
+        timer->start(drips ? 50 : 0);
+    }
+};
+
+} // namespace
+
+class tst_UpdateCheck : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void readsAnnouncements_data();
+    void readsAnnouncements();
+    void asksTheServer();
+    void reportsFailures_data();
+    void reportsFailures();
+    void refusesLargeAnswers_data();
+    void refusesLargeAnswers();
+    void refusesAnEndlessAnswer();
+    void givesUpInTime_data();
+    void givesUpInTime();
+    void followsFewRedirections();
+    void refusesStrangeAddresses_data();
+    void refusesStrangeAddresses();
+    void reportsAServerThatIsGone();
+    void answersOnceOfTwoChecks();
+    void canBeDestroyedMeanwhile();
+
+private:
+    static UpdateAnswer ask(const QUrl &url, std::chrono::milliseconds timeout = 5s);
+};
+
+// Nothing of a check may hold the interface up: a timer runs through all of it.
+UpdateAnswer tst_UpdateCheck::ask(const QUrl &url, std::chrono::milliseconds timeout)
+{
+    UpdateCheck check;
+    UpdateAnswer got;
+    int answers = 0;
+    connect(&check, &UpdateCheck::finished, &check, [&](const UpdateAnswer &answer) {
+        got = answer;
+        ++answers;
+    });
+    check.start(url, running, timeout);
+    if (answers != 0 || !QTest::qWaitFor([&] { return answers > 0; }, 10'000)) {
+        QTest::qFail("The check answered at once, or not at all", __FILE__, __LINE__);
+        return got;
+    }
+    QTest::qWait(100); // a second answer would be wrong
+    if (answers != 1)
+        QTest::qFail("The check answered twice", __FILE__, __LINE__);
+    return got;
+}
+
+void tst_UpdateCheck::readsAnnouncements_data()
+{
+    QTest::addColumn<QByteArray>("announcement");
+    QTest::addColumn<int>("kind");
+    const auto row = [](const char *name, const QByteArray &announcement, Kind kind) {
+        QTest::newRow(name) << announcement << int(kind);
+    };
+    const auto version = [](const QByteArray &text) {
+        return R"({"version":")" + text + R"(","url":"https://example.test/get"})";
+    };
+    row("newer by number, not by text", version("1.10"), Kind::Newer);
+    row("newer", version("2.0.0"), Kind::Newer);
+    row("newer in the fourth number", version("1.9.0.1"), Kind::Newer);
+    row("the same", version("1.9.0"), Kind::UpToDate);
+    row("the same, shorter", version("1.9"), Kind::UpToDate);
+    row("the same, longer", version("1.9.0.0"), Kind::UpToDate);
+    row("older", version("1.8.99"), Kind::UpToDate);
+    row("older without an address", R"({"version":"1.2.0"})", Kind::UpToDate);
+    row("no number", version("latest"), Kind::Failed);
+    row("a letter behind", version("2.0.0b"), Kind::Failed);
+    row("a sign", version("-2.0"), Kind::Failed);
+    row("empty", version(""), Kind::Failed);
+    row("an empty part", version("2..0"), Kind::Failed);
+    row("too many parts", version("2.0.0.0.0"), Kind::Failed);
+    row("beyond any number", version("99999999999"), Kind::Failed);
+    row("a space", version(" 2.0"), Kind::Failed);
+    row("a line feed", version("2.0\\n"), Kind::Failed);
+    row("version as a number", R"({"version":2.0,"url":"https://example.test"})", Kind::Failed);
+    row("newer without an address", R"({"version":"2.0"})", Kind::Failed);
+    row("newer with a program", R"({"version":"2.0","url":"file:///C:/evil.exe"})", Kind::Failed);
+    row("newer with a script", R"j({"version":"2.0","url":"javascript:alert(1)"})j", Kind::Failed);
+    row("newer without a host", R"({"version":"2.0","url":"https:///x"})", Kind::Failed);
+    row("newer with a path", R"({"version":"2.0","url":"C:\\evil.exe"})", Kind::Failed);
+    row("an array", R"(["2.0"])", Kind::Failed);
+    row("cut off", R"({"version":"2.0","url":)", Kind::Failed);
+    row("a web page", "<html>2.0</html>", Kind::Failed);
+    row("nothing", "", Kind::Failed);
+    row("zeros", QByteArray(100, '\0'), Kind::Failed);
+}
+
+void tst_UpdateCheck::readsAnnouncements()
+{
+    QFETCH(const QByteArray, announcement);
+    QFETCH(const int, kind);
+    const UpdateAnswer answer = readRelease(announcement, running);
+    QCOMPARE(int(answer.kind), kind);
+    QCOMPARE(answer.problem.isEmpty(), answer.kind != Kind::Failed);
+}
+
+void tst_UpdateCheck::asksTheServer()
+{
+    Server server;
+    server.pages[u"/latest.json"_s] =
+        Server::answer(R"({"version":"1.10.0","url":"https://example.test/get"})");
+    const UpdateAnswer answer = ask(server.url(u"/latest.json"_s));
+    QCOMPARE(answer.kind, Kind::Newer);
+    QCOMPARE(answer.version, QVersionNumber(1, 10, 0));
+    QCOMPARE(answer.page, QUrl(u"https://example.test/get"_s));
+    QCOMPARE(server.requests, 1);
+}
+
+void tst_UpdateCheck::reportsFailures_data()
+{
+    QTest::addColumn<QByteArray>("response");
+    QTest::addColumn<QString>("part"); // of the text
+    QTest::newRow("missing") << Server::answer({}, "404 Not Found") << u"404"_s;
+    QTest::newRow("broken server") << Server::answer("oops", "500 Internal Server Error") << u"500"_s;
+    QTest::newRow("not an announcement") << Server::answer("hello") << u"names no version"_s;
+    QTest::newRow("cut off") << QByteArray("HTTP/1.1 200 OK\r\nContent-Length: 100\r\n\r\n{")
+                             << u"cannot be reached"_s;
+    QTest::newRow("not even HTTP") << QByteArray("SSH-2.0-x\r\n") << u"cannot be reached"_s;
+}
+
+void tst_UpdateCheck::reportsFailures()
+{
+    QFETCH(const QByteArray, response);
+    QFETCH(const QString, part);
+    Server server;
+    server.pages[u"/"_s] = response;
+    const UpdateAnswer answer = ask(server.url(u"/"_s));
+    QCOMPARE(answer.kind, Kind::Failed);
+    QVERIFY2(answer.problem.contains(part), qPrintable(answer.problem));
+}
+
+void tst_UpdateCheck::refusesLargeAnswers_data()
+{
+    QTest::addColumn<int>("size");
+    QTest::addColumn<bool>("accepted");
+    QTest::newRow("at the limit") << 64 * 1024 << true;
+    QTest::newRow("one more") << 64 * 1024 + 1 << false;
+    QTest::newRow("ten megabytes") << 10'000'000 << false;
+}
+
+void tst_UpdateCheck::refusesLargeAnswers()
+{
+    QFETCH(const int, size);
+    QFETCH(const bool, accepted);
+    Server server;
+    const QByteArray announcement = R"({"version":"2.0","url":"https://example.test/get"})";
+    server.pages[u"/"_s] = Server::answer(announcement + QByteArray(size - announcement.size(), ' '));
+    const UpdateAnswer answer = ask(server.url(u"/"_s));
+    QCOMPARE(answer.kind, accepted ? Kind::Newer : Kind::Failed);
+    QCOMPARE(answer.problem.contains(u"too large"_s), !accepted);
+}
+
+void tst_UpdateCheck::refusesAnEndlessAnswer()
+{
+    Server server;
+    server.floods = true;
+    server.pages[u"/"_s] = Server::answer("{");
+    QVERIFY(ask(server.url(u"/"_s)).problem.contains(u"too large"_s));
+}
+
+void tst_UpdateCheck::givesUpInTime_data()
+{
+    QTest::addColumn<bool>("drips");
+    QTest::newRow("silent") << false;
+    QTest::newRow("a byte now and then") << true;
+}
+
+void tst_UpdateCheck::givesUpInTime()
+{
+    QFETCH(const bool, drips);
+    Server server;
+    server.hangs = !drips;
+    server.drips = drips;
+    server.pages[u"/"_s] = Server::answer("{");
+    QElapsedTimer time;
+    time.start();
+    const UpdateAnswer answer = ask(server.url(u"/"_s), 600ms);
+    QVERIFY(answer.problem.contains(u"in time"_s));
+    QVERIFY2(time.elapsed() < 2500, qPrintable(QString::number(time.elapsed())));
+}
+
+void tst_UpdateCheck::followsFewRedirections()
+{
+    Server server;
+    server.pages[u"/new"_s] = Server::answer(R"({"version":"2.0","url":"https://example.test/get"})");
+    server.pages[u"/old"_s] = Server::moved(server.url(u"/new"_s));
+    QCOMPARE(ask(server.url(u"/old"_s)).kind, Kind::Newer);
+
+    server.pages[u"/round"_s] = Server::moved(server.url(u"/round"_s));
+    server.requests = 0;
+    QVERIFY(ask(server.url(u"/round"_s)).problem.contains(u"not to be trusted"_s));
+    QVERIFY(server.requests <= UpdateCheck::mostRedirections + 1);
+
+    server.pages[u"/file"_s] = Server::moved(QUrl(u"file:///C:/windows/win.ini"_s));
+    QCOMPARE(ask(server.url(u"/file"_s)).kind, Kind::Failed);
+}
+
+void tst_UpdateCheck::refusesStrangeAddresses_data()
+{
+    QTest::addColumn<QUrl>("url");
+    QTest::newRow("empty") << QUrl();
+    QTest::newRow("file") << QUrl(u"file:///C:/windows/win.ini"_s);
+    QTest::newRow("ftp") << QUrl(u"ftp://127.0.0.1/x"_s);
+    QTest::newRow("no host") << QUrl(u"http:///x"_s);
+    QTest::newRow("data") << QUrl(u"data:,{}"_s);
+    QTest::newRow("relative") << QUrl(u"latest.json"_s);
+}
+
+void tst_UpdateCheck::refusesStrangeAddresses()
+{
+    QFETCH(const QUrl, url);
+    QVERIFY(ask(url).problem.contains(u"not a web address"_s));
+}
+
+void tst_UpdateCheck::reportsAServerThatIsGone()
+{
+    QUrl url;
+    {
+        const Server server;
+        url = server.url(u"/"_s);
+    }
+    QVERIFY(ask(url).problem.contains(u"cannot be reached"_s));
+}
+
+void tst_UpdateCheck::answersOnceOfTwoChecks()
+{
+    Server slow;
+    slow.hangs = true;
+    Server server;
+    server.pages[u"/"_s] = Server::answer(R"({"version":"1.0"})");
+    UpdateCheck check;
+    QSignalSpy finished(&check, &UpdateCheck::finished);
+    check.start(slow.url(u"/"_s), running);
+    QTRY_COMPARE(slow.requests, 1);
+    check.start(server.url(u"/"_s), running);
+    QVERIFY(finished.wait());
+    QTest::qWait(100);
+    QCOMPARE(finished.size(), 1);
+    QCOMPARE(finished.first().first().value<UpdateAnswer>().kind, Kind::UpToDate);
+}
+
+void tst_UpdateCheck::canBeDestroyedMeanwhile()
+{
+    Server server;
+    server.hangs = true;
+    {
+        UpdateCheck check;
+        check.start(server.url(u"/"_s), running);
+        QTRY_COMPARE(server.requests, 1);
+    }
+    UpdateCheck refused;
+    refused.start(QUrl(), running); // its answer is still to come
+}
+
+QTEST_GUILESS_MAIN(tst_UpdateCheck)
+
+#include "tst_update_check.moc"

@@ -1,0 +1,136 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "app/WindowGeometry.h"
+#include "app/settings/Keys.h"
+#include "app/settings/Settings.h"
+#include "tests/app/LogCapture.h"
+#include "tests/support/TestPrefix.h"
+
+#include <QTest>
+
+Q_DECLARE_METATYPE(WindowGeometry)
+
+char *toString(const WindowGeometry &g)
+{
+    return qstrdup(qPrintable(QStringLiteral("x %1 y %2 w %3 h %4")
+                                  .arg(static_cast<int>(g.x))
+                                  .arg(static_cast<int>(g.y))
+                                  .arg(g.width)
+                                  .arg(g.height)));
+}
+
+namespace
+{
+
+constexpr quint32 negative(int value)
+{
+    return static_cast<quint32>(value);
+}
+
+} // namespace
+
+class tst_WindowGeometry : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void fits_data();
+    void fits();
+    void keepsTheTitleBarVisible_data();
+    void keepsTheTitleBarVisible();
+    void readsAndWritesTheRegistry();
+    void takesAbsentForWhatIsNoNumber();
+};
+
+void tst_WindowGeometry::fits_data()
+{
+    QTest::addColumn<WindowGeometry>("stored");
+    QTest::addColumn<quint32>("cx");
+    QTest::addColumn<quint32>("cy");
+    QTest::addColumn<WindowGeometry>("expected");
+    const auto row = [](const char *name, WindowGeometry stored, WindowGeometry expected, quint32 cx = 1280,
+                        quint32 cy = 811) { QTest::newRow(name) << stored << cx << cy << expected; };
+    row("defaults", {}, {100, 100, 986, 513});
+    row("untouched", {17, 23, 1000, 600}, {17, 23, 1000, 600});
+    row("x left of the screen", {negative(-100), 100, 986, 513}, {100, 100, 986, 513});
+    row("y above the screen", {100, negative(-1), 986, 513}, {100, 100, 986, 513});
+    row("x at the edge stays, then moves for the width", {1280, 100, 986, 513}, {294, 100, 986, 513});
+    row("x at the edge stays", {1280, 100, 500, 513}, {1280, 100, 986, 513});
+    row("x beyond", {1281, 100, 500, 513}, {100, 100, 986, 513});
+    row("y at the edge stays", {100, 811, 986, 500}, {100, 811, 986, 513});
+    row("y beyond", {100, 812, 986, 500}, {100, 100, 986, 513});
+    row("too narrow: x stays", {1200, 100, 985, 513}, {1200, 100, 986, 513});
+    row("just wide enough: x moves", {1200, 100, 986, 513}, {294, 100, 986, 513});
+    row("ends at the edge", {294, 100, 986, 513}, {294, 100, 986, 513});
+    row("one beyond the edge", {295, 100, 986, 513}, {294, 100, 986, 513});
+    row("too wide: x stays", {100, 100, 1281, 513}, {100, 100, 1280, 513});
+    row("a small screen", {100, 100, 986, 513}, {38, 100, 986, 513}, 1024, 700);
+    row("a screen narrower than the smallest window", {100, 100, 2000, 513}, {100, 87, 800, 513}, 800, 600);
+    row("too low", {100, 100, 986, 512}, {100, 100, 986, 513});
+    row("too low: y stays", {100, 500, 986, 512}, {100, 500, 986, 513});
+    row("y moves up", {100, 400, 986, 513}, {100, 298, 986, 513});
+    row("higher than the screen, not than its width", {100, 100, 986, 1000},
+        {100, negative(-189), 986, 1000});
+    row("as high as the screen is wide", {100, 100, 986, 1280}, {100, negative(-469), 986, 1280});
+    row("higher than the screen is wide", {100, 100, 986, 1281}, {100, 100, 986, 811});
+    row("numbers at their limit", {0xffffffff, 0xffffffff, 0xffffffff, 0xffffffff}, {100, 100, 1280, 811});
+}
+
+void tst_WindowGeometry::fits()
+{
+    QFETCH(const WindowGeometry, stored);
+    QFETCH(const quint32, cx);
+    QFETCH(const quint32, cy);
+    QFETCH(const WindowGeometry, expected);
+    QCOMPARE(fitted(stored, cx, cy), expected);
+}
+
+void tst_WindowGeometry::keepsTheTitleBarVisible_data()
+{
+    QTest::addColumn<QRect>("frame");
+    QTest::addColumn<QPoint>("expected");
+    // Two screens side by side, the left one lower; a title bar of 30.
+    QTest::newRow("on the primary screen") << QRect(100, 100, 986, 543) << QPoint(100, 100);
+    QTest::newRow("on the left screen") << QRect(-900, 300, 986, 543) << QPoint(-900, 300);
+    QTest::newRow("its corner alone") << QRect(1279, 799, 986, 543) << QPoint(1279, 799);
+    QTest::newRow("its last row alone") << QRect(100, -29, 986, 543) << QPoint(100, -29);
+    QTest::newRow("above") << QRect(100, -219, 986, 1030) << QPoint(100, 0);
+    QTest::newRow("just above") << QRect(100, -30, 986, 543) << QPoint(100, 0);
+    QTest::newRow("below") << QRect(100, 900, 986, 543) << QPoint(100, 770);
+    QTest::newRow("right") << QRect(1280, 100, 986, 543) << QPoint(294, 100);
+    QTest::newRow("above the left screen") << QRect(-1000, 50, 800, 543) << QPoint(-1000, 200);
+    QTest::newRow("far left, wider than the screen") << QRect(-9000, 300, 1100, 543) << QPoint(-1024, 300);
+}
+
+void tst_WindowGeometry::keepsTheTitleBarVisible()
+{
+    QFETCH(const QRect, frame);
+    QFETCH(const QPoint, expected);
+    const QList<QRect> screens{QRect(0, 0, 1280, 800), QRect(-1024, 200, 1024, 768)};
+    QCOMPARE(visiblePosition(frame, 30, screens), expected);
+}
+
+void tst_WindowGeometry::readsAndWritesTheRegistry()
+{
+    const tests::LogCapture quiet;
+    const tests::RegistryGuard guard;
+    QCOMPARE(storedGeometry(), WindowGeometry());
+    const WindowGeometry left = WindowGeometry::of(QRect(-300, -7, 1200, 700));
+    storeGeometry(left);
+    QCOMPARE(storedGeometry().rect(), QRect(-300, -7, 1200, 700));
+    quint32 x = 0;
+    QVERIFY(settings::readDword(u"Software\\Fernlight Larkspur", u"posX", x));
+    QCOMPARE(x, 0xfffffed4u);
+}
+
+void tst_WindowGeometry::takesAbsentForWhatIsNoNumber()
+{
+    const tests::LogCapture quiet;
+    const tests::RegistryGuard guard;
+    settings::writeString(settings::keys::root, u"width", u"500");
+    settings::writeDword(settings::keys::root, u"height", 700);
+    QCOMPARE(storedGeometry(), (WindowGeometry{100, 100, 986, 700}));
+}
+
+QTEST_APPLESS_MAIN(tst_WindowGeometry)
+
+#include "tst_window_geometry.moc"
