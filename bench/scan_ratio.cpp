@@ -5,37 +5,16 @@
 // are compared. usage: scan_ratio FOLDER [ROUNDS]
 
 #include "DiskUsage/engine/Scan.h"
+#include "bench/BareWalk.h"
 #include "bench/Bench.h"
 #include "platform/Processors.h"
 #include "platform/Win32Enumerator.h"
 
-#include <windows.h>
-
 #include <cstdlib>
-#include <cwchar>
 #include <string>
 
 namespace
 {
-
-// Raw handles on purpose: nothing may stand between the bare walk and the system.
-quint64 bareWalk(const std::wstring &folder)
-{
-    WIN32_FIND_DATAW data;
-    quint64 entries = 0;
-    const HANDLE find = FindFirstFileW((folder + L"\\*").c_str(), &data);
-    if (find == INVALID_HANDLE_VALUE)
-        return 0;
-    do {
-        if (!std::wcscmp(data.cFileName, L".") || !std::wcscmp(data.cFileName, L".."))
-            continue;
-        ++entries;
-        if (data.dwFileAttributes & FILE_ATTRIBUTE_DIRECTORY)
-            entries += bareWalk(folder + L'\\' + data.cFileName);
-    } while (FindNextFileW(find, &data));
-    FindClose(find);
-    return entries;
-}
 
 class Silent : public diskusage::ScanListener
 {
@@ -68,23 +47,27 @@ int main(int argc, char **argv)
     const int rounds = argc > 2 ? std::atoi(argv[2]) : 7;
     const int pool = platform::osIdleCores();
 
-    std::vector<double> bare, plain, ahead;
-    quint64 bareEntries = 0, plainEntries = 0, aheadEntries = 0;
-    bareWalk(wide); // warms the system's cache
+    std::vector<double> bare, two, plain, ahead;
+    quint64 bareEntries = 0, twoEntries = 0, plainEntries = 0, aheadEntries = 0;
+    bench::bareWalk(wide); // warms the system's cache
     for (int round = 0; round < rounds; ++round) {
-        bare.push_back(bench::seconds([&] { bareEntries = bareWalk(wide); }));
+        bare.push_back(bench::seconds([&] { bareEntries = bench::bareWalk(wide); }));
+        two.push_back(bench::seconds([&] { twoEntries = bench::twoBareWalkers(wide); }));
         plain.push_back(bench::seconds([&] { plainEntries = scan(folder, 0); }));
         ahead.push_back(bench::seconds([&] { aheadEntries = scan(folder, pool); }));
     }
-    if (bareEntries != plainEntries || bareEntries != aheadEntries) {
+    if (bareEntries != plainEntries || bareEntries != aheadEntries || bareEntries != twoEntries) {
         std::fprintf(stderr, "the walks saw different trees: %llu, %llu, %llu entries\n", bareEntries,
                      plainEntries, aheadEntries);
         return 1;
     }
     bench::report("entries", static_cast<double>(bareEntries));
     bench::report("bare FindFirstFileW/FindNextFileW walk", bench::median(bare), "s");
+    bench::report("two bare walkers side by side", bench::median(two), "s");
     bench::report("scan, pool off", bench::median(plain), "s");
     bench::report("scan, pool of " + std::to_string(pool), bench::median(ahead), "s");
+    bench::report("ratio, two bare walkers (what a second thread can gain here)",
+                  bench::median(two) / bench::median(bare));
     bench::report("ratio, pool off (aim: at most 1.25)", bench::median(plain) / bench::median(bare));
     bench::report("ratio, pool on (aim: at most 0.6)", bench::median(ahead) / bench::median(bare));
     return 0;
