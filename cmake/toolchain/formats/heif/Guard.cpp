@@ -26,7 +26,11 @@ using Bytes = std::span<const uint8_t>;
 bool fits(quint64 width, quint64 height)
 {
     const auto limit = static_cast<quint64>(QImageReader::allocationLimit()) << 20;
-    return limit == 0 || width * height <= limit / sizeof(QRgb);
+    if (limit == 0 || width * height <= limit / sizeof(QRgb))
+        return true;
+    qWarning("Coded picture of %llu x %llu pixels is above the allocation limit, whatever its file claims",
+             width, height);
+    return false;
 }
 
 heif_error refusal()
