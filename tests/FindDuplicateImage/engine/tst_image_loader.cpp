@@ -55,6 +55,7 @@ private slots:
     void orientationIsApplied();
     void limitIsKept_data();
     void limitIsKept();
+    void sizeBeyond32Bits();
     void onlyRegularFiles();
 
 private:
@@ -159,9 +160,25 @@ void ImageLoaderTest::limitIsKept()
     QCOMPARE(QImageReader::allocationLimit(), 256);
 }
 
+void ImageLoaderTest::sizeBeyond32Bits()
+{
+    // A header of 65536 by 65536 pixels, up to where the data would begin.
+    const QByteArray header = QByteArray::fromHex("89504e470d0a1a0a"
+                                                  "0000000d4948445200010000000100000802000000e3e6a7b4"
+                                                  "0000000149444154");
+    const QString path = write(u"huge.png"_s, header);
+    QCOMPARE(QImageReader(path).size(), QSize(65536, 65536));
+    bool decodes = false;
+    QVERIFY(!core::readImage(path, [&](qint64) { decodes = true; }));
+    QVERIFY(!decodes);
+}
+
 void ImageLoaderTest::onlyRegularFiles()
 {
     QImage image;
+    // Qt would try this name with every extension it knows.
+    write(u"half a name.png"_s, encoded(picture(60, 50), "PNG"));
+    QVERIFY(!core::loadImage(m_folder.filePath(u"half a name"_s), image));
     QVERIFY(QDir(m_folder.path()).mkdir(u"folder.png"_s));
     QVERIFY(!core::loadImage(m_folder.filePath(u"folder.png"_s), image));
     QVERIFY(!core::loadImage(m_folder.filePath(u"missing.png"_s), image));
