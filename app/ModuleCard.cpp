@@ -19,6 +19,7 @@ constexpr int padding = 14;
 constexpr int iconSide = 40;
 constexpr int iconGap = 10;
 constexpr int titleGap = theme::spaceTight / 2;
+constexpr int mostWidthsKept = 8;
 constexpr int titleFlags = Qt::TextWordWrap | Qt::AlignLeading | Qt::AlignTop;
 
 // The width at which three columns stand beside the tool bar in the smallest main window, at the size of
@@ -71,7 +72,7 @@ int ModuleCard::narrowest(const QFont &font)
 
 int ModuleCard::heightForWidth(int width) const
 {
-    const TextPlaces places = textPlaces(width);
+    const TextPlaces &places = textPlaces(width);
     const int content = std::max(iconSide, places.description.bottom() + 1 - places.title.top());
     return content + 2 * padding + gap;
 }
@@ -92,8 +93,14 @@ QRect ModuleCard::frame() const
     return rect().adjusted(gap / 2, gap / 2, -gap / 2, -gap / 2);
 }
 
-ModuleCard::TextPlaces ModuleCard::textPlaces(int cardWidth) const
+const ModuleCard::TextPlaces &ModuleCard::textPlaces(int cardWidth) const
 {
+    // A layout asks for the heights at two or three widths, many times.
+    const auto known = m_places.constFind(cardWidth);
+    if (known != m_places.constEnd())
+        return *known;
+    if (m_places.size() >= mostWidthsKept)
+        m_places.clear();
     const QFont titleFont = theme::sectionTitle(font());
     const int left = gap / 2 + padding + iconSide + iconGap;
     const int top = gap / 2 + padding;
@@ -101,7 +108,7 @@ ModuleCard::TextPlaces ModuleCard::textPlaces(int cardWidth) const
     // The star's button has room around its image that the title may use.
     const int titleWidth = std::max(1, width - m_star->sizeHint().width() + padding - theme::spaceTight);
 
-    TextPlaces places;
+    TextPlaces &places = m_places[cardWidth];
     places.title = QRect(left, top, titleWidth, heightOf(titleFont, text(), titleWidth));
     places.description =
         QRect(left, places.title.bottom() + 1 + titleGap, width, heightOf(font(), m_description, width));
@@ -153,8 +160,10 @@ void ModuleCard::resizeEvent(QResizeEvent *event)
 
 void ModuleCard::changeEvent(QEvent *event)
 {
-    if (event->type() == QEvent::FontChange)
+    if (event->type() == QEvent::FontChange) {
+        m_places.clear();
         updateGeometry();
+    }
     QAbstractButton::changeEvent(event);
 }
 
@@ -172,7 +181,7 @@ void ModuleCard::paintEvent(QPaintEvent *)
         return QStyle::visualRect(layoutDirection(), rect(), place);
     };
     icon().paint(&painter, mirrored({gap / 2 + padding, gap / 2 + padding, iconSide, iconSide}));
-    const TextPlaces places = textPlaces(width());
+    const TextPlaces &places = textPlaces(width());
     painter.setFont(theme::sectionTitle(font()));
     painter.setPen(colors.text);
     painter.drawText(mirrored(places.title), titleFlags, text());

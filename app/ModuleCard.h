@@ -2,7 +2,7 @@
 #pragma once
 
 #include <QAbstractButton>
-#include <QPixmap>
+#include <QHash>
 
 struct Module;
 class StarButton;
@@ -47,10 +47,11 @@ private:
         QRect title;
         QRect description;
     };
-    TextPlaces textPlaces(int cardWidth) const;
+    const TextPlaces &textPlaces(int cardWidth) const;
 
     int m_id;
     QString m_description;
     StarButton *m_star;
-    bool m_focusVisible = false; // the focus came by keyboard
+    mutable QHash<int, TextPlaces> m_places; // by the card's width
+    bool m_focusVisible = false;             // the focus came by keyboard
 };
