@@ -30,15 +30,14 @@ bool makePipes(Pipe &toChild, Pipe &fromChild)
 {
     const QString name =
         u"\\\\.\\pipe\\FernlightLarkspur-" % QUuid::createUuid().toString(QUuid::WithoutBraces);
-    fromChild.ours.reset(
-        CreateNamedPipeW(wide(name), PIPE_ACCESS_INBOUND | FILE_FLAG_OVERLAPPED | FILE_FLAG_FIRST_PIPE_INSTANCE,
-                         PIPE_TYPE_BYTE | PIPE_WAIT | PIPE_REJECT_REMOTE_CLIENTS, 1, pipeBuffer, pipeBuffer, 0,
-                         nullptr));
+    fromChild.ours.reset(CreateNamedPipeW(
+        wide(name), PIPE_ACCESS_INBOUND | FILE_FLAG_OVERLAPPED | FILE_FLAG_FIRST_PIPE_INSTANCE,
+        PIPE_TYPE_BYTE | PIPE_WAIT | PIPE_REJECT_REMOTE_CLIENTS, 1, pipeBuffer, pipeBuffer, 0, nullptr));
     if (!fromChild.ours)
         return false;
     SECURITY_ATTRIBUTES inheritable = {sizeof(SECURITY_ATTRIBUTES), nullptr, TRUE};
-    fromChild.theirs.reset(
-        CreateFileW(wide(name), GENERIC_WRITE, 0, &inheritable, OPEN_EXISTING, FILE_ATTRIBUTE_NORMAL, nullptr));
+    fromChild.theirs.reset(CreateFileW(wide(name), GENERIC_WRITE, 0, &inheritable, OPEN_EXISTING,
+                                       FILE_ATTRIBUTE_NORMAL, nullptr));
     if (!fromChild.theirs)
         return false;
     if (!CreatePipe(toChild.theirs.put(), toChild.ours.put(), &inheritable, pipeBuffer))
@@ -134,8 +133,8 @@ std::unique_ptr<PipedProcess> PipedProcess::start(const QString &program, quint6
     PROCESS_INFORMATION started = {};
     if (!CreateProcessW(wide(program), command.data(), nullptr, nullptr, TRUE,
                         CREATE_NO_WINDOW | CREATE_SUSPENDED | BELOW_NORMAL_PRIORITY_CLASS |
-                            EXTENDED_STARTUPINFO_PRESENT, nullptr, nullptr,
-                        startup.get(), &started))
+                            EXTENDED_STARTUPINFO_PRESENT,
+                        nullptr, nullptr, startup.get(), &started))
         return nullptr;
     auto handles = std::make_unique<Handles>();
     handles->process.reset(started.hProcess);
@@ -205,8 +204,8 @@ bool ParentChannel::read(void *to, std::size_t bytes)
     auto *next = static_cast<std::byte *>(to);
     while (bytes > 0) {
         DWORD got = 0;
-        if (!ReadFile(GetStdHandle(STD_INPUT_HANDLE), next, static_cast<DWORD>(std::min(bytes, largestTransfer)),
-                      &got, nullptr) ||
+        if (!ReadFile(GetStdHandle(STD_INPUT_HANDLE), next,
+                      static_cast<DWORD>(std::min(bytes, largestTransfer)), &got, nullptr) ||
             got == 0)
             return false;
         next += got;

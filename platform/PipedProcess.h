@@ -21,7 +21,8 @@ public:
 };
 
 // A program of this suite that runs hidden beside this one, spoken with over its standard input and output.
-// It yields to this one where processors are scarce, and ends with this object, and with this process however that ends. One thread at a time.
+// It yields to this one where processors are scarce, and ends with this object, and with this process however
+// that ends. One thread at a time.
 class PipedProcess : public ByteChannel
 {
 public:

@@ -5,6 +5,7 @@
 
 #include <algorithm>
 #include <array>
+#include <utility>
 
 namespace lookalikes
 {
@@ -35,11 +36,28 @@ bool thumbnailFits(const QImage &image)
     return bytes <= qint64(core::imageAllocationLimit) << 20;
 }
 
-Fingerprint fingerprintOf(const QImage &thumbnail)
+} // namespace
+
+QImage thumbnailOf(QImage image)
 {
-    const QImage reduced =
-        thumbnail.scaled(fingerprintSide, fingerprintSide, Qt::IgnoreAspectRatio, Qt::FastTransformation)
-            .convertToFormat(QImage::Format_RGB32);
+    if (image.width() < fingerprintSide || image.height() < fingerprintSide || !thumbnailFits(image))
+        return {};
+    // Qt takes "@2x" in a file's name for a statement about its resolution.
+    image.setDevicePixelRatio(1);
+    return image.width() > image.height() ? image.scaledToHeight(thumbnailSide, Qt::FastTransformation)
+                                          : image.scaledToWidth(thumbnailSide, Qt::FastTransformation);
+}
+
+QImage fingerprintPixels(const QImage &thumbnail)
+{
+    return thumbnail.scaled(fingerprintSide, fingerprintSide, Qt::IgnoreAspectRatio, Qt::FastTransformation)
+        .convertToFormat(QImage::Format_RGB32);
+}
+
+Fingerprint fingerprintOf(const QImage &reduced)
+{
+    Q_ASSERT(reduced.size() == QSize(fingerprintSide, fingerprintSide) &&
+             reduced.format() == QImage::Format_RGB32);
     std::array<quint8, fingerprintPositions> red;
     std::array<quint8, fingerprintPositions> green;
     std::array<quint8, fingerprintPositions> blue;
@@ -55,20 +73,12 @@ Fingerprint fingerprintOf(const QImage &thumbnail)
     return Fingerprint(red, green, blue);
 }
 
-} // namespace
-
 std::optional<ReducedImage> reduceImage(QImage image)
 {
-    if (image.width() < fingerprintSide || image.height() < fingerprintSide || !thumbnailFits(image))
-        return std::nullopt;
-    // Qt takes "@2x" in a file's name for a statement about its resolution.
-    image.setDevicePixelRatio(1);
-    QImage thumbnail = image.width() > image.height()
-                           ? image.scaledToHeight(thumbnailSide, Qt::FastTransformation)
-                           : image.scaledToWidth(thumbnailSide, Qt::FastTransformation);
+    QImage thumbnail = thumbnailOf(std::move(image));
     if (thumbnail.isNull())
         return std::nullopt;
-    return ReducedImage{fingerprintOf(thumbnail), std::move(thumbnail)};
+    return ReducedImage{fingerprintOf(fingerprintPixels(thumbnail)), std::move(thumbnail)};
 }
 
 } // namespace lookalikes

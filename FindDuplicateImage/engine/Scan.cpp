@@ -2,7 +2,6 @@
 #include "FindDuplicateImage/engine/Scan.h"
 
 #include "FindDuplicateImage/engine/PreparationQueue.h"
-#include "FindDuplicateImage/engine/Reduction.h"
 #include "FindDuplicateImage/engine/SimilarityGrouper.h"
 #include "core/FileTypes.h"
 
@@ -30,9 +29,9 @@ duplicates::CategorySelection rasterImages()
 class ImageScan
 {
 public:
-    ImageScan(const ScanOptions &options, const Decode &decode, ThumbnailSink &thumbnails,
+    ImageScan(const ScanOptions &options, const Examine &examine, ThumbnailSink &thumbnails,
               const core::CancelFlag &cancel)
-        : m_decode(decode),
+        : m_examine(examine),
           m_thumbnails(thumbnails),
           m_cancel(cancel),
           m_budget(options.decodedBytes),
@@ -49,7 +48,7 @@ private:
     void fingerprint(PreparedImage &prepared);
     void groupFirst();
 
-    const Decode &m_decode;
+    const Examine &m_examine;
     ThumbnailSink &m_thumbnails;
     const core::CancelFlag &m_cancel;
     MemoryBudget m_budget;
@@ -101,29 +100,49 @@ PreparedImage ImageScan::prepare(duplicates::FileRecord file)
 void ImageScan::fingerprint(PreparedImage &prepared)
 {
     MemoryBudget::Share memory(m_budget);
-    std::optional<core::LoadedImage> loaded =
-        m_decode(prepared.image.fullPath(), [&memory](qint64 bytes) { memory.take(bytes); });
-    if (!loaded)
+    const std::optional<ExaminedImage> examined =
+        m_examine(prepared.image.fullPath(), [&memory](qint64 bytes) { memory.take(bytes); });
+    if (!examined)
         return;
-    prepared.image.width = loaded->image.width();
-    prepared.image.height = loaded->image.height();
-    prepared.image.format = loaded->format;
-    const std::optional<ReducedImage> reduced = reduceImage(std::move(loaded->image));
-    if (!reduced)
-        return;
-    prepared.image.thumbnail = m_thumbnails.store(reduced->thumbnail);
-    prepared.fingerprint = reduced->fingerprint;
+    prepared.image.width = examined->width;
+    prepared.image.height = examined->height;
+    prepared.image.format = examined->format;
+    prepared.image.thumbnail = m_thumbnails.store(examined->reduced.thumbnail);
+    prepared.fingerprint = examined->reduced.fingerprint;
 }
 
 } // namespace
+
+Examine examineWith(Decode decode)
+{
+    return [decode = std::move(decode)](
+               const QString &path, const core::BeforeDecode &beforeDecode) -> std::optional<ExaminedImage> {
+        std::optional<core::LoadedImage> loaded = decode(path, beforeDecode);
+        if (!loaded)
+            return std::nullopt;
+        const QSize size = loaded->image.size();
+        std::optional<ReducedImage> reduced = reduceImage(std::move(loaded->image));
+        if (!reduced)
+            return std::nullopt;
+        return ExaminedImage{size.width(), size.height(), loaded->format, std::move(*reduced)};
+    };
+}
 
 ScanResult findLookalikes(const QString &root, const ScanOptions &options,
                           core::DirectoryEnumerator &enumerator, const Decode &decode,
                           ThumbnailSink &thumbnails, duplicates::ScanListener &listener,
                           const core::CancelFlag &cancel)
 {
+    return findLookalikes(root, options, enumerator, examineWith(decode), thumbnails, listener, cancel);
+}
+
+ScanResult findLookalikes(const QString &root, const ScanOptions &options,
+                          core::DirectoryEnumerator &enumerator, const Examine &examine,
+                          ThumbnailSink &thumbnails, duplicates::ScanListener &listener,
+                          const core::CancelFlag &cancel)
+{
     ScanResult result;
-    ImageScan scan(options, decode, thumbnails, cancel);
+    ImageScan scan(options, examine, thumbnails, cancel);
     const duplicates::WalkRules rules{rasterImages(), false, 0, options.readAheadThreads};
     result.itemsSeen = duplicates::walkCandidates(
         root, rules, enumerator, listener,

@@ -3,6 +3,7 @@
 
 #include "FindDuplicate/engine/CandidateWalk.h"
 #include "FindDuplicateImage/engine/ImageRecord.h"
+#include "FindDuplicateImage/engine/Reduction.h"
 #include "core/CancelFlag.h"
 #include "core/DirectoryEnumerator.h"
 #include "core/ImageLoader.h"
@@ -23,6 +24,13 @@ namespace lookalikes
 // core::readImage, or a fake. Called on several threads at once. What it throws counts as a failure.
 using Decode =
     std::function<std::optional<core::LoadedImage>(const QString &path, const core::BeforeDecode &)>;
+
+// Decodes a file and keeps what a comparison needs, here or in another process. Empty for what is not
+// compared. Called on several threads at once. What it throws counts as a failure.
+using Examine = std::function<std::optional<ExaminedImage>(const QString &path, const core::BeforeDecode &)>;
+
+// In this process.
+Examine examineWith(Decode decode);
 
 // Takes the thumbnails as they are made: none is kept in memory here.
 class ThumbnailSink
@@ -56,6 +64,10 @@ struct ScanResult {
 // walk, which is ahead of the comparison by PreparationQueue::filesPerThread files a thread at most.
 //
 // Memory: options.decodedBytes, 4.8 KB for every picture that is alike to none before it, and the records.
+ScanResult findLookalikes(const QString &root, const ScanOptions &options,
+                          core::DirectoryEnumerator &enumerator, const Examine &examine,
+                          ThumbnailSink &thumbnails, duplicates::ScanListener &listener,
+                          const core::CancelFlag &cancel);
 ScanResult findLookalikes(const QString &root, const ScanOptions &options,
                           core::DirectoryEnumerator &enumerator, const Decode &decode,
                           ThumbnailSink &thumbnails, duplicates::ScanListener &listener,

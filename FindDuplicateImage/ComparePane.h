@@ -1,0 +1,52 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include "FindDuplicateImage/LatestTask.h"
+#include "FindDuplicateImage/PicturePair.h"
+
+#include <QWidget>
+
+#include <memory>
+
+class CompareView;
+class ElidedLabel;
+class QToolButton;
+
+// The first picture of a group beside the selected one, with zoom and a view of what differs. Pictures are
+// read in the background; nothing waits for them.
+class ComparePane : public QWidget
+{
+    Q_OBJECT
+
+public:
+    explicit ComparePane(QWidget *parent = nullptr);
+    ~ComparePane() override;
+
+    // `second` is empty when the first picture itself is selected. The texts stand above the pictures.
+    void compare(const QString &first, const QString &firstText, const QString &second,
+                 const QString &secondText, std::shared_ptr<DecoderPool> decoders);
+    void clear();
+
+signals:
+    // The pictures asked for last are on show.
+    void shown();
+
+private:
+    void buildButtons();
+    void buildLayout();
+    QToolButton *addButton(const char *name, const char *icon, const QString &text, const QKeySequence &key);
+    void showPair(const PicturePair &pair);
+    void showButtons();
+
+    CompareView *m_view;
+    ElidedLabel *m_firstText;
+    ElidedLabel *m_secondText;
+    QToolButton *m_difference;
+    QToolButton *m_zoomOut;
+    QToolButton *m_fit;
+    QToolButton *m_actual;
+    QToolButton *m_zoomIn;
+    QString m_secondCaption;
+    QString m_wanted; // what is being loaded or shown
+    LatestTask m_loading;
+};

@@ -1,0 +1,69 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include "FindDuplicateImage/PicturePair.h"
+
+#include <QPointF>
+#include <QWidget>
+
+// Two pictures side by side, or their difference. Both are shown at the same size and place whatever their
+// own sizes are; zooming and dragging moves both.
+class CompareView : public QWidget
+{
+    Q_OBJECT
+
+public:
+    static constexpr double largestZoom = 32;
+
+    explicit CompareView(QWidget *parent = nullptr);
+
+    // What stands where there is no picture yet.
+    void showMessage(const QString &text);
+    void showPair(const PicturePair &pair);
+    const PicturePair &pair() const { return m_pair; }
+
+    void setDifference(bool difference);
+    bool showsDifference() const { return m_difference; }
+    // 1 fits the pictures into the view.
+    double zoom() const { return m_zoom; }
+    void setZoom(double zoom);
+    // The zoom at which the first picture is shown pixel by pixel.
+    double actualSizeZoom() const;
+
+    QSize sizeHint() const override { return {600, 260}; }
+
+signals:
+    void zoomChanged();
+
+protected:
+    void paintEvent(QPaintEvent *event) override;
+    void wheelEvent(QWheelEvent *event) override;
+    void mousePressEvent(QMouseEvent *event) override;
+    void mouseMoveEvent(QMouseEvent *event) override;
+    void mouseReleaseEvent(QMouseEvent *event) override;
+    void mouseDoubleClickEvent(QMouseEvent *event) override;
+    void keyPressEvent(QKeyEvent *event) override;
+
+private:
+    struct Pane {
+        const QImage *full;
+        const QImage *fitted;
+        QRect area;
+        QString missing; // what is said when there is no picture
+    };
+    QList<Pane> panes() const;
+    // The place of a whole picture that is shown in `area`, mostly outside of it when zoomed.
+    QRectF place(const QSize &picture, const QRect &area) const;
+    void paintPane(QPainter &painter, const Pane &pane) const;
+    void zoomAt(double zoom, const QPointF &point);
+    void moveBy(const QPointF &pixels);
+    void keepInside();
+
+    PicturePair m_pair;
+    QString m_message;
+    bool m_difference = false;
+    double m_zoom = 1;
+    QPointF m_center{0.5, 0.5}; // of the view, as a share of the picture
+    QPointF m_dragFrom;
+    bool m_dragging = false;
+};

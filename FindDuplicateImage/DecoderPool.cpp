@@ -1,0 +1,172 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "FindDuplicateImage/DecoderPool.h"
+
+#include "FindDuplicateImage/decoder/Messages.h"
+
+#include <QCoreApplication>
+#include <QDir>
+#include <QFileInfo>
+
+#include <functional>
+#include <utility>
+
+using decoder::Reply;
+using decoder::Wish;
+
+namespace
+{
+
+using Clock = std::chrono::steady_clock;
+
+enum class Answer { Lost, Failed, Done };
+
+// Sends a request and reads as far as what was asked for. The memory that the picture needs may have to be
+// waited for, which is not the decoder's fault: `begin` starts the time anew.
+Answer request(platform::PipedProcess &process, Wish wish, const QString &path,
+               const core::BeforeDecode &beforeDecode, const std::function<void()> &begin)
+{
+    begin();
+    if (!decoder::writeRequest(process, {wish, path}))
+        return Answer::Lost;
+    std::optional<Reply> reply = decoder::readNumber<Reply>(process);
+    if (reply == Reply::Needs) {
+        const auto bytes = decoder::readNumber<qint64>(process);
+        if (!bytes)
+            return Answer::Lost;
+        if (beforeDecode)
+            beforeDecode(qBound(qint64(0), *bytes, qint64(core::imageAllocationLimit) << 20));
+        begin();
+        if (!decoder::writeNumber<quint8>(process, 1))
+            return Answer::Lost;
+        reply = decoder::readNumber<Reply>(process);
+    }
+    return reply == Reply::Done ? Answer::Done : reply == Reply::Failed ? Answer::Failed : Answer::Lost;
+}
+
+} // namespace
+
+DecoderPool::DecoderPool(Options options) : m_options(std::move(options)) {}
+
+DecoderPool::~DecoderPool() = default;
+
+QString DecoderPool::decoderProgram()
+{
+    return QDir::toNativeSeparators(QCoreApplication::applicationDirPath()) +
+           QStringLiteral("\\LarkspurDecoder.exe");
+}
+
+void DecoderPool::rest()
+{
+    const std::lock_guard lock(m_mutex);
+    m_idle.clear();
+}
+
+bool DecoderPool::usesThisProcess() const
+{
+    const std::lock_guard lock(m_mutex);
+    return m_usesThisProcess;
+}
+
+int DecoderPool::lost() const
+{
+    const std::lock_guard lock(m_mutex);
+    return m_lost;
+}
+
+// Null when there is no decoder for this picture.
+DecoderPool::Process DecoderPool::take(const core::CancelFlag &cancel)
+{
+    {
+        const std::lock_guard lock(m_mutex);
+        if (m_usesThisProcess)
+            return nullptr;
+        if (!m_idle.empty()) {
+            Process process = std::move(m_idle.back());
+            m_idle.pop_back();
+            return process;
+        }
+    }
+    Process process = start(cancel);
+    const std::lock_guard lock(m_mutex);
+    if (process)
+        m_everStarted = true;
+    else if (!m_everStarted && !cancel.isSet())
+        m_usesThisProcess = true;
+    return process;
+}
+
+DecoderPool::Process DecoderPool::start(const core::CancelFlag &cancel) const
+{
+    if (!QFileInfo(m_options.program).isFile())
+        return nullptr;
+    Process process = platform::PipedProcess::start(m_options.program, memoryLimit);
+    if (!process)
+        return nullptr;
+    const auto end = Clock::now() + m_options.startPatience;
+    process->setGiveUp([&cancel, end] { return cancel.isSet() || Clock::now() > end; });
+    return decoder::readNumber<quint32>(*process) == decoder::greeting ? std::move(process) : nullptr;
+}
+
+void DecoderPool::end(Process process, bool lost, const core::CancelFlag &cancel)
+{
+    process->setGiveUp({}); // it refers to the caller's flag
+    const std::lock_guard lock(m_mutex);
+    if (!lost)
+        m_idle.push_back(std::move(process));
+    else if (!cancel.isSet())
+        ++m_lost;
+}
+
+// What `read` reads once a decoder has done what was wished for.
+template <class Result>
+std::optional<Result> DecoderPool::ask(Process process, Wish wish, const QString &path,
+                                       const core::BeforeDecode &beforeDecode, const core::CancelFlag &cancel,
+                                       std::optional<Result> (*read)(platform::ByteChannel &))
+{
+    platform::PipedProcess &decoder = *process;
+    const Answer answer = request(decoder, wish, path, beforeDecode, [&] {
+        const auto end = Clock::now() + m_options.patience;
+        decoder.setGiveUp([&cancel, end] { return cancel.isSet() || Clock::now() > end; });
+    });
+    std::optional<Result> result;
+    if (answer == Answer::Done)
+        result = read(decoder);
+    end(std::move(process), answer == Answer::Lost || (answer == Answer::Done && !result), cancel);
+    return result;
+}
+
+std::optional<lookalikes::ExaminedImage> DecoderPool::examine(const QString &path,
+                                                              const core::BeforeDecode &beforeDecode,
+                                                              const core::CancelFlag &cancel)
+{
+    Process process = take(cancel);
+    if (!process) {
+        if (usesThisProcess() && !cancel.isSet())
+            return lookalikes::examineWith(core::readImage)(path, beforeDecode);
+        return std::nullopt;
+    }
+    auto found = ask<decoder::Examination>(std::move(process), Wish::Examine, path, beforeDecode, cancel,
+                                           decoder::readExamination);
+    if (!found)
+        return std::nullopt;
+    return lookalikes::ExaminedImage{
+        found->width,
+        found->height,
+        std::move(found->format),
+        {lookalikes::fingerprintOf(found->fingerprintPixels), std::move(found->thumbnail)}};
+}
+
+std::optional<core::LoadedImage> DecoderPool::picture(const QString &path, const core::CancelFlag &cancel)
+{
+    Process process = take(cancel);
+    if (!process) {
+        if (usesThisProcess() && !cancel.isSet())
+            return core::readImage(path);
+        return std::nullopt;
+    }
+    auto found =
+        ask<decoder::Picture>(std::move(process), Wish::Picture, path, {}, cancel, decoder::readPicture);
+    if (!found)
+        return std::nullopt;
+    return core::LoadedImage{std::move(found->image), std::move(found->format)};
+}

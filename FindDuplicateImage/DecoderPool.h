@@ -1,0 +1,70 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include "FindDuplicateImage/decoder/Messages.h"
+#include "FindDuplicateImage/engine/Scan.h"
+#include "core/CancelFlag.h"
+#include "core/ImageLoader.h"
+#include "platform/PipedProcess.h"
+
+#include <QString>
+
+#include <chrono>
+#include <memory>
+#include <mutex>
+#include <optional>
+#include <vector>
+
+// Decodes pictures in processes of their own, so that a file that brings its decoder down, or keeps it busy
+// for ever, costs that one file. There are as many of these processes as threads decode at a time; one that
+// ended is replaced when the next picture comes. Where not even the first can be started, pictures are
+// decoded in this process, behind the limits of core::readImage(). Any thread.
+class DecoderPool
+{
+public:
+    // Memory of one decoder: several copies of the largest picture that is allowed.
+    static constexpr quint64 memoryLimit = quint64(2) << 30;
+
+    struct Options {
+        QString program;                            // decoderProgram(), or a test's own
+        std::chrono::milliseconds patience{60'000}; // for one picture
+        std::chrono::milliseconds startPatience{20'000};
+    };
+
+    explicit DecoderPool(Options options);
+    ~DecoderPool();
+
+    // Beside the application's executable.
+    static QString decoderProgram();
+
+    // As lookalikes::Examine and core::readImage(). Ends soon after `cancel` is set, without a result.
+    std::optional<lookalikes::ExaminedImage>
+    examine(const QString &path, const core::BeforeDecode &beforeDecode, const core::CancelFlag &cancel);
+    std::optional<core::LoadedImage> picture(const QString &path, const core::CancelFlag &cancel);
+
+    // Ends the decoders that have nothing to do; the next picture starts one again.
+    void rest();
+
+    // Whether pictures are decoded here because no decoder could be started.
+    bool usesThisProcess() const;
+    // Decoders that ended or were ended while they had a picture, cancelled ones not counted.
+    int lost() const;
+
+private:
+    using Process = std::unique_ptr<platform::PipedProcess>;
+
+    template <class Result>
+    std::optional<Result> ask(Process process, decoder::Wish wish, const QString &path,
+                              const core::BeforeDecode &beforeDecode, const core::CancelFlag &cancel,
+                              std::optional<Result> (*read)(platform::ByteChannel &));
+    Process take(const core::CancelFlag &cancel);
+    Process start(const core::CancelFlag &cancel) const;
+    void end(Process process, bool lost, const core::CancelFlag &cancel);
+
+    const Options m_options;
+    mutable std::mutex m_mutex; // guards what follows
+    std::vector<Process> m_idle;
+    bool m_everStarted = false;
+    bool m_usesThisProcess = false;
+    int m_lost = 0;
+};

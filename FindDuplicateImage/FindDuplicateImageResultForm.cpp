@@ -1,0 +1,250 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "FindDuplicateImage/FindDuplicateImageResultForm.h"
+
+#include "FindDuplicateImage/ComparePane.h"
+#include "FindDuplicateImage/FindDuplicateImageMainResultThread.h"
+#include "FindDuplicateImage/ImageGroupModel.h"
+#include "FindDuplicateImage/ImageMemberModel.h"
+#include "FindDuplicateImage/PictureRemoval.h"
+#include "core/SizeText.h"
+#include "platform/Paths.h"
+#include "platform/Shell.h"
+#include "widgets/ElidedLabel.h"
+#include "widgets/FLPopupMenu.h"
+#include "widgets/FLTreeView.h"
+#include "widgets/NoticeBar.h"
+
+#include <QAction>
+#include <QClipboard>
+#include <QGuiApplication>
+#include <QIcon>
+#include <QLineEdit>
+#include <QListView>
+#include <QSortFilterProxyModel>
+#include <QToolButton>
+
+using lookalikes::ImageRecord;
+using platform::Removal;
+
+FindDuplicateImageResultForm::~FindDuplicateImageResultForm()
+{
+    clear();
+}
+
+void FindDuplicateImageResultForm::prepare(ImageReport report)
+{
+    clear();
+    m_report = std::move(report);
+    QStringList first;
+    for (const lookalikes::ImageGroup &group : m_report.groups)
+        first.append(group.members.front().fullPath());
+    m_prepareThread.reset(new FindDuplicateImageMainResultThread(std::move(first)));
+    connect(m_prepareThread.get(), &FindDuplicateImageMainResultThread::path, this,
+            &FindDuplicateImageResultForm::prepareReportUpdatePath, Qt::DirectConnection);
+    connect(m_prepareThread.get(), &FindDuplicateImageMainResultThread::processFinish, this,
+            &FindDuplicateImageResultForm::showReport);
+    m_prepareThread->start();
+}
+
+void FindDuplicateImageResultForm::clear()
+{
+    m_prepareThread.reset();
+    m_inspection.cancel();
+    m_compare->clear();
+    m_members->setGroup(nullptr, -1);
+    m_groups->setReport(nullptr);
+    m_thumbnails.setFile(nullptr);
+    m_report = {};
+}
+
+bool FindDuplicateImageResultForm::isRemoving() const
+{
+    return m_removal->isRunning();
+}
+
+void FindDuplicateImageResultForm::requestStop()
+{
+    if (m_prepareThread)
+        m_prepareThread->requestStop();
+}
+
+void FindDuplicateImageResultForm::showReport()
+{
+    m_report.firstGone = m_prepareThread->takeGone();
+    m_prepareThread.reset();
+    m_thumbnails.setFile(m_report.thumbnails);
+    m_notice->hide();
+    m_search->clear();
+    m_title->setText(m_report.root);
+    showTotals();
+    m_groups->setReport(&m_report);
+    m_side->setCurrentIndex(m_found->index(0, 0));
+    showGroup();
+    emit resultReady();
+}
+
+void FindDuplicateImageResultForm::showTotals()
+{
+    const ImageStatistics now = statisticsOf(m_report.groups);
+    m_totals->setText(
+        tr("%1 groups with %2 pictures of %3 compared. Keeping the proposed picture of each group alone "
+           "would free %4.")
+            .arg(QString::number(now.groups), QString::number(now.images),
+                 QString::number(m_report.imagesCompared), core::sizeText(now.freeableBytes)));
+}
+
+int FindDuplicateImageResultForm::currentGroup() const
+{
+    const QModelIndex source = m_found->mapToSource(m_side->currentIndex());
+    return source.isValid() ? source.row() : -1;
+}
+
+int FindDuplicateImageResultForm::currentMember() const
+{
+    return m_main->currentIndex().isValid() ? m_main->currentIndex().row() : -1;
+}
+
+void FindDuplicateImageResultForm::showGroup()
+{
+    const int group = currentGroup();
+    if (group == m_members->group() && group >= 0)
+        return;
+    m_compare->clear();
+    m_members->setGroup(&m_report, group);
+    // The second picture: the first one is beside it anyway.
+    m_main->setCurrentIndex(m_members->index(m_members->rowCount() > 1 ? 1 : 0));
+    m_main->scrollToTop();
+    inspectGroup();
+    showMember();
+}
+
+void FindDuplicateImageResultForm::inspectGroup()
+{
+    const int group = m_members->group();
+    if (group < 0)
+        return;
+    QStringList paths;
+    for (const ImageRecord &image : m_report.groups[static_cast<std::size_t>(group)].members)
+        paths.append(image.checked ? QString() : image.fullPath());
+    m_inspection.start([this, group, paths](const core::CancelFlag &cancel) -> LatestTask::Effect {
+        std::vector<duplicates::MemberState> states;
+        for (const QString &path : paths) {
+            if (cancel.isSet())
+                return {};
+            duplicates::MemberState state;
+            if (!path.isEmpty() && platform::fileExists(path)) {
+                state.exists = true;
+                if (const auto facts = platform::fileFacts(path))
+                    state.identity = facts->identity;
+            }
+            states.push_back(state);
+        }
+        return [this, group, states = std::move(states)] {
+            if (m_members->group() != group)
+                return;
+            m_report.firstGone[static_cast<std::size_t>(group)] = !states.front().exists;
+            m_members->setStates(states);
+            m_groups->refresh(group);
+            showButtons();
+        };
+    });
+}
+
+void FindDuplicateImageResultForm::showMember()
+{
+    const int row = currentMember();
+    const ImageRecord *first = m_members->record(0);
+    const ImageRecord *selected = m_members->record(row);
+    showButtons();
+    if (!first || !selected) {
+        m_compare->clear();
+        return;
+    }
+    const auto caption = [](const ImageRecord &image) {
+        return tr("%1, %2").arg(image.name, dimensionsText(image));
+    };
+    m_compare->compare(first->fullPath(), caption(*first), row == 0 ? QString() : selected->fullPath(),
+                       row == 0 ? QString() : caption(*selected), m_report.decoders);
+}
+
+void FindDuplicateImageResultForm::showButtons()
+{
+    const int row = currentMember();
+    const bool usable = m_members->record(row) && !m_members->record(row)->checked && !isRemoving();
+    for (QToolButton *button : {m_open, m_explorer, m_recycle})
+        button->setEnabled(usable);
+}
+
+void FindDuplicateImageResultForm::on_openButton_clicked()
+{
+    const ImageRecord *image = m_members->record(currentMember());
+    if (image && !image->checked && !platform::shell().openFile(image->fullPath()))
+        warn(tr("%1 could not be opened. It may have been moved or deleted since the scan.")
+                 .arg(image->fullPath()));
+}
+
+void FindDuplicateImageResultForm::on_explorerButton_clicked()
+{
+    const ImageRecord *image = m_members->record(currentMember());
+    if (image && !image->checked && !platform::shell().revealInExplorer(image->fullPath()))
+        warn(tr("%1 could not be shown in Explorer.").arg(image->fullPath()));
+}
+
+void FindDuplicateImageResultForm::on_RecycleBinButton_clicked()
+{
+    const int row = currentMember();
+    const ImageRecord *image = m_members->record(row);
+    if (!image || image->checked || isRemoving())
+        return;
+    m_removing = {m_report.root, image->fullPath(), image->size, image->lastWriteTime, {}};
+    if (const auto state = m_members->state(row))
+        m_removing.identity = state->identity;
+    m_removingGroup = m_members->group();
+    m_removingMember = row;
+    m_notice->hide();
+    m_removal->start(m_removing);
+    // The question has no owner: without this the page behind it could be used meanwhile.
+    setEnabled(false);
+    emit removingChanged(true);
+}
+
+void FindDuplicateImageResultForm::afterRemoval(std::optional<Removal> result)
+{
+    setEnabled(true);
+    m_main->setFocus();
+    if (result == Removal::Moved) {
+        auto &group = m_report.groups[static_cast<std::size_t>(m_removingGroup)];
+        group.members[static_cast<std::size_t>(m_removingMember)].checked = true;
+        m_members->refresh();
+        m_groups->refresh(m_removingGroup);
+        showTotals();
+    } else if (result) {
+        warn(PictureRemoval::message(m_removing.path, *result));
+    }
+    inspectGroup();
+    showButtons();
+    emit removingChanged(false);
+}
+
+void FindDuplicateImageResultForm::copyPath()
+{
+    if (const ImageRecord *image = m_members->record(currentMember()))
+        QGuiApplication::clipboard()->setText(image->fullPath());
+}
+
+void FindDuplicateImageResultForm::showMenu(const QPoint &where)
+{
+    if (!m_main->indexAt(where).isValid())
+        return;
+    auto *menu = new FLPopupMenu(this);
+    for (QAction *action : m_main->actions()) {
+        action->setEnabled(m_recycle->isEnabled());
+        menu->addWithShortcut(action);
+    }
+    menu->popup(m_main->viewport()->mapToGlobal(where));
+}
+
+void FindDuplicateImageResultForm::warn(const QString &text)
+{
+    m_notice->showNotice(QIcon(QStringLiteral(":/resources/images/Warning16.png")), text);
+}

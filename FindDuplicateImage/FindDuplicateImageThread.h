@@ -1,0 +1,56 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include "FindDuplicateImage/engine/Scan.h"
+#include "core/WorkerThread.h"
+
+#include <memory>
+
+class DecoderPool;
+class ThumbnailFile;
+
+// What a scan needs, put together before it starts. The pool and the thumbnails are the form's.
+struct ImageScanJob {
+    QString root;
+    lookalikes::ScanOptions options;
+    std::unique_ptr<core::DirectoryEnumerator> enumerator;
+    std::shared_ptr<DecoderPool> decoders;
+    std::shared_ptr<ThumbnailFile> thumbnails;
+};
+
+// Scans a folder for pictures that look alike. The signals are emitted on this thread, updateTotalItemScan()
+// for every entry of the file system: take them through a core::ProgressRelay. scanFinish() comes once,
+// however the scan ends.
+class FindDuplicateImageThread : public core::WorkerThread, private duplicates::ScanListener
+{
+    Q_OBJECT
+
+public:
+    explicit FindDuplicateImageThread(ImageScanJob job);
+    ~FindDuplicateImageThread() override;
+
+    // After scanFinish().
+    lookalikes::ScanResult takeResult() { return std::move(m_result); }
+    // What went wrong, in words for the user; empty when nothing did.
+    QString error() const { return m_error; }
+
+signals:
+    void scanFinish();
+    void updateScanProgress();
+    void updatePath(QString path);
+    void updateTotalSubFolder(int total);
+    void updateTotalItemScan(int totalItem);
+
+protected:
+    void run() override;
+
+private:
+    void totalSubFolders(int total) override { emit updateTotalSubFolder(total); }
+    void folderEntered() override { emit updateScanProgress(); }
+    void pathChanged(const QString &folder) override { emit updatePath(folder); }
+    void itemSeen(int itemsSeen) override { emit updateTotalItemScan(itemsSeen); }
+
+    ImageScanJob m_job;
+    lookalikes::ScanResult m_result;
+    QString m_error;
+};

@@ -1,0 +1,71 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include "FindDuplicate/engine/MemberMarks.h"
+
+#include <QAbstractListModel>
+
+#include <optional>
+#include <vector>
+
+class ThumbnailCache;
+struct ImageReport;
+
+namespace lookalikes
+{
+struct ImageRecord;
+}
+
+// The pictures of one group: a row each, the first one first.
+class ImageMemberModel : public QAbstractListModel
+{
+    Q_OBJECT
+
+public:
+    enum Role {
+        FolderRole = Qt::UserRole,
+        FactsRole,    // dimensions and size
+        DateRole,     // format and last-write time
+        NoteRole,     // what the user should know before removing it
+        NoteKindRole, // a NoteKind
+        FirstRole,    // the picture that the others are alike to
+        GoneRole      // it is not there any more
+    };
+    enum NoteKind { NoNote, Proposal, Warning, Gone };
+
+    ImageMemberModel(ThumbnailCache &thumbnails, QObject *parent);
+
+    // A group of the report, or none.
+    void setGroup(const ImageReport *report, int group);
+    int group() const { return m_group; }
+    // What the disk says about the pictures now, one each.
+    void setStates(std::vector<duplicates::MemberState> states);
+    // Empty until it is known.
+    std::optional<duplicates::MemberState> state(int row) const;
+    // The picture was moved to the recycle bin.
+    void refresh();
+
+    const lookalikes::ImageRecord *record(int row) const;
+    bool isGone(int row) const;
+    // The row that is proposed to be kept, -1 when there is nothing to choose from.
+    int proposal() const { return m_proposal; }
+
+    int rowCount(const QModelIndex &parent = {}) const override;
+    QVariant data(const QModelIndex &index, int role) const override;
+
+private:
+    struct Note {
+        NoteKind kind = NoNote;
+        QString text;
+    };
+    Note note(int row) const;
+    QString accessibleText(int row) const;
+    void findProposal();
+
+    ThumbnailCache &m_thumbnails;
+    const ImageReport *m_report = nullptr;
+    int m_group = -1;
+    int m_proposal = -1;
+    std::vector<duplicates::MemberState> m_states;
+    std::vector<duplicates::MemberMark> m_marks;
+};

@@ -1,0 +1,37 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include "FindDuplicate/engine/MemberMarks.h"
+#include "FindDuplicateImage/engine/ImageRecord.h"
+
+#include <QString>
+
+#include <cstddef>
+#include <memory>
+#include <vector>
+
+class DecoderPool;
+class ThumbnailFile;
+
+// What the results page shows.
+struct ImageReport {
+    QString root; // as the user chose it
+    std::vector<lookalikes::ImageGroup> groups;
+    std::size_t imagesCompared = 0;
+    std::shared_ptr<DecoderPool> decoders;
+    std::shared_ptr<ThumbnailFile> thumbnails;
+    std::vector<bool> firstGone; // for each group: its first picture was not there when the report was made
+};
+
+struct ImageStatistics {
+    std::size_t groups = 0; // with at least two pictures left
+    std::size_t images = 0; // in those
+    // What keeping only the proposed picture of each group would free.
+    quint64 freeableBytes = 0;
+};
+ImageStatistics statisticsOf(const std::vector<lookalikes::ImageGroup> &groups);
+
+// "4000 x 3000" with a real multiplication sign.
+QString dimensionsText(const lookalikes::ImageRecord &image);
+// "JPEG"
+QString formatText(const lookalikes::ImageRecord &image);

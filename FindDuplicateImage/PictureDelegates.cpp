@@ -1,0 +1,190 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "FindDuplicateImage/PictureDelegates.h"
+
+#include "FindDuplicateImage/ImageGroupModel.h"
+#include "FindDuplicateImage/ImageMemberModel.h"
+#include "widgets/Theme.h"
+
+#include <QAbstractItemView>
+#include <QApplication>
+#include <QPainter>
+#include <QPixmap>
+
+namespace
+{
+
+constexpr int groupPicture = 56;
+constexpr int memberPicture = 124;
+constexpr int cardWidth = 216;
+constexpr int cardMargin = 4; // around a card, half the distance between two
+constexpr int textLines = 4;
+constexpr double goneOpacity = 0.35;
+
+int lineHeight(const QFontMetrics &metrics)
+{
+    return metrics.height() + 1;
+}
+
+// As large as fits, its proportions kept, in the middle. A tile of the window's colour stands behind
+// pictures with transparent parts.
+void paintPicture(QPainter &painter, const QPixmap &pixmap, const QRect &area, const theme::Colors &colors,
+                  bool gone)
+{
+    static const QIcon missing(QStringLiteral(":/resources/images/Default.png"));
+    if (pixmap.isNull()) {
+        const QRect place(area.center() - QPoint(12, 12), QSize(24, 24));
+        missing.paint(&painter, place);
+        return;
+    }
+    const QSize size = pixmap.size().scaled(area.size(), Qt::KeepAspectRatio).expandedTo(QSize(1, 1));
+    const QRect place(area.left() + (area.width() - size.width()) / 2,
+                      area.top() + (area.height() - size.height()) / 2, size.width(), size.height());
+    painter.save();
+    painter.setRenderHint(QPainter::SmoothPixmapTransform);
+    if (pixmap.hasAlpha())
+        painter.fillRect(place, colors.track);
+    painter.setOpacity(gone ? goneOpacity : 1.0);
+    painter.drawPixmap(place, pixmap);
+    painter.restore();
+}
+
+void paintLine(QPainter &painter, QRect &line, const QString &text, const QFont &font, const QColor &color,
+               Qt::TextElideMode elide, Qt::LayoutDirection direction)
+{
+    const QFontMetrics metrics(font);
+    painter.setFont(font);
+    painter.setPen(color);
+    const int flags = static_cast<int>(QStyle::visualAlignment(direction, Qt::AlignLeft | Qt::AlignVCenter)) |
+                      Qt::TextSingleLine;
+    painter.drawText(line, flags, metrics.elidedText(text, elide, line.width()));
+    line.translate(0, line.height());
+}
+
+theme::CardState cardState(const QStyleOptionViewItem &option)
+{
+    if ((option.state & QStyle::State_Selected) != 0)
+        return theme::CardState::Checked;
+    return (option.state & QStyle::State_MouseOver) != 0 ? theme::CardState::Hover : theme::CardState::Rest;
+}
+
+bool hasVisibleFocus(const QStyleOptionViewItem &option)
+{
+    return (option.state & QStyle::State_HasFocus) != 0 && option.widget && option.widget->hasFocus() &&
+           (option.state & QStyle::State_KeyboardFocusChange) != 0;
+}
+
+void paintPill(QPainter &painter, const QRect &area, const QString &text, const QFont &font,
+               const QColor &color, const theme::Colors &colors)
+{
+    const QFontMetrics metrics(font);
+    const QString shown = metrics.elidedText(text, Qt::ElideMiddle, area.width() - 2 * theme::spaceSnug);
+    QRect pill(area.topLeft(),
+               QSize(metrics.horizontalAdvance(shown) + 2 * theme::spaceSnug, metrics.height() + 4));
+    painter.save();
+    painter.setRenderHint(QPainter::Antialiasing);
+    painter.setPen(Qt::NoPen);
+    painter.setBrush(theme::mix(colors.card, color, 0.18));
+    painter.drawRoundedRect(pill, pill.height() / 2.0, pill.height() / 2.0);
+    painter.setFont(font);
+    painter.setPen(theme::readable(color, theme::mix(colors.card, color, 0.18), 4.5));
+    painter.drawText(pill, Qt::AlignCenter | Qt::TextSingleLine, shown);
+    painter.restore();
+}
+
+QColor noteColor(int kind, const theme::Colors &colors)
+{
+    switch (kind) {
+    case ImageMemberModel::Proposal:
+        return colors.good;
+    case ImageMemberModel::Warning:
+        return colors.warning;
+    default:
+        return colors.textMuted;
+    }
+}
+
+} // namespace
+
+QSize ImageGroupDelegate::sizeHint(const QStyleOptionViewItem &option, const QModelIndex &) const
+{
+    return {200, qMax(groupPicture, 3 * lineHeight(option.fontMetrics)) + 2 * theme::spaceSnug};
+}
+
+void ImageGroupDelegate::paint(QPainter *painter, const QStyleOptionViewItem &option,
+                               const QModelIndex &index) const
+{
+    const theme::Colors colors = theme::colors(option.palette);
+    const bool gone = index.data(ImageGroupModel::GoneRole).toBool();
+    const bool selected = (option.state & QStyle::State_Selected) != 0;
+    painter->save();
+    if (selected)
+        painter->fillRect(option.rect, colors.accentSoft);
+    else if ((option.state & QStyle::State_MouseOver) != 0)
+        painter->fillRect(option.rect, colors.cardHover);
+    if (hasVisibleFocus(option))
+        theme::paintFocusRing(*painter, option.rect, colors, theme::controlRadius);
+
+    const QRect inner =
+        option.rect.adjusted(theme::spaceSnug, theme::spaceSnug, -theme::spaceSnug, -theme::spaceSnug);
+    QRect picture(inner.topLeft(), QSize(groupPicture, inner.height()));
+    QRect text = inner.adjusted(groupPicture + theme::space, 0, 0, 0);
+    picture = QStyle::visualRect(option.direction, inner, picture);
+    text = QStyle::visualRect(option.direction, inner, text);
+    paintPicture(*painter, index.data(Qt::DecorationRole).value<QPixmap>(), picture, colors, gone);
+
+    const int height = lineHeight(option.fontMetrics);
+    QRect line(text.left(), text.top() + (text.height() - 3 * height) / 2, text.width(), height);
+    QFont bold = option.font;
+    bold.setWeight(QFont::DemiBold);
+    paintLine(*painter, line, index.data().toString(), bold, gone ? colors.textMuted : colors.text,
+              Qt::ElideMiddle, option.direction);
+    paintLine(*painter, line, index.data(ImageGroupModel::FolderRole).toString(), option.font,
+              colors.textMuted, Qt::ElideMiddle, option.direction);
+    paintLine(*painter, line, index.data(ImageGroupModel::DetailRole).toString(), option.font,
+              colors.textMuted, Qt::ElideRight, option.direction);
+    painter->restore();
+}
+
+QSize ImageMemberDelegate::sizeHint(const QStyleOptionViewItem &option, const QModelIndex &) const
+{
+    return {cardWidth, memberPicture + textLines * lineHeight(option.fontMetrics) + 2 * theme::space +
+                           theme::spaceSnug + 2 * cardMargin};
+}
+
+void ImageMemberDelegate::paint(QPainter *painter, const QStyleOptionViewItem &option,
+                                const QModelIndex &index) const
+{
+    const theme::Colors colors = theme::colors(option.palette);
+    const bool gone = index.data(ImageMemberModel::GoneRole).toBool();
+    const QRect card = option.rect.adjusted(cardMargin, cardMargin, -cardMargin, -cardMargin);
+    painter->save();
+    theme::paintCard(*painter, card, colors, cardState(option), hasVisibleFocus(option));
+    const QRect inner = card.adjusted(theme::space, theme::space, -theme::space, -theme::space);
+    const QRect picture(inner.topLeft(), QSize(inner.width(), memberPicture));
+    paintPicture(*painter, index.data(Qt::DecorationRole).value<QPixmap>(), picture, colors, gone);
+
+    const QFont small = theme::caption(option.font);
+    QRect pill = picture;
+    if (index.data(ImageMemberModel::FirstRole).toBool()) {
+        paintPill(*painter, pill, tr("First"), small, colors.accent, colors);
+        pill.translate(0, QFontMetrics(small).height() + 6);
+    }
+    const QString note = index.data(ImageMemberModel::NoteRole).toString();
+    if (!note.isEmpty())
+        paintPill(*painter, pill, note, small,
+                  noteColor(index.data(ImageMemberModel::NoteKindRole).toInt(), colors), colors);
+
+    QRect line(inner.left(), picture.bottom() + theme::spaceSnug, inner.width(),
+               lineHeight(option.fontMetrics));
+    QFont bold = option.font;
+    bold.setWeight(QFont::DemiBold);
+    paintLine(*painter, line, index.data().toString(), bold, gone ? colors.textMuted : colors.text,
+              Qt::ElideMiddle, option.direction);
+    paintLine(*painter, line, index.data(ImageMemberModel::FolderRole).toString(), option.font,
+              colors.textMuted, Qt::ElideMiddle, option.direction);
+    paintLine(*painter, line, index.data(ImageMemberModel::FactsRole).toString(), option.font, colors.text,
+              Qt::ElideRight, option.direction);
+    paintLine(*painter, line, index.data(ImageMemberModel::DateRole).toString(), option.font,
+              colors.textMuted, Qt::ElideRight, option.direction);
+    painter->restore();
+}

@@ -1,0 +1,218 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+
+// How the results page is put together.
+#include "FindDuplicateImage/ComparePane.h"
+#include "FindDuplicateImage/FindDuplicateImageMainResultThread.h"
+#include "FindDuplicateImage/FindDuplicateImageResultForm.h"
+#include "FindDuplicateImage/ImageGroupModel.h"
+#include "FindDuplicateImage/ImageMemberModel.h"
+#include "FindDuplicateImage/PictureDelegates.h"
+#include "FindDuplicateImage/PictureRemoval.h"
+#include "widgets/ElidedLabel.h"
+#include "widgets/FLTreeView.h"
+#include "widgets/NoticeBar.h"
+#include "widgets/Theme.h"
+
+#include <QAction>
+#include <QHBoxLayout>
+#include <QIcon>
+#include <QLineEdit>
+#include <QListView>
+#include <QSortFilterProxyModel>
+#include <QSplitter>
+#include <QToolBar>
+#include <QToolButton>
+#include <QVBoxLayout>
+
+namespace
+{
+
+QIcon image(const char *name)
+{
+    return QIcon(QStringLiteral(":/resources/images/%1.png").arg(QLatin1String(name)));
+}
+
+} // namespace
+
+FindDuplicateImageResultForm::FindDuplicateImageResultForm(QWidget *parent)
+    : QWidget(parent),
+      m_groups(new ImageGroupModel(m_thumbnails, this)),
+      m_found(new QSortFilterProxyModel(this)),
+      m_members(new ImageMemberModel(m_thumbnails, this)),
+      m_removal(new PictureRemoval(this)),
+      m_toolBar(new QToolBar(this)),
+      m_title(new ElidedLabel(this, Qt::ElideMiddle)),
+      m_totals(new ElidedLabel(this)),
+      m_notice(new NoticeBar(this)),
+      m_search(new QLineEdit(this)),
+      m_side(new FLTreeView(this)),
+      m_main(new QListView(this)),
+      m_compare(new ComparePane(this))
+{
+    buildToolBar();
+    buildLists();
+    buildLayout();
+    buildActions();
+    connectAll();
+}
+
+QToolButton *FindDuplicateImageResultForm::addTool(const char *name, const char *icon, const QString &text)
+{
+    auto *button = new QToolButton(m_toolBar);
+    button->setObjectName(QLatin1String(name));
+    button->setText(text);
+    button->setIcon(image(icon));
+    button->setAutoRaise(true);
+    button->setToolButtonStyle(Qt::ToolButtonTextBesideIcon);
+    button->setFocusPolicy(Qt::TabFocus);
+    return button;
+}
+
+void FindDuplicateImageResultForm::buildToolBar()
+{
+    m_toolBar->setObjectName(QStringLiteral("toolBar"));
+    m_toolBar->setIconSize({24, 24});
+    m_toolBar->setMovable(false);
+    m_back = addTool("backButton", "ArrowLeft24", tr("Back"));
+    m_back->setToolTip(tr("Back to the start page (Alt+Left)"));
+    m_open = addTool("openButton", "Activate24", tr("Open File"));
+    m_open->setToolTip(tr("Open the selected picture with its program (Ctrl+O)"));
+    m_explorer = addTool("explorerButton", "FolderSearch24", tr("Explorer"));
+    m_explorer->setToolTip(tr("Show the selected picture in Explorer (Ctrl+E)"));
+    m_recycle = addTool("RecycleBinButton", "RecycleBin24", tr("Move to Recycle Bin"));
+    m_recycle->setToolTip(tr("Move the selected picture to the recycle bin (Delete)"));
+
+    auto *texts = new QWidget(m_toolBar);
+    auto *column = new QVBoxLayout(texts);
+    column->setContentsMargins(theme::spaceSnug, 0, theme::spaceSnug, 0);
+    column->setSpacing(0);
+    m_title->setObjectName(QStringLiteral("resultTitleLabel"));
+    m_title->setFont(theme::sectionTitle(font()));
+    m_totals->setObjectName(QStringLiteral("resultTotalsLabel"));
+    theme::makeMuted(m_totals);
+    column->addWidget(m_title);
+    column->addWidget(m_totals);
+    texts->setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Preferred);
+    m_toolBar->addWidget(m_back);
+    m_toolBar->addWidget(texts);
+    for (QToolButton *button : {m_open, m_explorer, m_recycle})
+        m_toolBar->addWidget(button);
+}
+
+void FindDuplicateImageResultForm::buildLists()
+{
+    m_search->setObjectName(QStringLiteral("searchEdit"));
+    m_search->setPlaceholderText(tr("Search by name"));
+    m_search->setAccessibleName(tr("Search by name"));
+    m_search->setClearButtonEnabled(true);
+    m_search->addAction(image("Search16"), QLineEdit::LeadingPosition);
+    m_found->setSourceModel(m_groups);
+    m_found->setFilterRole(ImageGroupModel::SearchRole);
+    m_found->setFilterCaseSensitivity(Qt::CaseInsensitive);
+
+    m_side->setObjectName(QStringLiteral("sideTreeView"));
+    m_side->setAccessibleName(tr("Groups of pictures that are alike"));
+    m_side->setModel(m_found);
+    m_side->setItemDelegate(new ImageGroupDelegate(m_side));
+    m_side->setHeaderHidden(true);
+    m_side->setRootIsDecorated(false);
+    m_side->setMouseTracking(true);
+    m_side->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+
+    m_main->setObjectName(QStringLiteral("mainTreeView"));
+    m_main->setAccessibleName(tr("Pictures of the group"));
+    m_main->setModel(m_members);
+    m_main->setItemDelegate(new ImageMemberDelegate(m_main));
+    m_main->setFlow(QListView::LeftToRight);
+    m_main->setWrapping(true);
+    m_main->setResizeMode(QListView::Adjust);
+    m_main->setUniformItemSizes(true);
+    m_main->setSelectionMode(QAbstractItemView::SingleSelection);
+    m_main->setEditTriggers(QAbstractItemView::NoEditTriggers);
+    m_main->setVerticalScrollMode(QAbstractItemView::ScrollPerPixel);
+    m_main->setMouseTracking(true);
+    m_main->setFrameShape(QFrame::NoFrame);
+    m_main->setContextMenuPolicy(Qt::CustomContextMenu);
+    m_main->viewport()->setAutoFillBackground(false);
+}
+
+QWidget *FindDuplicateImageResultForm::buildRight()
+{
+    auto *right = new QSplitter(Qt::Vertical, this);
+    right->addWidget(m_main);
+    right->addWidget(m_compare);
+    right->setStretchFactor(0, 1);
+    right->setStretchFactor(1, 2);
+    right->setChildrenCollapsible(false);
+    right->setSizes({250, 330});
+    return right;
+}
+
+void FindDuplicateImageResultForm::buildLayout()
+{
+    auto *left = new QWidget(this);
+    auto *column = new QVBoxLayout(left);
+    column->setContentsMargins(0, 0, 0, 0);
+    column->setSpacing(theme::spaceSnug);
+    column->addWidget(m_search);
+    column->addWidget(m_side, 1);
+
+    auto *splitter = new QSplitter(Qt::Horizontal, this);
+    splitter->addWidget(left);
+    splitter->addWidget(buildRight());
+    splitter->setStretchFactor(0, 0);
+    splitter->setStretchFactor(1, 1);
+    splitter->setChildrenCollapsible(false);
+    splitter->setSizes({270, 690});
+
+    auto *layout = new QVBoxLayout(this);
+    layout->setContentsMargins(theme::space, theme::spaceSnug, theme::space, theme::space);
+    layout->setSpacing(theme::spaceSnug);
+    layout->addWidget(m_toolBar);
+    layout->addWidget(m_notice);
+    layout->addWidget(splitter, 1);
+}
+
+void FindDuplicateImageResultForm::buildActions()
+{
+    const auto add = [this](const char *name, const char *icon, const QString &text, const QKeySequence &key,
+                            auto slot) {
+        auto *action = new QAction(image(icon), text, this);
+        action->setObjectName(QLatin1String(name));
+        action->setShortcut(key);
+        action->setShortcutContext(Qt::WidgetWithChildrenShortcut);
+        m_main->addAction(action);
+        connect(action, &QAction::triggered, this, slot);
+    };
+    add("openAction", "Activate24", tr("Open File"), Qt::CTRL | Qt::Key_O,
+        &FindDuplicateImageResultForm::on_openButton_clicked);
+    add("showInExplorerAction", "FolderSearch24", tr("Show in Explorer"), Qt::CTRL | Qt::Key_E,
+        &FindDuplicateImageResultForm::on_explorerButton_clicked);
+    add("copyPathAction", "Copy24", tr("Copy Path"), QKeySequence::Copy,
+        &FindDuplicateImageResultForm::copyPath);
+    add("recycleAction", "RecycleBin24", tr("Move to Recycle Bin"), QKeySequence::Delete,
+        &FindDuplicateImageResultForm::on_RecycleBinButton_clicked);
+    m_back->setShortcut(QKeySequence(Qt::ALT | Qt::Key_Left));
+}
+
+void FindDuplicateImageResultForm::connectAll()
+{
+    connect(m_back, &QAbstractButton::clicked, this, &FindDuplicateImageResultForm::backToMain);
+    connect(m_open, &QAbstractButton::clicked, this, &FindDuplicateImageResultForm::on_openButton_clicked);
+    connect(m_explorer, &QAbstractButton::clicked, this,
+            &FindDuplicateImageResultForm::on_explorerButton_clicked);
+    connect(m_recycle, &QAbstractButton::clicked, this,
+            &FindDuplicateImageResultForm::on_RecycleBinButton_clicked);
+    connect(m_search, &QLineEdit::textChanged, this, [this](const QString &text) {
+        m_found->setFilterFixedString(text);
+        if (!m_side->currentIndex().isValid() && m_found->rowCount() > 0)
+            m_side->setCurrentIndex(m_found->index(0, 0));
+        showGroup();
+    });
+    connect(m_side->selectionModel(), &QItemSelectionModel::currentRowChanged, this,
+            &FindDuplicateImageResultForm::showGroup);
+    connect(m_main->selectionModel(), &QItemSelectionModel::currentChanged, this,
+            &FindDuplicateImageResultForm::showMember);
+    connect(m_main, &QWidget::customContextMenuRequested, this, &FindDuplicateImageResultForm::showMenu);
+    connect(m_removal, &PictureRemoval::finished, this, &FindDuplicateImageResultForm::afterRemoval);
+}

@@ -1,0 +1,49 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "FindDuplicateImage/ThumbnailFile.h"
+
+#include "core/ThumbnailStore.h"
+#include "platform/Paths.h"
+
+#include <QDir>
+#include <QUuid>
+
+ThumbnailFile::ThumbnailFile(const QString &temporaryFolder)
+    : m_temporaryFolder(temporaryFolder),
+      m_spool(m_file)
+{
+    const QString folder = core::ThumbnailStore::folder(temporaryFolder);
+    if (!QDir().mkpath(folder) || !platform::isInside(temporaryFolder, folder))
+        return;
+    m_file.setFileName(
+        folder +
+        QStringLiteral("/Lookalikes-%1.thumbnails").arg(QUuid::createUuid().toString(QUuid::WithoutBraces)));
+    // Noted before the file is there: nothing is left behind whenever the window closes.
+    core::ThumbnailStore::noteProduced();
+    m_file.open(QIODevice::ReadWrite | QIODevice::NewOnly);
+}
+
+ThumbnailFile::~ThumbnailFile()
+{
+    m_file.close();
+    if (!m_file.fileName().isEmpty() && platform::isInside(m_temporaryFolder, m_file.fileName()))
+        m_file.remove();
+}
+
+qint64 ThumbnailFile::store(const QImage &thumbnail)
+{
+    return m_file.isOpen() ? m_spool.store(thumbnail) : lookalikes::noThumbnail;
+}
+
+void ThumbnailFile::close()
+{
+    m_file.close();
+}
+
+QImage ThumbnailFile::load(qint64 thumbnail)
+{
+    if (thumbnail == lookalikes::noThumbnail || !m_file.open(QIODevice::ReadOnly))
+        return {};
+    QImage image = m_spool.load(thumbnail);
+    m_file.close();
+    return image;
+}
