@@ -1,0 +1,90 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// The results page: the comparison of contents.
+#include "FindDuplicate/FindDuplicateResultForm.h"
+
+#include "FindDuplicate/MemberModel.h"
+#include "widgets/ElidedLabel.h"
+
+#include <QProgressBar>
+#include <QPushButton>
+
+#include <algorithm>
+
+using duplicates::ContentState;
+
+void FindDuplicateResultForm::compareContents()
+{
+    const int group = m_memberModel->groupIndex();
+    if (group < 0 || isBusy())
+        return;
+    const duplicates::DuplicateGroup &compared = m_groups[static_cast<std::size_t>(group)];
+    QStringList paths;
+    m_comparedMembers.clear();
+    for (std::size_t member = 0; member < compared.members.size(); ++member) {
+        if (compared.members[member].checked)
+            continue;
+        m_comparedMembers.push_back(static_cast<int>(member));
+        paths.append(compared.members[member].fullPath());
+    }
+    if (paths.size() < 2) {
+        showNotice(tr("There is only one file left in this group."), false);
+        return;
+    }
+    m_comparedGroup = group;
+    m_comparison.reset(new FindDuplicateCompareThread(paths, compared.size));
+    connect(m_comparison.get(), &FindDuplicateCompareThread::compareFinish, this,
+            &FindDuplicateResultForm::onCompareFinish);
+    m_comparison->start();
+    m_compareBar->setValue(0);
+    m_compareBar->show();
+    m_compareCancel->show();
+    m_compare->hide();
+    m_groupTitle->hide();
+    m_compareTicker.start();
+    enableTools();
+}
+
+void FindDuplicateResultForm::showCompareProgress()
+{
+    if (m_comparison)
+        m_compareBar->setValue(m_comparison->permille());
+}
+
+void FindDuplicateResultForm::onCompareFinish()
+{
+    const bool cancelled = m_comparison->stopRequested();
+    const std::vector<ContentState> states = m_comparison->takeStates();
+    m_comparison.reset();
+    m_compareTicker.stop();
+    const bool hadFocus = m_compareCancel->hasFocus();
+    m_compareBar->hide();
+    m_compareCancel->hide();
+    m_compare->show();
+    m_groupTitle->show();
+    enableTools();
+    if (hadFocus)
+        m_compare->setFocus();
+
+    const std::size_t all = m_groups[static_cast<std::size_t>(m_comparedGroup)].members.size();
+    std::vector<ContentState> byMember(all, ContentState::NotCompared);
+    for (std::size_t i = 0; i < states.size(); ++i)
+        byMember[static_cast<std::size_t>(m_comparedMembers[i])] = states[i];
+    m_contents.insert(m_comparedGroup, byMember);
+    if (m_memberModel->groupIndex() == m_comparedGroup)
+        m_memberModel->setContents(byMember);
+
+    const auto count = [&](ContentState state) { return std::count(states.cbegin(), states.cend(), state); };
+    if (cancelled)
+        showNotice(tr("The comparison was cancelled; files without a mark were not compared to their end."),
+                   false);
+    else if (count(ContentState::Reference) == 0)
+        showNotice(tr("None of these files could be compared."));
+    else
+        showNotice(
+            tr("Compared byte by byte: %1 files are identical to the first that could be read, %2 "
+               "differ, %3 were not read.")
+                .arg(QString::number(count(ContentState::Identical)),
+                     QString::number(count(ContentState::Different)),
+                     QString::number(count(ContentState::Unreadable) + count(ContentState::Placeholder))),
+            count(ContentState::Different) > 0);
+}

@@ -1,0 +1,40 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include "FindDuplicate/Members.h"
+#include "core/WorkerThread.h"
+
+// Asks the disk about the members of one group. Works on a copy of it.
+class FindDuplicateResultThread : public core::WorkerThread
+{
+    Q_OBJECT
+
+public:
+    FindDuplicateResultThread(QString root, duplicates::DuplicateGroup group, int groupIndex)
+        : m_root(std::move(root)),
+          m_group(std::move(group)),
+          m_groupIndex(groupIndex)
+    {
+    }
+
+    int groupIndex() const { return m_groupIndex; }
+
+    // After processFinish(), one entry a member.
+    std::vector<duplicates::MemberFacts> takeMembers() { return std::move(m_members); }
+
+signals:
+    void processFinish();
+
+protected:
+    void run() override
+    {
+        m_members = duplicates::readMembers(m_root, m_group, cancelFlag());
+        deliver([this] { emit processFinish(); });
+    }
+
+private:
+    QString m_root;
+    duplicates::DuplicateGroup m_group;
+    const int m_groupIndex;
+    std::vector<duplicates::MemberFacts> m_members;
+};

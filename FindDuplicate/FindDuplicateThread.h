@@ -1,0 +1,49 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include "FindDuplicate/engine/Scan.h"
+#include "core/WorkerThread.h"
+
+#include <memory>
+
+// What a scan needs, put together before it starts.
+struct FindDuplicateJob {
+    QString root;
+    duplicates::ScanOptions options;
+    std::unique_ptr<core::DirectoryEnumerator> enumerator;
+};
+
+// Scans a folder for duplicates. All signals but scanFinish() are emitted on this thread, for every single
+// entry of the file system: take them through a core::ProgressRelay.
+class FindDuplicateThread : public core::WorkerThread, private duplicates::ScanListener
+{
+    Q_OBJECT
+
+public:
+    explicit FindDuplicateThread(FindDuplicateJob job);
+
+    // After scanFinish(). A cancelled scan has the groups of what it met.
+    duplicates::ScanResult takeResult() { return std::move(m_result); }
+    // What went wrong, in words for the user; empty when nothing did.
+    QString error() const { return m_error; }
+
+signals:
+    void scanFinish(); // once, also after a cancel; on the thread that this object lives in
+    void updateScanProgress();
+    void updatePath(const QString &path);
+    void updateTotalSubFolder(int total);
+    void updateTotalItemScan(int totalItem);
+
+protected:
+    void run() override;
+
+private:
+    void totalSubFolders(int total) override;
+    void folderEntered() override;
+    void pathChanged(const QString &folder) override;
+    void itemSeen(int itemsSeen) override;
+
+    FindDuplicateJob m_job;
+    duplicates::ScanResult m_result;
+    QString m_error;
+};

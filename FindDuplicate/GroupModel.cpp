@@ -1,0 +1,147 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "FindDuplicate/GroupModel.h"
+
+#include "core/SizeText.h"
+#include "platform/FileTime.h"
+#include "widgets/FileRowDelegate.h"
+
+#include <algorithm>
+
+using duplicates::DuplicateGroup;
+using duplicates::FileRecord;
+using duplicates::GroupRow;
+
+namespace
+{
+
+QString lastAccessText(const FileRecord &file)
+{
+    return GroupModel::tr("Last Access Time: ") + platform::fileTimeText(file.lastAccessTime);
+}
+
+QString movedText()
+{
+    return GroupModel::tr("The file was moved to another location");
+}
+
+// The row's whole text. A blank line stands between the name and the rest.
+QString wholeText(const FileRecord &file)
+{
+    return file.name + QStringLiteral("\n\n") + file.folder() + QLatin1Char('\n') + lastAccessText(file);
+}
+
+QList<RowBadge> badges(const DuplicateGroup &group)
+{
+    const auto removed = std::count_if(group.members.cbegin(), group.members.cend(),
+                                       [](const FileRecord &file) { return file.checked; });
+    QList<RowBadge> result{
+        {GroupModel::tr("%1 files").arg(QString::number(group.members.size())), RowBadge::Tone::Neutral},
+        {core::sizeText(group.size), RowBadge::Tone::Neutral}};
+    if (removed > 0)
+        result.append({GroupModel::tr("%1 removed").arg(QString::number(removed)), RowBadge::Tone::Good});
+    return result;
+}
+
+} // namespace
+
+void GroupModel::setGroups(const std::vector<DuplicateGroup> *groups, std::vector<GroupRow> rows)
+{
+    beginResetModel();
+    m_groups = groups;
+    m_rows = std::move(rows);
+    m_listed.clear();
+    m_rowOf.clear();
+    endResetModel();
+    setListed({}, duplicates::GroupOrder::Report);
+}
+
+void GroupModel::setListed(const QString &search, duplicates::GroupOrder order)
+{
+    beginResetModel();
+    m_listed = m_groups ? duplicates::listedGroups(*m_groups, search, order) : std::vector<int>();
+    m_rowOf.assign(m_rows.size(), -1);
+    for (std::size_t row = 0; row < m_listed.size(); ++row)
+        m_rowOf[static_cast<std::size_t>(m_listed[row])] = static_cast<int>(row);
+    endResetModel();
+}
+
+void GroupModel::setFirstFilesExist(int first, const QList<bool> &exist)
+{
+    for (int i = 0; i < exist.size(); ++i) {
+        const auto group = static_cast<std::size_t>(first + i);
+        if (group >= m_rows.size() || m_rows[group].firstFileExists == exist[i])
+            continue;
+        m_rows[group].firstFileExists = exist[i];
+        groupChanged(first + i);
+    }
+}
+
+void GroupModel::groupChanged(int group)
+{
+    const int row = rowOf(group);
+    if (row >= 0)
+        emit dataChanged(index(row, 0), index(row, ColumnTotal - 1));
+}
+
+int GroupModel::groupAt(int row) const
+{
+    return row >= 0 && row < rowCount() ? m_listed[static_cast<std::size_t>(row)] : -1;
+}
+
+int GroupModel::rowOf(int group) const
+{
+    return group >= 0 && static_cast<std::size_t>(group) < m_rowOf.size()
+               ? m_rowOf[static_cast<std::size_t>(group)]
+               : -1;
+}
+
+int GroupModel::rowCount(const QModelIndex &parent) const
+{
+    return parent.isValid() ? 0 : static_cast<int>(m_listed.size());
+}
+
+int GroupModel::columnCount(const QModelIndex &parent) const
+{
+    return parent.isValid() ? 0 : ColumnTotal;
+}
+
+QVariant GroupModel::data(const QModelIndex &index, int role) const
+{
+    if (!checkIndex(index, CheckIndexOption::IndexIsValid))
+        return {};
+    const int group = groupAt(index.row());
+    switch (index.column()) {
+    case Text:
+        return textData((*m_groups)[static_cast<std::size_t>(group)], m_rows[static_cast<std::size_t>(group)],
+                        role);
+    case GroupIndex:
+        return role == Qt::DisplayRole ? QVariant(group) : QVariant();
+    case MemberIndex:
+        return role == Qt::DisplayRole ? QVariant(0) : QVariant(); // the row shows the first member
+    default:
+        return {};
+    }
+}
+
+QVariant GroupModel::textData(const DuplicateGroup &group, const GroupRow &row, int role) const
+{
+    const FileRecord &file = group.members.front();
+    const bool exists = row.firstFileExists;
+    switch (role) {
+    case Qt::DisplayRole:
+        return exists ? wholeText(file) : movedText();
+    case Qt::DecorationRole:
+        return exists ? m_icons.icon(file.name) : FileIcons::missing();
+    case Qt::ToolTipRole:
+        return file.fullPath();
+    case FileRowDelegate::TitleRole:
+        return exists ? file.name : movedText();
+    case FileRowDelegate::LinesRole:
+        return exists ? QStringList{file.folder(), lastAccessText(file), QString()}
+                      : QStringList{file.fullPath(), QString(), QString()};
+    case FileRowDelegate::BadgesRole:
+        return QVariant::fromValue(badges(group));
+    default:
+        return {};
+    }
+}

@@ -1,0 +1,49 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include "FindDuplicate/FileIcons.h"
+#include "FindDuplicate/GroupRows.h"
+
+#include <QAbstractTableModel>
+#include <QList>
+
+#include <vector>
+
+// The list of groups, one row each. Texts and icons are made when a row is painted, so that a list of any
+// length opens at once.
+class GroupModel : public QAbstractTableModel
+{
+    Q_OBJECT
+
+public:
+    // The helper columns are hidden.
+    enum Column { Text, GroupIndex, MemberIndex, ColumnTotal };
+
+    using QAbstractTableModel::QAbstractTableModel;
+
+    // The groups belong to the caller and stay as long as they are shown; null shows none.
+    void setGroups(const std::vector<duplicates::DuplicateGroup> *groups,
+                   std::vector<duplicates::GroupRow> rows);
+    void setListed(const QString &search, duplicates::GroupOrder order);
+    // From group `first` on, whether their first files are there.
+    void setFirstFilesExist(int first, const QList<bool> &exist);
+    // A member of the group was marked as removed.
+    void groupChanged(int group);
+
+    int groupAt(int row) const; // -1 for no row
+    int rowOf(int group) const; // -1 when it is not listed
+
+    int rowCount(const QModelIndex &parent = {}) const override;
+    int columnCount(const QModelIndex &parent = {}) const override;
+    QVariant data(const QModelIndex &index, int role) const override;
+
+private:
+    QVariant textData(const duplicates::DuplicateGroup &group, const duplicates::GroupRow &row,
+                      int role) const;
+
+    const std::vector<duplicates::DuplicateGroup> *m_groups = nullptr;
+    std::vector<duplicates::GroupRow> m_rows; // by group
+    std::vector<int> m_listed;
+    std::vector<int> m_rowOf; // by group
+    mutable FileIcons m_icons;
+};

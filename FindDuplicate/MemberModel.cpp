@@ -1,0 +1,172 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "FindDuplicate/MemberModel.h"
+
+#include "core/SizeText.h"
+#include "widgets/FileRowDelegate.h"
+
+using duplicates::ContentState;
+using duplicates::DuplicateGroup;
+using duplicates::FileRecord;
+using duplicates::MemberFacts;
+
+namespace
+{
+
+using Tone = RowBadge::Tone;
+
+RowBadge contentBadge(ContentState state)
+{
+    switch (state) {
+    case ContentState::Reference:
+        return {MemberModel::tr("compared with this one"), Tone::Neutral};
+    case ContentState::Identical:
+        return {MemberModel::tr("identical to the first"), Tone::Good};
+    case ContentState::Different:
+        return {MemberModel::tr("different content"), Tone::Danger};
+    case ContentState::Unreadable:
+        return {MemberModel::tr("could not be read"), Tone::Warning};
+    case ContentState::Placeholder:
+        return {MemberModel::tr("in the cloud, not opened"), Tone::Neutral};
+    case ContentState::NotCompared:
+        break;
+    }
+    return {};
+}
+
+} // namespace
+
+void MemberModel::setGroup(const DuplicateGroup *group, int groupIndex, std::vector<MemberFacts> facts)
+{
+    beginResetModel();
+    m_group = group;
+    m_groupIndex = groupIndex;
+    m_facts = std::move(facts);
+    m_contents.clear();
+    endResetModel();
+}
+
+void MemberModel::setFacts(std::vector<MemberFacts> facts)
+{
+    if (facts.size() != m_facts.size())
+        return;
+    m_facts = std::move(facts);
+    if (rowCount() > 0)
+        emit dataChanged(index(0, 0), index(rowCount() - 1, ColumnTotal - 1));
+}
+
+void MemberModel::setContents(std::vector<ContentState> contents)
+{
+    m_contents = std::move(contents);
+    if (rowCount() > 0)
+        emit dataChanged(index(0, 0), index(rowCount() - 1, ColumnTotal - 1));
+}
+
+void MemberModel::memberChanged(int member)
+{
+    emit dataChanged(index(member, 0), index(member, ColumnTotal - 1));
+}
+
+int MemberModel::rowCount(const QModelIndex &parent) const
+{
+    return parent.isValid() ? 0 : static_cast<int>(m_facts.size());
+}
+
+int MemberModel::columnCount(const QModelIndex &parent) const
+{
+    return parent.isValid() ? 0 : ColumnTotal;
+}
+
+QVariant MemberModel::data(const QModelIndex &index, int role) const
+{
+    if (!checkIndex(index, CheckIndexOption::IndexIsValid))
+        return {};
+    if (index.column() == Text)
+        return textData(index.row(), role);
+    if (role != Qt::DisplayRole)
+        return {};
+    const FileRecord &file = m_group->members[static_cast<std::size_t>(index.row())];
+    switch (index.column()) {
+    case State:
+        return file.checked ? QStringLiteral("1") : QString();
+    case GroupIndex:
+        return m_groupIndex;
+    case MemberIndex:
+        return index.row();
+    case Path:
+        return file.fullPath();
+    default:
+        return {};
+    }
+}
+
+// Gone by other hands than the user's own here.
+bool MemberModel::isMissing(int member) const
+{
+    return !facts(member).mark.exists && !m_group->members[static_cast<std::size_t>(member)].checked;
+}
+
+QString MemberModel::wholeText(const FileRecord &file) const
+{
+    return file.name + QLatin1Char('\n') + file.folder() + QLatin1Char('\n') + tr("File Size: ") +
+           core::sizeText(file.size);
+}
+
+QVariant MemberModel::textData(int member, int role) const
+{
+    const FileRecord &file = m_group->members[static_cast<std::size_t>(member)];
+    const QString moved = tr("The file was moved to another location");
+    switch (role) {
+    case Qt::DisplayRole:
+        return isMissing(member) ? moved : wholeText(file);
+    case Qt::AccessibleTextRole: {
+        QString text = isMissing(member) ? moved : wholeText(file);
+        for (const RowBadge &badge : badges(member))
+            text += QLatin1String(", ") + badge.text;
+        return text;
+    }
+    case Qt::DecorationRole:
+        return file.checked        ? FileIcons::removed()
+               : isMissing(member) ? FileIcons::missing()
+                                   : m_icons.icon(file.name);
+    case Qt::ToolTipRole:
+        return file.fullPath();
+    case FileRowDelegate::TitleRole:
+        return isMissing(member) ? moved : file.name;
+    case FileRowDelegate::LinesRole:
+        return QStringList{isMissing(member) ? file.fullPath() : file.folder(),
+                           tr("File Size: ") + core::sizeText(file.size)};
+    case FileRowDelegate::StruckRole:
+        return file.checked;
+    case FileRowDelegate::BadgesRole:
+        return QVariant::fromValue(badges(member));
+    default:
+        return {};
+    }
+}
+
+QList<RowBadge> MemberModel::badges(int member) const
+{
+    const MemberFacts &known = facts(member);
+    const FileRecord &file = m_group->members[static_cast<std::size_t>(member)];
+    QList<RowBadge> result;
+    // The mark says what the user did; whether the file went is what the disk says.
+    if (file.checked)
+        result.append(known.mark.exists ? RowBadge{tr("still here: it could not be moved"), Tone::Danger}
+                                        : RowBadge{tr("moved to the recycle bin"), Tone::Neutral});
+    if (known.mark.exists && known.mark.lastCopy)
+        result.append({tr("last copy"), Tone::Warning});
+    if (known.mark.sameFileAs >= 0)
+        result.append(
+            {tr("same file as row %1").arg(QString::number(known.mark.sameFileAs + 1)), Tone::Warning});
+    if (known.throughLink)
+        result.append({tr("reached through a link"), Tone::Neutral});
+    if (known.changed)
+        result.append({tr("changed since the scan"), Tone::Warning});
+    const auto index = static_cast<std::size_t>(member);
+    const ContentState content = index < m_contents.size() ? m_contents[index] : ContentState::NotCompared;
+    if (content != ContentState::NotCompared)
+        result.append(contentBadge(content));
+    else if (known.placeholder)
+        result.append({tr("in the cloud"), Tone::Neutral});
+    return result;
+}

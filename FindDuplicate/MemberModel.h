@@ -1,0 +1,56 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include "FindDuplicate/FileIcons.h"
+#include "FindDuplicate/Members.h"
+#include "FindDuplicate/engine/ContentComparison.h"
+#include "widgets/FileRowDelegate.h"
+
+#include <QAbstractTableModel>
+
+#include <vector>
+
+// The members of one group, one row each, in the group's order, with what is known about them.
+class MemberModel : public QAbstractTableModel
+{
+    Q_OBJECT
+
+public:
+    // The helper columns are hidden. State is "1" for a member that was removed.
+    enum Column { Text, State, GroupIndex, MemberIndex, Path, ColumnTotal };
+
+    using QAbstractTableModel::QAbstractTableModel;
+
+    // The group belongs to the caller and stays as long as it is shown; null shows none. `facts` has an entry
+    // a member.
+    void setGroup(const duplicates::DuplicateGroup *group, int groupIndex,
+                  std::vector<duplicates::MemberFacts> facts);
+    // What is known now; the rows stay.
+    void setFacts(std::vector<duplicates::MemberFacts> facts);
+    // One a member, or none: not compared.
+    void setContents(std::vector<duplicates::ContentState> contents);
+    // A member was marked as removed.
+    void memberChanged(int member);
+
+    int groupIndex() const { return m_groupIndex; }
+    const duplicates::MemberFacts &facts(int member) const
+    {
+        return m_facts[static_cast<std::size_t>(member)];
+    }
+
+    int rowCount(const QModelIndex &parent = {}) const override;
+    int columnCount(const QModelIndex &parent = {}) const override;
+    QVariant data(const QModelIndex &index, int role) const override;
+
+private:
+    QVariant textData(int member, int role) const;
+    bool isMissing(int member) const;
+    QString wholeText(const duplicates::FileRecord &file) const;
+    QList<RowBadge> badges(int member) const;
+
+    const duplicates::DuplicateGroup *m_group = nullptr;
+    int m_groupIndex = -1;
+    std::vector<duplicates::MemberFacts> m_facts;
+    std::vector<duplicates::ContentState> m_contents;
+    mutable FileIcons m_icons;
+};

@@ -1,0 +1,13 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include "widgets/ScanPage.h"
+
+// What is shown while the duplicate finder scans.
+class ScanInfoForm : public ScanPage
+{
+    Q_OBJECT
+
+public:
+    using ScanPage::ScanPage;
+};

@@ -1,0 +1,84 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "FindDuplicate/Settings.h"
+
+#include "app/settings/Settings.h"
+#include "core/FileTypes.h"
+
+#include <algorithm>
+
+namespace duplicates
+{
+
+namespace
+{
+
+constexpr QStringView key = settings::keys::findDuplicate;
+
+std::vector<CustomFileType> loadCustomTypes()
+{
+    quint32 count = 0;
+    settings::readDword(key, customFileTypeCount, count);
+    std::vector<CustomFileType> types;
+    const int last = static_cast<int>(std::min(count, mostCustomFileTypes));
+    for (int index = 0; index < last; ++index) {
+        QString stored;
+        if (!settings::readString(key, settings::numbered(customFileType, index), stored))
+            continue;
+        if (auto type = parseStoredCustomFileType(stored))
+            types.push_back(*std::move(type));
+    }
+    return types;
+}
+
+void saveCustomTypes(const std::vector<CustomFileType> &types)
+{
+    const int count = static_cast<int>(std::min<std::size_t>(types.size(), mostCustomFileTypes));
+    settings::writeDword(key, customFileTypeCount, static_cast<quint32>(count));
+    for (int index = 0; index < count; ++index)
+        settings::writeString(key, settings::numbered(customFileType, index),
+                              types[static_cast<std::size_t>(index)].storedText());
+    // What an earlier, longer list left behind; the flags below likewise.
+    for (int index = count; settings::deleteValue(key, settings::numbered(customFileType, index)); ++index)
+        ;
+}
+
+std::optional<quint32> storedFlag(int category)
+{
+    quint32 flag = 0;
+    return settings::readDword(key, QString::number(category), flag) ? std::optional(flag) : std::nullopt;
+}
+
+} // namespace
+
+FinderSettings defaultFinderSettings()
+{
+    FinderSettings held;
+    held.categories = categorySelection(core::defaultFileTypes(), {});
+    return held;
+}
+
+void reloadFinderSettings(FinderSettings &held)
+{
+    if (!settings::keyExists(key))
+        return;
+    held.customTypes = loadCustomTypes();
+    held.categories = categorySelection(core::defaultFileTypes(), held.customTypes);
+    for (std::size_t i = 0; i < held.categories.size(); ++i)
+        held.categories[i].selected = isSelectedByStoredFlag(storedFlag(static_cast<int>(i)));
+    held.ignoreSmallFile = ignoreSmallFileValue.read();
+    held.smallFileSize = smallFileSizeValue.read();
+}
+
+void saveFinderSettings(const FinderSettings &changed)
+{
+    saveCustomTypes(changed.customTypes);
+    ignoreSmallFileValue.write(changed.ignoreSmallFile);
+    smallFileSizeValue.write(changed.smallFileSize);
+    int index = 0;
+    for (const SelectableCategory &category : changed.categories)
+        settings::writeDword(key, QString::number(index++), category.selected ? 1 : 0);
+    while (settings::deleteValue(key, QString::number(index)))
+        ++index;
+}
+
+} // namespace duplicates
