@@ -2,6 +2,8 @@
 #include "app/ModuleTable.h"
 
 #include "DiskUsage/DiskUsageForm.h"
+#include "FindDuplicate/FindDuplicateForm.h"
+#include "FindDuplicateImage/FindDuplicateImageForm.h"
 #include "widgets/FLWidget.h"
 
 #include <algorithm>
@@ -67,6 +69,7 @@ ModuleTable ModuleTable::suite()
          .buttonName = "findDuplicateButton",
          .panelText = QT_TR_NOOP("Find Duplicate"),
          .panelOrder = 4,
+         .create = create<FindDuplicateForm>,
          .hasLongJobs = true,
          .closeOrder = 3},
         {.id = 20,
@@ -76,6 +79,7 @@ ModuleTable ModuleTable::suite()
          .buttonName = "findDuplicateImageButton",
          .panelText = QT_TR_NOOP("Find Duplicate Image"),
          .panelOrder = 5,
+         .create = create<FindDuplicateImageForm>,
          .hasLongJobs = true,
          .closeOrder = 4},
         {.id = 12,
