@@ -121,6 +121,31 @@ int entered(const QStringList &events, core::WalkVisitor::FolderState state)
     }));
 }
 
+// Holds the walk back at its first entry until the pool has listed so many folders.
+class Patient : public Recorder
+{
+public:
+    Patient(core::CancelFlag &flag, MemoryEnumerator &files, qsizetype folderCount)
+        : Recorder(flag),
+          disk(files),
+          count(folderCount)
+    {
+    }
+    void entryMet() override
+    {
+        for (int i = 0; i < 5000 && disk.listCount() < count; ++i)
+            std::this_thread::sleep_for(std::chrono::milliseconds(1));
+        m_sawAll = m_sawAll || disk.listCount() == count;
+    }
+    bool sawAll() const { return m_sawAll; }
+
+    MemoryEnumerator &disk;
+    qsizetype count;
+
+private:
+    bool m_sawAll = false;
+};
+
 } // namespace
 
 class TestFolderWalk : public QObject
@@ -144,6 +169,8 @@ private slots:
     void cancelledListingIsNotUnreadable();
     void refusedFoldersAreNeverListed();
     void poolListsInTheOrderOfTheWalk();
+    void poolReturnsToWhatIsNeededFirst();
+    void poolTurnsToWhereTheWalkIs();
     void poolDoesNotFollowLinks();
     void poolStopsAtTheLimit();
     void walkListsWhilePoolIsBusy();
@@ -376,23 +403,6 @@ void TestFolderWalk::poolListsInTheOrderOfTheWalk()
     walk(disk, folders.first());
     const QStringList order = disk.listed();
 
-    class Patient : public Recorder
-    {
-    public:
-        Patient(core::CancelFlag &flag, MemoryEnumerator &files, qsizetype folderCount)
-            : Recorder(flag),
-              disk(files),
-              count(folderCount)
-        {
-        }
-        void entryMet() override
-        {
-            for (int i = 0; i < 5000 && disk.listCount() < count; ++i)
-                std::this_thread::sleep_for(std::chrono::milliseconds(1));
-        }
-        MemoryEnumerator &disk;
-        qsizetype count;
-    };
     MemoryEnumerator again;
     buildRandomTree(again, 8, 300);
     core::CancelFlag never;
@@ -400,7 +410,82 @@ void TestFolderWalk::poolListsInTheOrderOfTheWalk()
     core::WalkOptions options;
     options.readAheadThreads = 1;
     core::walkFolders(folders.first(), again, visitor, never, options);
+    QVERIFY(visitor.sawAll());
     QCOMPARE(again.listed(), order);
+}
+
+// One thread is long with the first folder while the other goes on to what is in the second. As soon as the
+// first is known, what is in it comes before the rest of the second.
+void TestFolderWalk::poolReturnsToWhatIsNeededFirst()
+{
+    MemoryEnumerator disk;
+    for (int i = 0; i < 10; ++i)
+        disk.addFolder(QStringLiteral("C:\\r\\first\\f%1").arg(i));
+    for (int i = 0; i < 100; ++i)
+        disk.addFolder(QStringLiteral("C:\\r\\second\\s%1").arg(i));
+    std::atomic_bool released = false;
+    disk.onList = [&](const QString &folder) {
+        for (int i = 0; i < 5000 && folder.endsWith(u"first") && disk.listCount() < 20; ++i)
+            std::this_thread::sleep_for(std::chrono::milliseconds(1));
+        released = released || folder.endsWith(u"first");
+        for (int i = 0; i < 5000 && folder.endsWith(u"s20") && !released; ++i)
+            std::this_thread::sleep_for(std::chrono::milliseconds(1));
+        std::this_thread::sleep_for(std::chrono::milliseconds(1)); // so that neither thread is starved
+    };
+    core::CancelFlag never;
+    Patient visitor(never, disk, 113);
+    core::WalkOptions options;
+    options.readAheadThreads = 2;
+    core::walkFolders(QStringLiteral("C:\\r"), disk, visitor, never, options);
+    QVERIFY(visitor.sawAll());
+    const QStringList listed = disk.listed();
+    QVERIFY(listed.indexOf(QStringLiteral("C:\\r\\first\\f9")) <
+            listed.indexOf(QStringLiteral("C:\\r\\second\\s90")));
+}
+
+// Only the walk enters a link; then the pool leaves what comes later and lists what is behind the link.
+void TestFolderWalk::poolTurnsToWhereTheWalkIs()
+{
+    MemoryEnumerator disk;
+    disk.addLink(QStringLiteral("C:\\r\\link"), QStringLiteral("D:\\target"));
+    for (int i = 0; i < 10; ++i) {
+        disk.addFolder(QStringLiteral("D:\\target\\t%1").arg(i));
+        disk.addFolder(QStringLiteral("C:\\r\\later%1").arg(i));
+    }
+    std::atomic_bool entered = false;
+    disk.onList = [&](const QString &folder) {
+        for (int i = 0; i < 5000 && folder.endsWith(u"later0") && !entered; ++i)
+            std::this_thread::sleep_for(std::chrono::milliseconds(1));
+    };
+    class Visitor : public Patient
+    {
+    public:
+        Visitor(core::CancelFlag &flag, MemoryEnumerator &files, std::atomic_bool &isEntered)
+            : Patient(flag, files, 22),
+              linkEntered(isEntered)
+        {
+        }
+        void enterFolder(const QString &path, QStringView name, int depth, FolderState state) override
+        {
+            linkEntered = linkEntered || name == u"link";
+            Patient::enterFolder(path, name, depth, state);
+        }
+        void entryMet() override
+        {
+            if (linkEntered)
+                Patient::entryMet();
+        }
+        std::atomic_bool &linkEntered;
+    };
+    core::CancelFlag never;
+    Visitor visitor(never, disk, entered);
+    core::WalkOptions options;
+    options.readAheadThreads = 1;
+    core::walkFolders(QStringLiteral("C:\\r"), disk, visitor, never, options);
+    QVERIFY(visitor.sawAll());
+    const QStringList listed = disk.listed();
+    QVERIFY(listed.indexOf(QStringLiteral("C:\\r\\link\\t9")) <
+            listed.indexOf(QStringLiteral("C:\\r\\later1")));
 }
 
 void TestFolderWalk::poolDoesNotFollowLinks()
@@ -411,7 +496,11 @@ void TestFolderWalk::poolDoesNotFollowLinks()
     disk.addLink(QStringLiteral("C:\\r\\wine"), QStringLiteral("C:\\r"), 0);
     for (int i = 0; i < 100; ++i)
         disk.addFolder(QStringLiteral("C:\\r\\f%1").arg(i));
-    walk(disk, QStringLiteral("C:\\r"), 4);
+    core::CancelFlag never;
+    Patient visitor(never, disk, 102);
+    core::WalkOptions options;
+    options.readAheadThreads = 4;
+    core::walkFolders(QStringLiteral("C:\\r"), disk, visitor, never, options);
     QCOMPARE(disk.listCount(), 102);
 }
 
