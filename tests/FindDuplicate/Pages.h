@@ -1,0 +1,115 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include "FindDuplicate/FindDuplicateForm.h"
+#include "FindDuplicate/FindDuplicateResultForm.h"
+#include "FindDuplicate/MemberModel.h"
+#include "tests/support/TestFolder.h"
+#include "widgets/FileRowDelegate.h"
+
+#include <QAbstractButton>
+#include <QAbstractItemView>
+#include <QSignalSpy>
+#include <QTest>
+#include <QTreeView>
+
+namespace tests
+{
+
+constexpr quint64 someTime = 133'000'000'000'000'000; // a FILETIME of 2022
+constexpr quint64 otherTime = someTime + 1;           // 100 ns later
+
+// Files of one content that the finder takes for duplicates.
+inline void makeDuplicates(const TestFolder &folder, const QStringList &names, const QByteArray &content,
+                           quint64 time = someTime)
+{
+    for (const QString &name : names) {
+        folder.makeFile(name, content);
+        folder.setTimes(name, time, someTime);
+    }
+}
+
+// The finder in a window, driven as a person does.
+class FinderScene
+{
+public:
+    FinderScene() : form(std::make_unique<FindDuplicateForm>()) { open(); }
+    explicit FinderScene(FindDuplicateForm::EnumeratorFactory enumerators)
+        : form(std::make_unique<FindDuplicateForm>(std::move(enumerators)))
+    {
+        open();
+    }
+
+    // Until the results are on show and the first group has been read.
+    bool scan(const QString &folder)
+    {
+        QSignalSpy shown(form.get(), &FindDuplicateForm::resultsShown);
+        form->scan(folder);
+        return (shown.count() > 0 || shown.wait(20'000)) && waitForMembers(0);
+    }
+    bool selectGroup(int row)
+    {
+        side()->setCurrentIndex(side()->model()->index(row, 0));
+        return waitForMembers(side()->model()->index(row, 1).data().toInt());
+    }
+    void selectMember(int row) { members()->setCurrentIndex(members()->model()->index(row, 0)); }
+
+    QTreeView *side() const { return find<QTreeView>("sideTreeView"); }
+    QTreeView *members() const { return find<QTreeView>("mainTreeView"); }
+    QString memberText(int row) const { return members()->model()->index(row, 0).data().toString(); }
+    QString memberState(int row) const
+    {
+        return members()->model()->index(row, MemberModel::State).data().toString();
+    }
+    QString memberPath(int row) const
+    {
+        return members()->model()->index(row, MemberModel::Path).data().toString();
+    }
+    QStringList badges(int row) const
+    {
+        QStringList texts;
+        const QVariant stored = members()->model()->index(row, 0).data(FileRowDelegate::BadgesRole);
+        for (const RowBadge &badge : stored.value<QList<RowBadge>>())
+            texts.append(badge.text);
+        return texts;
+    }
+    int rowOf(const QString &path) const
+    {
+        for (int row = 0; row < members()->model()->rowCount(); ++row)
+            if (memberPath(row) == path)
+                return row;
+        return -1;
+    }
+    bool isEnabled(const char *button) const { return find<QAbstractButton>(button)->isEnabled(); }
+    void click(const char *button) const { find<QAbstractButton>(button)->click(); }
+
+    template <class Widget>
+    Widget *find(const char *name) const
+    {
+        return form->findChild<Widget *>(QLatin1String(name));
+    }
+
+    std::unique_ptr<FindDuplicateForm> form;
+    QList<bool> toolbar; // what the form told the main window
+
+private:
+    void open()
+    {
+        QObject::connect(form.get(), &FLWidget::showToolbarSignal, form.get(),
+                         [this](bool show) { toolbar.append(show); });
+        form->resize(986, 513);
+        form->show();
+        form->activateWindow();
+        if (!QTest::qWaitForWindowActive(form.get()))
+            qFatal("the window does not become active");
+    }
+    bool waitForMembers(int group) const
+    {
+        return QTest::qWaitFor([&] {
+            const auto *model = qobject_cast<MemberModel *>(members()->model());
+            return model->groupIndex() == group && model->rowCount() > 0;
+        });
+    }
+};
+
+} // namespace tests

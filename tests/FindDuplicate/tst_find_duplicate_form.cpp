@@ -1,0 +1,300 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "FindDuplicate/FindDuplicateNoResultFoundForm.h"
+#include "FindDuplicate/FindDuplicateStartForm.h"
+#include "FindDuplicate/FindDuplicateThread.h"
+#include "FindDuplicate/ScanInfoForm.h"
+#include "app/settings/Settings.h"
+#include "platform/Win32Enumerator.h"
+#include "tests/FindDuplicate/Pages.h"
+#include "tests/support/FakeDialogs.h"
+#include "tests/support/TestPrefix.h"
+
+#include <QLabel>
+#include <QMetaMethod>
+#include <QPushButton>
+#include <QSemaphore>
+#include <QStackedLayout>
+
+using tests::FinderScene;
+using tests::makeDuplicates;
+using tests::otherTime;
+using tests::someTime;
+using tests::TestFolder;
+
+namespace
+{
+
+constexpr QStringView key = u"Software\\Fernlight\\Folder Size Analyzer\\Find Duplicate";
+
+// Stops in the listing of every folder until it is let go.
+class HeldEnumerator : public core::DirectoryEnumerator
+{
+public:
+    HeldEnumerator(QSemaphore &entered, QSemaphore &go) : m_entered(entered), m_go(go) {}
+    void list(const QString &folder, core::DirectoryListing &out, const core::CancelFlag &cancel) override
+    {
+        m_entered.release();
+        m_go.acquire();
+        m_real.list(folder, out, cancel);
+    }
+    std::optional<core::FileIdentity> identity(const QString &path) override { return m_real.identity(path); }
+
+private:
+    QSemaphore &m_entered;
+    QSemaphore &m_go;
+    platform::Win32Enumerator m_real;
+};
+
+// A scan that has begun and waits.
+struct HeldScan {
+    HeldScan() : scene([this] { return std::make_unique<HeldEnumerator>(entered, go); })
+    {
+        makeDuplicates(folder, {QStringLiteral("a.txt"), QStringLiteral("b.txt")}, QByteArray(100, 'x'));
+        scene.form->scan(folder.path());
+        if (!entered.tryAcquire(1, 20'000))
+            qFatal("the scan does not begin");
+    }
+    ~HeldScan() { go.release(1000); }
+
+    TestFolder folder;
+    QSemaphore entered;
+    QSemaphore go;
+    FinderScene scene;
+};
+
+QStringList names(const std::vector<duplicates::DuplicateGroup> &groups)
+{
+    QStringList result;
+    for (const duplicates::DuplicateGroup &group : groups) {
+        QStringList members;
+        for (const duplicates::FileRecord &file : group.members)
+            members.append(file.name);
+        members.sort(); // a folder's order is the file system's
+        result.append(members.join(QLatin1Char(' ')));
+    }
+    return result;
+}
+
+} // namespace
+
+class FindDuplicateFormTest : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void initTestCase() { tests::requireTestPrefix(); }
+    void init() { m_guard = std::make_unique<tests::RegistryGuard>(); }
+    void cleanup() { m_guard.reset(); }
+
+    void namesAreTheAgreedOnes();
+    void threadDeclaresItsSignalsInOrder();
+    void threadTellsWhatItMeets();
+    void aCancelledThreadStillTellsOnce();
+    void findsFilesOfOneSizeAndTime();
+    void theSelectionDecides();
+    void selectsAFolderByTheButton();
+    void saysWhenThereIsNothing();
+    void cancelGoesBackToTheStart();
+    void closingDuringAScanClosesWhenItEnds();
+    void theFormMayGoDuringAScan();
+
+private:
+    std::unique_ptr<tests::RegistryGuard> m_guard;
+};
+
+void FindDuplicateFormTest::namesAreTheAgreedOnes()
+{
+    FinderScene scene;
+    QCOMPARE(scene.find<QPushButton>("selectFolderButton")->text(), QStringLiteral("Select Folder"));
+    QCOMPARE(scene.find<QLabel>("dropLabel")->text(), QStringLiteral("Drop folders here"));
+    for (const char *slot :
+         {"handleUpdatePath(QString)", "handleUpdateScanProgress()", "handleUpdateTotalSubFolder(int)",
+          "handleUpdateTotalItemScan(int)", "onScanFinish()", "handleScanCancel()", "OnBackToMain()",
+          "OnResultReady()", "OnNoResult_backToMain()"})
+        QVERIFY2(scene.form->metaObject()->indexOfSlot(slot) >= 0, slot);
+}
+
+void FindDuplicateFormTest::threadDeclaresItsSignalsInOrder()
+{
+    QStringList declared;
+    const QMetaObject &meta = FindDuplicateThread::staticMetaObject;
+    for (int i = meta.methodOffset(); i < meta.methodCount(); ++i)
+        if (meta.method(i).methodType() == QMetaMethod::Signal)
+            declared.append(QString::fromLatin1(meta.method(i).methodSignature()));
+    QCOMPARE(declared.join(QLatin1Char(' ')),
+             QStringLiteral("scanFinish() updateScanProgress() updatePath(QString) updateTotalSubFolder(int) "
+                            "updateTotalItemScan(int)"));
+}
+
+void FindDuplicateFormTest::threadTellsWhatItMeets()
+{
+    TestFolder folder;
+    makeDuplicates(folder, {QStringLiteral("a.txt"), QStringLiteral("x\\b.txt"), QStringLiteral("x\\y\\.c")},
+                   QByteArray(100, 'x'));
+    folder.makeFolder(QStringLiteral("z"));
+    FindDuplicateThread thread({folder.path(),
+                                {duplicates::categorySelection(core::defaultFileTypes(), {}), 20, 0},
+                                std::make_unique<platform::Win32Enumerator>()});
+    QStringList events;
+    connect(
+        &thread, &FindDuplicateThread::updateTotalSubFolder, &thread,
+        [&](int total) { events.append(QStringLiteral("total %1").arg(total)); }, Qt::DirectConnection);
+    int steps = 0, paths = 0, items = 0;
+    connect(
+        &thread, &FindDuplicateThread::updateScanProgress, &thread, [&] { ++steps; }, Qt::DirectConnection);
+    connect(
+        &thread, &FindDuplicateThread::updatePath, &thread, [&] { ++paths; }, Qt::DirectConnection);
+    connect(
+        &thread, &FindDuplicateThread::updateTotalItemScan, &thread, [&](int count) { items = count; },
+        Qt::DirectConnection);
+    QSignalSpy finished(&thread, &FindDuplicateThread::scanFinish);
+    thread.start();
+    QVERIFY(finished.wait());
+    QCOMPARE(events, QStringList{QStringLiteral("total 3")});
+    QCOMPARE(steps, 2);
+    QCOMPARE(paths, 3); // for the dot-file too
+    QCOMPARE(items, 6);
+    QCOMPARE(names(thread.takeResult().groups), QStringList{QStringLiteral("a.txt b.txt")});
+    thread.wait();
+}
+
+void FindDuplicateFormTest::aCancelledThreadStillTellsOnce()
+{
+    TestFolder folder;
+    folder.makeFolder(QStringLiteral("x"));
+    FindDuplicateThread thread({folder.path(), {}, std::make_unique<platform::Win32Enumerator>()});
+    QSignalSpy total(&thread, &FindDuplicateThread::updateTotalSubFolder);
+    QSignalSpy items(&thread, &FindDuplicateThread::updateTotalItemScan);
+    QSignalSpy finished(&thread, &FindDuplicateThread::scanFinish);
+    thread.requestStop();
+    thread.start();
+    QVERIFY(finished.wait());
+    thread.wait();
+    QTest::qWait(0);
+    QCOMPARE(finished.count(), 1);
+    QCOMPARE(items.count(), 0);
+    QCOMPARE(total.count(), 1);
+    QCOMPARE(total.first().first().toInt(), 1);
+}
+
+void FindDuplicateFormTest::findsFilesOfOneSizeAndTime()
+{
+    TestFolder folder;
+    makeDuplicates(folder, {QStringLiteral("a.txt"), QStringLiteral("x\\b.TXT"), QStringLiteral(".d\\c.pdf")},
+                   QByteArray(100, 'x'));
+    makeDuplicates(folder, {QStringLiteral("same.txt")}, QByteArray(100, 'x'), otherTime);
+    makeDuplicates(folder, {QStringLiteral("other.mp3"), QStringLiteral(".e.txt")}, QByteArray(100, 'x'));
+    makeDuplicates(folder, {QStringLiteral("p.mp3"), QStringLiteral("q.mp3")}, QByteArray(5000, 'p'));
+    makeDuplicates(folder, {QStringLiteral("19.doc"), QStringLiteral("19b.doc")}, QByteArray(19, 's'));
+    makeDuplicates(folder, {QStringLiteral("20.doc"), QStringLiteral("20b.doc")}, QByteArray(20, 's'));
+    FinderScene scene;
+    QVERIFY(scene.scan(folder.path() + u'\\'));
+    QCOMPARE(names(scene.form->groups()),
+             (QStringList{QStringLiteral("p.mp3 q.mp3"), QStringLiteral("a.txt b.TXT c.pdf"),
+                          QStringLiteral("20.doc 20b.doc")}));
+    QCOMPARE(scene.toolbar, (QList<bool>{false, true}));
+    QVERIFY(!scene.form->isBusy());
+    scene.click("backButton");
+    QVERIFY(scene.find<QPushButton>("selectFolderButton")->isVisible());
+    // Again, with what has changed on the disk and in the settings meanwhile.
+    settings::writeDword(key, u"smallFileSize", 1000);
+    QVERIFY(scene.scan(folder.path()));
+    QCOMPARE(names(scene.form->groups()), QStringList{QStringLiteral("p.mp3 q.mp3")});
+}
+
+void FindDuplicateFormTest::theSelectionDecides()
+{
+    TestFolder folder;
+    makeDuplicates(folder, {QStringLiteral("a.txt"), QStringLiteral("b.txt")}, QByteArray(100, 'x'));
+    makeDuplicates(folder, {QStringLiteral("a.note"), QStringLiteral("b.note")}, QByteArray(100, 'x'));
+    settings::writeDword(key, u"5", 0); // documents
+    settings::writeDword(key, u"CustomFileTypeCount", 1);
+    settings::writeString(key, u"CustomFileType0", u"Notes;.note;.txt");
+    FinderScene scene;
+    QVERIFY(scene.scan(folder.path()));
+    // The extension of an unselected category goes to a later one that lists it.
+    QCOMPARE(names(scene.form->groups()), QStringList{QStringLiteral("a.note a.txt b.note b.txt")});
+}
+
+void FindDuplicateFormTest::selectsAFolderByTheButton()
+{
+    TestFolder folder;
+    makeDuplicates(folder, {QStringLiteral("a.txt"), QStringLiteral("b.txt")}, QByteArray(100, 'x'));
+    tests::FakeDialogs dialogs;
+    dialogs.nextFolder.append({QString(), folder.path()});
+    FinderScene scene;
+    QSignalSpy shown(scene.form.get(), &FindDuplicateForm::resultsShown);
+    scene.click("selectFolderButton");
+    QVERIFY(!scene.form->isBusy()); // cancelled
+    scene.click("selectFolderButton");
+    QVERIFY(scene.form->isBusy());
+    QCOMPARE(scene.find<QLabel>("scanTitleLabel")->text(),
+             QStringLiteral("Searching in progress. Please wait ..."));
+    QVERIFY(shown.wait());
+}
+
+void FindDuplicateFormTest::saysWhenThereIsNothing()
+{
+    TestFolder folder;
+    makeDuplicates(folder, {QStringLiteral("a.txt")}, QByteArray(100, 'x'));
+    FinderScene scene;
+    QSignalSpy nothing(scene.form.get(), &FindDuplicateForm::noResultShown);
+    for (const QString &root : {folder.path(), folder.path(QStringLiteral("missing"))}) {
+        scene.form->scan(root);
+        QVERIFY(nothing.wait());
+        auto *page = scene.form->findChild<FindDuplicateNoResultFoundForm *>();
+        QVERIFY(page->isVisible());
+        QCOMPARE(page->findChild<QWidget *>(QStringLiteral("noResultLabel"))->accessibleName(),
+                 QStringLiteral("No Duplicate Files Found"));
+        auto *back = page->findChild<QPushButton *>(QStringLiteral("backButton"));
+        QCOMPARE(back->text(), QStringLiteral("Back"));
+        back->click();
+        QVERIFY(scene.find<QPushButton>("selectFolderButton")->isVisible());
+        QTRY_VERIFY(!scene.form->findChild<FindDuplicateNoResultFoundForm *>());
+    }
+    QCOMPARE(scene.toolbar, (QList<bool>{false, true, false, true}));
+}
+
+void FindDuplicateFormTest::cancelGoesBackToTheStart()
+{
+    HeldScan held;
+    QSignalSpy start(held.scene.form.get(), &FindDuplicateForm::startPageShown);
+    QSignalSpy close(held.scene.form.get(), &FLWidget::closeApp);
+    held.scene.click("cancelButton");
+    QVERIFY(held.scene.form->isBusy());
+    held.go.release(1000);
+    QVERIFY(start.wait());
+    QVERIFY(!held.scene.form->isBusy());
+    QVERIFY(held.scene.form->groups().empty());
+    QCOMPARE(held.scene.toolbar, (QList<bool>{false, true}));
+    QCOMPARE(close.count(), 0);
+    QTRY_VERIFY(!held.scene.form->findChild<ScanInfoForm *>());
+}
+
+void FindDuplicateFormTest::closingDuringAScanClosesWhenItEnds()
+{
+    HeldScan held;
+    FindDuplicateForm &form = *held.scene.form;
+    QSignalSpy close(&form, &FLWidget::closeApp);
+    QVERIFY(!form.busyText().isEmpty());
+    form.requestStop();
+    form.requestStop(); // the user is impatient
+    QCOMPARE(close.count(), 0);
+    held.go.release(1000);
+    QVERIFY(close.wait());
+    QVERIFY(!form.isBusy());
+    QVERIFY(form.busyText().isEmpty());
+    QCOMPARE(close.count(), 1);
+    QCOMPARE(held.scene.toolbar, (QList<bool>{false, true}));
+}
+
+void FindDuplicateFormTest::theFormMayGoDuringAScan()
+{
+    HeldScan held;
+    held.go.release(1000);
+    held.scene.form.reset();
+}
+
+QTEST_MAIN(FindDuplicateFormTest)
+
+#include "tst_find_duplicate_form.moc"

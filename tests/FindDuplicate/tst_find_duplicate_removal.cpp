@@ -1,0 +1,347 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "platform/Paths.h"
+#include "tests/FindDuplicate/Pages.h"
+#include "tests/support/FakeDialogs.h"
+#include "tests/support/FakeRecycleBin.h"
+#include "tests/support/TestPrefix.h"
+#include "widgets/NoticeBar.h"
+
+#include <QFile>
+
+using tests::FinderScene;
+using tests::makeDuplicates;
+using tests::otherTime;
+using tests::someTime;
+
+namespace
+{
+
+constexpr char content[] = "the content of the duplicates, more than twenty bytes";
+
+// Duplicates in a folder of the test's own, scanned and on show. The recycle bin is a fake that ends the
+// program when anything outside that folder is to be moved.
+struct Scene : FinderScene {
+    explicit Scene(const QStringList &names) : bin(folder.path())
+    {
+        makeDuplicates(folder, names, content);
+        makeDuplicates(folder, {QStringLiteral("z\\other.mp3"), QStringLiteral("z\\other2.mp3")},
+                       QByteArray(30, 'o'));
+    }
+
+    bool scan() { return FinderScene::scan(folder.path()); }
+    // Asks for the removal of the member and lets it come to its end.
+    bool remove(int row)
+    {
+        selectMember(row);
+        click("RecycleBinButton");
+        return waitForEnd();
+    }
+    bool waitForEnd() const
+    {
+        return QTest::qWaitFor([&] { return !form->isBusy(); });
+    }
+    bool toolsAre(bool enabled) const
+    {
+        return isEnabled("openButton") == enabled && isEnabled("explorerButton") == enabled &&
+               isEnabled("RecycleBinButton") == enabled;
+    }
+    bool isMarked(int row) const { return memberState(row) == u'1'; }
+    bool isThere(int row) const { return platform::fileExists(memberPath(row)); }
+    QString notice() const { return find<NoticeBar>("noticeBar")->text(); }
+
+    tests::TestFolder folder;
+    tests::FakeDialogs dialogs;
+    tests::FakeRecycleBin bin;
+};
+
+const QStringList three{QStringLiteral("a.txt"), QStringLiteral("b.txt"), QStringLiteral("sub\\c.txt")};
+
+} // namespace
+
+class FindDuplicateRemovalTest : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void initTestCase() { tests::requireTestPrefix(); }
+    void init() { m_guard = std::make_unique<tests::RegistryGuard>(); }
+    void cleanup() { m_guard.reset(); }
+
+    void yesMovesThatOneFile();
+    void noLeavesEverythingAsItWas();
+    void theDeleteKeyAsks();
+    void aFailedMoveIsMarkedAndTold();
+    void whatChangedUnderTheQuestionStays_data();
+    void whatChangedUnderTheQuestionStays();
+    void whatIsGoneIsNotAskedFor();
+    void theLastCopyIsToldBeforeItIsAskedFor();
+    void aCopyThatBecomesTheLastUnderTheQuestionStays();
+    void theGroupStaysWhenAllAreGone();
+    void aHardLinkIsNoFurtherCopy();
+    void nothingIsMovedThroughALink();
+    void nothingElseHappensUnderTheQuestion();
+    void closingUnderTheQuestionMeansNo();
+    void thePageMayGoUnderTheQuestion();
+
+private:
+    std::unique_ptr<tests::RegistryGuard> m_guard;
+};
+
+void FindDuplicateRemovalTest::yesMovesThatOneFile()
+{
+    Scene scene(three);
+    QVERIFY(scene.scan());
+    const QString path = scene.memberPath(1);
+    scene.dialogs.nextMessageBox.enqueue(platform::idYes);
+    QVERIFY(scene.remove(1));
+    QCOMPARE(scene.dialogs.questions.size(), 1);
+    const tests::FakeDialogs::Shown &question = scene.dialogs.questions.first();
+    QCOMPARE(question.text, QStringLiteral("Are you sure you want to move %1 to the recycle bin?").arg(path));
+    QCOMPARE(question.title, QStringLiteral("Confirm to save changes"));
+    QCOMPARE(question.flags, 0x34u);
+    QCOMPARE(question.parent, nullptr);
+    QCOMPARE(scene.bin.taken, QStringList{path});
+
+    QVERIFY(scene.isMarked(1));
+    QVERIFY(scene.form->groups()[0].members[1].checked);
+    QVERIFY(scene.toolsAre(false));
+    QVERIFY(scene.isThere(0) && scene.isThere(2) && !scene.isMarked(0) && !scene.isMarked(2));
+    QVERIFY(scene.badges(1).contains(QStringLiteral("moved to the recycle bin")));
+    // Another member can be removed next; the removed one is not offered again.
+    scene.selectMember(0);
+    QVERIFY(scene.toolsAre(true));
+    scene.selectMember(1);
+    QVERIFY(scene.toolsAre(false));
+    // Nor after another group has been looked at.
+    QVERIFY(scene.selectGroup(1));
+    QVERIFY(scene.selectGroup(0));
+    QVERIFY(scene.isMarked(1));
+    scene.selectMember(1);
+    QVERIFY(scene.toolsAre(false));
+    QCOMPARE(scene.toolbar, (QList<bool>{false, true, false, true})); // the scan, the removal
+}
+
+void FindDuplicateRemovalTest::noLeavesEverythingAsItWas()
+{
+    Scene scene(three);
+    QVERIFY(scene.scan());
+    scene.dialogs.nextMessageBox.enqueue(platform::idNo);
+    QVERIFY(scene.remove(0));
+    QCOMPARE(scene.dialogs.questions.size(), 1);
+    QVERIFY(scene.bin.asked.isEmpty());
+    for (int row = 0; row < 3; ++row)
+        QVERIFY(scene.isThere(row) && !scene.isMarked(row));
+    QVERIFY(!scene.form->groups()[0].members[0].checked);
+    QVERIFY(scene.toolsAre(true));
+    QVERIFY(scene.notice().isEmpty());
+    QCOMPARE(scene.toolbar, (QList<bool>{false, true, false, true}));
+}
+
+void FindDuplicateRemovalTest::theDeleteKeyAsks()
+{
+    Scene scene(three);
+    QVERIFY(scene.scan());
+    scene.dialogs.nextMessageBox.enqueue(platform::idYes);
+    scene.side()->setFocus();
+    QTest::keyClick(scene.side(), Qt::Key_Delete); // means a whole group here: nothing
+    QVERIFY(!scene.form->isBusy());
+    scene.members()->setFocus();
+    scene.selectMember(2);
+    const QString path = scene.memberPath(2);
+    QTest::keyClick(scene.members(), Qt::Key_Delete);
+    QVERIFY(scene.waitForEnd());
+    QCOMPARE(scene.bin.taken, QStringList{path});
+    QVERIFY(scene.members()->hasFocus());
+}
+
+void FindDuplicateRemovalTest::aFailedMoveIsMarkedAndTold()
+{
+    Scene scene(three);
+    QVERIFY(scene.scan());
+    scene.bin.fails = true;
+    scene.dialogs.nextMessageBox.enqueue(platform::idYes);
+    QVERIFY(scene.remove(0));
+    QVERIFY(scene.isMarked(0));
+    QVERIFY(scene.toolsAre(false));
+    QVERIFY(scene.isThere(0));
+    QVERIFY(scene.badges(0).contains(QStringLiteral("still here: it could not be moved")));
+}
+
+void FindDuplicateRemovalTest::whatChangedUnderTheQuestionStays_data()
+{
+    QTest::addColumn<QByteArray>("now");
+    QTest::addColumn<quint64>("time");
+    QTest::newRow("edited") << QByteArray(content) + "!" << someTime;
+    QTest::newRow("written again") << QByteArray(content) << otherTime;
+    QTest::newRow("gone") << QByteArray() << quint64{0};
+}
+
+void FindDuplicateRemovalTest::whatChangedUnderTheQuestionStays()
+{
+    QFETCH(QByteArray, now);
+    QFETCH(quint64, time);
+    Scene scene(three);
+    QVERIFY(scene.scan());
+    const QString path = scene.memberPath(0);
+    const QString relative = path.mid(scene.folder.path().size() + 1);
+    scene.dialogs.nextMessageBox.enqueue(platform::idYes);
+    scene.dialogs.whileOpen = [&] {
+        tests::requireBelow(scene.folder.path(), path);
+        if (now.isEmpty()) {
+            QFile::remove(path);
+        } else {
+            scene.folder.makeFile(relative, now);
+            scene.folder.setTimes(relative, time, someTime);
+        }
+    };
+    QVERIFY(scene.remove(0));
+    QVERIFY(scene.bin.asked.isEmpty());
+    QVERIFY(!scene.isMarked(0));
+    QCOMPARE(scene.isThere(0), !now.isEmpty());
+    QVERIFY(scene.notice().contains(path));
+    QVERIFY(scene.toolsAre(true));
+}
+
+void FindDuplicateRemovalTest::whatIsGoneIsNotAskedFor()
+{
+    Scene scene(three);
+    QVERIFY(scene.scan());
+    tests::requireBelow(scene.folder.path(), scene.memberPath(1));
+    QVERIFY(QFile::remove(scene.memberPath(1)));
+    QVERIFY(scene.remove(1));
+    QVERIFY(scene.dialogs.questions.isEmpty());
+    QVERIFY(scene.notice().contains(scene.memberPath(1)));
+    QCOMPARE(scene.memberText(1), QStringLiteral("The file was moved to another location"));
+}
+
+void FindDuplicateRemovalTest::theLastCopyIsToldBeforeItIsAskedFor()
+{
+    Scene scene(three);
+    QVERIFY(scene.scan());
+    // The others go, one by somebody else's hand and one by a change.
+    tests::requireBelow(scene.folder.path(), scene.memberPath(1));
+    QVERIFY(QFile::remove(scene.memberPath(1)));
+    const QString relative = scene.memberPath(2).mid(scene.folder.path().size() + 1);
+    scene.folder.setTimes(relative, otherTime, someTime);
+    QVERIFY(!scene.badges(0).contains(QStringLiteral("last copy")));
+    QVERIFY(scene.remove(0));
+    QVERIFY(scene.dialogs.questions.isEmpty());
+    QVERIFY(scene.badges(0).contains(QStringLiteral("last copy")));
+    QVERIFY(scene.badges(2).contains(QStringLiteral("changed since the scan")));
+    QVERIFY(scene.notice().contains(QStringLiteral("last copy")));
+    // Told, the user may ask for it all the same.
+    scene.dialogs.nextMessageBox.enqueue(platform::idYes);
+    QVERIFY(scene.remove(0));
+    QCOMPARE(scene.bin.taken, QStringList{scene.memberPath(0)});
+}
+
+void FindDuplicateRemovalTest::aCopyThatBecomesTheLastUnderTheQuestionStays()
+{
+    Scene scene({QStringLiteral("a.txt"), QStringLiteral("b.txt")});
+    QVERIFY(scene.scan());
+    scene.dialogs.nextMessageBox.enqueue(platform::idYes);
+    scene.dialogs.whileOpen = [&] {
+        tests::requireBelow(scene.folder.path(), scene.memberPath(1));
+        QFile::remove(scene.memberPath(1));
+    };
+    QVERIFY(scene.remove(0));
+    QVERIFY(scene.bin.asked.isEmpty());
+    QVERIFY(scene.isThere(0) && !scene.isMarked(0));
+    QVERIFY(scene.badges(0).contains(QStringLiteral("last copy")));
+}
+
+void FindDuplicateRemovalTest::theGroupStaysWhenAllAreGone()
+{
+    Scene scene({QStringLiteral("a.txt"), QStringLiteral("b.txt")});
+    QVERIFY(scene.scan());
+    const int groups = scene.side()->model()->rowCount();
+    scene.dialogs.nextMessageBox.append({platform::idYes, platform::idYes});
+    QVERIFY(scene.remove(0));
+    QVERIFY(scene.badges(1).contains(QStringLiteral("last copy")));
+    QVERIFY(scene.remove(1));
+    QCOMPARE(scene.bin.taken.size(), 2);
+    QCOMPARE(scene.side()->model()->rowCount(), groups);
+    QCOMPARE(scene.members()->model()->rowCount(), 2);
+}
+
+void FindDuplicateRemovalTest::aHardLinkIsNoFurtherCopy()
+{
+    Scene scene({QStringLiteral("a.txt")});
+    scene.folder.makeHardLink(QStringLiteral("b.txt"), QStringLiteral("a.txt"));
+    makeDuplicates(scene.folder, {QStringLiteral("c.txt")}, content);
+    QVERIFY(scene.scan());
+    QCOMPARE(scene.members()->model()->rowCount(), 3);
+    const int copy = scene.rowOf(scene.folder.path(QStringLiteral("c.txt")));
+    QVERIFY(!scene.badges(copy).contains(QStringLiteral("last copy")));
+    scene.dialogs.nextMessageBox.enqueue(platform::idYes);
+    QVERIFY(scene.remove(copy));
+    // Two names are left, of one file.
+    for (const QString &name : {QStringLiteral("a.txt"), QStringLiteral("b.txt")})
+        QVERIFY(scene.badges(scene.rowOf(scene.folder.path(name))).contains(QStringLiteral("last copy")));
+}
+
+void FindDuplicateRemovalTest::nothingIsMovedThroughALink()
+{
+    Scene scene({QStringLiteral("d\\a.txt")});
+    scene.folder.makeLink(QStringLiteral("j"), QStringLiteral("d"));
+    QVERIFY(scene.scan());
+    const int behind = scene.rowOf(scene.folder.path(QStringLiteral("j\\a.txt")));
+    QVERIFY(behind >= 0);
+    QVERIFY(scene.remove(behind));
+    QVERIFY(scene.dialogs.questions.isEmpty());
+    QVERIFY(scene.bin.asked.isEmpty());
+    QVERIFY(scene.notice().contains(QStringLiteral("link")));
+    QVERIFY(platform::fileExists(scene.folder.path(QStringLiteral("d\\a.txt"))));
+}
+
+void FindDuplicateRemovalTest::nothingElseHappensUnderTheQuestion()
+{
+    Scene scene(three);
+    QVERIFY(scene.scan());
+    scene.dialogs.nextMessageBox.enqueue(platform::idYes);
+    const QString path = scene.memberPath(0);
+    scene.dialogs.whileOpen = [&] {
+        QVERIFY(scene.form->isBusy());
+        QVERIFY(!scene.members()->isEnabled());
+        scene.click("RecycleBinButton");
+        scene.click("backButton");
+        scene.form->OnBackToMain();
+        scene.form->scan(scene.folder.path());
+        QVERIFY(!scene.form->isScanning());
+    };
+    QVERIFY(scene.remove(0));
+    QCOMPARE(scene.dialogs.questions.size(), 1);
+    QCOMPARE(scene.bin.taken, QStringList{path});
+    QVERIFY(scene.members()->isVisible());
+}
+
+void FindDuplicateRemovalTest::closingUnderTheQuestionMeansNo()
+{
+    Scene scene(three);
+    QVERIFY(scene.scan());
+    scene.dialogs.nextMessageBox.enqueue(platform::idYes);
+    scene.dialogs.whileOpen = [&] {
+        QVERIFY(!scene.form->busyText().isEmpty());
+        scene.form->requestStop();
+    };
+    QVERIFY(scene.remove(0));
+    QVERIFY(scene.bin.asked.isEmpty());
+    QVERIFY(!scene.isMarked(0));
+    QVERIFY(!scene.form->isBusy());
+}
+
+void FindDuplicateRemovalTest::thePageMayGoUnderTheQuestion()
+{
+    Scene scene(three);
+    QVERIFY(scene.scan());
+    scene.dialogs.nextMessageBox.enqueue(platform::idYes);
+    scene.dialogs.whileOpen = [&] { scene.form.reset(); };
+    scene.selectMember(0);
+    scene.click("RecycleBinButton");
+    QTRY_VERIFY(!scene.form);
+    QVERIFY(scene.bin.asked.isEmpty());
+}
+
+QTEST_MAIN(FindDuplicateRemovalTest)
+
+#include "tst_find_duplicate_removal.moc"

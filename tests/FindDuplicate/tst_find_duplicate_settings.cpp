@@ -1,0 +1,284 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "FindDuplicate/CustomFileTypeDialog.h"
+#include "FindDuplicate/FindDuplicateOptionsDialog.h"
+#include "FindDuplicate/Settings.h"
+#include "app/settings/Settings.h"
+#include "core/FileTypes.h"
+#include "tests/support/TestPrefix.h"
+
+#include <QCheckBox>
+#include <QLineEdit>
+#include <QPushButton>
+#include <QSpinBox>
+#include <QTest>
+#include <QTreeWidget>
+
+using duplicates::CustomFileType;
+using duplicates::defaultFinderSettings;
+using duplicates::FinderSettings;
+
+namespace
+{
+
+constexpr QStringView key = u"Software\\Fernlight\\Folder Size Analyzer\\Find Duplicate";
+
+FinderSettings loaded()
+{
+    FinderSettings settings = defaultFinderSettings();
+    duplicates::reloadFinderSettings(settings);
+    return settings;
+}
+
+QString stored(const QString &name)
+{
+    QString text;
+    settings::readString(key, name, text);
+    return text;
+}
+
+std::optional<quint32> storedNumber(const QString &name)
+{
+    quint32 number = 0;
+    return settings::readDword(key, name, number) ? std::optional(number) : std::nullopt;
+}
+
+// The indexes of what is selected.
+QList<int> selected(const FinderSettings &settings)
+{
+    QList<int> indexes;
+    for (std::size_t i = 0; i < settings.categories.size(); ++i)
+        if (settings.categories[i].selected)
+            indexes.append(static_cast<int>(i));
+    return indexes;
+}
+
+class Options
+{
+public:
+    Options() : dialog(loaded()) { dialog.show(); }
+
+    QTreeWidget *list() { return dialog.findChild<QTreeWidget *>(QStringLiteral("fileTypesTreeWidget")); }
+    QTreeWidgetItem *row(int index) { return list()->topLevelItem(index); }
+    void click(const char *button) { dialog.findChild<QPushButton *>(QLatin1String(button))->click(); }
+    QSpinBox *size() { return dialog.findChild<QSpinBox *>(QStringLiteral("smallFileSizeSpinBox")); }
+    QCheckBox *ignore() { return dialog.findChild<QCheckBox *>(QStringLiteral("ignoreSmallFileCheckBox")); }
+    // Fills in the dialog that "Add" and "Edit" open, and accepts it.
+    void enter(const QString &name, const QString &extensions)
+    {
+        auto *asked = dialog.findChild<CustomFileTypeDialog *>();
+        asked->findChild<QLineEdit *>(QStringLiteral("nameLineEdit"))->setText(name);
+        asked->findChild<QLineEdit *>(QStringLiteral("extensionsLineEdit"))->setText(extensions);
+        asked->findChild<QPushButton *>(QStringLiteral("OKButton"))->click();
+        QTRY_VERIFY(!dialog.findChild<CustomFileTypeDialog *>());
+    }
+
+    FindDuplicateOptionsDialog dialog;
+};
+
+} // namespace
+
+class FindDuplicateSettingsTest : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void initTestCase() { tests::requireTestPrefix(); }
+    void init() { m_guard = std::make_unique<tests::RegistryGuard>(); }
+    void cleanup() { m_guard.reset(); }
+
+    void readsTheStoredFormat();
+    void keepsWhatItHeldWithoutTheKey();
+    void takesDamagedCustomTypesForAbsent();
+    void optionsShowTheTwelveCategories();
+    void optionsStoreWhatWasChosen();
+    void customTypesAreAddedEditedAndRemoved();
+    void cancelStoresNothing();
+    void aNumberBeyondTheBoxSurvives();
+    void customTypeDialogTakesOnlyWhatWorks_data();
+    void customTypeDialogTakesOnlyWhatWorks();
+
+private:
+    std::unique_ptr<tests::RegistryGuard> m_guard;
+};
+
+void FindDuplicateSettingsTest::readsTheStoredFormat()
+{
+    settings::writeDword(key, u"ignoreSmallFile", 0);
+    settings::writeDword(key, u"smallFileSize", 0xFFFFFFFF);
+    settings::writeDword(key, u"0", 0);
+    settings::writeDword(key, u"1", 1);
+    settings::writeDword(key, u"2", 2);     // anything but 1
+    settings::writeString(key, u"3", u"0"); // another type is absent, and absent is selected
+    settings::writeDword(key, u"CustomFileTypeCount", 2);
+    settings::writeString(key, u"CustomFileType0", u"Notes;.note;.n\\;1");
+    settings::writeString(key, u"CustomFileType1", u"Logs;.log");
+    settings::writeDword(key, u"12", 5);
+    const FinderSettings settings = loaded();
+    QCOMPARE(settings.ignoreSmallFile, false);
+    QCOMPARE(settings.smallFileSize, -1);
+    QCOMPARE(settings.categories.size(), 14u);
+    QCOMPARE(selected(settings), (QList<int>{1, 3, 4, 5, 6, 7, 8, 9, 10, 11, 13}));
+    QCOMPARE(settings.categories[12].name, QStringLiteral("Notes"));
+    QCOMPARE(settings.categories[12].extensions,
+             (QStringList{QStringLiteral(".note"), QStringLiteral(".n;1")}));
+}
+
+void FindDuplicateSettingsTest::keepsWhatItHeldWithoutTheKey()
+{
+    FinderSettings held = defaultFinderSettings();
+    QCOMPARE(held.smallFileSize, 20);
+    QVERIFY(held.ignoreSmallFile);
+    held.smallFileSize = 7;
+    held.ignoreSmallFile = false;
+    held.categories[4].selected = false;
+    duplicates::reloadFinderSettings(held);
+    QCOMPARE(held.smallFileSize, 7);
+    QCOMPARE(held.ignoreSmallFile, false);
+    QVERIFY(!held.categories[4].selected);
+    // With the key, what is absent in it is the default.
+    settings::writeDword(key, u"11", 0);
+    duplicates::reloadFinderSettings(held);
+    QCOMPARE(held.smallFileSize, 20);
+    QCOMPARE(selected(held), (QList<int>{0, 1, 2, 3, 4, 5, 6, 7, 8, 9, 10}));
+}
+
+void FindDuplicateSettingsTest::takesDamagedCustomTypesForAbsent()
+{
+    settings::writeDword(key, u"CustomFileTypeCount", 0xFFFFFFFF);
+    settings::writeString(key, u"CustomFileType0", u"no extension");
+    settings::writeString(key, u"CustomFileType2", u"Logs;.log");
+    const FinderSettings settings = loaded();
+    QCOMPARE(settings.customTypes.size(), 1u);
+    QCOMPARE(settings.customTypes[0].name, QStringLiteral("Logs"));
+}
+
+void FindDuplicateSettingsTest::optionsShowTheTwelveCategories()
+{
+    Options options;
+    QCOMPARE(options.list()->topLevelItemCount(), 12);
+    int row = 0;
+    for (const core::FileTypeCategory &category : core::defaultFileTypes()) {
+        QCOMPARE(options.row(row)->text(0), category.displayText());
+        QCOMPARE(options.row(row++)->checkState(0), Qt::Checked);
+    }
+    QCOMPARE(options.ignore()->text(), QStringLiteral("Ignore files smaller than"));
+    QVERIFY(options.ignore()->isChecked());
+    QCOMPARE(options.size()->value(), 20);
+    QCOMPARE(options.size()->minimum(), 0);
+    QCOMPARE(options.size()->maximum(), 10240);
+}
+
+void FindDuplicateSettingsTest::optionsStoreWhatWasChosen()
+{
+    {
+        Options options;
+        options.click("selectNoneButton");
+        QVERIFY(selected(options.dialog.edited()).isEmpty());
+        options.click("selectAllButton");
+        QCOMPARE(selected(options.dialog.edited()).size(), 12);
+        options.row(5)->setCheckState(0, Qt::Unchecked);
+        options.ignore()->setChecked(false);
+        options.size()->setValue(10240);
+        options.click("OKButton");
+    }
+    QCOMPARE(storedNumber(QStringLiteral("5")), std::optional(quint32{0}));
+    QCOMPARE(storedNumber(QStringLiteral("11")), std::optional(quint32{1}));
+    QCOMPARE(storedNumber(QStringLiteral("smallFileSize")), std::optional(quint32{10240}));
+    QCOMPARE(storedNumber(QStringLiteral("ignoreSmallFile")), std::optional(quint32{0}));
+    QCOMPARE(selected(loaded()).contains(5), false);
+}
+
+void FindDuplicateSettingsTest::customTypesAreAddedEditedAndRemoved()
+{
+    {
+        Options options;
+        options.click("addButton");
+        options.enter(QStringLiteral("Notes"), QStringLiteral("note, *.TXT2"));
+        options.click("addButton");
+        options.enter(QStringLiteral("a;b\\c"), QStringLiteral(".log"));
+        options.row(12)->setCheckState(0, Qt::Unchecked);
+        options.click("OKButton");
+    }
+    QCOMPARE(stored(QStringLiteral("CustomFileType0")), QStringLiteral("Notes;.note;.txt2"));
+    QCOMPARE(loaded().customTypes[1].name, QStringLiteral("a;b\\c"));
+    QVERIFY(!loaded().categories[12].selected);
+    {
+        Options options;
+        options.list()->setCurrentItem(options.row(13));
+        options.click("editButton");
+        options.enter(QStringLiteral("Logs"), QStringLiteral(".log .trace"));
+        options.list()->setCurrentItem(options.row(12));
+        options.click("removeButton");
+        options.click("OKButton");
+    }
+    // The flag of the type behind the removed one moves with it, and nothing stays behind.
+    const FinderSettings now = loaded();
+    QCOMPARE(now.customTypes,
+             (std::vector<CustomFileType>{
+                 {QStringLiteral("Logs"), {QStringLiteral(".log"), QStringLiteral(".trace")}}}));
+    QVERIFY(now.categories[12].selected);
+    QVERIFY(!storedNumber(QStringLiteral("13")));
+    QVERIFY(stored(QStringLiteral("CustomFileType1")).isEmpty());
+    Options options;
+    options.list()->setCurrentItem(options.row(3));
+    QVERIFY(!options.dialog.findChild<QPushButton *>(QStringLiteral("removeButton"))->isEnabled());
+    QVERIFY(!options.dialog.findChild<QPushButton *>(QStringLiteral("editButton"))->isEnabled());
+}
+
+void FindDuplicateSettingsTest::cancelStoresNothing()
+{
+    Options options;
+    options.click("selectNoneButton");
+    options.size()->setValue(1);
+    options.click("CancelButton");
+    QVERIFY(!settings::keyExists(key));
+}
+
+void FindDuplicateSettingsTest::aNumberBeyondTheBoxSurvives()
+{
+    settings::writeDword(key, u"smallFileSize", 50'000);
+    {
+        Options options;
+        QCOMPARE(options.size()->value(), 10240);
+        options.click("OKButton");
+    }
+    QCOMPARE(loaded().smallFileSize, 50'000);
+}
+
+void FindDuplicateSettingsTest::customTypeDialogTakesOnlyWhatWorks_data()
+{
+    QTest::addColumn<QString>("name");
+    QTest::addColumn<QString>("extensions");
+    QTest::addColumn<QStringList>("expected");
+    QTest::newRow("one") << "Notes"
+                         << ".note" << QStringList{QStringLiteral(".note")};
+    QTest::newRow("twice") << "Notes"
+                           << "note;.NOTE" << QStringList{QStringLiteral(".note")};
+    QTest::newRow("two dots never match") << "Notes"
+                                          << ".tar.gz" << QStringList();
+    QTest::newRow("no extension") << "Notes"
+                                  << " , " << QStringList();
+    QTest::newRow("no name") << "  "
+                             << ".note" << QStringList();
+    QTest::newRow("a name that is taken") << "audio files"
+                                          << ".note" << QStringList();
+    QTest::newRow("no file name's character") << "Notes"
+                                              << "a:b" << QStringList();
+}
+
+void FindDuplicateSettingsTest::customTypeDialogTakesOnlyWhatWorks()
+{
+    QFETCH(QString, name);
+    QFETCH(QString, extensions);
+    QFETCH(QStringList, expected);
+    CustomFileTypeDialog dialog({}, {QStringLiteral("Audio Files")});
+    dialog.findChild<QLineEdit *>(QStringLiteral("nameLineEdit"))->setText(name);
+    dialog.findChild<QLineEdit *>(QStringLiteral("extensionsLineEdit"))->setText(extensions);
+    const std::optional<CustomFileType> entered = dialog.entered();
+    QCOMPARE(entered ? entered->extensions : QStringList(), expected);
+    QCOMPARE(dialog.findChild<QPushButton *>(QStringLiteral("OKButton"))->isEnabled(), !expected.isEmpty());
+}
+
+QTEST_MAIN(FindDuplicateSettingsTest)
+
+#include "tst_find_duplicate_settings.moc"
