@@ -23,6 +23,9 @@ REGEDIT4
 [HKEY_CURRENT_USER\\Software\\Fernlight Larkspur Tests]
 "Prefix"=dword:00000001
 
+[HKEY_CURRENT_USER\\Software\\Wine\\WineDbg]
+"ShowCrashDialog"=dword:00000000
+
 [HKEY_CURRENT_USER\\Environment]
 "QT_PLUGIN_PATH"="D:\\\\dist"
 "QT_FORCE_STDERR_LOGGING"="1"

@@ -140,28 +140,53 @@ private:
 
     static QString key(const QString &path) { return path.toLower(); }
 
-    std::size_t addNode(const QString &path, core::DirectoryEntry entry)
+    std::size_t addNode(const QString &path, const core::DirectoryEntry &entry)
     {
         const qsizetype cut = path.lastIndexOf(u'\\');
-        if (cut >= 0) {
-            const QString name = path.sliced(cut + 1);
-            entry.name = name;
-            m_nodes[folderAt(path.first(cut))].listing.add(entry);
+        if (cut >= 0)
+            list(folderAt(path.first(cut)), path.sliced(cut + 1), entry);
+        return makeNode(path);
+    }
+
+    // No recursion from a folder to the one above it: a Windows stack does not hold thousands of levels.
+    std::size_t folderAt(const QString &path)
+    {
+        QString known = path;
+        QStringList missing;
+        while (!m_byPath.contains(key(known))) {
+            const qsizetype cut = known.lastIndexOf(u'\\');
+            missing.append(known.sliced(cut + 1));
+            if (cut < 0) {
+                makeNode(known);
+                missing.removeLast();
+                break;
+            }
+            known.truncate(cut);
         }
+        std::size_t node = static_cast<std::size_t>(m_byPath.value(key(known)));
+        core::DirectoryEntry folder;
+        folder.attributes = core::AttributeDirectory;
+        while (!missing.isEmpty()) {
+            const QString name = missing.takeLast();
+            list(node, name, folder);
+            known += u'\\' + name;
+            node = makeNode(known);
+        }
+        return node;
+    }
+
+    void list(std::size_t parent, const QString &name, core::DirectoryEntry entry)
+    {
+        entry.name = name;
+        m_nodes[parent].listing.add(entry);
+    }
+
+    std::size_t makeNode(const QString &path)
+    {
         m_nodes.emplace_back();
         m_nodes.back().listing.readable = true;
         m_byPath.insert(key(path), static_cast<int>(m_nodes.size()) - 1);
         return m_nodes.size() - 1;
-    }
-
-    std::size_t folderAt(const QString &path)
-    {
-        const int known = m_byPath.value(key(path), -1);
-        if (known >= 0)
-            return static_cast<std::size_t>(known);
-        core::DirectoryEntry entry;
-        entry.attributes = core::AttributeDirectory;
-        return addNode(path, entry);
     }
 
     // The node that a path ends at, links followed; -1 when there is none.
