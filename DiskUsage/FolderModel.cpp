@@ -20,6 +20,18 @@ QString displayText(const FolderItem &item, int column)
                                              : item.value(column).toString();
 }
 
+void rankNames(QList<QStandardItem *> siblings)
+{
+    const auto name = [](const QStandardItem *item) -> const QString & {
+        return static_cast<const FolderItem *>(item)->folder().name;
+    };
+    std::sort(siblings.begin(), siblings.end(), [&name](const QStandardItem *a, const QStandardItem *b) {
+        return name(a).compare(name(b), Qt::CaseInsensitive) < 0;
+    });
+    for (qsizetype rank = 0; rank < siblings.size(); ++rank)
+        static_cast<FolderItem *>(siblings.at(rank))->setNameRank(static_cast<int>(rank));
+}
+
 // The largest-children text of a folder after one of its subfolders was scanned again. Files that an earlier
 // scan left out of the ten are not known any more; folders are, from the rows.
 QString correctedMaxData(const FolderItem &parent)
@@ -38,7 +50,19 @@ QString correctedMaxData(const FolderItem &parent)
 
 } // namespace
 
-FolderItem::FolderItem(diskusage::ScanResult &source, int index) : m_source(&source), m_index(index) {}
+FolderItem::FolderItem(diskusage::ScanResult &source, int index, int position)
+    : m_source(&source),
+      m_index(index),
+      m_position(position)
+{
+}
+
+void FolderItem::takePlaceOf(const FolderItem &old)
+{
+    m_position = old.m_position;
+    m_nameRank = old.m_nameRank;
+    folder().name = old.folder().name; // as its parent spells it
+}
 
 double FolderItem::share() const
 {
@@ -115,19 +139,23 @@ std::unique_ptr<FolderItem> FolderModel::buildTree(diskusage::ScanResult &result
 {
     // Parents stand before their children, and the children of one folder in the order of the list: one pass
     // builds the rows of every folder in order.
-    const int count = static_cast<int>(result.folders.size());
-    std::vector<FolderItem *> items(result.folders.size());
+    std::vector<FolderItem *> items;
+    items.reserve(result.folders.size());
     std::vector<QList<QStandardItem *>> children(result.folders.size());
-    for (int i = 0; i < count; ++i) {
-        const auto position = static_cast<std::size_t>(i);
-        items[position] = new FolderItem(result, i);
-        const int parent = result.folders[position].parent;
-        if (parent >= 0)
-            children[static_cast<std::size_t>(parent)].append(items[position]);
+    for (const diskusage::Folder &folder : result.folders) {
+        QList<QStandardItem *> none;
+        QList<QStandardItem *> &siblings =
+            folder.parent < 0 ? none : children[static_cast<std::size_t>(folder.parent)];
+        items.push_back(
+            new FolderItem(result, static_cast<int>(items.size()), static_cast<int>(siblings.size())));
+        siblings.append(items.back());
     }
-    for (std::size_t i = 0; i < items.size(); ++i)
-        if (!children[i].isEmpty())
-            items[i]->appendRows(children[i]);
+    for (std::size_t i = 0; i < items.size(); ++i) {
+        if (children[i].isEmpty())
+            continue;
+        items[i]->appendRows(children[i]);
+        rankNames(children[i]);
+    }
     return std::unique_ptr<FolderItem>(items.empty() ? nullptr : items.front());
 }
 
@@ -168,29 +196,35 @@ std::unique_ptr<FolderItem> FolderModel::replaceFolder(const QModelIndex &index,
     if (!above || !subtree)
         return nullptr;
     const diskusage::Folder before = old->folder();
-    diskusage::Folder &now = subtree->folder();
-    now.name = before.name;
-    const int row = index.row();
+    const diskusage::Folder &now = subtree->folder();
+    subtree->takePlaceOf(*old);
 
+    emit folderAboutToBeReplaced(old);
     m_results.push_back(std::move(result));
-    std::unique_ptr<FolderItem> replaced(static_cast<FolderItem *>(above->takeRow(row).value(0)));
-    above->insertRow(row, subtree.release());
+    std::unique_ptr<FolderItem> replaced(static_cast<FolderItem *>(above->takeRow(index.row()).value(0)));
+    FolderItem *added = subtree.release();
+    above->insertRow(added->position(), added);
+    correctTotals(*above, before, now);
+    emit folderReplaced(added);
+    return replaced;
+}
 
-    for (FolderItem *item = above; item; item = item->parentFolder()) {
+void FolderModel::correctTotals(FolderItem &above, const diskusage::Folder &before,
+                                const diskusage::Folder &now)
+{
+    for (FolderItem *item = &above; item; item = item->parentFolder()) {
         diskusage::Folder &folder = item->folder();
         folder.bytes = folder.bytes - before.bytes + now.bytes;
         folder.files = folder.files - before.files + now.files;
         folder.folders = folder.folders - before.folders + now.folders;
     }
-    for (FolderItem *item = above; item; item = item->parentFolder()) {
+    for (FolderItem *item = &above; item; item = item->parentFolder()) {
         item->folder().maxData = correctedMaxData(*item);
-        const QModelIndex changed = item->index();
-        emit dataChanged(changed, changed.siblingAtColumn(ColumnTotal - 1));
+        emit dataChanged(indexOf(*item, 0), indexOf(*item, ColumnTotal - 1));
     }
-    // The shares of all its siblings changed with their parent's size.
-    emit dataChanged(above->child(0)->index(),
-                     above->child(above->rowCount() - 1)->index().siblingAtColumn(ColumnTotal - 1));
-    return replaced;
+    // The shares of its siblings changed with their parent's size.
+    emit dataChanged(indexOf(*above.childFolder(0), 0),
+                     indexOf(*above.childFolder(above.rowCount() - 1), ColumnTotal - 1));
 }
 
 FolderItem *FolderModel::folderItem(const QModelIndex &index) const
@@ -207,6 +241,12 @@ FolderItem *FolderModel::rootFolder() const
     return static_cast<FolderItem *>(item(0));
 }
 
+QModelIndex FolderModel::indexOf(const FolderItem &folder, int column) const
+{
+    QStandardItem *above = folder.parentFolder();
+    return createIndex(folder.position(), column, above ? above : invisibleRootItem());
+}
+
 QModelIndex FolderModel::find(const QModelIndex &start, const QStringList &names) const
 {
     FolderItem *item = folderItem(start);
@@ -217,7 +257,7 @@ QModelIndex FolderModel::find(const QModelIndex &start, const QStringList &names
                 next = item->childFolder(row);
         item = next;
     }
-    return item ? item->index() : QModelIndex();
+    return item ? indexOf(*item, 0) : QModelIndex();
 }
 
 int FolderModel::columnCount(const QModelIndex &parent) const

@@ -15,12 +15,20 @@
 class FolderItem : public QStandardItem
 {
 public:
-    FolderItem(diskusage::ScanResult &source, int index);
+    FolderItem(diskusage::ScanResult &source, int index, int position);
 
     diskusage::Folder &folder() const { return m_source->folders[static_cast<std::size_t>(m_index)]; }
     QString path() const { return m_source->path(m_index); }
     FolderItem *parentFolder() const { return static_cast<FolderItem *>(parent()); }
     FolderItem *childFolder(int row) const { return static_cast<FolderItem *>(child(row)); }
+
+    // Its row below its parent.
+    int position() const { return m_position; }
+    // Where it stands among its siblings by name, whatever the case.
+    int nameRank() const { return m_nameRank; }
+    void setNameRank(int rank) { m_nameRank = rank; }
+    // Becomes the row of a folder that was scanned again.
+    void takePlaceOf(const FolderItem &old);
 
     // The value of one of the model's columns, numbers as numbers.
     QVariant value(int column) const;
@@ -32,6 +40,8 @@ public:
 private:
     diskusage::ScanResult *m_source;
     int m_index;
+    int m_position;
+    int m_nameRank = 0;
 };
 
 // The folder tree of a scan, one row per folder. Built on the scan's thread while no view is attached; after
@@ -77,6 +87,7 @@ public:
     // Null for an invalid index.
     FolderItem *folderItem(const QModelIndex &index) const;
     FolderItem *rootFolder() const;
+    QModelIndex indexOf(const FolderItem &folder, int column) const;
     // The folder's row for its names from the root's first child down; invalid when there is none.
     QModelIndex find(const QModelIndex &start, const QStringList &names) const;
 
@@ -92,8 +103,14 @@ public:
     // Removing the columns is how the tree is emptied: all rows go with them, whatever the range.
     bool removeColumns(int column, int count, const QModelIndex &parent = {}) override;
 
+signals:
+    // Around replaceFolder(), with the old and the new item of the same row.
+    void folderAboutToBeReplaced(const FolderItem *folder);
+    void folderReplaced(FolderItem *folder);
+
 private:
     const QIcon &icon(const diskusage::Folder &folder) const;
+    void correctTotals(FolderItem &above, const diskusage::Folder &before, const diskusage::Folder &now);
     void adoptTree(std::unique_ptr<FolderItem> tree);
     std::unique_ptr<FolderItem> takeTree();
 

@@ -5,57 +5,188 @@
 
 #include <algorithm>
 
-FolderSortModel::FolderSortModel(QObject *parent) : QSortFilterProxyModel(parent)
+namespace
 {
-    setSortRole(Qt::EditRole);
-}
 
-void FolderSortModel::setFolderModel(FolderModel *model)
+quint64 sortKey(const FolderItem &item, int column)
 {
-    m_folders = model;
-    setSourceModel(model);
-}
-
-bool FolderSortModel::less(const FolderItem &left, const FolderItem &right, int column)
-{
-    const diskusage::Folder &a = left.folder();
-    const diskusage::Folder &b = right.folder();
+    const diskusage::Folder &folder = item.folder();
     switch (column) {
-    case FolderModel::Name:
-        return a.name.compare(b.name, Qt::CaseInsensitive) < 0;
     case FolderModel::FileCount:
-        return a.files < b.files;
+        return static_cast<quint64>(folder.files);
     case FolderModel::FolderCount:
-        return a.folders < b.folders;
+        return static_cast<quint64>(folder.folders);
     case FolderModel::SizeText:
     case FolderModel::Size:
     case FolderModel::Percentage: // all rows that are compared have the same parent
-        return a.bytes < b.bytes;
+        return folder.bytes;
     case FolderModel::Index:
-        return a.index < b.index;
+        return static_cast<quint64>(folder.index);
     default:
-        return left.value(column).toString() < right.value(column).toString();
+        return static_cast<quint64>(item.nameRank());
     }
 }
 
-std::vector<const FolderItem *> FolderSortModel::sortedChildren(const FolderItem &folder, int column,
-                                                                Qt::SortOrder order)
+} // namespace
+
+FolderSortModel::FolderSortModel(QObject *parent) : QAbstractProxyModel(parent) {}
+
+void FolderSortModel::setFolderModel(FolderModel *model)
 {
-    std::vector<const FolderItem *> children;
-    for (int row = 0; row < folder.rowCount(); ++row)
-        children.push_back(folder.childFolder(row));
-    std::stable_sort(children.begin(), children.end(), [&](const FolderItem *a, const FolderItem *b) {
-        return order == Qt::AscendingOrder ? less(*a, *b, column) : less(*b, *a, column);
+    beginResetModel();
+    if (m_folders)
+        disconnect(m_folders, nullptr, this, nullptr);
+    m_folders = model;
+    m_orders.clear();
+    setSourceModel(model);
+    if (model) {
+        connect(model, &FolderModel::folderAboutToBeReplaced, this, &FolderSortModel::removeOld);
+        connect(model, &FolderModel::folderReplaced, this, &FolderSortModel::showNew);
+    }
+    endResetModel();
+}
+
+std::vector<int> FolderSortModel::sortedRows(const FolderItem &folder, int column, Qt::SortOrder order)
+{
+    std::vector<std::pair<quint64, int>> keys;
+    const int count = folder.rowCount();
+    keys.reserve(static_cast<std::size_t>(count));
+    for (int row = 0; row < count; ++row) {
+        const quint64 key = column < 0 ? 0 : sortKey(*folder.childFolder(row), column);
+        keys.emplace_back(order == Qt::AscendingOrder ? key : ~key, row);
+    }
+    std::sort(keys.begin(), keys.end());
+    std::vector<int> rows;
+    rows.reserve(keys.size());
+    for (const auto &[key, row] : keys)
+        rows.push_back(row);
+    return rows;
+}
+
+const FolderSortModel::Order &FolderSortModel::orderOf(const FolderItem *folder) const
+{
+    const auto known = m_orders.find(folder);
+    if (known != m_orders.end())
+        return known->second;
+    Order &order = m_orders[folder];
+    order.source = sortedRows(*folder, m_column, m_sortOrder);
+    order.shown.resize(order.source.size());
+    for (std::size_t row = 0; row < order.source.size(); ++row)
+        order.shown[static_cast<std::size_t>(order.source[row])] = static_cast<int>(row);
+    return order;
+}
+
+FolderItem *FolderSortModel::folderAt(const QModelIndex &index) const
+{
+    if (!m_folders || !index.isValid())
+        return nullptr;
+    const auto *above = static_cast<const FolderItem *>(index.internalPointer());
+    if (!above)
+        return m_folders->rootFolder();
+    return above->childFolder(orderOf(above).source[static_cast<std::size_t>(index.row())]);
+}
+
+QModelIndex FolderSortModel::indexOf(FolderItem *folder, int column) const
+{
+    FolderItem *above = folder->parentFolder();
+    const int row = above ? orderOf(above).shown[static_cast<std::size_t>(folder->position())] : 0;
+    return createIndex(row, column, above);
+}
+
+QModelIndex FolderSortModel::mapToSource(const QModelIndex &shown) const
+{
+    FolderItem *folder = folderAt(shown);
+    return folder ? m_folders->indexOf(*folder, shown.column()) : QModelIndex();
+}
+
+QModelIndex FolderSortModel::mapFromSource(const QModelIndex &source) const
+{
+    FolderItem *folder = m_folders ? m_folders->folderItem(source) : nullptr;
+    return folder ? indexOf(folder, source.column()) : QModelIndex();
+}
+
+QModelIndex FolderSortModel::index(int row, int column, const QModelIndex &parent) const
+{
+    if (row < 0 || column < 0 || column >= FolderModel::ColumnTotal || row >= rowCount(parent))
+        return {};
+    return createIndex(row, column, folderAt(parent));
+}
+
+QModelIndex FolderSortModel::parent(const QModelIndex &index) const
+{
+    auto *above = static_cast<FolderItem *>(index.internalPointer());
+    return index.isValid() && above ? indexOf(above, 0) : QModelIndex();
+}
+
+int FolderSortModel::rowCount(const QModelIndex &parent) const
+{
+    if (!m_folders || parent.column() > 0)
+        return 0;
+    if (!parent.isValid())
+        return m_folders->rootFolder() ? 1 : 0;
+    const FolderItem *folder = folderAt(parent);
+    return folder == m_emptied ? 0 : folder->rowCount();
+}
+
+int FolderSortModel::columnCount(const QModelIndex &parent) const
+{
+    return parent.column() > 0 ? 0 : static_cast<int>(FolderModel::ColumnTotal);
+}
+
+bool FolderSortModel::hasChildren(const QModelIndex &parent) const
+{
+    return rowCount(parent) > 0;
+}
+
+void FolderSortModel::sort(int column, Qt::SortOrder order)
+{
+    m_column = column;
+    m_sortOrder = order;
+    sortAgain();
+}
+
+void FolderSortModel::sortAgain()
+{
+    emit layoutAboutToBeChanged({}, VerticalSortHint);
+    const QModelIndexList before = persistentIndexList();
+    std::vector<FolderItem *> folders;
+    for (const QModelIndex &index : before)
+        folders.push_back(folderAt(index));
+    m_orders.clear();
+    QModelIndexList after;
+    for (qsizetype i = 0; i < before.size(); ++i)
+        after.append(indexOf(folders[static_cast<std::size_t>(i)], before.at(i).column()));
+    changePersistentIndexList(before, after);
+    emit layoutChanged({}, VerticalSortHint);
+}
+
+// The folder's own row stays what and where it is, with its selection; the rows in it go and others come.
+void FolderSortModel::removeOld(const FolderItem *folder)
+{
+    const QModelIndex parent = mapFromSource(m_folders->indexOf(*folder, 0));
+    const int rows = rowCount(parent);
+    if (rows > 0)
+        beginRemoveRows(parent, 0, rows - 1);
+    m_emptied = folder;
+    // Orders are found by address, and another folder may get the address of one that goes.
+    std::erase_if(m_orders, [folder](const auto &entry) {
+        for (const FolderItem *item = entry.first; item; item = item->parentFolder())
+            if (item == folder)
+                return true;
+        return false;
     });
-    return children;
+    if (rows > 0)
+        endRemoveRows();
 }
 
-bool FolderSortModel::lessThan(const QModelIndex &left, const QModelIndex &right) const
+void FolderSortModel::showNew(FolderItem *folder)
 {
-    return less(*m_folders->folderItem(left), *m_folders->folderItem(right), left.column());
-}
-
-bool FolderSortModel::filterAcceptsRow(int, const QModelIndex &) const
-{
-    return true;
+    m_emptied = folder;
+    const QModelIndex parent = indexOf(folder, 0);
+    if (folder->rowCount() > 0)
+        beginInsertRows(parent, 0, folder->rowCount() - 1);
+    m_emptied = nullptr;
+    if (folder->rowCount() > 0)
+        endInsertRows();
+    sortAgain(); // sizes have changed up to the root
 }

@@ -22,7 +22,8 @@ namespace
 {
 
 constexpr int graphLevels = 4;
-constexpr int drawDelay = 30; // ms
+constexpr int smallestPart = 400; // of the folder, to be shown with what is in it
+constexpr int drawDelay = 30;     // ms
 constexpr int smallestBar = 44;
 
 } // namespace
@@ -151,8 +152,7 @@ void FoldersPage::setModel(FolderModel *model, const core::FileTypeTable &fileTy
     const QModelIndex root = m_sorted->index(0, 0);
     m_tree->expand(root);
     m_tree->setCurrentIndex(root);
-    m_later.stop();
-    showCurrent();
+    m_later.start(); // the tree first, the picture after it
 }
 
 void FoldersPage::showColumnWidths()
@@ -207,7 +207,8 @@ void FoldersPage::showCurrent()
     m_graph->setEmptyText(!folder.readable ? tr("This folder could not be read.")
                           : folder.cycle   ? tr("This is a link to a folder above it, and was not entered.")
                                            : tr("Nothing in this folder takes any space."));
-    m_graph->setUsage(diskusage::usageTree(*item, *m_matcher, graphLevels), m_categories);
+    m_graph->setUsage(diskusage::usageTree(*item, *m_matcher, graphLevels, folder.bytes / smallestPart),
+                      m_categories);
     m_graph->setAccessibleName(tr("Usage graph of %1").arg(folder.name));
 }
 
@@ -258,9 +259,9 @@ diskusage::CsvTable FoldersPage::csvTable() const
             return false;
         const FolderItem *item = waiting->back();
         waiting->pop_back();
-        const std::vector<const FolderItem *> children =
-            FolderSortModel::sortedChildren(*item, column, order);
-        waiting->insert(waiting->end(), children.rbegin(), children.rend());
+        const std::vector<int> rows = FolderSortModel::sortedRows(*item, column, order);
+        for (auto position = rows.rbegin(); position != rows.rend(); ++position)
+            waiting->push_back(item->childFolder(*position));
         const diskusage::Folder &folder = item->folder();
         row = {item->path(),
                folder.name,

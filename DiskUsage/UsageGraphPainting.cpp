@@ -18,6 +18,7 @@ namespace
 
 constexpr int corner = 3;
 constexpr int swatch = 10;
+constexpr int fewestLetters = 7;
 
 } // namespace
 
@@ -88,9 +89,12 @@ void UsageGraph::paintBox(QPainter &painter, const Box &box) const
 
     const QFontMetrics metrics(font());
     const QRectF room = box.rect.adjusted(theme::spaceTight, 2, -theme::spaceTight, -2);
-    if (room.width() < 3 * metrics.averageCharWidth() || room.height() < metrics.height())
-        return;
     const QString name = box.node->kind == UsageNode::Kind::Rest ? tr("Everything else") : box.node->name;
+    // A name cut down to a few letters tells nothing.
+    const int letter = metrics.averageCharWidth();
+    if (room.height() < metrics.height() ||
+        room.width() < letter * qMin<qsizetype>(name.size(), fewestLetters))
+        return;
     const QString size = core::sizeText(box.node->bytes);
     painter.setPen(theme::readable(colors.text, color, 4.5));
     QFont bold(font());

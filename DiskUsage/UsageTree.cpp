@@ -28,7 +28,8 @@ UsageNode usageOf(const QString &name, quint64 bytes, const QString &maxData,
     return node;
 }
 
-UsageNode usageTree(const FolderItem &folder, const core::FileTypeMatcher &matcher, int levels)
+UsageNode usageTree(const FolderItem &folder, const core::FileTypeMatcher &matcher, int levels,
+                    quint64 smallest)
 {
     const Folder &own = folder.folder();
     UsageNode node = usageOf(own.name, own.bytes, own.maxData, matcher);
@@ -39,8 +40,9 @@ UsageNode usageTree(const FolderItem &folder, const core::FileTypeMatcher &match
         const FolderItem &child = *folder.childFolder(row);
         const Folder &inner = child.folder();
         for (UsageNode &part : node.children)
-            if (part.bytes == inner.bytes && part.kind == UsageNode::Kind::Folder && part.name == inner.name)
-                part = usageTree(child, matcher, levels - 1);
+            if (part.bytes == inner.bytes && part.bytes >= smallest && part.kind == UsageNode::Kind::Folder &&
+                part.name == inner.name)
+                part = usageTree(child, matcher, levels - 1, smallest);
     }
     return node;
 }

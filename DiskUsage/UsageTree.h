@@ -30,7 +30,9 @@ struct UsageNode {
 UsageNode usageOf(const QString &name, quint64 bytes, const QString &maxData,
                   const core::FileTypeMatcher &matcher);
 
-// The same for a row of the tree, and for the folders among its largest children down to `levels` levels.
-UsageNode usageTree(const FolderItem &folder, const core::FileTypeMatcher &matcher, int levels);
+// The same for a row of the tree, and for the folders among its largest children down to `levels` levels,
+// leaving out the insides of those below `smallest` bytes.
+UsageNode usageTree(const FolderItem &folder, const core::FileTypeMatcher &matcher, int levels,
+                    quint64 smallest = 0);
 
 } // namespace diskusage

@@ -20,7 +20,61 @@ int numberWidth(const QFontMetrics &metrics)
 {
     return metrics.horizontalAdvance(QStringLiteral("100.0 %"));
 }
+
+const QStyle &styleOf(const QStyleOptionViewItem &item)
+{
+    return item.widget ? *item.widget->style() : *QApplication::style();
+}
+
+bool isSelected(const QStyleOptionViewItem &item)
+{
+    return (item.state & QStyle::State_Selected) != 0;
+}
+
+QPalette::ColorGroup colorGroup(const QStyleOptionViewItem &item)
+{
+    return (item.state & QStyle::State_Enabled) == 0  ? QPalette::Disabled
+           : (item.state & QStyle::State_Active) != 0 ? QPalette::Active
+                                                      : QPalette::Inactive;
+}
+
+QColor textColor(const QStyleOptionViewItem &item)
+{
+    return item.palette.color(colorGroup(item),
+                              isSelected(item) ? QPalette::HighlightedText : QPalette::Text);
+}
+
+// Shortened to the width. What cannot be seen of a long text is taken out before anything is measured.
+QString fitting(const QString &text, const QStyleOptionViewItem &item, int width)
+{
+    const int narrowest = qMax(1, item.fontMetrics.averageCharWidth() / 2);
+    const qsizetype most = qMax(0, width) / narrowest + 2;
+    if (text.size() <= most || item.textElideMode != Qt::ElideMiddle)
+        return item.fontMetrics.elidedText(text, item.textElideMode, width);
+    const QString ends = text.first(most / 2) + QChar(0x2026) + text.last(most / 2);
+    return item.fontMetrics.elidedText(ends, item.textElideMode, width);
+}
+
 } // namespace
+
+void RowDelegate::paint(QPainter *painter, const QStyleOptionViewItem &option, const QModelIndex &index) const
+{
+    QStyleOptionViewItem item(option);
+    initStyleOption(&item, index);
+    const QString text = std::exchange(item.text, QString());
+    const QStyle &style = styleOf(item);
+    // Background, check box and icon.
+    style.drawControl(QStyle::CE_ItemViewItem, &item, painter, item.widget);
+    const int margin = style.pixelMetric(QStyle::PM_FocusFrameHMargin, &item, item.widget) + 1;
+    const QRect area =
+        style.subElementRect(QStyle::SE_ItemViewItemText, &item, item.widget).adjusted(margin, 0, -margin, 0);
+    painter->setPen(textColor(item));
+    painter->setFont(item.font);
+    painter->drawText(area,
+                      static_cast<int>(QStyle::visualAlignment(item.direction, item.displayAlignment)) |
+                          Qt::TextSingleLine,
+                      fitting(text, item, area.width()));
+}
 
 QSize RowDelegate::sizeHint(const QStyleOptionViewItem &option, const QModelIndex &index) const
 {
@@ -77,14 +131,12 @@ void BarDelegate::paint(QPainter *painter, const QStyleOptionViewItem &option, c
     initStyleOption(&item, index);
     const QString text = item.text;
     item.text.clear();
-    const QStyle *style = item.widget ? item.widget->style() : QApplication::style();
-    style->drawControl(QStyle::CE_ItemViewItem, &item, painter, item.widget);
+    styleOf(item).drawControl(QStyle::CE_ItemViewItem, &item, painter, item.widget);
 
-    const bool selected = (item.state & QStyle::State_Selected) != 0;
-    const QPalette::ColorGroup group =
-        (item.state & QStyle::State_Active) != 0 ? QPalette::Active : QPalette::Inactive;
-    const QColor background = item.palette.color(group, selected ? QPalette::Highlight : QPalette::Base);
-    const QColor textColor = item.palette.color(group, selected ? QPalette::HighlightedText : QPalette::Text);
+    const bool selected = isSelected(item);
+    const QColor background =
+        item.palette.color(colorGroup(item), selected ? QPalette::Highlight : QPalette::Base);
+    const QColor pen = textColor(item);
     const int number = numberWidth(item.fontMetrics);
     const QRect area = item.rect.adjusted(theme::spaceSnug, 0, -theme::spaceSnug, 0);
     QRect barArea = area;
@@ -94,7 +146,7 @@ void BarDelegate::paint(QPainter *painter, const QStyleOptionViewItem &option, c
     barArea = QStyle::visualRect(item.direction, area, barArea);
     textArea = QStyle::visualRect(item.direction, area, textArea);
 
-    painter->setPen(textColor);
+    painter->setPen(pen);
     painter->setFont(item.font);
     painter->drawText(textArea, Qt::AlignVCenter | Qt::AlignRight | Qt::TextSingleLine, text);
     if (barArea.width() < theme::barHeight * 2)
@@ -105,8 +157,7 @@ void BarDelegate::paint(QPainter *painter, const QStyleOptionViewItem &option, c
     // On the selection's background the bar takes the text's colour where its own would vanish.
     QColor fill = barColor(index, item.palette);
     if (selected && theme::contrast(fill, background) < leastContrast)
-        fill = textColor;
+        fill = pen;
     const double share = index.data(Qt::EditRole).toDouble() / 100;
-    theme::paintBar(*painter, bar, share, fill, theme::mix(background, textColor, trackStrength),
-                    item.direction);
+    theme::paintBar(*painter, bar, share, fill, theme::mix(background, pen, trackStrength), item.direction);
 }

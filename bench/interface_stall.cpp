@@ -1,0 +1,250 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+
+// The longest time for which the interface does not answer while the analyzer scans 1,000,000 files in
+// 100,000 folders (listed from memory, so that the file system does not slow the scan down), shows the
+// result, is used, and frees it. A timer beats every 5 ms on the interface thread; the longest gap between
+// two beats is the stall. Beside it stands how long the thread was at work in that gap: the rest is other
+// threads and programs on the same processors. Two trees: one with ten subfolders a folder, and the worst
+// case for every list, all folders in one.
+
+#include "DiskUsage/DiskUsageForm.h"
+#include "DiskUsage/FolderModel.h"
+#include "bench/Bench.h"
+#include "tests/support/MemoryEnumerator.h"
+
+#include <QApplication>
+#include <QElapsedTimer>
+#include <QRandomGenerator>
+#include <QTabWidget>
+#include <QTableView>
+#include <QTimer>
+#include <QToolButton>
+#include <QTreeView>
+
+#include <windows.h>
+
+#include <psapi.h>
+
+#include <cmath>
+
+namespace
+{
+
+constexpr int folderCount = 100'000;
+constexpr int filesPerFolder = 10;
+constexpr int beat = 5;     // ms
+constexpr int settle = 600; // ms after each step, for what it started
+const QString root = QStringLiteral("C:\\bench");
+
+void buildTree(tests::MemoryEnumerator &disk, int subfoldersPerFolder)
+{
+    const QStringList extensions{QStringLiteral(".jpg"), QStringLiteral(".dll"), QStringLiteral(".txt"),
+                                 QStringLiteral(".h"),   QStringLiteral(".PDF"), QStringLiteral("")};
+    QRandomGenerator random(1);
+    QStringList folders{root};
+    for (int i = 0; i < folderCount; ++i) {
+        if (i > 0)
+            folders.append(folders[(i - 1) / subfoldersPerFolder] +
+                           QStringLiteral("\\Folder %1").arg(random.generate()));
+        disk.addFolder(folders[i]);
+        for (int k = 0; k < filesPerFolder; ++k)
+            disk.addFile(folders[i] + QStringLiteral("\\document %1").arg(random.bounded(1'000'000)) +
+                             extensions[random.bounded(int(extensions.size()))],
+                         random.bounded(50'000'000U));
+    }
+}
+
+class Borrowed : public core::DirectoryEnumerator
+{
+public:
+    explicit Borrowed(core::DirectoryEnumerator &disk) : m_disk(disk) {}
+    void list(const QString &folder, core::DirectoryListing &out, const core::CancelFlag &cancel) override
+    {
+        m_disk.list(folder, out, cancel);
+    }
+    std::optional<core::FileIdentity> identity(const QString &path) override { return m_disk.identity(path); }
+
+private:
+    core::DirectoryEnumerator &m_disk;
+};
+
+// How long the current thread has been at work, in milliseconds.
+double workDone()
+{
+    FILETIME created;
+    FILETIME ended;
+    ULARGE_INTEGER kernel;
+    ULARGE_INTEGER user;
+    FILETIME kernelTime;
+    FILETIME userTime;
+    GetThreadTimes(GetCurrentThread(), &created, &ended, &kernelTime, &userTime);
+    kernel.LowPart = kernelTime.dwLowDateTime;
+    kernel.HighPart = kernelTime.dwHighDateTime;
+    user.LowPart = userTime.dwLowDateTime;
+    user.HighPart = userTime.dwHighDateTime;
+    return static_cast<double>(kernel.QuadPart + user.QuadPart) / 1e4; // 100 ns
+}
+
+struct Stall {
+    double time = 0; // ms
+    double work = 0; // ms of it
+
+    bool operator<(const Stall &other) const { return time < other.time; }
+};
+
+class Heartbeat
+{
+public:
+    Heartbeat()
+    {
+        m_timer.setTimerType(Qt::PreciseTimer);
+        QObject::connect(&m_timer, &QTimer::timeout, &m_timer, [this] {
+            const double work = workDone();
+            const Stall gap{static_cast<double>(m_clock.nsecsElapsed()) / 1e6, work - m_work};
+            m_longest = std::max(m_longest, gap);
+            m_work = work;
+            m_clock.start();
+        });
+        m_clock.start();
+        m_timer.start(beat);
+    }
+
+    // The longest gap since the last call.
+    Stall take() { return std::exchange(m_longest, {}); }
+
+private:
+    QTimer m_timer;
+    QElapsedTimer m_clock;
+    double m_work = workDone();
+    Stall m_longest;
+};
+
+void spin(int milliseconds)
+{
+    QElapsedTimer clock;
+    clock.start();
+    while (clock.elapsed() < milliseconds)
+        QApplication::processEvents(QEventLoop::WaitForMoreEvents);
+}
+
+void spinWhileBusy(const DiskUsageForm &form)
+{
+    while (form.isBusy())
+        QApplication::processEvents(QEventLoop::WaitForMoreEvents);
+    spin(settle);
+}
+
+void reportStall(const std::string &what, const Stall &stall)
+{
+    const std::string work = "ms, " + std::to_string(std::lround(stall.work)) + " of it at work";
+    bench::report(what, stall.time, work.c_str());
+}
+
+Stall measured(const std::string &what, Heartbeat &heart)
+{
+    const Stall stall = heart.take();
+    reportStall("interface stall, " + what, stall);
+    return stall;
+}
+
+// What a person does with a result; returns the longest stall.
+Stall use(DiskUsageForm &form, Heartbeat &heart, const std::string &tree)
+{
+    auto *folders = form.findChild<QTreeView *>(QStringLiteral("folderTreeView"));
+    auto *types = form.findChild<QTreeView *>(QStringLiteral("fileTypesTreeView"));
+    auto *files = form.findChild<QTableView *>(QStringLiteral("dataFilesTableView"));
+    auto *tabs = form.findChild<QTabWidget *>(QStringLiteral("resultTabWidget"));
+    Stall longest;
+    const auto step = [&](const std::string &what, const auto &action) {
+        heart.take();
+        action();
+        spin(settle);
+        longest = std::max(longest, measured(tree + ", " + what, heart));
+    };
+    step("sort folders by name", [=] { folders->sortByColumn(FolderModel::Name, Qt::AscendingOrder); });
+    step("sort folders by size", [=] { folders->sortByColumn(FolderModel::SizeText, Qt::DescendingOrder); });
+    step("select a folder",
+         [=] { folders->setCurrentIndex(folders->model()->index(0, 0, folders->model()->index(0, 0))); });
+    step("show the file types", [=] { tabs->setCurrentIndex(2); });
+    step("show the largest type", [=] { types->setCurrentIndex(types->model()->index(0, 0)); });
+    step("sort its files by name", [=] { files->sortByColumn(0, Qt::AscendingOrder); });
+    step("sort its files by path", [=] { files->sortByColumn(3, Qt::AscendingOrder); });
+    return longest;
+}
+
+Stall run(const std::string &tree, int subfoldersPerFolder)
+{
+    tests::MemoryEnumerator disk;
+    disk.setRecording(false);
+    buildTree(disk, subfoldersPerFolder);
+    DiskUsageForm form([&disk] { return std::make_unique<Borrowed>(disk); }, platform::readDrive);
+    form.resize(1200, 800);
+    form.show();
+    spin(settle);
+
+    Heartbeat heart;
+    Stall longest;
+    Stall shown;
+    QObject::connect(&form, &DiskUsageForm::resultsShown, &form,
+                     [&] { shown = measured(tree + ", during the scan", heart); });
+    const double time = bench::seconds([&] {
+        form.scan(root);
+        while (form.isBusy())
+            QApplication::processEvents(QEventLoop::WaitForMoreEvents);
+    });
+    bench::report("scan with progress page, " + tree, time, "s");
+    spin(settle);
+    longest = std::max(shown, measured(tree + ", showing the result", heart));
+    longest = std::max(longest, use(form, heart, tree));
+    heart.take();
+    form.findChild<QToolButton *>(QStringLiteral("backButton"))->click();
+    spinWhileBusy(form);
+    return std::max(longest, measured(tree + ", freeing the result", heart));
+}
+
+quint64 heapSize()
+{
+    PROCESS_MEMORY_COUNTERS_EX counters{};
+    GetProcessMemoryInfo(GetCurrentProcess(), reinterpret_cast<PROCESS_MEMORY_COUNTERS *>(&counters),
+                         sizeof counters);
+    return counters.PagefileUsage; // the private bytes; the field of that name stays 0 under Wine
+}
+
+class Silent : public diskusage::ScanListener
+{
+public:
+    void totalSubFolders(int) override {}
+    void folderEntered(const QString &) override {}
+    void itemSeen(int) override {}
+};
+
+// A folder's record of the scan and its row of the model.
+double bytesPerRow()
+{
+    tests::MemoryEnumerator disk;
+    disk.setRecording(false);
+    buildTree(disk, 10);
+    diskusage::ScanOptions options;
+    options.collectFileTypes = false;
+    Silent listener;
+    const core::CancelFlag cancel;
+    const quint64 before = heapSize();
+    FolderModel model;
+    model.setResult(std::make_shared<diskusage::ScanResult>(
+        diskusage::scanFolder(root, options, disk, listener, cancel)));
+    return static_cast<double>(heapSize() - before) / folderCount;
+}
+
+} // namespace
+
+int main(int argc, char *argv[])
+{
+    QApplication application(argc, argv);
+    QApplication::setStyle(QStringLiteral("Fusion"));
+    bench::report("folder model bytes per row", bytesPerRow(), "(aim: under 2048)");
+    const Stall nested = run("nested", 10);
+    const Stall flat = run("flat", folderCount);
+    reportStall("interface longest stall (aim: under 100), nested", nested);
+    reportStall("interface longest stall (aim: under 100), flat", flat);
+    return 0;
+}
