@@ -91,9 +91,8 @@ void UsageGraph::paintBox(QPainter &painter, const Box &box) const
     const QRectF room = box.rect.adjusted(theme::spaceTight, 2, -theme::spaceTight, -2);
     const QString name = box.node->kind == UsageNode::Kind::Rest ? tr("Everything else") : box.node->name;
     // A name cut down to a few letters tells nothing.
-    const int letter = metrics.averageCharWidth();
-    if (room.height() < metrics.height() ||
-        room.width() < letter * qMin<qsizetype>(name.size(), fewestLetters))
+    const int letters = static_cast<int>(qMin<qsizetype>(name.size(), fewestLetters));
+    if (room.height() < metrics.height() || room.width() < letters * metrics.averageCharWidth())
         return;
     const QString size = core::sizeText(box.node->bytes);
     painter.setPen(theme::readable(colors.text, color, 4.5));
