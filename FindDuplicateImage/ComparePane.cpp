@@ -122,8 +122,10 @@ void ComparePane::compare(const QString &first, const QString &firstText, const 
     m_wanted = wanted;
     const PicturePair known = m_view->pair();
     // What is shown already is left on show: the eye sees better what changes.
-    if (known.first.path != first)
+    if (known.first.path != first) {
         m_view->showMessage(tr("Loading ..."));
+        m_view->setZoom(1);
+    }
     m_loading.start(
         [this, first, second, known, decoders = std::move(decoders)](const core::CancelFlag &cancel) {
             return [this, pair = loadPictures(first, second, known, *decoders, cancel)] { showPair(pair); };

@@ -246,6 +246,7 @@ void FindDuplicateImageForm::OnResultReady()
         return;
     }
     m_pages->setCurrentWidget(m_results);
+    m_results->setFocus();
     emit resultsShown();
 }
 

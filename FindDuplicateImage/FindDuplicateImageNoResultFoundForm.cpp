@@ -13,7 +13,7 @@ FindDuplicateImageNoResultFoundForm::FindDuplicateImageNoResultFoundForm(QWidget
       m_state(new EmptyState(this)),
       m_back(new QPushButton(tr("Back"), this))
 {
-    m_back->setObjectName(QStringLiteral("backButton"));
+    m_back->setObjectName(QStringLiteral("noResultBackButton"));
     m_back->setShortcut(QKeySequence(Qt::ALT | Qt::Key_Left));
     m_back->setToolTip(tr("Back to the start page (Alt+Left)"));
     connect(m_back, &QAbstractButton::clicked, this,

@@ -86,11 +86,9 @@ void FindDuplicateImageResultForm::showReport()
 void FindDuplicateImageResultForm::showTotals()
 {
     const ImageStatistics now = statisticsOf(m_report.groups);
-    m_totals->setText(
-        tr("%1 groups with %2 pictures of %3 compared. Keeping the proposed picture of each group alone "
-           "would free %4.")
-            .arg(QString::number(now.groups), QString::number(now.images),
-                 QString::number(m_report.imagesCompared), core::sizeText(now.freeableBytes)));
+    m_totals->setText(tr("%1 groups with %2 of %3 pictures, %4 could be freed")
+                          .arg(QString::number(now.groups), QString::number(now.images),
+                               QString::number(m_report.imagesCompared), core::sizeText(now.freeableBytes)));
 }
 
 int FindDuplicateImageResultForm::currentGroup() const

@@ -103,10 +103,9 @@ QVariant ImageMemberModel::data(const QModelIndex &index, int role) const
     case FolderRole:
         return image->folder();
     case FactsRole:
-        return QString(dimensionsText(*image) + QStringLiteral(", ") + core::sizeText(image->size));
+        return tr("%1, %2, %3").arg(dimensionsText(*image), formatText(*image), core::sizeText(image->size));
     case DateRole:
-        return QString(formatText(*image) + QStringLiteral(", ") +
-                       platform::fileTimeText(image->lastWriteTime));
+        return platform::fileTimeText(image->lastWriteTime);
     case NoteRole:
         return note(index.row()).text;
     case NoteKindRole:

@@ -24,8 +24,8 @@ class ImageMemberModel : public QAbstractListModel
 public:
     enum Role {
         FolderRole = Qt::UserRole,
-        FactsRole,    // dimensions and size
-        DateRole,     // format and last-write time
+        FactsRole,    // dimensions, format and size
+        DateRole,     // of the last write
         NoteRole,     // what the user should know before removing it
         NoteKindRole, // a NoteKind
         FirstRole,    // the picture that the others are alike to

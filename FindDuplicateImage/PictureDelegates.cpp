@@ -14,10 +14,10 @@ namespace
 {
 
 constexpr int groupPicture = 56;
-constexpr int memberPicture = 124;
-constexpr int cardWidth = 216;
-constexpr int cardMargin = 4; // around a card, half the distance between two
-constexpr int textLines = 4;
+constexpr int memberPicture = 88;
+constexpr int cardWidth = 296;
+constexpr int cardMargin = 3; // around a card, half the distance between two
+constexpr int cardLines = 5;
 constexpr double goneOpacity = 0.35;
 
 int lineHeight(const QFontMetrics &metrics)
@@ -73,13 +73,14 @@ bool hasVisibleFocus(const QStyleOptionViewItem &option)
            (option.state & QStyle::State_KeyboardFocusChange) != 0;
 }
 
-void paintPill(QPainter &painter, const QRect &area, const QString &text, const QFont &font,
-               const QColor &color, const theme::Colors &colors)
+// Returns where it ends.
+int paintPill(QPainter &painter, const QRect &area, const QString &text, const QFont &font,
+              const QColor &color, const theme::Colors &colors)
 {
     const QFontMetrics metrics(font);
     const QString shown = metrics.elidedText(text, Qt::ElideMiddle, area.width() - 2 * theme::spaceSnug);
     QRect pill(area.topLeft(),
-               QSize(metrics.horizontalAdvance(shown) + 2 * theme::spaceSnug, metrics.height() + 4));
+               QSize(metrics.horizontalAdvance(shown) + 2 * theme::spaceSnug, metrics.height() + 2));
     painter.save();
     painter.setRenderHint(QPainter::Antialiasing);
     painter.setPen(Qt::NoPen);
@@ -89,6 +90,7 @@ void paintPill(QPainter &painter, const QRect &area, const QString &text, const 
     painter.setPen(theme::readable(color, theme::mix(colors.card, color, 0.18), 4.5));
     painter.drawText(pill, Qt::AlignCenter | Qt::TextSingleLine, shown);
     painter.restore();
+    return pill.right();
 }
 
 QColor noteColor(int kind, const theme::Colors &colors)
@@ -101,6 +103,36 @@ QColor noteColor(int kind, const theme::Colors &colors)
     default:
         return colors.textMuted;
     }
+}
+
+void paintMemberTexts(QPainter &painter, const QRect &area, const QStyleOptionViewItem &option,
+                      const QModelIndex &index)
+{
+    const theme::Colors colors = theme::colors(option.palette);
+    const bool gone = index.data(ImageMemberModel::GoneRole).toBool();
+    QFont bold = option.font;
+    bold.setWeight(QFont::DemiBold);
+    QRect line(area.left(), area.top(), area.width(), lineHeight(option.fontMetrics));
+    paintLine(painter, line, index.data().toString(), bold, gone ? colors.textMuted : colors.text,
+              Qt::ElideMiddle, option.direction);
+    paintLine(painter, line, index.data(ImageMemberModel::FolderRole).toString(), option.font,
+              colors.textMuted, Qt::ElideMiddle, option.direction);
+    paintLine(painter, line, index.data(ImageMemberModel::FactsRole).toString(), option.font, colors.text,
+              Qt::ElideRight, option.direction);
+    paintLine(painter, line, index.data(ImageMemberModel::DateRole).toString(), option.font, colors.textMuted,
+              Qt::ElideRight, option.direction);
+
+    const QFont small = theme::caption(option.font);
+    line.translate(0, 1);
+    if (index.data(ImageMemberModel::FirstRole).toBool()) {
+        const int end =
+            paintPill(painter, line, ImageMemberDelegate::tr("First"), small, colors.accent, colors);
+        line.setLeft(end + theme::spaceTight);
+    }
+    const QString note = index.data(ImageMemberModel::NoteRole).toString();
+    if (!note.isEmpty())
+        paintPill(painter, line, note, small,
+                  noteColor(index.data(ImageMemberModel::NoteKindRole).toInt(), colors), colors);
 }
 
 } // namespace
@@ -147,44 +179,24 @@ void ImageGroupDelegate::paint(QPainter *painter, const QStyleOptionViewItem &op
 
 QSize ImageMemberDelegate::sizeHint(const QStyleOptionViewItem &option, const QModelIndex &) const
 {
-    return {cardWidth, memberPicture + textLines * lineHeight(option.fontMetrics) + 2 * theme::space +
-                           theme::spaceSnug + 2 * cardMargin};
+    return {cardWidth, qMax(memberPicture, cardLines * lineHeight(option.fontMetrics) + 2) +
+                           2 * (theme::spaceSnug + cardMargin)};
 }
 
 void ImageMemberDelegate::paint(QPainter *painter, const QStyleOptionViewItem &option,
                                 const QModelIndex &index) const
 {
     const theme::Colors colors = theme::colors(option.palette);
-    const bool gone = index.data(ImageMemberModel::GoneRole).toBool();
     const QRect card = option.rect.adjusted(cardMargin, cardMargin, -cardMargin, -cardMargin);
     painter->save();
     theme::paintCard(*painter, card, colors, cardState(option), hasVisibleFocus(option));
-    const QRect inner = card.adjusted(theme::space, theme::space, -theme::space, -theme::space);
-    const QRect picture(inner.topLeft(), QSize(inner.width(), memberPicture));
-    paintPicture(*painter, index.data(Qt::DecorationRole).value<QPixmap>(), picture, colors, gone);
-
-    const QFont small = theme::caption(option.font);
-    QRect pill = picture;
-    if (index.data(ImageMemberModel::FirstRole).toBool()) {
-        paintPill(*painter, pill, tr("First"), small, colors.accent, colors);
-        pill.translate(0, QFontMetrics(small).height() + 6);
-    }
-    const QString note = index.data(ImageMemberModel::NoteRole).toString();
-    if (!note.isEmpty())
-        paintPill(*painter, pill, note, small,
-                  noteColor(index.data(ImageMemberModel::NoteKindRole).toInt(), colors), colors);
-
-    QRect line(inner.left(), picture.bottom() + theme::spaceSnug, inner.width(),
-               lineHeight(option.fontMetrics));
-    QFont bold = option.font;
-    bold.setWeight(QFont::DemiBold);
-    paintLine(*painter, line, index.data().toString(), bold, gone ? colors.textMuted : colors.text,
-              Qt::ElideMiddle, option.direction);
-    paintLine(*painter, line, index.data(ImageMemberModel::FolderRole).toString(), option.font,
-              colors.textMuted, Qt::ElideMiddle, option.direction);
-    paintLine(*painter, line, index.data(ImageMemberModel::FactsRole).toString(), option.font, colors.text,
-              Qt::ElideRight, option.direction);
-    paintLine(*painter, line, index.data(ImageMemberModel::DateRole).toString(), option.font,
-              colors.textMuted, Qt::ElideRight, option.direction);
+    const QRect inner =
+        card.adjusted(theme::spaceSnug, theme::spaceSnug, -theme::spaceSnug, -theme::spaceSnug);
+    const QRect picture(inner.topLeft(), QSize(memberPicture, inner.height()));
+    const QRect texts = inner.adjusted(memberPicture + theme::space, 0, 0, 0);
+    paintPicture(*painter, index.data(Qt::DecorationRole).value<QPixmap>(),
+                 QStyle::visualRect(option.direction, inner, picture), colors,
+                 index.data(ImageMemberModel::GoneRole).toBool());
+    paintMemberTexts(*painter, QStyle::visualRect(option.direction, inner, texts), option, index);
     painter->restore();
 }

@@ -114,6 +114,7 @@ void FindDuplicateImageResultForm::buildLists()
     m_side->setAccessibleName(tr("Groups of pictures that are alike"));
     m_side->setModel(m_found);
     m_side->setItemDelegate(new ImageGroupDelegate(m_side));
+    setFocusProxy(m_side);
     m_side->setHeaderHidden(true);
     m_side->setRootIsDecorated(false);
     m_side->setMouseTracking(true);
@@ -142,9 +143,9 @@ QWidget *FindDuplicateImageResultForm::buildRight()
     right->addWidget(m_main);
     right->addWidget(m_compare);
     right->setStretchFactor(0, 1);
-    right->setStretchFactor(1, 2);
+    right->setStretchFactor(1, 3);
     right->setChildrenCollapsible(false);
-    right->setSizes({250, 330});
+    right->setSizes({122, 300});
     return right;
 }
 
@@ -163,7 +164,7 @@ void FindDuplicateImageResultForm::buildLayout()
     splitter->setStretchFactor(0, 0);
     splitter->setStretchFactor(1, 1);
     splitter->setChildrenCollapsible(false);
-    splitter->setSizes({270, 690});
+    splitter->setSizes({236, 640});
 
     auto *layout = new QVBoxLayout(this);
     layout->setContentsMargins(theme::space, theme::spaceSnug, theme::space, theme::space);

@@ -1,0 +1,231 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "FindDuplicateImage/DecoderPool.h"
+#include "tests/FindDuplicateImage/Pictures.h"
+
+#include <QElapsedTimer>
+#include <QTest>
+
+#include <atomic>
+#include <thread>
+
+using namespace Qt::StringLiterals;
+using namespace std::chrono_literals;
+
+class DecoderPoolTest : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void initTestCase();
+    void agreesWithThisProcess_data();
+    void agreesWithThisProcess();
+    void givesWholePictures();
+    void dropsWhatIsNoPicture();
+    void survives_data();
+    void survives();
+    void cancelEndsAHangingDecoder();
+    void asksForMemoryBeforeItDecodes();
+    void waitingForMemoryIsNotHeldAgainstADecoder();
+    void decodesOnSeveralThreads();
+    void withoutADecoderThisProcessDecodes_data();
+    void withoutADecoderThisProcessDecodes();
+
+private:
+    core::CancelFlag m_never;
+};
+
+void DecoderPoolTest::initTestCase()
+{
+    QVERIFY2(QFile::exists(tests::realDecoder()), qPrintable(tests::realDecoder()));
+    QVERIFY2(QFile::exists(tests::doublesProgram()), qPrintable(tests::doublesProgram()));
+}
+
+void DecoderPoolTest::agreesWithThisProcess_data()
+{
+    QTest::addColumn<QString>("name");
+    QTest::addColumn<QImage>("image");
+    QImage transparent = tests::blocks(1, {200, 100}, QImage::Format_ARGB32);
+    for (int x = 0; x < 100; ++x)
+        transparent.setPixel(x, 50, qRgba(200, 10, x, x));
+    QTest::newRow("jpeg") << u"a.jpg"_s << tests::blocks(2);
+    QTest::newRow("wrong extension") << u"a.png"_s << tests::blocks(3);
+    QTest::newRow("transparency") << u"a.png"_s << transparent;
+    QTest::newRow("palette") << u"a.bmp"_s << tests::blocks(4, {90, 300}, QImage::Format_Indexed8);
+    QTest::newRow("grey") << u"a.png"_s << tests::blocks(5, {300, 300}, QImage::Format_Grayscale8);
+    QTest::newRow("16 bits a channel") << u"a.png"_s << tests::blocks(5, {300, 300}, QImage::Format_RGBA64);
+    QTest::newRow("long and thin") << u"a.png"_s << tests::blocks(6, {40, 3000});
+    QTest::newRow("small") << u"a.png"_s << tests::blocks(7, {39, 500});
+    QTest::newRow("a name of the world") << u"\u00e4\u6f22\u5b57 \U0001f600.png"_s << tests::blocks(8);
+    QTest::newRow("a long path") << u"x\\"_s.repeated(140) + u"a.png"_s << tests::blocks(9);
+}
+
+void DecoderPoolTest::agreesWithThisProcess()
+{
+    QFETCH(const QString, name);
+    QFETCH(const QImage, image);
+    const tests::TestFolder folder;
+    const QString path = folder.path(name);
+    if (qstrcmp(QTest::currentDataTag(), "wrong extension") == 0) {
+        tests::savePicture(folder, u"b.jpg"_s, image);
+        folder.makeFile(name, [&] {
+            QFile jpeg(folder.path(u"b.jpg"_s));
+            return jpeg.open(QIODevice::ReadOnly) ? jpeg.readAll() : QByteArray();
+        }());
+    } else {
+        tests::savePicture(folder, name, image);
+    }
+    DecoderPool pool({tests::realDecoder()});
+    const auto there = pool.examine(path, {}, m_never);
+    const auto here = lookalikes::examineWith(core::readImage)(path, {});
+    QVERIFY(!pool.usesThisProcess());
+    QCOMPARE(there.has_value(), here.has_value());
+    QCOMPARE(there.has_value(), image.width() >= 40);
+    if (!there)
+        return;
+    QCOMPARE(there->width, image.width());
+    QCOMPARE(there->height, image.height());
+    QCOMPARE(there->format, here->format);
+    QVERIFY(there->reduced.fingerprint == here->reduced.fingerprint);
+    // The same pixels, but for those of a side that no list shows.
+    const QImage &thumbnail = there->reduced.thumbnail;
+    const QSize size = here->reduced.thumbnail.size();
+    if (std::max(size.width(), size.height()) <= decoder::longestThumbnailSide)
+        QCOMPARE(thumbnail, here->reduced.thumbnail.convertToFormat(thumbnail.format()));
+    else
+        QCOMPARE(thumbnail.height(), decoder::longestThumbnailSide);
+}
+
+void DecoderPoolTest::givesWholePictures()
+{
+    const tests::TestFolder folder;
+    const QImage image = tests::blocks(1, {1500, 2100});
+    const QString path = tests::savePicture(folder, u"a.png"_s, image);
+    DecoderPool pool({tests::realDecoder()});
+    const auto loaded = pool.picture(path, m_never);
+    QVERIFY(loaded);
+    QCOMPARE(loaded->image, image);
+    QCOMPARE(loaded->format, QByteArray("png"));
+}
+
+void DecoderPoolTest::dropsWhatIsNoPicture()
+{
+    const tests::TestFolder folder;
+    DecoderPool pool({tests::realDecoder()});
+    QVERIFY(!pool.examine(folder.makeFile(u"text.png"_s, "no picture"), {}, m_never));
+    QVERIFY(!pool.examine(folder.makeFile(u"empty.jpg"_s), {}, m_never));
+    QVERIFY(!pool.examine(folder.makeFolder(u"folder.jpg"_s), {}, m_never));
+    QVERIFY(!pool.picture(folder.path(u"missing.jpg"_s), m_never));
+    QCOMPARE(pool.lost(), 0);
+}
+
+void DecoderPoolTest::survives_data()
+{
+    QTest::addColumn<QString>("what");
+    QTest::addColumn<int>("lost");
+    for (const char *what : {"crash", "abort", "hang", "lie"})
+        QTest::newRow(what) << QString::fromLatin1(what) << 1;
+    QTest::newRow("exhaust") << u"exhaust"_s << 0;
+}
+
+void DecoderPoolTest::survives()
+{
+    QFETCH(const QString, what);
+    QFETCH(const int, lost);
+    const tests::TestFolder folder;
+    const QString good = tests::savePicture(folder, u"good.png"_s, tests::blocks(1));
+    const QString bad = tests::savePicture(folder, what + u".png"_s, tests::blocks(1));
+    DecoderPool pool({tests::doublesProgram(), 1500ms});
+    QVERIFY(pool.examine(good, {}, m_never));
+    QVERIFY(!pool.examine(bad, {}, m_never));
+    QVERIFY(!pool.picture(bad, m_never));
+    QCOMPARE(pool.lost(), 2 * lost);
+    QVERIFY(pool.examine(good, {}, m_never));
+    QVERIFY(!pool.usesThisProcess());
+}
+
+void DecoderPoolTest::cancelEndsAHangingDecoder()
+{
+    const tests::TestFolder folder;
+    const QString good = tests::savePicture(folder, u"good.png"_s, tests::blocks(1));
+    const QString bad = tests::savePicture(folder, u"hang.png"_s, tests::blocks(1));
+    DecoderPool pool({tests::doublesProgram()});
+    QVERIFY(pool.examine(good, {}, m_never));
+    core::CancelFlag cancel;
+    QElapsedTimer clock;
+    std::thread soon([&] {
+        std::this_thread::sleep_for(300ms);
+        clock.start();
+        cancel.set();
+    });
+    QVERIFY(!pool.examine(bad, {}, cancel));
+    soon.join();
+    QVERIFY2(clock.elapsed() < 500, qPrintable(QString::number(clock.elapsed())));
+    QCOMPARE(pool.lost(), 0);
+}
+
+void DecoderPoolTest::asksForMemoryBeforeItDecodes()
+{
+    const tests::TestFolder folder;
+    const QString path = tests::savePicture(folder, u"a.png"_s, tests::blocks(1, {400, 300}));
+    DecoderPool pool({tests::realDecoder()});
+    QList<qint64> asked;
+    QVERIFY(pool.examine(
+        path, [&asked](qint64 bytes) { asked.append(bytes); }, m_never));
+    QCOMPARE(asked, QList<qint64>({400 * 300 * 4}));
+}
+
+void DecoderPoolTest::waitingForMemoryIsNotHeldAgainstADecoder()
+{
+    const tests::TestFolder folder;
+    const QString path = tests::savePicture(folder, u"a.png"_s, tests::blocks(1));
+    DecoderPool pool({tests::realDecoder(), 700ms});
+    QVERIFY(pool.examine(path, {}, m_never));
+    QVERIFY(pool.examine(
+        path, [](qint64) { std::this_thread::sleep_for(1200ms); }, m_never));
+    QCOMPARE(pool.lost(), 0);
+}
+
+void DecoderPoolTest::decodesOnSeveralThreads()
+{
+    const tests::TestFolder folder;
+    QStringList paths;
+    for (unsigned i = 0; i < 12; ++i)
+        paths.append(tests::savePicture(folder, (i % 4 == 3 ? u"crash.%1.png"_s : u"p%1.png"_s).arg(i),
+                                        tests::blocks(i)));
+    DecoderPool pool({tests::doublesProgram()});
+    std::atomic_int found = 0;
+    std::vector<std::thread> threads;
+    for (int t = 0; t < 3; ++t)
+        threads.emplace_back([&, t] {
+            for (qsizetype i = t; i < paths.size(); i += 3)
+                found += pool.examine(paths.at(i), {}, m_never) ? 1 : 0;
+        });
+    for (std::thread &thread : threads)
+        thread.join();
+    QCOMPARE(found.load(), 9);
+    QCOMPARE(pool.lost(), 3);
+}
+
+void DecoderPoolTest::withoutADecoderThisProcessDecodes_data()
+{
+    QTest::addColumn<QString>("program");
+    QTest::newRow("missing") << u"C:\\nowhere\\LarkspurDecoder.exe"_s;
+    QTest::newRow("no program") << u"text"_s;
+    QTest::newRow("another program") << u"C:\\windows\\system32\\hostname.exe"_s;
+}
+
+void DecoderPoolTest::withoutADecoderThisProcessDecodes()
+{
+    QFETCH(QString, program);
+    const tests::TestFolder folder;
+    const QString path = tests::savePicture(folder, u"a.png"_s, tests::blocks(1));
+    if (!program.contains(u'\\'))
+        program = folder.makeFile(u"LarkspurDecoder.exe"_s, "text");
+    DecoderPool pool({program});
+    QVERIFY(pool.examine(path, {}, m_never));
+    QVERIFY(pool.picture(path, m_never));
+    QVERIFY(pool.usesThisProcess());
+}
+
+QTEST_GUILESS_MAIN(DecoderPoolTest)
+#include "tst_decoder_pool.moc"

@@ -1,0 +1,335 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "FindDuplicateImage/FindDuplicateImageNoResultFoundForm.h"
+#include "FindDuplicateImage/FindDuplicateImageResultForm.h"
+#include "FindDuplicateImage/FindDuplicateImageScanInfoForm.h"
+#include "FindDuplicateImage/FindDuplicateImageStartForm.h"
+#include "FindDuplicateImage/ImageMemberModel.h"
+#include "FindDuplicateImage/ThumbnailFile.h"
+#include "core/ThumbnailStore.h"
+#include "tests/FindDuplicateImage/Scene.h"
+
+#include <QDir>
+#include <QDragEnterEvent>
+#include <QElapsedTimer>
+#include <QLabel>
+#include <QMimeData>
+#include <QPushButton>
+
+using namespace Qt::StringLiterals;
+using tests::blocks;
+using tests::Scene;
+
+namespace
+{
+
+constexpr int quickly = 1000; // ms from the click to the start page
+
+QStringList thumbnailFiles(const Scene &scene)
+{
+    return QDir(core::ThumbnailStore::folder(scene.temporary.path())).entryList(QDir::Files);
+}
+
+} // namespace
+
+class LookAlikeFormTest : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void initTestCase() { tests::requireTestPrefix(); }
+    void init() { core::ThumbnailStore::noteRemoved(); }
+
+    void startPage();
+    void findsCopiesInOtherFormatsAndSizes();
+    void survivesHostileFiles();
+    void selectAndDropBegin_data();
+    void selectAndDropBegin();
+    void nothingFound_data();
+    void nothingFound();
+    void workerSignals();
+    void cancelDuringADecoding();
+    void cancelWhileTheReportIsPrepared();
+    void theFormMayGoDuringAScan();
+    void keepsThumbnailsInItsOwnFolder();
+    void thumbnailsMayGoAtAnyTime();
+    void keepsNoThumbnailsBehindALink();
+};
+
+void LookAlikeFormTest::startPage()
+{
+    Scene scene;
+    QCOMPARE(scene.find<QLabel>("titleLabel")->text(), u"Find all duplicate images"_s);
+    QCOMPARE(scene.find<QLabel>("dropLabel")->text(), u"Drop folders here"_s);
+    auto *select = scene.find<QPushButton>("selectFolderButton");
+    QCOMPARE(select->text(), u"Select Folder"_s);
+    QVERIFY(select->hasFocus());
+    QVERIFY(!scene.form->isBusy());
+    QVERIFY(scene.form->busyText().isEmpty());
+    scene.dialogs.nextFolder.enqueue({}); // cancelled
+    QTest::keyClick(scene.form.get(), Qt::Key_O, Qt::ControlModifier);
+    QTRY_COMPARE(scene.dialogs.fileDialogs.size(), 1);
+    QVERIFY(!scene.form->isBusy());
+}
+
+void LookAlikeFormTest::findsCopiesInOtherFormatsAndSizes()
+{
+    Scene scene;
+    const QImage picture = blocks(1, {800, 600});
+    QImage brighter = picture;
+    for (int y = 0; y < brighter.height(); ++y)
+        for (int x = 0; x < brighter.width(); ++x) {
+            const QRgb pixel = brighter.pixel(x, y);
+            brighter.setPixel(x, y, qRgb(qRed(pixel) + 30, qGreen(pixel) + 30, qBlue(pixel) + 30));
+        }
+    scene.save(u"a\\first.png"_s, picture);
+    scene.save(u"b\\.hidden.png"_s, picture.scaled(400, 300));
+    scene.save(u"c\\bright.BMP"_s, brighter);
+    scene.save(u"d\\compressed.jpg"_s, picture);
+    scene.save(u"e\\other.png"_s, blocks(2));
+    scene.save(u"e\\narrow.png"_s, picture.scaled(39, 500));
+    scene.folder.makeFile(u"f\\not a picture.png"_s, "no picture");
+    scene.save(u"g\\big1.bmp"_s, blocks(3, {1200, 1000}));
+    scene.save(u"g\\big2.png"_s, blocks(3, {1200, 1000}));
+    QVERIFY(scene.scan());
+
+    // Largest first member first.
+    QCOMPARE(Scene::rows(scene.side()), QStringList({u"big1.bmp"_s, u"first.png"_s}));
+    QCOMPARE(Scene::rows(scene.main()), QStringList({u"big1.bmp"_s, u"big2.png"_s}));
+    scene.side()->setCurrentIndex(scene.side()->model()->index(1, 0));
+    QCOMPARE(Scene::rows(scene.main()),
+             QStringList({u"first.png"_s, u".hidden.png"_s, u"bright.BMP"_s, u"compressed.jpg"_s}));
+    const QModelIndex last = scene.main()->model()->index(3, 0);
+    QCOMPARE(last.data(ImageMemberModel::FolderRole).toString(), scene.folder.path(u"d"_s));
+    QVERIFY(last.data(ImageMemberModel::FactsRole).toString().startsWith(u"800 \u00d7 600, JPEG, "));
+    QVERIFY(last.data(ImageMemberModel::DateRole)
+                .toString()
+                .contains(QString::number(QDate::currentDate().year())));
+    QVERIFY(!last.data(Qt::DecorationRole).value<QPixmap>().isNull());
+    QVERIFY(scene.find<QLabel>("scanTitleLabel")->text().startsWith(u"Preparing report. Please wait..."));
+    QVERIFY(scene.toolbarIsBack());
+    QVERIFY(!scene.form->isBusy());
+
+    QTest::mouseClick(scene.find<QAbstractButton>("backButton"), Qt::LeftButton);
+    QVERIFY(scene.find<QWidget>("selectFolderButton")->isVisible());
+}
+
+void LookAlikeFormTest::survivesHostileFiles()
+{
+    Scene scene(tests::doublesProgram());
+    scene.save(u"a\\one.png"_s, blocks(1));
+    scene.save(u"b\\crash.png"_s, blocks(1));
+    scene.save(u"c\\lie.png"_s, blocks(1));
+    scene.save(u"d\\two.png"_s, blocks(1));
+    QVERIFY(scene.scan());
+    QCOMPARE(Scene::rows(scene.main()), QStringList({u"one.png"_s, u"two.png"_s}));
+}
+
+void LookAlikeFormTest::selectAndDropBegin_data()
+{
+    QTest::addColumn<bool>("drop");
+    QTest::newRow("Select Folder") << false;
+    QTest::newRow("drop") << true;
+}
+
+void LookAlikeFormTest::selectAndDropBegin()
+{
+    QFETCH(const bool, drop);
+    Scene scene;
+    scene.save(u"one.png"_s, blocks(1));
+    scene.save(u"two.png"_s, blocks(1));
+    QSignalSpy shown(scene.form.get(), &FindDuplicateImageForm::resultsShown);
+    if (drop) {
+        QMimeData data;
+        data.setUrls({QUrl::fromLocalFile(scene.folder.path())});
+        QWidget *page = scene.form->findChild<FindDuplicateImageStartForm *>();
+        QDragEnterEvent enter({50, 50}, Qt::CopyAction, &data, Qt::LeftButton, Qt::NoModifier);
+        QCoreApplication::sendEvent(page, &enter);
+        QVERIFY(enter.isAccepted());
+        QDropEvent dropped({50, 50}, Qt::CopyAction, &data, Qt::LeftButton, Qt::NoModifier);
+        QCoreApplication::sendEvent(page, &dropped);
+    } else {
+        scene.dialogs.nextFolder.enqueue(scene.folder.path() + u'\\');
+        QTest::mouseClick(scene.find<QPushButton>("selectFolderButton"), Qt::LeftButton);
+    }
+    QVERIFY(scene.form->isBusy());
+    QCOMPARE(scene.toolbar, QList<bool>({false}));
+    QCOMPARE(scene.find<QLabel>("scanTitleLabel")->text(), u"Scanning in progress. Please wait ..."_s);
+    QVERIFY(shown.wait(30'000));
+    QCOMPARE(scene.form->findChild<FindDuplicateImageResultForm *>()->report().root, scene.folder.path());
+}
+
+void LookAlikeFormTest::nothingFound_data()
+{
+    QTest::addColumn<bool>("exists");
+    QTest::newRow("no two alike") << true;
+    QTest::newRow("no such folder") << false;
+}
+
+void LookAlikeFormTest::nothingFound()
+{
+    QFETCH(const bool, exists);
+    Scene scene;
+    scene.save(u"one.png"_s, blocks(1));
+    scene.save(u"two.png"_s, blocks(2));
+    QSignalSpy shown(scene.form.get(), &FindDuplicateImageForm::noResultShown);
+    scene.form->scan(exists ? scene.folder.path() : scene.folder.path(u"nowhere"_s));
+    QVERIFY(shown.wait(30'000));
+    auto *page = scene.form->findChild<FindDuplicateImageNoResultFoundForm *>();
+    QVERIFY(page->isVisible());
+    QStringList texts;
+    for (const QLabel *label : page->findChildren<QLabel *>())
+        texts.append(label->text());
+    QVERIFY2(texts.contains(u"No Duplicate Files Found"_s), qPrintable(texts.join(u'|')));
+    QVERIFY(scene.toolbarIsBack());
+    QVERIFY(thumbnailFiles(scene).isEmpty());
+    auto *back = page->findChild<QPushButton *>();
+    QCOMPARE(back->text(), u"Back"_s);
+    QTest::mouseClick(back, Qt::LeftButton);
+    QVERIFY(scene.find<QWidget>("selectFolderButton")->isVisible());
+}
+
+void LookAlikeFormTest::workerSignals()
+{
+    const Scene scene;
+    scene.save(u"a\\one.png"_s, blocks(1));
+    scene.save(u"b\\two.png"_s, blocks(1));
+    const auto thumbnails = std::make_shared<ThumbnailFile>(scene.temporary.path());
+    for (const bool cancelled : {false, true}) {
+        ImageScanJob job;
+        job.root = scene.folder.path();
+        job.enumerator = std::make_unique<platform::Win32Enumerator>();
+        job.decoders = std::make_shared<DecoderPool>(DecoderPool::Options{tests::realDecoder()});
+        job.thumbnails = thumbnails;
+        FindDuplicateImageThread thread(std::move(job));
+        QSignalSpy total(&thread, &FindDuplicateImageThread::updateTotalSubFolder);
+        QSignalSpy steps(&thread, &FindDuplicateImageThread::updateScanProgress);
+        QSignalSpy paths(&thread, &FindDuplicateImageThread::updatePath);
+        QSignalSpy items(&thread, &FindDuplicateImageThread::updateTotalItemScan);
+        QSignalSpy finish(&thread, &FindDuplicateImageThread::scanFinish);
+        if (cancelled)
+            thread.requestStop();
+        thread.start();
+        QVERIFY(finish.wait(30'000));
+        QTest::qWait(20);
+        QCOMPARE(finish.count(), 1);
+        QCOMPARE(total.count(), 1);
+        QCOMPARE(total.first().first().toInt(), cancelled ? 1 : 3);
+        QCOMPARE(steps.count(), cancelled ? 0 : 2);
+        QCOMPARE(paths.count(), cancelled ? 0 : 2);
+        QCOMPARE(items.count(), cancelled ? 0 : 4);
+        QCOMPARE(thread.takeResult().groups.size(), cancelled ? 0U : 1U);
+    }
+}
+
+void LookAlikeFormTest::cancelDuringADecoding()
+{
+    Scene scene(tests::doublesProgram());
+    scene.save(u"a\\one.png"_s, blocks(1));
+    scene.save(u"a\\two.png"_s, blocks(1));
+    scene.save(u"b\\hang.png"_s, blocks(1));
+    QSignalSpy start(scene.form.get(), &FindDuplicateImageForm::startPageShown);
+    scene.form->scan(scene.folder.path());
+    QTRY_COMPARE(scene.find<QLabel>("itemsLabel")->text(), u"5"_s);
+    QTest::qWait(500); // the decoder hangs
+    QVERIFY(scene.form->isBusy());
+    QElapsedTimer clock;
+    clock.start();
+    QTest::mouseClick(scene.find<QPushButton>("cancelButton"), Qt::LeftButton);
+    QVERIFY(start.wait(5000));
+    QVERIFY2(clock.elapsed() < quickly, qPrintable(QString::number(clock.elapsed())));
+    QVERIFY(!scene.form->isBusy());
+    QVERIFY(scene.toolbarIsBack());
+    QVERIFY(thumbnailFiles(scene).isEmpty());
+
+    // And the next scan is as good as the first.
+    tests::requireBelow(scene.folder.path(), scene.folder.path(u"b\\hang.png"_s));
+    QVERIFY(QFile::remove(scene.folder.path(u"b\\hang.png"_s)));
+    QVERIFY(scene.scan());
+    QCOMPARE(Scene::rows(scene.main()).size(), 2);
+}
+
+void LookAlikeFormTest::cancelWhileTheReportIsPrepared()
+{
+    Scene scene;
+    scene.save(u"one.png"_s, blocks(1));
+    scene.save(u"two.png"_s, blocks(1));
+    QSignalSpy start(scene.form.get(), &FindDuplicateImageForm::startPageShown);
+    QSignalSpy results(scene.form.get(), &FindDuplicateImageForm::resultsShown);
+    // The close check asks in the moment in which the scan has ended and its report is not there yet.
+    const auto *page = scene.form->findChild<FindDuplicateImageResultForm *>();
+    connect(page, &FindDuplicateImageResultForm::prepareReportUpdatePath, scene.form.get(), [&scene, page] {
+        QVERIFY(page->isPreparing());
+        QVERIFY(scene.form->isBusy());
+        scene.form->requestStop();
+    });
+    scene.form->scan(scene.folder.path());
+    QVERIFY(start.wait(30'000));
+    QCOMPARE(results.count(), 0);
+    QVERIFY(scene.toolbarIsBack());
+}
+
+void LookAlikeFormTest::theFormMayGoDuringAScan()
+{
+    Scene scene(tests::doublesProgram());
+    scene.save(u"hang.png"_s, blocks(1));
+    scene.form->scan(scene.folder.path());
+    QTRY_COMPARE(scene.find<QLabel>("itemsLabel")->text(), u"1"_s);
+    QTest::qWait(300);
+    QVERIFY(scene.form->isBusy());
+    QVERIFY(!scene.form->busyText().isEmpty());
+    QElapsedTimer clock;
+    clock.start();
+    scene.form.reset();
+    QVERIFY2(clock.elapsed() < quickly, qPrintable(QString::number(clock.elapsed())));
+    QVERIFY(thumbnailFiles(scene).isEmpty());
+}
+
+void LookAlikeFormTest::keepsThumbnailsInItsOwnFolder()
+{
+    Scene scene;
+    scene.save(u"one.png"_s, blocks(1));
+    scene.save(u"two.png"_s, blocks(1));
+    QVERIFY(!core::ThumbnailStore::produced());
+    const QString others = scene.temporary.makeFile(u"Fernlight Larkspur\\Thumbnails\\earlier.thumbnails"_s);
+    QVERIFY(scene.scan());
+    QVERIFY(core::ThumbnailStore::produced());
+    QCOMPARE(thumbnailFiles(scene).size(), 2);
+    QTest::mouseClick(scene.find<QAbstractButton>("backButton"), Qt::LeftButton);
+    QCOMPARE(thumbnailFiles(scene), QStringList({u"earlier.thumbnails"_s}));
+    QVERIFY(QFile::exists(others));
+    QVERIFY(core::ThumbnailStore::produced());
+}
+
+void LookAlikeFormTest::thumbnailsMayGoAtAnyTime()
+{
+    Scene scene;
+    scene.save(u"one.png"_s, blocks(1));
+    scene.save(u"two.png"_s, blocks(1));
+    scene.save(u"three.png"_s, blocks(2));
+    scene.save(u"four.png"_s, blocks(2));
+    QVERIFY(scene.scan());
+    // As the main window does while it closes: the file is not held open.
+    const QString file =
+        core::ThumbnailStore::folder(scene.temporary.path()) + u'/' + thumbnailFiles(scene).value(0);
+    tests::requireBelow(scene.temporary.path(), file);
+    QVERIFY(QFile::remove(file));
+    scene.side()->setCurrentIndex(scene.side()->model()->index(1, 0));
+    QVERIFY(scene.main()->model()->index(1, 0).data(Qt::DecorationRole).value<QPixmap>().isNull());
+    scene.form->grab();
+}
+
+void LookAlikeFormTest::keepsNoThumbnailsBehindALink()
+{
+    Scene scene;
+    scene.save(u"one.png"_s, blocks(1));
+    scene.save(u"two.png"_s, blocks(1));
+    const QString elsewhere = scene.temporary.makeFolder(u"elsewhere"_s);
+    scene.temporary.makeLink(u"Fernlight Larkspur"_s, u"elsewhere"_s);
+    QVERIFY(scene.scan());
+    QCOMPARE(Scene::rows(scene.main()).size(), 2);
+    QVERIFY(QDir(elsewhere + u"\\Thumbnails"_s).entryList(QDir::Files).isEmpty());
+    QVERIFY(!core::ThumbnailStore::produced());
+}
+
+QTEST_MAIN(LookAlikeFormTest)
+#include "tst_look_alike_form.moc"
