@@ -9,6 +9,7 @@
 
 #include <QCoreApplication>
 #include <QDialogButtonBox>
+#include <QFile>
 #include <QIcon>
 #include <QLabel>
 #include <QPushButton>
@@ -19,27 +20,8 @@ namespace
 {
 
 constexpr int iconSide = 64;
-constexpr int dialogWidth = 520;
-constexpr int licencesHeight = 150;
-
-struct Library {
-    QString name;
-    QString use;
-    QString licence;
-};
-
-QList<Library> libraries()
-{
-    return {
-        {QStringLiteral("Qt %1").arg(QLatin1StringView(qVersion())),
-         AboutDialog::tr("user interface, network"), QStringLiteral("LGPL-3.0-only")},
-        {QStringLiteral("Fluent UI System Icons"), AboutDialog::tr("images"), QStringLiteral("MIT")},
-        {QStringLiteral("libstdc++, libgcc, libssp"), AboutDialog::tr("compiler's runtime"),
-         QStringLiteral("GPL-3.0-or-later with GCC-exception-3.1")},
-        {QStringLiteral("winpthreads"), AboutDialog::tr("compiler's runtime"),
-         QStringLiteral("MIT and BSD-3-Clause")},
-    };
-}
+constexpr int dialogWidth = 600;
+constexpr int licencesHeight = 230;
 
 QString ownFolder()
 {
@@ -97,21 +79,20 @@ QLayout *AboutDialog::buildHeader()
 
 QWidget *AboutDialog::buildLicences()
 {
-    QString text = QLatin1String("<p>") +
-                   tr("Free software under the GNU General Public License, version 3 or any later version "
-                      "(GPL-3.0-or-later). It comes without any warranty.") +
-                   QLatin1String("</p><p>") + tr("It uses:") + QLatin1String("</p><table cellpadding=\"3\">");
-    for (const Library &library : libraries())
-        text += QStringLiteral("<tr><td>%1</td><td>%2</td><td>%3</td></tr>")
-                    .arg(library.name.toHtmlEscaped(), library.use.toHtmlEscaped(),
-                         library.licence.toHtmlEscaped());
-    text += QLatin1String("</table>");
+    // The notices stand in a table; what is above it says the same as the sentence here.
+    QFile notices(QStringLiteral(":/documents/third-party-notices.md"));
+    notices.open(QIODevice::ReadOnly);
+    const QString text = QString::fromUtf8(notices.readAll());
+    const QString table = text.mid(text.indexOf(QLatin1String("\n|")));
 
     auto *browser = new QTextBrowser;
     browser->setObjectName(QStringLiteral("licencesTextBrowser"));
     browser->setAccessibleName(tr("Licences"));
     browser->setTabChangesFocus(true);
-    browser->setHtml(text);
+    browser->setMarkdown(
+        tr("Free software under the GNU General Public License, version 3 or any later version "
+           "(GPL-3.0-or-later). It comes without any warranty. It uses:") +
+        QLatin1Char('\n') + table);
     browser->setMinimumHeight(licencesHeight);
     return browser;
 }

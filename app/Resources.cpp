@@ -6,4 +6,5 @@
 void initResources()
 {
     Q_INIT_RESOURCE(resources);
+    Q_INIT_RESOURCE(documents);
 }
