@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "core/ImageLoader.h"
 
+#include "core/PictureFile.h"
+
 #include <QFileInfo>
 #include <QImageReader>
 #include <QPixelFormat>
@@ -48,7 +50,10 @@ std::optional<LoadedImage> readImage(const QString &path, const BeforeDecode &be
     limitAllocations();
     if (!QFileInfo(path).isFile())
         return std::nullopt;
-    QImageReader reader(path);
+    const std::unique_ptr<QIODevice> file = openPicture(path);
+    if (!file)
+        return std::nullopt;
+    QImageReader reader(file.get());
     reader.setDecideFormatFromContent(true);
     reader.setAutoTransform(true);
     LoadedImage loaded;

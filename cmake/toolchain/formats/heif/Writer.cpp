@@ -13,7 +13,9 @@ namespace heif
 namespace
 {
 
-constexpr int defaultQuality = 75;
+// Where neither codec shows what it left out: about 41 dB on photographs, at much the same size.
+constexpr int defaultQualityAv1 = 75;
+constexpr int defaultQualityHevc = 50;
 constexpr int lossless = 100;
 constexpr int fullColour = 90; // above it, colour keeps the resolution of brightness
 
@@ -170,7 +172,9 @@ bool encode(heif_context *context, const QImage &image, heif_encoder *encoder, c
 bool write(QIODevice &device, const QImage &image, const WriteOptions &options)
 {
     WriteOptions wanted = options;
-    wanted.quality = wanted.quality < 0 ? defaultQuality : std::min(wanted.quality, lossless);
+    if (wanted.quality < 0)
+        wanted.quality = wanted.av1 ? defaultQualityAv1 : defaultQualityHevc;
+    wanted.quality = std::min(wanted.quality, lossless);
     const QImage source = image.isNull() ? QImage() : prepared(image, isDeep(image, wanted.av1));
     const Context context(heif_context_alloc());
     if (source.isNull() || !context)
