@@ -264,15 +264,15 @@ void DiskUsageResultsForm::exportCurrentTable()
 {
     if (!m_exportButton->isEnabled() || !m_view.result)
         return;
-    CsvTable table = currentTable();
-    if (!table.next)
+    if (!currentTable().next)
         return;
-    const QString file = platform::dialogs().chooseFileToSave(this, tr("Export as CSV"),
-                                                              table.suggestedName + QStringLiteral(".csv"),
-                                                              tr("Comma-separated values (*.csv)"));
-    if (file.isEmpty() || !m_view.result || m_export)
+    const QPointer<DiskUsageResultsForm> alive(this);
+    const QString file = platform::dialogs().chooseFileToSave(
+        this, tr("Export as CSV"), currentTable().suggestedName + QStringLiteral(".csv"),
+        tr("Comma-separated values (*.csv)"));
+    if (!alive || file.isEmpty() || !m_view.result || m_export)
         return;
-    m_export.reset(new CsvExportThread(file, std::move(table)));
+    m_export.reset(new CsvExportThread(file, currentTable()));
     connect(m_export.get(), &QThread::finished, this, &DiskUsageResultsForm::endExport);
     setBusy(true, tr("Exporting to %1 ...").arg(QDir::toNativeSeparators(file)));
     emit exportingChanged(true);

@@ -26,6 +26,7 @@ namespace
 {
 
 constexpr int cardWidth = 200;
+constexpr int driveCardWidth = 275; // "NTFS, 1000.00 GB free of 1000.00 GB"
 constexpr int widestCard = 340;
 
 QString image(const QString &name)
@@ -100,9 +101,10 @@ void DiskUsageStartForm::buildPage()
     page->setSpacing(theme::spaceSnug);
     page->addWidget(buildHeader());
     page->addWidget(m_notice);
-    m_driveGrid = addSection(page, new QLabel(tr("Drives"), this));
-    buildSpecialFolders(addSection(page, new QLabel(tr("Special Folders"), this)));
-    m_recentGrid = addSection(page, m_recentTitle, m_clearRecent);
+    m_driveGrid = addSection(page, new QLabel(tr("Drives"), this), driveCardWidth);
+    m_specialGrid = addSection(page, new QLabel(tr("Special Folders"), this), cardWidth);
+    buildSpecialFolders();
+    m_recentGrid = addSection(page, m_recentTitle, cardWidth, m_clearRecent);
     page->addStretch();
 
     auto *scroll = new QScrollArea(this);
@@ -156,7 +158,7 @@ QWidget *DiskUsageStartForm::buildHeader()
     return header;
 }
 
-CardGridLayout *DiskUsageStartForm::addSection(QVBoxLayout *page, QLabel *title, QWidget *beside)
+CardGridLayout *DiskUsageStartForm::addSection(QVBoxLayout *page, QLabel *title, int width, QWidget *beside)
 {
     title->setFont(theme::sectionTitle(font()));
     auto *line = new QHBoxLayout;
@@ -166,7 +168,7 @@ CardGridLayout *DiskUsageStartForm::addSection(QVBoxLayout *page, QLabel *title,
     line->addStretch();
     page->addSpacing(theme::spaceSnug);
     page->addLayout(line);
-    auto *grid = new CardGridLayout(cardWidth, widestCard, theme::spaceSnug);
+    auto *grid = new CardGridLayout(width, widestCard, theme::spaceSnug);
     page->addLayout(grid);
     return grid;
 }
@@ -184,7 +186,7 @@ FLCardButton *DiskUsageStartForm::addCard(CardGridLayout *grid, const QString &t
     return card;
 }
 
-void DiskUsageStartForm::buildSpecialFolders(CardGridLayout *grid)
+void DiskUsageStartForm::buildSpecialFolders()
 {
     using platform::KnownFolder;
     const struct {
@@ -202,7 +204,7 @@ void DiskUsageStartForm::buildSpecialFolders(CardGridLayout *grid)
         const QString path = platform::knownFolder(folder);
         if (path.isEmpty())
             continue;
-        FLCardButton *card = addCard(grid, title, image(QLatin1String(icon)), path);
+        FLCardButton *card = addCard(m_specialGrid, title, image(QLatin1String(icon)), path);
         card->setToolTip(path);
     }
 }
@@ -254,6 +256,7 @@ void DiskUsageStartForm::refreshDrives()
         card->setShare(0);
         m_driveCards.insert(root, card);
     }
+    orderTabs();
     m_lister.refresh(roots);
 }
 
@@ -307,6 +310,23 @@ void DiskUsageStartForm::showRecentFolders(const QStringList &folders)
     }
     m_recentTitle->setVisible(!folders.isEmpty());
     m_clearRecent->setVisible(!folders.isEmpty());
+    orderTabs();
+}
+
+// Cards come and go; the Tab key visits them as they are laid out.
+void DiskUsageStartForm::orderTabs()
+{
+    QWidgetList order{m_select, m_options};
+    const auto append = [&order](const CardGridLayout *grid) {
+        for (int i = 0; i < grid->count(); ++i)
+            order.append(grid->itemAt(i)->widget());
+    };
+    append(m_driveGrid);
+    append(m_specialGrid);
+    order.append(m_clearRecent);
+    append(m_recentGrid);
+    for (qsizetype i = 1; i < order.size(); ++i)
+        setTabOrder(order.at(i - 1), order.at(i));
 }
 
 void DiskUsageStartForm::showNotice(const QString &text)

@@ -45,8 +45,8 @@ protected:
 private:
     void buildPage();
     QWidget *buildHeader();
-    CardGridLayout *addSection(QVBoxLayout *page, QLabel *title, QWidget *beside = nullptr);
-    void buildSpecialFolders(CardGridLayout *grid);
+    CardGridLayout *addSection(QVBoxLayout *page, QLabel *title, int cardWidth, QWidget *beside = nullptr);
+    void buildSpecialFolders();
     void connectAll();
 
     FLCardButton *addCard(CardGridLayout *grid, const QString &title, const QString &icon,
@@ -54,6 +54,7 @@ private:
     void selectFolder();
     void refreshDrives();
     void showDrive(const platform::Drive &drive);
+    void orderTabs();
 
     QPushButton *m_select;
     QToolButton *m_options;
@@ -61,6 +62,7 @@ private:
     QLabel *m_recentTitle;
     ClickableLabel *m_clearRecent;
     CardGridLayout *m_driveGrid = nullptr;
+    CardGridLayout *m_specialGrid = nullptr;
     CardGridLayout *m_recentGrid = nullptr;
     QHash<QString, FLCardButton *> m_driveCards;
     QHash<QString, platform::Drive> m_drives;

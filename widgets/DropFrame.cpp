@@ -12,8 +12,8 @@
 namespace
 {
 
-// The first dropped thing, when it is a folder of this machine. Looked at when the drag enters and when it is
-// dropped, not while it moves: the folder may be on a slow drive.
+// The first dropped thing, when it is a folder. Whoever drags it has just been shown it, so asking what it is
+// does not take long; it is asked when the drag enters and when it is dropped, not while it moves.
 QString droppedFolder(const QMimeData *data)
 {
     for (const QUrl &url : data->urls()) {

@@ -168,7 +168,7 @@ QColor chartColor(int index, const QPalette &palette)
     static constexpr std::array<int, chartColorCount> hues{212, 28,  158, 268, 348, 48,
                                                            190, 312, 96,  236, 8,   136};
     const int hue = hues[static_cast<std::size_t>(index) % hues.size()];
-    return isDark(palette) ? QColor::fromHsv(hue, 120, 165) : QColor::fromHsv(hue, 92, 232);
+    return isDark(palette) ? QColor::fromHsv(hue, 120, 140) : QColor::fromHsv(hue, 92, 232);
 }
 
 QColor chartRestColor(const QPalette &palette)

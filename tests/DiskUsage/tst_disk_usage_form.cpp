@@ -149,6 +149,8 @@ private slots:
     void aTableIsExported();
     void foldersAreChosenAndRemembered();
     void aFolderIsDropped();
+    void theTabKeyFollowsThePage();
+    void everyControlHasAName();
     void aMissingFolderIsNoError();
     void aDeepChainIsShownAndFreed();
     void aSleepingDriveBlocksNothing();
@@ -451,6 +453,54 @@ void DiskUsageFormTest::aFolderIsDropped()
     QVERIFY(drop(folder.path() + QLatin1Char('/')));
     QVERIFY(results.wait());
     QCOMPARE(scene.row({}).data().toString(), QFileInfo(folder.path()).fileName());
+}
+
+void DiskUsageFormTest::theTabKeyFollowsThePage()
+{
+    diskusage::saveRecentFolders({QStringLiteral("C:\\r"), QStringLiteral("C:\\s")});
+    const auto ready = [](const QString &root) {
+        platform::Drive drive = tests::noDrive(root);
+        drive.ready = true;
+        return drive;
+    };
+    MemoryEnumerator disk;
+    Scene scene(new DiskUsageForm(tests::lending(disk), ready));
+    QTRY_VERIFY(scene.find<FLCardButton>("driveCardC")->text().contains(QStringLiteral("(C:)")));
+    auto *first = scene.find<QPushButton>("selectFolderButton");
+    first->setFocus();
+    QStringList visited;
+    int lastTop = 0;
+    for (int i = 0; i < 30; ++i) {
+        QTest::keyClick(QApplication::focusWidget(), Qt::Key_Tab);
+        const QWidget *now = QApplication::focusWidget();
+        if (now == first)
+            break;
+        visited.append(now->objectName());
+        const int top = now->mapTo(scene.form.get(), QPoint(0, now->height())).y();
+        QVERIFY2(top >= lastTop, qPrintable(visited.join(QLatin1Char(' '))));
+        lastTop = top;
+    }
+    QVERIFY(visited.contains(QStringLiteral("driveCardC")));
+    QCOMPARE(visited.count(QStringLiteral("recentFolderCard")), 2);
+}
+
+void DiskUsageFormTest::everyControlHasAName()
+{
+    Scene scene;
+    QVERIFY(scene.scan(QStringLiteral("C:\\r")));
+    for (const QWidget *widget : scene.form->findChildren<QWidget *>()) {
+        if (widget->focusPolicy() == Qt::NoFocus || widget->focusProxy() ||
+            widget->objectName().startsWith(QStringLiteral("qt_")))
+            continue;
+        const auto *button = qobject_cast<const QAbstractButton *>(widget);
+        const bool named = !widget->accessibleName().isEmpty() || (button && !button->text().isEmpty());
+        const bool container = qobject_cast<const QTabWidget *>(widget) || widget->inherits("QTabBar") ||
+                               widget->inherits("ClickableLabel") || widget->inherits("QScrollBar") ||
+                               widget->inherits("QHeaderView") || widget->inherits("QComboBoxListView") ||
+                               widget->inherits("QComboBoxPrivateContainer");
+        QVERIFY2(named || container, qPrintable(QLatin1String(widget->metaObject()->className()) +
+                                                QLatin1Char(' ') + widget->objectName()));
+    }
 }
 
 void DiskUsageFormTest::aMissingFolderIsNoError()
