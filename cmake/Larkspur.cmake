@@ -77,7 +77,7 @@ function(larkspur_test name)
   endif()
   add_test(NAME ${name} COMMAND ${name})
   # All Windows tests share one registry, and forms share one desktop.
-  set_tests_properties(${name} PROPERTIES TIMEOUT 300 RUN_SERIAL $<BOOL:${WIN32}>)
+  set_tests_properties(${name} PROPERTIES TIMEOUT 120 RUN_SERIAL $<BOOL:${WIN32}>)
 endfunction()
 
 # larkspur_fuzzer(NAME LINK library...): NAME.cpp with an LLVMFuzzerTestOneInput; only in the fuzz build.
