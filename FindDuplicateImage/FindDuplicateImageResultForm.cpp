@@ -86,9 +86,10 @@ void FindDuplicateImageResultForm::showReport()
 void FindDuplicateImageResultForm::showTotals()
 {
     const ImageStatistics now = statisticsOf(m_report.groups);
-    m_totals->setText(tr("%1 groups with %2 of %3 pictures, %4 could be freed")
-                          .arg(QString::number(now.groups), QString::number(now.images),
-                               QString::number(m_report.imagesCompared), core::sizeText(now.freeableBytes)));
+    const QString groups = now.groups == 1 ? tr("1 group") : tr("%1 groups").arg(QString::number(now.groups));
+    m_totals->setText(tr("%1 with %2 of %3 pictures, %4 could be freed")
+                          .arg(groups, QString::number(now.images), QString::number(m_report.imagesCompared),
+                               core::sizeText(now.freeableBytes)));
 }
 
 int FindDuplicateImageResultForm::currentGroup() const

@@ -117,6 +117,7 @@ void FindDuplicateImageResultForm::buildLists()
     setFocusProxy(m_side);
     m_side->setHeaderHidden(true);
     m_side->setRootIsDecorated(false);
+    m_side->setAllColumnsShowFocus(false); // the delegate shows it
     m_side->setMouseTracking(true);
     m_side->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
 
