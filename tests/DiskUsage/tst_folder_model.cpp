@@ -51,6 +51,7 @@ private slots:
     void behavesAsAModel();
     void aRescannedFolderChangesTheFoldersAbove();
     void aRescannedFolderKeepsTheSelectionOfOthers();
+    void aRescannedFolderMovesToItsNewPlace();
     void theRootIsNotReplaced();
     void deepTreesComeAndGo();
     void removingTheColumnsEmptiesTheModel();
@@ -218,6 +219,34 @@ void FolderModelTest::aRescannedFolderKeepsTheSelectionOfOthers()
     QCOMPARE(raw(model, c, FolderModel::Name), QVariant(QStringLiteral("c")));
     QCOMPARE(column(model, FolderModel::Name, model.index(0, 0)),
              QStringList({QStringLiteral("a"), QStringLiteral("c"), QStringLiteral("e")}));
+}
+
+void FolderModelTest::aRescannedFolderMovesToItsNewPlace()
+{
+    MemoryEnumerator disk;
+    fill(disk);
+    FolderModel model;
+    model.setResult(scanned(QStringLiteral("C:\\r"), disk));
+    FolderSortModel sorted;
+    QAbstractItemModelTester tester(&sorted, QAbstractItemModelTester::FailureReportingMode::QtTest);
+    sorted.setFolderModel(&model);
+    sorted.sort(FolderModel::SizeText, Qt::DescendingOrder);
+    const QModelIndex root = sorted.index(0, 0);
+    QCOMPARE(column(sorted, FolderModel::Name, root).join(QLatin1Char(',')), QStringLiteral("c,a,e"));
+    const QPersistentModelIndex a = sorted.index(1, 0, root);
+    const QPersistentModelIndex c = sorted.index(0, 0, root);
+    const QPersistentModelIndex b = sorted.index(0, 0, a);
+
+    disk.addFile(QStringLiteral("C:\\r\\a\\z\\new.iso"), 100 << 20);
+    auto again = scanned(QStringLiteral("C:\\r\\a"), disk);
+    auto tree = FolderModel::buildTree(*again);
+    FolderModel::destroyTree(model.replaceFolder(sorted.mapToSource(a), again, std::move(tree)));
+    QCOMPARE(column(sorted, FolderModel::Name, sorted.index(0, 0)).join(QLatin1Char(',')),
+             QStringLiteral("a,c,e"));
+    QCOMPARE(a.row(), 0); // the same row, with new ones in it
+    QCOMPARE(c.row(), 1);
+    QVERIFY(!b.isValid());
+    QCOMPARE(column(sorted, FolderModel::Name, a).join(QLatin1Char(',')), QStringLiteral("z,b"));
 }
 
 void FolderModelTest::theRootIsNotReplaced()

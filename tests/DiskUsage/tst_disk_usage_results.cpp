@@ -1,0 +1,291 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "DiskUsage/DataFilesModel.h"
+#include "DiskUsage/FolderModel.h"
+#include "DiskUsage/Settings.h"
+#include "DiskUsage/UsageGraph.h"
+#include "tests/DiskUsage/Scene.h"
+#include "tests/support/FakeDialogs.h"
+#include "tests/support/FakeShell.h"
+#include "tests/support/TestFolder.h"
+#include "tests/support/TestPrefix.h"
+#include "widgets/PathBar.h"
+
+#include <QAction>
+#include <QApplication>
+#include <QClipboard>
+#include <QComboBox>
+#include <QFile>
+#include <QHeaderView>
+#include <QMenu>
+#include <QPushButton>
+#include <QTabWidget>
+#include <QTableView>
+#include <QToolButton>
+#include <QTreeView>
+
+using diskusage::loadRecentFolders;
+using tests::column;
+using tests::FakeDialogs;
+using tests::FakeShell;
+using tests::megabyte;
+using tests::Scene;
+using tests::TestFolder;
+
+namespace
+{
+
+QByteArray contents(const QString &path)
+{
+    QFile file(path);
+    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArrayLiteral("(unreadable)");
+}
+
+} // namespace
+
+class DiskUsageResultsTest : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void initTestCase()
+    {
+        tests::requireTestPrefix();
+        QApplication::setStyle(QStringLiteral("Fusion"));
+    }
+    void init() { m_guard = std::make_unique<tests::RegistryGuard>(); }
+    void cleanup() { m_guard.reset(); }
+
+    void theTreeOpensAsItShould();
+    void whatIsNotCountedIsListed();
+    void theBiggestFilesAndFileTypesAreShown();
+    void theGraphLeadsThroughTheFolders();
+    void aFolderScannedAgainLeavesTheFileTypesAlone();
+    void everythingIsScannedAgain();
+    void keysAndMenuActOnTheSelection();
+    void aTableIsExported();
+
+private:
+    std::unique_ptr<tests::RegistryGuard> m_guard;
+};
+
+void DiskUsageResultsTest::theTreeOpensAsItShould()
+{
+    Scene scene;
+    QVERIFY(scene.scan(QStringLiteral("C:/r")));
+    QTreeView *tree = scene.tree();
+    QVERIFY(tree->isVisible());
+    QVERIFY(tree->isExpanded(scene.row({})));
+    QCOMPARE(tree->currentIndex().siblingAtColumn(0), scene.row({}));
+    QStringList shown;
+    for (int position = 0; position < tree->header()->count(); ++position) {
+        const int section = tree->header()->logicalIndex(position);
+        if (!tree->isColumnHidden(section))
+            shown.append(tree->model()->headerData(section, Qt::Horizontal).toString());
+    }
+    QCOMPARE(shown.join(QLatin1Char(',')), QStringLiteral("Name,Percentage,Size,File Count,Folder Count"));
+    QVERIFY(tree->isColumnHidden(FolderModel::Size));
+    // The largest first; a click on the header turns it round.
+    QCOMPARE(column(*tree->model(), 0, scene.row({})).first(), QStringLiteral("a"));
+    const int x = tree->header()->sectionViewportPosition(FolderModel::SizeText) + 10;
+    QTest::mouseClick(tree->header()->viewport(), Qt::LeftButton, {}, QPoint(x, 5));
+    QCOMPARE(column(*tree->model(), 0, scene.row({})).last(), QStringLiteral("a"));
+    const QVariant alignment =
+        scene.row({}).siblingAtColumn(FolderModel::SizeText).data(Qt::TextAlignmentRole);
+    QVERIFY((alignment.toInt() & Qt::AlignRight) != 0);
+}
+
+void DiskUsageResultsTest::whatIsNotCountedIsListed()
+{
+    diskusage::saveExcludedFolders({{true, QStringLiteral("C:\\r\\c")}});
+    Scene scene;
+    QVERIFY(scene.scan(QStringLiteral("C:\\r")));
+    auto *tabs = scene.find<QTabWidget>("resultTabWidget");
+    QVERIFY(tabs->isTabVisible(3));
+    QCOMPARE(tabs->tabText(3), QStringLiteral("Not Counted (3)"));
+    const QAbstractItemModel &model = *scene.find<QTableView>("notCountedTableView")->model();
+    QCOMPARE(column(model, 0), QStringList({QStringLiteral("C:\\r\\c"), QStringLiteral("C:\\r\\locked"),
+                                            QStringLiteral("C:\\r\\loop")}));
+    const QStringList reasons = column(model, 1);
+    QCOMPARE(QSet<QString>(reasons.begin(), reasons.end()).size(), 3);
+    QCOMPARE(scene.form->folderModel().index(0, FolderModel::FolderCount).data(Qt::EditRole).toInt(), 4);
+    // With nothing left out there is no such page.
+    QVERIFY(scene.scan(QStringLiteral("C:\\r\\a")));
+    QVERIFY(!tabs->isTabVisible(3));
+}
+
+void DiskUsageResultsTest::theBiggestFilesAndFileTypesAreShown()
+{
+    Scene scene;
+    QVERIFY(scene.scan(QStringLiteral("C:\\r")));
+    auto *tabs = scene.find<QTabWidget>("resultTabWidget");
+    tabs->setCurrentIndex(1);
+    QCOMPARE(tabs->tabText(1), QStringLiteral("20 biggest Files"));
+    auto *biggest = scene.find<QTableView>("biggestFilesTableView");
+    QVERIFY(biggest->isVisible());
+    QCOMPARE(column(*biggest->model(), diskusage::FileName),
+             QStringList({QStringLiteral("two.mp4"), QStringLiteral("three.zip"), QStringLiteral("one.txt"),
+                          QStringLiteral("four.bin")}));
+    QVERIFY(biggest->isColumnHidden(diskusage::FileRawSize));
+
+    tabs->setCurrentIndex(2);
+    const QAbstractItemModel &types = *scene.find<QTreeView>("fileTypesTreeView")->model();
+    QCOMPARE(types.rowCount(), 13);
+    QCOMPARE(column(types, 0).mid(0, 4),
+             QStringList({QStringLiteral("Video Files"), QStringLiteral("Compressed Files"),
+                          QStringLiteral("Document Files"), QStringLiteral("Other file types")}));
+    QCOMPARE(types.index(0, 1).data().toDouble(), 50.0);
+    QCOMPARE(types.index(0, 2).data().toString(), QStringLiteral("15.00 MB"));
+    QCOMPARE(types.index(0, 3).data().toInt(), 1);
+    auto *files = scene.find<QTableView>("dataFilesTableView");
+    QCOMPARE(column(*files->model(), diskusage::FileName), QStringList({QStringLiteral("two.mp4")}));
+    scene.find<QTreeView>("fileTypesTreeView")->setCurrentIndex(types.index(3, 0));
+    QCOMPARE(column(*files->model(), diskusage::FileName), QStringList({QStringLiteral("four.bin")}));
+    // A type without files says so instead of an empty list.
+    scene.find<QTreeView>("fileTypesTreeView")->setCurrentIndex(types.index(12, 0));
+    QVERIFY(!files->isVisible());
+}
+
+void DiskUsageResultsTest::theGraphLeadsThroughTheFolders()
+{
+    Scene scene;
+    QVERIFY(scene.scan(QStringLiteral("C:\\r")));
+    auto *graph = scene.find<UsageGraph>("usageGraph");
+    auto *path = scene.find<PathBar>("pathBar");
+    QTRY_COMPARE(path->path(), QStringList({QStringLiteral("r")}));
+    graph->setFocus();
+    QTest::keyClick(graph, Qt::Key_Down); // the largest: a
+    QCOMPARE(graph->currentNames(), QStringList({QStringLiteral("a")}));
+    QTest::keyClick(graph, Qt::Key_Return);
+    QTRY_COMPARE(path->path(), QStringList({QStringLiteral("r"), QStringLiteral("a")}));
+    QCOMPARE(scene.tree()->currentIndex().siblingAtColumn(0), scene.row({QStringLiteral("a")}));
+    // A folder two levels down is entered in one step.
+    emit graph->folderActivated({QStringLiteral("b")});
+    QTRY_COMPARE(path->path().size(), 3);
+    QTest::keyClick(scene.tree(), Qt::Key_Backspace);
+    QTRY_COMPARE(path->path(), QStringList({QStringLiteral("r"), QStringLiteral("a")}));
+    QTest::mouseClick(path->findChildren<QToolButton *>().at(1), Qt::LeftButton);
+    QTRY_COMPARE(path->path(), QStringList({QStringLiteral("r")}));
+    QTest::keyClick(scene.tree(), Qt::Key_Backspace); // above the root there is nothing
+    QCOMPARE(path->path(), QStringList({QStringLiteral("r")}));
+}
+
+void DiskUsageResultsTest::aFolderScannedAgainLeavesTheFileTypesAlone()
+{
+    Scene scene;
+    QVERIFY(scene.scan(QStringLiteral("C:\\r")));
+    scene.find<QTabWidget>("resultTabWidget")->setCurrentIndex(2);
+    const QAbstractItemModel &types = *scene.find<QTreeView>("fileTypesTreeView")->model();
+    const QStringList before = column(types, 2) + column(types, 3);
+    scene.find<QTabWidget>("resultTabWidget")->setCurrentIndex(0);
+
+    scene.disk.addFile(QStringLiteral("C:\\r\\a\\b\\new.mp4"), 100 * megabyte);
+    scene.select({QStringLiteral("a")});
+    QTest::keyClick(scene.tree(), Qt::Key_F5);
+    QVERIFY(scene.form->isScanning());
+    QTRY_VERIFY(!scene.form->isBusy());
+    QCOMPARE(scene.row({}).siblingAtColumn(FolderModel::SizeText).data().toString(),
+             QStringLiteral("130.00 MB"));
+    QCOMPARE(scene.row({QStringLiteral("a"), QStringLiteral("b")})
+                 .siblingAtColumn(FolderModel::FileCount)
+                 .data()
+                 .toInt(),
+             2);
+    QVERIFY(scene.notice().contains(QStringLiteral("100.00 MB more")));
+    QCOMPARE(scene.tree()->currentIndex().siblingAtColumn(0), scene.row({QStringLiteral("a")}));
+    QCOMPARE(column(types, 2) + column(types, 3), before);
+    // Its own biggest files can be chosen beside those of the scan.
+    auto *choice = scene.find<QComboBox>("biggestFilesComboBox");
+    QCOMPARE(choice->count(), 2);
+    QCOMPARE(choice->itemText(1), QStringLiteral("a (20 Biggest Files)"));
+    choice->setCurrentIndex(1);
+    QCOMPARE(column(*scene.find<QTableView>("biggestFilesTableView")->model(), 0).first(),
+             QStringLiteral("new.mp4"));
+}
+
+void DiskUsageResultsTest::everythingIsScannedAgain()
+{
+    Scene scene;
+    QVERIFY(scene.scan(QStringLiteral("C:\\r")));
+    scene.disk.addFile(QStringLiteral("C:\\r\\new.mp4"), 100 * megabyte);
+    QSignalSpy results(scene.form.get(), &DiskUsageForm::resultsShown);
+    QTest::mouseClick(scene.find<QPushButton>("scanAgainButton"), Qt::LeftButton);
+    QVERIFY(results.wait());
+    QCOMPARE(scene.row({}).siblingAtColumn(FolderModel::SizeText).data().toString(),
+             QStringLiteral("130.00 MB"));
+    // F5 on the root is the same thing.
+    QTest::keyClick(scene.tree(), Qt::Key_F5);
+    QVERIFY(results.wait());
+    QCOMPARE(loadRecentFolders().size(), 1);
+}
+
+void DiskUsageResultsTest::keysAndMenuActOnTheSelection()
+{
+    FakeShell shell;
+    Scene scene;
+    QVERIFY(scene.scan(QStringLiteral("C:\\r")));
+    QTreeView *tree = scene.tree();
+    scene.select({QStringLiteral("a")});
+    QTest::keyClick(tree, Qt::Key_C, Qt::ControlModifier);
+    QCOMPARE(QGuiApplication::clipboard()->text(), QStringLiteral("C:\\r\\a"));
+    QTest::keyClick(tree, Qt::Key_E, Qt::ControlModifier);
+    QCOMPARE(shell.revealed, QStringList({QStringLiteral("C:\\r\\a")}));
+    emit tree->customContextMenuRequested(tree->visualRect(tree->currentIndex()).center());
+    auto *menu = tree->findChild<QMenu *>(QStringLiteral("pathMenu"));
+    QVERIFY(menu && menu->isVisible());
+    QStringList entries;
+    for (const QAction *action : menu->actions())
+        if (!action->isSeparator())
+            entries.append(action->text());
+    QCOMPARE(entries.join(QLatin1Char(',')),
+             QStringLiteral("Open,Show in Explorer,Copy Path,Scan This Folder Again,Export as CSV..."));
+    menu->close();
+
+    scene.find<QTabWidget>("resultTabWidget")->setCurrentIndex(1);
+    auto *biggest = scene.find<QTableView>("biggestFilesTableView");
+    biggest->setCurrentIndex(biggest->model()->index(1, 0));
+    QTest::keyClick(biggest, Qt::Key_Return);
+    QCOMPARE(shell.opened, QStringList({QStringLiteral("C:\\r\\c\\three.zip")}));
+    shell.succeeds = false;
+    QTest::keyClick(biggest, Qt::Key_O, Qt::ControlModifier);
+    QVERIFY(scene.notice().contains(QStringLiteral("C:\\r\\c\\three.zip")));
+}
+
+void DiskUsageResultsTest::aTableIsExported()
+{
+    const TestFolder folder;
+    FakeDialogs dialogs;
+    Scene scene;
+    scene.disk.addFile(QStringLiteral("C:\\r\\c\\=1+1.zip"), 0);
+    QVERIFY(scene.scan(QStringLiteral("C:\\r")));
+    const QString file = folder.path(QStringLiteral("folders.csv"));
+    dialogs.nextFileToSave.enqueue(file);
+    QTest::keyClick(scene.tree(), Qt::Key_S, Qt::ControlModifier);
+    QTRY_VERIFY(!scene.form->isBusy());
+    const QList<QByteArray> lines = contents(file).split('\n');
+    QCOMPARE(lines.at(0),
+             QByteArray("\xEF\xBB\xBFPath,Name,Size,Raw Size,Percentage,File Count,Folder Count\r"));
+    QCOMPARE(lines.at(1), QByteArray("C:\\r,r,30.00 MB,31457280,100.00,5,5\r"));
+    // Folders that are not open in the tree are in the file as well, below their parents.
+    QCOMPARE(lines.at(2), QByteArray("C:\\r\\a,a,19.00 MB,19922944,63.33,2,1\r"));
+    QCOMPARE(lines.at(3), QByteArray("C:\\r\\a\\b,b,15.00 MB,15728640,78.95,1,0\r"));
+    QVERIFY(scene.notice().contains(QStringLiteral("6 rows")));
+
+    // A list of files, in the order in which it is shown.
+    scene.find<QTabWidget>("resultTabWidget")->setCurrentIndex(2);
+    const QAbstractItemModel &types = *scene.find<QTreeView>("fileTypesTreeView")->model();
+    scene.find<QTreeView>("fileTypesTreeView")->setCurrentIndex(types.index(1, 0));
+    dialogs.nextFileToSave.enqueue(file);
+    QTest::mouseClick(scene.find<QPushButton>("exportButton"), Qt::LeftButton);
+    QTRY_VERIFY(!scene.form->isBusy());
+    const QByteArray text = contents(file);
+    QVERIFY(text.contains("\r\nthree.zip,10.00 MB,"));
+    QVERIFY(text.contains("\r\n'=1+1.zip,0.00 KB,"));
+    QVERIFY(text.indexOf("three.zip") < text.indexOf("=1+1"));
+    // Cancelled in the dialog: nothing happens.
+    dialogs.nextFileToSave.enqueue(QString());
+    QTest::mouseClick(scene.find<QPushButton>("exportButton"), Qt::LeftButton);
+    QVERIFY(!scene.form->isBusy());
+}
+
+QTEST_MAIN(DiskUsageResultsTest)
+#include "tst_disk_usage_results.moc"
