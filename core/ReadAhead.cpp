@@ -15,6 +15,11 @@ namespace
 // and keeps the large buffer for the next folder.
 constexpr std::size_t longListing = 4096;
 
+// The buffers of listings up to this length are used again, as many as this: enough for the walk, which opens
+// and releases one folder after the other, and little beside what may be held ready.
+constexpr std::size_t keptListing = 256;
+constexpr std::size_t keptListings = 64;
+
 // An empty folder takes memory too.
 std::size_t weight(const DirectoryListing &listing)
 {
@@ -299,7 +304,12 @@ ReadAhead::Folder *ReadAhead::newFolder()
 
 void ReadAhead::freeFolder(Folder *folder)
 {
+    DirectoryListing listing = std::move(folder->m_listing);
     *folder = {};
+    if (listing.size() <= keptListing && m_free.size() < keptListings) {
+        listing.clear();
+        folder->m_listing = std::move(listing);
+    }
     m_free.push_back(folder);
 }
 

@@ -556,11 +556,11 @@ void TestFolderWalk::walkListsWhilePoolIsBusy()
         starved = disk.listCount() < 51;
     };
     core::CancelFlag never;
-    Recorder recorder(never);
+    Patient recorder(never, disk, 2); // the pool begins, and only then the walk
     core::WalkOptions options;
     options.readAheadThreads = 1;
     core::walkFolders(QStringLiteral("C:\\r"), disk, recorder, never, options);
-    QVERIFY(!starved);
+    QVERIFY(held && !starved);
     QCOMPARE(disk.listCount(), 51);
     QCOMPARE(entered(recorder.events, core::WalkVisitor::FolderState::Listed), 51);
 }
