@@ -81,8 +81,8 @@ void FindDuplicateResultForm::onCompareFinish()
         showNotice(tr("None of these files could be compared."));
     else
         showNotice(
-            tr("Compared byte by byte: %1 files are identical to the first that could be read, %2 "
-               "differ, %3 were not read.")
+            tr("Compared byte by byte with the first file that could be read: %1 identical, %2 "
+               "different, %3 not read.")
                 .arg(QString::number(count(ContentState::Identical)),
                      QString::number(count(ContentState::Different)),
                      QString::number(count(ContentState::Unreadable) + count(ContentState::Placeholder))),

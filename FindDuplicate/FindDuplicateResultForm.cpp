@@ -53,11 +53,11 @@ void FindDuplicateResultForm::onMainResultProcessFinish()
 
 void FindDuplicateResultForm::showSummary()
 {
-    QString text = tr("%1 groups with %2 files; removing all but one of each would free %3")
+    QString text = tr("%1 groups with %2 files; %3 free when one of each is kept")
                        .arg(QString::number(m_statistics.groups), QString::number(m_statistics.files),
                             core::sizeText(m_statistics.freeableBytes));
     if (m_movedFiles > 0)
-        text += tr(". Moved to the recycle bin: %1 files, %2")
+        text += tr("; %1 moved to the recycle bin (%2)")
                     .arg(QString::number(m_movedFiles), core::sizeText(m_movedBytes));
     m_summary->setText(text);
 }

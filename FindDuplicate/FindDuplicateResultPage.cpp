@@ -34,17 +34,16 @@ namespace
 constexpr int searchDelay = 150; // ms
 constexpr int readDelay = 30;    // ms
 constexpr int progressTick = 50; // ms
-constexpr int groupLines = 3;
-constexpr int memberLines = 2;
+constexpr int rowLines = 3;      // below the title; the last one is for the badges
 
 QIcon image(const char *name)
 {
     return QIcon(QStringLiteral(":/resources/images/%1.png").arg(QLatin1String(name)));
 }
 
-void dressList(FLTreeView *list, int lines)
+void dressList(FLTreeView *list)
 {
-    list->setItemDelegate(new FileRowDelegate(lines, list));
+    list->setItemDelegate(new FileRowDelegate(rowLines, list));
     list->setHeaderHidden(true);
     list->setRootIsDecorated(false);
     list->setContextMenuPolicy(Qt::CustomContextMenu);
@@ -128,7 +127,7 @@ void FindDuplicateResultForm::buildGroupList(QVBoxLayout *column)
         m_order->addItem(text, static_cast<int>(order));
     m_groupTree->setObjectName(QStringLiteral("sideTreeView"));
     m_groupTree->setAccessibleName(tr("Groups of duplicates"));
-    dressList(m_groupTree, groupLines);
+    dressList(m_groupTree);
     m_groupTree->setModel(m_groupModel);
 
     auto *line = new QHBoxLayout;
@@ -155,7 +154,7 @@ void FindDuplicateResultForm::buildMemberList(QVBoxLayout *column)
     m_compareCancel->hide();
     m_memberTree->setObjectName(QStringLiteral("mainTreeView"));
     m_memberTree->setAccessibleName(tr("Files of the group"));
-    dressList(m_memberTree, memberLines);
+    dressList(m_memberTree);
     m_memberTree->setModel(m_memberModel);
 
     auto *line = new QHBoxLayout;

@@ -133,8 +133,9 @@ QVariant MemberModel::textData(int member, int role) const
     case FileRowDelegate::TitleRole:
         return isMissing(member) ? moved : file.name;
     case FileRowDelegate::LinesRole:
+        // The badges have the last line to themselves.
         return QStringList{isMissing(member) ? file.fullPath() : file.folder(),
-                           tr("File Size: ") + core::sizeText(file.size)};
+                           tr("File Size: ") + core::sizeText(file.size), QString()};
     case FileRowDelegate::StruckRole:
         return file.checked;
     case FileRowDelegate::BadgesRole:

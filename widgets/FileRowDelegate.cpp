@@ -14,7 +14,7 @@ namespace
 
 constexpr int iconSize = 32;
 constexpr int lineGap = 2;
-constexpr int leastTextBesideBadges = 60;
+constexpr int roundingRoom = 2;           // text is wider than its advance at fractional scales
 constexpr double mutedOnSelection = 0.25; // how far the muted lines fade into the selection's background
 
 QFont titleFont(const QStyleOptionViewItem &option, bool struck)
@@ -82,8 +82,7 @@ private:
             line =
                 QRect(area.left(), line.bottom() + 1 + lineGap, area.width(), QFontMetrics(caption).height());
             if (i + 1 == lines.size())
-                line.setRight(line.left() +
-                              qMax(leastTextBesideBadges, paintBadges(line, caption, lines[i])));
+                line.setRight(line.left() + paintBadges(line, caption, lines[i]));
             paintText(line, caption, m_muted, lines[i]);
         }
     }
@@ -105,11 +104,8 @@ private:
     {
         const auto badges = m_index.data(FileRowDelegate::BadgesRole).value<QList<RowBadge>>();
         const QFontMetrics metrics(font);
-        int needed = 0;
-        for (const RowBadge &badge : badges)
-            needed += badgeWidth(metrics, badge) + theme::spaceSnug;
-        const int textWidth = qMin(metrics.horizontalAdvance(text) + 1, qMax(0, line.width() - needed));
-        int left = line.left() + textWidth + theme::spaceSnug;
+        const int textWidth = qMin(metrics.horizontalAdvance(text) + 1, line.width());
+        int left = line.left() + (text.isEmpty() ? 0 : textWidth + theme::spaceSnug);
         for (const RowBadge &badge : badges) {
             const int width = qMin(badgeWidth(metrics, badge), line.right() + 1 - left);
             if (width < 3 * theme::space)
@@ -122,7 +118,7 @@ private:
 
     static int badgeWidth(const QFontMetrics &metrics, const RowBadge &badge)
     {
-        return metrics.horizontalAdvance(badge.text) + 2 * theme::spaceSnug;
+        return metrics.horizontalAdvance(badge.text) + 2 * theme::spaceSnug + roundingRoom;
     }
 
     void paintBadge(const QRect &place, const QFont &font, const RowBadge &badge)
