@@ -6,10 +6,46 @@
 #include <QTest>
 
 #include <atomic>
+#include <cstring>
 #include <thread>
+#include <utility>
 
 using namespace Qt::StringLiterals;
 using namespace std::chrono_literals;
+
+namespace
+{
+
+// What one side wrote is what the other side reads.
+class Memory : public platform::ByteChannel
+{
+public:
+    bool read(void *to, std::size_t bytes) override
+    {
+        if (static_cast<std::size_t>(m_bytes.size()) < bytes)
+            return false;
+        std::memcpy(to, m_bytes.constData(), bytes);
+        m_bytes.remove(0, static_cast<qsizetype>(bytes));
+        return true;
+    }
+    bool write(const void *from, std::size_t bytes) override
+    {
+        m_bytes.append(static_cast<const char *>(from), static_cast<qsizetype>(bytes));
+        return true;
+    }
+
+private:
+    QByteArray m_bytes;
+};
+
+QImage grey(int width, int height)
+{
+    QImage image(width, height, QImage::Format_RGB32);
+    image.fill(Qt::gray);
+    return image;
+}
+
+} // namespace
 
 class DecoderPoolTest : public QObject
 {
@@ -21,6 +57,9 @@ private slots:
     void agreesWithThisProcess();
     void givesWholePictures();
     void dropsWhatIsNoPicture();
+    void everyAnswerIsChecked_data();
+    void everyAnswerIsChecked();
+    void hugePicturesAreRefused();
     void survives_data();
     void survives();
     void cancelEndsAHangingDecoder();
@@ -116,6 +155,45 @@ void DecoderPoolTest::dropsWhatIsNoPicture()
     QVERIFY(!pool.examine(folder.makeFolder(u"folder.jpg"_s), {}, m_never));
     QVERIFY(!pool.picture(folder.path(u"missing.jpg"_s), m_never));
     QCOMPARE(pool.lost(), 0);
+}
+
+void DecoderPoolTest::everyAnswerIsChecked_data()
+{
+    QTest::addColumn<int>("width");
+    QTest::addColumn<QSize>("pixels");
+    QTest::addColumn<QSize>("thumbnail");
+    QTest::addColumn<bool>("good");
+    QTest::newRow("good") << 800 << QSize(40, 40) << QSize(128, 96) << true;
+    QTest::newRow("no width") << 0 << QSize(40, 40) << QSize(128, 96) << false;
+    QTest::newRow("too few pixels") << 800 << QSize(39, 40) << QSize(128, 96) << false;
+    QTest::newRow("too many pixels") << 800 << QSize(40, 41) << QSize(128, 96) << false;
+    QTest::newRow("a long thumbnail") << 800 << QSize(40, 40) << QSize(1, 1025) << false;
+}
+
+void DecoderPoolTest::everyAnswerIsChecked()
+{
+    QFETCH(const int, width);
+    QFETCH(const QSize, pixels);
+    QFETCH(const QSize, thumbnail);
+    QFETCH(const bool, good);
+    Memory memory;
+    QVERIFY(decoder::writeExamination(memory, {width, 600, "png", grey(pixels.width(), pixels.height()),
+                                               grey(thumbnail.width(), thumbnail.height())}));
+    QCOMPARE(decoder::readExamination(memory).has_value(), good);
+    QVERIFY(!decoder::readExamination(memory)); // the end
+}
+
+void DecoderPoolTest::hugePicturesAreRefused()
+{
+    for (const auto &[width, height] :
+         {std::pair<qint32, qint32>{0x7fffffff, 0x7fffffff}, {8193, 8192}, {-1, 5}, {5, 0}}) {
+        Memory memory;
+        decoder::writeNumber<quint8>(memory, 0); // no format
+        decoder::writeNumber(memory, width);
+        decoder::writeNumber(memory, height);
+        decoder::writeNumber<quint8>(memory, 0);
+        QVERIFY(!decoder::readPicture(memory));
+    }
 }
 
 void DecoderPoolTest::survives_data()

@@ -4,6 +4,7 @@
 #include "FindDuplicateImage/FindDuplicateImageResultForm.h"
 #include "FindDuplicateImage/ImageGroupModel.h"
 #include "FindDuplicateImage/ImageMemberModel.h"
+#include "FindDuplicateImage/LatestTask.h"
 #include "tests/FindDuplicateImage/Scene.h"
 #include "widgets/ElidedLabel.h"
 #include "widgets/NoticeBar.h"
@@ -11,6 +12,7 @@
 #include <QDir>
 #include <QFileInfo>
 #include <QLineEdit>
+#include <QSemaphore>
 #include <QToolButton>
 #include <QWheelEvent>
 
@@ -88,6 +90,7 @@ private slots:
     void changedWhileTheUserThinks();
     void comparesWithTheFirst();
     void zoom();
+    void onlyTheLatestTaskHasAnEffect();
 };
 
 void LookAlikeResultsTest::showsWhatThereIs()
@@ -378,6 +381,28 @@ void LookAlikeResultsTest::zoom()
     QVERIFY(qGray(shown.pixel(300, 100)) > 200);
     QVERIFY(qGray(shown.pixel(300 + 408, 100)) > 200);
     QVERIFY(qGray(shown.pixel(250, 100)) < 30);
+}
+
+void LookAlikeResultsTest::onlyTheLatestTaskHasAnEffect()
+{
+    LatestTask tasks;
+    QSemaphore begun;
+    QSemaphore goOn;
+    QStringList effects;
+    bool told = false;
+    tasks.start([&](const core::CancelFlag &cancel) -> LatestTask::Effect {
+        begun.release();
+        goOn.acquire();
+        told = cancel.isSet();
+        return [&effects] { effects.append(u"first"_s); };
+    });
+    begun.acquire();
+    tasks.start([&](const core::CancelFlag &) { return [&effects] { effects.append(u"second"_s); }; });
+    tasks.start([&](const core::CancelFlag &) { return [&effects] { effects.append(u"third"_s); }; });
+    goOn.release();
+    QTRY_VERIFY(!tasks.isRunning());
+    QVERIFY(told);
+    QCOMPARE(effects, QStringList({u"third"_s}));
 }
 
 QTEST_MAIN(LookAlikeResultsTest)
