@@ -16,8 +16,7 @@ FindDuplicateMainResultThread::FindDuplicateMainResultThread(
 
 void FindDuplicateMainResultThread::run()
 {
-    m_statistics = duplicates::statisticsOf(m_groups);
-    m_rows = duplicates::groupRows(m_groups);
+    m_listed = duplicates::listedGroups(m_groups, {}, duplicates::GroupOrder::Report);
     deliver([this] { emit processFinish(); });
     // The list does not wait for this: it may take seconds, and on a lost network drive minutes.
     checkFirstFiles();

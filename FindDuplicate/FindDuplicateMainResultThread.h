@@ -9,9 +9,9 @@
 
 #include <vector>
 
-// Builds the rows of the list of groups, and looks afterwards which groups have lost their first file. The
-// groups must not change in number or members while it runs; their `checked` bytes may, once processFinish()
-// has arrived. All signals come on the thread that this object lives in.
+// Puts the rows of the list of groups in order, and looks afterwards which groups have lost their first file.
+// The groups must not change in number or members while it runs; their `checked` bytes may. All signals come
+// on the thread that this object lives in.
 class FindDuplicateMainResultThread : public core::WorkerThread
 {
     Q_OBJECT
@@ -20,8 +20,7 @@ public:
     explicit FindDuplicateMainResultThread(const std::vector<duplicates::DuplicateGroup> &groups);
 
     // After processFinish().
-    std::vector<duplicates::GroupRow> takeRows() { return std::move(m_rows); }
-    const duplicates::GroupStatistics &statistics() const { return m_statistics; }
+    std::vector<int> takeListed() { return std::move(m_listed); }
 
 signals:
     void processFinish();
@@ -35,6 +34,5 @@ private:
     void checkFirstFiles();
 
     const std::vector<duplicates::DuplicateGroup> &m_groups;
-    std::vector<duplicates::GroupRow> m_rows;
-    duplicates::GroupStatistics m_statistics;
+    std::vector<int> m_listed;
 };

@@ -153,6 +153,9 @@ void FindDuplicateResultForm::endRemoval(const QString &notice)
     setEnabled(true);
     enableTools();
     m_memberTree->setFocus();
+    // Another group may have been waiting to be read.
+    if (selectedGroup() != m_memberModel->groupIndex())
+        m_readLater.start();
     if (!notice.isEmpty())
         showNotice(notice);
     emit showToolbarSignal(true);

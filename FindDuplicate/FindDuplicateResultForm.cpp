@@ -39,8 +39,8 @@ bool FindDuplicateResultForm::start()
 
 void FindDuplicateResultForm::onMainResultProcessFinish()
 {
-    m_statistics = m_mainResult->statistics();
-    m_groupModel->setGroups(&m_groups, m_mainResult->takeRows());
+    m_statistics = duplicates::statisticsOf(m_groups);
+    m_groupModel->setGroups(&m_groups, m_mainResult->takeListed());
     m_groupTree->showColumns({GroupModel::Text});
     m_groupTree->setStretchColumn(GroupModel::Text, 0);
     m_memberTree->showColumns({MemberModel::Text});

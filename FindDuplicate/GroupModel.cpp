@@ -9,7 +9,6 @@
 
 using duplicates::DuplicateGroup;
 using duplicates::FileRecord;
-using duplicates::GroupRow;
 
 namespace
 {
@@ -44,22 +43,24 @@ QList<RowBadge> badges(const DuplicateGroup &group)
 
 } // namespace
 
-void GroupModel::setGroups(const std::vector<DuplicateGroup> *groups, std::vector<GroupRow> rows)
+void GroupModel::setGroups(const std::vector<DuplicateGroup> *groups, std::vector<int> listed)
 {
-    beginResetModel();
     m_groups = groups;
-    m_rows = std::move(rows);
-    m_listed.clear();
-    m_rowOf.clear();
-    endResetModel();
-    setListed({}, duplicates::GroupOrder::Report);
+    m_firstFileExists.assign(groups->size(), true);
+    list(std::move(listed));
 }
 
 void GroupModel::setListed(const QString &search, duplicates::GroupOrder order)
 {
+    if (m_groups)
+        list(duplicates::listedGroups(*m_groups, search, order));
+}
+
+void GroupModel::list(std::vector<int> groups)
+{
     beginResetModel();
-    m_listed = m_groups ? duplicates::listedGroups(*m_groups, search, order) : std::vector<int>();
-    m_rowOf.assign(m_rows.size(), -1);
+    m_listed = std::move(groups);
+    m_rowOf.assign(m_groups->size(), -1);
     for (std::size_t row = 0; row < m_listed.size(); ++row)
         m_rowOf[static_cast<std::size_t>(m_listed[row])] = static_cast<int>(row);
     endResetModel();
@@ -69,9 +70,9 @@ void GroupModel::setFirstFilesExist(int first, const QList<bool> &exist)
 {
     for (int i = 0; i < exist.size(); ++i) {
         const auto group = static_cast<std::size_t>(first + i);
-        if (group >= m_rows.size() || m_rows[group].firstFileExists == exist[i])
+        if (group >= m_firstFileExists.size() || m_firstFileExists[group] == exist[i])
             continue;
-        m_rows[group].firstFileExists = exist[i];
+        m_firstFileExists[group] = exist[i];
         groupChanged(first + i);
     }
 }
@@ -112,8 +113,8 @@ QVariant GroupModel::data(const QModelIndex &index, int role) const
     const int group = groupAt(index.row());
     switch (index.column()) {
     case Text:
-        return textData((*m_groups)[static_cast<std::size_t>(group)], m_rows[static_cast<std::size_t>(group)],
-                        role);
+        return textData((*m_groups)[static_cast<std::size_t>(group)],
+                        m_firstFileExists[static_cast<std::size_t>(group)], role);
     case GroupIndex:
         return role == Qt::DisplayRole ? QVariant(group) : QVariant();
     case MemberIndex:
@@ -123,10 +124,9 @@ QVariant GroupModel::data(const QModelIndex &index, int role) const
     }
 }
 
-QVariant GroupModel::textData(const DuplicateGroup &group, const GroupRow &row, int role) const
+QVariant GroupModel::textData(const DuplicateGroup &group, bool exists, int role) const
 {
     const FileRecord &file = group.members.front();
-    const bool exists = row.firstFileExists;
     switch (role) {
     case Qt::DisplayRole:
         return exists ? wholeText(file) : movedText();

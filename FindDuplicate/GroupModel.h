@@ -21,9 +21,9 @@ public:
 
     using QAbstractTableModel::QAbstractTableModel;
 
-    // The groups belong to the caller and stay as long as they are shown; null shows none.
-    void setGroups(const std::vector<duplicates::DuplicateGroup> *groups,
-                   std::vector<duplicates::GroupRow> rows);
+    // The groups belong to the caller and stay as long as they are shown.
+    // `listed` are their indexes in the order of the rows.
+    void setGroups(const std::vector<duplicates::DuplicateGroup> *groups, std::vector<int> listed);
     void setListed(const QString &search, duplicates::GroupOrder order);
     // From group `first` on, whether their first files are there.
     void setFirstFilesExist(int first, const QList<bool> &exist);
@@ -38,11 +38,11 @@ public:
     QVariant data(const QModelIndex &index, int role) const override;
 
 private:
-    QVariant textData(const duplicates::DuplicateGroup &group, const duplicates::GroupRow &row,
-                      int role) const;
+    void list(std::vector<int> groups);
+    QVariant textData(const duplicates::DuplicateGroup &group, bool exists, int role) const;
 
     const std::vector<duplicates::DuplicateGroup> *m_groups = nullptr;
-    std::vector<duplicates::GroupRow> m_rows; // by group
+    std::vector<bool> m_firstFileExists; // by group, as far as it was looked at
     std::vector<int> m_listed;
     std::vector<int> m_rowOf; // by group
     mutable FileIcons m_icons;

@@ -38,15 +38,6 @@ bool isBefore(const DuplicateGroup &a, const DuplicateGroup &b, GroupOrder order
 
 } // namespace
 
-std::vector<GroupRow> groupRows(const std::vector<DuplicateGroup> &groups)
-{
-    std::vector<GroupRow> rows;
-    rows.reserve(groups.size());
-    for (const DuplicateGroup &group : groups)
-        rows.push_back({freeable(group), true});
-    return rows;
-}
-
 std::vector<int> listedGroups(const std::vector<DuplicateGroup> &groups, const QString &search,
                               GroupOrder order)
 {

@@ -10,14 +10,6 @@
 namespace duplicates
 {
 
-// What the list of groups knows of a group beside the group itself.
-struct GroupRow {
-    quint64 freeableBytes = 0;   // by removing all members but one
-    bool firstFileExists = true; // as far as it was looked at
-};
-
-std::vector<GroupRow> groupRows(const std::vector<DuplicateGroup> &groups);
-
 // In which the groups are listed; ties keep the order of the report.
 enum class GroupOrder {
     Report, // largest file first
