@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "core/DirectoryEnumerator.h"
 
+#include <bit>
+
 namespace core
 {
 
@@ -24,6 +26,15 @@ void DirectoryListing::clear()
     m_names.clear();
     m_records.clear();
     readable = false;
+}
+
+void DirectoryListing::assign(const DirectoryListing &other)
+{
+    m_names.reserve(std::bit_ceil(other.m_names.size()));
+    m_records.reserve(std::bit_ceil(other.m_records.size()));
+    m_names = other.m_names;
+    m_records = other.m_records;
+    readable = other.readable;
 }
 
 DirectoryEntry DirectoryListing::at(std::size_t index) const

@@ -11,7 +11,7 @@ namespace core
 namespace
 {
 
-// A listing longer than this is handed over as it is; a shorter one is copied, which gives it its exact size
+// A listing longer than this is handed over as it is; a shorter one is copied, which gives it about its size
 // and keeps the large buffer for the next folder.
 constexpr std::size_t longListing = 4096;
 
@@ -200,7 +200,7 @@ void ReadAhead::list(Folder *folder, const QString &path, DirectoryListing &scra
     if (scratch.size() > longListing)
         folder->m_listing = std::exchange(scratch, {});
     else
-        folder->m_listing = scratch;
+        folder->m_listing.assign(scratch);
     if (m_options.readAheadThreads > 0)
         findSubfolders(folder, path);
 }
