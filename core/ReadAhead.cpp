@@ -15,10 +15,10 @@ namespace
 // and keeps the large buffer for the next folder.
 constexpr std::size_t longListing = 4096;
 
-// The buffers of listings up to this length are used again, as many as this: enough for the walk, which opens
-// and releases one folder after the other, and little beside what may be held ready.
-constexpr std::size_t keptListing = 256;
-constexpr std::size_t keptListings = 64;
+// The buffers of listings up to this length are used again, as many as this: most folders are short, and the
+// threads then rarely meet at the heap's lock, where the interface would wait with them. At most 30 MB.
+constexpr std::size_t keptListing = 64;
+constexpr std::size_t keptListings = 4096;
 
 // An empty folder takes memory too.
 std::size_t weight(const DirectoryListing &listing)

@@ -24,7 +24,7 @@ public:
     void setTitle(const QString &title);
     void setPath(const QString &path);
     void setTotalSteps(int total);
-    void addStep();
+    void addStep(); // cheap: the bar follows when the event loop runs again
     void setItems(int items);
     // Cancel was asked for: the end is near. Disables the button.
     void showStopping(const QString &title);
@@ -41,6 +41,7 @@ protected:
 
 private:
     void buildLayout();
+    void showSteps();
     void showTimes();
 
     QLabel *m_title;
@@ -52,5 +53,7 @@ private:
     QPushButton *m_cancel;
     QElapsedTimer m_clock;
     QTimer m_ticker;
+    QTimer m_stepTimer; // single-shot: steps were added that the bar does not show
+    int m_steps = 0;
     int m_itemCount = 0;
 };
