@@ -1,9 +1,11 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 
 // The look-alike scan of photographs of 12 megapixels against the least that anyone can do: a loop that reads
-// each with QImageReader. The files are made once and kept. All ways take turns; the medians are compared.
-// usage: fingerprints FOLDER [PHOTOGRAPHS] [ROUNDS]
+// each with QImageReader. The files are made once and kept. The scan decodes in threads of this process, and
+// as the application does it, in processes of their own, as many as there are cores. All ways take turns; the
+// medians are compared. usage: fingerprints FOLDER DECODER [PHOTOGRAPHS] [ROUNDS]
 
+#include "FindDuplicateImage/DecoderPool.h"
 #include "FindDuplicateImage/engine/Scan.h"
 #include "FindDuplicateImage/engine/ThumbnailSpool.h"
 #include "bench/Bench.h"
@@ -75,16 +77,13 @@ void readAll(const QStringList &paths)
     }
 }
 
-// The files stand in a folder in memory, so that the walk costs nothing.
-std::size_t scanAll(const QStringList &paths, int threads)
+// The folder is listed from memory, so that the walk costs nothing.
+std::size_t scanAll(const QStringList &paths, int threads, const lookalikes::Examine &examine)
 {
+    const QString folder = QDir::toNativeSeparators(QFileInfo(paths.front()).path());
     tests::MemoryEnumerator disk;
     for (const QString &path : paths)
-        disk.addFile(QStringLiteral("C:\\p\\") + QFileInfo(path).fileName(), 1);
-    const QDir folder = QFileInfo(paths.front()).dir();
-    const auto decode = [&](const QString &path, const core::BeforeDecode &before) {
-        return core::readImage(folder.filePath(path.sliced(path.lastIndexOf(u'\\') + 1)), before);
-    };
+        disk.addFile(folder + u'\\' + QFileInfo(path).fileName(), 1);
     QTemporaryFile file;
     if (!file.open())
         qFatal("no temporary file");
@@ -93,8 +92,8 @@ std::size_t scanAll(const QStringList &paths, int threads)
     const core::CancelFlag cancel;
     lookalikes::ScanOptions options;
     options.decodeThreads = threads;
-    const auto result = lookalikes::findLookalikes(QStringLiteral("C:\\p"), options, disk, decode, thumbnails,
-                                                   listener, cancel);
+    const auto result =
+        lookalikes::findLookalikes(folder, options, disk, examine, thumbnails, listener, cancel);
     if (result.imagesCompared != std::size_t(paths.size()))
         qFatal("%zu pictures compared", result.imagesCompared);
     return result.groups.size();
@@ -105,30 +104,41 @@ std::size_t scanAll(const QStringList &paths, int threads)
 int main(int argc, char **argv)
 {
     const QCoreApplication application(argc, argv);
-    if (argc < 2)
+    if (argc < 3)
         return 2;
     const QDir folder(QString::fromLocal8Bit(argv[1]));
-    const int count = argc > 2 ? std::atoi(argv[2]) : 12;
-    const int rounds = argc > 3 ? std::atoi(argv[3]) : 3;
+    const int count = argc > 3 ? std::atoi(argv[3]) : 300;
+    const int rounds = argc > 4 ? std::atoi(argv[4]) : 3;
     if (count < 1 || !folder.mkpath(QStringLiteral(".")))
         return 2;
     const QStringList paths = photographs(folder, count);
     const int cores = QThread::idealThreadCount();
+    DecoderPool decoders({QString::fromLocal8Bit(argv[2])});
+    const core::CancelFlag cancel;
+    const lookalikes::Examine examineHere = lookalikes::examineWith(core::readImage);
+    const lookalikes::Examine examineApart = [&](const QString &path, const core::BeforeDecode &before) {
+        return decoders.examine(path, before, cancel);
+    };
 
     readAll(paths); // warms the system's cache
-    std::vector<double> bare, one, all;
+    std::vector<double> bare, one, all, apart;
     std::size_t groups = 0;
     for (int round = 0; round < rounds; ++round) {
         bare.push_back(bench::seconds([&] { readAll(paths); }));
-        one.push_back(bench::seconds([&] { groups = scanAll(paths, 1); }));
-        all.push_back(bench::seconds([&] { groups = scanAll(paths, cores); }));
+        one.push_back(bench::seconds([&] { groups = scanAll(paths, 1, examineHere); }));
+        all.push_back(bench::seconds([&] { groups = scanAll(paths, cores, examineHere); }));
+        apart.push_back(bench::seconds([&] { groups = scanAll(paths, cores, examineApart); }));
     }
+    if (decoders.usesThisProcess() || decoders.lost() > 0)
+        qFatal("the decoders did not work");
     bench::report("photographs", count);
     bench::report("groups", static_cast<double>(groups));
     bench::report("bare loop of QImageReader::read", bench::median(bare), "s");
     bench::report("scan, one decoding thread", bench::median(one), "s");
     bench::report("scan, " + std::to_string(cores) + " decoding threads", bench::median(all), "s");
+    bench::report("scan, " + std::to_string(cores) + " decoding processes", bench::median(apart), "s");
     bench::report("ratio, one thread (aim: at most 1.05)", bench::median(one) / bench::median(bare));
     bench::report("ratio, all cores (aim on two: at most 0.6)", bench::median(all) / bench::median(bare));
+    bench::report("ratio, all cores, processes (the same aim)", bench::median(apart) / bench::median(bare));
     return 0;
 }
