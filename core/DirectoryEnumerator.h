@@ -60,7 +60,8 @@ public:
     void clear();
     // Copies another listing into buffers whose sizes are powers of two. Thousands of listings that are held
     // for a while and then freed must not leave holes of every size: a heap that looks for the first hole
-    // large enough, as Wine's does, then takes longer to find one than the file system takes to list a folder.
+    // large enough, as Wine's does, then takes longer to find one than the file system takes to list a
+    // folder.
     void assign(const DirectoryListing &other);
 
     std::size_t size() const { return m_records.size(); }
