@@ -8,6 +8,7 @@
 #include "widgets/ClickableLabel.h"
 #include "widgets/FLCardButton.h"
 #include "widgets/NoticeBar.h"
+#include "widgets/SlimScrollBar.h"
 #include "widgets/Theme.h"
 
 #include <QAction>
@@ -108,6 +109,7 @@ void DiskUsageStartForm::buildPage()
     page->addStretch();
 
     auto *scroll = new QScrollArea(this);
+    scroll->setVerticalScrollBar(new SlimScrollBar);
     scroll->setFrameShape(QFrame::NoFrame);
     scroll->setWidgetResizable(true);
     scroll->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);

@@ -3,9 +3,9 @@
 
 #include "app/CardSlots.h"
 #include "app/ModuleCard.h"
-#include "app/SlimScrollBar.h"
 #include "app/settings/Keys.h"
 #include "app/settings/Values.h"
+#include "widgets/SlimScrollBar.h"
 #include "widgets/Theme.h"
 
 #include <QDebug>

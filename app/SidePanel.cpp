@@ -3,7 +3,7 @@
 
 #include "app/ModuleTable.h"
 #include "app/PanelButton.h"
-#include "app/SlimScrollBar.h"
+#include "widgets/SlimScrollBar.h"
 #include "widgets/Theme.h"
 
 #include <QIcon>

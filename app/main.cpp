@@ -4,6 +4,7 @@
 #include "app/Product.h"
 #include "app/Resources.h"
 #include "app/SingleInstance.h"
+#include "widgets/Theme.h"
 
 #include <QApplication>
 #include <QIcon>
@@ -15,6 +16,7 @@ int main(int argc, char *argv[])
     QGuiApplication::setHighDpiScaleFactorRoundingPolicy(Qt::HighDpiScaleFactorRoundingPolicy::PassThrough);
     QApplication application(argc, argv);
     QApplication::setStyle(QStringLiteral("Fusion"));
+    theme::keepSelectionVisible();
     QApplication::setWindowIcon(QIcon(QStringLiteral(":/resources/images/rocket.ico")));
     QApplication::setApplicationVersion(product::version().toString());
 

@@ -6,6 +6,7 @@
 #include <QPainter>
 #include <QPainterPath>
 #include <QPushButton>
+#include <QStyleHints>
 #include <QWidget>
 
 #include <algorithm>
@@ -74,10 +75,11 @@ private:
     Rule m_rule;
 };
 
+constexpr int leastSaturation = 40; // of an accent colour; what has less is a grey
+
 // The system's choice; where it has none (its selection colour is a grey), the suite's own blue.
 QColor accentOf(const QColor &highlight)
 {
-    constexpr int leastSaturation = 40;
     return highlight.hsvSaturation() >= leastSaturation ? highlight : QColor(0x2f, 0x7d, 0xd7);
 }
 
@@ -241,6 +243,28 @@ void paintBar(QPainter &painter, const QRectF &rect, double share, const QColor 
         painter.drawRoundedRect(QRectF(left, rect.top(), width, rect.height()), radius, radius);
     }
     painter.restore();
+}
+
+QPalette visibleSelection(const QPalette &system)
+{
+    const QColor highlight = system.color(QPalette::Active, QPalette::Highlight);
+    QPalette own;
+    if (highlight.hsvSaturation() >= leastSaturation ||
+        contrast(highlight, system.color(QPalette::Active, QPalette::Base)) >= lineContrast)
+        return own;
+    own.setColor(QPalette::Highlight, readable(accentOf(highlight), Qt::white, textContrast));
+    own.setColor(QPalette::HighlightedText, Qt::white);
+    return own;
+}
+
+void keepSelectionVisible()
+{
+    const auto keep = [] {
+        QApplication::setPalette({}); // the system's own, as it is now
+        QApplication::setPalette(visibleSelection(QApplication::palette()));
+    };
+    keep();
+    QObject::connect(QGuiApplication::styleHints(), &QStyleHints::colorSchemeChanged, qApp, keep);
 }
 
 void makePrimary(QPushButton *button)

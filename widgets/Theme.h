@@ -79,6 +79,12 @@ void paintFocusRing(QPainter &painter, const QRectF &rect, const Colors &colors,
 void paintBar(QPainter &painter, const QRectF &rect, double share, const QColor &fill, const QColor &track,
               Qt::LayoutDirection direction = Qt::LeftToRight);
 
+// The colours of a selection that stands out, where that of `system` is black or a grey among the rows around
+// it: the dark palette of a Windows without an accent colour. Else a palette with nothing set.
+QPalette visibleSelection(const QPalette &system);
+// Gives the application that selection, also when the system turns dark or light. Call it once at the start.
+void keepSelectionVisible();
+
 // Gives a button the accent colour, and keeps it through palette changes: the one main action of a page.
 void makePrimary(QPushButton *button);
 // Draws a widget's texts in the muted colour, and keeps it so through palette changes.

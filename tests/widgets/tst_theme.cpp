@@ -30,6 +30,7 @@ private slots:
     void textsAreReadableOnEveryPalette();
     void chartColorsAreApartAndReadable();
     void aPrimaryButtonFollowsThePalette();
+    void onlyASelectionThatIsNotSeenIsReplaced();
 };
 
 void ThemeTest::textsAreReadableOnEveryPalette_data()
@@ -87,6 +88,26 @@ void ThemeTest::aPrimaryButtonFollowsThePalette()
         QCOMPARE(button.palette().color(QPalette::ButtonText), theme::colors(colors).accentText);
     }
     QApplication::setPalette(before);
+}
+
+void ThemeTest::onlyASelectionThatIsNotSeenIsReplaced()
+{
+    const auto selection = [](QRgb base, QRgb highlight) {
+        QPalette system = palette(base, 0, highlight);
+        system.setColor(QPalette::Base, base);
+        return theme::visibleSelection(system);
+    };
+    const auto isSet = [](const QPalette &own) {
+        return own.isBrushSet(QPalette::Active, QPalette::Highlight);
+    };
+    QVERIFY(!isSet(selection(0xffffff, 0x3399ff)));
+    QVERIFY(!isSet(selection(0xffffff, 0xffe680))); // pale, but chosen
+    QVERIFY(!isSet(selection(0xffffff, 0x000000))); // high contrast
+    const QPalette own = selection(0x2d2d2d, 0x000000);
+    const QColor highlight = own.color(QPalette::Inactive, QPalette::Highlight);
+    QVERIFY(theme::contrast(highlight, QColor(0x2d, 0x2d, 0x2d)) >= 2);
+    QVERIFY(theme::contrast(highlight, own.color(QPalette::HighlightedText)) >= 4.5);
+    QVERIFY(!own.isBrushSet(QPalette::Active, QPalette::Window));
 }
 
 QTEST_MAIN(ThemeTest)

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include "app/SlimScrollBar.h"
+#include "widgets/SlimScrollBar.h"
 
 #include "widgets/Theme.h"
 
