@@ -21,7 +21,7 @@ void FindDuplicateResultForm::compareContents()
     QStringList paths;
     m_comparedMembers.clear();
     for (std::size_t member = 0; member < compared.members.size(); ++member) {
-        if (compared.members[member].checked)
+        if (compared.members[member].moved)
             continue;
         m_comparedMembers.push_back(static_cast<int>(member));
         paths.append(compared.members[member].fullPath());

@@ -133,15 +133,12 @@ bool FindDuplicateResultForm::stillShown(const RemovalRequest &request) const
 // Also after a failure: the file was asked to go, and the row says on a second line what the disk says.
 void FindDuplicateResultForm::markRemoved(const RemovalRequest &request, bool moved)
 {
-    m_groups[static_cast<std::size_t>(request.groupIndex)]
-        .members[static_cast<std::size_t>(request.memberIndex)]
-        .checked = true;
+    duplicates::FileRecord &file = m_groups[static_cast<std::size_t>(request.groupIndex)]
+                                       .members[static_cast<std::size_t>(request.memberIndex)];
+    file.checked = true;
+    file.moved = moved;
     m_memberModel->memberChanged(request.memberIndex);
     m_groupModel->groupChanged(request.groupIndex);
-    if (moved) {
-        ++m_movedFiles;
-        m_movedBytes += request.group.size;
-    }
     m_statistics = duplicates::statisticsOf(m_groups);
     showSummary();
 }

@@ -56,9 +56,10 @@ void FindDuplicateResultForm::showSummary()
     QString text = tr("%1 groups with %2 files; %3 free when one of each is kept")
                        .arg(QString::number(m_statistics.groups), QString::number(m_statistics.files),
                             core::sizeText(m_statistics.freeableBytes));
-    if (m_movedFiles > 0)
-        text += tr("; %1 moved to the recycle bin (%2)")
-                    .arg(QString::number(m_movedFiles), core::sizeText(m_movedBytes));
+    if (m_statistics.removedFiles > 0)
+        text +=
+            tr("; %1 moved to the recycle bin (%2)")
+                .arg(QString::number(m_statistics.removedFiles), core::sizeText(m_statistics.removedBytes));
     m_summary->setText(text);
 }
 

@@ -113,8 +113,6 @@ private:
     const QString m_root;
     std::vector<duplicates::DuplicateGroup> &m_groups;
     duplicates::GroupStatistics m_statistics;
-    quint64 m_movedFiles = 0;
-    quint64 m_movedBytes = 0;
 
     QToolBar *m_toolBar;
     QToolButton *m_back = nullptr;

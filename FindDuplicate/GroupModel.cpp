@@ -32,7 +32,7 @@ QString wholeText(const FileRecord &file)
 QList<RowBadge> badges(const DuplicateGroup &group)
 {
     const auto removed = std::count_if(group.members.cbegin(), group.members.cend(),
-                                       [](const FileRecord &file) { return file.checked; });
+                                       [](const FileRecord &file) { return file.moved; });
     QList<RowBadge> result{
         {GroupModel::tr("%1 files").arg(QString::number(group.members.size())), RowBadge::Tone::Neutral},
         {core::sizeText(group.size), RowBadge::Tone::Neutral}};
@@ -130,6 +130,8 @@ QVariant GroupModel::textData(const DuplicateGroup &group, bool exists, int role
     switch (role) {
     case Qt::DisplayRole:
         return exists ? wholeText(file) : movedText();
+    case Qt::AccessibleTextRole:
+        return accessibleRowText(exists ? wholeText(file) : movedText(), badges(group));
     case Qt::DecorationRole:
         return exists ? m_icons.icon(file.name) : FileIcons::missing();
     case Qt::ToolTipRole:

@@ -118,12 +118,8 @@ QVariant MemberModel::textData(int member, int role) const
     switch (role) {
     case Qt::DisplayRole:
         return isMissing(member) ? moved : wholeText(file);
-    case Qt::AccessibleTextRole: {
-        QString text = isMissing(member) ? moved : wholeText(file);
-        for (const RowBadge &badge : badges(member))
-            text += QLatin1String(", ") + badge.text;
-        return text;
-    }
+    case Qt::AccessibleTextRole:
+        return accessibleRowText(isMissing(member) ? moved : wholeText(file), badges(member));
     case Qt::DecorationRole:
         return file.checked        ? FileIcons::removed()
                : isMissing(member) ? FileIcons::missing()
@@ -137,7 +133,7 @@ QVariant MemberModel::textData(int member, int role) const
         return QStringList{isMissing(member) ? file.fullPath() : file.folder(),
                            tr("File Size: ") + core::sizeText(file.size), QString()};
     case FileRowDelegate::StruckRole:
-        return file.checked;
+        return file.moved;
     case FileRowDelegate::BadgesRole:
         return QVariant::fromValue(badges(member));
     default:

@@ -18,7 +18,7 @@ void readFacts(const QString &root, const FileRecord &file, MemberFacts &facts)
     facts.mark.exists = attributes.has_value();
     if (!attributes)
         return;
-    facts.placeholder = isPlaceholder(*attributes);
+    facts.placeholder = core::isPlaceholder(*attributes);
     // Even to ask who it is would fetch this one; without an identity it counts as nobody's further copy.
     if ((*attributes & core::AttributeRecallOnOpen) != 0)
         return;

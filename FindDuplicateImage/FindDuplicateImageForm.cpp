@@ -220,6 +220,7 @@ void FindDuplicateImageForm::onScanFinish()
     report.root = m_root;
     report.groups = std::move(result.groups);
     report.imagesCompared = result.imagesCompared;
+    report.placeholders = result.placeholders;
     report.decoders = std::exchange(m_decoders, {});
     report.thumbnails = std::exchange(m_thumbnails, {});
     m_results->prepare(std::move(report));
@@ -239,7 +240,7 @@ void FindDuplicateImageForm::OnResultReady()
         return;
     }
     if (m_results->report().groups.empty()) {
-        m_noResult->showScan(m_root, m_results->report().imagesCompared);
+        m_noResult->showScan(m_results->report());
         m_results->clear();
         m_pages->setCurrentWidget(m_noResult);
         emit noResultShown();

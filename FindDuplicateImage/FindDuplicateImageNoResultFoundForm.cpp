@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "FindDuplicateImage/FindDuplicateImageNoResultFoundForm.h"
 
+#include "FindDuplicateImage/ImageReport.h"
 #include "widgets/EmptyState.h"
 #include "widgets/Theme.h"
 
@@ -18,7 +19,7 @@ FindDuplicateImageNoResultFoundForm::FindDuplicateImageNoResultFoundForm(QWidget
     m_back->setToolTip(tr("Back to the start page (Alt+Left)"));
     connect(m_back, &QAbstractButton::clicked, this,
             &FindDuplicateImageNoResultFoundForm::noResult_backToMain);
-    showScan({}, 0);
+    showScan({});
 
     auto *layout = new QVBoxLayout(this);
     layout->setContentsMargins(theme::pageMargin, theme::pageMargin, theme::pageMargin, theme::pageMargin);
@@ -28,13 +29,16 @@ FindDuplicateImageNoResultFoundForm::FindDuplicateImageNoResultFoundForm(QWidget
     layout->addStretch(3);
 }
 
-void FindDuplicateImageNoResultFoundForm::showScan(const QString &root, std::size_t imagesCompared)
+void FindDuplicateImageNoResultFoundForm::showScan(const ImageReport &report)
 {
-    m_state->setContent(
-        QIcon(QStringLiteral(":/resources/images/FindDuplicateImage48.png")), tr("No Duplicate Files Found"),
-        imagesCompared == 0
-            ? tr("%1 holds no pictures that can be compared.").arg(root)
-            : tr("%1 pictures in %2 were compared.").arg(QString::number(imagesCompared), root));
+    QString text =
+        report.imagesCompared == 0
+            ? tr("%1 holds no pictures that can be compared.").arg(report.root)
+            : tr("%1 pictures in %2 were compared.").arg(QString::number(report.imagesCompared), report.root);
+    if (report.placeholders > 0)
+        text += QLatin1Char('\n') + placeholderText(report.placeholders);
+    m_state->setContent(QIcon(QStringLiteral(":/resources/images/FindDuplicateImage48.png")),
+                        tr("No Duplicate Files Found"), text);
 }
 
 void FindDuplicateImageNoResultFoundForm::showEvent(QShowEvent *event)

@@ -3,10 +3,9 @@
 
 #include <QWidget>
 
-#include <cstddef>
-
 class EmptyState;
 class QPushButton;
+struct ImageReport;
 
 // What is shown when no two pictures are alike.
 class FindDuplicateImageNoResultFoundForm : public QWidget
@@ -16,7 +15,7 @@ class FindDuplicateImageNoResultFoundForm : public QWidget
 public:
     explicit FindDuplicateImageNoResultFoundForm(QWidget *parent = nullptr);
 
-    void showScan(const QString &root, std::size_t imagesCompared);
+    void showScan(const ImageReport &report);
 
 signals:
     void noResult_backToMain();

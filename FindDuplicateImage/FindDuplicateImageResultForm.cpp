@@ -87,9 +87,12 @@ void FindDuplicateImageResultForm::showTotals()
 {
     const ImageStatistics now = statisticsOf(m_report.groups);
     const QString groups = now.groups == 1 ? tr("1 group") : tr("%1 groups").arg(QString::number(now.groups));
-    m_totals->setText(tr("%1 with %2 of %3 pictures, %4 could be freed")
-                          .arg(groups, QString::number(now.images), QString::number(m_report.imagesCompared),
-                               core::sizeText(now.freeableBytes)));
+    QString text = tr("%1 with %2 of %3 pictures, %4 could be freed")
+                       .arg(groups, QString::number(now.images), QString::number(m_report.imagesCompared),
+                            core::sizeText(now.freeableBytes));
+    if (m_report.placeholders > 0)
+        text += QLatin1String("; ") + placeholderText(m_report.placeholders);
+    m_totals->setText(text);
 }
 
 int FindDuplicateImageResultForm::currentGroup() const
@@ -213,7 +216,9 @@ void FindDuplicateImageResultForm::afterRemoval(std::optional<Removal> result)
     m_main->setFocus();
     if (result == Removal::Moved) {
         auto &group = m_report.groups[static_cast<std::size_t>(m_removingGroup)];
-        group.members[static_cast<std::size_t>(m_removingMember)].checked = true;
+        ImageRecord &image = group.members[static_cast<std::size_t>(m_removingMember)];
+        image.checked = true;
+        image.moved = true;
         m_members->refresh();
         m_groups->refresh(m_removingGroup);
         showTotals();

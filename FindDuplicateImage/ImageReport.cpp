@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "FindDuplicateImage/ImageReport.h"
 
+#include <QCoreApplication>
 #include <QStringBuilder>
 
 ImageStatistics statisticsOf(const std::vector<lookalikes::ImageGroup> &groups)
@@ -20,6 +21,14 @@ ImageStatistics statisticsOf(const std::vector<lookalikes::ImageGroup> &groups)
         statistics.freeableBytes += bytes - group.members[*lookalikes::proposedToKeep(group)].size;
     }
     return statistics;
+}
+
+QString placeholderText(std::size_t placeholders)
+{
+    if (placeholders == 0)
+        return {};
+    return QCoreApplication::translate("ImageReport", "%1 only in the cloud, not compared")
+        .arg(QString::number(placeholders));
 }
 
 QString dimensionsText(const lookalikes::ImageRecord &image)

@@ -18,6 +18,7 @@ struct ImageReport {
     QString root; // as the user chose it
     std::vector<lookalikes::ImageGroup> groups;
     std::size_t imagesCompared = 0;
+    std::size_t placeholders = 0; // not compared, their content lies in a cloud store
     std::shared_ptr<DecoderPool> decoders;
     std::shared_ptr<ThumbnailFile> thumbnails;
     std::vector<bool> firstGone; // for each group: its first picture was not there when the report was made
@@ -31,6 +32,8 @@ struct ImageStatistics {
 };
 ImageStatistics statisticsOf(const std::vector<lookalikes::ImageGroup> &groups);
 
+// A remark on pictures that were not compared; empty without any.
+QString placeholderText(std::size_t placeholders);
 // "4000 x 3000" with a real multiplication sign.
 QString dimensionsText(const lookalikes::ImageRecord &image);
 // "JPEG"

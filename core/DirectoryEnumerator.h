@@ -25,6 +25,12 @@ enum FileAttribute : quint32 {
     AttributeRecallOnDataAccess = 0x400000,
 };
 
+// A file whose content lies in a cloud store or another slow store: opening it would fetch the content.
+constexpr bool isPlaceholder(quint32 attributes)
+{
+    return (attributes & (AttributeOffline | AttributeRecallOnOpen | AttributeRecallOnDataAccess)) != 0;
+}
+
 // One entry of a folder. `name` points into the listing that it came from. Times are FILETIME values: 100 ns
 // since 1601-01-01 UTC. `size` is the logical size in bytes. `reparseTag` is meaningful only with
 // AttributeReparsePoint.

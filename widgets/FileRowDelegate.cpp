@@ -152,6 +152,14 @@ private:
 
 } // namespace
 
+QString accessibleRowText(const QString &text, const QList<RowBadge> &badges)
+{
+    QString result = text;
+    for (const RowBadge &badge : badges)
+        result += QLatin1String(", ") + badge.text;
+    return result;
+}
+
 FileRowDelegate::FileRowDelegate(int lines, QObject *parent) : RowDelegate(parent), m_lines(lines) {}
 
 QSize FileRowDelegate::sizeHint(const QStyleOptionViewItem &option, const QModelIndex &) const

@@ -16,6 +16,9 @@ struct RowBadge {
 };
 Q_DECLARE_METATYPE(RowBadge)
 
+// A row's accessible text: what stands in it and the remarks beside it.
+QString accessibleRowText(const QString &text, const QList<RowBadge> &badges);
+
 // Rows of a fixed height for files: an icon, a title, a number of muted lines below it, and badges beside the
 // last line. The display role keeps the row's whole text, for whoever reads it instead of looking.
 class FileRowDelegate : public RowDelegate

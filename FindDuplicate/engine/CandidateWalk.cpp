@@ -49,7 +49,8 @@ public:
                             .size = entry.size,
                             .lastAccessTime = entry.lastAccessTime,
                             .creationTime = entry.creationTime,
-                            .lastWriteTime = entry.lastWriteTime});
+                            .lastWriteTime = entry.lastWriteTime,
+                            .placeholder = core::isPlaceholder(entry.attributes)});
     }
 
 private:

@@ -101,7 +101,7 @@ void Comparison::sortOutUnopenable()
         const std::optional<quint32> attributes = m_reader.attributes(path(i));
         if (!attributes)
             m_states[i] = ContentState::Unreadable;
-        else if (isPlaceholder(*attributes))
+        else if (core::isPlaceholder(*attributes))
             m_states[i] = ContentState::Placeholder;
     }
 }
@@ -206,13 +206,6 @@ void Comparison::advance(quint64 bytes)
 }
 
 } // namespace
-
-bool isPlaceholder(quint32 attributes)
-{
-    constexpr quint32 elsewhere =
-        core::AttributeOffline | core::AttributeRecallOnOpen | core::AttributeRecallOnDataAccess;
-    return (attributes & elsewhere) != 0;
-}
 
 std::vector<ContentState> compareContents(const QStringList &paths, quint64 fileSize, ContentReader &reader,
                                           const ContentProgress &progress, const core::CancelFlag &cancel)

@@ -34,10 +34,6 @@ public:
     virtual std::unique_ptr<File> open(const QString &path) = 0;
 };
 
-// True for a file whose content lies in a cloud store or another slow store and would be fetched by opening
-// it.
-bool isPlaceholder(quint32 attributes);
-
 enum class ContentState : quint8 {
     NotCompared, // cancelled, or no member was left to compare it with
     Reference,   // what the others were compared with

@@ -20,8 +20,12 @@ struct FileRecord {
     quint64 lastAccessTime = 0;
     quint64 creationTime = 0;
     quint64 lastWriteTime = 0;
-    // Set by the results view once the user has removed the file.
+    // core::isPlaceholder() of its attributes.
+    bool placeholder = false;
+    // Set by the results view once the user has asked for the file's removal.
     bool checked = false;
+    // Set with `checked` when the file did go: it may be held open by another program.
+    bool moved = false;
 
     // The folder as it is shown: a drive root is "D:\".
     QString folder() const;

@@ -102,11 +102,11 @@ GroupStatistics statisticsOf(const std::vector<DuplicateGroup> &groups)
     GroupStatistics result;
     result.groups = groups.size();
     for (const DuplicateGroup &group : groups) {
-        const auto removed =
-            static_cast<std::size_t>(std::count_if(group.members.cbegin(), group.members.cend(),
-                                                   [](const FileRecord &file) { return file.checked; }));
+        const auto removed = static_cast<std::size_t>(std::count_if(
+            group.members.cbegin(), group.members.cend(), [](const FileRecord &file) { return file.moved; }));
         const std::size_t left = group.members.size() - removed;
         result.files += left;
+        result.removedFiles += removed;
         result.removedBytes += group.size * removed;
         if (left > 1)
             result.freeableBytes += group.size * (left - 1);

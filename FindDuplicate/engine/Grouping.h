@@ -58,12 +58,13 @@ struct GroupStatistics {
     std::size_t groups = 0;
     std::size_t files = 0;
     quint64 freeableBytes = 0; // what removing all but one member of each group would free
-    quint64 removedBytes = 0;  // of the members that were removed so far
+    std::size_t removedFiles = 0;
+    quint64 removedBytes = 0; // of the members that were moved away so far
 
     bool operator==(const GroupStatistics &) const = default;
 };
 
-// Members already removed count in removedBytes only; a group that has one member left frees nothing.
+// Members already moved away count as removed only; a group that has one member left frees nothing.
 GroupStatistics statisticsOf(const std::vector<DuplicateGroup> &groups);
 
 } // namespace duplicates

@@ -5,6 +5,8 @@
 #include "FindDuplicateImage/engine/SimilarityGrouper.h"
 #include "core/FileTypes.h"
 
+#include <QDebug>
+
 #include <algorithm>
 #include <utility>
 
@@ -54,11 +56,17 @@ private:
     MemoryBudget m_budget;
     SimilarityGrouper m_grouper;
     std::size_t m_compared = 0;
+    std::size_t m_placeholders = 0;
     PreparationQueue m_queue; // last, so that its threads end first
 };
 
 void ImageScan::add(duplicates::FileRecord file)
 {
+    if (file.placeholder) {
+        ++m_placeholders;
+        qDebug() << "The content is not on this computer:" << file.fullPath();
+        return;
+    }
     while (m_queue.isFull() || m_queue.firstIsReady())
         groupFirst();
     m_queue.add(std::move(file));
@@ -69,6 +77,7 @@ void ImageScan::finish(ScanResult &result)
     while (!m_queue.isEmpty() && !m_cancel.isSet())
         groupFirst();
     result.imagesCompared = m_compared;
+    result.placeholders = m_placeholders;
     result.groups = m_grouper.takeGroups();
     sortForReport(result.groups);
 }

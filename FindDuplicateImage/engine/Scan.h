@@ -55,12 +55,14 @@ struct ScanOptions {
 struct ScanResult {
     std::vector<ImageGroup> groups; // in the order of the report, see sortForReport()
     std::size_t imagesCompared = 0;
+    std::size_t placeholders = 0; // pictures whose content lies in a cloud store: not opened, so not compared
     int itemsSeen = 0;
     bool cancelled = false;
 };
 
 // Scans until the end or until cancelled; then the groups are those of some of the files met so far. Files
-// that cannot be decoded, and pictures with a side below 40 pixels, are dropped. The progress is that of the
+// that cannot be decoded, and pictures with a side below 40 pixels, are dropped; core::isPlaceholder() files
+// are counted and not opened, since a scan must not download a cloud store. The progress is that of the
 // walk, which is ahead of the comparison by PreparationQueue::filesPerThread files a thread at most.
 //
 // Memory: options.decodedBytes, 4.8 KB for every picture that is alike to none before it, and the records.

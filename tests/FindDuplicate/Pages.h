@@ -73,6 +73,11 @@ public:
             texts.append(badge.text);
         return texts;
     }
+    // As a screen reader says it, with its remarks.
+    QString groupText(int row) const
+    {
+        return side()->model()->index(row, 0).data(Qt::AccessibleTextRole).toString();
+    }
     int rowOf(const QString &path) const
     {
         for (int row = 0; row < members()->model()->rowCount(); ++row)

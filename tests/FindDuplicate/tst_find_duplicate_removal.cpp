@@ -4,6 +4,7 @@
 #include "tests/support/FakeDialogs.h"
 #include "tests/support/FakeRecycleBin.h"
 #include "tests/support/TestPrefix.h"
+#include "widgets/ElidedLabel.h"
 #include "widgets/NoticeBar.h"
 
 #include <QFile>
@@ -107,6 +108,8 @@ void FindDuplicateRemovalTest::yesMovesThatOneFile()
     QVERIFY(scene.toolsAre(false));
     QVERIFY(scene.isThere(0) && scene.isThere(2) && !scene.isMarked(0) && !scene.isMarked(2));
     QVERIFY(scene.badges(1).contains(QStringLiteral("moved to the recycle bin")));
+    QVERIFY(scene.find<ElidedLabel>("summaryLabel")->text().contains(QStringLiteral("; 1 moved")));
+    QVERIFY(scene.groupText(0).contains(QStringLiteral("1 removed")));
     // Another member can be removed next; the removed one is not offered again.
     scene.selectMember(0);
     QVERIFY(scene.toolsAre(true));
@@ -165,6 +168,8 @@ void FindDuplicateRemovalTest::aFailedMoveIsMarkedAndTold()
     QVERIFY(scene.toolsAre(false));
     QVERIFY(scene.isThere(0));
     QVERIFY(scene.badges(0).contains(QStringLiteral("still here: it could not be moved")));
+    QVERIFY(!scene.find<ElidedLabel>("summaryLabel")->text().contains(QStringLiteral("moved")));
+    QVERIFY(!scene.groupText(0).contains(QStringLiteral("removed")));
 }
 
 void FindDuplicateRemovalTest::whatChangedUnderTheQuestionStays_data()

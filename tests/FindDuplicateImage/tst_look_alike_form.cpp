@@ -176,10 +176,18 @@ void LookAlikeFormTest::nothingFound()
     QVERIFY(shown.wait(30'000));
     auto *page = scene.form->findChild<FindDuplicateImageNoResultFoundForm *>();
     QVERIFY(page->isVisible());
-    QStringList texts;
-    for (const QLabel *label : page->findChildren<QLabel *>())
-        texts.append(label->text());
-    QVERIFY2(texts.contains(u"No Duplicate Files Found"_s), qPrintable(texts.join(u'|')));
+    const auto texts = [page] {
+        QStringList all;
+        for (const QLabel *label : page->findChildren<QLabel *>())
+            all.append(label->text());
+        return all.join(u'|');
+    };
+    QVERIFY2(texts().contains(u"No Duplicate Files Found"_s), qPrintable(texts()));
+    QVERIFY2(!texts().contains(u"cloud"_s), qPrintable(texts()));
+    ImageReport report;
+    report.placeholders = 3;
+    page->showScan(report);
+    QVERIFY2(texts().contains(u"3 only in the cloud"_s), qPrintable(texts()));
     QVERIFY(scene.toolbarIsBack());
     QVERIFY(thumbnailFiles(scene).isEmpty());
     auto *back = page->findChild<QPushButton *>();

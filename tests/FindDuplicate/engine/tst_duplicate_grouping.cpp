@@ -167,12 +167,15 @@ void DuplicateGroupingTest::statistics()
     std::vector<DuplicateGroup> groups{
         {{file(u"a"_s, 100, 1), file(u"b"_s, 100, 1), file(u"c"_s, 100, 1)}, 100},
         {{file(u"d"_s, 7, 1), file(u"e"_s, 7, 1)}, 7}};
-    QCOMPARE(statisticsOf(groups), (GroupStatistics{2, 5, 207, 0}));
+    QCOMPARE(statisticsOf(groups), (GroupStatistics{2, 5, 207, 0, 0}));
+    // A file that was to go and is still there counts.
     groups[0].members[1].checked = true;
-    QCOMPARE(statisticsOf(groups), (GroupStatistics{2, 4, 107, 100}));
+    QCOMPARE(statisticsOf(groups), (GroupStatistics{2, 5, 207, 0, 0}));
+    groups[0].members[1].moved = true;
+    QCOMPARE(statisticsOf(groups), (GroupStatistics{2, 4, 107, 1, 100}));
     for (FileRecord &member : groups[1].members)
-        member.checked = true;
-    QCOMPARE(statisticsOf(groups), (GroupStatistics{2, 2, 100, 114}));
+        member.moved = true;
+    QCOMPARE(statisticsOf(groups), (GroupStatistics{2, 2, 100, 3, 114}));
 }
 
 void DuplicateGroupingTest::marks_data()

@@ -110,6 +110,7 @@ private slots:
     void findsGroups();
     void takesRasterImagesOfAnySizeAndName();
     void dropsWhatCannotBeCompared();
+    void doesNotOpenPlaceholders();
     void threadsChangeNothing_data();
     void threadsChangeNothing();
     void cancelled_data();
@@ -192,6 +193,28 @@ void LookalikeScanTest::takesRasterImagesOfAnySizeAndName()
     QCOMPARE(result.groups.size(), std::size_t(1));
     QCOMPARE(result.groups[0].members.size(), std::size_t(extensions.size()));
     QCOMPARE(m_pictures->decoded.load(), int(extensions.size()));
+}
+
+void LookalikeScanTest::doesNotOpenPlaceholders()
+{
+    const QImage image = tests::blockPicture({100, 100}, 8, m_random);
+    for (const quint32 attribute :
+         {core::AttributeOffline, core::AttributeRecallOnOpen, core::AttributeRecallOnDataAccess}) {
+        const QString path = u"C:\\r\\%1.png"_s.arg(attribute);
+        core::DirectoryEntry entry;
+        entry.attributes = attribute;
+        m_disk->addEntry(path, entry);
+        m_pictures->byPath.insert(path, image);
+    }
+    core::DirectoryEntry cloud; // of a cloud store, with its content here
+    cloud.attributes = core::AttributeReparsePoint;
+    cloud.reparseTag = tests::MemoryEnumerator::cloudTag;
+    m_disk->addEntry(u"C:\\r\\here.png"_s, cloud);
+    m_pictures->byPath.insert(u"C:\\r\\here.png"_s, image);
+    const ScanResult result = scan();
+    QCOMPARE(result.placeholders, std::size_t(3));
+    QCOMPARE(result.imagesCompared, std::size_t(1));
+    QCOMPARE(m_pictures->decoded.load(), 1);
 }
 
 void LookalikeScanTest::dropsWhatCannotBeCompared()
