@@ -14,16 +14,16 @@ LatestTask::~LatestTask()
     m_pool.waitForDone();
 }
 
-void LatestTask::start(Task task)
+void LatestTask::start(Task task, Effect failed)
 {
     cancel();
     m_current = std::make_shared<core::CancelFlag>();
-    m_pool.start([this, flag = m_current, task = std::move(task)] {
+    m_pool.start([this, flag = m_current, task = std::move(task), failed = std::move(failed)]() mutable {
         Effect effect;
         try {
             effect = flag->isSet() ? Effect() : task(*flag);
         } catch (const std::exception &) {
-            // Out of memory: the screen goes without.
+            effect = std::move(failed);
         }
         const auto finish = [this, flag, effect = std::move(effect)] {
             if (m_current != flag)

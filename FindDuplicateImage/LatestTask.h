@@ -24,7 +24,9 @@ public:
     // Asks the running task to end, and waits for it.
     ~LatestTask() override;
 
-    void start(Task task);
+    // `failed` is the effect of a task that throws, which is a lack of memory: without it the screen goes
+    // without, and whatever waits for an effect waits for ever.
+    void start(Task task, Effect failed = {});
     void cancel();
     bool isRunning() const { return m_current != nullptr; }
 

@@ -91,6 +91,7 @@ private slots:
     void comparesWithTheFirst();
     void zoom();
     void onlyTheLatestTaskHasAnEffect();
+    void aTaskThatThrowsHasAnEffectToo();
 };
 
 void LookAlikeResultsTest::showsWhatThereIs()
@@ -403,6 +404,21 @@ void LookAlikeResultsTest::onlyTheLatestTaskHasAnEffect()
     QTRY_VERIFY(!tasks.isRunning());
     QVERIFY(told);
     QCOMPARE(effects, QStringList({u"third"_s}));
+}
+
+void LookAlikeResultsTest::aTaskThatThrowsHasAnEffectToo()
+{
+    LatestTask tasks;
+    QStringList effects;
+    const LatestTask::Task throws = [](const core::CancelFlag &) -> LatestTask::Effect {
+        throw std::bad_alloc();
+    };
+    tasks.start(throws, [&effects] { effects.append(u"replaced"_s); });
+    tasks.start(throws, [&effects] { effects.append(u"failed"_s); });
+    QTRY_VERIFY(!tasks.isRunning());
+    QCOMPARE(effects, QStringList({u"failed"_s}));
+    tasks.start(throws);
+    QTRY_VERIFY(!tasks.isRunning());
 }
 
 QTEST_MAIN(LookAlikeResultsTest)
