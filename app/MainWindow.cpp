@@ -108,9 +108,14 @@ void MainWindow::showApp(int number)
     qDebug() << "showApp: " << number;
     if (number == m_numbers.current())
         return;
+    const Module *module = m_table.find(m_numbers.idOf(number));
+    const bool toAPage = number == PageNumbers::home || (module && module->kind == Module::Kind::Page);
+    if (toAPage && pageOf(number) != m_stack->currentWidget() && !mayLeaveShownPage()) {
+        returnToShownPage();
+        return;
+    }
     m_numbers.setCurrent(number);
 
-    const Module *module = m_table.find(m_numbers.idOf(number));
     if (module && module->kind == Module::Kind::Launcher) {
         m_launcher->launch(*module); // waits for the user; this window may be gone afterwards
         return;
@@ -179,6 +184,17 @@ int MainWindow::shownNumber() const
     return PageNumbers::home;
 }
 
+bool MainWindow::mayLeaveShownPage()
+{
+    auto *page = qobject_cast<FLWidget *>(m_stack->currentWidget());
+    if (!page)
+        return true;
+    if (m_askingToLeave)
+        return false; // the question is still on the screen
+    const QScopedValueRollback asking(m_askingToLeave, true);
+    return page->mayLeave();
+}
+
 void MainWindow::returnToShownPage()
 {
     const int number = shownNumber();
@@ -201,6 +217,9 @@ void MainWindow::goBack()
     if (m_history.isEmpty())
         return;
     const QScopedValueRollback goingBack(m_goingBack, true);
-    showApp(m_history.takeLast());
+    const int target = m_history.constLast();
+    showApp(target);
     returnToShownPage();
+    if (shownNumber() == target) // the page on the screen may have refused to be left
+        m_history.removeLast();
 }

@@ -89,6 +89,8 @@ private:
     void makePage(const Module &module);
     void selectInStack(int number);
     QWidget *pageOf(int number) const;
+    // Asks the page on the screen; true at once for one with nothing to ask.
+    bool mayLeaveShownPage();
     int shownNumber() const; // the number of the page that stands on the screen
     // Makes the page that stands on the screen the current one again, after something that has no page.
     void returnToShownPage();
@@ -106,6 +108,7 @@ private:
     HomeForm *m_home = nullptr;
     QList<int> m_history; // numbers of the pages shown before, for going back
     bool m_goingBack = false;
+    bool m_askingToLeave = false;
     bool m_shownBefore = false;
 
     SidePanel *m_sidePanel = nullptr;

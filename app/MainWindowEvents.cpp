@@ -59,6 +59,10 @@ void MainWindow::closeEvent(QCloseEvent *event)
 {
     storeGeometry(WindowGeometry::of(geometry()));
 
+    if (!mayLeaveShownPage()) {
+        event->ignore();
+        return;
+    }
     QList<FLWidget *> pages;
     for (const Module *module : m_table.inCloseOrder()) {
         if (FLWidget *page = m_pages.value(module->id))

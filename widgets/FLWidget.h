@@ -26,6 +26,9 @@ public:
     virtual bool isBusy() const { return false; }
     // Asks every running job to stop; returns at once.
     virtual void requestStop() {}
+    // Asked while the page is on the screen, before another one is shown or the window closes. May put a
+    // question to the user and save or drop what was edited; false keeps the page where it is.
+    virtual bool mayLeave() { return true; }
     // What is being stopped, in a few words for the user; empty when nothing runs.
     virtual QString busyText() const { return {}; }
     virtual void shellEvent(ShellEvent event, quint32 value)
