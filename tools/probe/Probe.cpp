@@ -127,7 +127,7 @@ class ProbePlugin : public QGenericPlugin
 public:
     QObject *create(const QString &, const QString &) override
     {
-        auto *timer = new QTimer(qApp);
+        auto *timer = new QTimer; // the application owns what a generic plugin creates
         const QString path = qEnvironmentVariable("LARKSPUR_PROBE");
         connect(timer, &QTimer::timeout, timer, [path] { writeSnapshot(path); });
         timer->start(200);
