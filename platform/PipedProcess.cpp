@@ -8,6 +8,9 @@
 #include <QUuid>
 
 #include <algorithm>
+#include <csignal>
+#include <cstdlib>
+#include <exception>
 #include <vector>
 
 namespace platform
@@ -21,49 +24,49 @@ constexpr DWORD pipeBuffer = 1 << 18;
 constexpr std::size_t largestTransfer = 1 << 30;
 
 struct Pipe {
-    FileHandle ours;
+    FileHandle ours;   // overlapped
     FileHandle theirs; // inheritable
 };
 
-// An anonymous pipe cannot be read with a time limit, a named one can. The name is used once.
-bool makePipes(Pipe &toChild, Pipe &fromChild)
+// An anonymous pipe cannot be read or written with a time limit, a named one can. The name is used once.
+bool makePipe(Pipe &pipe, DWORD ourAccess, DWORD theirAccess)
 {
     const QString name =
         u"\\\\.\\pipe\\FernlightLarkspur-" % QUuid::createUuid().toString(QUuid::WithoutBraces);
-    fromChild.ours.reset(CreateNamedPipeW(
-        wide(name), PIPE_ACCESS_INBOUND | FILE_FLAG_OVERLAPPED | FILE_FLAG_FIRST_PIPE_INSTANCE,
+    pipe.ours.reset(CreateNamedPipeW(
+        wide(name), ourAccess | FILE_FLAG_OVERLAPPED | FILE_FLAG_FIRST_PIPE_INSTANCE,
         PIPE_TYPE_BYTE | PIPE_WAIT | PIPE_REJECT_REMOTE_CLIENTS, 1, pipeBuffer, pipeBuffer, 0, nullptr));
-    if (!fromChild.ours)
+    if (!pipe.ours)
         return false;
     SECURITY_ATTRIBUTES inheritable = {sizeof(SECURITY_ATTRIBUTES), nullptr, TRUE};
-    fromChild.theirs.reset(CreateFileW(wide(name), GENERIC_WRITE, 0, &inheritable, OPEN_EXISTING,
-                                       FILE_ATTRIBUTE_NORMAL, nullptr));
-    if (!fromChild.theirs)
-        return false;
-    if (!CreatePipe(toChild.theirs.put(), toChild.ours.put(), &inheritable, pipeBuffer))
-        return false;
-    return SetHandleInformation(toChild.ours.get(), HANDLE_FLAG_INHERIT, 0) != 0;
+    pipe.theirs.reset(
+        CreateFileW(wide(name), theirAccess, 0, &inheritable, OPEN_EXISTING, FILE_ATTRIBUTE_NORMAL, nullptr));
+    return static_cast<bool>(pipe.theirs);
 }
 
-// Only these handles are inherited: another process started at the same moment must not keep a pipe open.
+// Only the handles of the pipes are inherited: another process started at the same moment must not keep one
+// open. The program is born in its job, so that there is no moment in which it could outlive this process.
 class StartupInfo
 {
 public:
-    StartupInfo(HANDLE input, HANDLE output) : m_inherited{input, output}
+    StartupInfo(HANDLE input, HANDLE output, HANDLE job) : m_inherited{input, output}, m_job(job)
     {
+        constexpr DWORD attributes = 2;
         SIZE_T size = 0;
-        InitializeProcThreadAttributeList(nullptr, 1, 0, &size);
+        InitializeProcThreadAttributeList(nullptr, attributes, 0, &size);
         m_buffer.resize(size);
         auto *list = reinterpret_cast<LPPROC_THREAD_ATTRIBUTE_LIST>(m_buffer.data());
         m_info.StartupInfo.cb = sizeof m_info;
         m_info.StartupInfo.dwFlags = STARTF_USESTDHANDLES;
         m_info.StartupInfo.hStdInput = input;
         m_info.StartupInfo.hStdOutput = output;
-        if (!InitializeProcThreadAttributeList(list, 1, 0, &size))
+        if (!InitializeProcThreadAttributeList(list, attributes, 0, &size))
             return;
         m_info.lpAttributeList = list;
         m_usable = UpdateProcThreadAttribute(list, 0, PROC_THREAD_ATTRIBUTE_HANDLE_LIST, m_inherited,
-                                             sizeof m_inherited, nullptr, nullptr) != 0;
+                                             sizeof m_inherited, nullptr, nullptr) &&
+                   UpdateProcThreadAttribute(list, 0, PROC_THREAD_ATTRIBUTE_JOB_LIST, &m_job, sizeof m_job,
+                                             nullptr, nullptr);
     }
     ~StartupInfo()
     {
@@ -78,6 +81,7 @@ public:
 
 private:
     HANDLE m_inherited[2];
+    HANDLE m_job;
     std::vector<std::byte> m_buffer;
     STARTUPINFOEXW m_info = {};
     bool m_usable = false;
@@ -92,15 +96,27 @@ ObjectHandle makeJob(quint64 memoryLimit)
                                               JOB_OBJECT_LIMIT_PROCESS_MEMORY |
                                               JOB_OBJECT_LIMIT_DIE_ON_UNHANDLED_EXCEPTION;
     limits.ProcessMemoryLimit = static_cast<SIZE_T>(memoryLimit);
-    if (job)
-        SetInformationJobObject(job.get(), JobObjectExtendedLimitInformation, &limits, sizeof limits);
+    if (job && !SetInformationJobObject(job.get(), JobObjectExtendedLimitInformation, &limits, sizeof limits))
+        job.reset();
     return job;
 }
 
-LONG WINAPI endAtOnce(EXCEPTION_POINTERS *exception)
+LONG WINAPI endAfterException(EXCEPTION_POINTERS *exception)
 {
     TerminateProcess(GetCurrentProcess(), exception->ExceptionRecord->ExceptionCode);
     return EXCEPTION_EXECUTE_HANDLER;
+}
+
+constexpr UINT abortCode = 3; // what abort() ends with
+
+void endAfterAbort(int)
+{
+    TerminateProcess(GetCurrentProcess(), abortCode);
+}
+
+void endAfterTerminate()
+{
+    TerminateProcess(GetCurrentProcess(), abortCode);
 }
 
 } // namespace
@@ -108,10 +124,44 @@ LONG WINAPI endAtOnce(EXCEPTION_POINTERS *exception)
 struct PipedProcess::Handles {
     ObjectHandle job;
     ObjectHandle process;
-    ObjectHandle arrived; // set when a read is done
+    ObjectHandle moved; // set when a piece was read or written
     FileHandle input;
     FileHandle output;
+
+    bool givesUp(const GiveUp &giveUp) const;
+    template <class Begin>
+    std::size_t transfer(const FileHandle &pipe, const GiveUp &giveUp, const Begin &begin) const;
 };
+
+bool PipedProcess::Handles::givesUp(const GiveUp &giveUp) const
+{
+    if (!giveUp || !giveUp())
+        return false;
+    TerminateProcess(process.get(), 1);
+    return true;
+}
+
+// Reads or writes one piece, as `begin` does. 0 when the conversation has ended.
+template <class Begin>
+std::size_t PipedProcess::Handles::transfer(const FileHandle &pipe, const GiveUp &giveUp,
+                                            const Begin &begin) const
+{
+    if (givesUp(giveUp))
+        return 0;
+    OVERLAPPED overlapped = {};
+    overlapped.hEvent = moved.get();
+    if (!begin(pipe.get(), &overlapped) && GetLastError() != ERROR_IO_PENDING)
+        return 0;
+    while (WaitForSingleObject(overlapped.hEvent, pollInterval) == WAIT_TIMEOUT) {
+        if (givesUp(giveUp)) {
+            CancelIoEx(pipe.get(), &overlapped);
+            break;
+        }
+    }
+    // Waits: until the call is over, the system may use the caller's bytes.
+    DWORD bytes = 0;
+    return GetOverlappedResult(pipe.get(), &overlapped, &bytes, TRUE) ? bytes : 0;
+}
 
 PipedProcess::PipedProcess(std::unique_ptr<Handles> handles) : m_handles(std::move(handles)) {}
 
@@ -122,61 +172,39 @@ PipedProcess::~PipedProcess()
 
 std::unique_ptr<PipedProcess> PipedProcess::start(const QString &program, quint64 memoryLimit)
 {
+    auto handles = std::make_unique<Handles>();
     Pipe toChild;
     Pipe fromChild;
-    if (!makePipes(toChild, fromChild))
+    handles->moved.reset(CreateEventW(nullptr, TRUE, FALSE, nullptr));
+    handles->job = makeJob(memoryLimit);
+    if (!handles->moved || !handles->job || !makePipe(toChild, PIPE_ACCESS_OUTBOUND, GENERIC_READ) ||
+        !makePipe(fromChild, PIPE_ACCESS_INBOUND, GENERIC_WRITE))
         return nullptr;
-    StartupInfo startup(toChild.theirs.get(), fromChild.theirs.get());
+    handles->input = std::move(toChild.ours);
+    handles->output = std::move(fromChild.ours);
+    StartupInfo startup(toChild.theirs.get(), fromChild.theirs.get(), handles->job.get());
     if (!startup.isUsable())
         return nullptr;
     std::wstring command = QString(u'"' % program % u'"').toStdWString(); // the call may write into it
     PROCESS_INFORMATION started = {};
     if (!CreateProcessW(wide(program), command.data(), nullptr, nullptr, TRUE,
-                        CREATE_NO_WINDOW | CREATE_SUSPENDED | BELOW_NORMAL_PRIORITY_CLASS |
-                            EXTENDED_STARTUPINFO_PRESENT,
+                        CREATE_NO_WINDOW | BELOW_NORMAL_PRIORITY_CLASS | EXTENDED_STARTUPINFO_PRESENT,
                         nullptr, nullptr, startup.get(), &started))
         return nullptr;
-    auto handles = std::make_unique<Handles>();
     handles->process.reset(started.hProcess);
     const ObjectHandle thread(started.hThread);
-    handles->job = makeJob(memoryLimit);
-    // Where a job is refused, the end of the pipe ends the program as well, only without the memory limit.
-    if (handles->job)
-        AssignProcessToJobObject(handles->job.get(), handles->process.get());
-    handles->arrived.reset(CreateEventW(nullptr, TRUE, FALSE, nullptr));
-    handles->input = std::move(toChild.ours);
-    handles->output = std::move(fromChild.ours);
-    std::unique_ptr<PipedProcess> process(new PipedProcess(std::move(handles)));
-    if (!process->m_handles->arrived || ResumeThread(thread.get()) == static_cast<DWORD>(-1))
-        return nullptr;
-    return process;
-}
-
-std::size_t PipedProcess::readSome(void *to, std::size_t bytes)
-{
-    OVERLAPPED overlapped = {};
-    overlapped.hEvent = m_handles->arrived.get();
-    const auto wanted = static_cast<DWORD>(std::min(bytes, largestTransfer));
-    DWORD got = 0;
-    if (!ReadFile(m_handles->output.get(), to, wanted, nullptr, &overlapped) &&
-        GetLastError() != ERROR_IO_PENDING)
-        return 0;
-    while (WaitForSingleObject(overlapped.hEvent, pollInterval) == WAIT_TIMEOUT) {
-        if (!m_giveUp || !m_giveUp())
-            continue;
-        TerminateProcess(m_handles->process.get(), 1);
-        CancelIoEx(m_handles->output.get(), &overlapped);
-        break;
-    }
-    // Waits: until the call is over, the system may write to `to`.
-    return GetOverlappedResult(m_handles->output.get(), &overlapped, &got, TRUE) ? got : 0;
+    return std::unique_ptr<PipedProcess>(new PipedProcess(std::move(handles)));
 }
 
 bool PipedProcess::read(void *to, std::size_t bytes)
 {
     auto *next = static_cast<std::byte *>(to);
     while (bytes > 0) {
-        const std::size_t got = readSome(next, bytes);
+        const auto wanted = static_cast<DWORD>(std::min(bytes, largestTransfer));
+        const std::size_t got =
+            m_handles->transfer(m_handles->output, m_giveUp, [&](HANDLE pipe, OVERLAPPED *overlapped) {
+                return ReadFile(pipe, next, wanted, nullptr, overlapped);
+            });
         if (got == 0)
             return false;
         next += got;
@@ -187,16 +215,29 @@ bool PipedProcess::read(void *to, std::size_t bytes)
 
 bool PipedProcess::write(const void *from, std::size_t bytes)
 {
-    // Requests fit the pipe's buffer, so that this does not wait.
-    DWORD written = 0;
-    return WriteFile(m_handles->input.get(), from, static_cast<DWORD>(bytes), &written, nullptr) &&
-           written == bytes;
+    const auto *next = static_cast<const std::byte *>(from);
+    while (bytes > 0) {
+        const auto offered = static_cast<DWORD>(std::min(bytes, largestTransfer));
+        const std::size_t taken =
+            m_handles->transfer(m_handles->input, m_giveUp, [&](HANDLE pipe, OVERLAPPED *overlapped) {
+                return WriteFile(pipe, next, offered, nullptr, overlapped);
+            });
+        if (taken == 0)
+            return false;
+        next += taken;
+        bytes -= taken;
+    }
+    return true;
 }
 
 ParentChannel::ParentChannel()
 {
     SetErrorMode(SEM_FAILCRITICALERRORS | SEM_NOGPFAULTERRORBOX | SEM_NOOPENFILEERRORBOX);
-    SetUnhandledExceptionFilter(endAtOnce);
+    SetUnhandledExceptionFilter(endAfterException);
+    // The C library of a program without a console tells of abort() and of a failed assert() in a box.
+    _set_error_mode(_OUT_TO_STDERR);
+    std::signal(SIGABRT, endAfterAbort);
+    std::set_terminate(endAfterTerminate);
 }
 
 bool ParentChannel::read(void *to, std::size_t bytes)

@@ -26,11 +26,12 @@ public:
 class PipedProcess : public ByteChannel
 {
 public:
-    // Asked every 50 ms while a read waits; true ends the other program, and the read.
+    // Asked for every piece that is read or written, and every 50 ms while one is waited for: neither a
+    // silent nor a talkative program escapes it. True ends the other program, and the conversation.
     using GiveUp = std::function<bool()>;
 
     // Null when it cannot be started. The program may not take more than `memoryLimit` bytes; when it does
-    // it finds that there is none left. It shows no error box when it crashes.
+    // it finds that there is none left.
     static std::unique_ptr<PipedProcess> start(const QString &program, quint64 memoryLimit);
     ~PipedProcess() override;
 
@@ -42,8 +43,6 @@ private:
     struct Handles;
     explicit PipedProcess(std::unique_ptr<Handles> handles);
 
-    std::size_t readSome(void *to, std::size_t bytes);
-
     std::unique_ptr<Handles> m_handles;
     GiveUp m_giveUp;
 };
@@ -52,7 +51,8 @@ private:
 class ParentChannel : public ByteChannel
 {
 public:
-    // A crash from here on ends the process at once, without a box and without a debugger.
+    // A crash, an abort() or an exception that nobody catches ends the process at once from here on, without
+    // a box and without a debugger.
     ParentChannel();
 
     bool read(void *to, std::size_t bytes) override;

@@ -1,0 +1,168 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "platform/Handle.h"
+#include "platform/PipedProcess.h"
+#include "tests/support/TestFolder.h"
+
+#include <QCoreApplication>
+#include <QDir>
+#include <QElapsedTimer>
+#include <QProcess>
+#include <QTest>
+
+#include <optional>
+#include <vector>
+
+using namespace Qt::StringLiterals;
+using platform::ObjectHandle;
+using platform::PipedProcess;
+
+namespace
+{
+
+constexpr quint64 megabyte = quint64(1) << 20;
+constexpr quint64 memoryLimit = 300 * megabyte;
+
+QString childProgram()
+{
+    return QDir::toNativeSeparators(QCoreApplication::applicationDirPath() + u"/piped_child.exe"_s);
+}
+
+std::optional<quint32> numberFor(PipedProcess &process, char wish)
+{
+    quint32 number = 0;
+    if (!process.write(&wish, 1) || !process.read(&number, sizeof number))
+        return std::nullopt;
+    return number;
+}
+
+ObjectHandle processOf(quint32 number)
+{
+    return ObjectHandle(OpenProcess(SYNCHRONIZE, FALSE, number));
+}
+
+bool hasEnded(const ObjectHandle &process, DWORD wait)
+{
+    return WaitForSingleObject(process.get(), wait) == WAIT_OBJECT_0;
+}
+
+} // namespace
+
+class PipedProcessTest : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void carriesBytesBothWays();
+    void whatIsNoProgramIsNotStarted_data();
+    void whatIsNoProgramIsNotStarted();
+    void canBeGivenUp_data();
+    void canBeGivenUp();
+    void endsWithItsObject();
+    void endsWithAKilledParent();
+    void hasNoMoreMemoryThanAllowed();
+};
+
+void PipedProcessTest::carriesBytesBothWays()
+{
+    const auto process = PipedProcess::start(childProgram(), memoryLimit);
+    QVERIFY(process);
+    for (const quint32 size : {1U, 1000U, 5'000'000U}) { // the last one does not fit the pipe
+        std::vector<char> sent(size);
+        for (std::size_t i = 0; i < sent.size(); ++i)
+            sent[i] = static_cast<char>(i * 31 / 7);
+        std::vector<char> received(size);
+        QVERIFY(process->write("e", 1));
+        QVERIFY(process->write(&size, sizeof size));
+        QVERIFY(process->write(sent.data(), size));
+        QVERIFY(process->read(received.data(), size));
+        QVERIFY(received == sent);
+    }
+}
+
+void PipedProcessTest::whatIsNoProgramIsNotStarted_data()
+{
+    QTest::addColumn<QString>("program");
+    QTest::newRow("missing") << u"C:\\nowhere\\program.exe"_s;
+    QTest::newRow("folder") << u"C:\\windows"_s;
+    QTest::newRow("text") << u"text"_s;
+}
+
+void PipedProcessTest::whatIsNoProgramIsNotStarted()
+{
+    QFETCH(QString, program);
+    const tests::TestFolder folder;
+    if (program == u"text"_s)
+        program = folder.makeFile(u"program.exe"_s, "text");
+    QVERIFY(!PipedProcess::start(program, memoryLimit));
+}
+
+void PipedProcessTest::canBeGivenUp_data()
+{
+    QTest::addColumn<char>("wish");
+    QTest::newRow("silent") << 's';
+    QTest::newRow("a byte now and then") << 't';
+    QTest::newRow("more than anybody wants") << 'f';
+    QTest::newRow("does not listen") << 'd';
+}
+
+void PipedProcessTest::canBeGivenUp()
+{
+    QFETCH(const char, wish);
+    const auto process = PipedProcess::start(childProgram(), memoryLimit);
+    QVERIFY(process);
+    const ObjectHandle child = processOf(numberFor(*process, 'i').value_or(0));
+    QVERIFY(child);
+    QVERIFY(process->write(wish == 'd' ? "s" : &wish, 1));
+    QElapsedTimer clock;
+    clock.start();
+    process->setGiveUp([&clock] { return clock.elapsed() > 300; });
+    std::vector<char> bytes(4 * megabyte);
+    bool goesOn = true;
+    while (goesOn && clock.elapsed() < 5000)
+        goesOn = wish == 'd' ? process->write(bytes.data(), bytes.size())
+                             : process->read(bytes.data(), wish == 't' ? 500 : bytes.size());
+    QVERIFY(!goesOn);
+    QVERIFY2(clock.elapsed() > 250 && clock.elapsed() < 800, qPrintable(QString::number(clock.elapsed())));
+    QVERIFY(hasEnded(child, 1000));
+}
+
+void PipedProcessTest::endsWithItsObject()
+{
+    auto process = PipedProcess::start(childProgram(), memoryLimit);
+    QVERIFY(process);
+    const ObjectHandle child = processOf(numberFor(*process, 'i').value_or(0));
+    QVERIFY(process->write("s", 1));
+    QVERIFY(!hasEnded(child, 200));
+    process.reset();
+    QVERIFY(hasEnded(child, 1000));
+}
+
+void PipedProcessTest::endsWithAKilledParent()
+{
+    QProcess parent;
+    parent.start(childProgram(), {u"parent"_s});
+    QVERIFY(parent.waitForReadyRead());
+    const ObjectHandle grandchild = processOf(parent.readLine().trimmed().toUInt());
+    QVERIFY(grandchild);
+    // It sleeps, so that the end of its pipe alone does not end it.
+    QVERIFY(!hasEnded(grandchild, 200));
+    parent.kill();
+    QVERIFY(parent.waitForFinished());
+    QVERIFY(hasEnded(grandchild, 2000));
+}
+
+void PipedProcessTest::hasNoMoreMemoryThanAllowed()
+{
+    if (tests::isWine())
+        QSKIP("Wine accepts the limit and does not keep it");
+    const auto process = PipedProcess::start(childProgram(), memoryLimit);
+    QVERIFY(process);
+    const auto megabytes = numberFor(*process, 'm');
+    QVERIFY(megabytes);
+    QVERIFY2(*megabytes > 200 && *megabytes <= memoryLimit / megabyte,
+             qPrintable(QString::number(*megabytes)));
+    QVERIFY(numberFor(*process, 'i')); // it lives on
+}
+
+QTEST_GUILESS_MAIN(PipedProcessTest)
+#include "tst_piped_process.moc"
