@@ -4,6 +4,7 @@
 #include "FindDuplicateImage/decoder/Messages.h"
 
 #include <QCoreApplication>
+#include <QDebug>
 #include <QDir>
 #include <QFileInfo>
 
@@ -74,7 +75,7 @@ int DecoderPool::lost() const
 }
 
 // Null when there is no decoder for this picture.
-DecoderPool::Process DecoderPool::take(const core::CancelFlag &cancel)
+DecoderPool::Process DecoderPool::take(const QString &path, const core::CancelFlag &cancel)
 {
     {
         const std::lock_guard lock(m_mutex);
@@ -87,11 +88,19 @@ DecoderPool::Process DecoderPool::take(const core::CancelFlag &cancel)
         }
     }
     Process process = start(cancel);
+    if (!process && !cancel.isSet()) {
+        qDebug() << "The decoder did not start, once more:" << m_options.program;
+        process = start(cancel);
+    }
     const std::lock_guard lock(m_mutex);
-    if (process)
+    if (process) {
         m_everStarted = true;
-    else if (!m_everStarted && !cancel.isSet())
+    } else if (!cancel.isSet() && m_everStarted) {
+        countLost(path);
+    } else if (!cancel.isSet()) {
         m_usesThisProcess = true;
+        qDebug() << "The decoder does not start, pictures are decoded without it:" << m_options.program;
+    }
     return process;
 }
 
@@ -107,14 +116,11 @@ DecoderPool::Process DecoderPool::start(const core::CancelFlag &cancel) const
     return decoder::readNumber<quint32>(*process) == decoder::greeting ? std::move(process) : nullptr;
 }
 
-void DecoderPool::end(Process process, bool lost, const core::CancelFlag &cancel)
+// With m_mutex held.
+void DecoderPool::countLost(const QString &path)
 {
-    process->setGiveUp({}); // it refers to the caller's flag
-    const std::lock_guard lock(m_mutex);
-    if (!lost)
-        m_idle.push_back(std::move(process));
-    else if (!cancel.isSet())
-        ++m_lost;
+    ++m_lost;
+    qDebug() << "Dropped, its decoder ended or did not start:" << path;
 }
 
 // What `read` reads once a decoder has done what was wished for.
@@ -131,7 +137,13 @@ std::optional<Result> DecoderPool::ask(Process process, Wish wish, const QString
     std::optional<Result> result;
     if (answer == Answer::Done)
         result = read(decoder);
-    end(std::move(process), answer == Answer::Lost || (answer == Answer::Done && !result), cancel);
+    const bool lost = answer == Answer::Lost || (answer == Answer::Done && !result);
+    process->setGiveUp({}); // it refers to the caller's flag
+    const std::lock_guard lock(m_mutex);
+    if (!lost)
+        m_idle.push_back(std::move(process));
+    else if (!cancel.isSet())
+        countLost(path);
     return result;
 }
 
@@ -139,7 +151,7 @@ std::optional<lookalikes::ExaminedImage> DecoderPool::examine(const QString &pat
                                                               const core::BeforeDecode &beforeDecode,
                                                               const core::CancelFlag &cancel)
 {
-    Process process = take(cancel);
+    Process process = take(path, cancel);
     if (!process) {
         if (usesThisProcess() && !cancel.isSet())
             return lookalikes::examineWith(core::readImage)(path, beforeDecode);
@@ -158,7 +170,7 @@ std::optional<lookalikes::ExaminedImage> DecoderPool::examine(const QString &pat
 
 std::optional<core::LoadedImage> DecoderPool::picture(const QString &path, const core::CancelFlag &cancel)
 {
-    Process process = take(cancel);
+    Process process = take(path, cancel);
     if (!process) {
         if (usesThisProcess() && !cancel.isSet())
             return core::readImage(path);

@@ -17,8 +17,9 @@
 
 // Decodes pictures in processes of their own, so that a file that brings its decoder down, or keeps it busy
 // for ever, costs that one file. There are as many of these processes as threads decode at a time; one that
-// ended is replaced when the next picture comes. Where not even the first can be started, pictures are
-// decoded in this process, behind the limits of core::readImage(). Any thread.
+// ended is replaced when the next picture comes. What does not start is started once more. Where not even the
+// first can be started, pictures are decoded in this process, behind the limits of core::readImage(), and
+// cancelling waits for the picture that is being decoded. Any thread.
 class DecoderPool
 {
 public:
@@ -47,7 +48,8 @@ public:
 
     // Whether pictures are decoded here because no decoder could be started.
     bool usesThisProcess() const;
-    // Decoders that ended or were ended while they had a picture, cancelled ones not counted.
+    // Pictures that were dropped because their decoder ended, was ended or could not be started again;
+    // cancelled ones not counted.
     int lost() const;
 
 private:
@@ -57,9 +59,9 @@ private:
     std::optional<Result> ask(Process process, decoder::Wish wish, const QString &path,
                               const core::BeforeDecode &beforeDecode, const core::CancelFlag &cancel,
                               std::optional<Result> (*read)(platform::ByteChannel &));
-    Process take(const core::CancelFlag &cancel);
+    Process take(const QString &path, const core::CancelFlag &cancel);
     Process start(const core::CancelFlag &cancel) const;
-    void end(Process process, bool lost, const core::CancelFlag &cancel);
+    void countLost(const QString &path);
 
     const Options m_options;
     mutable std::mutex m_mutex; // guards what follows

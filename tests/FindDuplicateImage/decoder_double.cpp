@@ -6,43 +6,119 @@
 #include "core/ImageLoader.h"
 
 #include <QCoreApplication>
+#include <QDir>
+#include <QFile>
 #include <QFileInfo>
 #include <QThread>
 
 #include <cstdlib>
+#include <exception>
+#include <limits>
 #include <new>
 #include <optional>
+#include <utility>
+
+#undef NDEBUG
+#include <cassert>
 
 using namespace Qt::StringLiterals;
+using decoder::Reply;
+using decoder::writeNumber;
 
 namespace
 {
 
 platform::ByteChannel *application = nullptr;
 
-void misbehave(const QString &what)
+void end(const QString &how)
 {
-    if (what == u"crash"_s) {
+    if (how == u"crash"_s) {
         volatile int *volatile nowhere = nullptr;
         *nowhere = 1;
-    } else if (what == u"abort"_s) {
+    } else if (how == u"abort"_s) {
         std::abort();
-    } else if (what == u"hang"_s) {
-        QThread::sleep(600);
-    } else if (what == u"exhaust"_s) {
-        throw std::bad_alloc();
-    } else if (what == u"lie"_s) {
-        // A picture of two billion by two billion pixels.
-        decoder::writeNumber(*application, decoder::Reply::Done);
-        for (int i = 0; i < 64; ++i)
-            decoder::writeNumber<quint8>(*application, 0x7f);
+    } else if (how == u"assert"_s) {
+        assert(how.isEmpty());
+    } else if (how == u"terminate"_s) {
+        std::terminate();
     }
+}
+
+// The beginning of an answer to either wish, as far as the size of the first picture.
+void beginAnswer(decoder::Wish wish, qint32 width, qint32 height)
+{
+    writeNumber(*application, Reply::Done);
+    if (wish == decoder::Wish::Examine) {
+        writeNumber<qint32>(*application, 800);
+        writeNumber<qint32>(*application, 600);
+    }
+    writeNumber<quint8>(*application, 0); // no format
+    writeNumber(*application, width);
+    writeNumber(*application, height);
+    writeNumber<quint8>(*application, 0); // no transparency
+}
+
+void stall(const QString &how, decoder::Wish wish)
+{
+    if (how == u"hang"_s)
+        QThread::sleep(600);
+    if (how != u"trickle"_s)
+        return;
+    beginAnswer(wish, 40, 40);
+    // More often than a silence is noticed.
+    while (writeNumber<quint8>(*application, 0))
+        QThread::msleep(20);
+}
+
+void lie(const QString &how, decoder::Wish wish)
+{
+    constexpr qint32 most = std::numeric_limits<qint32>::max();
+    if (how == u"nonsense"_s) {
+        for (int i = 0; i < 64; ++i)
+            writeNumber<quint8>(*application, 0x7f);
+    } else if (how == u"huge"_s) {
+        beginAnswer(wish, most, most);
+    } else if (how == u"negative"_s) {
+        beginAnswer(wish, -40, -40);
+    } else if (how == u"cut"_s) {
+        beginAnswer(wish, 40, 40);
+        for (int i = 0; i < 800; ++i)
+            writeNumber<quint32>(*application, 0);
+        std::exit(0);
+    }
+}
+
+// The bytes that a picture is said to need.
+void ask(const QString &how)
+{
+    const bool huge = how == u"needs everything"_s;
+    if (!huge && how != u"needs less than nothing"_s)
+        return;
+    writeNumber(*application, Reply::Needs);
+    writeNumber(*application, huge ? std::numeric_limits<qint64>::max() : std::numeric_limits<qint64>::min());
+    decoder::readNumber<quint8>(*application);
 }
 
 std::optional<core::LoadedImage> decode(const QString &path, const core::BeforeDecode &beforeDecode)
 {
-    misbehave(QFileInfo(path).baseName());
-    return core::readImage(path, beforeDecode);
+    // "crash.2.png"; the folder names the wish where it matters.
+    const QFileInfo file(path);
+    const QString what = file.baseName();
+    const auto wish = file.dir().dirName() == u"picture"_s ? decoder::Wish::Picture : decoder::Wish::Examine;
+    if (what == u"exhaust"_s)
+        throw std::bad_alloc();
+    end(what);
+    stall(what, wish);
+    lie(what, wish);
+    ask(what);
+    return core::readImage(path, what.startsWith(u"needs"_s) ? core::BeforeDecode() : beforeDecode);
+}
+
+// A program beside which a file of this name lies does not start: the first time, or ever.
+bool startsBadly()
+{
+    const QString folder = QCoreApplication::applicationDirPath() + u'/';
+    return QFile::exists(folder + u"broken"_s) || QFile::remove(folder + u"broken once"_s);
 }
 
 } // namespace
@@ -52,6 +128,8 @@ int main(int argc, char *argv[])
     platform::ParentChannel channel;
     application = &channel;
     const QCoreApplication qt(argc, argv);
+    if (startsBadly())
+        return 1;
     decoder::serve(channel, decode);
     return 0;
 }

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "FindDuplicateImage/DecoderPool.h"
 #include "tests/FindDuplicateImage/Pictures.h"
+#include "tests/support/TestPrefix.h"
 
 #include <QElapsedTimer>
 #include <QTest>
@@ -62,12 +63,16 @@ private slots:
     void hugePicturesAreRefused();
     void survives_data();
     void survives();
+    void believesNoImpossibleNeed_data();
+    void believesNoImpossibleNeed();
     void cancelEndsAHangingDecoder();
     void asksForMemoryBeforeItDecodes();
     void waitingForMemoryIsNotHeldAgainstADecoder();
     void decodesOnSeveralThreads();
     void withoutADecoderThisProcessDecodes_data();
     void withoutADecoderThisProcessDecodes();
+    void startsADecoderOnceMore();
+    void aDecoderThatIsBrokenLaterCostsPictures();
 
 private:
     core::CancelFlag m_never;
@@ -200,25 +205,58 @@ void DecoderPoolTest::survives_data()
 {
     QTest::addColumn<QString>("what");
     QTest::addColumn<int>("lost");
-    for (const char *what : {"crash", "abort", "hang", "lie"})
-        QTest::newRow(what) << QString::fromLatin1(what) << 1;
-    QTest::newRow("exhaust") << u"exhaust"_s << 0;
+    QTest::addColumn<bool>("byPatience"); // or at once
+    for (const char *what : {"crash", "abort", "assert", "terminate", "nonsense", "huge", "negative", "cut"})
+        QTest::newRow(what) << QString::fromLatin1(what) << 1 << false;
+    for (const char *what : {"hang", "trickle"})
+        QTest::newRow(what) << QString::fromLatin1(what) << 1 << true;
+    QTest::newRow("exhaust") << u"exhaust"_s << 0 << false;
 }
 
 void DecoderPoolTest::survives()
 {
     QFETCH(const QString, what);
     QFETCH(const int, lost);
+    QFETCH(const bool, byPatience);
+    constexpr auto patience = 1500ms;
     const tests::TestFolder folder;
     const QString good = tests::savePicture(folder, u"good.png"_s, tests::blocks(1));
-    const QString bad = tests::savePicture(folder, what + u".png"_s, tests::blocks(1));
-    DecoderPool pool({tests::doublesProgram(), 1500ms});
+    const QString bad = tests::savePicture(folder, u"examine\\"_s + what + u".png"_s, tests::blocks(1));
+    const QString alsoBad = tests::savePicture(folder, u"picture\\"_s + what + u".png"_s, tests::blocks(1));
+    DecoderPool pool({tests::doublesProgram(), patience});
     QVERIFY(pool.examine(good, {}, m_never));
+    QElapsedTimer clock;
+    clock.start();
     QVERIFY(!pool.examine(bad, {}, m_never));
-    QVERIFY(!pool.picture(bad, m_never));
+    QCOMPARE(clock.elapsed() >= patience.count(), byPatience);
+    QVERIFY(pool.examine(good, {}, m_never)); // not in the time that is measured: starting the next one
+    clock.start();
+    QVERIFY(!pool.picture(alsoBad, m_never));
+    QCOMPARE(clock.elapsed() >= patience.count(), byPatience);
     QCOMPARE(pool.lost(), 2 * lost);
     QVERIFY(pool.examine(good, {}, m_never));
     QVERIFY(!pool.usesThisProcess());
+}
+
+void DecoderPoolTest::believesNoImpossibleNeed_data()
+{
+    QTest::addColumn<QString>("what");
+    QTest::addColumn<qint64>("asked");
+    QTest::newRow("negative") << u"needs less than nothing"_s << qint64(0);
+    QTest::newRow("huge") << u"needs everything"_s << (qint64(core::imageAllocationLimit) << 20);
+}
+
+void DecoderPoolTest::believesNoImpossibleNeed()
+{
+    QFETCH(const QString, what);
+    QFETCH(const qint64, asked);
+    const tests::TestFolder folder;
+    const QString path = tests::savePicture(folder, what + u".png"_s, tests::blocks(1));
+    DecoderPool pool({tests::doublesProgram()});
+    QList<qint64> needs;
+    QVERIFY(pool.examine(
+        path, [&needs](qint64 bytes) { needs.append(bytes); }, m_never));
+    QCOMPARE(needs, QList<qint64>({asked}));
 }
 
 void DecoderPoolTest::cancelEndsAHangingDecoder()
@@ -303,6 +341,42 @@ void DecoderPoolTest::withoutADecoderThisProcessDecodes()
     QVERIFY(pool.examine(path, {}, m_never));
     QVERIFY(pool.picture(path, m_never));
     QVERIFY(pool.usesThisProcess());
+}
+
+void DecoderPoolTest::startsADecoderOnceMore()
+{
+    const tests::TestFolder folder;
+    const QString path = tests::savePicture(folder, u"a.png"_s, tests::blocks(1));
+    const QString program = folder.path(u"decoder.exe"_s);
+    QVERIFY(QFile::copy(tests::doublesProgram(), program));
+    folder.makeFile(u"broken once"_s);
+    DecoderPool pool({program});
+    QVERIFY(pool.examine(path, {}, m_never));
+    QVERIFY(!QFile::exists(folder.path(u"broken once"_s)));
+    QVERIFY(!pool.usesThisProcess());
+    pool.rest();
+    folder.makeFile(u"broken once"_s);
+    QVERIFY(pool.examine(path, {}, m_never));
+    QCOMPARE(pool.lost(), 0);
+}
+
+void DecoderPoolTest::aDecoderThatIsBrokenLaterCostsPictures()
+{
+    const tests::TestFolder folder;
+    const QString path = tests::savePicture(folder, u"a.png"_s, tests::blocks(1));
+    const QString program = folder.path(u"decoder.exe"_s);
+    QVERIFY(QFile::copy(tests::doublesProgram(), program));
+    DecoderPool pool({program});
+    QVERIFY(pool.examine(path, {}, m_never));
+    pool.rest();
+    folder.makeFile(u"broken"_s);
+    QVERIFY(!pool.examine(path, {}, m_never));
+    QVERIFY(!pool.picture(path, m_never));
+    QCOMPARE(pool.lost(), 2);
+    QVERIFY(!pool.usesThisProcess());
+    tests::requireBelow(folder.path(), folder.path(u"broken"_s));
+    QVERIFY(QFile::remove(folder.path(u"broken"_s)));
+    QVERIFY(pool.examine(path, {}, m_never));
 }
 
 QTEST_GUILESS_MAIN(DecoderPoolTest)
