@@ -46,9 +46,9 @@ void BiggestFilesModel::setFiles(const std::vector<BiggestFile> &files)
         auto *rawSize = makeItem({}, size, true);
         rawSize->setData(size, Qt::EditRole);
         appendRow(
-            {makeItem(file.name, file.name), makeItem(core::sizeText(file.size), size, true),
+            {makeItem(file.name, file.name.toCaseFolded()), makeItem(core::sizeText(file.size), size, true),
              makeItem(platform::fileTimeText(file.lastAccessTime), QVariant::fromValue(file.lastAccessTime)),
-             makeItem(path, path), rawSize});
+             makeItem(path, path.toCaseFolded()), rawSize});
     }
 }
 

@@ -21,6 +21,11 @@
 
 using namespace diskusage;
 
+namespace
+{
+constexpr int shortestChoice = 16; // characters
+}
+
 BiggestFilesPage::BiggestFilesPage(QWidget *parent)
     : QWidget(parent),
       m_title(new QLabel(tr("20 biggest Files"), this)),
@@ -41,6 +46,7 @@ void BiggestFilesPage::buildLayout()
     m_choice->setObjectName(QStringLiteral("biggestFilesComboBox"));
     m_choice->setAccessibleName(tr("Folder whose biggest files are shown"));
     m_choice->setSizeAdjustPolicy(QComboBox::AdjustToContents);
+    m_choice->setMinimumContentsLength(shortestChoice); // a long folder name must not widen the window
     m_table->setObjectName(QStringLiteral("biggestFilesTableView"));
     m_table->setAccessibleName(tr("20 biggest Files"));
     m_table->setContextMenuPolicy(Qt::CustomContextMenu);

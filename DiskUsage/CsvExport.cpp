@@ -3,6 +3,8 @@
 
 #include <QSaveFile>
 
+#include <exception>
+
 namespace
 {
 constexpr qsizetype writeAt = 1 << 16; // characters collected before they are written
@@ -46,12 +48,24 @@ CsvExportThread::CsvExportThread(QString file, diskusage::CsvTable table)
 
 void CsvExportThread::run()
 {
-    QSaveFile file(m_file);
-    // Anything short of commit() leaves the old file as it was.
-    if (!file.open(QIODevice::WriteOnly)) {
-        m_error = file.errorString();
-        return;
+    try {
+        m_outcome = write();
+    } catch (const std::exception &) { // what is thrown here is a lack of memory
+        m_outcome = Outcome::Failed;
+        m_error = tr("There is not enough memory.");
     }
+}
+
+CsvExportThread::Outcome CsvExportThread::write()
+{
+    QSaveFile file(m_file);
+    const auto failed = [this, &file] {
+        m_error = file.errorString();
+        return Outcome::Failed;
+    };
+    // Anything short of commit() leaves the old file as it was.
+    if (!file.open(QIODevice::WriteOnly))
+        return failed();
     file.write(byteOrderMark);
     QString text = diskusage::csvLine(m_table.titles);
     for (QStringList row; !stopRequested() && m_table.next(row); ++m_rows) {
@@ -61,11 +75,8 @@ void CsvExportThread::run()
             text.clear();
         }
     }
-    if (stopRequested()) {
-        file.cancelWriting();
-        return;
-    }
+    if (stopRequested())
+        return Outcome::Cancelled;
     file.write(text.toUtf8());
-    if (!file.commit())
-        m_error = file.errorString();
+    return file.commit() ? Outcome::Written : failed();
 }

@@ -36,17 +36,24 @@ class CsvExportThread : public core::WorkerThread
 public:
     CsvExportThread(QString file, diskusage::CsvTable table);
 
+    // What became of the file. A request to stop that comes after the last row changes nothing any more.
+    enum class Outcome { Written, Cancelled, Failed };
+
     QString file() const { return m_file; }
     // After finished().
+    Outcome outcome() const { return m_outcome; }
     qint64 rows() const { return m_rows; }
-    QString error() const { return m_error; } // empty when the file was written, or the export cancelled
+    QString error() const { return m_error; } // why it failed, in words for the user
 
 protected:
     void run() override;
 
 private:
+    Outcome write();
+
     QString m_file;
     diskusage::CsvTable m_table;
+    Outcome m_outcome = Outcome::Failed;
     qint64 m_rows = 0;
     QString m_error;
 };

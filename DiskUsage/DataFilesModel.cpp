@@ -7,6 +7,7 @@
 #include <QCoreApplication>
 
 #include <algorithm>
+#include <exception>
 #include <numeric>
 
 namespace diskusage
@@ -134,8 +135,12 @@ FileSortThread::FileSortThread(std::shared_ptr<const ScanResult> result, int cat
 
 void FileSortThread::run()
 {
-    m_order =
-        sortedFiles(*m_result, categoryOf(*m_result, m_category).files, m_column, m_sortOrder, cancelFlag());
+    try {
+        m_order = sortedFiles(*m_result, categoryOf(*m_result, m_category).files, m_column, m_sortOrder,
+                              cancelFlag());
+    } catch (const std::exception &) { // what is thrown here is a lack of memory
+        m_outOfMemory = true;
+    }
 }
 
 DataFilesModel::DataFilesModel(QObject *parent) : QAbstractTableModel(parent) {}
@@ -179,10 +184,11 @@ void DataFilesModel::showCategory(int index)
     beginResetModel();
     m_category = index;
     m_order = index >= 0 ? m_bySize[static_cast<std::size_t>(index)] : FileOrder();
+    m_shown = {};
     endResetModel();
     // The order chosen before, if it was another.
     if (index >= 0 && !isBySize())
-        sort(m_sortColumn, m_sortOrder);
+        sort(m_asked.column, m_asked.order);
 }
 
 const FileRecord &DataFilesModel::record(int row) const
@@ -201,13 +207,13 @@ void DataFilesModel::sort(int column, Qt::SortOrder order)
 {
     if (column < 0)
         return;
-    m_sortColumn = column;
-    m_sortOrder = order;
+    m_asked = {column, order};
     if (m_category < 0)
         return;
     endSorting();
     if (isBySize()) {
         applyOrder(m_bySize[static_cast<std::size_t>(m_category)]);
+        m_shown = m_asked;
         return;
     }
     m_sorter.reset(new FileSortThread(m_result, m_category, static_cast<FileColumn>(column), order));
@@ -218,8 +224,8 @@ void DataFilesModel::sort(int column, Qt::SortOrder order)
 
 bool DataFilesModel::isBySize() const
 {
-    return (m_sortColumn == FileRawSize || m_sortColumn == FileSizeText) &&
-           m_sortOrder == Qt::DescendingOrder;
+    return (m_asked.column == FileRawSize || m_asked.column == FileSizeText) &&
+           m_asked.order == Qt::DescendingOrder;
 }
 
 void DataFilesModel::endSorting()
@@ -232,10 +238,19 @@ void DataFilesModel::endSorting()
 
 void DataFilesModel::takeSorted()
 {
-    if (!m_sorter)
+    // The word of one that was ended in the meantime may still come.
+    if (!m_sorter || !m_sorter->isFinished())
         return;
-    applyOrder(m_sorter->takeOrder());
+    const bool failed = m_sorter->outOfMemory();
+    if (!failed) {
+        applyOrder(m_sorter->takeOrder());
+        m_shown = m_asked;
+    }
     endSorting();
+    if (failed) {
+        m_asked = m_shown;
+        emit sortingFailed(tr("There is not enough memory to sort this list."));
+    }
 }
 
 void DataFilesModel::applyOrder(FileOrder sorted)

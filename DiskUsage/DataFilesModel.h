@@ -36,7 +36,9 @@ public:
     FileSortThread(std::shared_ptr<const diskusage::ScanResult> result, int category,
                    diskusage::FileColumn column, Qt::SortOrder order);
 
+    // After finished().
     diskusage::FileOrder takeOrder() { return std::move(m_order); }
+    bool outOfMemory() const { return m_outOfMemory; }
 
 protected:
     void run() override;
@@ -47,6 +49,7 @@ private:
     diskusage::FileColumn m_column;
     Qt::SortOrder m_sortOrder;
     diskusage::FileOrder m_order;
+    bool m_outOfMemory = false;
 };
 
 // The files of one file-type category at a time, out of the records of a scan: texts are made for the rows
@@ -75,6 +78,8 @@ public:
     QString filePath(int row) const;
 
     // Returns at once; the rows move when sorting has ended.
+    int sortColumn() const { return m_asked.column; }
+    Qt::SortOrder sortOrder() const { return m_asked.order; }
     void sort(int column, Qt::SortOrder order = Qt::AscendingOrder) override;
 
     int rowCount(const QModelIndex &parent = {}) const override;
@@ -84,8 +89,15 @@ public:
 
 signals:
     void sortingChanged(bool running);
+    // Rows, column and order are what they were before. In words for the user.
+    void sortingFailed(const QString &message);
 
 private:
+    struct Sorting {
+        int column = diskusage::FileSizeText;
+        Qt::SortOrder order = Qt::DescendingOrder;
+    };
+
     void endSorting();
     void takeSorted();
     void applyOrder(diskusage::FileOrder sorted);
@@ -95,8 +107,8 @@ private:
     std::shared_ptr<const diskusage::ScanResult> m_result;
     std::vector<diskusage::FileOrder> m_bySize; // largest first, one per category
     int m_category = -1;
-    int m_sortColumn = diskusage::FileRawSize;
-    Qt::SortOrder m_sortOrder = Qt::DescendingOrder;
+    Sorting m_asked;
+    Sorting m_shown; // of the rows as they are; differs while a sort runs
     diskusage::FileOrder m_order;
     core::WorkerPointer<FileSortThread> m_sorter;
 };

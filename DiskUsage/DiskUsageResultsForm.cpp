@@ -18,7 +18,6 @@
 #include <QDir>
 #include <QHBoxLayout>
 #include <QIcon>
-#include <QLabel>
 #include <QPushButton>
 #include <QToolButton>
 #include <QVBoxLayout>
@@ -51,7 +50,7 @@ DiskUsageResultsForm::DiskUsageResultsForm(QWidget *parent)
       m_exportButton(new QPushButton(image("Export24"), tr("Export"), this)),
       m_notice(new NoticeBar(this)),
       m_busyBar(new QWidget(this)),
-      m_busyText(new QLabel(m_busyBar)),
+      m_busyText(new ElidedLabel(m_busyBar, Qt::ElideMiddle)),
       m_busyStop(new QPushButton(tr("Cancel"), m_busyBar)),
       m_tabs(new FLTabWidget(this)),
       m_folders(new FoldersPage(this)),
@@ -169,6 +168,8 @@ void DiskUsageResultsForm::connectPages()
     connect(m_folders, &FoldersPage::exportTable, this, &DiskUsageResultsForm::exportCurrentTable);
     connect(m_biggest, &BiggestFilesPage::exportTable, this, &DiskUsageResultsForm::exportCurrentTable);
     connect(m_types, &FileTypesPage::exportTable, this, &DiskUsageResultsForm::exportCurrentTable);
+    connect(m_types, &FileTypesPage::exportTypes, this,
+            [this] { exportTable([this] { return m_types->typesTable(); }); });
     connect(m_notCounted, &NotCountedPage::exportTable, this, &DiskUsageResultsForm::exportCurrentTable);
 }
 
@@ -189,6 +190,7 @@ void DiskUsageResultsForm::showScan(const ScanView &view)
 
 void DiskUsageResultsForm::detach()
 {
+    m_export.reset();
     m_folders->setModel(nullptr);
     m_biggest->setModel(nullptr);
     m_types->setModel(nullptr);
@@ -204,8 +206,7 @@ void DiskUsageResultsForm::showTotals()
                             QString::number(root.folders), secondsText(m_view.milliseconds));
     if (m_view.drive)
         text += tr(". Windows reports %1 used of %2.")
-                    .arg(core::sizeText(m_view.drive->totalBytes - m_view.drive->freeBytes),
-                         core::sizeText(m_view.drive->totalBytes));
+                    .arg(core::sizeText(m_view.drive->usedBytes()), core::sizeText(m_view.drive->totalBytes));
     m_totals->setText(text);
 }
 
@@ -227,7 +228,9 @@ void DiskUsageResultsForm::folderReplaced(const QString &path, const Folder &bef
                                                         : tr("%1 more than before").arg(more);
     m_biggest->addFolder(path, now.biggestFiles);
     m_folders->refresh();
+    m_notCounted->replaceFolder(path, now);
     showTotals();
+    showNotCounted();
     showNotice(tr("%1 was scanned again: %2, %3. The file types are still those of the whole scan.")
                    .arg(path, core::sizeText(after.bytes), change));
 }
@@ -262,17 +265,23 @@ CsvTable DiskUsageResultsForm::currentTable() const
 
 void DiskUsageResultsForm::exportCurrentTable()
 {
+    exportTable([this] { return currentTable(); });
+}
+
+void DiskUsageResultsForm::exportTable(const std::function<CsvTable()> &table)
+{
     if (!m_exportButton->isEnabled() || !m_view.result)
         return;
-    if (!currentTable().next)
+    const CsvTable shown = table();
+    if (!shown.next)
         return;
     const QPointer<DiskUsageResultsForm> alive(this);
-    const QString file = platform::dialogs().chooseFileToSave(
-        this, tr("Export as CSV"), currentTable().suggestedName + QStringLiteral(".csv"),
-        tr("Comma-separated values (*.csv)"));
+    const QString file = platform::dialogs().chooseFileToSave(this, tr("Export as CSV"),
+                                                              shown.suggestedName + QStringLiteral(".csv"),
+                                                              tr("Comma-separated values (*.csv)"));
     if (!alive || file.isEmpty() || !m_view.result || m_export)
         return;
-    m_export.reset(new CsvExportThread(file, currentTable()));
+    m_export.reset(new CsvExportThread(file, table()));
     connect(m_export.get(), &QThread::finished, this, &DiskUsageResultsForm::endExport);
     setBusy(true, tr("Exporting to %1 ...").arg(QDir::toNativeSeparators(file)));
     emit exportingChanged(true);
@@ -283,16 +292,16 @@ void DiskUsageResultsForm::endExport()
 {
     if (!m_export)
         return;
-    const bool cancelled = m_export->stopRequested();
+    const CsvExportThread::Outcome outcome = m_export->outcome();
     const QString error = m_export->error();
     const QString file = QDir::toNativeSeparators(m_export->file());
     const QString rows = QString::number(m_export->rows());
     m_export.reset();
     setBusy(false);
     emit exportingChanged(false);
-    if (!error.isEmpty())
+    if (outcome == CsvExportThread::Outcome::Failed)
         showNotice(tr("%1 could not be written: %2").arg(file, error), true);
-    else if (cancelled)
+    else if (outcome == CsvExportThread::Outcome::Cancelled)
         showNotice(tr("The export was cancelled; nothing was written."));
     else
         showNotice(tr("%1 rows were exported to %2.").arg(rows, file));

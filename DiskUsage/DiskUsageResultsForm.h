@@ -10,6 +10,7 @@
 #include <QPointer>
 #include <QWidget>
 
+#include <functional>
 #include <memory>
 #include <optional>
 
@@ -23,7 +24,6 @@ class FolderModel;
 class FoldersPage;
 class NoticeBar;
 class NotCountedPage;
-class QLabel;
 class QPushButton;
 class QToolButton;
 
@@ -50,7 +50,8 @@ public:
     ~DiskUsageResultsForm() override;
 
     void showScan(const ScanView &view);
-    // Detaches every model, which may then be freed on another thread.
+    // Detaches every model, which may then be freed on another thread. An export, which reads them, is ended
+    // without a word.
     void detach();
 
     // A folder of the result was scanned again and its rows were replaced.
@@ -81,6 +82,8 @@ private:
     void showNotCounted();
     diskusage::CsvTable currentTable() const;
     void exportCurrentTable();
+    // `table` is asked twice: what is shown may change while the file dialog is open.
+    void exportTable(const std::function<diskusage::CsvTable()> &table);
     void endExport();
 
     ScanView m_view;
@@ -92,7 +95,7 @@ private:
     NoticeBar *m_notice;
     QPointer<QWidget> m_focusBefore; // a job began
     QWidget *m_busyBar;
-    QLabel *m_busyText;
+    ElidedLabel *m_busyText;
     QPushButton *m_busyStop;
     FLTabWidget *m_tabs;
     FoldersPage *m_folders;

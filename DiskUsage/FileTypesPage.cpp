@@ -7,14 +7,17 @@
 #include "core/SizeText.h"
 #include "platform/FileTime.h"
 #include "widgets/EmptyState.h"
+#include "widgets/FLPopupMenu.h"
 #include "widgets/FLTableView.h"
 #include "widgets/FLTreeView.h"
 #include "widgets/RowDelegate.h"
 #include "widgets/Theme.h"
 
+#include <QAction>
 #include <QHeaderView>
 #include <QIcon>
 #include <QLabel>
+#include <QSignalBlocker>
 #include <QSplitter>
 #include <QStackedLayout>
 #include <QStandardItemModel>
@@ -28,11 +31,23 @@ namespace
 constexpr int categoryRole = Qt::UserRole;
 constexpr int smallestBar = 28;
 
+// Names are put in order without regard to case, as in all other lists.
+class NameItem : public QStandardItem
+{
+public:
+    using QStandardItem::QStandardItem;
+    bool operator<(const QStandardItem &other) const override
+    {
+        return text().compare(other.text(), Qt::CaseInsensitive) < 0;
+    }
+};
+
 // Sizes are shown by their text and sorted by their number.
 class SizeItem : public QStandardItem
 {
 public:
     explicit SizeItem(quint64 bytes) : m_bytes(bytes) { setText(core::sizeText(bytes)); }
+    quint64 bytes() const { return m_bytes; }
     bool operator<(const QStandardItem &other) const override
     {
         return m_bytes < static_cast<const SizeItem &>(other).m_bytes;
@@ -122,6 +137,39 @@ void FileTypesPage::connectAll()
             [this](const QPoint &where) { m_actions->showMenu(m_table->viewport()->mapToGlobal(where)); });
     connect(m_actions, &PathActions::exportTable, this, &FileTypesPage::exportTable);
     connect(m_actions, &PathActions::failed, this, &FileTypesPage::failed);
+    addTypesMenu();
+}
+
+void FileTypesPage::addTypesMenu()
+{
+    auto *action = new QAction(QIcon(QStringLiteral(":/resources/images/Export24.png")),
+                               tr("Export as CSV..."), m_types);
+    action->setObjectName(QStringLiteral("exportTypesAction"));
+    action->setShortcut(QKeySequence::Save);
+    action->setShortcutContext(Qt::WidgetWithChildrenShortcut);
+    m_types->addAction(action);
+    m_types->setContextMenuPolicy(Qt::CustomContextMenu);
+    connect(action, &QAction::triggered, this, &FileTypesPage::exportTypes);
+    connect(m_types, &QWidget::customContextMenuRequested, this, [this, action](const QPoint &where) {
+        auto *menu = new FLPopupMenu(m_types);
+        menu->setObjectName(QStringLiteral("typesMenu"));
+        menu->addWithShortcut(action);
+        menu->popup(m_types->viewport()->mapToGlobal(where));
+    });
+}
+
+void FileTypesPage::connectModel()
+{
+    connect(m_model, &DataFilesModel::sortingChanged, this, [this](bool running) {
+        m_sorting = running;
+        showTitle();
+    });
+    connect(m_model, &DataFilesModel::sortingFailed, this, [this](const QString &message) {
+        QHeaderView *header = m_table->horizontalHeader();
+        const QSignalBlocker quiet(header); // the mark goes back to where it was, which is no wish to sort
+        header->setSortIndicator(m_model->sortColumn(), m_model->sortOrder());
+        emit failed(message);
+    });
 }
 
 void FileTypesPage::setModel(DataFilesModel *model, quint64 total)
@@ -137,10 +185,7 @@ void FileTypesPage::setModel(DataFilesModel *model, quint64 total)
         m_title->clear();
         return;
     }
-    connect(m_model, &DataFilesModel::sortingChanged, this, [this](bool running) {
-        m_sorting = running;
-        showTitle();
-    });
+    connectModel();
     m_table->setModel(model);
     showFileColumns(*m_table);
     m_table->horizontalHeader()->setSortIndicator(FileSizeText, Qt::DescendingOrder);
@@ -158,7 +203,7 @@ void FileTypesPage::fillTypes(quint64 total)
         const FileTypeResult &type = m_model->category(i);
         if (i < others && !type.category.enabled)
             continue;
-        auto *name = new QStandardItem(QIcon(core::fileTypeIcon(type.category.name)), type.category.name);
+        auto *name = new NameItem(QIcon(core::fileTypeIcon(type.category.name)), type.category.name);
         name->setData(i, categoryRole);
         const double share =
             total == 0 ? 0 : 100.0 * static_cast<double>(type.total) / static_cast<double>(total);
@@ -225,6 +270,28 @@ CsvTable FileTypesPage::csvTable() const
         const FileRecord &file = files[order[next++]];
         row = {file.name, core::sizeText(file.size), platform::fileTimeText(file.lastAccessTime),
                result->path(file.folder), QString::number(file.size)};
+        return true;
+    };
+    return table;
+}
+
+CsvTable FileTypesPage::typesTable() const
+{
+    CsvTable table;
+    table.suggestedName = tr("File Types");
+    table.titles = {tr("File Type"), tr("Percentage"), tr("Size"), tr("Raw Size"), tr("File Count")};
+    QList<QStringList> rows;
+    for (int row = 0; row < m_typeModel->rowCount(); ++row) {
+        const auto *size = static_cast<const SizeItem *>(m_typeModel->item(row, TypeSize));
+        rows.append({m_typeModel->item(row, TypeName)->text(),
+                     QString::number(m_typeModel->index(row, TypeShare).data().toDouble(), 'f', 2),
+                     size->text(), QString::number(size->bytes()),
+                     m_typeModel->index(row, TypeCount).data().toString()});
+    }
+    table.next = [rows, next = qsizetype(0)](QStringList &row) mutable {
+        if (next == rows.size())
+            return false;
+        row = rows.at(next++);
         return true;
     };
     return table;

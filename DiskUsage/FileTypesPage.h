@@ -25,11 +25,14 @@ public:
 
     // `total` is what the shares are taken of, in bytes. Null detaches the model.
     void setModel(DataFilesModel *model, quint64 total = 0);
+    // The files of the selected type, and the types themselves, as they are shown.
     diskusage::CsvTable csvTable() const;
+    diskusage::CsvTable typesTable() const;
     PathActions *actions() const { return m_actions; }
 
 signals:
     void exportTable();
+    void exportTypes();
     void failed(const QString &message);
 
 private:
@@ -39,6 +42,8 @@ private:
     void buildFiles();
     void buildLayout();
     void connectAll();
+    void connectModel();
+    void addTypesMenu();
     void fillTypes(quint64 total);
     void showSelectedType();
     void showTitle();

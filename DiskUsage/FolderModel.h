@@ -100,7 +100,7 @@ public:
     QVariant data(const QModelIndex &index, int role = Qt::DisplayRole) const override;
     QVariant headerData(int section, Qt::Orientation orientation, int role = Qt::DisplayRole) const override;
     Qt::ItemFlags flags(const QModelIndex &index) const override;
-    // Removing the columns is how the tree is emptied: all rows go with them, whatever the range.
+    // Removing all columns is how the tree is emptied: the rows go with them. Any other range is refused.
     bool removeColumns(int column, int count, const QModelIndex &parent = {}) override;
 
 signals:

@@ -17,16 +17,31 @@ void NotCountedModel::setResult(const ScanResult *result)
 {
     beginResetModel();
     m_rows.clear();
-    if (result) {
-        for (const QString &path : result->excluded)
-            m_rows.push_back({path, Why::Excluded});
-        for (const QString &path : result->unreadable)
-            m_rows.push_back({path, Why::Unreadable});
-        for (std::size_t i = 0; i < result->folders.size(); ++i)
-            if (result->folders[i].cycle)
-                m_rows.push_back({result->path(static_cast<int>(i)), Why::Cycle});
-    }
+    if (result)
+        append(*result);
+    sortRows();
     endResetModel();
+}
+
+void NotCountedModel::replaceFolder(const QString &path, const ScanResult &now)
+{
+    const QString below = path + QLatin1Char('\\');
+    beginResetModel();
+    std::erase_if(m_rows, [&](const Row &row) { return row.path == path || row.path.startsWith(below); });
+    append(now);
+    sortRows();
+    endResetModel();
+}
+
+void NotCountedModel::append(const ScanResult &result)
+{
+    for (const QString &path : result.excluded)
+        m_rows.push_back({path, Why::Excluded});
+    for (const QString &path : result.unreadable)
+        m_rows.push_back({path, Why::Unreadable});
+    for (std::size_t i = 0; i < result.folders.size(); ++i)
+        if (result.folders[i].cycle)
+            m_rows.push_back({result.path(static_cast<int>(i)), Why::Cycle});
 }
 
 int NotCountedModel::count(Why why) const
@@ -43,7 +58,7 @@ QString NotCountedModel::reason(Why why)
     case Why::Unreadable:
         return tr("Could not be read");
     default:
-        return tr("A link to a folder above it");
+        return tr("A link to a folder above it, where it is counted");
     }
 }
 
@@ -76,14 +91,23 @@ void NotCountedModel::sort(int column, Qt::SortOrder order)
 {
     if (column < 0)
         return;
+    m_sortColumn = column;
+    m_sortOrder = order;
     emit layoutAboutToBeChanged({}, VerticalSortHint);
-    std::stable_sort(m_rows.begin(), m_rows.end(), [=](const Row &left, const Row &right) {
-        const Row &a = order == Qt::AscendingOrder ? left : right;
-        const Row &b = order == Qt::AscendingOrder ? right : left;
-        return column == Path ? a.path.compare(b.path, Qt::CaseInsensitive) < 0 : a.why < b.why;
-    });
+    sortRows();
     changePersistentIndexList(persistentIndexList(), QModelIndexList(persistentIndexList().size()));
     emit layoutChanged({}, VerticalSortHint);
+}
+
+void NotCountedModel::sortRows()
+{
+    if (m_sortColumn < 0)
+        return;
+    std::stable_sort(m_rows.begin(), m_rows.end(), [this](const Row &left, const Row &right) {
+        const Row &a = m_sortOrder == Qt::AscendingOrder ? left : right;
+        const Row &b = m_sortOrder == Qt::AscendingOrder ? right : left;
+        return m_sortColumn == Path ? a.path.compare(b.path, Qt::CaseInsensitive) < 0 : a.why < b.why;
+    });
 }
 
 NotCountedPage::NotCountedPage(QWidget *parent)
@@ -94,7 +118,7 @@ NotCountedPage::NotCountedPage(QWidget *parent)
           m_table, [this] { return m_table->currentIndex().siblingAtColumn(0).data().toString(); }))
 {
     m_table->setObjectName(QStringLiteral("notCountedTableView"));
-    m_table->setAccessibleName(tr("Folders that are not in the totals"));
+    m_table->setAccessibleName(tr("Folders that were not counted in full"));
     m_table->setModel(m_model);
     m_table->setContextMenuPolicy(Qt::CustomContextMenu);
     m_table->horizontalHeader()->setSectionResizeMode(NotCountedModel::Path, QHeaderView::Stretch);
@@ -104,7 +128,9 @@ NotCountedPage::NotCountedPage(QWidget *parent)
             3 * theme::space);
     m_table->sortByColumn(NotCountedModel::Path, Qt::AscendingOrder);
 
-    auto *note = new QLabel(tr("These folders and what is in them are not part of the totals."), this);
+    auto *note = new QLabel(
+        tr("The totals miss some or all of what is in these folders, unless it is counted elsewhere."), this);
+    note->setWordWrap(true);
     theme::makeMuted(note);
     auto *layout = new QVBoxLayout(this);
     layout->setContentsMargins(0, theme::spaceSnug, 0, 0);
@@ -122,6 +148,11 @@ NotCountedPage::NotCountedPage(QWidget *parent)
 void NotCountedPage::setResult(const ScanResult *result)
 {
     m_model->setResult(result);
+}
+
+void NotCountedPage::replaceFolder(const QString &path, const ScanResult &now)
+{
+    m_model->replaceFolder(path, now);
 }
 
 diskusage::CsvTable NotCountedPage::csvTable() const

@@ -12,7 +12,7 @@
 class FLTableView;
 class PathActions;
 
-// The folders that a scan left out, with the reason: a sum that misses something must say so.
+// The folders that a scan did not count in full, with the reason: a sum that misses something must say so.
 class NotCountedModel : public QAbstractTableModel
 {
     Q_OBJECT
@@ -28,6 +28,8 @@ public:
     using QAbstractTableModel::QAbstractTableModel;
 
     void setResult(const diskusage::ScanResult *result); // null empties it
+    // A folder of the result was scanned again: what `now` says takes the place of the rows below it.
+    void replaceFolder(const QString &path, const diskusage::ScanResult &now);
     const std::vector<Row> &rows() const { return m_rows; }
     int count(Why why) const;
     static QString reason(Why why);
@@ -39,7 +41,12 @@ public:
     void sort(int column, Qt::SortOrder order = Qt::AscendingOrder) override;
 
 private:
+    void append(const diskusage::ScanResult &result);
+    void sortRows();
+
     std::vector<Row> m_rows;
+    int m_sortColumn = -1; // as the scan met them
+    Qt::SortOrder m_sortOrder = Qt::AscendingOrder;
 };
 
 class NotCountedPage : public QWidget
@@ -50,6 +57,7 @@ public:
     explicit NotCountedPage(QWidget *parent = nullptr);
 
     void setResult(const diskusage::ScanResult *result);
+    void replaceFolder(const QString &path, const diskusage::ScanResult &now);
     const NotCountedModel &model() const { return *m_model; }
     diskusage::CsvTable csvTable() const;
 

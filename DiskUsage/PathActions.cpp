@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "DiskUsage/PathActions.h"
 
+#include "platform/Paths.h"
 #include "platform/Shell.h"
 #include "widgets/FLPopupMenu.h"
 
@@ -74,7 +75,12 @@ void PathActions::open()
 void PathActions::showInExplorer()
 {
     const QString path = m_path();
-    if (!path.isEmpty() && !platform::shell().revealInExplorer(path))
+    if (path.isEmpty())
+        return;
+    // For a path that is gone Explorer opens some other folder without a word.
+    if (!platform::fileExists(path))
+        emit failed(tr("%1 is not there any more. It was moved or deleted since the scan.").arg(path));
+    else if (!platform::shell().revealInExplorer(path))
         emit failed(tr("%1 could not be shown in Explorer.").arg(path));
 }
 

@@ -6,6 +6,8 @@
 #include <QFile>
 #include <QTest>
 
+#include <new>
+
 using namespace diskusage;
 
 namespace
@@ -50,6 +52,8 @@ private slots:
     void writesWhatExcelReads();
     void aFailureLeavesTheOldFile();
     void aCancelledExportLeavesTheOldFile();
+    void aLackOfMemoryLeavesTheOldFile();
+    void aStopAfterTheLastRowChangesNothing();
     void longTablesAreComplete();
 };
 
@@ -97,6 +101,7 @@ void CsvExportTest::aFailureLeavesTheOldFile()
     CsvExportThread job(folder.path(QStringLiteral("t.csv")), numbers(2));
     job.start();
     QVERIFY(job.wait());
+    QCOMPARE(job.outcome(), CsvExportThread::Outcome::Failed);
     QVERIFY(!job.error().isEmpty());
     QCOMPARE(filesIn(folder.path()), QStringList());
 }
@@ -113,9 +118,37 @@ void CsvExportTest::aCancelledExportLeavesTheOldFile()
     running = &job;
     job.start();
     QVERIFY(job.wait());
+    QCOMPARE(job.outcome(), CsvExportThread::Outcome::Cancelled);
     QCOMPARE(job.error(), QString());
     QCOMPARE(contents(file), QByteArrayLiteral("old"));
     QCOMPARE(filesIn(folder.path()), QStringList({QStringLiteral("t.csv")}));
+}
+
+void CsvExportTest::aLackOfMemoryLeavesTheOldFile()
+{
+    const tests::TestFolder folder;
+    const QString file = folder.makeFile(QStringLiteral("t.csv"), QByteArrayLiteral("old"));
+    CsvExportThread job(file, numbers(100'000, [](int row) {
+                            if (row == 50'000)
+                                throw std::bad_alloc();
+                        }));
+    job.start();
+    QVERIFY(job.wait());
+    QCOMPARE(job.outcome(), CsvExportThread::Outcome::Failed);
+    QVERIFY(!job.error().isEmpty());
+    QCOMPARE(contents(file), QByteArrayLiteral("old"));
+    QCOMPARE(filesIn(folder.path()), QStringList({QStringLiteral("t.csv")}));
+}
+
+void CsvExportTest::aStopAfterTheLastRowChangesNothing()
+{
+    const tests::TestFolder folder;
+    CsvExportThread job(folder.path(QStringLiteral("t.csv")), numbers(2));
+    job.start();
+    QVERIFY(job.wait());
+    job.requestStop();
+    QCOMPARE(job.outcome(), CsvExportThread::Outcome::Written);
+    QCOMPARE(contents(job.file()).count('\n'), 3);
 }
 
 void CsvExportTest::longTablesAreComplete()

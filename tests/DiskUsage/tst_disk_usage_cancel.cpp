@@ -2,11 +2,16 @@
 #include "DiskUsage/BiggestFilesModel.h"
 #include "DiskUsage/DataFilesModel.h"
 #include "DiskUsage/DiskUsageForm.h"
+#include "DiskUsage/DiskUsageResultsForm.h"
 #include "DiskUsage/FolderModel.h"
 #include "tests/DiskUsage/Scans.h"
+#include "tests/support/FakeDialogs.h"
+#include "tests/support/TestFolder.h"
 #include "tests/support/TestPrefix.h"
+#include "widgets/NoticeBar.h"
 
 #include <QElapsedTimer>
+#include <QFile>
 #include <QLabel>
 #include <QPushButton>
 #include <QSemaphore>
@@ -79,6 +84,8 @@ private slots:
     void ofAFolderScan();
     void theFormMayGoDuringAScan_data();
     void theFormMayGoDuringAScan();
+    void theFormMayGoDuringAnExport();
+    void aStopThatComesTooLateIsNoCancel();
     void aScanThatFailsEndsOnTheStartPage();
     void backFreesEverything();
 
@@ -200,6 +207,56 @@ void DiskUsageCancelTest::theFormMayGoDuringAScan()
     scene.form.reset();
     QVERIFY2(clock.elapsed() < quickly, qPrintable(QString::number(clock.elapsed())));
     QTest::qWait(50); // what was on its way to the form goes nowhere
+}
+
+void DiskUsageCancelTest::theFormMayGoDuringAnExport()
+{
+    const tests::TestFolder folder;
+    const QString file = folder.path(QStringLiteral("folders.csv"));
+    tests::FakeDialogs dialogs;
+    Scene scene;
+    for (int i = 0; i < 50'000; ++i)
+        scene.disk.addFolder(QStringLiteral("C:\\r\\d1\\e%1").arg(i));
+    QSignalSpy results(scene.form.get(), &DiskUsageForm::resultsShown);
+    scene.form->scan(QStringLiteral("C:\\r"));
+    QVERIFY(results.wait(20'000));
+    dialogs.nextFileToSave.enqueue(file);
+    QTest::mouseClick(scene.find<QPushButton>("exportButton"), Qt::LeftButton);
+    auto *page = scene.form->findChild<DiskUsageResultsForm *>();
+    QVERIFY(page->isExporting());
+    page->detach(); // whoever takes the models away ends what reads them
+    QVERIFY(!page->isExporting());
+    QVERIFY(!QFile::exists(file));
+
+    Scene next;
+    QSignalSpy nextResults(next.form.get(), &DiskUsageForm::resultsShown);
+    next.form->scan(QStringLiteral("C:\\r"));
+    QVERIFY(nextResults.wait());
+    dialogs.nextFileToSave.enqueue(file);
+    QTest::mouseClick(next.find<QPushButton>("exportButton"), Qt::LeftButton);
+    QVERIFY(next.form->isBusy());
+    next.form.reset();
+    QTest::qWait(50);
+}
+
+void DiskUsageCancelTest::aStopThatComesTooLateIsNoCancel()
+{
+    const tests::TestFolder folder;
+    const QString file = folder.path(QStringLiteral("folders.csv"));
+    tests::FakeDialogs dialogs;
+    Scene scene;
+    QSignalSpy results(scene.form.get(), &DiskUsageForm::resultsShown);
+    scene.form->scan(QStringLiteral("C:\\r"));
+    QVERIFY(results.wait());
+    dialogs.nextFileToSave.enqueue(file);
+    QTest::mouseClick(scene.find<QPushButton>("exportButton"), Qt::LeftButton);
+    for (int i = 0; i < 100 && !QFile::exists(file); ++i)
+        QThread::msleep(50); // the worker ends; this thread has not heard of it
+    QThread::msleep(100);
+    scene.form->requestStop();
+    QTRY_VERIFY(!scene.form->isBusy());
+    QVERIFY(QFile::exists(file));
+    QVERIFY(scene.find<NoticeBar>("noticeBar")->text().contains(QStringLiteral("401 rows")));
 }
 
 void DiskUsageCancelTest::aScanThatFailsEndsOnTheStartPage()

@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "DiskUsage/DataFilesModel.h"
+#include "DiskUsage/DiskUsageResultsForm.h"
 #include "DiskUsage/FolderModel.h"
 #include "DiskUsage/Settings.h"
 #include "DiskUsage/UsageGraph.h"
@@ -60,9 +61,12 @@ private slots:
     void theBiggestFilesAndFileTypesAreShown();
     void theGraphLeadsThroughTheFolders();
     void aFolderScannedAgainLeavesTheFileTypesAlone();
+    void aFolderScannedAgainCorrectsWhatIsNotCounted();
+    void longPathsDoNotWidenTheWindow();
     void everythingIsScannedAgain();
     void keysAndMenuActOnTheSelection();
     void aTableIsExported();
+    void theListOfFileTypesIsExported();
 
 private:
     std::unique_ptr<tests::RegistryGuard> m_guard;
@@ -202,6 +206,57 @@ void DiskUsageResultsTest::aFolderScannedAgainLeavesTheFileTypesAlone()
              QStringLiteral("new.mp4"));
 }
 
+void DiskUsageResultsTest::aFolderScannedAgainCorrectsWhatIsNotCounted()
+{
+    diskusage::saveExcludedFolders({{true, QStringLiteral("C:\\r\\a\\one\\x")}});
+    Scene scene;
+    scene.disk.addFolder(QStringLiteral("C:\\r\\a\\one\\x"));
+    scene.disk.addFolder(QStringLiteral("C:\\r\\a\\one more")); // a name that begins the same
+    scene.disk.setUnreadable(QStringLiteral("C:\\r\\a\\one more"));
+    QVERIFY(scene.scan(QStringLiteral("C:\\r")));
+    auto *table = scene.find<QTableView>("notCountedTableView");
+    QCOMPARE(column(*table->model(), 0),
+             QStringList({QStringLiteral("C:\\r\\a\\one more"), QStringLiteral("C:\\r\\a\\one\\x"),
+                          QStringLiteral("C:\\r\\locked"), QStringLiteral("C:\\r\\loop")}));
+    table->model()->sort(0, Qt::DescendingOrder);
+
+    diskusage::saveExcludedFolders({});
+    for (const char *name : {"new", "newer"}) {
+        const QString path = QStringLiteral("C:\\r\\a\\one\\%1").arg(QLatin1String(name));
+        scene.disk.addFolder(path);
+        scene.disk.setUnreadable(path);
+    }
+    scene.select({QStringLiteral("a"), QStringLiteral("one")});
+    QTest::keyClick(scene.tree(), Qt::Key_F5);
+    QTRY_VERIFY(!scene.form->isBusy());
+    QCOMPARE(column(*table->model(), 0),
+             QStringList({QStringLiteral("C:\\r\\loop"), QStringLiteral("C:\\r\\locked"),
+                          QStringLiteral("C:\\r\\a\\one\\newer"), QStringLiteral("C:\\r\\a\\one\\new"),
+                          QStringLiteral("C:\\r\\a\\one more")}));
+    QCOMPARE(scene.find<QTabWidget>("resultTabWidget")->tabText(3), QStringLiteral("Not Counted (5)"));
+}
+
+void DiskUsageResultsTest::longPathsDoNotWidenTheWindow()
+{
+    Scene scene;
+    const QString name(250, QLatin1Char('w'));
+    QString path = QStringLiteral("C:");
+    for (int i = 0; i < 12; ++i)
+        path += QLatin1Char('\\') + name;
+    scene.disk.addFile(path + QStringLiteral("\\f.txt"), 1);
+    QVERIFY(scene.scan(path.section(QLatin1Char('\\'), 0, -2)));
+    scene.select({name});
+    QTest::keyClick(scene.tree(), Qt::Key_F5); // and its name is one of the choices of the biggest files
+    QTRY_VERIFY(!scene.form->isBusy());
+    auto *page = scene.form->findChild<DiskUsageResultsForm *>();
+    page->setBusy(true, QStringLiteral("Scanning %1 again ...").arg(path));
+    for (int tab = 0; tab < 3; ++tab) {
+        scene.find<QTabWidget>("resultTabWidget")->setCurrentIndex(tab);
+        const int width = page->minimumSizeHint().width();
+        QVERIFY2(width < 800, qPrintable(QString::number(width)));
+    }
+}
+
 void DiskUsageResultsTest::everythingIsScannedAgain()
 {
     Scene scene;
@@ -221,14 +276,25 @@ void DiskUsageResultsTest::everythingIsScannedAgain()
 void DiskUsageResultsTest::keysAndMenuActOnTheSelection()
 {
     FakeShell shell;
+    TestFolder folder;
     Scene scene;
+    // "gone" was deleted since the scan.
+    folder.makeFolder(QStringLiteral("there"));
+    for (const char *name : {"there", "gone"})
+        scene.disk.addFolder(folder.path(QLatin1String(name)));
+    QVERIFY(scene.scan(folder.path()));
+    for (const char *name : {"there", "gone"}) {
+        scene.select({QLatin1String(name)});
+        QTest::keyClick(scene.tree(), Qt::Key_E, Qt::ControlModifier);
+    }
+    QCOMPARE(shell.revealed, QStringList({folder.path(QStringLiteral("there"))}));
+    QVERIFY(scene.notice().contains(folder.path(QStringLiteral("gone"))));
+
     QVERIFY(scene.scan(QStringLiteral("C:\\r")));
     QTreeView *tree = scene.tree();
     scene.select({QStringLiteral("a")});
     QTest::keyClick(tree, Qt::Key_C, Qt::ControlModifier);
     QCOMPARE(QGuiApplication::clipboard()->text(), QStringLiteral("C:\\r\\a"));
-    QTest::keyClick(tree, Qt::Key_E, Qt::ControlModifier);
-    QCOMPARE(shell.revealed, QStringList({QStringLiteral("C:\\r\\a")}));
     emit tree->customContextMenuRequested(tree->visualRect(tree->currentIndex()).center());
     auto *menu = tree->findChild<QMenu *>(QStringLiteral("pathMenu"));
     QVERIFY(menu && menu->isVisible());
@@ -285,6 +351,33 @@ void DiskUsageResultsTest::aTableIsExported()
     dialogs.nextFileToSave.enqueue(QString());
     QTest::mouseClick(scene.find<QPushButton>("exportButton"), Qt::LeftButton);
     QVERIFY(!scene.form->isBusy());
+}
+
+void DiskUsageResultsTest::theListOfFileTypesIsExported()
+{
+    const TestFolder folder;
+    FakeDialogs dialogs;
+    Scene scene;
+    QVERIFY(scene.scan(QStringLiteral("C:\\r")));
+    scene.find<QTabWidget>("resultTabWidget")->setCurrentIndex(2);
+    auto *types = scene.find<QTreeView>("fileTypesTreeView");
+    types->setFocus();
+    emit types->customContextMenuRequested(QPoint(5, 5));
+    auto *menu = types->findChild<QMenu *>(QStringLiteral("typesMenu"));
+    QVERIFY(menu && menu->isVisible());
+    QCOMPARE(menu->actions().first()->text(), QStringLiteral("Export as CSV..."));
+    menu->close();
+    const QString file = folder.path(QStringLiteral("types.csv"));
+    dialogs.nextFileToSave.enqueue(file);
+    QTest::keyClick(types, Qt::Key_S, Qt::ControlModifier);
+    QTRY_VERIFY(!scene.form->isBusy());
+    QCOMPARE(dialogs.fileDialogs.first().text, QStringLiteral("File Types.csv"));
+    const QList<QByteArray> lines = contents(file).split('\n');
+    QCOMPARE(lines.size(), 15); // the titles, thirteen types, and what follows the last line's end
+    QCOMPARE(lines.at(0), QByteArray("\xEF\xBB\xBF"
+                                     "File Type,Percentage,Size,Raw Size,File Count\r"));
+    QCOMPARE(lines.at(1), QByteArray("Video Files,50.00,15.00 MB,15728640,1\r"));
+    QCOMPARE(lines.at(4), QByteArray("Other file types,3.33,1.00 MB,1048576,1\r"));
 }
 
 QTEST_MAIN(DiskUsageResultsTest)
