@@ -5,6 +5,7 @@
 #include "widgets/Theme.h"
 
 #include <QDialogButtonBox>
+#include <QHBoxLayout>
 #include <QLabel>
 #include <QLineEdit>
 #include <QPushButton>
@@ -35,7 +36,8 @@ void DiskUsageAddFileTypesDialog::buildLayout()
 {
     auto *hint = new QLabel(tr("Add a new file extensions. Example: ") + QStringLiteral("\".pdf\""), this);
     hint->setObjectName(QStringLiteral("hintLabel"));
-    hint->setBuddy(m_edit);
+    auto *name = new QLabel(tr("&Extension:"), this);
+    name->setBuddy(m_edit);
     m_edit->setObjectName(QStringLiteral("FileTypeLineEdit"));
     m_edit->setAccessibleName(tr("File extension"));
     m_edit->setMaxLength(longestExtension);
@@ -50,10 +52,14 @@ void DiskUsageAddFileTypesDialog::buildLayout()
     buttons->addButton(m_ok, QDialogButtonBox::AcceptRole);
     buttons->addButton(m_cancel, QDialogButtonBox::RejectRole);
 
+    auto *line = new QHBoxLayout;
+    line->setSpacing(theme::spaceSnug);
+    line->addWidget(name);
+    line->addWidget(m_edit, 1);
     auto *layout = new QVBoxLayout(this);
     layout->setSpacing(theme::spaceSnug);
     layout->addWidget(hint);
-    layout->addWidget(m_edit);
+    layout->addLayout(line);
     layout->addWidget(m_problem);
     layout->addStretch();
     layout->addWidget(buttons);

@@ -15,6 +15,16 @@
 #include <QPushButton>
 #include <QVBoxLayout>
 
+namespace
+{
+
+QIcon infoIcon()
+{
+    return QIcon(QStringLiteral(":/resources/images/Info16.png"));
+}
+
+} // namespace
+
 DiskUsageEditFileTypesDialog::DiskUsageEditFileTypesDialog(core::FileTypeCategory category,
                                                            core::FileTypeTable others, QWidget *parent)
     : QDialog(parent),
@@ -29,7 +39,8 @@ DiskUsageEditFileTypesDialog::DiskUsageEditFileTypesDialog(core::FileTypeCategor
     setWindowTitle(tr("Edit File Types"));
     buildLayout();
     connectAll();
-    m_list->addItems(m_category.extensions);
+    for (const QString &extension : std::as_const(m_category.extensions))
+        addRow(extension);
     m_list->setCurrentRow(0);
     enableButtons();
 }
@@ -102,19 +113,37 @@ void DiskUsageEditFileTypesDialog::on_AddButton_clicked()
 
 void DiskUsageEditFileTypesDialog::on_newFileExtensionValue(const QString &extension)
 {
-    const QIcon icon(QStringLiteral(":/resources/images/Info16.png"));
     if (m_category.extensions.contains(extension, Qt::CaseInsensitive)) {
-        m_notice->showNotice(icon, tr("%1 is in the list already.").arg(extension));
+        m_notice->showNotice(infoIcon(), tr("%1 is in the list already.").arg(extension));
         return;
     }
     m_category.extensions.append(extension);
-    m_list->addItem(extension);
+    addRow(extension);
     m_list->setCurrentRow(m_list->count() - 1);
-    m_notice->hide();
+    const QString note = sharedNote(extension);
+    if (note.isEmpty())
+        m_notice->hide();
+    else
+        m_notice->showNotice(infoIcon(), note);
+}
+
+QString DiskUsageEditFileTypesDialog::sharedNote(const QString &extension) const
+{
     for (const core::FileTypeCategory &other : m_others)
         if (other.extensions.contains(extension, Qt::CaseInsensitive))
-            m_notice->showNotice(
-                icon, tr("%1 is also in \"%2\"; such files count in both.").arg(extension, other.name));
+            return tr("%1 is also in \"%2\"; such files count in both.").arg(extension, other.name);
+    return {};
+}
+
+void DiskUsageEditFileTypesDialog::addRow(const QString &extension)
+{
+    auto *row = new QListWidgetItem(extension, m_list);
+    const QString note = sharedNote(extension);
+    if (note.isEmpty())
+        return;
+    row->setIcon(infoIcon());
+    row->setToolTip(note);
+    row->setData(Qt::AccessibleDescriptionRole, note);
 }
 
 void DiskUsageEditFileTypesDialog::on_DeleteButton_clicked()

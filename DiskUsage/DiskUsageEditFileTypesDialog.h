@@ -36,6 +36,10 @@ private:
     void buildLayout();
     void connectAll();
     void enableButtons();
+    // Marks an extension that stands in another category as well.
+    void addRow(const QString &extension);
+    // What to say about that; empty when it stands in this one only.
+    QString sharedNote(const QString &extension) const;
 
     core::FileTypeCategory m_category;
     core::FileTypeTable m_others;

@@ -128,6 +128,11 @@ void DiskUsageForm::requestStop()
     m_results->requestStop();
 }
 
+bool DiskUsageForm::mayLeave()
+{
+    return m_pages->currentWidget() != m_options || !m_options->hasUnsavedChanges() || m_options->tryClose();
+}
+
 QString DiskUsageForm::busyText() const
 {
     if (isClearingRam())

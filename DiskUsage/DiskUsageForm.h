@@ -37,6 +37,7 @@ public:
 
     bool isBusy() const override;
     void requestStop() override;
+    bool mayLeave() override;
     QString busyText() const override;
 
     bool isScanning() const;

@@ -11,10 +11,15 @@
 #include <QCheckBox>
 #include <QDir>
 #include <QIcon>
-#include <QLabel>
 #include <QPushButton>
+#include <QShowEvent>
 
 using namespace diskusage;
+
+namespace
+{
+constexpr int mostNamedSiblings = 3;
+}
 
 // The page's making is in DiskUsageOptionsPage.cpp.
 
@@ -94,7 +99,7 @@ void DiskUsageOptionsForm::editsChanged()
     checkSiblings();
 }
 
-void DiskUsageOptionsForm::tryClose()
+bool DiskUsageOptionsForm::tryClose()
 {
     if (hasUnsavedChanges()) {
         const auto answer = platform::dialogs().ask(
@@ -103,19 +108,24 @@ void DiskUsageOptionsForm::tryClose()
             QMessageBox::Yes | QMessageBox::No | QMessageBox::Cancel, QMessageBox::Yes);
         if (answer == QMessageBox::Yes)
             on_saveButton_clicked();
-        else if (answer != QMessageBox::No)
-            return;
+        if (answer != QMessageBox::No && hasUnsavedChanges()) // the user stays, or nothing was saved
+            return false;
     }
     emit closed();
+    return true;
 }
 
 void DiskUsageOptionsForm::on_saveButton_clicked()
 {
-    saveScanSettings(edited());
-    m_stored = edited();
+    const bool saved = saveScanSettings(edited());
+    m_stored = saved ? edited() : loadScanSettings();
     editsChanged();
-    m_notice->showNotice(QIcon(QStringLiteral(":/resources/images/Info16.png")),
-                         tr("Saved. The next scan uses these options."));
+    if (saved)
+        m_notice->showNotice(QIcon(QStringLiteral(":/resources/images/Info16.png")),
+                             tr("Saved. The next scan uses these options."));
+    else
+        m_notice->showNotice(QIcon(QStringLiteral(":/resources/images/Warning16.png")),
+                             tr("Windows refused to store the options; they are not saved."));
 }
 
 void DiskUsageOptionsForm::on_FileTypesEditButton_clicked()
@@ -198,32 +208,34 @@ void DiskUsageOptionsForm::on_excludeRemoveButton_clicked()
     editsChanged();
 }
 
+void DiskUsageOptionsForm::showEvent(QShowEvent *event)
+{
+    QWidget::showEvent(event);
+    if (!event->spontaneous())
+        checkSiblings();
+}
+
+// A disk is woken and a server asked for a page on the screen only.
 void DiskUsageOptionsForm::checkSiblings()
 {
-    if (m_siblingCheck) { // one that waits for a slow drive is not waited for
-        m_checkAgain = true;
+    if (!isVisible())
         return;
-    }
     QStringList folders;
     for (const core::ExcludedFolder &folder : edited().excludedFolders)
         if (folder.enabled)
             folders.append(folder.path);
     if (m_excludeOneDrive->isChecked() && !m_oneDrive.isEmpty())
         folders.append(m_oneDrive);
-    m_siblingCheck.reset(new SiblingCheck(folders));
-    connect(m_siblingCheck.get(), &QThread::finished, this, &DiskUsageOptionsForm::showSiblings);
-    m_siblingCheck->start();
+    m_siblingCheck.check(folders);
 }
 
-void DiskUsageOptionsForm::showSiblings()
+void DiskUsageOptionsForm::showSiblings(const QStringList &siblings)
 {
-    if (!m_siblingCheck)
-        return;
-    const QStringList siblings = m_siblingCheck->siblings();
-    m_siblingCheck.reset();
-    m_siblingNote->setText(tr("Folders whose names begin the same are left out as well: %1")
-                               .arg(siblings.join(QLatin1String(", "))));
+    const QString names = siblings.mid(0, mostNamedSiblings).join(QLatin1String(", "));
+    const qsizetype more = siblings.size() - mostNamedSiblings;
+    m_siblingNote->setText(
+        more > 0 ? tr("Folders whose names begin the same are left out as well: %1 and %2 more")
+                       .arg(names, QString::number(more))
+                 : tr("Folders whose names begin the same are left out as well: %1").arg(names));
     m_siblingNote->setVisible(!siblings.isEmpty());
-    if (std::exchange(m_checkAgain, false))
-        checkSiblings();
 }

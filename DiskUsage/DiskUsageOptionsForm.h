@@ -11,7 +11,6 @@ class FLTabWidget;
 class FLTreeWidget;
 class NoticeBar;
 class QCheckBox;
-class QLabel;
 class QPushButton;
 class QToolButton;
 
@@ -23,19 +22,24 @@ class DiskUsageOptionsForm : public QWidget
 
 public:
     explicit DiskUsageOptionsForm(QWidget *parent = nullptr);
+    // With another way of looking for the folders that a scan leaves out as well.
+    explicit DiskUsageOptionsForm(SiblingCheck::Finder siblings, QWidget *parent = nullptr);
     ~DiskUsageOptionsForm() override;
 
     // Reads what is stored; edits that were not saved are gone.
     void load();
     bool hasUnsavedChanges() const;
-    // Leaves the page, after asking what to do about unsaved edits.
-    void tryClose();
+    // Leaves the page, after asking what to do about unsaved edits. False when it stays.
+    bool tryClose();
 
 signals:
     void closed();
 
 public slots:
     void on_newFileTypeValue(const QString &displayText);
+
+protected:
+    void showEvent(QShowEvent *event) override;
 
 private slots:
     void on_saveButton_clicked();
@@ -59,7 +63,7 @@ private:
     diskusage::ScanSettings edited() const;
     void editsChanged();
     void checkSiblings();
-    void showSiblings();
+    void showSiblings(const QStringList &siblings);
 
     diskusage::ScanSettings m_stored;
     core::FileTypeTable m_fileTypes; // as edited, but for the check boxes
@@ -77,9 +81,8 @@ private:
     FLTreeWidget *m_excluded;
     QPushButton *m_excludeAdd;
     QPushButton *m_excludeRemove;
-    QLabel *m_siblingNote;
+    ElidedLabel *m_siblingNote;
     NoticeBar *m_notice;
     bool m_loading = false;
-    bool m_checkAgain = false;
-    core::WorkerPointer<SiblingCheck> m_siblingCheck;
+    SiblingCheck m_siblingCheck;
 };

@@ -43,6 +43,11 @@ QHBoxLayout *beside(QWidget *list, const QList<QPushButton *> &buttons)
 } // namespace
 
 DiskUsageOptionsForm::DiskUsageOptionsForm(QWidget *parent)
+    : DiskUsageOptionsForm(diskusage::siblingsLeftOut, parent)
+{
+}
+
+DiskUsageOptionsForm::DiskUsageOptionsForm(SiblingCheck::Finder siblings, QWidget *parent)
     : QWidget(parent),
       m_back(new QToolButton(this)),
       m_tabs(new FLTabWidget(this)),
@@ -52,12 +57,13 @@ DiskUsageOptionsForm::DiskUsageOptionsForm(QWidget *parent)
       m_restore(new QPushButton(image("Refresh24"), tr("Restore"), this)),
       m_excludeOneDrive(new QCheckBox(tr("Exclude OneDrive Folder"), this)),
       m_oneDriveLabel(new ElidedLabel(this, Qt::ElideMiddle)),
-      m_openOneDrive(new QPushButton(image("FolderOpen24"), tr("Open OneDrive Folder"), this)),
+      m_openOneDrive(new QPushButton(image("FolderOpen24"), tr("&Open OneDrive Folder"), this)),
       m_excluded(new FLTreeWidget(this)),
-      m_excludeAdd(new QPushButton(image("Add24"), tr("Add"), this)),
-      m_excludeRemove(new QPushButton(image("Delete24"), tr("Remove"), this)),
-      m_siblingNote(new QLabel(this)),
-      m_notice(new NoticeBar(this))
+      m_excludeAdd(new QPushButton(image("Add24"), tr("&Add"), this)),
+      m_excludeRemove(new QPushButton(image("Delete24"), tr("&Remove"), this)),
+      m_siblingNote(new ElidedLabel(this, Qt::ElideMiddle)),
+      m_notice(new NoticeBar(this)),
+      m_siblingCheck(std::move(siblings))
 {
     m_tabs->addTab(buildFileTypesTab(), tr("File Types"));
     m_tabs->addTab(buildExcludeTab(), tr("Exclude Folder"));
@@ -106,8 +112,6 @@ QWidget *DiskUsageOptionsForm::buildExcludeTab()
     m_excludeAdd->setObjectName(QStringLiteral("excludeAddButton"));
     m_excludeRemove->setObjectName(QStringLiteral("excludeRemoveButton"));
     m_siblingNote->setObjectName(QStringLiteral("siblingNoteLabel"));
-    m_siblingNote->setTextFormat(Qt::PlainText);
-    m_siblingNote->setWordWrap(true);
     m_siblingNote->hide();
 
     auto *oneDrive = new QHBoxLayout;
@@ -183,6 +187,7 @@ void DiskUsageOptionsForm::connectAll()
         connect(list, &QTreeWidget::itemChanged, this, &DiskUsageOptionsForm::editsChanged);
         connect(list, &QTreeWidget::currentItemChanged, this, &DiskUsageOptionsForm::editsChanged);
     }
+    connect(&m_siblingCheck, &SiblingCheck::found, this, &DiskUsageOptionsForm::showSiblings);
     connect(m_fileTypeTree, &QTreeWidget::itemDoubleClicked, m_edit, &QAbstractButton::click);
     const auto key = [](QWidget *owner, const QKeySequence &sequence, Qt::ShortcutContext context,
                         QAbstractButton *button) {

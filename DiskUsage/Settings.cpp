@@ -23,6 +23,12 @@ bool readNumbered(QStringView name, int index, QString &text)
     return settings::readString(key, settings::numbered(name, index), text);
 }
 
+// Absent values are no failure.
+bool removeValue(const QString &name)
+{
+    return settings::deleteValue(key, name) || !settings::valueExists(key, name);
+}
+
 } // namespace
 
 bool loadFileTypes(core::FileTypeTable &table)
@@ -49,17 +55,18 @@ core::FileTypeTable loadFileTypesOrDefaults()
     return loadFileTypes(table) ? table : core::defaultFileTypes();
 }
 
-void saveFileTypes(const core::FileTypeTable &table)
+bool saveFileTypes(const core::FileTypeTable &table)
 {
     const int count = static_cast<int>(std::min<std::size_t>(table.size(), mostFileTypes));
-    settings::writeDword(key, fileTypeDataCount, static_cast<quint32>(count));
+    bool saved = settings::writeDword(key, fileTypeDataCount, static_cast<quint32>(count));
     for (int index = 0; index < count; ++index)
-        settings::writeString(key, settings::numbered(fileTypeData, index),
-                              table[static_cast<std::size_t>(index)].storedText());
+        saved &= settings::writeString(key, settings::numbered(fileTypeData, index),
+                                       table[static_cast<std::size_t>(index)].storedText());
     // What an earlier, longer table left behind.
     int index = count;
     while (settings::deleteValue(key, settings::numbered(fileTypeData, index)))
         ++index;
+    return saved;
 }
 
 std::vector<core::ExcludedFolder> loadExcludedFolders()
@@ -77,15 +84,17 @@ std::vector<core::ExcludedFolder> loadExcludedFolders()
     return folders;
 }
 
-void saveExcludedFolders(const std::vector<core::ExcludedFolder> &folders)
+bool saveExcludedFolders(const std::vector<core::ExcludedFolder> &folders)
 {
+    bool saved = true;
     for (int index = 0; index < mostExcludedFolders; ++index) {
         const QString name = settings::numbered(excludedFolderData, index);
         if (static_cast<std::size_t>(index) < folders.size())
-            settings::writeString(key, name, folders[static_cast<std::size_t>(index)].storedText());
+            saved &= settings::writeString(key, name, folders[static_cast<std::size_t>(index)].storedText());
         else
-            settings::deleteValue(key, name);
+            saved &= removeValue(name);
     }
+    return saved;
 }
 
 ScanSettings loadScanSettings()
@@ -93,11 +102,11 @@ ScanSettings loadScanSettings()
     return {loadFileTypesOrDefaults(), loadExcludedFolders(), excludeOneDriveFolder.read()};
 }
 
-void saveScanSettings(const ScanSettings &changed)
+bool saveScanSettings(const ScanSettings &changed)
 {
-    saveFileTypes(changed.fileTypes);
-    saveExcludedFolders(changed.excludedFolders);
-    excludeOneDriveFolder.write(changed.excludeOneDrive);
+    const bool fileTypes = saveFileTypes(changed.fileTypes);
+    const bool folders = saveExcludedFolders(changed.excludedFolders);
+    return excludeOneDriveFolder.write(changed.excludeOneDrive) && fileTypes && folders;
 }
 
 QStringList loadRecentFolders()

@@ -32,11 +32,12 @@ inline constexpr quint32 mostFileTypes = 1000;
 bool loadFileTypes(core::FileTypeTable &table);
 // The stored categories, or the built-in ones when there are none.
 core::FileTypeTable loadFileTypesOrDefaults();
-void saveFileTypes(const core::FileTypeTable &table);
+// Saving answers false when Windows refused any of it.
+bool saveFileTypes(const core::FileTypeTable &table);
 
 std::vector<core::ExcludedFolder> loadExcludedFolders();
 // Writes at most ten and deletes the stored ones beyond, which would come back at the next load.
-void saveExcludedFolders(const std::vector<core::ExcludedFolder> &folders);
+bool saveExcludedFolders(const std::vector<core::ExcludedFolder> &folders);
 
 // What the options page edits and every scan reads.
 struct ScanSettings {
@@ -48,7 +49,7 @@ struct ScanSettings {
 };
 
 ScanSettings loadScanSettings();
-void saveScanSettings(const ScanSettings &changed);
+bool saveScanSettings(const ScanSettings &changed);
 
 // Newest first. A hole in the numbers ends nothing: later ones are still read.
 QStringList loadRecentFolders();

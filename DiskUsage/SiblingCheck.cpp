@@ -3,6 +3,11 @@
 
 #include "platform/Win32Enumerator.h"
 
+#include <exception>
+#include <mutex>
+#include <thread>
+#include <utility>
+
 namespace diskusage
 {
 
@@ -27,10 +32,72 @@ QStringList siblingsLeftOut(const QString &folder, const core::CancelFlag &cance
 
 } // namespace diskusage
 
-void SiblingCheck::run()
+// What a check and its thread have in common. It outlives the check as long as the thread hangs.
+struct SiblingCheck::Run {
+    QStringList siblings() const;
+
+    Finder finder;
+    QStringList folders;
+    core::CancelFlag cancel;
+    std::mutex mutex;
+    SiblingCheck *owner = nullptr; // null when it is gone
+};
+
+QStringList SiblingCheck::Run::siblings() const
+try {
+    QStringList found;
+    for (const QString &folder : folders)
+        for (const QString &sibling : finder(folder, cancel))
+            if (!folders.contains(sibling, Qt::CaseInsensitive) && !found.contains(sibling))
+                found.append(sibling);
+    return found;
+} catch (const std::exception &) { // a lack of memory: there is no note then
+    return {};
+}
+
+SiblingCheck::SiblingCheck(Finder finder, QObject *parent) : QObject(parent), m_finder(std::move(finder)) {}
+
+SiblingCheck::~SiblingCheck()
 {
-    for (const QString &folder : std::as_const(m_folders))
-        for (const QString &sibling : diskusage::siblingsLeftOut(folder, cancelFlag()))
-            if (!m_folders.contains(sibling, Qt::CaseInsensitive) && !m_siblings.contains(sibling))
-                m_siblings.append(sibling);
+    if (!m_run)
+        return;
+    m_run->cancel.set();
+    const std::lock_guard lock(m_run->mutex);
+    m_run->owner = nullptr;
+}
+
+void SiblingCheck::check(const QStringList &folders)
+{
+    if (!m_run) {
+        start(folders);
+        return;
+    }
+    m_run->cancel.set();
+    m_next = folders;
+}
+
+void SiblingCheck::start(const QStringList &folders)
+{
+    m_run = std::make_shared<Run>();
+    m_run->finder = m_finder;
+    m_run->folders = folders;
+    m_run->owner = this;
+    // Detached: a call on an absent server cannot be interrupted, and nobody may wait for it.
+    std::thread([run = m_run] {
+        const QStringList siblings = run->siblings();
+        // With the lock held, the owner cannot go before the answer stands in its queue.
+        const std::lock_guard lock(run->mutex);
+        if (SiblingCheck *owner = run->owner)
+            QMetaObject::invokeMethod(
+                owner, [owner, siblings] { owner->take(siblings); }, Qt::QueuedConnection);
+    }).detach();
+}
+
+void SiblingCheck::take(const QStringList &siblings)
+{
+    m_run.reset();
+    if (m_next)
+        start(*std::exchange(m_next, std::nullopt));
+    else
+        emit found(siblings);
 }

@@ -1,9 +1,14 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
-#include "core/WorkerThread.h"
+#include "core/CancelFlag.h"
 
+#include <QObject>
 #include <QStringList>
+
+#include <functional>
+#include <memory>
+#include <optional>
 
 namespace diskusage
 {
@@ -14,21 +19,34 @@ QStringList siblingsLeftOut(const QString &folder, const core::CancelFlag &cance
 
 } // namespace diskusage
 
-// Looks for such siblings of several folders, which may lie on slow drives.
-class SiblingCheck : public core::WorkerThread
+// Looks for such siblings of several folders on a thread of its own and tells the thread it lives in. It can
+// be destroyed at any moment and waits for nothing: a folder on a server that is not there does not answer
+// for a minute; the thread is left behind and its late answer dropped.
+class SiblingCheck : public QObject
 {
     Q_OBJECT
 
 public:
-    explicit SiblingCheck(QStringList folders) : m_folders(std::move(folders)) {}
+    using Finder = std::function<QStringList(const QString &folder, const core::CancelFlag &cancel)>;
 
-    // After finished().
-    QStringList siblings() const { return m_siblings; }
+    explicit SiblingCheck(Finder finder, QObject *parent = nullptr);
+    ~SiblingCheck() override;
 
-protected:
-    void run() override;
+    // Stops a check that runs. The new one begins when that has ended, so that a server that does not answer
+    // is not asked by one thread more for every edit.
+    void check(const QStringList &folders);
+
+signals:
+    // The siblings that are not among the folders themselves; of the newest check.
+    void found(const QStringList &siblings);
 
 private:
-    QStringList m_folders;
-    QStringList m_siblings;
+    struct Run;
+
+    void start(const QStringList &folders);
+    void take(const QStringList &siblings);
+
+    Finder m_finder;
+    std::shared_ptr<Run> m_run; // null when none runs
+    std::optional<QStringList> m_next;
 };

@@ -11,10 +11,13 @@
 #include "widgets/PathBar.h"
 
 #include <QApplication>
+#include <QCheckBox>
 #include <QDropEvent>
 #include <QMimeData>
 #include <QPushButton>
 #include <QTabWidget>
+#include <QToolButton>
+#include <QTreeWidget>
 
 using diskusage::loadRecentFolders;
 using tests::FakeDialogs;
@@ -39,6 +42,7 @@ private slots:
     void aRealFolderIsMeasured();
     void foldersAreChosenAndRemembered();
     void aFolderIsDropped();
+    void unsavedOptionsAskBeforeTheFormIsLeft();
     void theTabKeyFollowsThePage();
     void everyControlHasAName();
     void aMissingFolderIsNoError();
@@ -125,6 +129,30 @@ void DiskUsageFormTest::aFolderIsDropped()
     QVERIFY(drop(folder.path() + QLatin1Char('/')));
     QVERIFY(results.wait());
     QCOMPARE(scene.row({}).data().toString(), QFileInfo(folder.path()).fileName());
+}
+
+void DiskUsageFormTest::unsavedOptionsAskBeforeTheFormIsLeft()
+{
+    FakeDialogs dialogs;
+    Scene scene;
+    QVERIFY(scene.form->mayLeave());
+    QTest::mouseClick(scene.find<QToolButton>("optionsButton"), Qt::LeftButton);
+    auto *oneDrive = scene.find<QCheckBox>("excludeOneDrivecheckBox");
+    QVERIFY(scene.form->mayLeave()); // nothing was edited
+    QVERIFY(scene.find<QTreeWidget>("fileTypesTreeWidget")->isVisible());
+    QVERIFY(dialogs.questions.isEmpty());
+
+    oneDrive->setChecked(true);
+    dialogs.nextAnswer.enqueue(QMessageBox::Cancel);
+    QVERIFY(!scene.form->mayLeave());
+    QVERIFY(oneDrive->isChecked());
+    QVERIFY(!diskusage::excludeOneDriveFolder.read());
+    dialogs.nextAnswer.enqueue(QMessageBox::Yes);
+    QVERIFY(scene.form->mayLeave());
+    QVERIFY(diskusage::excludeOneDriveFolder.read());
+    QCOMPARE(dialogs.questions.size(), 2);
+    QVERIFY(scene.form->mayLeave());
+    QCOMPARE(dialogs.questions.size(), 2);
 }
 
 void DiskUsageFormTest::theTabKeyFollowsThePage()

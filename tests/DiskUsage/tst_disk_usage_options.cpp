@@ -3,11 +3,11 @@
 #include "DiskUsage/DiskUsageEditFileTypesDialog.h"
 #include "DiskUsage/DiskUsageOptionsForm.h"
 #include "DiskUsage/Settings.h"
-#include "app/settings/Settings.h"
+#include "platform/Handle.h"
+#include "tests/DiskUsage/Find.h"
 #include "tests/support/FakeDialogs.h"
-#include "tests/support/FakeShell.h"
-#include "tests/support/TestFolder.h"
 #include "tests/support/TestPrefix.h"
+#include "widgets/NoticeBar.h"
 
 #include <QCheckBox>
 #include <QLabel>
@@ -20,25 +20,16 @@
 #include <QToolButton>
 #include <QTreeWidget>
 
+#include <memory>
+#include <string_view>
+
 using namespace diskusage;
+using tests::click;
 using tests::FakeDialogs;
+using tests::find;
 
 namespace
 {
-
-template <class Widget>
-Widget *find(const QWidget &in, const char *name)
-{
-    auto *widget = in.findChild<Widget *>(QLatin1String(name));
-    if (!widget)
-        qFatal("no widget %s", name);
-    return widget;
-}
-
-void click(const QWidget &in, const char *name)
-{
-    QTest::mouseClick(find<QAbstractButton>(in, name), Qt::LeftButton);
-}
 
 template <class Dialog>
 Dialog *openDialog(const QWidget &below)
@@ -75,10 +66,8 @@ private slots:
     void deletingAnExtensionAsks();
     void typedExtensionsAreTidied_data();
     void typedExtensionsAreTidied();
-    void atMostTenFoldersAreExcluded();
-    void aRemovedFolderStaysRemoved();
-    void siblingsThatGoTooAreNamed();
-    void theOneDriveFolderIsOpened();
+    void aRefusedSaveIsNoSuccess();
+    void extensionsOfTwoTypesAreMarked();
 
 private:
     std::unique_ptr<tests::RegistryGuard> m_guard;
@@ -283,78 +272,52 @@ void DiskUsageOptionsTest::typedExtensionsAreTidied()
         QCOMPARE(values.first().first().toString(), extension);
 }
 
-void DiskUsageOptionsTest::atMostTenFoldersAreExcluded()
+void DiskUsageOptionsTest::aRefusedSaveIsNoSuccess()
 {
+    // A key that leads to another one which is not there takes no value.
+    platform::RegKey link;
+    QCOMPARE(RegCreateKeyExW(HKEY_CURRENT_USER, L"Software\\Folder Size Analyzer", 0, nullptr,
+                             REG_OPTION_CREATE_LINK, KEY_ALL_ACCESS, nullptr, link.put(), nullptr),
+             ERROR_SUCCESS);
+    constexpr std::wstring_view nowhere = L"\\Registry\\Nowhere\\Folder Size Analyzer";
+    QCOMPARE(RegSetValueExW(link.get(), L"SymbolicLinkValue", 0, REG_LINK,
+                            reinterpret_cast<const BYTE *>(nowhere.data()),
+                            static_cast<DWORD>(nowhere.size() * sizeof(wchar_t))),
+             ERROR_SUCCESS);
     FakeDialogs dialogs;
     DiskUsageOptionsForm form;
     form.show();
-    find<QTabWidget>(form, "optionsTabWidget")->setCurrentIndex(1);
-    auto *list = find<QTreeWidget>(form, "excludeTreeWidget");
-    for (int i = 0; i < 10; ++i) {
-        QVERIFY(find<QPushButton>(form, "excludeAddButton")->isEnabled());
-        dialogs.nextFolder.enqueue(QStringLiteral("C:\\f%1\\").arg(i));
-        dialogs.nextFolder.enqueue(QStringLiteral("c:\\F%1").arg(i)); // the same folder once more
-        click(form, "excludeAddButton");
-        if (i < 9)
-            click(form, "excludeAddButton");
-        QCOMPARE(list->topLevelItemCount(), i + 1);
-        dialogs.nextFolder.clear();
-    }
-    QVERIFY(!find<QPushButton>(form, "excludeAddButton")->isEnabled());
-    QCOMPARE(list->topLevelItem(9)->text(0), QStringLiteral("C:\\f9"));
-}
-
-void DiskUsageOptionsTest::aRemovedFolderStaysRemoved()
-{
-    saveExcludedFolders(
-        {{true, QStringLiteral("C:\\a")}, {false, QStringLiteral("C:\\b")}, {true, QStringLiteral("C:\\c")}});
-    DiskUsageOptionsForm form;
-    form.show();
-    find<QTabWidget>(form, "optionsTabWidget")->setCurrentIndex(1);
-    auto *list = find<QTreeWidget>(form, "excludeTreeWidget");
-    list->setCurrentItem(list->topLevelItem(0));
-    form.activateWindow(); // keys reach an active window only
-    QVERIFY(QTest::qWaitForWindowActive(&form));
-    list->setFocus();
-    QTest::keyClick(list, Qt::Key_Delete);
+    category(form, 0)->setCheckState(0, Qt::Unchecked);
     click(form, "saveButton");
-    QCOMPARE(loadExcludedFolders(), std::vector<core::ExcludedFolder>(
-                                        {{false, QStringLiteral("C:\\b")}, {true, QStringLiteral("C:\\c")}}));
+    const auto *notice = form.findChild<NoticeBar *>();
+    QVERIFY(!notice->text().isEmpty());
+    QVERIFY(!notice->text().startsWith(QStringLiteral("Saved")));
+    QVERIFY(form.hasUnsavedChanges());
+    QVERIFY(find<QPushButton>(form, "saveButton")->isEnabled());
+    // Whoever wants the edits saved before leaving is not sent away without them.
+    QSignalSpy closed(&form, &DiskUsageOptionsForm::closed);
+    dialogs.nextAnswer.enqueue(QMessageBox::Yes);
+    click(form, "optionsBackButton");
+    QCOMPARE(closed.count(), 0);
 }
 
-void DiskUsageOptionsTest::siblingsThatGoTooAreNamed()
+void DiskUsageOptionsTest::extensionsOfTwoTypesAreMarked()
 {
-    const tests::TestFolder folder;
-    for (const char *name : {"Data", "database", "Dat", "other"})
-        folder.makeFolder(QLatin1String(name));
-    folder.makeFile(QStringLiteral("Data.txt"));
-    saveExcludedFolders({{true, folder.path(QStringLiteral("Data"))}});
-    DiskUsageOptionsForm form;
-    form.show();
-    find<QTabWidget>(form, "optionsTabWidget")->setCurrentIndex(1);
-    auto *note = find<QLabel>(form, "siblingNoteLabel");
-    QTRY_VERIFY(note->isVisible());
-    QVERIFY(note->text().contains(folder.path(QStringLiteral("database"))));
-    QVERIFY(!note->text().contains(QStringLiteral("other")));
-    QVERIFY(!note->text().contains(QStringLiteral("Data.txt")));
-    // A row that is not checked leaves nothing out.
-    find<QTreeWidget>(form, "excludeTreeWidget")->topLevelItem(0)->setCheckState(0, Qt::Unchecked);
-    QTRY_VERIFY(!note->isVisible());
-}
-
-void DiskUsageOptionsTest::theOneDriveFolderIsOpened()
-{
-    tests::FakeShell shell;
-    const QString environment = QStringLiteral("Environment");
-    settings::writeString(environment, u"OneDrive", u"C:\\Users\\x\\OneDrive");
-    DiskUsageOptionsForm form;
-    form.show();
-    find<QTabWidget>(form, "optionsTabWidget")->setCurrentIndex(1);
-    click(form, "openOneDriveButton");
-    QCOMPARE(shell.opened, QStringList({QStringLiteral("C:\\Users\\x\\OneDrive")}));
-    settings::deleteValue(environment, u"OneDrive");
-    form.load();
-    QVERIFY(!find<QPushButton>(form, "openOneDriveButton")->isEnabled());
+    core::FileTypeTable others = core::defaultFileTypes();
+    others.erase(others.begin() + 6);
+    others[0].extensions.append(QStringLiteral(".OTF"));
+    DiskUsageEditFileTypesDialog dialog(core::defaultFileTypes()[6], others);
+    dialog.on_newFileExtensionValue(QStringLiteral(".mp3"));
+    auto *list = find<QListWidget>(dialog, "extensionListWidget");
+    QStringList marked;
+    for (int row = 0; row < list->count(); ++row)
+        if (!list->item(row)->toolTip().isEmpty())
+            marked.append(list->item(row)->toolTip());
+    QCOMPARE(marked.size(), 2);
+    QVERIFY(marked.at(0).contains(QStringLiteral(".otf")) &&
+            marked.at(0).contains(QStringLiteral("3D Image Files")));
+    QVERIFY(marked.at(1).contains(QStringLiteral(".mp3")) &&
+            marked.at(1).contains(QStringLiteral("Audio Files")));
 }
 
 QTEST_MAIN(DiskUsageOptionsTest)
