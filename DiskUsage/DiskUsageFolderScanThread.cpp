@@ -1,7 +1,11 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "DiskUsage/DiskUsageFolderScanThread.h"
 
-DiskUsageFolderScanThread::DiskUsageFolderScanThread(ScanJob job) : m_job(std::move(job)) {}
+DiskUsageFolderScanThread::DiskUsageFolderScanThread(ScanJob job) : m_job(std::move(job))
+{
+    // The list of file types stays that of the whole scan: nobody would read the records of this one.
+    m_job.options.collectFileTypes = false;
+}
 
 DiskUsageFolderScanThread::~DiskUsageFolderScanThread()
 {
