@@ -19,9 +19,12 @@ struct Drive {
     Type type = Type::Unknown;
     bool ready = false; // false: no medium, or not reachable; the fields below are then empty
     QString label;
-    QString fileSystem; // "NTFS"
-    quint64 totalBytes = 0;
-    quint64 freeBytes = 0; // of the whole volume, so that used = total - free
+    QString fileSystem;     // "NTFS"
+    quint64 totalBytes = 0; // that the user may have: less than the volume holds where quotas are set
+    quint64 freeBytes = 0;  // of the whole volume; beside a quota it may be more than `totalBytes`
+
+    // What is taken of `totalBytes`; none when more than that is free.
+    quint64 usedBytes() const { return totalBytes - qMin(freeBytes, totalBytes); }
 
     bool operator==(const Drive &) const = default;
 };

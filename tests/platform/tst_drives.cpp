@@ -20,6 +20,8 @@ class TestDrives : public QObject
 private slots:
     void realDrives();
     void absentDrive();
+    void usedSpace_data();
+    void usedSpace();
     void aDriveThatHangsDelaysNobody();
     void canGoWhileADriveHangs();
     void asksAHangingDriveOnlyOnce();
@@ -57,6 +59,26 @@ void TestDrives::absentDrive()
 {
     const Drive drive = readDrive(QStringLiteral("Q:\\"));
     QCOMPARE(drive, (Drive{.root = QStringLiteral("Q:\\"), .label = {}, .fileSystem = {}}));
+}
+
+void TestDrives::usedSpace_data()
+{
+    QTest::addColumn<quint64>("total");
+    QTest::addColumn<quint64>("free");
+    QTest::addColumn<quint64>("used");
+    QTest::newRow("ordinary") << quint64{100} << quint64{30} << quint64{70};
+    QTest::newRow("a quota on a large volume") << quint64{100} << quint64{140} << quint64{0};
+    QTest::newRow("not ready") << quint64{0} << quint64{0} << quint64{0};
+}
+
+void TestDrives::usedSpace()
+{
+    QFETCH(quint64, total);
+    QFETCH(quint64, free);
+    Drive drive;
+    drive.totalBytes = total;
+    drive.freeBytes = free;
+    QTEST(drive.usedBytes(), "used");
 }
 
 void TestDrives::aDriveThatHangsDelaysNobody()
