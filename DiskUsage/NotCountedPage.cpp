@@ -39,6 +39,8 @@ void NotCountedModel::append(const ScanResult &result)
         m_rows.push_back({path, Why::Excluded});
     for (const QString &path : result.unreadable)
         m_rows.push_back({path, Why::Unreadable});
+    for (const QString &path : result.readInPart)
+        m_rows.push_back({path, Why::ReadInPart});
     for (std::size_t i = 0; i < result.folders.size(); ++i)
         if (result.folders[i].cycle)
             m_rows.push_back({result.path(static_cast<int>(i)), Why::Cycle});
@@ -57,6 +59,8 @@ QString NotCountedModel::reason(Why why)
         return tr("Left out by the options");
     case Why::Unreadable:
         return tr("Could not be read");
+    case Why::ReadInPart:
+        return tr("Could be read in part only");
     default:
         return tr("A link to a folder above it, where it is counted");
     }

@@ -19,7 +19,7 @@ class NotCountedModel : public QAbstractTableModel
 
 public:
     enum Column { Path, Reason, ColumnTotal };
-    enum class Why { Excluded, Unreadable, Cycle };
+    enum class Why { Excluded, Unreadable, ReadInPart, Cycle };
     struct Row {
         QString path;
         Why why;

@@ -26,6 +26,7 @@ void DirectoryListing::clear()
     m_names.clear();
     m_records.clear();
     readable = false;
+    brokenOff = false;
 }
 
 void DirectoryListing::assign(const DirectoryListing &other)
@@ -35,6 +36,7 @@ void DirectoryListing::assign(const DirectoryListing &other)
     m_names = other.m_names;
     m_records = other.m_records;
     readable = other.readable;
+    brokenOff = other.brokenOff;
 }
 
 DirectoryEntry DirectoryListing::at(std::size_t index) const

@@ -76,6 +76,9 @@ public:
 
     // False when the folder could not be listed at all (no rights, vanished); the listing is then empty.
     bool readable = false;
+    // True when the listing broke off: the folder may hold more than these entries. Never because of the
+    // cancel flag.
+    bool brokenOff = false;
 
 private:
     struct Record {

@@ -74,10 +74,13 @@ void Walk::run(const QString &root)
 
 void Walk::enter(ReadAhead::Folder *folder, QStringView name)
 {
-    // A listing that the cancel flag prevented says nothing about the folder.
-    const bool listed = folder->listing().readable || m_cancel.isSet();
-    m_visitor.enterFolder(m_path, name, depth(),
-                          listed ? WalkVisitor::FolderState::Listed : WalkVisitor::FolderState::Unreadable);
+    const DirectoryListing &listing = folder->listing();
+    WalkVisitor::FolderState state = WalkVisitor::FolderState::Listed;
+    if (listing.brokenOff)
+        state = WalkVisitor::FolderState::ListedInPart;
+    else if (!listing.readable && !m_cancel.isSet()) // what the flag prevented says nothing about the folder
+        state = WalkVisitor::FolderState::Unreadable;
+    m_visitor.enterFolder(m_path, name, depth(), state);
     Frame frame;
     frame.folder = folder;
     frame.pathLength = m_path.size();

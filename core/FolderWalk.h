@@ -33,9 +33,10 @@ public:
     virtual bool acceptFolder(const QString &path, const DirectoryEntry &entry) = 0;
 
     enum class FolderState {
-        Listed,     // its entries follow, unless the walk is being cancelled
-        Unreadable, // it could not be listed; leaveFolder follows at once
-        Cycle       // a link to one of its own ancestors, not entered; leaveFolder follows at once
+        Listed,       // its entries follow, unless the walk is being cancelled
+        Unreadable,   // it could not be listed; leaveFolder follows at once
+        Cycle,        // a link to one of its own ancestors, not entered; leaveFolder follows at once
+        ListedInPart, // as Listed, but listing it broke off: there may be more entries
     };
 
     // A folder begins; depth 0 is the root, `name` its last component (for the root: the whole path). The

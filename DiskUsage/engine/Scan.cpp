@@ -120,6 +120,8 @@ void ScanVisitor::enterFolder(const QString &path, QStringView name, int depth, 
     folder.cycle = state == FolderState::Cycle;
     if (!folder.readable)
         m_result.unreadable.append(shownPath(path));
+    else if (state == FolderState::ListedInPart)
+        m_result.readInPart.append(shownPath(path));
     m_result.folders.push_back(std::move(folder));
 
     m_current = static_cast<int>(m_result.folders.size()) - 1;

@@ -26,7 +26,7 @@ struct ScanOptions {
     bool excludeOneDrive = false;
     QString oneDriveFolder; // empty when there is none
     int readAheadThreads = 0;
-    // False keeps the scan from adding to the category lists (the scan of one folder of a result).
+    // False keeps the scan from adding to the category lists, as DiskUsageFolderScanThread does.
     bool collectFileTypes = true;
 };
 
@@ -77,6 +77,7 @@ struct ScanResult {
     FileTypeResult others;  // files that no enabled category took; category.name = otherFileTypes
     QStringList excluded;   // full paths of the folders that an exclusion left out
     QStringList unreadable; // full paths of folders that could not be listed
+    QStringList readInPart; // full paths of folders whose listing broke off; what came until then is counted
     int itemsSeen = 0;
     bool cancelled = false;
 

@@ -67,7 +67,10 @@ void plainRecursion(MemoryEnumerator &disk, const QString &path, const QString &
         out.rootCounted(subfolders);
     }
     using State = core::WalkVisitor::FolderState;
-    out.enterFolder(path, name, depth, listing.readable ? State::Listed : State::Unreadable);
+    out.enterFolder(path, name, depth,
+                    listing.brokenOff  ? State::ListedInPart
+                    : listing.readable ? State::Listed
+                                       : State::Unreadable);
     for (std::size_t i = 0; i < listing.size(); ++i) {
         const DirectoryEntry entry = listing.at(i);
         const QString child = path + u'\\' + entry.name.toString();
@@ -99,6 +102,8 @@ QStringList buildRandomTree(MemoryEnumerator &disk, quint32 seed, int size)
         folders.append(path);
         if (random.bounded(12) == 0)
             disk.setUnreadable(path);
+        else if (random.bounded(12) == 0)
+            disk.setBrokenOff(path);
     }
     return folders;
 }

@@ -19,6 +19,7 @@ struct Listed {
     QStringList names;
     QMap<QString, DirectoryEntry> entries; // whose names are not valid any more
     bool readable = false;
+    bool brokenOff = false;
 };
 
 Listed list(const QString &folder)
@@ -29,6 +30,7 @@ Listed list(const QString &folder)
     enumerator.list(folder, listing, never);
     Listed result;
     result.readable = listing.readable;
+    result.brokenOff = listing.brokenOff;
     for (std::size_t index = 0; index < listing.size(); ++index) {
         const DirectoryEntry entry = listing.at(index);
         result.names.append(entry.name.toString());
@@ -101,7 +103,9 @@ void TestWin32Enumerator::keepsTheOrderOfTheSystem()
     } while (FindNextFileW(search.get(), &found));
     expected.removeOne(QStringLiteral("."));
     expected.removeOne(QStringLiteral(".."));
-    QCOMPARE(list(folder.path()).names, expected);
+    const Listed listed = list(folder.path());
+    QCOMPARE(listed.names, expected);
+    QVERIFY(!listed.brokenOff);
 }
 
 void TestWin32Enumerator::keepsEveryName_data()
@@ -199,6 +203,7 @@ void TestWin32Enumerator::whatCannotBeListed()
     const Listed empty = list(folder.makeFolder(QStringLiteral("empty")));
     QVERIFY(empty.readable);
     QVERIFY(empty.names.isEmpty());
+    QVERIFY(!empty.brokenOff);
 }
 
 void TestWin32Enumerator::driveRoot()
@@ -220,6 +225,7 @@ void TestWin32Enumerator::stopsWhenCancelled()
     cancel.set();
     enumerator.list(folder.path(), listing, cancel);
     QVERIFY(listing.size() <= 1);
+    QVERIFY(!listing.brokenOff); // the end was asked for
 }
 
 QTEST_GUILESS_MAIN(TestWin32Enumerator)

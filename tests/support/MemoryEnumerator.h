@@ -77,6 +77,9 @@ public:
     // The folder is shown by its parent and cannot be listed.
     void setUnreadable(const QString &path) { m_nodes[folderAt(path)].listing.readable = false; }
 
+    // Listing the folder breaks off after what it holds.
+    void setBrokenOff(const QString &path) { m_nodes[folderAt(path)].listing.brokenOff = true; }
+
     // The object cannot be opened: identity() has no answer.
     void setUnidentified(const QString &path) { m_nodes[folderAt(path)].identified = false; }
 

@@ -196,6 +196,7 @@ private slots:
     void rootNames_data();
     void rootNames();
     void missingRoot();
+    void keepsWhatAFolderGaveBeforeItBrokeOff();
     void biggestFiles();
     void largeSizes();
     void categories();
@@ -281,6 +282,21 @@ void TestScan::missingRoot()
     QCOMPARE(describe(result).first(),
              QStringLiteral("X:\\ bytes 0 files 0 folders 0 index 0 depth 0 readable 0 max "));
     QCOMPARE(result.unreadable, QStringList{QStringLiteral("X:\\")});
+}
+
+void TestScan::keepsWhatAFolderGaveBeforeItBrokeOff()
+{
+    MemoryEnumerator disk;
+    disk.addFile(QStringLiteral("C:\\r\\part\\one"), 5);
+    disk.addFile(QStringLiteral("C:\\r\\whole\\two"), 1);
+    disk.setBrokenOff(QStringLiteral("C:\\r\\part"));
+    for (const int threads : {0, 2}) {
+        const ScanResult result = scan(disk, QStringLiteral("C:\\r"), defaultOptions(threads));
+        QCOMPARE(result.readInPart, QStringList{QStringLiteral("C:\\r\\part")});
+        QCOMPARE(result.unreadable, QStringList());
+        QVERIFY(result.folders[1].readable);
+        QCOMPARE(result.folders[0].bytes, 6U);
+    }
 }
 
 void TestScan::biggestFiles()
