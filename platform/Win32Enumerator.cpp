@@ -55,7 +55,11 @@ void Win32Enumerator::list(const QString &folder, core::DirectoryListing &out, c
         const core::DirectoryEntry entry = entryOf(found);
         if (!isSelfOrParent(entry.name))
             out.add(entry);
-    } while (!cancel.isSet() && FindNextFileW(search.get(), &found));
+        if (cancel.isSet())
+            return;
+    } while (FindNextFileW(search.get(), &found));
+    // A share that went away, a bad sector: what came until then is kept.
+    out.brokenOff = GetLastError() != ERROR_NO_MORE_FILES;
 }
 
 std::optional<core::FileIdentity> Win32Enumerator::identity(const QString &path)
