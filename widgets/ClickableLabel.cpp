@@ -3,14 +3,57 @@
 
 #include "widgets/Theme.h"
 
+#include <QAccessibleWidget>
 #include <QKeyEvent>
 #include <QMouseEvent>
 #include <QPainter>
+
+namespace
+{
+
+// A button for a screen reader, which could otherwise read the text and not press it.
+class AccessibleLink : public QAccessibleWidget
+{
+public:
+    explicit AccessibleLink(ClickableLabel *label) : QAccessibleWidget(label, QAccessible::Button) {}
+
+    QString text(QAccessible::Text which) const override
+    {
+        const QString given = QAccessibleWidget::text(which);
+        return which == QAccessible::Name && given.isEmpty() ? label()->text() : given;
+    }
+    QStringList actionNames() const override
+    {
+        QStringList names = QAccessibleWidget::actionNames();
+        if (widget()->isEnabled())
+            names.prepend(pressAction());
+        return names;
+    }
+    void doAction(const QString &name) override
+    {
+        if (name != pressAction())
+            QAccessibleWidget::doAction(name);
+        else if (widget()->isEnabled())
+            emit label()->clicked();
+    }
+
+private:
+    ClickableLabel *label() const { return static_cast<ClickableLabel *>(widget()); }
+};
+
+QAccessibleInterface *accessibleLink(const QString &, QObject *object)
+{
+    auto *label = qobject_cast<ClickableLabel *>(object);
+    return label ? new AccessibleLink(label) : nullptr;
+}
+
+} // namespace
 
 ClickableLabel::ClickableLabel(QWidget *parent) : ClickableLabel(QString(), parent) {}
 
 ClickableLabel::ClickableLabel(const QString &text, QWidget *parent) : QLabel(text, parent)
 {
+    QAccessible::installFactory(accessibleLink); // counts once
     setCursor(Qt::PointingHandCursor);
     setFocusPolicy(Qt::StrongFocus);
     setTextFormat(Qt::PlainText);

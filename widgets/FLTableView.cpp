@@ -3,6 +3,7 @@
 
 #include "widgets/RowDelegate.h"
 #include "widgets/Theme.h"
+#include "widgets/TypeAhead.h"
 
 #include <QHeaderView>
 
@@ -32,4 +33,10 @@ void FLTableView::showColumns(const QList<int> &columns)
 {
     for (int column = 0; column < horizontalHeader()->count(); ++column)
         setColumnHidden(column, !columns.contains(column));
+}
+
+void FLTableView::keyboardSearch(const QString &search)
+{
+    if (model() && model()->rowCount(rootIndex()) <= typeahead::mostRows)
+        QTableView::keyboardSearch(search);
 }

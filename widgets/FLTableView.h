@@ -4,7 +4,8 @@
 #include <QTableView>
 
 // A flat list of any length, with the suite's rows. A tree view visits every row when it opens; a table with
-// fixed row heights does not, and stays quick with a million.
+// fixed row heights does not, and stays quick with a million. Above typeahead::mostRows rows typing looks for
+// none.
 class FLTableView : public QTableView
 {
     Q_OBJECT
@@ -14,4 +15,6 @@ public:
 
     // Hides all columns but these; after setModel().
     void showColumns(const QList<int> &columns);
+
+    void keyboardSearch(const QString &search) override;
 };

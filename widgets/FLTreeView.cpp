@@ -3,9 +3,12 @@
 
 #include "widgets/RowDelegate.h"
 #include "widgets/Theme.h"
+#include "widgets/TypeAhead.h"
 
 #include <QHeaderView>
+#include <QKeyEvent>
 #include <QPainter>
+#include <QScrollBar>
 
 namespace
 {
@@ -65,6 +68,28 @@ void FLTreeView::resizeEvent(QResizeEvent *event)
 {
     QTreeView::resizeEvent(event);
     stretch();
+}
+
+void FLTreeView::keyPressEvent(QKeyEvent *event)
+{
+    if (event->key() == Qt::Key_Asterisk)
+        event->ignore();
+    else
+        QTreeView::keyPressEvent(event);
+}
+
+void FLTreeView::keyboardSearch(const QString &search)
+{
+    if (expandedRows() <= typeahead::mostRows)
+        QTreeView::keyboardSearch(search);
+}
+
+// The rows that can be scrolled to; counting them would be the walk that is to be avoided. They are equally
+// high, and scrolled by pixels.
+int FLTreeView::expandedRows() const
+{
+    const int height = model() ? rowHeight(model()->index(0, 0, rootIndex())) : 0;
+    return height > 0 ? (verticalScrollBar()->maximum() + viewport()->height()) / height : 0;
 }
 
 FLTreeWidget::FLTreeWidget(QWidget *parent) : QTreeWidget(parent)

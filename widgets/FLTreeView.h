@@ -5,7 +5,8 @@
 #include <QTreeWidget>
 
 // A tree with the suite's rows: uniform heights (a must for trees of 100,000 rows), whole rows selected, the
-// header with its sort arrow, no frame.
+// header with its sort arrow. Keys that would visit all rows of a large tree do nothing: "*" expands no
+// branch, and above typeahead::mostRows rows typing looks for none.
 class FLTreeView : public QTreeView
 {
     Q_OBJECT
@@ -19,11 +20,15 @@ public:
     // the user sizes it.
     void setStretchColumn(int column, int smallest);
 
+    void keyboardSearch(const QString &search) override;
+
 protected:
+    void keyPressEvent(QKeyEvent *event) override;
     void resizeEvent(QResizeEvent *event) override;
 
 private:
     void stretch();
+    int expandedRows() const;
 
     int m_stretchColumn = -1;
     int m_smallest = 0;

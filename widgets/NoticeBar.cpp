@@ -2,6 +2,7 @@
 #include "widgets/NoticeBar.h"
 
 #include "widgets/Theme.h"
+#include "widgets/WrappedLabel.h"
 
 #include <QHBoxLayout>
 #include <QIcon>
@@ -17,7 +18,7 @@ constexpr int iconSize = 16;
 NoticeBar::NoticeBar(QWidget *parent)
     : QFrame(parent),
       m_icon(new QLabel(this)),
-      m_text(new QLabel(this)),
+      m_text(new WrappedLabel(this)),
       m_close(new QToolButton(this))
 {
     auto *layout = new QHBoxLayout(this);
@@ -26,8 +27,6 @@ NoticeBar::NoticeBar(QWidget *parent)
     layout->addWidget(m_icon);
     layout->addWidget(m_text, 1);
     layout->addWidget(m_close);
-    m_text->setWordWrap(true);
-    m_text->setTextFormat(Qt::PlainText);
     m_close->setAutoRaise(true);
     m_close->setText(QStringLiteral("\u00d7"));
     m_close->setFont(theme::sectionTitle(font()));

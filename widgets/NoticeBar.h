@@ -5,6 +5,7 @@
 
 class QLabel;
 class QToolButton;
+class WrappedLabel;
 
 // One sentence about what is shown below, with an icon and a button that puts it away. Hidden until there is
 // one.
@@ -23,6 +24,6 @@ protected:
 
 private:
     QLabel *m_icon;
-    QLabel *m_text;
+    WrappedLabel *m_text;
     QToolButton *m_close;
 };

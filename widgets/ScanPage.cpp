@@ -29,9 +29,9 @@ ScanPage::ScanPage(QWidget *parent)
       m_title(new QLabel(this)),
       m_path(new ElidedLabel(this, Qt::ElideMiddle)),
       m_bar(new QProgressBar(this)),
-      m_items(new QLabel(this)),
-      m_time(new QLabel(this)),
-      m_rate(new QLabel(this)),
+      m_items{new QLabel(this), tr("Items")},
+      m_time{new QLabel(this), tr("Elapsed time")},
+      m_rate{new QLabel(this), tr("Items a second")},
       m_cancel(new QPushButton(tr("Cancel"), this))
 {
     buildLayout();
@@ -41,6 +41,12 @@ ScanPage::ScanPage(QWidget *parent)
     m_stepTimer.setInterval(0);
     connect(&m_stepTimer, &QTimer::timeout, this, &ScanPage::showSteps);
     connect(m_cancel, &QAbstractButton::clicked, this, &ScanPage::scanCancel);
+}
+
+void ScanPage::Figure::show(const QString &text) const
+{
+    value->setText(text);
+    value->setAccessibleName(tr("%1: %2").arg(name, text));
 }
 
 void ScanPage::buildLayout()
@@ -54,9 +60,9 @@ void ScanPage::buildLayout()
     m_bar->setTextVisible(false);
     m_bar->setFixedHeight(2 * theme::barHeight);
     m_bar->setAccessibleName(tr("Progress of the scan"));
-    m_items->setObjectName(QStringLiteral("itemsLabel"));
-    m_time->setObjectName(QStringLiteral("timeLabel"));
-    m_rate->setObjectName(QStringLiteral("rateLabel"));
+    m_items.value->setObjectName(QStringLiteral("itemsLabel"));
+    m_time.value->setObjectName(QStringLiteral("timeLabel"));
+    m_rate.value->setObjectName(QStringLiteral("rateLabel"));
     m_cancel->setObjectName(QStringLiteral("cancelButton"));
     m_cancel->setShortcut(Qt::Key_Escape);
 
@@ -64,14 +70,12 @@ void ScanPage::buildLayout()
     numbers->setHorizontalSpacing(theme::spaceSection);
     numbers->setVerticalSpacing(0);
     int column = 0;
-    for (const auto &[value, text] :
-         {std::pair{m_items, tr("Items")}, {m_time, tr("Elapsed time")}, {m_rate, tr("Items a second")}}) {
-        auto *name = new QLabel(text, this);
+    for (const Figure &figure : {m_items, m_time, m_rate}) {
+        auto *name = new QLabel(figure.name, this);
         theme::makeMuted(name);
-        value->setFont(theme::sectionTitle(font()));
-        value->setAccessibleName(text);
+        figure.value->setFont(theme::sectionTitle(font()));
         numbers->addWidget(name, 0, column);
-        numbers->addWidget(value, 1, column);
+        numbers->addWidget(figure.value, 1, column);
         numbers->setColumnStretch(column++, 1);
     }
 
@@ -144,7 +148,7 @@ void ScanPage::showSteps()
 void ScanPage::setItems(int items)
 {
     m_itemCount = items;
-    m_items->setText(QString::number(items));
+    m_items.show(QString::number(items));
 }
 
 void ScanPage::showStopping(const QString &title)
@@ -164,9 +168,9 @@ void ScanPage::complete()
 void ScanPage::showTimes()
 {
     const qint64 milliseconds = m_clock.isValid() ? m_clock.elapsed() : 0;
-    m_time->setText(timeText(milliseconds));
-    m_rate->setText(milliseconds < tickInterval ? QStringLiteral("-")
-                                                : QString::number(m_itemCount * qint64(1000) / milliseconds));
+    m_time.show(timeText(milliseconds));
+    m_rate.show(milliseconds < tickInterval ? QStringLiteral("-")
+                                            : QString::number(m_itemCount * qint64(1000) / milliseconds));
 }
 
 void ScanPage::showEvent(QShowEvent *event)

@@ -40,6 +40,14 @@ protected:
     void showEvent(QShowEvent *event) override;
 
 private:
+    // A number and what it is, for the eye in two labels, for a screen reader in one text.
+    struct Figure {
+        QLabel *value;
+        QString name;
+
+        void show(const QString &text) const;
+    };
+
     void buildLayout();
     void showSteps();
     void showTimes();
@@ -47,9 +55,9 @@ private:
     QLabel *m_title;
     ElidedLabel *m_path;
     QProgressBar *m_bar;
-    QLabel *m_items;
-    QLabel *m_time;
-    QLabel *m_rate;
+    Figure m_items;
+    Figure m_time;
+    Figure m_rate;
     QPushButton *m_cancel;
     QElapsedTimer m_clock;
     QTimer m_ticker;

@@ -3,18 +3,24 @@
 #include "widgets/ClickableLabel.h"
 #include "widgets/ElidedLabel.h"
 #include "widgets/FLCardButton.h"
+#include "widgets/FLTableView.h"
 #include "widgets/FLTreeView.h"
 #include "widgets/NoticeBar.h"
 #include "widgets/PathBar.h"
 #include "widgets/RowDelegate.h"
+#include "widgets/ScanPage.h"
+#include "widgets/WrappedLabel.h"
 
+#include <QAccessible>
 #include <QHeaderView>
 #include <QLabel>
 #include <QMenu>
 #include <QSignalSpy>
 #include <QStandardItemModel>
+#include <QStringListModel>
 #include <QTest>
 #include <QToolButton>
+#include <QVBoxLayout>
 
 namespace
 {
@@ -32,6 +38,19 @@ const QStringList longPath{QStringLiteral("C:\\"), QStringLiteral("first folder"
                            QStringLiteral("second folder"), QStringLiteral("third folder"),
                            QStringLiteral("fourth & last")};
 
+// Counts how often it is asked for a row.
+class AskedModel : public QStringListModel
+{
+public:
+    using QStringListModel::QStringListModel;
+    QVariant data(const QModelIndex &index, int role) const override
+    {
+        ++asked;
+        return QStringListModel::data(index, role);
+    }
+    mutable int asked = 0;
+};
+
 } // namespace
 
 class WidgetsTest : public QObject
@@ -47,12 +66,19 @@ private slots:
     void pathBarReactsWhileItChanges();
     void labelsAreClickedByMouseAndKeyboard();
     void aLabelIsNotClickedByAPressThatLeavesIt();
+    void aLabelIsAButtonForAScreenReader();
     void elidedLabelsTellTheWholeText();
     void cardsSayWhatTheyAre();
     void noticesComeAndGo();
+    void noticesBreakLongPaths();
+    void wrappedTextKeepsItsWords();
+    void scansTellTheirFigures();
     void numbersHaveNoSeparators_data();
     void numbersHaveNoSeparators();
     void oneColumnTakesWhatIsLeft();
+    void anAsteriskExpandsNothing();
+    void typingLooksForARowInShortListsOnly_data();
+    void typingLooksForARowInShortListsOnly();
 };
 
 void WidgetsTest::cardsFillTheWidth_data()
@@ -191,6 +217,25 @@ void WidgetsTest::aLabelIsNotClickedByAPressThatLeavesIt()
     QCOMPARE(clicked.count(), 0);
 }
 
+void WidgetsTest::aLabelIsAButtonForAScreenReader()
+{
+    ClickableLabel label(QStringLiteral("Clear"));
+    QSignalSpy clicked(&label, &ClickableLabel::clicked);
+    QAccessibleInterface *accessible = QAccessible::queryAccessibleInterface(&label);
+    QVERIFY(accessible);
+    QCOMPARE(accessible->role(), QAccessible::Button);
+    QCOMPARE(accessible->text(QAccessible::Name), QStringLiteral("Clear"));
+    label.setAccessibleName(QStringLiteral("Clear the list"));
+    QCOMPARE(accessible->text(QAccessible::Name), QStringLiteral("Clear the list"));
+    const QString press = QAccessibleActionInterface::pressAction();
+    QVERIFY(accessible->actionInterface()->actionNames().contains(press));
+    accessible->actionInterface()->doAction(press);
+    QCOMPARE(clicked.count(), 1);
+    label.setEnabled(false);
+    accessible->actionInterface()->doAction(press);
+    QCOMPARE(clicked.count(), 1);
+}
+
 void WidgetsTest::elidedLabelsTellTheWholeText()
 {
     const QString path = QStringLiteral("C:\\a rather long folder\\with another one in it\\file.txt");
@@ -241,6 +286,75 @@ void WidgetsTest::noticesComeAndGo()
     QCOMPARE(bar.text(), QString());
 }
 
+void WidgetsTest::noticesBreakLongPaths()
+{
+    const QString path = (QStringLiteral("\\") + QString(99, u'm')).repeated(30);
+    const QString text = QStringLiteral("C:%1 could not be opened.").arg(path);
+    QWidget page;
+    auto *layout = new QVBoxLayout(&page);
+    auto *bar = new NoticeBar;
+    layout->addWidget(bar);
+    layout->addStretch();
+    page.resize(500, 300);
+    page.show();
+    bar->showNotice({}, text);
+    QVERIFY(page.minimumSizeHint().width() < 250);
+    QVERIFY(page.minimumSizeHint().height() < 100);
+    QVERIFY(page.sizeHint().width() < 700);
+    QCoreApplication::processEvents();
+    QCOMPARE(page.size(), QSize(500, 300));
+    // Several lines, but not the dozens that it would take, and nothing added for anyone who reads it.
+    const int line = bar->fontMetrics().lineSpacing();
+    QVERIFY(bar->height() > 3 * line);
+    QVERIFY(bar->height() < 10 * line);
+    QCOMPARE(bar->accessibleName(), text);
+    QCOMPARE(bar->text(), text);
+    QString tip = bar->findChild<WrappedLabel *>()->toolTip();
+    QCOMPARE(tip.remove(u'\n'), text);
+}
+
+void WidgetsTest::wrappedTextKeepsItsWords()
+{
+    WrappedLabel label;
+    const int line = label.fontMetrics().lineSpacing();
+    label.setText(QStringLiteral("Some words"));
+    QCOMPARE(label.heightForWidth(1000), line);
+    QCOMPARE(label.heightForWidth(label.fontMetrics().horizontalAdvance(QStringLiteral("Some wor"))),
+             2 * line);
+    QCOMPARE(label.sizeHint().height(), line); // as wide as the text where that is short
+    label.setText(QStringLiteral("two\nlines"));
+    QCOMPARE(label.heightForWidth(1000), 2 * line);
+    label.setText(QString());
+    QVERIFY(label.heightForWidth(0) <= line);
+    label.resize(300, 50);
+    label.setText(QStringLiteral("short"));
+    QCOMPARE(label.toolTip(), QString());
+}
+
+void WidgetsTest::scansTellTheirFigures()
+{
+    ScanPage page;
+    const auto label = [&page](const char *name) {
+        return page.findChild<QLabel *>(QLatin1StringView(name));
+    };
+    page.begin(QStringLiteral("Scanning"), QStringLiteral("C:\\r"));
+    QCOMPARE(label("timeLabel")->text(), QStringLiteral("0:00"));
+    QCOMPARE(label("rateLabel")->text(), QStringLiteral("-")); // of no time there is none
+    page.setItems(50'000);
+    QTest::qSleep(1100);
+    const qint64 before = page.elapsed();
+    page.complete();
+    const qint64 after = page.elapsed();
+    QCOMPARE(label("timeLabel")->text(), QStringLiteral("0:01"));
+    const qint64 rate = label("rateLabel")->text().toLongLong();
+    QVERIFY(rate <= 50'000'000 / before && rate >= 50'000'000 / after);
+    // A screen reader hears what the number is, and the number.
+    QCOMPARE(label("itemsLabel")->accessibleName(), QStringLiteral("Items: 50000"));
+    QCOMPARE(label("timeLabel")->accessibleName(), QStringLiteral("Elapsed time: 0:01"));
+    QCOMPARE(label("rateLabel")->accessibleName(),
+             QStringLiteral("Items a second: ") + label("rateLabel")->text());
+}
+
 void WidgetsTest::numbersHaveNoSeparators_data()
 {
     QTest::addColumn<QVariant>("value");
@@ -279,6 +393,56 @@ void WidgetsTest::oneColumnTakesWhatIsLeft()
     view.header()->resizeSection(0, 150);         // from now on it is the user's
     view.resize(700, 200);
     QCOMPARE(view.header()->sectionSize(0), 150);
+}
+
+void WidgetsTest::anAsteriskExpandsNothing()
+{
+    QStandardItemModel model;
+    auto *root = new QStandardItem(QStringLiteral("root"));
+    root->appendRow(new QStandardItem(QStringLiteral("child")));
+    root->child(0)->appendRow(new QStandardItem(QStringLiteral("grandchild")));
+    model.appendRow(root);
+    FLTreeView view;
+    view.setModel(&model);
+    view.setCurrentIndex(root->index());
+    view.show();
+    QTest::keyClick(&view, Qt::Key_Asterisk, Qt::KeypadModifier);
+    QVERIFY(!view.isExpanded(root->index()));
+    QTest::keyClick(&view, Qt::Key_Right);
+    QVERIFY(view.isExpanded(root->index()));
+    QVERIFY(!view.isExpanded(root->child(0)->index()));
+}
+
+void WidgetsTest::typingLooksForARowInShortListsOnly_data()
+{
+    QTest::addColumn<bool>("inTree");
+    QTest::addColumn<int>("rows");
+    QTest::addColumn<bool>("finds");
+    QTest::newRow("short table") << false << 500 << true;
+    QTest::newRow("long table") << false << 100'000 << false;
+    QTest::newRow("short tree") << true << 500 << true;
+    QTest::newRow("long tree") << true << 100'000 << false;
+}
+
+void WidgetsTest::typingLooksForARowInShortListsOnly()
+{
+    QFETCH(bool, inTree);
+    QFETCH(int, rows);
+    QStringList texts(rows, QStringLiteral("a"));
+    texts.last() = QStringLiteral("z");
+    AskedModel model(texts);
+    FLTableView table;
+    FLTreeView tree;
+    QAbstractItemView &view = inTree ? static_cast<QAbstractItemView &>(tree) : table;
+    view.setModel(&model);
+    view.resize(300, 200);
+    view.show();
+    QVERIFY(QTest::qWaitForWindowExposed(&view));
+    view.setCurrentIndex(model.index(0));
+    model.asked = 0;
+    QTest::keyClick(&view, Qt::Key_Z);
+    QTEST(view.currentIndex().row() == rows - 1, "finds");
+    QVERIFY(model.asked < 20'000);
 }
 
 QTEST_MAIN(WidgetsTest)

@@ -1,0 +1,108 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "widgets/WrappedLabel.h"
+
+#include <QPainter>
+#include <QTextLayout>
+
+#include <algorithm>
+
+namespace
+{
+
+constexpr int mostLines = 6;
+constexpr int minimumCharacters = 8;
+constexpr int widestHint = 60; // characters
+constexpr int widestTip = 100;
+
+QStringList wrapped(const QString &text, const QFont &font, int width)
+{
+    QStringList lines;
+    for (const QString &paragraph : text.split(QLatin1Char('\n'))) {
+        QTextLayout layout(paragraph, font);
+        QTextOption option;
+        option.setWrapMode(QTextOption::WrapAtWordBoundaryOrAnywhere);
+        layout.setTextOption(option);
+        layout.beginLayout();
+        for (QTextLine line = layout.createLine(); line.isValid(); line = layout.createLine()) {
+            line.setLineWidth(width);
+            lines.append(paragraph.mid(line.textStart(), line.textLength()));
+        }
+        layout.endLayout();
+    }
+    return lines;
+}
+
+} // namespace
+
+WrappedLabel::WrappedLabel(QWidget *parent) : QWidget(parent)
+{
+    QSizePolicy policy(QSizePolicy::Expanding, QSizePolicy::Preferred);
+    policy.setHeightForWidth(true);
+    setSizePolicy(policy);
+}
+
+void WrappedLabel::setText(const QString &text)
+{
+    if (text == m_text)
+        return;
+    m_text = text;
+    setAccessibleName(text);
+    updateToolTip();
+    updateGeometry();
+    update();
+}
+
+QStringList WrappedLabel::lines(int width) const
+{
+    const int lineWidth = std::max(1, width);
+    QStringList lines = wrapped(m_text, font(), lineWidth);
+    // How much of a line is lost at its end depends on the words.
+    for (int room = mostLines * lineWidth; lines.size() > mostLines && room > lineWidth;
+         room -= lineWidth / 2)
+        lines = wrapped(fontMetrics().elidedText(m_text, Qt::ElideMiddle, room), font(), lineWidth);
+    return lines;
+}
+
+int WrappedLabel::heightForWidth(int width) const
+{
+    return static_cast<int>(lines(width).size()) * fontMetrics().lineSpacing();
+}
+
+QSize WrappedLabel::sizeHint() const
+{
+    const int width = std::min(fontMetrics().boundingRect(m_text).width() + fontMetrics().averageCharWidth(),
+                               fontMetrics().averageCharWidth() * widestHint);
+    return {width, heightForWidth(width)};
+}
+
+QSize WrappedLabel::minimumSizeHint() const
+{
+    return {fontMetrics().averageCharWidth() * minimumCharacters, fontMetrics().lineSpacing()};
+}
+
+void WrappedLabel::paintEvent(QPaintEvent *)
+{
+    QPainter painter(this);
+    painter.setPen(palette().color(QPalette::WindowText));
+    const QStringList shown = lines(width());
+    const int lineHeight = fontMetrics().lineSpacing();
+    QRect place(0, std::max(0, (height() - static_cast<int>(shown.size()) * lineHeight) / 2), width(),
+                lineHeight);
+    for (const QString &line : shown) {
+        painter.drawText(place, Qt::AlignVCenter | Qt::AlignLeading | Qt::TextSingleLine, line);
+        place.translate(0, lineHeight);
+    }
+}
+
+void WrappedLabel::resizeEvent(QResizeEvent *)
+{
+    updateToolTip();
+}
+
+// Tool tips do not break lines either.
+void WrappedLabel::updateToolTip()
+{
+    const bool shortened = wrapped(m_text, font(), std::max(1, width())).size() > mostLines;
+    const int tipWidth = fontMetrics().averageCharWidth() * widestTip;
+    setToolTip(shortened ? wrapped(m_text, font(), tipWidth).join(QLatin1Char('\n')) : QString());
+}
