@@ -12,6 +12,7 @@
 #include <QFile>
 #include <QIcon>
 #include <QLabel>
+#include <QLineEdit>
 #include <QPushButton>
 #include <QTextBrowser>
 #include <QVBoxLayout>
@@ -100,23 +101,21 @@ QWidget *AboutDialog::buildLicences()
 QLayout *AboutDialog::buildFolder()
 {
     auto *title = new QLabel(tr("Companion programs are started from:"));
-    m_folder = new QLabel;
-    m_folder->setObjectName(QStringLiteral("installationFolderLabel"));
-    m_folder->setTextFormat(Qt::PlainText);
-    m_folder->setWordWrap(true);
-    m_folder->setTextInteractionFlags(Qt::TextSelectableByMouse);
+    // A label would clip a long path, which has no place to break a line at.
+    m_folder = new QLineEdit;
+    m_folder->setObjectName(QStringLiteral("installationFolderEdit"));
+    m_folder->setReadOnly(true);
+    title->setBuddy(m_folder);
     m_reset = new QPushButton(tr("Reset to this program's folder"));
     m_reset->setObjectName(QStringLiteral("resetFolderButton"));
     m_reset->setAutoDefault(false);
     connect(m_reset, &QPushButton::clicked, this, &AboutDialog::resetFolder);
 
-    auto *line = new QHBoxLayout;
-    line->addWidget(m_folder, 1);
-    line->addWidget(m_reset);
     auto *folder = new QVBoxLayout;
-    folder->setSpacing(theme::spaceTight);
+    folder->setSpacing(theme::spaceSnug);
     folder->addWidget(title);
-    folder->addLayout(line);
+    folder->addWidget(m_folder);
+    folder->addWidget(m_reset, 0, Qt::AlignLeading);
     showFolder();
     return folder;
 }
@@ -144,5 +143,6 @@ void AboutDialog::showFolder()
 {
     const QString folder = platform::shownPath(installation::folder());
     m_folder->setText(folder);
+    m_folder->setCursorPosition(0);
     m_reset->setEnabled(folder.compare(ownFolder(), Qt::CaseInsensitive) != 0);
 }

@@ -3,7 +3,7 @@
 
 #include <QDialog>
 
-class QLabel;
+class QLineEdit;
 class QPushButton;
 
 // Product, version, licences, and the installation folder in which companions are looked for. Deletes itself
@@ -23,6 +23,6 @@ private:
     void resetFolder();
     void showFolder();
 
-    QLabel *m_folder = nullptr;
+    QLineEdit *m_folder = nullptr;
     QPushButton *m_reset = nullptr;
 };

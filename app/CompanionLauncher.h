@@ -46,6 +46,5 @@ private:
 };
 
 // Starts the background agent, \Glasswick.exe, when every background feature is off and its window does not
-// exist. That it is not started when a feature is on looks the wrong way round and is intended: then the
-// agent starts with the user's logon.
+// exist. That it is not started when a feature is on looks the wrong way round and is intended.
 void startAgentIfIdle();

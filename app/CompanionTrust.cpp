@@ -30,7 +30,12 @@ bool mayWrite(const QString &path)
 
 } // namespace
 
+bool changeableByThisProcess(const QString &file, const QString &folder)
+{
+    return mayWrite(folder) || mayWrite(file);
+}
+
 bool changeableWithoutElevation(const QString &file, const QString &folder)
 {
-    return !isElevated() && (mayWrite(folder) || mayWrite(file));
+    return !isElevated() && changeableByThisProcess(file, folder);
 }

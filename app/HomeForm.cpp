@@ -48,6 +48,7 @@ HomeForm::HomeForm(QWidget *parent, const ModuleTable &table)
     layout->setSpacing(theme::spaceSnug);
     layout->addLayout(buildHeader());
     layout->addWidget(buildGrid(), 1);
+    setFocusProxy(m_search);
     buildCards(table);
     loadStarredWidgetList();
 }
@@ -155,8 +156,15 @@ void HomeForm::loadStarredWidgetList()
     const QString text = storedStars.read();
     qDebug() << "loadStarredWidgetList: " << text;
     m_starred = StarredModules(text);
-    for (ModuleCard *card : std::as_const(m_cards))
-        card->setStarred(m_starred.contains(card->moduleId()));
+    showStars();
+}
+
+void HomeForm::showStars()
+{
+    for (ModuleCard *card : std::as_const(m_cards)) {
+        const bool starred = m_starred.contains(card->moduleId());
+        card->setStarred(starred, starred && m_starred.size() == 1);
+    }
 }
 
 void HomeForm::saveStarredWidgetList()
@@ -169,8 +177,7 @@ void HomeForm::saveStarredWidgetList()
 void HomeForm::toggleStar(int id)
 {
     m_starred.toggle(id);
-    if (ModuleCard *changed = card(id))
-        changed->setStarred(m_starred.contains(id));
+    showStars();
     saveStarredWidgetList();
     columnCount(true);
     if (m_current && m_current->hasFocus())

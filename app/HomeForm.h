@@ -88,6 +88,7 @@ private:
     void buildCards(const ModuleTable &table);
     void connectCard(ModuleCard *card);
     void loadStarredWidgetList();
+    void showStars();
     void saveStarredWidgetList();
     void toggleStar(int id);
 

@@ -71,6 +71,9 @@ protected:
     void mousePressEvent(QMouseEvent *event) override;
     void showEvent(QShowEvent *event) override;
     bool nativeEvent(const QByteArray &eventType, void *message, qintptr *result) override;
+    // Sees the keys that reach the native window: those that no shortcut took, before the widget that has the
+    // focus gets them.
+    bool eventFilter(QObject *watched, QEvent *event) override;
 
 private:
     void buildWidgets();
@@ -116,6 +119,9 @@ private:
     QAction *m_homeAction = nullptr;
     QAction *m_backAction = nullptr;
     QAction *m_sidePanelAction = nullptr;
+    QAction *m_updateAction = nullptr;
+    QAction *m_aboutAction = nullptr;
+    QAction *m_exitAction = nullptr;
     QStackedLayout *m_stack = nullptr;
     CompanionLauncher *m_launcher = nullptr;
     NavigationLock *m_lock = nullptr;

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // What reaches the main window from outside: showing and closing, keys, messages of the companions.
 #include "app/CloseCheck.h"
+#include "app/HomeForm.h"
 #include "app/MainWindow.h"
 #include "app/ThumbnailRemovalDialog.h"
 #include "app/WindowGeometry.h"
@@ -15,6 +16,7 @@
 #include <QScreen>
 #include <QStatusBar>
 #include <QStyle>
+#include <QWindow>
 
 #include <windows.h>
 
@@ -43,6 +45,8 @@ void MainWindow::showEvent(QShowEvent *event)
     if (m_shownBefore)
         return;
     m_shownBefore = true;
+    windowHandle()->installEventFilter(this);
+    m_home->setFocus(); // not the tool bar, which comes first
     QList<QRect> screens;
     for (const QScreen *each : screen()->virtualSiblings())
         screens.append(each->availableGeometry());
@@ -70,10 +74,10 @@ void MainWindow::closeEvent(QCloseEvent *event)
     }
     const CloseCheck check = askPagesToStop(pages);
     event->setAccepted(check.mayClose);
-    if (!check.mayClose) {
+    if (!check.mayClose)
         showStopping(check.stopping);
-    } else if (core::ThumbnailStore::produced()) {
-        // Only now: a busy page may still be using them.
+    // Also while a page is busy: for one that still uses them, a thumbnail that is gone is an empty picture.
+    if (core::ThumbnailStore::produced()) {
         event->ignore();
         removeThumbnailsThenClose();
     }
@@ -133,6 +137,18 @@ void MainWindow::mousePressEvent(QMouseEvent *event)
         m_backAction->trigger();
     else
         QMainWindow::mousePressEvent(event);
+}
+
+bool MainWindow::eventFilter(QObject *watched, QEvent *event)
+{
+    if (watched == windowHandle() && event->type() == QEvent::KeyPress) {
+        const auto *key = static_cast<QKeyEvent *>(event);
+        if (key->key() == Qt::Key_Back || QKeySequence(key->keyCombination()) == m_backAction->shortcut()) {
+            m_backAction->trigger();
+            return true;
+        }
+    }
+    return QMainWindow::eventFilter(watched, event);
 }
 
 bool MainWindow::nativeEvent(const QByteArray &, void *message, qintptr *)

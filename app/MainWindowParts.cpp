@@ -86,12 +86,15 @@ void MainWindow::buildToolBar()
     m_homeAction->setShortcut(Qt::ALT | Qt::Key_Home);
     connect(m_homeAction, &QAction::triggered, this, &MainWindow::on_HomeButton_clicked);
     m_toolBar->addSeparator();
-    QAction *update = m_toolBar->addAction(image(QLatin1StringView("Update24.png")), tr("Check Update"));
-    connect(update, &QAction::triggered, this, &MainWindow::OnUpdate);
+    m_updateAction = m_toolBar->addAction(image(QLatin1StringView("Update24.png")), tr("Check Update"));
+    connect(m_updateAction, &QAction::triggered, this, &MainWindow::OnUpdate);
     m_toolBar->addSeparator();
-    QAction *about = m_toolBar->addAction(image(QLatin1StringView("About24.png")), tr("About"));
-    about->setShortcut(QKeySequence::HelpContents);
-    connect(about, &QAction::triggered, this, &MainWindow::OnAbout);
+    m_aboutAction = m_toolBar->addAction(image(QLatin1StringView("About24.png")), tr("About"));
+    m_aboutAction->setShortcut(QKeySequence::HelpContents);
+    connect(m_aboutAction, &QAction::triggered, this, &MainWindow::OnAbout);
+    // Qt makes a tool bar's buttons for the mouse alone.
+    for (QAction *action : {m_homeAction, m_updateAction, m_aboutAction})
+        m_toolBar->widgetForAction(action)->setFocusPolicy(Qt::TabFocus);
 }
 
 void MainWindow::buildLayouts()
@@ -111,12 +114,14 @@ void MainWindow::buildShortcuts()
     m_sidePanelAction->setShortcuts({QKeySequence(Qt::CTRL | Qt::Key_B), QKeySequence(Qt::Key_F9)});
     connect(m_sidePanelAction, &QAction::toggled, m_sidePanel, &QWidget::setVisible);
     m_backAction = new QAction(tr("Back"), this);
-    m_backAction->setShortcuts(QKeySequence::Back);
+    // Not a shortcut of the window: pages go back inside themselves by the same keys, and of two shortcuts
+    // with one key Qt triggers neither. eventFilter() takes the keys that no page wanted.
+    m_backAction->setShortcut(Qt::ALT | Qt::Key_Left);
     connect(m_backAction, &QAction::triggered, this, &MainWindow::goBack);
-    auto *exit = new QAction(tr("Exit"), this);
-    exit->setShortcuts(QKeySequence::Quit);
-    connect(exit, &QAction::triggered, this, &MainWindow::OnExitApp);
-    addActions({m_sidePanelAction, m_backAction, exit});
+    m_exitAction = new QAction(tr("Exit"), this);
+    m_exitAction->setShortcut(Qt::CTRL | Qt::Key_Q); // QKeySequence::Quit names no key on Windows
+    connect(m_exitAction, &QAction::triggered, this, &MainWindow::OnExitApp);
+    addActions({m_sidePanelAction, m_exitAction});
 }
 
 void MainWindow::connectSidePanel()
@@ -143,6 +148,10 @@ QMenu *MainWindow::createPopupMenu()
     menu->addAction(m_backAction);
     menu->addSeparator();
     menu->addAction(m_sidePanelAction);
+    menu->addSeparator();
+    menu->addActions({m_updateAction, m_aboutAction});
+    menu->addSeparator();
+    menu->addAction(m_exitAction);
     return menu;
 }
 

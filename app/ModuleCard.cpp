@@ -51,7 +51,7 @@ ModuleCard::ModuleCard(const Module &module, QWidget *parent)
     QSizePolicy policy(QSizePolicy::Expanding, QSizePolicy::Minimum);
     policy.setHeightForWidth(true);
     setSizePolicy(policy);
-    setStarred(false);
+    setStarred(false, false);
 }
 
 QAbstractButton *ModuleCard::starButton() const
@@ -59,9 +59,9 @@ QAbstractButton *ModuleCard::starButton() const
     return m_star;
 }
 
-void ModuleCard::setStarred(bool starred)
+void ModuleCard::setStarred(bool starred, bool lastStar)
 {
-    m_star->setStarred(starred, text());
+    m_star->setStarred(starred, text(), lastStar);
 }
 
 int ModuleCard::narrowest(const QFont &font)

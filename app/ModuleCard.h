@@ -19,7 +19,8 @@ public:
 
     int moduleId() const { return m_id; }
     QAbstractButton *starButton() const;
-    void setStarred(bool starred);
+    // See StarButton::setStarred().
+    void setStarred(bool starred, bool lastStar);
 
     // The narrowest card, with the gap around it; all cards of a page are at least as wide.
     static int narrowest(const QFont &font);

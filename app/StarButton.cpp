@@ -22,13 +22,16 @@ StarButton::StarButton(QWidget *parent) : QAbstractButton(parent)
     setIconSize({iconSide, iconSide});
 }
 
-void StarButton::setStarred(bool starred, const QString &moduleTitle)
+void StarButton::setStarred(bool starred, const QString &moduleTitle, bool lastStar)
 {
     setIcon(QIcon(starred ? QStringLiteral(":/resources/images/star16.png")
                           : QStringLiteral(":/resources/images/starBlack16.png")));
     const QString action = starred ? tr("Remove the star from %1") : tr("Star %1");
     setAccessibleName(action.arg(moduleTitle));
-    setToolTip(starred ? tr("Starred: stands at the top (S)") : tr("Star: put it at the top (S)"));
+    QString tip = starred ? tr("Starred: stands at the top (S)") : tr("Star: put it at the top (S)");
+    if (lastStar)
+        tip += QLatin1Char('\n') + tr("The only star: when it is removed, it is back at the next start.");
+    setToolTip(tip);
 }
 
 QSize StarButton::sizeHint() const

@@ -12,7 +12,8 @@ class StarButton : public QAbstractButton
 public:
     explicit StarButton(QWidget *parent = nullptr);
 
-    void setStarred(bool starred, const QString &moduleTitle);
+    // `lastStar`: no other module is starred. Removing that star is not remembered, and the tool tip says so.
+    void setStarred(bool starred, const QString &moduleTitle, bool lastStar);
 
     QSize sizeHint() const override;
 

@@ -20,6 +20,7 @@ public:
 
     bool contains(int id) const { return m_starred.contains(id); }
     bool isEmpty() const { return m_ids.isEmpty(); }
+    qsizetype size() const { return m_ids.size(); } // as stored, so that an id that stands twice counts twice
     // Starred becomes unstarred and the other way round; a newly starred module goes to the end.
     void toggle(int id);
 

@@ -24,11 +24,18 @@ public:
         if (stopsAtOnce)
             busy = false;
     }
+    bool mayLeave() override
+    {
+        ++timesAskedToLeave;
+        return letsGo;
+    }
     QString busyText() const override { return busy ? QStringLiteral("job of %1").arg(m_id) : QString(); }
     void shellEvent(ShellEvent event, quint32 value) override { heard.append({event, value}); }
 
     bool busy = false;
     bool stopsAtOnce = false;
+    bool letsGo = true;
+    int timesAskedToLeave = 0;
     QList<QPair<ShellEvent, quint32>> heard;
 
 private:

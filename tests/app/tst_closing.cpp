@@ -34,7 +34,7 @@ private slots:
     void staysWhenTheJobEndsWithTheRequest();
     void closesOnAPagesRequest();
     void removesThumbnailsThenCloses();
-    void keepsThumbnailsOfABusyPage();
+    void removesThumbnailsWhileAPageIsBusy();
     void staysWhenTheRemovalIsCancelled();
     void removesNothingButThumbnails();
 
@@ -212,17 +212,35 @@ void tst_Closing::removesThumbnailsThenCloses()
     QVERIFY(!QDir(thumbnailFolder()).exists());
 }
 
-void tst_Closing::keepsThumbnailsOfABusyPage()
+void tst_Closing::removesThumbnailsWhileAPageIsBusy()
 {
     makeThumbnails();
     window().onOpenModule(20);
     m_modules->page(20)->busy = true;
     QVERIFY(!m_window->close());
+    QCOMPARE(m_modules->asked.size(), 1);
+    QCOMPARE(removals().size(), 1);
+    QVERIFY(!m_window->close());
+    QCOMPARE(removals().size(), 1);
+
+    // The removal closes the window once more, which stays because of the page, and asks for no second one.
+    const qsizetype asked = m_modules->asked.size();
+    QTRY_COMPARE(removals().size(), 0);
+    QVERIFY(m_modules->asked.size() > asked);
+    QVERIFY(m_window->isVisible());
+    QVERIFY(!QDir(thumbnailFolder()).exists());
+    QVERIFY(!m_window->close());
     QCOMPARE(removals().size(), 0);
     m_modules->page(20)->busy = false;
+    QVERIFY(m_window->close());
+
+    // One that has stopped meanwhile keeps the window no longer.
+    m_window->show();
+    makeThumbnails();
+    m_modules->page(20)->busy = true;
     QVERIFY(!m_window->close());
+    m_modules->page(20)->busy = false;
     QTRY_VERIFY(!m_window->isVisible());
-    QVERIFY(!QDir(thumbnailFolder()).exists());
 }
 
 void tst_Closing::staysWhenTheRemovalIsCancelled()

@@ -1,10 +1,12 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "app/CompanionLauncher.h"
+#include "app/CompanionTrust.h"
 #include "app/InstallationFolder.h"
 #include "app/ModuleTable.h"
 #include "app/OpenAdminModuleDialog.h"
 #include "app/settings/Keys.h"
 #include "app/settings/Settings.h"
+#include "platform/Handle.h"
 #include "platform/TopLevelWindows.h"
 #include "tests/app/FakeWindow.h"
 #include "tests/app/LogCapture.h"
@@ -61,6 +63,8 @@ private slots:
     void survivesTheEndOfItsWindow();
     void asksBeforeAChangeableFileIsStarted();
     void aFileThatIsMissingNeedsNoQuestion();
+    void knowsWhatCouldBeExchanged_data();
+    void knowsWhatCouldBeExchanged();
 
 private:
     const Module &module(int id) const { return *moduleTable().find(id); }
@@ -317,6 +321,49 @@ void tst_Companions::aFileThatIsMissingNeedsNoQuestion()
     m_launcher->launch(module(11));
     QVERIFY(m_dialogs->questions.isEmpty());
     QCOMPARE(dialogs().size(), 1);
+}
+
+void tst_Companions::knowsWhatCouldBeExchanged_data()
+{
+    QTest::addColumn<QString>("file");
+    QTest::addColumn<QString>("folder");
+    QTest::addColumn<bool>("changeable");
+    // A folder that is missing and a file that is held stand for what the user has no right to write to.
+    QTest::newRow("both") << "plain"
+                          << "." << true;
+    QTest::newRow("the folder alone") << "held"
+                                      << "." << true;
+    QTest::newRow("the file alone") << "plain"
+                                    << "missing" << true;
+    QTest::newRow("neither") << "held"
+                             << "missing" << false;
+    QTest::newRow("nothing there") << "missing"
+                                   << "missing" << false;
+}
+
+void tst_Companions::knowsWhatCouldBeExchanged()
+{
+    QFETCH(const QString, file);
+    QFETCH(const QString, folder);
+    const QTemporaryDir root;
+    const QString content = QStringLiteral("as before");
+    for (const QString &name : {QStringLiteral("plain"), QStringLiteral("held")}) {
+        QFile made(root.filePath(name));
+        QVERIFY(made.open(QIODevice::WriteOnly));
+        made.write(content.toUtf8());
+    }
+    const platform::FileHandle held(CreateFileW(root.filePath(QStringLiteral("held")).toStdWString().c_str(),
+                                                GENERIC_READ, FILE_SHARE_READ, nullptr, OPEN_EXISTING, 0,
+                                                nullptr));
+    QVERIFY(held);
+    const QString filePath = root.filePath(file);
+    const QString folderPath = QDir::cleanPath(root.filePath(folder));
+    QTEST(changeableByThisProcess(filePath, folderPath), "changeable");
+    // Trying leaves no trace.
+    QCOMPARE(QDir(root.path()).entryList(QDir::Files).size(), 2);
+    QFile plain(root.filePath(QStringLiteral("plain")));
+    QVERIFY(plain.open(QIODevice::ReadOnly));
+    QCOMPARE(QString::fromUtf8(plain.readAll()), content);
 }
 
 QTEST_MAIN(tst_Companions)

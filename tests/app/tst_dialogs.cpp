@@ -17,6 +17,7 @@
 #include <QAction>
 #include <QApplication>
 #include <QLabel>
+#include <QLineEdit>
 #include <QPushButton>
 #include <QTcpServer>
 #include <QTcpSocket>
@@ -130,14 +131,26 @@ void tst_Dialogs::resetsTheInstallationFolder()
     installation::setFolder(u"C:/some where/else"_s);
     const auto *about = openByToolBar<AboutDialog>(u"About"_s);
     QVERIFY(about);
-    QCOMPARE(child<QLabel>(about, "installationFolderLabel")->text(), u"C:\\some where\\else"_s);
+    QCOMPARE(child<QLineEdit>(about, "installationFolderEdit")->text(), u"C:\\some where\\else"_s);
     auto *reset = child<QPushButton>(about, "resetFolderButton");
     reset->click();
     const QString own = platform::shownPath(QCoreApplication::applicationDirPath());
-    QCOMPARE(child<QLabel>(about, "installationFolderLabel")->text(), own);
+    QCOMPARE(child<QLineEdit>(about, "installationFolderEdit")->text(), own);
     QCOMPARE(settings::installationFolder(), own);
     QCOMPARE(installation::folder(), own);
     QVERIFY(!reset->isEnabled());
+
+    // However long the folder's path is, the dialog keeps its width.
+    const int width = about->width();
+    installation::setFolder(u"C:"_s + u"/a-name-without-any-space"_s.repeated(100));
+    m_window->findChild<AboutDialog *>()->close();
+    QTRY_VERIFY(!m_window->findChild<AboutDialog *>());
+    about = openByToolBar<AboutDialog>(u"About"_s);
+    QVERIFY(about);
+    QCOMPARE(about->width(), width);
+    const auto *edit = child<QLineEdit>(about, "installationFolderEdit");
+    QVERIFY(edit->isReadOnly());
+    QVERIFY(about->rect().contains(QRect(edit->mapTo(about, QPoint()), edit->size())));
 }
 
 void tst_Dialogs::offersANewerVersion()

@@ -36,6 +36,7 @@ private slots:
     void starsWithoutOpening();
     void remembersTheStars();
     void keepsTheLastStarStored();
+    void warnsOfTheLastStar();
     void placesStarredCardsFirst();
     void reflowsWithTheWidth();
     void laysOutOnlyWhenItMust();
@@ -203,6 +204,24 @@ void tst_HomeForm::keepsTheLastStarStored()
     QCOMPARE(stored(), u"9"_s);
     open();
     QCOMPARE(placed().first(), 9);
+}
+
+void tst_HomeForm::warnsOfTheLastStar()
+{
+    settings::writeString(settings::keys::root, u"StarredWidget", u"9,2");
+    open();
+    const auto warning = [this](int id) {
+        return m_form->card(id)->starButton()->toolTip().contains(u"back at the next start"_s);
+    };
+    QVERIFY(!warning(9) && !warning(2) && !warning(5));
+    m_form->on_FolderSizeAnalyzerStarButton_clicked();
+    QVERIFY(warning(9) && !warning(2) && !warning(5));
+    m_form->on_SystemInformationStarButton_clicked();
+    QVERIFY(!warning(9) && !warning(2) && !warning(5));
+    m_form->on_LarkspurSettingsStarButton_clicked();
+    QVERIFY(warning(5));
+    open(); // read from the store
+    QVERIFY(warning(5));
 }
 
 void tst_HomeForm::placesStarredCardsFirst()

@@ -16,7 +16,6 @@
 #include <QDialog>
 #include <QLabel>
 #include <QLayout>
-#include <QMenu>
 #include <QScrollArea>
 #include <QStackedLayout>
 #include <QTest>
@@ -54,8 +53,6 @@ private slots:
     void checksTheButtonOfTheModule();
     void ignoresUnknownModules();
     void locksTheNavigation();
-    void goesBack();
-    void showsTheSidePanelOnRequest();
     void passesMessagesOn();
     void passesKeysOn();
     void asksForTheTitleOnce();
@@ -377,54 +374,6 @@ void tst_MainWindow::locksTheNavigation()
     emit m_modules->page(4)->showToolbarSignal(false);
     QVERIFY(!homeAction->isEnabled());
     // A page that goes with the window must not call back into it.
-}
-
-void tst_MainWindow::goesBack()
-{
-    open(2);
-    open(11);
-    open(3);
-    open(home);
-    m_log->clear();
-    QTest::keyClick(&*m_window, Qt::Key_Left, Qt::AltModifier);
-    QCOMPARE(shownId(), 3);
-    QCOMPARE(checkedButtons(), tests::strings({"findDuplicateButton"}));
-    QTest::keyClick(&*m_window, Qt::Key_Left, Qt::AltModifier);
-    QCOMPARE(shownId(), 2);
-    QTest::mouseClick(&*m_window, Qt::BackButton);
-    QCOMPARE(shownId(), home);
-    QTest::keyClick(&*m_window, Qt::Key_Left, Qt::AltModifier);
-    QCOMPARE(shownId(), home);
-    QCOMPARE(m_log->numbers(QStringLiteral("showApp:")), (QList<int>{3, 1, 0}));
-}
-
-void tst_MainWindow::showsTheSidePanelOnRequest()
-{
-    const QWidget *panel = m_window->findChild<QWidget *>(QStringLiteral("sidePanelWidget"));
-    open(2);
-    QTest::keyClick(&*m_window, Qt::Key_B, Qt::ControlModifier);
-    QVERIFY(panel->isVisible());
-    QCOMPARE(panel->width(), 180);
-    QVERIFY(button("diskUsageButton")->isVisible());
-    QCOMPARE(checkedButtons(), tests::strings({"diskUsageButton"}));
-    QTest::keyClick(&*m_window, Qt::Key_F9);
-    QVERIFY(panel->isHidden());
-
-    QContextMenuEvent event(QContextMenuEvent::Mouse, QPoint(200, 200),
-                            m_window->mapToGlobal(QPoint(200, 200)));
-    QApplication::sendEvent(&*m_window, &event);
-    auto *menu = qobject_cast<QMenu *>(QApplication::activePopupWidget());
-    QVERIFY(menu);
-    QAction *toggle = nullptr;
-    for (QAction *action : menu->actions()) {
-        if (action->text() == QStringLiteral("Side panel"))
-            toggle = action;
-    }
-    QVERIFY(toggle);
-    QVERIFY(!toggle->isChecked());
-    toggle->trigger();
-    menu->close();
-    QVERIFY(panel->isVisible());
 }
 
 void tst_MainWindow::passesMessagesOn()

@@ -1,0 +1,331 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "app/AboutDialog.h"
+#include "app/HomeForm.h"
+#include "app/InstallationFolder.h"
+#include "app/MainWindow.h"
+#include "app/ModuleCard.h"
+#include "app/Resources.h"
+#include "app/settings/Keys.h"
+#include "app/settings/Settings.h"
+#include "tests/DiskUsage/Scans.h"
+#include "tests/app/FakeModules.h"
+#include "tests/app/LogCapture.h"
+#include "tests/support/FakeShell.h"
+#include "tests/support/TestPrefix.h"
+
+#include <QAction>
+#include <QApplication>
+#include <QContextMenuEvent>
+#include <QMenu>
+#include <QSignalSpy>
+#include <QStackedLayout>
+#include <QTest>
+#include <QTimer>
+#include <QToolBar>
+#include <QToolButton>
+#include <QTreeView>
+#include <QWindow>
+
+using namespace Qt::StringLiterals;
+
+// Moving between pages and leaving the program, by keyboard and menu. Keys are sent to the native window, the
+// way real ones come: shortcuts first, then the widget that has the focus.
+class tst_Navigation : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void initTestCase();
+    void init();
+    void cleanup();
+
+    void goesBack();
+    void leavesTheBackKeyToThePageFirst();
+    void staysOnAPageThatMayNotBeLeft();
+    void asksOnlyThePageThatIsLeft();
+    void asksBeforeItCloses();
+    void showsTheSidePanelOnRequest();
+    void reachesTheToolBarByKeyboard();
+    void offersEverythingInTheMenu();
+    void exits();
+
+private:
+    QWidget *shown() const { return m_window->findChild<QStackedLayout *>()->currentWidget(); }
+    bool isHome() const { return qobject_cast<HomeForm *>(shown()) != nullptr; }
+    tests::FakePage *page(int id) const { return m_modules->page(id); }
+    QToolButton *button(const char *name) const
+    {
+        return m_window->findChild<QToolButton *>(QLatin1StringView(name));
+    }
+    void press(Qt::Key key, Qt::KeyboardModifiers modifiers = {}) const
+    {
+        QTest::keyClick(m_window->windowHandle(), key, modifiers);
+    }
+    void open(const ModuleTable &table);
+    QMenu *openMenu();
+
+    std::optional<tests::LogCapture> m_log;
+    std::optional<tests::RegistryGuard> m_registry;
+    std::optional<tests::FakeShell> m_shell;
+    std::optional<tests::FakeModules> m_modules;
+    std::optional<MainWindow> m_window;
+};
+
+void tst_Navigation::initTestCase()
+{
+    initResources();
+    QApplication::setStyle(u"Fusion"_s);
+}
+
+void tst_Navigation::init()
+{
+    m_log.emplace();
+    m_registry.emplace();
+    installation::setFolder(u"C:/here"_s);
+    m_shell.emplace();
+    m_modules.emplace();
+    open(m_modules->table);
+}
+
+void tst_Navigation::cleanup()
+{
+    m_window.reset();
+    m_modules.reset();
+    m_shell.reset();
+    m_registry.reset();
+    m_log.reset();
+}
+
+void tst_Navigation::open(const ModuleTable &table)
+{
+    m_window.emplace(nullptr, table);
+    m_window->show();
+    m_window->activateWindow();
+    QVERIFY(QTest::qWaitForWindowActive(&*m_window));
+    m_log->clear();
+}
+
+QMenu *tst_Navigation::openMenu()
+{
+    QContextMenuEvent event(QContextMenuEvent::Mouse, QPoint(200, 200),
+                            m_window->mapToGlobal(QPoint(200, 200)));
+    QApplication::sendEvent(&*m_window, &event);
+    return qobject_cast<QMenu *>(QApplication::activePopupWidget());
+}
+
+void tst_Navigation::goesBack()
+{
+    m_window->onOpenModule(2);
+    m_window->onOpenModule(11);
+    m_window->onOpenModule(3);
+    m_window->findChild<QDialog *>()->close(); // of the companion, module 11
+    m_window->on_HomeButton_clicked();
+    m_window->activateWindow();
+    QVERIFY(QTest::qWaitForWindowActive(&*m_window));
+    m_log->clear();
+    // Not the business of the widget that has the focus, which would move to the card on its left.
+    m_window->findChild<HomeForm *>()->card(2)->setFocus();
+    press(Qt::Key_Left, Qt::AltModifier);
+    QCOMPARE(shown(), page(3));
+    QVERIFY(button("findDuplicateButton")->isChecked());
+    press(Qt::Key_Back);
+    QCOMPARE(shown(), page(2));
+    QTest::mouseClick(&*m_window, Qt::BackButton);
+    QVERIFY(isHome());
+    press(Qt::Key_Left, Qt::AltModifier);
+    QVERIFY(isHome());
+    QCOMPARE(m_log->numbers(u"showApp:"_s), (QList<int>{3, 1, 0}));
+
+    // Not while a job must not be walked away from.
+    m_window->onOpenModule(3);
+    emit page(3)->showToolbarSignal(false);
+    press(Qt::Key_Left, Qt::AltModifier);
+    QCOMPARE(shown(), page(3));
+}
+
+void tst_Navigation::leavesTheBackKeyToThePageFirst()
+{
+    tests::MemoryEnumerator disk;
+    disk.addFile(u"C:\\r\\a\\b"_s, 1);
+    QList<Module> rows = m_modules->table.rows();
+    for (Module &module : rows) {
+        if (module.id == 2)
+            module.create = [&disk](QWidget *parent) {
+                return new DiskUsageForm(tests::lending(disk), tests::noDrive, parent);
+            };
+    }
+    const ModuleTable table(rows);
+    open(table);
+    m_window->onOpenModule(2);
+    auto *analyzer = qobject_cast<DiskUsageForm *>(shown());
+    QVERIFY(analyzer);
+
+    auto *options = analyzer->findChild<QAbstractButton *>(u"optionsButton"_s);
+    options->click();
+    QTRY_VERIFY(!options->isVisible());
+    press(Qt::Key_Left, Qt::AltModifier);
+    QTRY_VERIFY(options->isVisible());
+    QCOMPARE(shown(), analyzer);
+
+    QSignalSpy results(analyzer, &DiskUsageForm::resultsShown);
+    QSignalSpy start(analyzer, &DiskUsageForm::startPageShown);
+    analyzer->scan(u"C:\\r"_s);
+    QVERIFY(results.count() > 0 || results.wait());
+    // Backspace is the folder above.
+    auto *tree = analyzer->findChild<QTreeView *>(u"folderTreeView"_s);
+    tree->setFocus();
+    const QModelIndex root = tree->model()->index(0, 0);
+    tree->setCurrentIndex(tree->model()->index(0, 0, root));
+    press(Qt::Key_Backspace);
+    QCOMPARE(tree->currentIndex().siblingAtColumn(0), root);
+    press(Qt::Key_Left, Qt::AltModifier);
+    QVERIFY(start.count() > 0 || start.wait());
+    QCOMPARE(shown(), analyzer);
+
+    press(Qt::Key_Left, Qt::AltModifier);
+    QVERIFY(isHome());
+    m_window.reset(); // before the table
+}
+
+void tst_Navigation::staysOnAPageThatMayNotBeLeft()
+{
+    m_window->onOpenModule(3);
+    m_window->onOpenModule(2);
+    page(2)->letsGo = false;
+    const auto homeAction = m_window->findChild<QToolBar *>()->actions().first();
+    const auto refused = [this] { return shown() == page(2) && button("diskUsageButton")->isChecked(); };
+
+    homeAction->trigger();
+    QVERIFY(refused());
+    QVERIFY(!button("HomeButton")->isChecked());
+    button("findDuplicateButton")->click();
+    QVERIFY(refused());
+    QVERIFY(!button("findDuplicateButton")->isChecked());
+    m_window->onOpenModule(16); // never opened before
+    QVERIFY(refused());
+    QVERIFY(!page(16));
+    press(Qt::Key_Left, Qt::AltModifier);
+    QVERIFY(refused());
+    QCOMPARE(page(2)->timesAskedToLeave, 4);
+
+    // A refused way back is still there.
+    page(2)->letsGo = true;
+    press(Qt::Key_Left, Qt::AltModifier);
+    QCOMPARE(shown(), page(3));
+    button("diskUsageButton")->click();
+    homeAction->trigger();
+    QVERIFY(isHome());
+}
+
+void tst_Navigation::asksOnlyThePageThatIsLeft()
+{
+    m_window->onOpenModule(3);
+    m_window->onOpenModule(2);
+    const int before = page(3)->timesAskedToLeave;
+    button("diskUsageButton")->click(); // where it is already
+    m_window->onOpenModule(11);         // a companion has no page
+    m_window->on_miscToolsButton_clicked();
+    QCOMPARE(page(2)->timesAskedToLeave, 0);
+    m_window->on_HomeButton_clicked();
+    QCOMPARE(page(2)->timesAskedToLeave, 1);
+    QCOMPARE(page(3)->timesAskedToLeave, before);
+}
+
+void tst_Navigation::asksBeforeItCloses()
+{
+    m_window->onOpenModule(2);
+    page(2)->letsGo = false;
+    page(2)->busy = true;
+    m_window->setGeometry(155, 133, 1000, 550);
+    QTRY_COMPARE(m_window->geometry(), QRect(155, 133, 1000, 550));
+    QVERIFY(!m_window->close());
+    QVERIFY(m_window->isVisible());
+    QVERIFY(m_modules->asked.isEmpty()); // no job is stopped for a window that stays
+    quint32 stored = 0;
+    QVERIFY(settings::readDword(settings::keys::root, u"posX", stored));
+    QCOMPARE(stored, 155u);
+
+    page(2)->letsGo = true;
+    QVERIFY(!m_window->close());
+    QCOMPARE(m_modules->asked, QList<int>{2});
+    page(2)->busy = false;
+    QVERIFY(m_window->close());
+}
+
+void tst_Navigation::showsTheSidePanelOnRequest()
+{
+    const QWidget *panel = m_window->findChild<QWidget *>(u"sidePanelWidget"_s);
+    m_window->onOpenModule(2);
+    press(Qt::Key_B, Qt::ControlModifier);
+    QVERIFY(panel->isVisible());
+    QCOMPARE(panel->width(), 180);
+    QVERIFY(button("diskUsageButton")->isVisible());
+    QVERIFY(button("diskUsageButton")->isChecked());
+    press(Qt::Key_F9);
+    QVERIFY(panel->isHidden());
+}
+
+void tst_Navigation::reachesTheToolBarByKeyboard()
+{
+    QCOMPARE(QApplication::focusWidget()->objectName(), u"searchLineEdit"_s); // the page comes first
+    const auto *bar = m_window->findChild<QToolBar *>();
+    QSet<QWidget *> wanted;
+    for (QAction *action : bar->actions()) {
+        if (!action->isSeparator())
+            wanted.insert(bar->widgetForAction(action));
+    }
+    QCOMPARE(wanted.size(), 3);
+    QWidget *about = bar->widgetForAction(bar->actions().last());
+    for (int presses = 0; presses < 50 && !wanted.isEmpty(); ++presses) {
+        press(Qt::Key_Tab);
+        wanted.remove(QApplication::focusWidget());
+    }
+    QVERIFY(wanted.isEmpty());
+    about->setFocus();
+    press(Qt::Key_Space);
+    QTRY_VERIFY(m_window->findChild<AboutDialog *>());
+}
+
+void tst_Navigation::offersEverythingInTheMenu()
+{
+    QMenu *menu = openMenu();
+    QVERIFY(menu);
+    QHash<QString, QAction *> entries;
+    QStringList texts;
+    for (QAction *action : menu->actions()) {
+        texts.append(action->isSeparator() ? u"|"_s : action->text());
+        entries.insert(action->text(), action);
+    }
+    QCOMPARE(texts, QStringList({u"Home"_s, u"Back"_s, u"|"_s, u"Side panel"_s, u"|"_s, u"Check Update"_s,
+                                 u"About"_s, u"|"_s, u"Exit"_s}));
+    QVERIFY(!entries[u"Side panel"_s]->isChecked());
+    entries[u"Side panel"_s]->trigger();
+    QVERIFY(m_window->findChild<QWidget *>(u"sidePanelWidget"_s)->isVisible());
+    entries[u"About"_s]->trigger();
+    QVERIFY(m_window->findChild<AboutDialog *>());
+    menu->close();
+}
+
+void tst_Navigation::exits()
+{
+    constexpr int stillRunning = 7;
+    const auto runAndPress = [this] {
+        QTimer guard;
+        connect(&guard, &QTimer::timeout, qApp, [] { QCoreApplication::exit(stillRunning); });
+        guard.start(1000);
+        QTimer::singleShot(0, &*m_window, [this] { press(Qt::Key_Q, Qt::ControlModifier); });
+        return QApplication::exec();
+    };
+    m_window->onOpenModule(2);
+    page(2)->busy = true;
+    QCOMPARE(runAndPress(), stillRunning);
+    QCOMPARE(m_modules->asked, QList<int>{2});
+    QVERIFY(m_window->isVisible());
+    page(2)->busy = false;
+    QCOMPARE(runAndPress(), 0);
+    QVERIFY(!m_window->isVisible());
+}
+
+QTEST_MAIN(tst_Navigation)
+
+#include "tst_navigation.moc"
