@@ -13,7 +13,7 @@ if(CCACHE)
 endif()
 
 if(WIN32)
-  find_package(Qt6 6.5 REQUIRED COMPONENTS Core Gui Widgets Network Concurrent Test)
+  find_package(Qt6 6.5 REQUIRED COMPONENTS Core Gui Widgets Network Test)
 else()
   find_package(Qt6 6.4 REQUIRED COMPONENTS Core Gui Test)
 endif()
