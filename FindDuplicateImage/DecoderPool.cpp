@@ -108,7 +108,7 @@ DecoderPool::Process DecoderPool::start(const core::CancelFlag &cancel) const
 {
     if (!QFileInfo(m_options.program).isFile())
         return nullptr;
-    Process process = platform::PipedProcess::start(m_options.program, memoryLimit);
+    Process process = platform::PipedProcess::start(m_options.program, m_group);
     if (!process)
         return nullptr;
     const auto end = Clock::now() + m_options.startPatience;

@@ -23,8 +23,11 @@
 class DecoderPool
 {
 public:
-    // Memory of one decoder: several copies of the largest picture that is allowed.
-    static constexpr quint64 memoryLimit = quint64(2) << 30;
+    // The largest picture that is allowed takes 1.2 GiB as AVIF, and about half of that in other formats.
+    static constexpr quint64 memoryOfOne = quint64(3) << 29;
+    // Files that are made to take much take no more than this at a time, however many there are. Others stay
+    // below by lookalikes::ScanOptions::decodedBytes.
+    static constexpr quint64 memoryOfAll = quint64(4) << 30;
 
     struct Options {
         QString program;                            // decoderProgram(), or a test's own
@@ -64,6 +67,7 @@ private:
     void countLost(const QString &path);
 
     const Options m_options;
+    const platform::ProcessGroup m_group{memoryOfOne, memoryOfAll};
     mutable std::mutex m_mutex; // guards what follows
     std::vector<Process> m_idle;
     bool m_everStarted = false;

@@ -87,20 +87,6 @@ private:
     bool m_usable = false;
 };
 
-// Ends its processes when the last handle to it goes, that is, also when this process crashes.
-ObjectHandle makeJob(quint64 memoryLimit)
-{
-    ObjectHandle job(CreateJobObjectW(nullptr, nullptr));
-    JOBOBJECT_EXTENDED_LIMIT_INFORMATION limits = {};
-    limits.BasicLimitInformation.LimitFlags = JOB_OBJECT_LIMIT_KILL_ON_JOB_CLOSE |
-                                              JOB_OBJECT_LIMIT_PROCESS_MEMORY |
-                                              JOB_OBJECT_LIMIT_DIE_ON_UNHANDLED_EXCEPTION;
-    limits.ProcessMemoryLimit = static_cast<SIZE_T>(memoryLimit);
-    if (job && !SetInformationJobObject(job.get(), JobObjectExtendedLimitInformation, &limits, sizeof limits))
-        job.reset();
-    return job;
-}
-
 LONG WINAPI endAfterException(EXCEPTION_POINTERS *exception)
 {
     TerminateProcess(GetCurrentProcess(), exception->ExceptionRecord->ExceptionCode);
@@ -121,8 +107,27 @@ void endAfterTerminate()
 
 } // namespace
 
+// Ends its processes when its handle goes, that is, also when this process crashes.
+struct ProcessGroup::Job {
+    ObjectHandle handle; // null when Windows refused
+};
+
+ProcessGroup::ProcessGroup(quint64 memoryOfOne, quint64 memoryOfAll) : m_job(std::make_unique<Job>())
+{
+    ObjectHandle job(CreateJobObjectW(nullptr, nullptr));
+    JOBOBJECT_EXTENDED_LIMIT_INFORMATION limits = {};
+    limits.BasicLimitInformation.LimitFlags = JOB_OBJECT_LIMIT_KILL_ON_JOB_CLOSE |
+                                              JOB_OBJECT_LIMIT_PROCESS_MEMORY | JOB_OBJECT_LIMIT_JOB_MEMORY |
+                                              JOB_OBJECT_LIMIT_DIE_ON_UNHANDLED_EXCEPTION;
+    limits.ProcessMemoryLimit = static_cast<SIZE_T>(memoryOfOne);
+    limits.JobMemoryLimit = static_cast<SIZE_T>(memoryOfAll);
+    if (job && SetInformationJobObject(job.get(), JobObjectExtendedLimitInformation, &limits, sizeof limits))
+        m_job->handle = std::move(job);
+}
+
+ProcessGroup::~ProcessGroup() = default;
+
 struct PipedProcess::Handles {
-    ObjectHandle job;
     ObjectHandle process;
     ObjectHandle moved; // set when a piece was read or written
     FileHandle input;
@@ -170,19 +175,18 @@ PipedProcess::~PipedProcess()
     TerminateProcess(m_handles->process.get(), 1);
 }
 
-std::unique_ptr<PipedProcess> PipedProcess::start(const QString &program, quint64 memoryLimit)
+std::unique_ptr<PipedProcess> PipedProcess::start(const QString &program, const ProcessGroup &group)
 {
     auto handles = std::make_unique<Handles>();
     Pipe toChild;
     Pipe fromChild;
     handles->moved.reset(CreateEventW(nullptr, TRUE, FALSE, nullptr));
-    handles->job = makeJob(memoryLimit);
-    if (!handles->moved || !handles->job || !makePipe(toChild, PIPE_ACCESS_OUTBOUND, GENERIC_READ) ||
+    if (!handles->moved || !group.m_job->handle || !makePipe(toChild, PIPE_ACCESS_OUTBOUND, GENERIC_READ) ||
         !makePipe(fromChild, PIPE_ACCESS_INBOUND, GENERIC_WRITE))
         return nullptr;
     handles->input = std::move(toChild.ours);
     handles->output = std::move(fromChild.ours);
-    StartupInfo startup(toChild.theirs.get(), fromChild.theirs.get(), handles->job.get());
+    StartupInfo startup(toChild.theirs.get(), fromChild.theirs.get(), group.m_job->handle.get());
     if (!startup.isUsable())
         return nullptr;
     std::wstring command = QString(u'"' % program % u'"').toStdWString(); // the call may write into it

@@ -20,9 +20,24 @@ public:
     virtual bool write(const void *from, std::size_t bytes) = 0;
 };
 
+// Programs that are bounded together. They end with this object, and with this process however that ends.
+class ProcessGroup
+{
+public:
+    // The bytes that one of the programs, and all of them together, may take; where that ends, a program
+    // finds that there is no memory left.
+    ProcessGroup(quint64 memoryOfOne, quint64 memoryOfAll);
+    ~ProcessGroup();
+
+private:
+    friend class PipedProcess;
+    struct Job;
+    std::unique_ptr<Job> m_job;
+};
+
 // A program of this suite that runs hidden beside this one, spoken with over its standard input and output.
-// It yields to this one where processors are scarce, and ends with this object, and with this process however
-// that ends. One thread at a time.
+// It yields to this one where processors are scarce, and ends with this object or its group. One thread at a
+// time.
 class PipedProcess : public ByteChannel
 {
 public:
@@ -30,9 +45,8 @@ public:
     // silent nor a talkative program escapes it. True ends the other program, and the conversation.
     using GiveUp = std::function<bool()>;
 
-    // Null when it cannot be started. The program may not take more than `memoryLimit` bytes; when it does
-    // it finds that there is none left.
-    static std::unique_ptr<PipedProcess> start(const QString &program, quint64 memoryLimit);
+    // Null when it cannot be started.
+    static std::unique_ptr<PipedProcess> start(const QString &program, const ProcessGroup &group);
     ~PipedProcess() override;
 
     void setGiveUp(GiveUp giveUp) { m_giveUp = std::move(giveUp); }

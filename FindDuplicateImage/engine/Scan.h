@@ -65,7 +65,9 @@ struct ScanResult {
 // are counted and not opened, since a scan must not download a cloud store. The progress is that of the
 // walk, which is ahead of the comparison by PreparationQueue::filesPerThread files a thread at most.
 //
-// Memory: options.decodedBytes, 4.8 KB for every picture that is alike to none before it, and the records.
+// Memory: options.decodedBytes for the pictures themselves, and up to four times as much again for what their
+// decoders need beside them; 4.8 KB for every picture that is alike to none before it; and the records. A
+// damaged or hostile file may take more than it states: what bounds that is the owner of `examine`.
 ScanResult findLookalikes(const QString &root, const ScanOptions &options,
                           core::DirectoryEnumerator &enumerator, const Examine &examine,
                           ThumbnailSink &thumbnails, duplicates::ScanListener &listener,

@@ -63,8 +63,9 @@ void serve(platform::ByteChannel &parent)
 
 int beParent(const char *self)
 {
+    const platform::ProcessGroup group(64 * megabyte, 64 * megabyte);
     const auto child =
-        platform::PipedProcess::start(QDir::toNativeSeparators(QString::fromLocal8Bit(self)), 64 * megabyte);
+        platform::PipedProcess::start(QDir::toNativeSeparators(QString::fromLocal8Bit(self)), group);
     quint32 number = 0;
     if (!child || !child->write("i", 1) || !child->read(&number, sizeof number) || !child->write("s", 1))
         return 1;

@@ -9,6 +9,7 @@
 #include <QProcess>
 #include <QTest>
 
+#include <memory>
 #include <optional>
 #include <vector>
 
@@ -20,7 +21,8 @@ namespace
 {
 
 constexpr quint64 megabyte = quint64(1) << 20;
-constexpr quint64 memoryLimit = 300 * megabyte;
+constexpr quint64 memoryOfOne = 300 * megabyte;
+constexpr quint64 memoryOfAll = 500 * megabyte;
 
 QString childProgram()
 {
@@ -57,14 +59,18 @@ private slots:
     void whatIsNoProgramIsNotStarted();
     void canBeGivenUp_data();
     void canBeGivenUp();
+    void endsWithItsObject_data();
     void endsWithItsObject();
     void endsWithAKilledParent();
-    void hasNoMoreMemoryThanAllowed();
+    void haveNoMoreMemoryThanAllowed();
+
+private:
+    const platform::ProcessGroup m_group{memoryOfOne, memoryOfAll};
 };
 
 void PipedProcessTest::carriesBytesBothWays()
 {
-    const auto process = PipedProcess::start(childProgram(), memoryLimit);
+    const auto process = PipedProcess::start(childProgram(), m_group);
     QVERIFY(process);
     for (const quint32 size : {1U, 1000U, 5'000'000U}) { // the last one does not fit the pipe
         std::vector<char> sent(size);
@@ -93,7 +99,7 @@ void PipedProcessTest::whatIsNoProgramIsNotStarted()
     const tests::TestFolder folder;
     if (program == u"text"_s)
         program = folder.makeFile(u"program.exe"_s, "text");
-    QVERIFY(!PipedProcess::start(program, memoryLimit));
+    QVERIFY(!PipedProcess::start(program, m_group));
 }
 
 void PipedProcessTest::canBeGivenUp_data()
@@ -108,7 +114,7 @@ void PipedProcessTest::canBeGivenUp_data()
 void PipedProcessTest::canBeGivenUp()
 {
     QFETCH(const char, wish);
-    const auto process = PipedProcess::start(childProgram(), memoryLimit);
+    const auto process = PipedProcess::start(childProgram(), m_group);
     QVERIFY(process);
     const ObjectHandle child = processOf(numberFor(*process, 'i').value_or(0));
     QVERIFY(child);
@@ -126,14 +132,26 @@ void PipedProcessTest::canBeGivenUp()
     QVERIFY(hasEnded(child, 1000));
 }
 
+void PipedProcessTest::endsWithItsObject_data()
+{
+    QTest::addColumn<bool>("group");
+    QTest::newRow("process") << false;
+    QTest::newRow("group") << true;
+}
+
 void PipedProcessTest::endsWithItsObject()
 {
-    auto process = PipedProcess::start(childProgram(), memoryLimit);
+    QFETCH(const bool, group);
+    auto all = std::make_unique<platform::ProcessGroup>(memoryOfOne, memoryOfAll);
+    auto process = PipedProcess::start(childProgram(), *all);
     QVERIFY(process);
     const ObjectHandle child = processOf(numberFor(*process, 'i').value_or(0));
     QVERIFY(process->write("s", 1));
     QVERIFY(!hasEnded(child, 200));
-    process.reset();
+    if (group)
+        all.reset();
+    else
+        process.reset();
     QVERIFY(hasEnded(child, 1000));
 }
 
@@ -151,17 +169,18 @@ void PipedProcessTest::endsWithAKilledParent()
     QVERIFY(hasEnded(grandchild, 2000));
 }
 
-void PipedProcessTest::hasNoMoreMemoryThanAllowed()
+void PipedProcessTest::haveNoMoreMemoryThanAllowed()
 {
     if (tests::isWine())
-        QSKIP("Wine accepts the limit and does not keep it");
-    const auto process = PipedProcess::start(childProgram(), memoryLimit);
-    QVERIFY(process);
-    const auto megabytes = numberFor(*process, 'm');
-    QVERIFY(megabytes);
-    QVERIFY2(*megabytes > 200 && *megabytes <= memoryLimit / megabyte,
-             qPrintable(QString::number(*megabytes)));
-    QVERIFY(numberFor(*process, 'i')); // it lives on
+        QSKIP("Wine accepts the limits and does not keep them");
+    const auto first = PipedProcess::start(childProgram(), m_group);
+    const auto second = PipedProcess::start(childProgram(), m_group);
+    QVERIFY(first && second);
+    const quint32 one = numberFor(*first, 'm').value_or(0);
+    QVERIFY2(one > 200 && one <= memoryOfOne / megabyte, qPrintable(QString::number(one)));
+    const quint32 both = one + numberFor(*second, 'm').value_or(0);
+    QVERIFY2(both > 350 && both <= memoryOfAll / megabyte, qPrintable(QString::number(both)));
+    QVERIFY(numberFor(*first, 'i') && numberFor(*second, 'i')); // they live on
 }
 
 QTEST_GUILESS_MAIN(PipedProcessTest)
