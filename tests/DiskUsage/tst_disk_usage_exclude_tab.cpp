@@ -166,6 +166,7 @@ void DiskUsageExcludeTabTest::longPathsDoNotWidenTheWindow()
     form.show();
     find<QTabWidget>(form, "optionsTabWidget")->setCurrentIndex(1);
     QTRY_VERIFY(find<ElidedLabel>(form, "siblingNoteLabel")->isVisible());
+    QCoreApplication::processEvents(); // the layouts around hear of the note
     const int width = form.minimumSizeHint().width();
     QVERIFY2(width < 800, qPrintable(QString::number(width)));
     settings::deleteValue(u"Environment", u"OneDrive");

@@ -249,13 +249,17 @@ void DiskUsageResultsTest::longPathsDoNotWidenTheWindow()
     scene.select({name});
     QTest::keyClick(scene.tree(), Qt::Key_F5); // and its name is one of the choices of the biggest files
     QTRY_VERIFY(!scene.form->isBusy());
-    QCOMPARE(scene.find<QComboBox>("biggestFilesComboBox")->count(), 2);
+    auto *choice = scene.find<QComboBox>("biggestFilesComboBox");
+    QCOMPARE(choice->count(), 2);
+    QEvent change(QEvent::StyleChange); // until one comes, the list keeps the width that it had when empty
+    QCoreApplication::sendEvent(choice, &change);
     auto *page = scene.form->findChild<DiskUsageResultsForm *>();
     page->setBusy(true, QStringLiteral("Scanning %1 again ...").arg(path));
+    auto *tabs = scene.find<QTabWidget>("resultTabWidget");
     for (int tab = 0; tab < 3; ++tab) {
-        scene.find<QTabWidget>("resultTabWidget")->setCurrentIndex(tab);
+        tabs->setCurrentIndex(tab);
         QCoreApplication::processEvents(); // the layouts around hear of the page
-        const int width = page->minimumSizeHint().width();
+        const int width = qMax(page->minimumSizeHint().width(), tabs->widget(tab)->minimumSizeHint().width());
         QVERIFY2(width < 800, qPrintable(QString::number(width)));
     }
 }
