@@ -1,10 +1,25 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "core/WorkerThread.h"
 
+#include <QCoreApplication>
+#include <QList>
+
 #include <utility>
 
 namespace core
 {
+
+namespace
+{
+
+// On the thread that they live in, that of the interface.
+QList<WorkerThread *> &retiredWorkers()
+{
+    static QList<WorkerThread *> workers;
+    return workers;
+}
+
+} // namespace
 
 void WorkerThread::deliver(std::function<void()> emission)
 {
@@ -19,6 +34,28 @@ void EndWorker::operator()(WorkerThread *worker) const
     worker->requestStop();
     worker->wait();
     delete worker;
+}
+
+void RetireWorker::operator()(WorkerThread *worker) const
+{
+    worker->disconnect();
+    worker->requestStop();
+    // Deleting one that ends just now takes the event of this away with it.
+    QObject::connect(worker, &QThread::finished, worker, &QObject::deleteLater);
+    if (!worker->isRunning()) {
+        delete worker;
+        return;
+    }
+    static const bool waitsAtTheEnd = (qAddPostRoutine(waitForRetiredWorkers), true);
+    Q_UNUSED(waitsAtTheEnd)
+    retiredWorkers().append(worker);
+    QObject::connect(worker, &QObject::destroyed, [worker] { retiredWorkers().removeOne(worker); });
+}
+
+void waitForRetiredWorkers()
+{
+    while (!retiredWorkers().isEmpty())
+        EndWorker()(retiredWorkers().takeLast());
 }
 
 } // namespace core

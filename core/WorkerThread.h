@@ -45,4 +45,18 @@ struct EndWorker {
 template <class Worker>
 using WorkerPointer = std::unique_ptr<Worker, EndWorker>;
 
+// Ends a worker without waiting for it, which may take as long as a disk that does not answer: it is silenced
+// and asked to stop like one that is ended, and deleted when it has come to its end. Only for workers that
+// hold nothing but their own data, and of whose signals none is connected directly.
+struct RetireWorker {
+    void operator()(WorkerThread *worker) const;
+};
+
+template <class Worker>
+using RetiringPointer = std::unique_ptr<Worker, RetireWorker>;
+
+// Waits for the retired workers that have not come to their end. The application object does so when it goes;
+// whoever takes away earlier what they work with calls it before.
+void waitForRetiredWorkers();
+
 } // namespace core

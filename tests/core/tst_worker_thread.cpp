@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "core/WorkerThread.h"
 
+#include <QPointer>
+#include <QSemaphore>
 #include <QSignalSpy>
 #include <QTest>
 
@@ -35,6 +37,28 @@ private:
     std::atomic_int &m_running;
 };
 
+// In one call that takes its time, whatever is asked of it.
+class StuckJob : public core::WorkerThread
+{
+    Q_OBJECT
+
+public:
+    explicit StuckJob(QSemaphore &disk) : m_disk(disk) {}
+
+signals:
+    void resultReady();
+
+protected:
+    void run() override
+    {
+        m_disk.acquire();
+        deliver([this] { emit resultReady(); });
+    }
+
+private:
+    QSemaphore &m_disk;
+};
+
 } // namespace
 
 class TestWorkerThread : public QObject
@@ -45,6 +69,8 @@ private slots:
     void endsThroughItsFinishSignal();
     void endedWorkerIsSilent();
     void finishSignalOnItsWayIsDropped();
+    void aRetiredWorkerIsNotWaitedFor();
+    void retiredWorkersCanBeWaitedFor();
 };
 
 void TestWorkerThread::endsThroughItsFinishSignal()
@@ -91,6 +117,44 @@ void TestWorkerThread::finishSignalOnItsWayIsDropped()
     job.reset();
     QCoreApplication::processEvents();
     QCOMPARE(signalCount, 0);
+}
+
+void TestWorkerThread::aRetiredWorkerIsNotWaitedFor()
+{
+    QSemaphore disk;
+    int signalCount = 0;
+    core::RetiringPointer<StuckJob> job(new StuckJob(disk));
+    QPointer<StuckJob> retired(job.get());
+    connect(job.get(), &StuckJob::resultReady, this, [&] { ++signalCount; });
+    job->start();
+    job.reset(new StuckJob(disk)); // would hang here
+    QVERIFY(retired && retired->isRunning() && retired->stopRequested());
+    disk.release();
+    QTRY_VERIFY(!retired);
+    QCOMPARE(signalCount, 0);
+    // One that was never started, and one that has ended.
+    retired = job.get();
+    job.reset(new StuckJob(disk));
+    QVERIFY(!retired);
+    disk.release();
+    retired = job.get();
+    job->start();
+    QVERIFY(job->wait(5000));
+    job.reset();
+    QVERIFY(!retired);
+}
+
+void TestWorkerThread::retiredWorkersCanBeWaitedFor()
+{
+    QSemaphore disk;
+    core::RetiringPointer<StuckJob> job(new StuckJob(disk));
+    const QPointer<StuckJob> retired(job.get());
+    job->start();
+    job.reset();
+    QVERIFY(retired);
+    disk.release();
+    core::waitForRetiredWorkers();
+    QVERIFY(!retired);
 }
 
 QTEST_GUILESS_MAIN(TestWorkerThread)
