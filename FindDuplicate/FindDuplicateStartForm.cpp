@@ -61,6 +61,7 @@ FindDuplicateStartForm::FindDuplicateStartForm(QWidget *parent)
     connect(m_select, &QAbstractButton::clicked, this, &FindDuplicateStartForm::selectFolder);
     connect(m_options, &QAbstractButton::clicked, this, &FindDuplicateStartForm::optionsRequested);
     connect(this, &DropFrame::folderDropped, this, &FindDuplicateStartForm::folderChosen);
+    connect(this, &DropFrame::othersLeftOut, this, &FindDuplicateStartForm::showNotice);
 }
 
 void FindDuplicateStartForm::buildHeader(QVBoxLayout *page)

@@ -39,6 +39,7 @@ FindDuplicateImageStartForm::FindDuplicateImageStartForm(QWidget *parent)
     connect(m_select, &QAbstractButton::clicked, this,
             &FindDuplicateImageStartForm::on_selectFolderButton_clicked);
     connect(this, &DropFrame::folderDropped, this, &FindDuplicateImageStartForm::folderChosen);
+    connect(this, &DropFrame::othersLeftOut, this, &FindDuplicateImageStartForm::showNotice);
 }
 
 void FindDuplicateImageStartForm::buildPage()

@@ -12,14 +12,19 @@
 namespace
 {
 
-// The first dropped thing, when it is a folder. Whoever drags it has just been shown it, so asking what it is
-// does not take long; it is asked when the drag enters and when it is dropped, not while it moves.
+// Far more than anybody drops on purpose.
+constexpr qsizetype mostLookedAt = 200;
+
+// The first folder among the dropped things, which may come behind files. Whoever drags them has just been
+// shown them, so asking what they are does not take long; it is asked when the drag enters and when it is
+// dropped, not while it moves.
 QString droppedFolder(const QMimeData *data)
 {
-    for (const QUrl &url : data->urls()) {
+    const QList<QUrl> urls = data->urls();
+    for (const QUrl &url : urls.first(qMin(urls.size(), mostLookedAt))) {
         const QString path = url.toLocalFile();
-        if (!path.isEmpty())
-            return QFileInfo(path).isDir() ? QDir::toNativeSeparators(path) : QString();
+        if (!path.isEmpty() && QFileInfo(path).isDir())
+            return QDir::toNativeSeparators(path);
     }
     return {};
 }
@@ -85,7 +90,10 @@ void DropFrame::dropEvent(QDropEvent *event)
     if (folder.isEmpty())
         return;
     event->acceptProposedAction();
+    const bool others = event->mimeData()->urls().size() > 1;
     emit folderDropped(folder);
+    if (others)
+        emit othersLeftOut(tr("Only %1 was searched: one folder is taken at a time.").arg(folder));
 }
 
 void DropFrame::resizeEvent(QResizeEvent *event)

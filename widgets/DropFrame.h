@@ -3,7 +3,8 @@
 
 #include <QWidget>
 
-// A page onto which a folder can be dropped: shows a frame and a hint while one is dragged over it.
+// A page onto which a folder can be dropped: shows a frame and a hint while one is dragged over it. Of
+// several things the first folder is taken.
 class DropFrame : public QWidget
 {
     Q_OBJECT
@@ -16,6 +17,8 @@ public:
 signals:
     // A folder that exists, with native separators.
     void folderDropped(const QString &folder);
+    // After it, when there was more than that folder; in words for the user.
+    void othersLeftOut(const QString &notice);
 
 protected:
     void dragEnterEvent(QDragEnterEvent *event) override;

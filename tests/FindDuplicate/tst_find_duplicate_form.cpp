@@ -8,9 +8,12 @@
 #include "tests/FindDuplicate/Pages.h"
 #include "tests/support/FakeDialogs.h"
 #include "tests/support/TestPrefix.h"
+#include "widgets/NoticeBar.h"
 
+#include <QDropEvent>
 #include <QLabel>
 #include <QMetaMethod>
+#include <QMimeData>
 #include <QPushButton>
 #include <QSemaphore>
 #include <QStackedLayout>
@@ -93,6 +96,8 @@ private slots:
     void findsFilesOfOneSizeAndTime();
     void theSelectionDecides();
     void selectsAFolderByTheButton();
+    void takesTheFirstFolderOfWhatIsDropped_data();
+    void takesTheFirstFolderOfWhatIsDropped();
     void saysWhenThereIsNothing();
     void cancelGoesBackToTheStart();
     void closingDuringAScanClosesWhenItEnds();
@@ -231,6 +236,55 @@ void FindDuplicateFormTest::selectsAFolderByTheButton()
     QCOMPARE(scene.find<QLabel>("scanTitleLabel")->text(),
              QStringLiteral("Searching in progress. Please wait ..."));
     QVERIFY(shown.wait());
+}
+
+void FindDuplicateFormTest::takesTheFirstFolderOfWhatIsDropped_data()
+{
+    QTest::addColumn<QStringList>("dropped");
+    QTest::addColumn<QString>("taken");
+    QTest::addColumn<bool>("told");
+    const auto names = [](const char *text) {
+        return QString::fromLatin1(text).split(u' ', Qt::SkipEmptyParts);
+    };
+    QTest::newRow("one folder") << names("one") << "one" << false;
+    QTest::newRow("a file first") << names("x.txt one") << "one" << true;
+    QTest::newRow("two folders") << names("two one") << "two" << true;
+    QTest::newRow("no folder") << names("x.txt y.txt missing") << QString() << false;
+}
+
+void FindDuplicateFormTest::takesTheFirstFolderOfWhatIsDropped()
+{
+    QFETCH(const QStringList, dropped);
+    QFETCH(const QString, taken);
+    QFETCH(const bool, told);
+    TestFolder folder;
+    for (const char *name : {"x.txt", "y.txt"})
+        folder.makeFile(QLatin1String(name), "text");
+    for (const char *name : {"one", "two"})
+        folder.makeFolder(QLatin1String(name));
+    FinderScene scene;
+    QMimeData data;
+    QList<QUrl> urls;
+    for (const QString &name : dropped)
+        urls.append(QUrl::fromLocalFile(folder.path(name)));
+    data.setUrls(urls);
+    auto *page = scene.form->findChild<FindDuplicateStartForm *>();
+    QSignalSpy chosen(page, &FindDuplicateStartForm::folderChosen);
+    QDragEnterEvent enter({50, 50}, Qt::CopyAction, &data, Qt::LeftButton, Qt::NoModifier);
+    enter.ignore();
+    QCoreApplication::sendEvent(page, &enter);
+    QCOMPARE(enter.isAccepted(), !taken.isEmpty());
+    QDropEvent drop({50, 50}, Qt::CopyAction, &data, Qt::LeftButton, Qt::NoModifier);
+    QCoreApplication::sendEvent(page, &drop);
+    QCOMPARE(chosen.count(), taken.isEmpty() ? 0 : 1);
+    QCOMPARE(scene.form->isScanning(), !taken.isEmpty());
+    if (!taken.isEmpty())
+        QCOMPARE(chosen.first().first().toString(), folder.path(taken));
+    QTRY_VERIFY(!scene.form->isBusy());
+    scene.form->OnBackToMain();
+    const QString notice = page->findChild<NoticeBar *>()->text();
+    QCOMPARE(notice.contains(folder.path(taken)), told);
+    QCOMPARE(notice.isEmpty(), !told);
 }
 
 void FindDuplicateFormTest::saysWhenThereIsNothing()
