@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "FindDuplicate/FindDuplicateCompareThread.h"
 
+#include "platform/FileProbe.h"
 #include "platform/FileReader.h"
 
 namespace
@@ -21,7 +22,7 @@ class DiskReader : public duplicates::ContentReader
 public:
     std::optional<quint32> attributes(const QString &path) override
     {
-        return platform::listedAttributes(path);
+        return platform::fileProbe().listedAttributes(path);
     }
 
     std::unique_ptr<File> open(const QString &path) override

@@ -17,7 +17,7 @@ void FindDuplicateResultForm::compareContents()
     const int group = m_memberModel->groupIndex();
     if (group < 0 || isBusy())
         return;
-    const duplicates::DuplicateGroup &compared = m_groups[static_cast<std::size_t>(group)];
+    const duplicates::DuplicateGroup &compared = groupAt(group);
     QStringList paths;
     m_comparedMembers.clear();
     for (std::size_t member = 0; member < compared.members.size(); ++member) {
@@ -65,7 +65,7 @@ void FindDuplicateResultForm::onCompareFinish()
     if (hadFocus)
         m_compare->setFocus();
 
-    const std::size_t all = m_groups[static_cast<std::size_t>(m_comparedGroup)].members.size();
+    const std::size_t all = groupAt(m_comparedGroup).members.size();
     std::vector<ContentState> byMember(all, ContentState::NotCompared);
     for (std::size_t i = 0; i < states.size(); ++i)
         byMember[static_cast<std::size_t>(m_comparedMembers[i])] = states[i];

@@ -16,18 +16,16 @@
 #include <algorithm>
 #include <utility>
 
-using duplicates::DuplicateGroup;
+using Groups = std::vector<duplicates::DuplicateGroup>;
 
 namespace
 {
 
 // Destroying a million records takes longer than the interface may wait.
-void destroyInBackground(std::vector<DuplicateGroup> groups)
+void destroyInBackground(std::shared_ptr<Groups> groups)
 {
-    if (groups.empty())
-        return;
-    auto kept = std::make_shared<std::vector<DuplicateGroup>>(std::move(groups));
-    QThreadPool::globalInstance()->start([kept]() mutable { kept.reset(); });
+    if (!groups->empty())
+        QThreadPool::globalInstance()->start([kept = std::move(groups)]() mutable { kept.reset(); });
 }
 
 } // namespace
@@ -41,6 +39,7 @@ FindDuplicateForm::FindDuplicateForm(EnumeratorFactory enumerators, QWidget *par
     : FLWidget(parent),
       m_enumerators(std::move(enumerators)),
       m_settings(duplicates::defaultFinderSettings()),
+      m_groups(std::make_shared<Groups>()),
       m_pages(new QStackedLayout(this)),
       m_start(new FindDuplicateStartForm(this))
 {
@@ -52,11 +51,10 @@ FindDuplicateForm::FindDuplicateForm(EnumeratorFactory enumerators, QWidget *par
     connect(&m_relay, &core::ProgressRelay::changed, this, &FindDuplicateForm::showProgress);
 }
 
-// The results page goes before the groups that it shows.
+// The scan goes before the relay that it talks to.
 FindDuplicateForm::~FindDuplicateForm()
 {
     m_thread.reset();
-    delete m_results;
 }
 
 bool FindDuplicateForm::isBusy() const
@@ -97,9 +95,9 @@ void FindDuplicateForm::scan(const QString &folder)
 {
     if (isScanning() || (m_results && m_results->isRemoving()) || folder.isEmpty())
         return;
-    // At once: it looks at the groups until it is gone.
+    // At once: it shares the groups, which are to go on another thread.
     delete std::exchange(m_results, nullptr);
-    destroyInBackground(std::exchange(m_groups, {}));
+    destroyInBackground(std::exchange(m_groups, std::make_shared<Groups>()));
     duplicates::reloadFinderSettings(m_settings);
     m_root = core::walkRoot(folder);
     m_cancelRequested = false;
@@ -202,14 +200,14 @@ void FindDuplicateForm::onScanFinish()
     m_thread.reset();
     emit showToolbarSignal(true);
     if (m_cancelRequested || !error.isEmpty()) {
-        destroyInBackground(std::move(result.groups));
+        destroyInBackground(std::make_shared<Groups>(std::move(result.groups)));
         m_root.clear();
         showStartPage(error);
         if (m_closeRequested)
             emit closeApp();
         return;
     }
-    m_groups = std::move(result.groups);
+    m_groups = std::make_shared<Groups>(std::move(result.groups));
     m_filesCompared = result.filesCompared;
     prepareReport();
 }

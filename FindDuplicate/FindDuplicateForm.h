@@ -37,7 +37,7 @@ public:
 
     bool isScanning() const { return m_thread != nullptr; }
     // Of the last scan, largest file first.
-    const std::vector<duplicates::DuplicateGroup> &groups() const { return m_groups; }
+    const std::vector<duplicates::DuplicateGroup> &groups() const { return *m_groups; }
 
 public slots:
     // Scans a folder in any spelling. Does nothing while a scan or a removal runs.
@@ -73,8 +73,8 @@ private:
 
     EnumeratorFactory m_enumerators;
     duplicates::FinderSettings m_settings;
-    // Outlives the pages that show it.
-    std::vector<duplicates::DuplicateGroup> m_groups;
+    // Shared with the page that shows them.
+    std::shared_ptr<std::vector<duplicates::DuplicateGroup>> m_groups;
     std::size_t m_filesCompared = 0;
 
     QStackedLayout *m_pages;

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "FindDuplicate/FindDuplicateMainResultThread.h"
 
-#include "platform/Paths.h"
+#include "platform/FileProbe.h"
 
 namespace
 {
@@ -9,17 +9,36 @@ constexpr int checkedAtOnce = 500;
 }
 
 FindDuplicateMainResultThread::FindDuplicateMainResultThread(
-    const std::vector<duplicates::DuplicateGroup> &groups)
-    : m_groups(groups)
+    std::shared_ptr<const std::vector<duplicates::DuplicateGroup>> groups)
+    : m_groups(std::move(groups))
 {
 }
 
 void FindDuplicateMainResultThread::run()
 {
-    m_listed = duplicates::listedGroups(m_groups, {}, duplicates::GroupOrder::Report);
+    const auto failed = [this] { deliver([this] { emit outOfMemory(); }); };
+    try {
+        prepare();
+    } catch (const std::exception &) { // what is thrown here is a lack of memory
+        m_firstFiles.clear();
+        failed();
+    }
+    m_groups.reset();
     deliver([this] { emit processFinish(); });
     // The list does not wait for this: it may take seconds, and on a lost network drive minutes.
-    checkFirstFiles();
+    try {
+        checkFirstFiles();
+    } catch (const std::exception &) {
+        failed();
+    }
+}
+
+void FindDuplicateMainResultThread::prepare()
+{
+    m_listed = duplicates::listedGroups(*m_groups, {}, duplicates::GroupOrder::Report);
+    m_firstFiles.reserve(m_groups->size());
+    for (const duplicates::DuplicateGroup &group : *m_groups)
+        m_firstFiles.push_back(group.members.front().fullPath());
 }
 
 void FindDuplicateMainResultThread::checkFirstFiles()
@@ -31,10 +50,10 @@ void FindDuplicateMainResultThread::checkFirstFiles()
         first += static_cast<int>(exist.size());
         exist.clear();
     };
-    for (const duplicates::DuplicateGroup &group : m_groups) {
+    for (const QString &path : m_firstFiles) {
         if (stopRequested())
             return;
-        exist.append(platform::fileExists(group.members.front().fullPath()));
+        exist.append(platform::fileProbe().listedAttributes(path).has_value());
         if (exist.size() == checkedAtOnce)
             passOn();
     }

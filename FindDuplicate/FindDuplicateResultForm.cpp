@@ -17,30 +17,47 @@
 #include <QItemSelectionModel>
 #include <QLineEdit>
 #include <QPushButton>
+#include <QSet>
 #include <QToolButton>
+
+#include <algorithm>
+#include <utility>
 
 using duplicates::DuplicateGroup;
 using duplicates::FileRecord;
+
+namespace
+{
+constexpr qsizetype mostAtOnce = 10; // files opened, or folders shown, by one click
+}
 
 FindDuplicateResultForm::~FindDuplicateResultForm() = default;
 
 bool FindDuplicateResultForm::start()
 {
-    if (m_groups.empty())
+    if (m_groups->empty())
         return false;
-    m_mainResult.reset(new FindDuplicateMainResultThread(m_groups));
+    checkFirstFiles();
     connect(m_mainResult.get(), &FindDuplicateMainResultThread::processFinish, this,
             &FindDuplicateResultForm::onMainResultProcessFinish);
-    connect(m_mainResult.get(), &FindDuplicateMainResultThread::firstFilesChecked, m_groupModel,
-            &GroupModel::setFirstFilesExist);
     m_mainResult->start();
     return true;
 }
 
+// Ends the one that may still be looking; the caller starts the new one.
+void FindDuplicateResultForm::checkFirstFiles()
+{
+    m_mainResult.reset(new FindDuplicateMainResultThread(m_groups));
+    connect(m_mainResult.get(), &FindDuplicateMainResultThread::firstFilesChecked, m_groupModel,
+            &GroupModel::setFirstFilesExist);
+    connect(m_mainResult.get(), &FindDuplicateMainResultThread::outOfMemory, this,
+            [this] { showNotice(tr("There is not enough memory to look at all groups.")); });
+}
+
 void FindDuplicateResultForm::onMainResultProcessFinish()
 {
-    m_statistics = duplicates::statisticsOf(m_groups);
-    m_groupModel->setGroups(&m_groups, m_mainResult->takeListed());
+    m_statistics = duplicates::statisticsOf(*m_groups);
+    m_groupModel->setGroups(m_groups.get(), m_mainResult->takeListed());
     m_groupTree->showColumns({GroupModel::Text});
     m_groupTree->setStretchColumn(GroupModel::Text, 0);
     m_memberTree->showColumns({MemberModel::Text});
@@ -84,12 +101,9 @@ void FindDuplicateResultForm::refresh()
         return;
     m_contents.clear();
     m_memberModel->setContents({});
-    m_selectMember = selectedMember() ? selectedMember()->member : 0;
+    m_selectMember = qMax(0, m_memberTree->currentIndex().row());
     m_readLater.start();
-    // Ends the one that may still be looking.
-    m_mainResult.reset(new FindDuplicateMainResultThread(m_groups));
-    connect(m_mainResult.get(), &FindDuplicateMainResultThread::firstFilesChecked, m_groupModel,
-            &GroupModel::setFirstFilesExist);
+    checkFirstFiles();
     m_mainResult->start();
 }
 
@@ -115,7 +129,7 @@ void FindDuplicateResultForm::readGroup()
         enableTools();
         return;
     }
-    m_result.reset(new FindDuplicateResultThread(m_root, m_groups[static_cast<std::size_t>(group)], group));
+    m_result.reset(new FindDuplicateResultThread(m_root, groupAt(group), group));
     connect(m_result.get(), &FindDuplicateResultThread::processFinish, this,
             &FindDuplicateResultForm::onProcessFinish);
     m_result->start();
@@ -124,12 +138,22 @@ void FindDuplicateResultForm::readGroup()
 void FindDuplicateResultForm::onProcessFinish()
 {
     const int index = m_result->groupIndex();
-    const DuplicateGroup &group = m_groups[static_cast<std::size_t>(index)];
+    const DuplicateGroup &group = groupAt(index);
+    if (m_result->outOfMemory()) {
+        m_memberModel->setGroup(nullptr, -1, {});
+        m_groupTitle->setText({});
+        enableTools();
+        showNotice(tr("There is not enough memory to look at the files of this group."));
+        return;
+    }
     m_memberModel->setGroup(&group, index, m_result->takeMembers());
     m_memberModel->setContents(m_contents.value(index));
     m_groupTitle->setText(
         tr("%1 files of %2 each").arg(QString::number(group.members.size()), core::sizeText(group.size)));
-    m_memberTree->setCurrentIndex(m_memberModel->index(m_selectMember, MemberModel::Text));
+    // Whatever keys are held down: the view itself would add to a selection with Ctrl or Shift.
+    m_memberTree->selectionModel()->setCurrentIndex(m_memberModel->index(m_selectMember, MemberModel::Text),
+                                                    QItemSelectionModel::ClearAndSelect |
+                                                        QItemSelectionModel::Rows);
     enableTools();
 }
 
@@ -138,48 +162,105 @@ void FindDuplicateResultForm::onItemChanged(const QItemSelection &, const QItemS
     enableTools();
 }
 
-std::optional<FindDuplicateResultForm::Selected> FindDuplicateResultForm::selectedMember() const
+QList<FindDuplicateResultForm::Selected> FindDuplicateResultForm::selectedMembers() const
 {
-    const QModelIndexList rows = m_memberTree->selectionModel()->selectedRows();
-    if (rows.isEmpty())
+    QModelIndexList rows = m_memberTree->selectionModel()->selectedRows();
+    std::sort(rows.begin(), rows.end());
+    QList<Selected> members;
+    for (const QModelIndex &row : std::as_const(rows)) {
+        const auto number = [&](int column) { return row.siblingAtColumn(column).data().toInt(); };
+        members.append({number(MemberModel::GroupIndex), number(MemberModel::MemberIndex)});
+    }
+    return members;
+}
+
+QStringList FindDuplicateResultForm::selectedPaths() const
+{
+    QStringList paths;
+    for (const Selected &member : selectedMembers())
+        if (!record(member).checked)
+            paths.append(record(member).fullPath());
+    return paths;
+}
+
+std::optional<FindDuplicateResultForm::Selected> FindDuplicateResultForm::removableMember() const
+{
+    const QList<Selected> members = selectedMembers();
+    if (members.size() != 1 || record(members.first()).checked)
         return std::nullopt;
-    const auto number = [&](int column) { return rows.first().siblingAtColumn(column).data().toInt(); };
-    return Selected{number(MemberModel::GroupIndex), number(MemberModel::MemberIndex)};
+    return members.first();
+}
+
+const DuplicateGroup &FindDuplicateResultForm::groupAt(int group) const
+{
+    return (*m_groups)[static_cast<std::size_t>(group)];
+}
+
+DuplicateGroup &FindDuplicateResultForm::groupAt(int group)
+{
+    return (*m_groups)[static_cast<std::size_t>(group)];
 }
 
 const FileRecord &FindDuplicateResultForm::record(const Selected &member) const
 {
-    return m_groups[static_cast<std::size_t>(member.group)].members[static_cast<std::size_t>(member.member)];
+    return groupAt(member.group).members[static_cast<std::size_t>(member.member)];
 }
 
 void FindDuplicateResultForm::enableTools()
 {
-    const std::optional<Selected> member = selectedMember();
-    const bool offered = member && !record(*member).checked && !isRemoving();
+    const bool offered = !isRemoving() && !selectedPaths().isEmpty();
     m_open->setEnabled(offered);
     m_explorer->setEnabled(offered);
-    m_recycleBin->setEnabled(offered && !m_comparison);
-    m_compare->setEnabled(m_memberModel->rowCount() > 0 && !m_comparison && !isRemoving());
+    m_recycleBin->setEnabled(removableMember() && !isBusy());
+    m_compare->setEnabled(m_memberModel->rowCount() > 0 && !isBusy());
 }
 
 void FindDuplicateResultForm::on_openButton_clicked()
 {
-    const std::optional<Selected> member = selectedMember();
-    if (member && !platform::shell().openFile(record(*member).fullPath()))
-        showNotice(tr("%1 could not be opened.").arg(record(*member).fullPath()));
+    const QStringList paths = selectedPaths();
+    QStringList failed;
+    for (const QString &path : paths.first(qMin(paths.size(), mostAtOnce)))
+        if (!platform::shell().openFile(path))
+            failed.append(path);
+    if (!failed.isEmpty())
+        showNotice(tr("%1 could not be opened.").arg(failed.join(QStringLiteral(", "))));
+    else if (paths.size() > mostAtOnce)
+        showNotice(tr("Only the first %1 of the %2 selected files were opened.")
+                       .arg(QString::number(mostAtOnce), QString::number(paths.size())),
+                   false);
 }
 
+// A window for each folder, with the first of its files selected.
 void FindDuplicateResultForm::on_explorerButton_clicked()
 {
-    const std::optional<Selected> member = selectedMember();
-    if (member && !platform::shell().revealInExplorer(record(*member).fullPath()))
-        showNotice(tr("%1 could not be shown in Explorer.").arg(record(*member).fullPath()));
+    QStringList shown;
+    QSet<QString> folders;
+    for (const Selected &member : selectedMembers()) {
+        const FileRecord &file = record(member);
+        if (!file.checked && !folders.contains(file.walkedFolder)) {
+            folders.insert(file.walkedFolder);
+            shown.append(file.fullPath());
+        }
+    }
+    QStringList failed;
+    for (const QString &path : shown.first(qMin(shown.size(), mostAtOnce)))
+        if (!platform::shell().revealInExplorer(path))
+            failed.append(path);
+    if (!failed.isEmpty())
+        showNotice(tr("%1 could not be shown in Explorer.").arg(failed.join(QStringLiteral(", "))));
+    else if (shown.size() > mostAtOnce)
+        showNotice(tr("Only the first %1 of the %2 folders were opened.")
+                       .arg(QString::number(mostAtOnce), QString::number(shown.size())),
+                   false);
 }
 
 void FindDuplicateResultForm::copyPath()
 {
-    if (const std::optional<Selected> member = selectedMember())
-        QGuiApplication::clipboard()->setText(record(*member).fullPath());
+    QStringList paths;
+    for (const Selected &member : selectedMembers())
+        paths.append(record(member).fullPath());
+    if (!paths.isEmpty())
+        QGuiApplication::clipboard()->setText(paths.join(QLatin1Char('\n')));
 }
 
 void FindDuplicateResultForm::showNotice(const QString &text, bool warning)
@@ -198,9 +279,7 @@ void FindDuplicateResultForm::requestStop()
 {
     if (m_comparison)
         m_comparison->requestStop();
-    if (m_removal)
-        m_removal->requestStop();
-    m_stopRequested = isRemoving();
+    m_removal->requestStop();
 }
 
 QString FindDuplicateResultForm::busyText() const

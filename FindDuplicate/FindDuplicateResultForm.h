@@ -3,13 +3,15 @@
 
 #include "FindDuplicate/FindDuplicateCompareThread.h"
 #include "FindDuplicate/FindDuplicateMainResultThread.h"
-#include "FindDuplicate/FindDuplicateRemovalThread.h"
 #include "FindDuplicate/FindDuplicateResultThread.h"
+#include "FindDuplicate/engine/Grouping.h"
+#include "FindDuplicate/removal/MemberRemoval.h"
 
 #include <QHash>
 #include <QTimer>
 #include <QWidget>
 
+#include <memory>
 #include <optional>
 #include <vector>
 
@@ -30,15 +32,17 @@ class QToolButton;
 class QVBoxLayout;
 
 // The groups that a scan found, the members of the selected one, and what can be done with a member. Sets the
-// `checked` byte of a record whose file it has moved to the recycle bin.
+// `checked` and `moved` bytes of a record whose file the user had moved to the recycle bin. Goes without
+// waiting for a disk that does not answer, but for a file that is just being moved.
 class FindDuplicateResultForm : public QWidget
 {
     Q_OBJECT
 
 public:
-    // The groups belong to the caller and outlive this page; `root` is the folder that was scanned.
-    FindDuplicateResultForm(QString root, std::vector<duplicates::DuplicateGroup> &groups,
-                            QWidget *parent = nullptr);
+    using Groups = std::vector<duplicates::DuplicateGroup>;
+
+    // `root` is the folder that was scanned. Nobody else changes the groups while the page lives.
+    FindDuplicateResultForm(QString root, std::shared_ptr<Groups> groups, QWidget *parent = nullptr);
     ~FindDuplicateResultForm() override;
 
     // Builds the list; resultReady() follows. False when there is nothing to show.
@@ -46,7 +50,7 @@ public:
 
     // A comparison or a removal runs.
     bool isBusy() const;
-    bool isRemoving() const { return m_removal || m_asking; }
+    bool isRemoving() const { return m_removal->isRunning(); }
     void requestStop();
     QString busyText() const;
 
@@ -85,13 +89,20 @@ private:
     void refresh();
     void readGroup();
     void enableTools();
-    // Everything that is known of the selected member; empty without one.
+    void checkFirstFiles();
     struct Selected {
-        int group;
-        int member;
+        int group = -1;
+        int member = -1;
     };
-    std::optional<Selected> selectedMember() const;
+    // In the order of the list.
+    QList<Selected> selectedMembers() const;
+    // Those of them that were not removed.
+    QStringList selectedPaths() const;
+    // The selected one, if it is the only one, and was not removed.
+    std::optional<Selected> removableMember() const;
     int selectedGroup() const;
+    const duplicates::DuplicateGroup &groupAt(int group) const;
+    duplicates::DuplicateGroup &groupAt(int group);
     const duplicates::FileRecord &record(const Selected &member) const;
     void copyPath();
     void showNotice(const QString &text, bool warning = true);
@@ -102,16 +113,11 @@ private:
     void showCompareProgress();
 
     // In FindDuplicateRemoval.cpp.
-    std::optional<RemovalRequest> requestFor(const Selected &member) const;
-    void startRemoval(FindDuplicateRemovalThread::Step step, RemovalRequest request);
-    void onRemovalFinish();
-    void askForRemoval(RemovalRequest request);
-    bool stillShown(const RemovalRequest &request) const;
-    void markRemoved(const RemovalRequest &request, bool moved);
-    void endRemoval(const QString &notice = {});
+    void afterRemoval(const duplicates::RemovalResult &result);
+    void markRemoved(bool moved);
 
     const QString m_root;
-    std::vector<duplicates::DuplicateGroup> &m_groups;
+    const std::shared_ptr<Groups> m_groups;
     duplicates::GroupStatistics m_statistics;
 
     QToolBar *m_toolBar;
@@ -132,18 +138,19 @@ private:
     FLTreeView *m_memberTree;
     GroupModel *m_groupModel;
     MemberModel *m_memberModel;
+    duplicates::MemberRemoval *m_removal;
     QTimer m_searchLater; // a fast typist is not kept waiting by every letter
     QTimer m_readLater;   // a held arrow key passes many groups in a second: the one it stops at is read
     QTimer m_compareTicker;
 
-    int m_selectMember = 0; // when the group's members have been read
-    bool m_asking = false;
-    bool m_stopRequested = false;
+    int m_selectMember = 0;     // when the group's members have been read
+    Selected m_removed;         // of the removal that runs
+    bool m_searchWaits = false; // until it has ended
     int m_comparedGroup = -1;
     std::vector<int> m_comparedMembers;
     QHash<int, std::vector<duplicates::ContentState>> m_contents; // by group
-    core::WorkerPointer<FindDuplicateMainResultThread> m_mainResult;
-    core::WorkerPointer<FindDuplicateResultThread> m_result;
-    core::WorkerPointer<FindDuplicateCompareThread> m_comparison;
-    core::WorkerPointer<FindDuplicateRemovalThread> m_removal;
+    // Each may be in the middle of a call that takes the disk minutes, when it is not needed any more.
+    core::RetiringPointer<FindDuplicateMainResultThread> m_mainResult;
+    core::RetiringPointer<FindDuplicateResultThread> m_result;
+    core::RetiringPointer<FindDuplicateCompareThread> m_comparison;
 };

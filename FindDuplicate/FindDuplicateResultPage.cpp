@@ -47,17 +47,15 @@ void dressList(FLTreeView *list)
     list->setHeaderHidden(true);
     list->setRootIsDecorated(false);
     list->setContextMenuPolicy(Qt::CustomContextMenu);
-    list->setSelectionMode(QAbstractItemView::SingleSelection);
 }
 
 } // namespace
 
-FindDuplicateResultForm::FindDuplicateResultForm(QString root,
-                                                 std::vector<duplicates::DuplicateGroup> &groups,
+FindDuplicateResultForm::FindDuplicateResultForm(QString root, std::shared_ptr<Groups> groups,
                                                  QWidget *parent)
     : QWidget(parent),
       m_root(std::move(root)),
-      m_groups(groups),
+      m_groups(std::move(groups)),
       m_toolBar(new QToolBar(this)),
       m_summary(new ElidedLabel(this)),
       m_note(new QLabel(this)),
@@ -71,7 +69,8 @@ FindDuplicateResultForm::FindDuplicateResultForm(QString root,
       m_compareCancel(new QPushButton(tr("Cancel"), this)),
       m_memberTree(new FLTreeView(this)),
       m_groupModel(new GroupModel(this)),
-      m_memberModel(new MemberModel(this))
+      m_memberModel(new MemberModel(this)),
+      m_removal(new duplicates::MemberRemoval(this))
 {
     buildToolBar();
     buildLayout();
@@ -102,9 +101,9 @@ void FindDuplicateResultForm::buildToolBar()
     m_toolBar->setMovable(false);
     m_back = addTool("backButton", "ArrowLeft24", tr("Back"), tr("Back to the start page (Alt+Left)"));
     m_open = addTool("openButton", "Activate24", tr("Open File"),
-                     tr("Open the file with its program; a program runs (Ctrl+O)"));
+                     tr("Open the selected files with their programs; a program runs (Ctrl+O)"));
     m_explorer = addTool("explorerButton", "FolderSearch24", tr("Explorer"),
-                         tr("Show the file in its folder (Ctrl+E)"));
+                         tr("Show the selected files in their folders (Ctrl+E)"));
     m_recycleBin = addTool("RecycleBinButton", "RecycleBin24", tr("Move to Recycle Bin"),
                            tr("Ask, and move this one file to the recycle bin (Delete)"));
 }
@@ -128,6 +127,7 @@ void FindDuplicateResultForm::buildGroupList(QVBoxLayout *column)
     m_groupTree->setObjectName(QStringLiteral("sideTreeView"));
     m_groupTree->setAccessibleName(tr("Groups of duplicates"));
     dressList(m_groupTree);
+    m_groupTree->setSelectionMode(QAbstractItemView::SingleSelection);
     m_groupTree->setModel(m_groupModel);
 
     auto *line = new QHBoxLayout;
@@ -155,6 +155,8 @@ void FindDuplicateResultForm::buildMemberList(QVBoxLayout *column)
     m_memberTree->setObjectName(QStringLiteral("mainTreeView"));
     m_memberTree->setAccessibleName(tr("Files of the group"));
     dressList(m_memberTree);
+    // For opening, showing and copying; only a single file is removed at a time.
+    m_memberTree->setSelectionMode(QAbstractItemView::ExtendedSelection);
     m_memberTree->setModel(m_memberModel);
 
     auto *line = new QHBoxLayout;
@@ -229,6 +231,7 @@ void FindDuplicateResultForm::connectAll()
             &FindDuplicateResultForm::onMainTreeItemChanged);
     connect(m_memberTree->selectionModel(), &QItemSelectionModel::selectionChanged, this,
             &FindDuplicateResultForm::onItemChanged);
+    connect(m_removal, &duplicates::MemberRemoval::finished, this, &FindDuplicateResultForm::afterRemoval);
     connect(m_memberTree, &QWidget::customContextMenuRequested, this,
             &FindDuplicateResultForm::showMemberMenu);
     connect(m_groupTree, &QWidget::customContextMenuRequested, this, &FindDuplicateResultForm::showGroupMenu);
@@ -278,7 +281,7 @@ void FindDuplicateResultForm::showMemberMenu(const QPoint &where)
         &FindDuplicateResultForm::on_openButton_clicked);
     add("FolderSearch24", m_explorer->text(), Qt::CTRL | Qt::Key_E, m_explorer->isEnabled(),
         &FindDuplicateResultForm::on_explorerButton_clicked);
-    add("Copy24", tr("Copy Path"), QKeySequence::Copy, selectedMember().has_value(),
+    add("Copy24", tr("Copy Path"), QKeySequence::Copy, !selectedMembers().isEmpty(),
         &FindDuplicateResultForm::copyPath);
     menu->addSeparator();
     add("Compare24", m_compare->text(), {}, m_compare->isEnabled(),

@@ -1,8 +1,9 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
-#include "FindDuplicate/Members.h"
+#include "FindDuplicate/engine/Members.h"
 #include "core/WorkerThread.h"
+#include "platform/FileProbe.h"
 
 // Asks the disk about the members of one group. Works on a copy of it.
 class FindDuplicateResultThread : public core::WorkerThread
@@ -19,7 +20,8 @@ public:
 
     int groupIndex() const { return m_groupIndex; }
 
-    // After processFinish(), one entry a member.
+    // Both after processFinish(). One entry a member, unless memory did not suffice.
+    bool outOfMemory() const { return m_outOfMemory; }
     std::vector<duplicates::MemberFacts> takeMembers() { return std::move(m_members); }
 
 signals:
@@ -28,7 +30,11 @@ signals:
 protected:
     void run() override
     {
-        m_members = duplicates::readMembers(m_root, m_group, cancelFlag());
+        try {
+            m_members = duplicates::readMembers(m_root, m_group.members, platform::fileProbe(), cancelFlag());
+        } catch (const std::exception &) { // what is thrown here is a lack of memory
+            m_outOfMemory = true;
+        }
         deliver([this] { emit processFinish(); });
     }
 
@@ -37,4 +43,5 @@ private:
     duplicates::DuplicateGroup m_group;
     const int m_groupIndex;
     std::vector<duplicates::MemberFacts> m_members;
+    bool m_outOfMemory = false;
 };

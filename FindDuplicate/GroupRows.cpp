@@ -13,7 +13,9 @@ namespace
 
 quint64 freeable(const DuplicateGroup &group)
 {
-    return group.size * (group.members.size() - 1);
+    const auto left = static_cast<quint64>(std::count_if(group.members.cbegin(), group.members.cend(),
+                                                         [](const FileRecord &file) { return !file.moved; }));
+    return left > 1 ? group.size * (left - 1) : 0;
 }
 
 // What is listed first is "less".

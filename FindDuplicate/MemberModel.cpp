@@ -4,6 +4,9 @@
 #include "core/SizeText.h"
 #include "widgets/FileRowDelegate.h"
 
+#include <algorithm>
+#include <iterator>
+
 using duplicates::ContentState;
 using duplicates::DuplicateGroup;
 using duplicates::FileRecord;
@@ -14,23 +17,15 @@ namespace
 
 using Tone = RowBadge::Tone;
 
-RowBadge contentBadge(ContentState state)
+// What became of a removal that was asked for: whether the file went is known from the move, and whether
+// something bears its path now, from the disk.
+RowBadge removalBadge(const FileRecord &file, bool exists)
 {
-    switch (state) {
-    case ContentState::Reference:
-        return {MemberModel::tr("compared with this one"), Tone::Neutral};
-    case ContentState::Identical:
-        return {MemberModel::tr("identical to the first"), Tone::Good};
-    case ContentState::Different:
-        return {MemberModel::tr("different content"), Tone::Danger};
-    case ContentState::Unreadable:
-        return {MemberModel::tr("could not be read"), Tone::Warning};
-    case ContentState::Placeholder:
-        return {MemberModel::tr("in the cloud, not opened"), Tone::Neutral};
-    case ContentState::NotCompared:
-        break;
-    }
-    return {};
+    if (file.moved)
+        return exists ? RowBadge{MemberModel::tr("moved to the recycle bin, and there again"), Tone::Warning}
+                      : RowBadge{MemberModel::tr("moved to the recycle bin"), Tone::Neutral};
+    return exists ? RowBadge{MemberModel::tr("still here: it could not be moved"), Tone::Danger}
+                  : RowBadge{MemberModel::tr("could not be moved, and has gone since"), Tone::Warning};
 }
 
 } // namespace
@@ -102,7 +97,7 @@ QVariant MemberModel::data(const QModelIndex &index, int role) const
 // Gone by other hands than the user's own here.
 bool MemberModel::isMissing(int member) const
 {
-    return !facts(member).mark.exists && !m_group->members[static_cast<std::size_t>(member)].checked;
+    return !facts(member).mark.exists && !m_group->members[static_cast<std::size_t>(member)].moved;
 }
 
 QString MemberModel::wholeText(const FileRecord &file) const
@@ -121,9 +116,9 @@ QVariant MemberModel::textData(int member, int role) const
     case Qt::AccessibleTextRole:
         return accessibleRowText(isMissing(member) ? moved : wholeText(file), badges(member));
     case Qt::DecorationRole:
-        return file.checked        ? FileIcons::removed()
-               : isMissing(member) ? FileIcons::missing()
-                                   : m_icons.icon(file.name);
+        return isMissing(member) ? FileIcons::missing()
+               : file.checked    ? FileIcons::removed()
+                                 : m_icons.icon(file.name);
     case Qt::ToolTipRole:
         return file.fullPath();
     case FileRowDelegate::TitleRole:
@@ -146,10 +141,8 @@ QList<RowBadge> MemberModel::badges(int member) const
     const MemberFacts &known = facts(member);
     const FileRecord &file = m_group->members[static_cast<std::size_t>(member)];
     QList<RowBadge> result;
-    // The mark says what the user did; whether the file went is what the disk says.
     if (file.checked)
-        result.append(known.mark.exists ? RowBadge{tr("still here: it could not be moved"), Tone::Danger}
-                                        : RowBadge{tr("moved to the recycle bin"), Tone::Neutral});
+        result.append(removalBadge(file, known.mark.exists));
     if (known.mark.exists && known.mark.lastCopy)
         result.append({tr("last copy"), Tone::Warning});
     if (known.mark.sameFileAs >= 0)
@@ -166,4 +159,28 @@ QList<RowBadge> MemberModel::badges(int member) const
     else if (known.placeholder)
         result.append({tr("in the cloud"), Tone::Neutral});
     return result;
+}
+
+RowBadge MemberModel::contentBadge(ContentState state) const
+{
+    switch (state) {
+    case ContentState::Reference:
+        return {tr("compared with this one"), Tone::Neutral};
+    case ContentState::Identical: {
+        const auto reference = std::find(m_contents.cbegin(), m_contents.cend(), ContentState::Reference);
+        const auto row = std::distance(m_contents.cbegin(), reference);
+        return {row == 0 ? tr("identical to the first")
+                         : tr("identical to row %1").arg(QString::number(row + 1)),
+                Tone::Good};
+    }
+    case ContentState::Different:
+        return {tr("different content"), Tone::Danger};
+    case ContentState::Unreadable:
+        return {tr("could not be read"), Tone::Warning};
+    case ContentState::Placeholder:
+        return {tr("in the cloud, not opened"), Tone::Neutral};
+    case ContentState::NotCompared:
+        break;
+    }
+    return {};
 }

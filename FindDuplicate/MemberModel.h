@@ -2,8 +2,9 @@
 #pragma once
 
 #include "FindDuplicate/FileIcons.h"
-#include "FindDuplicate/Members.h"
 #include "FindDuplicate/engine/ContentComparison.h"
+#include "FindDuplicate/engine/FileRecord.h"
+#include "FindDuplicate/engine/Members.h"
 #include "widgets/FileRowDelegate.h"
 
 #include <QAbstractTableModel>
@@ -47,6 +48,7 @@ private:
     bool isMissing(int member) const;
     QString wholeText(const duplicates::FileRecord &file) const;
     QList<RowBadge> badges(int member) const;
+    RowBadge contentBadge(duplicates::ContentState state) const;
 
     const duplicates::DuplicateGroup *m_group = nullptr;
     int m_groupIndex = -1;

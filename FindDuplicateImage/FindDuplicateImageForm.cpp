@@ -20,7 +20,7 @@
 namespace
 {
 
-// Each is a process that may need as much memory as the largest picture takes.
+// More do not pay: the disk and the memory that is allowed for pictures are shared.
 constexpr int mostDecoders = 8;
 
 // The form in which a folder is shown: "C:\\", "C:\\x".
@@ -99,6 +99,7 @@ bool FindDuplicateImageForm::isBusy() const
 void FindDuplicateImageForm::requestStop()
 {
     handleScanCancel();
+    m_results->requestStop(); // of a removal too
 }
 
 QString FindDuplicateImageForm::busyText() const

@@ -5,9 +5,8 @@
 #include "FindDuplicateImage/FindDuplicateImageMainResultThread.h"
 #include "FindDuplicateImage/ImageGroupModel.h"
 #include "FindDuplicateImage/ImageMemberModel.h"
-#include "FindDuplicateImage/PictureRemoval.h"
 #include "core/SizeText.h"
-#include "platform/Paths.h"
+#include "platform/FileProbe.h"
 #include "platform/Shell.h"
 #include "widgets/ElidedLabel.h"
 #include "widgets/FLPopupMenu.h"
@@ -23,8 +22,8 @@
 #include <QSortFilterProxyModel>
 #include <QToolButton>
 
+using duplicates::RemovalResult;
 using lookalikes::ImageRecord;
-using platform::Removal;
 
 FindDuplicateImageResultForm::~FindDuplicateImageResultForm()
 {
@@ -66,6 +65,7 @@ void FindDuplicateImageResultForm::requestStop()
 {
     if (m_prepareThread)
         m_prepareThread->requestStop();
+    m_removal->requestStop();
 }
 
 void FindDuplicateImageResultForm::showReport()
@@ -120,36 +120,36 @@ void FindDuplicateImageResultForm::showGroup()
     showMember();
 }
 
+// The records of a group without what only pictures have.
+std::vector<duplicates::FileRecord> FindDuplicateImageResultForm::files(int group) const
+{
+    const auto &members = m_report.groups[static_cast<std::size_t>(group)].members;
+    return {members.cbegin(), members.cend()};
+}
+
 void FindDuplicateImageResultForm::inspectGroup()
 {
     const int group = m_members->group();
     if (group < 0)
         return;
-    QStringList paths;
-    for (const ImageRecord &image : m_report.groups[static_cast<std::size_t>(group)].members)
-        paths.append(image.checked ? QString() : image.fullPath());
-    m_inspection.start([this, group, paths](const core::CancelFlag &cancel) -> LatestTask::Effect {
-        std::vector<duplicates::MemberState> states;
-        for (const QString &path : paths) {
-            if (cancel.isSet())
-                return {};
-            duplicates::MemberState state;
-            if (!path.isEmpty() && platform::fileExists(path)) {
-                state.exists = true;
-                if (const auto facts = platform::fileFacts(path))
-                    state.identity = facts->identity;
-            }
-            states.push_back(state);
-        }
-        return [this, group, states = std::move(states)] {
-            if (m_members->group() != group)
-                return;
-            m_report.firstGone[static_cast<std::size_t>(group)] = !states.front().exists;
-            m_members->setStates(states);
-            m_groups->refresh(group);
-            showButtons();
-        };
+    m_inspection.start([this, group, root = m_report.root,
+                        pictures = files(group)](const core::CancelFlag &cancel) -> LatestTask::Effect {
+        std::vector<duplicates::MemberFacts> facts =
+            duplicates::readMembers(root, pictures, platform::fileProbe(), cancel);
+        if (cancel.isSet())
+            return {};
+        return [this, group, facts = std::move(facts)] { showFacts(group, facts); };
     });
+}
+
+void FindDuplicateImageResultForm::showFacts(int group, const std::vector<duplicates::MemberFacts> &facts)
+{
+    if (m_members->group() != group || facts.empty())
+        return;
+    m_report.firstGone[static_cast<std::size_t>(group)] = !facts.front().mark.exists;
+    m_members->setFacts(facts);
+    m_groups->refresh(group);
+    showButtons();
 }
 
 void FindDuplicateImageResultForm::showMember()
@@ -198,23 +198,26 @@ void FindDuplicateImageResultForm::on_RecycleBinButton_clicked()
     const ImageRecord *image = m_members->record(row);
     if (!image || image->checked || isRemoving())
         return;
-    m_removing = {m_report.root, image->fullPath(), image->size, image->lastWriteTime, {}};
-    if (const auto state = m_members->state(row))
-        m_removing.identity = state->identity;
     m_removingGroup = m_members->group();
     m_removingMember = row;
     m_notice->hide();
-    m_removal->start(m_removing);
+    m_inspection.cancel();
+    m_removal->start({m_report.root, files(m_removingGroup), static_cast<std::size_t>(row),
+                      m_members->facts(row).value_or(duplicates::MemberFacts())},
+                     [this, path = image->fullPath()] {
+                         const ImageRecord *shown = m_members->record(m_removingMember);
+                         return m_members->group() == m_removingGroup && shown && shown->fullPath() == path;
+                     });
     // The question has no owner: without this the page behind it could be used meanwhile.
     setEnabled(false);
     emit removingChanged(true);
 }
 
-void FindDuplicateImageResultForm::afterRemoval(std::optional<Removal> result)
+void FindDuplicateImageResultForm::afterRemoval(const RemovalResult &result)
 {
     setEnabled(true);
     m_main->setFocus();
-    if (result == Removal::Moved) {
+    if (result.outcome == RemovalResult::Outcome::Moved) {
         auto &group = m_report.groups[static_cast<std::size_t>(m_removingGroup)];
         ImageRecord &image = group.members[static_cast<std::size_t>(m_removingMember)];
         image.checked = true;
@@ -222,10 +225,13 @@ void FindDuplicateImageResultForm::afterRemoval(std::optional<Removal> result)
         m_members->refresh();
         m_groups->refresh(m_removingGroup);
         showTotals();
-    } else if (result) {
-        warn(PictureRemoval::message(m_removing.path, *result));
+    } else if (!result.notice.isEmpty()) {
+        warn(result.notice);
     }
-    inspectGroup();
+    if (result.members.empty())
+        inspectGroup();
+    else
+        showFacts(m_removingGroup, result.members);
     showButtons();
     emit removingChanged(false);
 }

@@ -1,11 +1,11 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
+#include "FindDuplicate/removal/MemberRemoval.h"
 #include "FindDuplicateImage/ImageReport.h"
 #include "FindDuplicateImage/LatestTask.h"
 #include "FindDuplicateImage/ThumbnailCache.h"
 #include "core/WorkerThread.h"
-#include "platform/GuardedRemoval.h"
 
 #include <QWidget>
 
@@ -18,7 +18,6 @@ class FLTreeView;
 class ImageGroupModel;
 class ImageMemberModel;
 class NoticeBar;
-class PictureRemoval;
 class QLineEdit;
 class QListView;
 class QSortFilterProxyModel;
@@ -42,7 +41,8 @@ public:
     bool isPreparing() const { return m_prepareThread != nullptr; }
     // A file is being asked about or moved.
     bool isRemoving() const;
-    // Ends the preparation soon; it then ends with resultReady().
+    // Ends the preparation soon; it then ends with resultReady(). Whatever is answered to a question about a
+    // removal is a no.
     void requestStop();
     const ImageReport &report() const { return m_report; }
 
@@ -70,9 +70,11 @@ private:
     void showTotals();
     void showGroup();
     void inspectGroup();
+    void showFacts(int group, const std::vector<duplicates::MemberFacts> &facts);
+    std::vector<duplicates::FileRecord> files(int group) const;
     void showMember();
     void showButtons();
-    void afterRemoval(std::optional<platform::Removal> result);
+    void afterRemoval(const duplicates::RemovalResult &result);
     void copyPath();
     void showMenu(const QPoint &where);
     void warn(const QString &text);
@@ -84,8 +86,7 @@ private:
     ImageGroupModel *m_groups;
     QSortFilterProxyModel *m_found;
     ImageMemberModel *m_members;
-    PictureRemoval *m_removal;
-    platform::ShownFile m_removing;
+    duplicates::MemberRemoval *m_removal;
     int m_removingGroup = -1;
     int m_removingMember = -1;
 

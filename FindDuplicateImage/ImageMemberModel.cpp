@@ -21,23 +21,21 @@ void ImageMemberModel::setGroup(const ImageReport *report, int group)
     beginResetModel();
     m_report = group < 0 ? nullptr : report;
     m_group = m_report ? group : -1;
-    m_states.clear();
-    m_marks.clear();
+    m_facts.clear();
     findProposal();
     endResetModel();
 }
 
-void ImageMemberModel::setStates(std::vector<duplicates::MemberState> states)
+void ImageMemberModel::setFacts(std::vector<duplicates::MemberFacts> facts)
 {
-    m_marks = duplicates::markMembers(states);
-    m_states = std::move(states);
+    m_facts = std::move(facts);
     refresh();
 }
 
-std::optional<duplicates::MemberState> ImageMemberModel::state(int row) const
+std::optional<duplicates::MemberFacts> ImageMemberModel::facts(int row) const
 {
     const auto at = static_cast<std::size_t>(row);
-    return row >= 0 && at < m_states.size() ? std::optional(m_states[at]) : std::nullopt;
+    return row >= 0 && at < m_facts.size() ? std::optional(m_facts[at]) : std::nullopt;
 }
 
 void ImageMemberModel::refresh()
@@ -47,7 +45,7 @@ void ImageMemberModel::refresh()
         emit dataChanged(index(0), index(rowCount() - 1));
 }
 
-// Of the pictures that are still there.
+// Of the pictures that are still there, and still those that were compared.
 void ImageMemberModel::findProposal()
 {
     m_proposal = -1;
@@ -56,7 +54,9 @@ void ImageMemberModel::findProposal()
     lookalikes::ImageGroup left = m_report->groups[static_cast<std::size_t>(m_group)];
     int count = 0;
     for (std::size_t i = 0; i < left.members.size(); ++i) {
-        left.members[i].checked = isGone(static_cast<int>(i));
+        const auto known = facts(static_cast<int>(i));
+        left.members[i].checked =
+            isGone(static_cast<int>(i)) || (known && (known->changed || known->throughLink));
         count += left.members[i].checked ? 0 : 1;
     }
     if (count > 1)
@@ -73,8 +73,8 @@ const ImageRecord *ImageMemberModel::record(int row) const
 bool ImageMemberModel::isGone(int row) const
 {
     const ImageRecord *image = record(row);
-    const auto found = state(row);
-    return !image || image->checked || (found && !found->exists);
+    const auto known = facts(row);
+    return !image || image->checked || (known && !known->mark.exists);
 }
 
 int ImageMemberModel::rowCount(const QModelIndex &parent) const
@@ -95,9 +95,7 @@ QVariant ImageMemberModel::data(const QModelIndex &index, int role) const
     case Qt::DecorationRole:
         return m_thumbnails.pixmap(image->thumbnail);
     case Qt::ToolTipRole:
-        return QString(image->fullPath() + u'\n' + dimensionsText(*image) + QStringLiteral(", ") +
-                       core::sizeText(image->size) + QStringLiteral(", ") + formatText(*image) + u'\n' +
-                       tr("Last written: %1").arg(platform::fileTimeText(image->lastWriteTime)));
+        return toolTip(index.row());
     case Qt::AccessibleTextRole:
         return accessibleText(index.row());
     case FolderRole:
@@ -119,20 +117,50 @@ QVariant ImageMemberModel::data(const QModelIndex &index, int role) const
     }
 }
 
+QString ImageMemberModel::toolTip(int row) const
+{
+    const ImageRecord &image = *record(row);
+    QStringList lines{image.fullPath(),
+                      dimensionsText(image) + QStringLiteral(", ") + core::sizeText(image.size) +
+                          QStringLiteral(", ") + formatText(image),
+                      tr("Last written: %1").arg(platform::fileTimeText(image.lastWriteTime))};
+    lines += warnings(row);
+    return lines.join(u'\n');
+}
+
 ImageMemberModel::Note ImageMemberModel::note(int row) const
 {
-    const auto at = static_cast<std::size_t>(row);
     if (record(row)->checked)
         return {Gone, tr("Moved to the recycle bin")};
     if (isGone(row))
         return {Gone, tr("The file was moved to another location")};
-    if (at < m_marks.size() && m_marks[at].sameFileAs >= 0)
-        return {Warning, tr("Same file as %1").arg(record(m_marks[at].sameFileAs)->name)};
-    if (at < m_marks.size() && m_marks[at].lastCopy)
-        return {Warning, tr("Last copy")};
+    if (const QStringList told = warnings(row); !told.isEmpty())
+        return {Warning, told.join(QStringLiteral("; "))};
     if (row == m_proposal)
         return {Proposal, tr("Proposed to keep")};
     return {};
+}
+
+// What weighs most comes first: there may not be room for all.
+QStringList ImageMemberModel::warnings(int row) const
+{
+    QStringList told;
+    const auto known = facts(row);
+    if (!known)
+        return told;
+    if (known->mark.lastCopy)
+        told.append(tr("Last copy"));
+    if (known->changed)
+        told.append(tr("Changed since the scan"));
+    if (known->throughLink)
+        told.append(tr("Reached through a link"));
+    if (known->mark.sameFileAs >= 0) {
+        const ImageRecord &same = *record(known->mark.sameFileAs);
+        told.append(tr("Same file as %1 in %2").arg(same.name, same.folder()));
+    }
+    if (known->placeholder)
+        told.append(tr("In the cloud"));
+    return told;
 }
 
 QString ImageMemberModel::accessibleText(int row) const

@@ -1,9 +1,10 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
-#include "FindDuplicate/engine/MemberMarks.h"
+#include "FindDuplicate/engine/Members.h"
 
 #include <QAbstractListModel>
+#include <QStringList>
 
 #include <optional>
 #include <vector>
@@ -39,9 +40,9 @@ public:
     void setGroup(const ImageReport *report, int group);
     int group() const { return m_group; }
     // What the disk says about the pictures now, one each.
-    void setStates(std::vector<duplicates::MemberState> states);
+    void setFacts(std::vector<duplicates::MemberFacts> facts);
     // Empty until it is known.
-    std::optional<duplicates::MemberState> state(int row) const;
+    std::optional<duplicates::MemberFacts> facts(int row) const;
     // The picture was moved to the recycle bin.
     void refresh();
 
@@ -59,6 +60,8 @@ private:
         QString text;
     };
     Note note(int row) const;
+    QStringList warnings(int row) const;
+    QString toolTip(int row) const;
     QString accessibleText(int row) const;
     void findProposal();
 
@@ -66,6 +69,5 @@ private:
     const ImageReport *m_report = nullptr;
     int m_group = -1;
     int m_proposal = -1;
-    std::vector<duplicates::MemberState> m_states;
-    std::vector<duplicates::MemberMark> m_marks;
+    std::vector<duplicates::MemberFacts> m_facts;
 };

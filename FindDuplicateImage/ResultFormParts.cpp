@@ -7,7 +7,6 @@
 #include "FindDuplicateImage/ImageGroupModel.h"
 #include "FindDuplicateImage/ImageMemberModel.h"
 #include "FindDuplicateImage/PictureDelegates.h"
-#include "FindDuplicateImage/PictureRemoval.h"
 #include "widgets/ElidedLabel.h"
 #include "widgets/FLTreeView.h"
 #include "widgets/NoticeBar.h"
@@ -39,7 +38,7 @@ FindDuplicateImageResultForm::FindDuplicateImageResultForm(QWidget *parent)
       m_groups(new ImageGroupModel(m_thumbnails, this)),
       m_found(new QSortFilterProxyModel(this)),
       m_members(new ImageMemberModel(m_thumbnails, this)),
-      m_removal(new PictureRemoval(this)),
+      m_removal(new duplicates::MemberRemoval(this)),
       m_toolBar(new QToolBar(this)),
       m_title(new ElidedLabel(this, Qt::ElideMiddle)),
       m_totals(new ElidedLabel(this)),
@@ -216,5 +215,6 @@ void FindDuplicateImageResultForm::connectAll()
     connect(m_main->selectionModel(), &QItemSelectionModel::currentChanged, this,
             &FindDuplicateImageResultForm::showMember);
     connect(m_main, &QWidget::customContextMenuRequested, this, &FindDuplicateImageResultForm::showMenu);
-    connect(m_removal, &PictureRemoval::finished, this, &FindDuplicateImageResultForm::afterRemoval);
+    connect(m_removal, &duplicates::MemberRemoval::finished, this,
+            &FindDuplicateImageResultForm::afterRemoval);
 }

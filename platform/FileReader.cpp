@@ -31,19 +31,6 @@ private:
 
 } // namespace
 
-std::optional<quint32> listedAttributes(const QString &path)
-{
-    if (isDriveRoot(path))
-        return std::nullopt; // no folder lists it
-    const std::wstring name = apiPath(path);
-    // The verbatim prefix has a question mark of its own; any other one would be a pattern.
-    if (name.find_first_of(L"*?", 4) != std::wstring::npos)
-        return std::nullopt;
-    WIN32_FIND_DATAW found;
-    const FindHandle search(FindFirstFileW(name.c_str(), &found));
-    return search ? std::optional<quint32>(found.dwFileAttributes) : std::nullopt;
-}
-
 std::unique_ptr<FileReader> FileReader::open(const QString &path)
 {
     FileHandle file(CreateFileW(

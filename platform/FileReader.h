@@ -4,15 +4,9 @@
 #include <QString>
 
 #include <memory>
-#include <optional>
 
 namespace platform
 {
-
-// The attributes as the folder lists them (core::FileAttribute), without opening the file; empty when the
-// folder has no such entry. Only a listing shows core::AttributeRecallOnOpen: asking the file itself would
-// already fetch it. Disk, any thread.
-std::optional<quint32> listedAttributes(const QString &path);
 
 // Reads a file from its beginning to its end. Others may write, rename and delete it meanwhile. One thread at
 // a time.

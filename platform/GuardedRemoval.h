@@ -26,6 +26,7 @@ enum class Removal {
     Changed,     // another size, time or identity than shown: edited or replaced
     Vanished,    // nothing bears the path any more
     ThroughLink, // the path leads through a link, or is one, so that the file lies somewhere else
+    InCloud,     // only in a cloud store, from where even looking at it would fetch it
     Refused,     // not a file, a drive root, a path that the recycle bin cannot be given
     Failed       // Windows did not do it (no recycle bin on this drive, file in use)
 };
@@ -35,7 +36,8 @@ enum class Removal {
 std::optional<Removal> removalObstacle(const ShownFile &file);
 
 // Disk, any thread. Checks once more, since time has passed with the user's answer, and moves the file to the
-// recycle bin. There is no other way of removing it: what the bin does not take stays where it is.
+// recycle bin. There is no other way of removing it: what the bin does not take stays where it is. From the
+// check on until the shell has answered the file is held (see HeldFile).
 Removal moveShownFile(const ShownFile &file);
 
 } // namespace platform

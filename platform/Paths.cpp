@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "platform/Paths.h"
 
-#include "platform/Handle.h"
+#include "platform/HeldFile.h"
 #include "platform/Text.h"
 
 #include <QList>
@@ -74,26 +74,12 @@ QString nativeSeparators(QString path)
     return path.replace(u'/', u'\\');
 }
 
-FileHandle openForFacts(const QString &path)
-{
-    // No access wanted: works on files in use and does not fetch files that are only in the cloud. The flag
-    // lets folders be opened.
-    return FileHandle(CreateFileW(apiPath(path).c_str(), 0,
-                                  FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE, nullptr,
-                                  OPEN_EXISTING, FILE_FLAG_BACKUP_SEMANTICS, nullptr));
-}
-
 // As the file system compares names: by upper-cased code units, without the rules of any language.
 bool equalNames(QStringView a, QStringView b)
 {
     return CompareStringOrdinal(reinterpret_cast<const wchar_t *>(a.utf16()), static_cast<int>(a.size()),
                                 reinterpret_cast<const wchar_t *>(b.utf16()), static_cast<int>(b.size()),
                                 TRUE) == CSTR_EQUAL;
-}
-
-quint64 wholeNumber(DWORD high, DWORD low)
-{
-    return quint64{high} << 32 | low;
 }
 
 } // namespace
@@ -143,23 +129,15 @@ bool fileExists(const QString &path)
 
 QString finalPath(const QString &path)
 {
-    const FileHandle file = openForFacts(path);
-    std::wstring buffer(MAX_PATH, L'\0');
-    while (file) {
-        const DWORD length =
-            GetFinalPathNameByHandleW(file.get(), buffer.data(), static_cast<DWORD>(buffer.size()),
-                                      FILE_NAME_NORMALIZED | VOLUME_NAME_DOS);
-        if (length == 0)
-            break;
-        // When the buffer is too small, the answer is the size that would do, and so larger than the buffer.
-        if (length < buffer.size())
-            return shownPath(fromWide(buffer.data(), length));
-        buffer.resize(length + 1);
-    }
-    return {};
+    return HeldFile(path).finalPath();
 }
 
 bool isInside(const QString &root, const QString &item)
+{
+    return isInside(root, item, HeldFile(item));
+}
+
+bool isInside(const QString &root, const QString &item, const HeldFile &held)
 {
     const QString rootText = QString::fromStdWString(apiPath(root));
     const QString itemText = QString::fromStdWString(apiPath(item));
@@ -168,7 +146,7 @@ bool isInside(const QString &root, const QString &item)
         return false;
 
     const QString finalRoot = finalPath(root);
-    const QString finalItem = finalPath(item);
+    const QString finalItem = held.finalPath();
     if (finalRoot.isEmpty() || finalItem.isEmpty())
         return false;
     const QString finalFolder = finalRoot.endsWith(u'\\') ? finalRoot : finalRoot + u'\\';
@@ -177,18 +155,7 @@ bool isInside(const QString &root, const QString &item)
 
 std::optional<FileFacts> fileFacts(const QString &path)
 {
-    const FileHandle file = openForFacts(path);
-    BY_HANDLE_FILE_INFORMATION facts = {};
-    if (!file || !GetFileInformationByHandle(file.get(), &facts))
-        return std::nullopt;
-    return FileFacts{
-        .identity = {facts.dwVolumeSerialNumber, wholeNumber(facts.nFileIndexHigh, facts.nFileIndexLow)},
-        .linkCount = facts.nNumberOfLinks,
-        .attributes = facts.dwFileAttributes,
-        .size = wholeNumber(facts.nFileSizeHigh, facts.nFileSizeLow),
-        .lastWriteTime =
-            wholeNumber(facts.ftLastWriteTime.dwHighDateTime, facts.ftLastWriteTime.dwLowDateTime),
-    };
+    return HeldFile(path).facts();
 }
 
 } // namespace platform

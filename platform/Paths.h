@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
-#include "core/DirectoryEnumerator.h"
+#include "core/FileProbe.h"
 
 #include <QString>
 
@@ -13,6 +13,8 @@
 // called from any thread; those that touch the disk say so.
 namespace platform
 {
+
+using core::FileFacts;
 
 // The form for the W functions of the file system: "\\?\C:\x", "\\?\UNC\server\share\x". "C:" means the root
 // of the drive, never its current directory and never the volume device. Doubled separators, "." and ".." are
@@ -39,17 +41,8 @@ QString finalPath(const QString &path);
 // the root itself, for what cannot be opened, and for short (8.3) names: what is doubtful is not touched.
 bool isInside(const QString &root, const QString &item);
 
-// Disk: what an open handle tells about an object, links followed.
-struct FileFacts {
-    core::FileIdentity identity;
-    quint32 linkCount = 1;  // hard links
-    quint32 attributes = 0; // core::FileAttribute
-    quint64 size = 0;
-    quint64 lastWriteTime = 0; // FILETIME
-};
-
-// Opens without asking for any access, so that a file in use, or without rights, or in the cloud can be asked
-// and is not fetched. Empty when the object cannot be opened.
+// Disk: opens without asking for any access, so that a file in use, or without rights, or in the cloud can be
+// asked and is not fetched (but for core::AttributeRecallOnOpen). Empty when the object cannot be opened.
 std::optional<FileFacts> fileFacts(const QString &path);
 
 } // namespace platform

@@ -37,7 +37,7 @@ bool survivesWin32(const QString &path)
 
 bool mayTry(const QString &path, RecycleBin::Accept accept)
 {
-    if (isDriveRoot(path) || !survivesWin32(path))
+    if (!RecycleBin::takesPath(path))
         return false;
     const std::optional<FileFacts> facts = fileFacts(path);
     if (!facts)
@@ -52,6 +52,12 @@ bool mayTry(const QString &path, RecycleBin::Accept accept)
 RecycleBin *replaced = nullptr;
 
 } // namespace
+
+bool RecycleBin::takesPath(const QString &path)
+{
+    const QString shown = shownPath(path);
+    return !shown.isEmpty() && !isDriveRoot(shown) && survivesWin32(shown);
+}
 
 RecycleBin::Outcome RecycleBin::moveToTrash(const QString &path, Accept accept)
 {

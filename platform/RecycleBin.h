@@ -19,6 +19,9 @@ public:
 
     virtual ~RecycleBin() = default;
 
+    // Whether a path can be given to the bin at all, by its text alone: see moveToTrash().
+    static bool takesPath(const QString &path);
+
     // One item by its full path. Refused without trying: a path that is not absolute, a drive root, what does
     // not exist, a folder unless accepted, a path that ends in a link, and names that the shell would read as
     // another item's name (a trailing dot or space, a device name). Such a name is safe in the file system

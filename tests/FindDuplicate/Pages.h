@@ -4,6 +4,7 @@
 #include "FindDuplicate/FindDuplicateForm.h"
 #include "FindDuplicate/FindDuplicateResultForm.h"
 #include "FindDuplicate/MemberModel.h"
+#include "platform/Win32Enumerator.h"
 #include "tests/support/TestFolder.h"
 #include "widgets/FileRowDelegate.h"
 
@@ -12,6 +13,8 @@
 #include <QSignalSpy>
 #include <QTest>
 #include <QTreeView>
+
+#include <algorithm>
 
 namespace tests
 {
@@ -29,11 +32,35 @@ inline void makeDuplicates(const TestFolder &folder, const QStringList &names, c
     }
 }
 
-// The finder in a window, driven as a person does.
+// Lists every folder by name, so that a test knows the order of a group's members.
+class SortedEnumerator : public core::DirectoryEnumerator
+{
+public:
+    void list(const QString &folder, core::DirectoryListing &out, const core::CancelFlag &cancel) override
+    {
+        core::DirectoryListing unsorted;
+        m_real.list(folder, unsorted, cancel);
+        std::vector<core::DirectoryEntry> entries;
+        for (std::size_t i = 0; i < unsorted.size(); ++i)
+            entries.push_back(unsorted.at(i));
+        std::sort(entries.begin(), entries.end(),
+                  [](const auto &a, const auto &b) { return a.name.compare(b.name) < 0; });
+        out.clear();
+        for (const core::DirectoryEntry &entry : entries)
+            out.add(entry);
+        out.readable = unsorted.readable;
+    }
+    std::optional<core::FileIdentity> identity(const QString &path) override { return m_real.identity(path); }
+
+private:
+    platform::Win32Enumerator m_real;
+};
+
+// The finder in a window, driven as a person does. The members of a group are in the order of their names.
 class FinderScene
 {
 public:
-    FinderScene() : form(std::make_unique<FindDuplicateForm>()) { open(); }
+    FinderScene() : FinderScene([] { return std::make_unique<SortedEnumerator>(); }) {}
     explicit FinderScene(FindDuplicateForm::EnumeratorFactory enumerators)
         : form(std::make_unique<FindDuplicateForm>(std::move(enumerators)))
     {
@@ -52,7 +79,12 @@ public:
         side()->setCurrentIndex(side()->model()->index(row, 0));
         return waitForMembers(side()->model()->index(row, 1).data().toInt());
     }
-    void selectMember(int row) { members()->setCurrentIndex(members()->model()->index(row, 0)); }
+    void selectMember(int row) const
+    {
+        members()->selectionModel()->setCurrentIndex(members()->model()->index(row, 0),
+                                                     QItemSelectionModel::ClearAndSelect |
+                                                         QItemSelectionModel::Rows);
+    }
 
     QTreeView *side() const { return find<QTreeView>("sideTreeView"); }
     QTreeView *members() const { return find<QTreeView>("mainTreeView"); }

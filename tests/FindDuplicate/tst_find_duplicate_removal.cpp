@@ -2,13 +2,16 @@
 #include "platform/Paths.h"
 #include "tests/FindDuplicate/Pages.h"
 #include "tests/support/FakeDialogs.h"
+#include "tests/support/FakeFileProbe.h"
 #include "tests/support/FakeRecycleBin.h"
 #include "tests/support/TestPrefix.h"
 #include "widgets/ElidedLabel.h"
 #include "widgets/NoticeBar.h"
 
 #include <QFile>
+#include <QLineEdit>
 
+using tests::FakeFileProbe;
 using tests::FinderScene;
 using tests::makeDuplicates;
 using tests::otherTime;
@@ -83,6 +86,14 @@ private slots:
     void nothingElseHappensUnderTheQuestion();
     void closingUnderTheQuestionMeansNo();
     void thePageMayGoUnderTheQuestion();
+    void theListMayChangeUnderTheQuestion();
+    void aSearchWaitsForTheRemoval();
+    void badgesTellWhatHappenedSince();
+    void noQuestionForWhatTheBinDoesNotTake();
+    void noQuestionForWhatLiesInTheCloudOnly();
+    void aFileTheListDidNotKnowYetIsGuardedAsWell();
+    void withoutMemoryNothingIsMoved();
+    void aSleepingDiskDoesNotStopTheRemoval();
 
 private:
     std::unique_ptr<tests::RegistryGuard> m_guard;
@@ -345,6 +356,141 @@ void FindDuplicateRemovalTest::thePageMayGoUnderTheQuestion()
     scene.click("RecycleBinButton");
     QTRY_VERIFY(!scene.form);
     QVERIFY(scene.bin.asked.isEmpty());
+}
+
+void FindDuplicateRemovalTest::theListMayChangeUnderTheQuestion()
+{
+    Scene scene(three);
+    QVERIFY(scene.scan());
+    const QString path = scene.memberPath(0);
+    scene.dialogs.nextMessageBox.enqueue(platform::idYes);
+    scene.dialogs.whileOpen = [&] { QVERIFY(scene.selectGroup(1)); };
+    QVERIFY(scene.remove(0));
+    QVERIFY(scene.bin.asked.isEmpty());
+    QVERIFY(scene.notice().contains(path));
+    QVERIFY(scene.toolsAre(true));
+}
+
+void FindDuplicateRemovalTest::aSearchWaitsForTheRemoval()
+{
+    Scene scene(three);
+    QVERIFY(scene.scan());
+    const QString path = scene.memberPath(0);
+    scene.dialogs.nextMessageBox.enqueue(platform::idYes);
+    scene.dialogs.whileOpen = [&] { QTest::qWait(400); }; // longer than a search waits for the next letter
+    scene.find<QLineEdit>("searchLineEdit")->setText(QStringLiteral("other"));
+    QVERIFY(scene.remove(0));
+    QCOMPARE(scene.bin.taken, QStringList{path});
+    QTRY_COMPARE(scene.side()->model()->rowCount(), 1);
+    QTRY_COMPARE(scene.members()->model()->rowCount(), 2);
+}
+
+void FindDuplicateRemovalTest::badgesTellWhatHappenedSince()
+{
+    Scene scene(three);
+    QVERIFY(scene.scan());
+    const auto refresh = [&] {
+        scene.members()->setFocus();
+        QTest::keyClick(scene.members(), Qt::Key_F5);
+    };
+    // One that could not be moved, and goes by another hand.
+    scene.bin.fails = true;
+    scene.dialogs.nextMessageBox.append({platform::idYes, platform::idYes});
+    QVERIFY(scene.remove(0));
+    tests::requireBelow(scene.folder.path(), scene.memberPath(0));
+    QVERIFY(QFile::remove(scene.memberPath(0)));
+    refresh();
+    QTRY_COMPARE(scene.memberText(0), QStringLiteral("The file was moved to another location"));
+    QVERIFY(scene.badges(0).contains(QStringLiteral("could not be moved, and has gone since")));
+    // One that was moved, and whose path is used again.
+    scene.bin.fails = false;
+    QVERIFY(scene.remove(1));
+    scene.folder.makeFile(QStringLiteral("b.txt"), "another content");
+    refresh();
+    QTRY_VERIFY(scene.badges(1).contains(QStringLiteral("moved to the recycle bin, and there again")));
+    QVERIFY(!scene.badges(1).contains(QStringLiteral("still here: it could not be moved")));
+}
+
+void FindDuplicateRemovalTest::noQuestionForWhatTheBinDoesNotTake()
+{
+    Scene scene({QStringLiteral("a.txt"), QStringLiteral("dir.\\b.txt")});
+    QVERIFY(scene.scan());
+    const int odd = scene.rowOf(scene.folder.path(QStringLiteral("dir.\\b.txt")));
+    QVERIFY(odd >= 0);
+    QVERIFY(scene.remove(odd));
+    QVERIFY(scene.dialogs.questions.isEmpty());
+    QVERIFY(!scene.isMarked(odd));
+    QVERIFY(scene.notice().contains(QStringLiteral("recycle bin")));
+}
+
+void FindDuplicateRemovalTest::noQuestionForWhatLiesInTheCloudOnly()
+{
+    FakeFileProbe probe;
+    Scene scene(three);
+    const QString path = scene.folder.path(QStringLiteral("b.txt"));
+    probe.setAttributes(path, core::AttributeRecallOnOpen);
+    QVERIFY(scene.scan());
+    QVERIFY(scene.badges(1).contains(QStringLiteral("in the cloud")));
+    QVERIFY(scene.remove(1));
+    QVERIFY(scene.dialogs.questions.isEmpty());
+    QVERIFY(scene.notice().contains(QStringLiteral("cloud")));
+    QVERIFY(!probe.opened().contains(path));
+}
+
+// The disk has not told which file it is when the row is shown.
+void FindDuplicateRemovalTest::aFileTheListDidNotKnowYetIsGuardedAsWell()
+{
+    FakeFileProbe probe;
+    Scene scene(three);
+    const QString path = scene.folder.path(QStringLiteral("b.txt"));
+    probe.setAttributes(path, core::AttributeRecallOnOpen);
+    QVERIFY(scene.scan());
+    probe.setAttributes(path, 0);
+    scene.dialogs.nextMessageBox.enqueue(platform::idYes);
+    scene.dialogs.whileOpen = [&] {
+        tests::requireBelow(scene.folder.path(), path);
+        QVERIFY(QFile::rename(path, scene.folder.path(QStringLiteral("kept.txt"))));
+        makeDuplicates(scene.folder, {QStringLiteral("b.txt")}, content);
+    };
+    QVERIFY(scene.remove(1));
+    QCOMPARE(scene.dialogs.questions.size(), 1);
+    QVERIFY(scene.bin.asked.isEmpty());
+    QVERIFY(scene.notice().contains(QStringLiteral("changed")));
+}
+
+void FindDuplicateRemovalTest::withoutMemoryNothingIsMoved()
+{
+    FakeFileProbe probe;
+    Scene scene(three);
+    QVERIFY(scene.scan());
+    probe.failAt(scene.memberPath(1));
+    QVERIFY(scene.remove(1));
+    QVERIFY(scene.dialogs.questions.isEmpty());
+    QVERIFY(scene.notice().contains(QStringLiteral("memory")));
+    QVERIFY(scene.toolsAre(true));
+    // After a move the page goes without what it cannot read.
+    scene.dialogs.nextMessageBox.enqueue(platform::idYes);
+    scene.bin.beforeMove = [&](const QString &) { probe.failAt(scene.folder.path(QStringLiteral("a.txt"))); };
+    QVERIFY(scene.remove(2));
+    QVERIFY(scene.isMarked(2));
+    QCOMPARE(scene.bin.taken.size(), 1);
+    QVERIFY(scene.form->groups()[0].members[2].moved);
+}
+
+// The list is being read again when the user asks for the removal.
+void FindDuplicateRemovalTest::aSleepingDiskDoesNotStopTheRemoval()
+{
+    FakeFileProbe probe;
+    Scene scene(three);
+    QVERIFY(scene.scan());
+    const QString path = scene.memberPath(0);
+    const FakeFileProbe::Hold sleeping = probe.hold(scene.memberPath(2));
+    scene.members()->setFocus();
+    QTest::keyClick(scene.members(), Qt::Key_F5);
+    QVERIFY(QTest::qWaitFor([&] { return probe.held().tryAcquire(); }));
+    scene.dialogs.nextMessageBox.enqueue(platform::idYes);
+    QVERIFY(scene.remove(0));
+    QCOMPARE(scene.bin.taken, QStringList{path});
 }
 
 QTEST_MAIN(FindDuplicateRemovalTest)

@@ -3,6 +3,7 @@
 #include "core/SizeText.h"
 #include "platform/FileTime.h"
 #include "tests/FindDuplicate/Pages.h"
+#include "tests/support/FakeFileProbe.h"
 #include "tests/support/FakeShell.h"
 #include "tests/support/TestPrefix.h"
 #include "widgets/ElidedLabel.h"
@@ -32,16 +33,16 @@ namespace
 {
 
 // Groups that exist nowhere on a disk, the largest first.
-std::vector<DuplicateGroup> inventedGroups(int count)
+std::shared_ptr<FindDuplicateResultForm::Groups> inventedGroups(int count)
 {
-    std::vector<DuplicateGroup> groups;
+    auto groups = std::make_shared<FindDuplicateResultForm::Groups>();
     for (int i = 0; i < count; ++i) {
         const quint64 size = 1000 + static_cast<quint64>(count - i);
         const QString folder = QStringLiteral("C:\\nowhere\\%1").arg(i % 100);
         FileRecord first{QStringLiteral("file %1.jpg").arg(i), folder, size, someTime, someTime, someTime};
         FileRecord second = first;
         second.name = QStringLiteral("copy %1.jpg").arg(i);
-        groups.push_back({{first, second}, size});
+        groups->push_back({{first, second}, size});
     }
     return groups;
 }
@@ -57,6 +58,44 @@ QStringList sideTitles(const QAbstractItemModel &model)
     for (int row = 0; row < model.rowCount(); ++row)
         titles.append(model.index(row, 0).data(FileRowDelegate::TitleRole).toString());
     return titles;
+}
+
+// Counts the rows that the view has looked at.
+class CountingDelegate : public FileRowDelegate
+{
+public:
+    using FileRowDelegate::FileRowDelegate;
+    QSize sizeHint(const QStyleOptionViewItem &option, const QModelIndex &index) const override
+    {
+        ++rows;
+        return FileRowDelegate::sizeHint(option, index);
+    }
+    void paint(QPainter *painter, const QStyleOptionViewItem &option, const QModelIndex &index) const override
+    {
+        ++rows;
+        FileRowDelegate::paint(painter, option, index);
+    }
+    mutable int rows = 0;
+};
+
+// What is looked at until the list stands at its end, with a disk that has not answered yet.
+int rowsLookedAt(int count)
+{
+    tests::FakeFileProbe probe;
+    const tests::FakeFileProbe::Hold sleeping = probe.hold(QStringLiteral("C:\\nowhere\\0\\file 0.jpg"));
+    FindDuplicateResultForm page(QStringLiteral("C:\\nowhere"), inventedGroups(count));
+    page.resize(900, 500);
+    auto *side = page.findChild<QTreeView *>(QStringLiteral("sideTreeView"));
+    CountingDelegate delegate(3);
+    side->setItemDelegate(&delegate);
+    QSignalSpy ready(&page, &FindDuplicateResultForm::resultReady);
+    if (!page.start() || !ready.wait() || side->model()->rowCount() != count)
+        return -1;
+    page.show();
+    side->scrollToBottom();
+    side->setCurrentIndex(side->model()->index(count - 1, 0));
+    QTest::qWait(50);
+    return delegate.rows;
 }
 
 } // namespace
@@ -77,7 +116,11 @@ private slots:
     void withoutASelectionNothingHappens();
     void vanishedFilesSaySo();
     void searchesAndSorts();
-    void fiftyThousandGroupsAreListed();
+    void aLongListOpensLikeAShortOne();
+    void missingFilesOfManyGroupsAreFound();
+    void aSleepingDiskStopsNothing();
+    void withoutMemoryThePageStaysUsable();
+    void severalMembersAreOpenedShownAndCopied();
     void comparesContents();
     void aComparisonCanBeCancelled();
     void marksOneFileUnderTwoNames();
@@ -89,7 +132,7 @@ private:
 
 void FindDuplicateResultsTest::theToolBarIsAsAgreed()
 {
-    std::vector<DuplicateGroup> groups = inventedGroups(1);
+    const auto groups = inventedGroups(1);
     FindDuplicateResultForm page(QStringLiteral("C:\\nowhere"), groups);
     QStringList buttons;
     for (const QToolButton *button : page.findChild<QToolBar *>(QStringLiteral("toolBar"))
@@ -174,7 +217,7 @@ void FindDuplicateResultsTest::opensRevealsAndCopiesTheSelectedMember()
 
 void FindDuplicateResultsTest::withoutASelectionNothingHappens()
 {
-    std::vector<DuplicateGroup> groups = inventedGroups(1);
+    const auto groups = inventedGroups(1);
     tests::FakeShell shell;
     FindDuplicateResultForm page(QStringLiteral("C:\\nowhere"), groups);
     page.on_openButton_clicked();
@@ -209,12 +252,12 @@ void FindDuplicateResultsTest::searchesAndSorts()
     const auto file = [&](const char *name, const char *folder, quint64 size) {
         return FileRecord{QLatin1String(name), QLatin1String(folder), size, 0, 0, someTime};
     };
-    std::vector<DuplicateGroup> groups{
+    const auto groups = std::make_shared<FindDuplicateResultForm::Groups>(FindDuplicateResultForm::Groups{
         {{file("m.jpg", "C:\\b", 9 * kb), file("Holiday.jpg", "C:\\a", 9 * kb)}, 9 * kb},
         {{file("z.jpg", "C:\\c", 5 * kb), file("z2.jpg", "C:\\c", 5 * kb), file("z3.jpg", "C:\\c", 5 * kb)},
          5 * kb},
         {{file("A.jpg", "C:\\D", kb), file("holiday (2).jpg", "C:\\a", kb)}, kb},
-    };
+    });
     FindDuplicateResultForm page(QStringLiteral("C:\\"), groups);
     QSignalSpy ready(&page, &FindDuplicateResultForm::resultReady);
     QVERIFY(page.start());
@@ -241,6 +284,13 @@ void FindDuplicateResultsTest::searchesAndSorts()
         emit order->activated(i);
         QCOMPARE(paths(), expected[i]);
     }
+    // A member that has gone frees nothing any more.
+    (*groups)[1].members[0].moved = (*groups)[1].members[1].moved = true;
+    order->setCurrentIndex(1);
+    emit order->activated(1);
+    QCOMPARE(paths(), QStringLiteral("C:\\b\\m.jpg C:\\D\\A.jpg C:\\c\\z.jpg"));
+    order->setCurrentIndex(0);
+    emit order->activated(0);
     auto *search = page.findChild<QLineEdit *>(QStringLiteral("searchLineEdit"));
     search->setText(QStringLiteral("OLIDAY")); // of any member
     QTRY_COMPARE(paths(), QStringLiteral("C:\\b\\m.jpg C:\\D\\A.jpg"));
@@ -250,25 +300,28 @@ void FindDuplicateResultsTest::searchesAndSorts()
     QTRY_COMPARE(side.rowCount(), 3);
 }
 
-void FindDuplicateResultsTest::fiftyThousandGroupsAreListed()
+void FindDuplicateResultsTest::aLongListOpensLikeAShortOne()
 {
-    std::vector<DuplicateGroup> groups = inventedGroups(50'000);
-    FindDuplicateResultForm page(QStringLiteral("C:\\nowhere"), groups);
-    page.resize(900, 500);
+    const int few = rowsLookedAt(100);
+    const int many = rowsLookedAt(50'000);
+    QVERIFY(few > 0);
+    QVERIFY2(many > 0 && many <= 2 * few, qPrintable(QStringLiteral("%1 and %2").arg(few).arg(many)));
+}
+
+void FindDuplicateResultsTest::missingFilesOfManyGroupsAreFound()
+{
+    FindDuplicateResultForm page(QStringLiteral("C:\\nowhere"), inventedGroups(5'000));
     QSignalSpy ready(&page, &FindDuplicateResultForm::resultReady);
     QVERIFY(page.start());
     QVERIFY(ready.wait());
-    page.show();
     auto *side = page.findChild<QTreeView *>(QStringLiteral("sideTreeView"));
-    QCOMPARE(side->model()->rowCount(), 50'000);
-    side->scrollToBottom();
-    side->setCurrentIndex(side->model()->index(49'999, 0));
+    side->setCurrentIndex(side->model()->index(4'999, 0));
     auto *members = page.findChild<QTreeView *>(QStringLiteral("mainTreeView"));
     QTRY_COMPARE(members->model()->index(1, MemberModel::Path).data().toString(),
-                 QStringLiteral("C:\\nowhere\\99\\copy 49999.jpg"));
+                 QStringLiteral("C:\\nowhere\\99\\copy 4999.jpg"));
     // None of the files is there, which the list finds out by itself behind the user's back.
     QTRY_COMPARE_WITH_TIMEOUT(
-        sideTitles(*side->model()).count(QStringLiteral("The file was moved to another location")), 50'000,
+        sideTitles(*side->model()).count(QStringLiteral("The file was moved to another location")), 5'000,
         60'000);
 }
 
@@ -282,25 +335,31 @@ void FindDuplicateResultsTest::comparesContents()
     makeDuplicates(folder, {QStringLiteral("1.txt"), QStringLiteral("2.txt"), QStringLiteral("3.txt")},
                    content);
     makeDuplicates(folder, {QStringLiteral("4.txt")}, different);
+    tests::FakeFileProbe probe;
     FinderScene scene;
     QVERIFY(scene.scan(folder.path()));
-    const int odd = scene.rowOf(folder.path(QStringLiteral("4.txt")));
-    const int first = odd == 0 ? 1 : 0;
     scene.click("compareButton");
     QVERIFY(scene.form->isBusy());
     QVERIFY(!scene.isEnabled("RecycleBinButton"));
     QTRY_VERIFY(!scene.form->isBusy());
     QVERIFY(scene.isEnabled("RecycleBinButton"));
-    int identical = 0;
-    for (int row = 0; row < 4; ++row) {
-        const QStringList badges = scene.badges(row);
-        if (badges.contains(QStringLiteral("identical to the first")))
-            ++identical;
-        QCOMPARE(badges.contains(QStringLiteral("compared with this one")), row == 0);
-        if (first == 0)
-            QCOMPARE(badges.contains(QStringLiteral("different content")), row == odd);
-    }
-    QCOMPARE(identical, first == 0 ? 2 : 0);
+    const auto badges = [&] {
+        QStringList all;
+        for (int row = 0; row < 4; ++row)
+            all.append(scene.badges(row).join(u'+'));
+        return all;
+    };
+    QCOMPARE(badges(),
+             (QStringList{QStringLiteral("compared with this one"), QStringLiteral("identical to the first"),
+                          QStringLiteral("identical to the first"), QStringLiteral("different content")}));
+    // Where the first one must not be opened, another one takes its place.
+    probe.setAttributes(folder.path(QStringLiteral("1.txt")), core::AttributeOffline);
+    scene.click("compareButton");
+    QTRY_VERIFY(!scene.form->isBusy());
+    QCOMPARE(
+        badges(),
+        (QStringList{QStringLiteral("in the cloud, not opened"), QStringLiteral("compared with this one"),
+                     QStringLiteral("identical to row 2"), QStringLiteral("different content")}));
 }
 
 void FindDuplicateResultsTest::aComparisonCanBeCancelled()
@@ -350,6 +409,90 @@ void FindDuplicateResultsTest::marksFilesBehindALink()
     QVERIFY(!scene.badges(real).contains(QStringLiteral("reached through a link")));
     QVERIFY(scene.badges(1 - real).contains(QStringLiteral("reached through a link")));
     QVERIFY(scene.badges(1).contains(QStringLiteral("same file as row 1")));
+}
+
+void FindDuplicateResultsTest::aSleepingDiskStopsNothing()
+{
+    TestFolder folder;
+    makeDuplicates(folder, {QStringLiteral("a.txt"), QStringLiteral("b.txt")}, QByteArray(200, 'x'));
+    makeDuplicates(folder, {QStringLiteral("c.txt"), QStringLiteral("d.txt")}, QByteArray(100, 'x'));
+    tests::FakeFileProbe probe;
+    FinderScene scene;
+    QVERIFY(scene.scan(folder.path()));
+    std::vector<tests::FakeFileProbe::Hold> sleeping;
+    const auto asleep = [&] { return QTest::qWaitFor([&] { return probe.held().tryAcquire(); }); };
+    // The list of groups and the group are being looked at, and the user goes on.
+    sleeping.push_back(probe.hold(folder.path(QStringLiteral("a.txt"))));
+    sleeping.push_back(probe.hold(folder.path(QStringLiteral("b.txt"))));
+    scene.members()->setFocus();
+    QTest::keyClick(scene.members(), Qt::Key_F5);
+    QVERIFY(asleep() && asleep());
+    QVERIFY(scene.selectGroup(1));
+    QVERIFY(scene.selectGroup(0));
+    sleeping.push_back(probe.hold(folder.path(QStringLiteral("b.txt"))));
+    QTest::keyClick(scene.members(), Qt::Key_F5);
+    QVERIFY(asleep());
+    QTest::keyClick(scene.members(), Qt::Key_F5);
+    QVERIFY(scene.scan(folder.path()));
+}
+
+void FindDuplicateResultsTest::withoutMemoryThePageStaysUsable()
+{
+    TestFolder folder;
+    makeDuplicates(folder, {QStringLiteral("a.txt"), QStringLiteral("b.txt")}, QByteArray(200, 'x'));
+    makeDuplicates(folder, {QStringLiteral("c.txt"), QStringLiteral("d.txt")}, QByteArray(100, 'x'));
+    tests::FakeFileProbe probe;
+    FinderScene scene;
+    probe.failAt(folder.path(QStringLiteral("c.txt"))); // of the list of groups
+    probe.failAt(folder.path(QStringLiteral("d.txt"))); // of the group
+    QVERIFY(scene.scan(folder.path()));
+    auto *notice = scene.find<NoticeBar>("noticeBar");
+    QTRY_VERIFY(notice->text().contains(QStringLiteral("memory")));
+    notice->hide();
+    scene.side()->setCurrentIndex(scene.side()->model()->index(1, 0));
+    QTRY_VERIFY(notice->text().contains(QStringLiteral("memory")));
+    QCOMPARE(scene.members()->model()->rowCount(), 0);
+    QVERIFY(!scene.isEnabled("RecycleBinButton"));
+    QVERIFY(scene.selectGroup(0));
+    QVERIFY(scene.isEnabled("RecycleBinButton"));
+}
+
+void FindDuplicateResultsTest::severalMembersAreOpenedShownAndCopied()
+{
+    TestFolder folder;
+    QStringList names;
+    for (int i = 0; i < 12; ++i)
+        names.append(QStringLiteral("%1\\%2.txt").arg(i / 6).arg(i, 2, 10, QLatin1Char('0')));
+    makeDuplicates(folder, names, QByteArray(100, 'x'));
+    tests::FakeShell shell;
+    FinderScene scene;
+    QVERIFY(scene.scan(folder.path()));
+    QStringList paths;
+    for (const QString &name : std::as_const(names))
+        paths.append(folder.path(name));
+    // From the last row upwards: what is done follows the list.
+    scene.members()->setFocus();
+    scene.selectMember(11);
+    for (int row = 10; row >= 8; --row)
+        QTest::keyClick(scene.members(), Qt::Key_Up, Qt::ShiftModifier);
+    scene.click("openButton");
+    QCOMPARE(shell.opened, paths.mid(8));
+    QTest::keyClick(scene.members(), Qt::Key_C, Qt::ControlModifier);
+    QCOMPARE(QGuiApplication::clipboard()->text(), paths.mid(8).join(u'\n'));
+    // One at a time is removed.
+    QVERIFY(!scene.isEnabled("RecycleBinButton"));
+    QTest::keyClick(scene.members(), Qt::Key_Delete);
+    QVERIFY(!scene.form->isBusy());
+    // A window a folder, and no more programs than a person meant to start.
+    QTest::keyClick(scene.members(), Qt::Key_A, Qt::ControlModifier);
+    scene.click("explorerButton");
+    QCOMPARE(shell.revealed, (QStringList{paths[0], paths[6]}));
+    shell.opened.clear();
+    scene.click("openButton");
+    QCOMPARE(shell.opened, paths.first(10));
+    QVERIFY(scene.find<NoticeBar>("noticeBar")->text().contains(QStringLiteral("10 of the 12")));
+    scene.selectMember(0);
+    QVERIFY(scene.isEnabled("RecycleBinButton"));
 }
 
 QTEST_MAIN(FindDuplicateResultsTest)

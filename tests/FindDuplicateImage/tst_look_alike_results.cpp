@@ -6,6 +6,7 @@
 #include "FindDuplicateImage/ImageMemberModel.h"
 #include "FindDuplicateImage/LatestTask.h"
 #include "tests/FindDuplicateImage/Scene.h"
+#include "tests/support/FakeFileProbe.h"
 #include "widgets/ElidedLabel.h"
 #include "widgets/NoticeBar.h"
 
@@ -38,7 +39,7 @@ struct Trio : Scene {
     bool inspected() const
     {
         const auto *model = qobject_cast<const ImageMemberModel *>(main()->model());
-        return model->state(0).has_value();
+        return model->facts(0).has_value();
     }
     QString note(int row) const
     {
@@ -82,12 +83,17 @@ private slots:
     void yesMovesThatOneOnly();
     void deleteKeyAsks();
     void busyWhileItAsks();
+    void closingUnderTheQuestionMeansNo();
     void marksTheLastCopy();
     void marksTheSameFile();
     void aFailedMoveIsNotHidden();
     void movesWhatWasShownOrNothing_data();
     void movesWhatWasShownOrNothing();
     void changedWhileTheUserThinks();
+    void theLastCopyIsToldBeforeItIsAskedFor();
+    void aCopyThatBecomesTheLastUnderTheQuestionStays();
+    void aFileTheListDidNotKnowYetIsGuardedAsWell();
+    void saysWhatIsNoCopyAnyMore();
     void comparesWithTheFirst();
     void zoom();
     void onlyTheLatestTaskHasAnEffect();
@@ -219,7 +225,6 @@ void LookAlikeResultsTest::busyWhileItAsks()
         busy = scene.form->isBusy() && !scene.form->busyText().isEmpty();
         usable = scene.find<QWidget>("backButton")->isEnabled() || scene.recycle()->isEnabled();
         scene.form->scan(scene.folder.path()); // refused
-        scene.form->requestStop();
     };
     scene.dialogs.nextMessageBox.enqueue(platform::idYes);
     scene.clickRecycle(2);
@@ -227,6 +232,19 @@ void LookAlikeResultsTest::busyWhileItAsks()
     QVERIFY(!usable);
     QCOMPARE(scene.bin.taken, QStringList({scene.third}));
     QVERIFY(scene.main()->isVisible());
+}
+
+void LookAlikeResultsTest::closingUnderTheQuestionMeansNo()
+{
+    Trio scene;
+    scene.dialogs.whileOpen = [&] { scene.form->requestStop(); };
+    scene.dialogs.nextMessageBox.enqueue(platform::idYes);
+    scene.clickRecycle(2);
+    QCOMPARE(scene.dialogs.questions.size(), 1);
+    QVERIFY(scene.bin.asked.isEmpty());
+    QVERIFY(scene.exist(true, true, true));
+    QVERIFY(scene.notice().isEmpty());
+    QVERIFY(scene.toolbarIsBack());
 }
 
 void LookAlikeResultsTest::marksTheLastCopy()
@@ -237,8 +255,8 @@ void LookAlikeResultsTest::marksTheLastCopy()
     // One that goes behind the program's back counts as well.
     tests::requireBelow(scene.folder.path(), scene.second);
     QVERIFY(QFile::remove(scene.second));
-    scene.dialogs.nextMessageBox.enqueue(platform::idNo);
     scene.clickRecycle(2);
+    QVERIFY(scene.bin.taken.size() == 1);
     QTRY_COMPARE(scene.note(2), u"Last copy"_s);
     QCOMPARE(scene.note(1), u"The file was moved to another location"_s);
     // The group stays, also without its first picture and without any.
@@ -256,8 +274,11 @@ void LookAlikeResultsTest::marksTheSameFile()
     scene.save(u"a\\first.png"_s, blocks(1));
     scene.folder.makeHardLink(u"b\\again.png"_s, u"a\\first.png"_s);
     QVERIFY(scene.scan());
-    QTRY_COMPARE(scene.main()->model()->index(1, 0).data(ImageMemberModel::NoteRole).toString(),
-                 u"Same file as first.png"_s);
+    const auto note = [&](int row) {
+        return scene.main()->model()->index(row, 0).data(ImageMemberModel::NoteRole).toString();
+    };
+    QTRY_COMPARE(note(0), u"Last copy"_s);
+    QCOMPARE(note(1), u"Last copy; Same file as first.png in "_s + scene.folder.path(u"a"_s));
 }
 
 void LookAlikeResultsTest::aFailedMoveIsNotHidden()
@@ -315,6 +336,82 @@ void LookAlikeResultsTest::changedWhileTheUserThinks()
     QCOMPARE(scene.dialogs.questions.size(), 1);
     QVERIFY(scene.bin.asked.isEmpty());
     QVERIFY(scene.notice().contains(scene.third));
+}
+
+void LookAlikeResultsTest::theLastCopyIsToldBeforeItIsAskedFor()
+{
+    Trio scene;
+    for (const QString &path : {scene.first, scene.second}) {
+        tests::requireBelow(scene.folder.path(), path);
+        QVERIFY(QFile::remove(path));
+    }
+    scene.clickRecycle(2);
+    QVERIFY(scene.dialogs.questions.isEmpty());
+    QCOMPARE(scene.note(2), u"Last copy"_s);
+    QVERIFY(scene.notice().contains(u"last copy"_s));
+    // Told, the user may ask for it all the same.
+    scene.dialogs.nextMessageBox.enqueue(platform::idYes);
+    scene.clickRecycle(2);
+    QCOMPARE(scene.bin.taken, QStringList({scene.third}));
+}
+
+void LookAlikeResultsTest::aCopyThatBecomesTheLastUnderTheQuestionStays()
+{
+    Trio scene;
+    scene.dialogs.whileOpen = [&] {
+        tests::requireBelow(scene.folder.path(), scene.first);
+        QFile::remove(scene.first);
+        scene.folder.makeFile(u"b\\second.png"_s, "another content: no copy any more");
+    };
+    scene.dialogs.nextMessageBox.enqueue(platform::idYes);
+    scene.clickRecycle(2);
+    QVERIFY(scene.bin.asked.isEmpty());
+    QCOMPARE(scene.note(2), u"Last copy"_s);
+    QCOMPARE(scene.note(1), u"Last copy; Changed since the scan"_s);
+}
+
+// The disk has not told yet which file it is when the user asks.
+void LookAlikeResultsTest::aFileTheListDidNotKnowYetIsGuardedAsWell()
+{
+    tests::FakeFileProbe probe;
+    Trio scene;
+    const auto facts = probe.facts(scene.third);
+    {
+        const tests::FakeFileProbe::Hold sleeping = probe.hold(scene.first);
+        scene.find<QLineEdit>("searchEdit")->setText(u"nothing"_s);
+        scene.find<QLineEdit>("searchEdit")->clear(); // is looked at anew
+        QVERIFY(QTest::qWaitFor([&] { return probe.held().tryAcquire(); }));
+        QVERIFY(!scene.inspected());
+        scene.dialogs.whileOpen = [&] {
+            tests::requireBelow(scene.folder.path(), scene.third);
+            QVERIFY(QFile::rename(scene.third, scene.folder.path(u"kept.jpg"_s)));
+            scene.folder.makeFile(u"c\\third.jpg"_s, QByteArray(static_cast<int>(facts->size), 'x'));
+            scene.folder.setTimes(u"c\\third.jpg"_s, facts->lastWriteTime, facts->lastWriteTime);
+        };
+        scene.dialogs.nextMessageBox.enqueue(platform::idYes);
+        scene.clickRecycle(2);
+    }
+    QCOMPARE(scene.dialogs.questions.size(), 1);
+    QVERIFY(scene.bin.asked.isEmpty());
+    QVERIFY(scene.notice().contains(u"changed"_s));
+    QTRY_VERIFY(scene.inspected());
+}
+
+void LookAlikeResultsTest::saysWhatIsNoCopyAnyMore()
+{
+    Trio scene;
+    const auto facts = platform::fileProbe().facts(scene.second);
+    scene.folder.setTimes(u"b\\second.png"_s, facts->lastWriteTime + 1, facts->lastWriteTime);
+    tests::requireBelow(scene.folder.path(), scene.third);
+    QVERIFY(QFile::remove(scene.third));
+    QVERIFY(QDir().rmdir(scene.folder.path(u"c"_s)));
+    scene.save(u"elsewhere\\third.jpg"_s, blocks(1, {600, 400}));
+    scene.folder.makeLink(u"c"_s, u"elsewhere"_s);
+    scene.find<QLineEdit>("searchEdit")->setText(u"nothing"_s);
+    scene.find<QLineEdit>("searchEdit")->clear(); // is looked at anew
+    QTRY_COMPARE(scene.note(1), u"Last copy; Changed since the scan"_s);
+    QCOMPARE(scene.note(2), u"Last copy; Changed since the scan; Reached through a link"_s);
+    QCOMPARE(scene.note(0), u"Last copy"_s);
 }
 
 void LookAlikeResultsTest::comparesWithTheFirst()

@@ -1,10 +1,12 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "platform/GuardedRemoval.h"
 #include "platform/Paths.h"
+#include "tests/support/FakeFileProbe.h"
 #include "tests/support/FakeRecycleBin.h"
 #include "tests/support/TestFolder.h"
 #include "tests/support/TestPrefix.h"
 
+#include <QDir>
 #include <QFile>
 #include <QTest>
 
@@ -40,6 +42,9 @@ private slots:
     void leavesWhatIsAnotherFileNow();
     void neverGoesThroughALink();
     void refusesWhatIsNoFile();
+    void refusesWhatTheBinWouldRefuse();
+    void leavesInTheCloudWhatIsOnlyThere();
+    void holdsTheFileUntilItIsMoved();
     void keepsTheFileWhenTheBinFails();
 };
 
@@ -119,17 +124,67 @@ void TestGuardedRemoval::refusesWhatIsNoFile()
 {
     TestFolder folder;
     FakeRecycleBin bin(folder.path());
-    folder.makeFile(QStringLiteral("b.txt"));
-    folder.makeFile(QStringLiteral("b.txt."));
     folder.makeFolder(QStringLiteral("folder"));
     QCOMPARE(platform::moveShownFile(shown(folder, QStringLiteral("folder"))), Removal::Refused);
-    // The shell would read this as the name of another file. (Wine's final path lacks the dot, and so it is
-    // "through a link" there.)
-    QVERIFY(platform::moveShownFile(shown(folder, QStringLiteral("b.txt."))) != Removal::Moved);
     for (const QString &path : {QString(), QStringLiteral("C:"), QStringLiteral("C:\\")})
         QCOMPARE(platform::moveShownFile({QStringLiteral("C:\\"), path, 0, 0, std::nullopt}),
                  Removal::Refused);
     QVERIFY(bin.asked.isEmpty());
+}
+
+// Before anybody is asked: the shell would read these as the names of other items.
+void TestGuardedRemoval::refusesWhatTheBinWouldRefuse()
+{
+    TestFolder folder;
+    FakeRecycleBin bin(folder.path());
+    folder.makeFile(QStringLiteral("b.txt"));
+    for (const QString &name : {QStringLiteral("b.txt."), QStringLiteral("b.txt "),
+                                QStringLiteral("dir.\\b.txt"), QStringLiteral("nul")}) {
+        folder.makeFile(name);
+        QCOMPARE(platform::removalObstacle(shown(folder, name)), std::optional(Removal::Refused));
+        QCOMPARE(platform::moveShownFile(shown(folder, name)), Removal::Refused);
+    }
+    QVERIFY(bin.asked.isEmpty());
+}
+
+void TestGuardedRemoval::leavesInTheCloudWhatIsOnlyThere()
+{
+    TestFolder folder;
+    FakeRecycleBin bin(folder.path());
+    folder.makeFile(QStringLiteral("a.txt"), "content");
+    const ShownFile file = shown(folder, QStringLiteral("a.txt"));
+    tests::FakeFileProbe probe;
+    probe.setAttributes(file.path, core::AttributeRecallOnOpen);
+    QCOMPARE(platform::removalObstacle(file), std::optional(Removal::InCloud));
+    QCOMPARE(platform::moveShownFile(file), Removal::InCloud);
+    QVERIFY(bin.asked.isEmpty());
+    // What is fetched only when its content is read can be moved as it is.
+    probe.setAttributes(file.path, core::AttributeRecallOnDataAccess);
+    QCOMPARE(platform::moveShownFile(file), Removal::Moved);
+}
+
+void TestGuardedRemoval::holdsTheFileUntilItIsMoved()
+{
+    TestFolder folder;
+    FakeRecycleBin bin(folder.path());
+    const QString path = folder.makeFile(QStringLiteral("sub\\a.txt"), "content");
+    bool held = false;
+    bin.beforeMove = [&](const QString &) {
+        tests::requireBelow(folder.path(), path);
+        // Windows does not rename the folder of an open file. Wine does, but there a file that was deleted
+        // stays until nobody has it open.
+        if (tests::isWine())
+            held = QFile::remove(path) && platform::fileExists(path);
+        else
+            held = !QDir().rename(folder.path(QStringLiteral("sub")), folder.path(QStringLiteral("other")));
+    };
+    const Removal result = platform::moveShownFile(shown(folder, QStringLiteral("sub\\a.txt")));
+    QCOMPARE(bin.asked, QStringList{path});
+    QVERIFY(held);
+    // And no longer; nor does it stand in the way of the move.
+    QVERIFY(!platform::fileExists(path));
+    if (!tests::isWine())
+        QCOMPARE(result, Removal::Moved);
 }
 
 void TestGuardedRemoval::keepsTheFileWhenTheBinFails()

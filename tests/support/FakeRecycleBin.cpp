@@ -28,6 +28,8 @@ bool FakeRecycleBin::move(const QString &path)
 {
     requireBelow(m_root, path);
     asked.append(path);
+    if (beforeMove)
+        beforeMove(path);
     if (fails || !QDir().rename(path, m_bin.filePath(QString::number(taken.size()))))
         return false;
     taken.append(path);

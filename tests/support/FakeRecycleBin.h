@@ -6,6 +6,8 @@
 #include <QStringList>
 #include <QTemporaryDir>
 
+#include <functional>
+
 namespace tests
 {
 
@@ -20,6 +22,9 @@ public:
     ~FakeRecycleBin() override;
 
     bool fails = false; // as on a drive without a recycle bin: nothing is moved
+
+    // Called before a move, when all checks have been passed.
+    std::function<void(const QString &path)> beforeMove;
 
     QStringList asked; // what came through the checks, in order
     QStringList taken;

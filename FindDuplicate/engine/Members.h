@@ -4,10 +4,11 @@
 #include "FindDuplicate/engine/FileRecord.h"
 #include "FindDuplicate/engine/MemberMarks.h"
 #include "core/CancelFlag.h"
-#include "platform/GuardedRemoval.h"
+#include "core/FileProbe.h"
 
 #include <QString>
 
+#include <cstddef>
 #include <optional>
 #include <vector>
 
@@ -26,11 +27,13 @@ struct MemberFacts {
 };
 
 // One entry a member, in their order. `root` is the folder that was scanned. Asks the disk about every
-// member: not on the interface thread. Ends early, with fewer entries, when the flag is set.
-std::vector<MemberFacts> readMembers(const QString &root, const DuplicateGroup &group,
-                                     const core::CancelFlag &cancel);
+// member: not on the interface thread. Ends early, with fewer entries and no marks, when the flag is set.
+std::vector<MemberFacts> readMembers(const QString &root, const std::vector<FileRecord> &members,
+                                     core::FileProbe &probe, const core::CancelFlag &cancel);
 
-// What a removal needs to know about a member that is shown.
-platform::ShownFile shownFile(const QString &root, const FileRecord &file, const MemberFacts &facts);
+// The facts of one member. Asks about the others only until two files are known, after which none is the last
+// copy: `mark.sameFileAs` is not looked for. Without a meaning when the flag is set.
+MemberFacts readMember(const QString &root, const std::vector<FileRecord> &members, std::size_t member,
+                       core::FileProbe &probe, const core::CancelFlag &cancel);
 
 } // namespace duplicates

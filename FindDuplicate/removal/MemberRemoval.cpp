@@ -1,0 +1,150 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "FindDuplicate/removal/MemberRemoval.h"
+
+#include "platform/Dialogs.h"
+
+#include <QPointer>
+
+#include <utility>
+
+namespace duplicates
+{
+
+using platform::Removal;
+using Outcome = RemovalThread::Outcome;
+using Step = RemovalThread::Step;
+
+namespace
+{
+
+QString obstacleText(Removal obstacle)
+{
+    switch (obstacle) {
+    case Removal::Changed:
+        return MemberRemoval::tr("%1 was not moved: it has changed since the scan.");
+    case Removal::Vanished:
+        return MemberRemoval::tr("%1 was not moved: it is no longer there.");
+    case Removal::ThroughLink:
+        return MemberRemoval::tr(
+            "%1 was not moved: it is reached through a link, and lies in another place.");
+    case Removal::InCloud:
+        return MemberRemoval::tr("%1 was not moved: it lies in a cloud store only, and would have to be "
+                                 "fetched from there first.");
+    default:
+        return MemberRemoval::tr("%1 was not moved: the recycle bin does not take it.");
+    }
+}
+
+// Empty when there is nothing to say.
+QString noticeText(Outcome outcome, Removal obstacle)
+{
+    switch (outcome) {
+    case Outcome::Refused:
+        return obstacleText(obstacle);
+    case Outcome::LastCopy:
+        return MemberRemoval::tr("%1 was not moved: it has become the last copy of this group. Ask again to "
+                                 "move it all the same.");
+    case Outcome::Failed:
+        return MemberRemoval::tr("Windows did not move %1 to the recycle bin. It may be in use, or its drive "
+                                 "has no recycle bin.");
+    case Outcome::NoMemory:
+        return MemberRemoval::tr("%1 was not moved: there is not enough memory to look at its group.");
+    default:
+        return {};
+    }
+}
+
+// The path may hold a "%1" of its own.
+QString about(QString text, const QString &path)
+{
+    return text.replace(QLatin1String("%1"), path);
+}
+
+RemovalResult::Outcome resultOf(Outcome outcome)
+{
+    switch (outcome) {
+    case Outcome::Moved:
+        return RemovalResult::Outcome::Moved;
+    case Outcome::Failed:
+        return RemovalResult::Outcome::Failed;
+    default:
+        return RemovalResult::Outcome::LeftAlone;
+    }
+}
+
+} // namespace
+
+MemberRemoval::MemberRemoval(QObject *parent) : QObject(parent) {}
+
+MemberRemoval::~MemberRemoval() = default;
+
+void MemberRemoval::start(RemovalRequest request, std::function<bool()> stillShown)
+{
+    if (isRunning())
+        return;
+    m_stillShown = std::move(stillShown);
+    m_stopRequested = false;
+    startThread(Step::Check, std::move(request));
+}
+
+void MemberRemoval::requestStop()
+{
+    m_stopRequested = isRunning();
+    if (m_thread)
+        m_thread->requestStop();
+}
+
+void MemberRemoval::startThread(Step step, RemovalRequest request)
+{
+    m_thread.reset(new RemovalThread(step, std::move(request)));
+    connect(m_thread.get(), &RemovalThread::processFinish, this, &MemberRemoval::onProcessFinish);
+    m_thread->start();
+}
+
+void MemberRemoval::onProcessFinish()
+{
+    const Outcome outcome = m_thread->outcome();
+    RemovalRequest request = m_thread->takeRequest();
+    const Removal obstacle = m_thread->obstacle();
+    std::vector<MemberFacts> members = m_thread->takeMembers();
+    m_thread.reset();
+    if (outcome == Outcome::Ready)
+        ask(std::move(request));
+    else
+        finish({resultOf(outcome), about(noticeText(outcome, obstacle), request.file().fullPath()),
+                std::move(members)});
+}
+
+// The box has no owner: window messages are handled while it is up, and anything may be gone afterwards.
+void MemberRemoval::ask(RemovalRequest request)
+{
+    if (m_stopRequested) {
+        finish();
+        return;
+    }
+    const QString path = request.file().fullPath();
+    const QPointer<MemberRemoval> self(this);
+    m_asking = true;
+    const int answer = platform::dialogs().messageBox(tr("Are you sure you want to move ") + path +
+                                                          tr(" to the recycle bin?"),
+                                                      tr("Confirm to save changes"), platform::yesNoWarning);
+    if (!self)
+        return;
+    m_asking = false;
+    if (answer != platform::idYes || m_stopRequested)
+        finish();
+    else if (m_stillShown())
+        startThread(Step::Move, std::move(request));
+    else
+        finish({RemovalResult::Outcome::LeftAlone,
+                about(tr("%1 was not moved: it is no longer the file that the list shows."), path),
+                {}});
+}
+
+void MemberRemoval::finish(RemovalResult result)
+{
+    m_stillShown = {};
+    emit finished(result);
+}
+
+} // namespace duplicates

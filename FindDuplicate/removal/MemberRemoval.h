@@ -1,0 +1,62 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include "FindDuplicate/removal/RemovalThread.h"
+
+#include <QObject>
+
+#include <functional>
+
+namespace duplicates
+{
+
+// How a removal ended.
+struct RemovalResult {
+    enum class Outcome {
+        Moved,    // to the recycle bin
+        Failed,   // Windows was asked to move it, and did not
+        LeftAlone // it was not tried, or the user said no
+    };
+
+    Outcome outcome = Outcome::LeftAlone;
+    // Why the file is where it was, in words for the user; empty when it was moved, or the user said no.
+    QString notice;
+    // What the disk says about the group's members now; empty when it was not asked.
+    std::vector<MemberFacts> members;
+};
+
+// The removal of one member of a group, asked each time. Three steps: a look at the disk, the question, the
+// move with another look right before it. What is moved is the file that was shown, or nothing, and never the
+// last copy of a group unless the user was told. For the page that shows the group; interface thread.
+class MemberRemoval : public QObject
+{
+    Q_OBJECT
+
+public:
+    explicit MemberRemoval(QObject *parent = nullptr);
+    // Waits for a move that runs.
+    ~MemberRemoval() override;
+
+    // Does nothing while one is running; finished() follows, never at once. `stillShown` is called when the
+    // user has said yes: whether the page still shows what the question was about.
+    void start(RemovalRequest request, std::function<bool()> stillShown);
+    bool isRunning() const { return m_thread || m_asking; }
+    // The window is to close: whatever is answered is a no. A move that has begun ends as it does.
+    void requestStop();
+
+signals:
+    void finished(const duplicates::RemovalResult &result);
+
+private:
+    void startThread(RemovalThread::Step step, RemovalRequest request);
+    void onProcessFinish();
+    void ask(RemovalRequest request);
+    void finish(RemovalResult result = {});
+
+    std::function<bool()> m_stillShown;
+    bool m_asking = false;
+    bool m_stopRequested = false;
+    core::WorkerPointer<RemovalThread> m_thread;
+};
+
+} // namespace duplicates

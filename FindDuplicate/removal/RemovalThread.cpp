@@ -1,0 +1,75 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "FindDuplicate/removal/RemovalThread.h"
+
+#include "platform/FileProbe.h"
+
+using platform::Removal;
+
+namespace duplicates
+{
+
+RemovalThread::RemovalThread(Step step, RemovalRequest request) : m_step(step), m_request(std::move(request))
+{
+}
+
+void RemovalThread::run()
+{
+    try {
+        work();
+    } catch (const std::exception &) {
+        // What is thrown here is a lack of memory. The outcome is what had been reached.
+    }
+    deliver([this] { emit processFinish(); });
+}
+
+void RemovalThread::work()
+{
+    Outcome outcome = checked();
+    if (outcome == Outcome::Ready && m_step == Step::Move)
+        outcome = moved();
+    m_outcome = outcome;
+    if (outcome == Outcome::Ready || outcome == Outcome::Stopped)
+        return;
+    // Something is not as it was shown. The flag ends what comes before this.
+    const core::CancelFlag never;
+    m_members = readMembers(m_request.root, m_request.members, platform::fileProbe(), never);
+}
+
+RemovalThread::Outcome RemovalThread::checked()
+{
+    const MemberFacts now =
+        readMember(m_request.root, m_request.members, m_request.member, platform::fileProbe(), cancelFlag());
+    if (stopRequested())
+        return Outcome::Stopped;
+    // When the list did not know it yet, the question is about the file that is there now.
+    if (!m_request.shown.identity)
+        m_request.shown.identity = now.identity;
+    if (const std::optional<Removal> obstacle = platform::removalObstacle(shownFile())) {
+        m_obstacle = *obstacle;
+        return Outcome::Refused;
+    }
+    return now.mark.lastCopy && !m_request.shown.mark.lastCopy ? Outcome::LastCopy : Outcome::Ready;
+}
+
+RemovalThread::Outcome RemovalThread::moved()
+{
+    if (stopRequested())
+        return Outcome::Stopped;
+    m_obstacle = platform::moveShownFile(shownFile());
+    switch (m_obstacle) {
+    case Removal::Moved:
+        return Outcome::Moved;
+    case Removal::Failed:
+        return Outcome::Failed;
+    default:
+        return Outcome::Refused;
+    }
+}
+
+platform::ShownFile RemovalThread::shownFile() const
+{
+    const FileRecord &file = m_request.file();
+    return {m_request.root, file.fullPath(), file.size, file.lastWriteTime, m_request.shown.identity};
+}
+
+} // namespace duplicates

@@ -1,0 +1,194 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "FindDuplicate/engine/Members.h"
+
+#include <QHash>
+#include <QStringList>
+#include <QTest>
+
+#include <random>
+
+using namespace duplicates;
+using namespace Qt::StringLiterals;
+
+namespace
+{
+
+constexpr quint64 size = 700;
+constexpr quint64 written = 133'000'000'000'000'000;
+
+// Files that exist here alone; notes which were opened.
+class MemoryProbe : public core::FileProbe
+{
+public:
+    struct File {
+        quint32 attributes = 0;
+        std::optional<core::FileFacts> facts = core::FileFacts();
+        bool inside = true;
+    };
+
+    std::optional<quint32> listedAttributes(const QString &path) override
+    {
+        return files.contains(path) ? std::optional(files.value(path).attributes) : std::nullopt;
+    }
+    std::optional<core::FileFacts> facts(const QString &path) override
+    {
+        opened.append(path);
+        return files.value(path).facts;
+    }
+    bool isInside(const QString &, const QString &item) override
+    {
+        opened.append(item);
+        return files.value(item).inside;
+    }
+
+    QHash<QString, File> files;
+    QStringList opened;
+};
+
+FileRecord record(const QString &name)
+{
+    FileRecord file;
+    file.name = name;
+    file.walkedFolder = u"C:\\r"_s;
+    file.size = size;
+    file.lastWriteTime = written;
+    return file;
+}
+
+MemoryProbe::File existing(quint64 number)
+{
+    MemoryProbe::File file;
+    file.facts->identity = {1, number};
+    file.facts->size = size;
+    file.facts->lastWriteTime = written;
+    return file;
+}
+
+const core::CancelFlag never;
+
+} // namespace
+
+class MembersTest : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void factsOfAMember_data();
+    void factsOfAMember();
+    void whatMustNotBeOpenedIsNot();
+    void aCancelledReadingEnds();
+    void oneMemberIsJudgedLikeInTheWholeGroup();
+    void oneMemberOfManyIsReadQuickly();
+};
+
+void MembersTest::factsOfAMember_data()
+{
+    QTest::addColumn<MemoryProbe::File>("file");
+    QTest::addColumn<MemberFacts>("expected");
+    const core::FileIdentity identity{1, 2};
+    // Beside another file that is as it was.
+    const MemberMark mark{true, false, -1};
+    const MemberMark last{true, true, -1};
+    MemoryProbe::File file = existing(2);
+    QTest::newRow("as it was") << file << MemberFacts{mark, identity};
+    file.attributes = core::AttributeOffline;
+    QTest::newRow("in a store") << file << MemberFacts{mark, identity, false, false, true};
+    file.attributes = core::AttributeRecallOnDataAccess;
+    QTest::newRow("in the cloud") << file << MemberFacts{mark, identity, false, false, true};
+    file = existing(2);
+    file.inside = false;
+    QTest::newRow("behind a link") << file << MemberFacts{mark, identity, false, true};
+    // What is no copy any more leaves the other one alone.
+    file = existing(2);
+    file.facts->size = size + 1;
+    QTest::newRow("longer") << file << MemberFacts{last, identity, true};
+    file = existing(2);
+    file.facts->lastWriteTime = written + 1;
+    QTest::newRow("100 ns younger") << file << MemberFacts{last, identity, true};
+    file = existing(2);
+    file.facts.reset();
+    QTest::newRow("cannot be opened") << file << MemberFacts{last};
+}
+
+void MembersTest::factsOfAMember()
+{
+    QFETCH(MemoryProbe::File, file);
+    QFETCH(MemberFacts, expected);
+    const std::vector<FileRecord> group{record(u"a"_s), record(u"b"_s), record(u"gone"_s)};
+    MemoryProbe probe;
+    probe.files.insert(group[0].fullPath(), existing(1));
+    probe.files.insert(group[1].fullPath(), file);
+    const std::vector<MemberFacts> read = readMembers(u"C:\\r"_s, group, probe, never);
+    QCOMPARE(read.size(), std::size_t(3));
+    QVERIFY(read[1] == expected);
+    QCOMPARE(read[0].mark.lastCopy, expected.mark.lastCopy);
+    QVERIFY(read[2] == MemberFacts());
+    QVERIFY(readMember(u"C:\\r"_s, group, 1, probe, never) == expected);
+}
+
+void MembersTest::whatMustNotBeOpenedIsNot()
+{
+    const std::vector<FileRecord> group{record(u"a"_s), record(u"b"_s)};
+    MemoryProbe probe;
+    probe.files.insert(group[0].fullPath(), existing(1));
+    probe.files.insert(group[1].fullPath(), existing(2));
+    probe.files[group[1].fullPath()].attributes = core::AttributeRecallOnOpen;
+    const std::vector<MemberFacts> read = readMembers(u"C:\\r"_s, group, probe, never);
+    QVERIFY((read[1] == MemberFacts{{true, true, -1}, std::nullopt, false, false, true}));
+    QVERIFY(read[0].mark.lastCopy); // nobody knows whether the other one is another file
+    QVERIFY(readMember(u"C:\\r"_s, group, 1, probe, never) == read[1]);
+    QVERIFY(!probe.opened.contains(group[1].fullPath()));
+}
+
+void MembersTest::aCancelledReadingEnds()
+{
+    MemoryProbe probe;
+    core::CancelFlag cancel;
+    cancel.set();
+    QVERIFY(readMembers(u"C:\\r"_s, {record(u"a"_s)}, probe, cancel).empty());
+}
+
+void MembersTest::oneMemberIsJudgedLikeInTheWholeGroup()
+{
+    std::mt19937 random(1);
+    const auto below = [&](unsigned n) { return static_cast<int>(random() % n); };
+    int lastCopies = 0;
+    for (int round = 0; round < 2000; ++round) {
+        std::vector<FileRecord> group;
+        MemoryProbe probe;
+        for (int i = 2 + below(4); i > 0; --i) {
+            group.push_back(record(QString::number(i)));
+            if (below(3) == 0)
+                continue; // gone
+            MemoryProbe::File file = existing(static_cast<quint64>(below(3)));
+            if (below(4) == 0)
+                file.facts->size = 1;
+            if (below(5) == 0)
+                file.facts.reset();
+            probe.files.insert(group.back().fullPath(), file);
+        }
+        const std::vector<MemberFacts> read = readMembers(u"C:\\r"_s, group, probe, never);
+        for (std::size_t i = 0; i < group.size(); ++i) {
+            MemberFacts expected = read[i];
+            expected.mark.sameFileAs = -1;
+            QVERIFY(readMember(u"C:\\r"_s, group, i, probe, never) == expected);
+            lastCopies += expected.mark.lastCopy ? 1 : 0;
+        }
+    }
+    QVERIFY(lastCopies > 1000);
+}
+
+void MembersTest::oneMemberOfManyIsReadQuickly()
+{
+    std::vector<FileRecord> group;
+    MemoryProbe probe;
+    for (int i = 0; i < 1000; ++i) {
+        group.push_back(record(QString::number(i)));
+        probe.files.insert(group.back().fullPath(), existing(static_cast<quint64>(i)));
+    }
+    QVERIFY(!readMember(u"C:\\r"_s, group, 500, probe, never).mark.lastCopy);
+    QVERIFY(probe.opened.size() < 5);
+}
+
+QTEST_APPLESS_MAIN(MembersTest)
+#include "tst_members.moc"
