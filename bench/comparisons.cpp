@@ -1,7 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 
 // Comparing fingerprints against the plain loop over lists of integers, on the same pictures with the same
-// answers; then what a new picture costs that is alike to none of very many. usage: comparisons [CANDIDATES]
+// answers; then what a new picture costs that is alike to none of very many.
+// usage: comparisons [CANDIDATES...], in ascending order
 
 #include "FindDuplicateImage/engine/Reduction.h"
 #include "FindDuplicateImage/engine/SimilarityGrouper.h"
@@ -12,6 +13,8 @@
 
 #include <cstdlib>
 #include <random>
+#include <utility>
+#include <vector>
 
 namespace
 {
@@ -74,29 +77,37 @@ bool compareWithPlainLoop(Draw draw)
     return plainAlike == compactAlike;
 }
 
-void searchMany(Draw draw, std::size_t candidates)
+// A new picture that is alike to none pays for all candidates: the time to hold against that of decoding it.
+void searchMany(Draw draw, const std::vector<std::size_t> &sizes)
 {
     std::mt19937 random(2);
     std::vector<Fingerprint> kinds;
     for (int i = 0; i < 4000; ++i)
         kinds.push_back(lookalikes::reduceImage(draw(random))->fingerprint);
+    constexpr std::size_t later = 50;
     lookalikes::FingerprintList list;
-    for (std::size_t i = 0; i < candidates; ++i)
-        list.add(kinds[i % (kinds.size() - 50)]);
-    std::vector<double> times;
-    std::size_t found = 0;
-    for (std::size_t n = kinds.size() - 50; n < kinds.size(); ++n)
-        times.push_back(bench::seconds([&] { found += list.firstAlike(kinds[n]).has_value(); }));
-    bench::report("candidates", static_cast<double>(candidates));
-    bench::report("found by chance, of 50", static_cast<double>(found));
-    bench::report("comparing one new picture with all", bench::median(times) * 1000, "ms");
+    for (const std::size_t size : sizes) {
+        while (list.size() < size)
+            list.add(kinds[list.size() % (kinds.size() - later)]);
+        std::vector<double> times;
+        std::size_t found = 0;
+        for (std::size_t n = kinds.size() - later; n < kinds.size(); ++n)
+            times.push_back(bench::seconds([&] { found += list.firstAlike(kinds[n]).has_value(); }));
+        bench::report("candidates", static_cast<double>(list.size()));
+        bench::report("found by chance, of 50", static_cast<double>(found));
+        bench::report("comparing one new picture with all", bench::median(times) * 1000, "ms");
+    }
 }
 
 } // namespace
 
 int main(int argc, char **argv)
 {
-    const std::size_t candidates = argc > 1 ? std::strtoull(argv[1], nullptr, 10) : 20'000;
+    std::vector<std::size_t> sizes; // a list grows from one to the next
+    for (int i = 1; i < argc; ++i)
+        sizes.push_back(std::strtoull(argv[i], nullptr, 10));
+    if (sizes.empty())
+        sizes = {20'000, 100'000};
     const std::pair<const char *, Draw> kinds[] = {{"pictures", softPicture}, {"pages of text", page}};
     for (const auto &[name, draw] : kinds) {
         std::printf("%s\n", name);
@@ -104,7 +115,7 @@ int main(int argc, char **argv)
             std::fprintf(stderr, "the two ways answer differently\n");
             return 1;
         }
-        searchMany(draw, candidates);
+        searchMany(draw, sizes);
     }
     return 0;
 }
