@@ -1,23 +1,18 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 
-// The longest time for which the interface does not answer while the analyzer scans 1,000,000 files in
-// 100,000 folders (listed from memory, so that the file system does not slow the scan down), shows the
-// result, is used, and frees it. A timer beats every 5 ms on the interface thread; the longest gap between
-// two beats is the stall. Beside it stands how long the thread was at work in that gap: the rest is other
-// threads and programs on the same processors. Two trees: one with ten subfolders a folder, and the worst
-// case for every list, all folders in one.
+// The stall of the interface while the analyzer scans 1,000,000 files in 100,000 folders (listed from memory,
+// so that the file system does not slow the scan down), shows the result, is used, and frees it. Two trees:
+// one with ten subfolders a folder, and the worst case for every list, all folders in one.
 
 #include "DiskUsage/DiskUsageForm.h"
 #include "DiskUsage/FolderModel.h"
-#include "bench/Bench.h"
+#include "bench/Heartbeat.h"
 #include "tests/support/MemoryEnumerator.h"
 
 #include <QApplication>
-#include <QElapsedTimer>
 #include <QRandomGenerator>
 #include <QTabWidget>
 #include <QTableView>
-#include <QTimer>
 #include <QToolButton>
 #include <QTreeView>
 
@@ -25,15 +20,13 @@
 
 #include <psapi.h>
 
-#include <cmath>
+using bench::Heartbeat, bench::measured, bench::reportStall, bench::settle, bench::spin, bench::Stall;
 
 namespace
 {
 
 constexpr int folderCount = 100'000;
 constexpr int filesPerFolder = 10;
-constexpr int beat = 5;     // ms
-constexpr int settle = 600; // ms after each step, for what it started
 const QString root = QStringLiteral("C:\\bench");
 
 void buildTree(tests::MemoryEnumerator &disk, int subfoldersPerFolder)
@@ -54,97 +47,11 @@ void buildTree(tests::MemoryEnumerator &disk, int subfoldersPerFolder)
     }
 }
 
-class Borrowed : public core::DirectoryEnumerator
-{
-public:
-    explicit Borrowed(core::DirectoryEnumerator &disk) : m_disk(disk) {}
-    void list(const QString &folder, core::DirectoryListing &out, const core::CancelFlag &cancel) override
-    {
-        m_disk.list(folder, out, cancel);
-    }
-    std::optional<core::FileIdentity> identity(const QString &path) override { return m_disk.identity(path); }
-
-private:
-    core::DirectoryEnumerator &m_disk;
-};
-
-// How long the current thread has been at work, in milliseconds.
-double workDone()
-{
-    FILETIME created;
-    FILETIME ended;
-    ULARGE_INTEGER kernel;
-    ULARGE_INTEGER user;
-    FILETIME kernelTime;
-    FILETIME userTime;
-    GetThreadTimes(GetCurrentThread(), &created, &ended, &kernelTime, &userTime);
-    kernel.LowPart = kernelTime.dwLowDateTime;
-    kernel.HighPart = kernelTime.dwHighDateTime;
-    user.LowPart = userTime.dwLowDateTime;
-    user.HighPart = userTime.dwHighDateTime;
-    return static_cast<double>(kernel.QuadPart + user.QuadPart) / 1e4; // 100 ns
-}
-
-struct Stall {
-    double time = 0; // ms
-    double work = 0; // ms of it
-
-    bool operator<(const Stall &other) const { return time < other.time; }
-};
-
-class Heartbeat
-{
-public:
-    Heartbeat()
-    {
-        m_timer.setTimerType(Qt::PreciseTimer);
-        QObject::connect(&m_timer, &QTimer::timeout, &m_timer, [this] {
-            const double work = workDone();
-            const Stall gap{static_cast<double>(m_clock.nsecsElapsed()) / 1e6, work - m_work};
-            m_longest = std::max(m_longest, gap);
-            m_work = work;
-            m_clock.start();
-        });
-        m_clock.start();
-        m_timer.start(beat);
-    }
-
-    // The longest gap since the last call.
-    Stall take() { return std::exchange(m_longest, {}); }
-
-private:
-    QTimer m_timer;
-    QElapsedTimer m_clock;
-    double m_work = workDone();
-    Stall m_longest;
-};
-
-void spin(int milliseconds)
-{
-    QElapsedTimer clock;
-    clock.start();
-    while (clock.elapsed() < milliseconds)
-        QApplication::processEvents(QEventLoop::WaitForMoreEvents);
-}
-
 void spinWhileBusy(const DiskUsageForm &form)
 {
     while (form.isBusy())
         QApplication::processEvents(QEventLoop::WaitForMoreEvents);
     spin(settle);
-}
-
-void reportStall(const std::string &what, const Stall &stall)
-{
-    const std::string work = "ms, " + std::to_string(std::lround(stall.work)) + " of it at work";
-    bench::report(what, stall.time, work.c_str());
-}
-
-Stall measured(const std::string &what, Heartbeat &heart)
-{
-    const Stall stall = heart.take();
-    reportStall("interface stall, " + what, stall);
-    return stall;
 }
 
 // What a person does with a result; returns the longest stall.
@@ -177,7 +84,7 @@ Stall run(const std::string &tree, int subfoldersPerFolder)
     tests::MemoryEnumerator disk;
     disk.setRecording(false);
     buildTree(disk, subfoldersPerFolder);
-    DiskUsageForm form([&disk] { return std::make_unique<Borrowed>(disk); }, platform::readDrive);
+    DiskUsageForm form([&disk] { return std::make_unique<bench::Borrowed>(disk); }, platform::readDrive);
     form.resize(1200, 800);
     form.show();
     spin(settle);
