@@ -98,6 +98,7 @@ bool FindDuplicateImageForm::isBusy() const
 
 void FindDuplicateImageForm::requestStop()
 {
+    m_closeRequested = m_scan || m_results->isPreparing();
     handleScanCancel();
     m_results->requestStop(); // of a removal too
 }
@@ -120,6 +121,7 @@ void FindDuplicateImageForm::scan(const QString &folder)
     m_scan.reset(new FindDuplicateImageThread(makeJob(m_root)));
     connectScan();
     m_cancelled = false;
+    m_closeRequested = false;
     m_stepsShown = 0;
     m_totalShown = false;
     m_relay.restart();
@@ -210,8 +212,7 @@ void FindDuplicateImageForm::onScanFinish()
     m_scan.reset();
     m_decoders->rest();
     if (m_cancelled || !error.isEmpty()) {
-        emit showToolbarSignal(true);
-        showStartPage(error);
+        endWithoutResult(error);
         return;
     }
     m_scanInfo->complete();
@@ -222,6 +223,7 @@ void FindDuplicateImageForm::onScanFinish()
     report.groups = std::move(result.groups);
     report.imagesCompared = result.imagesCompared;
     report.placeholders = result.placeholders;
+    report.decodedHere = m_decoders->usesThisProcess();
     report.decoders = std::exchange(m_decoders, {});
     report.thumbnails = std::exchange(m_thumbnails, {});
     m_results->prepare(std::move(report));
@@ -235,11 +237,11 @@ void FindDuplicateImageForm::onPrepareReportUpdatePath(QString path)
 void FindDuplicateImageForm::OnResultReady()
 {
     m_reportRelay.finish();
-    emit showToolbarSignal(true);
     if (m_cancelled) {
-        showStartPage();
+        endWithoutResult();
         return;
     }
+    emit showToolbarSignal(true);
     if (m_results->report().groups.empty()) {
         m_noResult->showScan(m_results->report());
         m_results->clear();
@@ -250,6 +252,14 @@ void FindDuplicateImageForm::OnResultReady()
     m_pages->setCurrentWidget(m_results);
     m_results->setFocus();
     emit resultsShown();
+}
+
+void FindDuplicateImageForm::endWithoutResult(const QString &notice)
+{
+    emit showToolbarSignal(true);
+    showStartPage(notice);
+    if (m_closeRequested)
+        emit closeApp();
 }
 
 void FindDuplicateImageForm::OnBackToMain()

@@ -35,6 +35,7 @@ public:
     ~FindDuplicateImageForm() override;
 
     bool isBusy() const override;
+    // During a scan and its report: the window is to close, and is closed when they have ended.
     void requestStop() override;
     QString busyText() const override;
     bool isScanning() const { return m_scan != nullptr; }
@@ -66,6 +67,7 @@ private:
     void connectScan();
     ImageScanJob makeJob(const QString &root) const;
     void showProgress(const core::ScanProgress &progress);
+    void endWithoutResult(const QString &notice = {});
     void showStartPage(const QString &notice = {});
 
     Tools m_tools;
@@ -77,6 +79,7 @@ private:
 
     QString m_root; // of the scan that runs or is shown
     bool m_cancelled = false;
+    bool m_closeRequested = false;
     int m_stepsShown = 0;
     bool m_totalShown = false;
     core::ProgressRelay m_relay;       // of the scan

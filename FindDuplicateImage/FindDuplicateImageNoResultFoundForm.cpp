@@ -35,8 +35,8 @@ void FindDuplicateImageNoResultFoundForm::showScan(const ImageReport &report)
         report.imagesCompared == 0
             ? tr("%1 holds no pictures that can be compared.").arg(report.root)
             : tr("%1 pictures in %2 were compared.").arg(QString::number(report.imagesCompared), report.root);
-    if (report.placeholders > 0)
-        text += QLatin1Char('\n') + placeholderText(report.placeholders);
+    for (const QString &remark : remarks(report))
+        text += QLatin1Char('\n') + remark;
     m_state->setContent(QIcon(QStringLiteral(":/resources/images/FindDuplicateImage48.png")),
                         tr("No Duplicate Files Found"), text);
 }

@@ -90,8 +90,8 @@ void FindDuplicateImageResultForm::showTotals()
     QString text = tr("%1 with %2 of %3 pictures, %4 could be freed")
                        .arg(groups, QString::number(now.images), QString::number(m_report.imagesCompared),
                             core::sizeText(now.freeableBytes));
-    if (m_report.placeholders > 0)
-        text += QLatin1String("; ") + placeholderText(m_report.placeholders);
+    for (const QString &remark : remarks(m_report))
+        text += QLatin1String("; ") + remark;
     m_totals->setText(text);
 }
 

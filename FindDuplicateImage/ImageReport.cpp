@@ -23,12 +23,16 @@ ImageStatistics statisticsOf(const std::vector<lookalikes::ImageGroup> &groups)
     return statistics;
 }
 
-QString placeholderText(std::size_t placeholders)
+QStringList remarks(const ImageReport &report)
 {
-    if (placeholders == 0)
-        return {};
-    return QCoreApplication::translate("ImageReport", "%1 only in the cloud, not compared")
-        .arg(QString::number(placeholders));
+    QStringList texts;
+    if (report.placeholders > 0)
+        texts.append(QCoreApplication::translate("ImageReport", "%1 only in the cloud, not compared")
+                         .arg(QString::number(report.placeholders)));
+    if (report.decodedHere)
+        texts.append(QCoreApplication::translate(
+            "ImageReport", "LarkspurDecoder.exe did not start, pictures were read without its protection"));
+    return texts;
 }
 
 QString dimensionsText(const lookalikes::ImageRecord &image)

@@ -3,7 +3,7 @@
 
 #include "FindDuplicateImage/engine/ImageRecord.h"
 
-#include <QString>
+#include <QStringList>
 
 #include <cstddef>
 #include <memory>
@@ -18,6 +18,7 @@ struct ImageReport {
     std::vector<lookalikes::ImageGroup> groups;
     std::size_t imagesCompared = 0;
     std::size_t placeholders = 0; // not compared, their content lies in a cloud store
+    bool decodedHere = false;     // no decoder could be started, see DecoderPool::usesThisProcess()
     std::shared_ptr<DecoderPool> decoders;
     std::shared_ptr<ThumbnailFile> thumbnails;
     std::vector<bool> firstGone; // for each group: its first picture was not there when the report was made
@@ -31,8 +32,8 @@ struct ImageStatistics {
 };
 ImageStatistics statisticsOf(const std::vector<lookalikes::ImageGroup> &groups);
 
-// A remark on pictures that were not compared; empty without any.
-QString placeholderText(std::size_t placeholders);
+// What the user should know about how the pictures were compared; mostly nothing.
+QStringList remarks(const ImageReport &report);
 // "4000 x 3000" with a real multiplication sign.
 QString dimensionsText(const lookalikes::ImageRecord &image);
 // "JPEG"

@@ -7,6 +7,7 @@
 #include "FindDuplicateImage/ThumbnailFile.h"
 #include "core/ThumbnailStore.h"
 #include "tests/FindDuplicateImage/Scene.h"
+#include "widgets/ElidedLabel.h"
 
 #include <QDir>
 #include <QDragEnterEvent>
@@ -42,13 +43,16 @@ private slots:
     void startPage();
     void findsCopiesInOtherFormatsAndSizes();
     void survivesHostileFiles();
+    void tellsWhenNoDecoderStarts();
     void selectAndDropBegin_data();
     void selectAndDropBegin();
     void nothingFound_data();
     void nothingFound();
     void workerSignals();
     void cancelDuringADecoding();
+    void cancelWhileTheReportIsPrepared_data();
     void cancelWhileTheReportIsPrepared();
+    void closesWhenAScanIsStoppedForIt();
     void theFormMayGoDuringAScan();
     void keepsThumbnailsInItsOwnFolder();
     void thumbnailsMayGoAtAnyTime();
@@ -124,6 +128,16 @@ void LookAlikeFormTest::survivesHostileFiles()
     QCOMPARE(Scene::rows(scene.main()), QStringList({u"one.png"_s, u"two.png"_s}));
 }
 
+void LookAlikeFormTest::tellsWhenNoDecoderStarts()
+{
+    Scene scene(u"C:\\nowhere\\LarkspurDecoder.exe"_s);
+    scene.save(u"one.png"_s, blocks(1));
+    scene.save(u"two.png"_s, blocks(1));
+    QVERIFY(scene.scan());
+    const QString totals = scene.find<ElidedLabel>("resultTotalsLabel")->text();
+    QVERIFY2(totals.contains(u"without its protection"_s), qPrintable(totals));
+}
+
 void LookAlikeFormTest::selectAndDropBegin_data()
 {
     QTest::addColumn<bool>("drop");
@@ -188,6 +202,7 @@ void LookAlikeFormTest::nothingFound()
     report.placeholders = 3;
     page->showScan(report);
     QVERIFY2(texts().contains(u"3 only in the cloud"_s), qPrintable(texts()));
+    QVERIFY2(!texts().contains(u"protection"_s), qPrintable(texts()));
     QVERIFY(scene.toolbarIsBack());
     QVERIFY(thumbnailFiles(scene).isEmpty());
     auto *back = page->findChild<QPushButton *>();
@@ -256,24 +271,61 @@ void LookAlikeFormTest::cancelDuringADecoding()
     QCOMPARE(Scene::rows(scene.main()).size(), 2);
 }
 
+void LookAlikeFormTest::cancelWhileTheReportIsPrepared_data()
+{
+    QTest::addColumn<bool>("close");
+    QTest::newRow("Cancel") << false;
+    QTest::newRow("the window is to close") << true;
+}
+
 void LookAlikeFormTest::cancelWhileTheReportIsPrepared()
 {
+    QFETCH(const bool, close);
     Scene scene;
     scene.save(u"one.png"_s, blocks(1));
     scene.save(u"two.png"_s, blocks(1));
     QSignalSpy start(scene.form.get(), &FindDuplicateImageForm::startPageShown);
     QSignalSpy results(scene.form.get(), &FindDuplicateImageForm::resultsShown);
-    // The close check asks in the moment in which the scan has ended and its report is not there yet.
+    QSignalSpy closing(scene.form.get(), &FLWidget::closeApp);
+    // In the moment in which the scan has ended and its report is not there yet.
     const auto *page = scene.form->findChild<FindDuplicateImageResultForm *>();
-    connect(page, &FindDuplicateImageResultForm::prepareReportUpdatePath, scene.form.get(), [&scene, page] {
-        QVERIFY(page->isPreparing());
-        QVERIFY(scene.form->isBusy());
-        scene.form->requestStop();
-    });
+    connect(page, &FindDuplicateImageResultForm::prepareReportUpdatePath, scene.form.get(),
+            [&scene, page, close] {
+                QVERIFY(page->isPreparing());
+                QVERIFY(scene.form->isBusy());
+                if (close)
+                    scene.form->requestStop();
+                else
+                    scene.form->handleScanCancel();
+            });
     scene.form->scan(scene.folder.path());
     QVERIFY(start.wait(30'000));
     QCOMPARE(results.count(), 0);
+    QCOMPARE(closing.count(), close ? 1 : 0);
     QVERIFY(scene.toolbarIsBack());
+}
+
+void LookAlikeFormTest::closesWhenAScanIsStoppedForIt()
+{
+    Scene scene(tests::doublesProgram());
+    scene.save(u"hang.png"_s, blocks(1));
+    QSignalSpy start(scene.form.get(), &FindDuplicateImageForm::startPageShown);
+    QList<bool> busy;
+    connect(scene.form.get(), &FLWidget::closeApp, scene.form.get(),
+            [&] { busy.append(scene.form->isBusy()); });
+    scene.form->requestStop(); // nothing runs
+    scene.form->scan(scene.folder.path());
+    QTRY_COMPARE(scene.find<QLabel>("itemsLabel")->text(), u"1"_s);
+    scene.form->requestStop();
+    QVERIFY(busy.isEmpty());
+    QVERIFY(start.wait(5000));
+    QCOMPARE(busy, QList<bool>({false}));
+    // Whoever only cancels the next one stays.
+    scene.form->scan(scene.folder.path());
+    QTRY_COMPARE(scene.find<QLabel>("itemsLabel")->text(), u"1"_s);
+    QTest::mouseClick(scene.find<QPushButton>("cancelButton"), Qt::LeftButton);
+    QVERIFY(start.wait(5000));
+    QCOMPARE(busy.size(), 1);
 }
 
 void LookAlikeFormTest::theFormMayGoDuringAScan()
