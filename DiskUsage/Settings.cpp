@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "DiskUsage/Settings.h"
 
+#include "app/settings/FileTypeStore.h"
 #include "app/settings/Settings.h"
 
 #include <QDebug>
@@ -30,44 +31,6 @@ bool removeValue(const QString &name)
 }
 
 } // namespace
-
-bool loadFileTypes(core::FileTypeTable &table)
-{
-    qDebug() << "readFileTypeData";
-    table.clear();
-    quint32 count = 0;
-    settings::readDword(key, fileTypeDataCount, count);
-    qDebug() << "fileTypeDataCount: " << count;
-    const int last = static_cast<int>(std::min(count, mostFileTypes));
-    for (int index = 0; index < last; ++index) {
-        QString stored;
-        if (!readNumbered(fileTypeData, index, stored))
-            continue;
-        if (auto category = core::parseStoredFileType(stored))
-            table.push_back(*std::move(category));
-    }
-    return !table.empty();
-}
-
-core::FileTypeTable loadFileTypesOrDefaults()
-{
-    core::FileTypeTable table;
-    return loadFileTypes(table) ? table : core::defaultFileTypes();
-}
-
-bool saveFileTypes(const core::FileTypeTable &table)
-{
-    const int count = static_cast<int>(std::min<std::size_t>(table.size(), mostFileTypes));
-    bool saved = settings::writeDword(key, fileTypeDataCount, static_cast<quint32>(count));
-    for (int index = 0; index < count; ++index)
-        saved &= settings::writeString(key, settings::numbered(fileTypeData, index),
-                                       table[static_cast<std::size_t>(index)].storedText());
-    // What an earlier, longer table left behind.
-    int index = count;
-    while (settings::deleteValue(key, settings::numbered(fileTypeData, index)))
-        ++index;
-    return saved;
-}
 
 std::vector<core::ExcludedFolder> loadExcludedFolders()
 {
@@ -99,12 +62,12 @@ bool saveExcludedFolders(const std::vector<core::ExcludedFolder> &folders)
 
 ScanSettings loadScanSettings()
 {
-    return {loadFileTypesOrDefaults(), loadExcludedFolders(), excludeOneDriveFolder.read()};
+    return {settings::loadFileTypesOrDefaults(), loadExcludedFolders(), excludeOneDriveFolder.read()};
 }
 
 bool saveScanSettings(const ScanSettings &changed)
 {
-    const bool fileTypes = saveFileTypes(changed.fileTypes);
+    const bool fileTypes = settings::saveFileTypes(changed.fileTypes);
     const bool folders = saveExcludedFolders(changed.excludedFolders);
     return excludeOneDriveFolder.write(changed.excludeOneDrive) && fileTypes && folders;
 }

@@ -16,8 +16,6 @@ namespace diskusage
 {
 
 // Below HKEY_CURRENT_USER\settings::keys::folderSizeAnalyzer. "Exlude" is how the stored format spells it.
-inline constexpr QStringView fileTypeDataCount = u"FileTypeDataCount";
-inline constexpr QStringView fileTypeData = u"FileTypeData";
 inline constexpr QStringView excludedFolderData = u"ExludeFolder";
 inline constexpr QStringView recentFile = u"RecentFile";
 inline constexpr settings::Flag excludeOneDriveFolder{settings::keys::folderSizeAnalyzer,
@@ -25,17 +23,9 @@ inline constexpr settings::Flag excludeOneDriveFolder{settings::keys::folderSize
 
 inline constexpr int mostExcludedFolders = 10; // indexes 0 to 9
 inline constexpr int mostRecentFolders = 6;    // indexes 0 to 5
-// A damaged count must not cost four thousand million reads.
-inline constexpr quint32 mostFileTypes = 1000;
-
-// True when at least one category was stored; `table` is replaced in any case.
-bool loadFileTypes(core::FileTypeTable &table);
-// The stored categories, or the built-in ones when there are none.
-core::FileTypeTable loadFileTypesOrDefaults();
-// Saving answers false when Windows refused any of it.
-bool saveFileTypes(const core::FileTypeTable &table);
 
 std::vector<core::ExcludedFolder> loadExcludedFolders();
+// Saving answers false when Windows refused any of it.
 // Writes at most ten and deletes the stored ones beyond, which would come back at the next load.
 bool saveExcludedFolders(const std::vector<core::ExcludedFolder> &folders);
 

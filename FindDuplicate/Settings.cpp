@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "FindDuplicate/Settings.h"
 
+#include "app/settings/FileTypeStore.h"
 #include "app/settings/Settings.h"
-#include "core/FileTypes.h"
 
 #include <algorithm>
 
@@ -48,23 +48,46 @@ std::optional<quint32> storedFlag(int category)
     return settings::readDword(key, QString::number(category), flag) ? std::optional(flag) : std::nullopt;
 }
 
+// The built-in categories in their order, since the flags go by index, with the extensions that the user gave
+// them.
+core::FileTypeTable namedCategories()
+{
+    core::FileTypeTable named = core::defaultFileTypes();
+    for (const core::FileTypeCategory &edited : settings::loadFileTypesOrDefaults()) {
+        const auto known =
+            std::find_if(named.begin(), named.end(), [&edited](const core::FileTypeCategory &category) {
+                return category.name == edited.name;
+            });
+        if (known != named.end())
+            known->extensions = edited.extensions;
+    }
+    return named;
+}
+
 } // namespace
 
 FinderSettings defaultFinderSettings()
 {
     FinderSettings held;
-    held.categories = categorySelection(core::defaultFileTypes(), {});
+    held.categories = categorySelection(namedCategories(), {});
     return held;
 }
 
 void reloadFinderSettings(FinderSettings &held)
 {
-    if (!settings::keyExists(key))
+    const bool stored = settings::keyExists(key);
+    if (stored)
+        held.customTypes = loadCustomTypes();
+    CategorySelection categories = categorySelection(namedCategories(), held.customTypes);
+    for (std::size_t i = 0; i < categories.size(); ++i) {
+        if (stored)
+            categories[i].selected = isSelectedByStoredFlag(storedFlag(static_cast<int>(i)));
+        else if (i < held.categories.size())
+            categories[i].selected = held.categories[i].selected;
+    }
+    held.categories = std::move(categories);
+    if (!stored)
         return;
-    held.customTypes = loadCustomTypes();
-    held.categories = categorySelection(core::defaultFileTypes(), held.customTypes);
-    for (std::size_t i = 0; i < held.categories.size(); ++i)
-        held.categories[i].selected = isSelectedByStoredFlag(storedFlag(static_cast<int>(i)));
     held.ignoreSmallFile = ignoreSmallFileValue.read();
     held.smallFileSize = smallFileSizeValue.read();
 }

@@ -26,7 +26,8 @@ inline constexpr QStringView customFileType = u"CustomFileType";
 inline constexpr quint32 mostCustomFileTypes = 1000;
 
 struct FinderSettings {
-    // The built-in categories in their order, then one for each custom type.
+    // The built-in categories in their order, with the extensions of settings::loadFileTypesOrDefaults(),
+    // then one for each custom type.
     CategorySelection categories;
     std::vector<CustomFileType> customTypes;
     bool ignoreSmallFile = true;
@@ -37,7 +38,7 @@ struct FinderSettings {
 FinderSettings defaultFinderSettings();
 
 // Replaces what is held by what is stored, absent values by their defaults. Without the settings key nothing
-// was ever stored: what is held stays.
+// was ever stored: what is held stays, but for the extensions of the categories.
 void reloadFinderSettings(FinderSettings &held);
 // Takes the flags from `categories`, which must have an entry for each custom type.
 void saveFinderSettings(const FinderSettings &changed);

@@ -3,6 +3,7 @@
 #include "DiskUsage/DiskUsageEditFileTypesDialog.h"
 #include "DiskUsage/DiskUsageOptionsForm.h"
 #include "DiskUsage/Settings.h"
+#include "app/settings/FileTypeStore.h"
 #include "platform/Handle.h"
 #include "tests/DiskUsage/Find.h"
 #include "tests/support/FakeDialogs.h"
@@ -154,7 +155,7 @@ void DiskUsageOptionsTest::leavingAsksAboutUnsavedEdits()
              QStringLiteral(
                  "There are unsaved changes in the Options page. Do you want to save the changes now?"));
     QCOMPARE(closed.count(), left ? 1 : 0);
-    QCOMPARE(loadFileTypesOrDefaults().front().enabled, enabled);
+    QCOMPARE(settings::loadFileTypesOrDefaults().front().enabled, enabled);
     // What was forgotten is not there when the page is opened again.
     if (left) {
         form.load();
@@ -180,7 +181,7 @@ void DiskUsageOptionsTest::restoreBringsTheBuiltInTypesBack()
     core::FileTypeTable table = core::defaultFileTypes();
     table.erase(table.begin(), table.begin() + 5);
     table[0].enabled = false;
-    saveFileTypes(table);
+    settings::saveFileTypes(table);
     FakeDialogs dialogs;
     DiskUsageOptionsForm form;
     form.show();
@@ -192,9 +193,9 @@ void DiskUsageOptionsTest::restoreBringsTheBuiltInTypesBack()
     QVERIFY(!form.hasUnsavedChanges());
     dialogs.nextAnswer.enqueue(QMessageBox::Yes);
     click(form, "FileTypesRestoreButton");
-    QCOMPARE(loadFileTypesOrDefaults(), table); // not yet saved
+    QCOMPARE(settings::loadFileTypesOrDefaults(), table); // not yet saved
     click(form, "saveButton");
-    QCOMPARE(loadFileTypesOrDefaults(), core::defaultFileTypes());
+    QCOMPARE(settings::loadFileTypesOrDefaults(), core::defaultFileTypes());
 }
 
 void DiskUsageOptionsTest::extensionsAreEdited()
@@ -219,7 +220,7 @@ void DiskUsageOptionsTest::extensionsAreEdited()
     QCOMPARE(category(form, 6)->text(0), QStringLiteral("Font Files (.fnt, .fon, .otf, .ttf, .woff)"));
     QCOMPARE(category(form, 6)->checkState(0), Qt::Unchecked); // the edit is about the extensions alone
     click(form, "saveButton");
-    QCOMPARE(loadFileTypesOrDefaults()[6].storedText(),
+    QCOMPARE(settings::loadFileTypesOrDefaults()[6].storedText(),
              QStringLiteral("0;Font Files (.fnt, .fon, .otf, .ttf, .woff)"));
 }
 

@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "DiskUsage/Settings.h"
+#include "app/settings/FileTypeStore.h"
 #include "app/settings/Settings.h"
 #include "tests/support/TestPrefix.h"
 
@@ -62,15 +63,15 @@ private:
 void DiskUsageSettingsTest::withoutStoredCategoriesTheBuiltInOnesCount()
 {
     FileTypeTable table{{QStringLiteral("left over"), {}, true}};
-    QVERIFY(!loadFileTypes(table));
+    QVERIFY(!settings::loadFileTypes(table));
     QVERIFY(table.empty());
-    QCOMPARE(loadFileTypesOrDefaults(), core::defaultFileTypes());
+    QCOMPARE(settings::loadFileTypesOrDefaults(), core::defaultFileTypes());
     settings::writeDword(key, QStringLiteral("FileTypeDataCount"), 0);
-    QCOMPARE(loadFileTypesOrDefaults().size(), 12U);
+    QCOMPARE(settings::loadFileTypesOrDefaults().size(), 12U);
     // What is stored is no category at all.
     settings::writeDword(key, QStringLiteral("FileTypeDataCount"), 1);
     store(QStringLiteral("FileTypeData0"), QStringLiteral(";Font Files (.fnt)"));
-    QCOMPARE(loadFileTypesOrDefaults().size(), 12U);
+    QCOMPARE(settings::loadFileTypesOrDefaults().size(), 12U);
 }
 
 void DiskUsageSettingsTest::categoriesSurviveARoundTrip()
@@ -78,13 +79,13 @@ void DiskUsageSettingsTest::categoriesSurviveARoundTrip()
     FileTypeTable table = core::defaultFileTypes();
     table[6].enabled = false;
     table[0].extensions.append(QStringLiteral(".\u00fcml\u00e4ut"));
-    saveFileTypes(table);
+    settings::saveFileTypes(table);
     QCOMPARE(stored(QStringLiteral("FileTypeData6")),
              QStringLiteral("0;Font Files (.fnt, .fon, .otf, .ttf)"));
     quint32 count = 0;
     QVERIFY(settings::readDword(key, QStringLiteral("FileTypeDataCount"), count));
     QCOMPARE(count, 12U);
-    QCOMPARE(loadFileTypesOrDefaults(), table);
+    QCOMPARE(settings::loadFileTypesOrDefaults(), table);
 }
 
 void DiskUsageSettingsTest::aMissingCategoryIsSkippedAndLaterOnesAreRead()
@@ -93,7 +94,8 @@ void DiskUsageSettingsTest::aMissingCategoryIsSkippedAndLaterOnesAreRead()
     store(QStringLiteral("FileTypeData0"), QStringLiteral("1;One (.a)"));
     store(QStringLiteral("FileTypeData2"), QStringLiteral("1;Three (.c)"));
     store(QStringLiteral("FileTypeData3"), QStringLiteral("1;Beyond the count (.d)"));
-    QCOMPARE(names(loadFileTypesOrDefaults()), QStringList({QStringLiteral("One"), QStringLiteral("Three")}));
+    QCOMPARE(names(settings::loadFileTypesOrDefaults()),
+             QStringList({QStringLiteral("One"), QStringLiteral("Three")}));
 }
 
 void DiskUsageSettingsTest::aDamagedCountCostsNoTime()
@@ -102,17 +104,17 @@ void DiskUsageSettingsTest::aDamagedCountCostsNoTime()
     store(QStringLiteral("FileTypeData0"), QStringLiteral("1;One (.a)"));
     QElapsedTimer clock;
     clock.start();
-    QCOMPARE(names(loadFileTypesOrDefaults()), QStringList({QStringLiteral("One")}));
+    QCOMPARE(names(settings::loadFileTypesOrDefaults()), QStringList({QStringLiteral("One")}));
     QVERIFY(clock.elapsed() < 5000);
 }
 
 void DiskUsageSettingsTest::aShorterTableLeavesNothingBehind()
 {
-    saveFileTypes(core::defaultFileTypes());
-    saveFileTypes({{QStringLiteral("One"), {QStringLiteral(".a")}, true}});
+    settings::saveFileTypes(core::defaultFileTypes());
+    settings::saveFileTypes({{QStringLiteral("One"), {QStringLiteral(".a")}, true}});
     QCOMPARE(stored(QStringLiteral("FileTypeData1")), QStringLiteral("(absent)"));
     QCOMPARE(stored(QStringLiteral("FileTypeData11")), QStringLiteral("(absent)"));
-    QCOMPARE(names(loadFileTypesOrDefaults()), QStringList({QStringLiteral("One")}));
+    QCOMPARE(names(settings::loadFileTypesOrDefaults()), QStringList({QStringLiteral("One")}));
 }
 
 void DiskUsageSettingsTest::exclusionsAreReadFromTenValues()

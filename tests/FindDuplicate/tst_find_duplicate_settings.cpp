@@ -2,6 +2,7 @@
 #include "FindDuplicate/CustomFileTypeDialog.h"
 #include "FindDuplicate/FindDuplicateOptionsDialog.h"
 #include "FindDuplicate/Settings.h"
+#include "app/settings/FileTypeStore.h"
 #include "app/settings/Settings.h"
 #include "core/FileTypes.h"
 #include "tests/support/TestPrefix.h"
@@ -88,6 +89,7 @@ private slots:
 
     void readsTheStoredFormat();
     void keepsWhatItHeldWithoutTheKey();
+    void sharesTheExtensionsOfTheFileTypes();
     void takesDamagedCustomTypesForAbsent();
     void optionsShowTheTwelveCategories();
     void optionsStoreWhatWasChosen();
@@ -140,6 +142,31 @@ void FindDuplicateSettingsTest::keepsWhatItHeldWithoutTheKey()
     duplicates::reloadFinderSettings(held);
     QCOMPARE(held.smallFileSize, 20);
     QCOMPARE(selected(held), (QList<int>{0, 1, 2, 3, 4, 5, 6, 7, 8, 9, 10}));
+}
+
+void FindDuplicateSettingsTest::sharesTheExtensionsOfTheFileTypes()
+{
+    const FinderSettings before = defaultFinderSettings();
+    core::FileTypeTable edited = core::defaultFileTypes();
+    std::swap(edited[1], edited[5]);
+    edited[5].extensions = QStringList{QStringLiteral(".mine")};
+    edited[0].enabled = false; // is not counted by the analyzer, and compared here all the same
+    edited.erase(edited.begin() + 3);
+    edited.push_back({QStringLiteral("Another"), {QStringLiteral(".another")}, true});
+    settings::saveFileTypes(edited);
+    for (const bool stored : {false, true}) {
+        if (stored)
+            settings::writeDword(key, u"11", 0);
+        FinderSettings held = before;
+        duplicates::reloadFinderSettings(held);
+        QCOMPARE(held.categories.size(), 12u);
+        for (std::size_t i = 0; i < 12; ++i) {
+            QCOMPARE(held.categories[i].name, before.categories[i].name);
+            QCOMPARE(held.categories[i].extensions,
+                     i == 1 ? QStringList{QStringLiteral(".mine")} : before.categories[i].extensions);
+            QCOMPARE(held.categories[i].selected, !stored || i != 11);
+        }
+    }
 }
 
 void FindDuplicateSettingsTest::takesDamagedCustomTypesForAbsent()
