@@ -60,7 +60,7 @@ void FindDuplicateResultForm::markRemoved(bool moved)
     file.checked = true;
     file.moved = moved;
     if (m_memberModel->groupIndex() == m_removed.group)
-        m_memberModel->memberChanged(m_removed.member);
+        m_memberModel->membersChanged();
     m_groupModel->groupChanged(m_removed.group);
     m_statistics = duplicates::statisticsOf(*m_groups);
     showSummary();

@@ -2,6 +2,7 @@
 #include "FindDuplicate/MemberModel.h"
 
 #include "core/SizeText.h"
+#include "platform/KnownFolders.h"
 #include "widgets/FileRowDelegate.h"
 
 #include <algorithm>
@@ -28,6 +29,23 @@ RowBadge removalBadge(const FileRecord &file, bool exists)
                   : RowBadge{MemberModel::tr("could not be moved, and has gone since"), Tone::Warning};
 }
 
+// What lies there belongs to Windows or to a program that was installed, whatever it is a copy of.
+RowBadge installedBadge(const QString &folder)
+{
+    using platform::KnownFolder;
+    static const QString windows = platform::knownFolder(KnownFolder::Windows);
+    static const QStringList programs{platform::knownFolder(KnownFolder::ProgramFiles),
+                                      platform::knownFolder(KnownFolder::ProgramFilesX86)};
+    const auto isBelow = [&folder](const QString &root) {
+        return !root.isEmpty() && (folder + u'\\').startsWith(root + u'\\', Qt::CaseInsensitive);
+    };
+    if (isBelow(windows))
+        return {MemberModel::tr("belongs to Windows"), Tone::Warning};
+    if (std::any_of(programs.cbegin(), programs.cend(), isBelow))
+        return {MemberModel::tr("belongs to a program"), Tone::Warning};
+    return {};
+}
+
 } // namespace
 
 void MemberModel::setGroup(const DuplicateGroup *group, int groupIndex, std::vector<MemberFacts> facts)
@@ -37,6 +55,7 @@ void MemberModel::setGroup(const DuplicateGroup *group, int groupIndex, std::vec
     m_groupIndex = groupIndex;
     m_facts = std::move(facts);
     m_contents.clear();
+    m_proposed = group ? duplicates::proposedToKeep(group->members, m_facts) : std::nullopt;
     endResetModel();
 }
 
@@ -45,20 +64,21 @@ void MemberModel::setFacts(std::vector<MemberFacts> facts)
     if (facts.size() != m_facts.size())
         return;
     m_facts = std::move(facts);
-    if (rowCount() > 0)
-        emit dataChanged(index(0, 0), index(rowCount() - 1, ColumnTotal - 1));
+    membersChanged();
 }
 
 void MemberModel::setContents(std::vector<ContentState> contents)
 {
     m_contents = std::move(contents);
-    if (rowCount() > 0)
-        emit dataChanged(index(0, 0), index(rowCount() - 1, ColumnTotal - 1));
+    membersChanged();
 }
 
-void MemberModel::memberChanged(int member)
+void MemberModel::membersChanged()
 {
-    emit dataChanged(index(member, 0), index(member, ColumnTotal - 1));
+    if (rowCount() == 0)
+        return;
+    m_proposed = duplicates::proposedToKeep(m_group->members, m_facts);
+    emit dataChanged(index(0, 0), index(rowCount() - 1, ColumnTotal - 1));
 }
 
 int MemberModel::rowCount(const QModelIndex &parent) const
@@ -120,7 +140,7 @@ QVariant MemberModel::textData(int member, int role) const
                : file.checked    ? FileIcons::removed()
                                  : m_icons.icon(file.name);
     case Qt::ToolTipRole:
-        return file.fullPath();
+        return toolTip(member);
     case FileRowDelegate::TitleRole:
         return isMissing(member) ? moved : file.name;
     case FileRowDelegate::LinesRole:
@@ -136,6 +156,15 @@ QVariant MemberModel::textData(int member, int role) const
     }
 }
 
+// With the badges one below the other: a narrow row has no room for all.
+QString MemberModel::toolTip(int member) const
+{
+    QString text = m_group->members[static_cast<std::size_t>(member)].fullPath();
+    for (const RowBadge &badge : badges(member))
+        text += u'\n' + badge.text;
+    return text;
+}
+
 QList<RowBadge> MemberModel::badges(int member) const
 {
     const MemberFacts &known = facts(member);
@@ -146,8 +175,7 @@ QList<RowBadge> MemberModel::badges(int member) const
     if (known.mark.exists && known.mark.lastCopy)
         result.append({tr("last copy"), Tone::Warning});
     if (known.mark.sameFileAs >= 0)
-        result.append(
-            {tr("same file as row %1").arg(QString::number(known.mark.sameFileAs + 1)), Tone::Warning});
+        result.append(sameFileBadge(known));
     if (known.throughLink)
         result.append({tr("reached through a link"), Tone::Neutral});
     if (known.changed)
@@ -158,7 +186,21 @@ QList<RowBadge> MemberModel::badges(int member) const
         result.append(contentBadge(content));
     else if (known.placeholder)
         result.append({tr("in the cloud"), Tone::Neutral});
+    if (known.mark.exists && !file.moved)
+        if (const RowBadge installed = installedBadge(file.walkedFolder); !installed.text.isEmpty())
+            result.append(installed);
+    if (m_proposed == index)
+        result.append({tr("proposed to keep"), Tone::Good});
     return result;
+}
+
+// By another name, or the same name reached in another way.
+RowBadge MemberModel::sameFileBadge(const MemberFacts &known) const
+{
+    const QString row = QString::number(known.mark.sameFileAs + 1);
+    const bool hardLink = known.hardLinked && !known.throughLink && !facts(known.mark.sameFileAs).throughLink;
+    return {hardLink ? tr("hard link to the file of row %1").arg(row) : tr("same file as row %1").arg(row),
+            Tone::Warning};
 }
 
 RowBadge MemberModel::contentBadge(ContentState state) const

@@ -30,8 +30,8 @@ public:
     void setFacts(std::vector<duplicates::MemberFacts> facts);
     // One a member, or none: not compared.
     void setContents(std::vector<duplicates::ContentState> contents);
-    // A member was marked as removed.
-    void memberChanged(int member);
+    // What the records of the members say has changed.
+    void membersChanged();
 
     int groupIndex() const { return m_groupIndex; }
     const duplicates::MemberFacts &facts(int member) const
@@ -46,13 +46,16 @@ public:
 private:
     QVariant textData(int member, int role) const;
     bool isMissing(int member) const;
+    QString toolTip(int member) const;
     QString wholeText(const duplicates::FileRecord &file) const;
     QList<RowBadge> badges(int member) const;
+    RowBadge sameFileBadge(const duplicates::MemberFacts &known) const;
     RowBadge contentBadge(duplicates::ContentState state) const;
 
     const duplicates::DuplicateGroup *m_group = nullptr;
     int m_groupIndex = -1;
     std::vector<duplicates::MemberFacts> m_facts;
     std::vector<duplicates::ContentState> m_contents;
+    std::optional<std::size_t> m_proposed; // to be kept
     mutable FileIcons m_icons;
 };

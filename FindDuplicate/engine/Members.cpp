@@ -22,6 +22,7 @@ MemberFacts factsOf(const FileRecord &file, core::FileProbe &probe)
         return facts;
     if (const std::optional<core::FileFacts> opened = probe.facts(path)) {
         facts.identity = opened->identity;
+        facts.hardLinked = opened->linkCount > 1;
         facts.changed = opened->size != file.size || opened->lastWriteTime != file.lastWriteTime;
     }
     return facts;
@@ -31,6 +32,19 @@ bool isThroughLink(const QString &root, const FileRecord &file, const MemberFact
                    core::FileProbe &probe)
 {
     return facts.identity && !probe.isInside(root, file.fullPath());
+}
+
+// Whether it may be the one to be kept.
+bool isChoice(const FileRecord &file, const MemberFacts &facts)
+{
+    return facts.mark.exists && !file.moved && !facts.changed && !facts.throughLink;
+}
+
+bool isBetterToKeep(const FileRecord &a, const FileRecord &b)
+{
+    if (a.creationTime != b.creationTime)
+        return a.creationTime < b.creationTime;
+    return a.fullPath().size() < b.fullPath().size();
 }
 
 // What has changed is no copy of the others, so it must not keep one of them from being the last.
@@ -77,6 +91,16 @@ MemberFacts readMember(const QString &root, const std::vector<FileRecord> &membe
     }
     asked.mark.lastCopy = asked.mark.exists && !twoKnown;
     return asked;
+}
+
+std::optional<std::size_t> proposedToKeep(const std::vector<FileRecord> &members,
+                                          const std::vector<MemberFacts> &facts)
+{
+    std::optional<std::size_t> best;
+    for (std::size_t i = 0; i < members.size(); ++i)
+        if (isChoice(members[i], facts[i]) && (!best || isBetterToKeep(members[i], members[*best])))
+            best = i;
+    return best && !facts[*best].mark.lastCopy ? best : std::nullopt;
 }
 
 } // namespace duplicates

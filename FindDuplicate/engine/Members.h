@@ -22,6 +22,7 @@ struct MemberFacts {
     bool changed = false;     // another size or last-write time than in the scan: no copy any more
     bool throughLink = false; // a link lies between the chosen folder and the file, or is the file
     bool placeholder = false; // the content lies in a cloud store
+    bool hardLinked = false;  // the file has more names than this one, here or elsewhere
 
     bool operator==(const MemberFacts &) const = default;
 };
@@ -35,5 +36,11 @@ std::vector<MemberFacts> readMembers(const QString &root, const std::vector<File
 // copy: `mark.sameFileAs` is not looked for. Without a meaning when the flag is set.
 MemberFacts readMember(const QString &root, const std::vector<FileRecord> &members, std::size_t member,
                        core::FileProbe &probe, const core::CancelFlag &cancel);
+
+// The member that is proposed to be kept: the one created first, among equals the one with the shortest path,
+// then the first. Passed over are those that were moved, that have gone or changed, and that are reached
+// through a link. Empty when there are not two files to choose from.
+std::optional<std::size_t> proposedToKeep(const std::vector<FileRecord> &members,
+                                          const std::vector<MemberFacts> &facts);
 
 } // namespace duplicates

@@ -32,6 +32,22 @@ inline void makeDuplicates(const TestFolder &folder, const QStringList &names, c
     }
 }
 
+// Groups that exist nowhere on a disk, the largest first.
+inline std::shared_ptr<FindDuplicateResultForm::Groups> inventedGroups(int count)
+{
+    auto groups = std::make_shared<FindDuplicateResultForm::Groups>();
+    for (int i = 0; i < count; ++i) {
+        const quint64 size = 1000 + static_cast<quint64>(count - i);
+        const QString folder = QStringLiteral("C:\\nowhere\\%1").arg(i % 100);
+        duplicates::FileRecord first{
+            QStringLiteral("file %1.jpg").arg(i), folder, size, someTime, someTime, someTime};
+        duplicates::FileRecord second = first;
+        second.name = QStringLiteral("copy %1.jpg").arg(i);
+        groups->push_back({{first, second}, size});
+    }
+    return groups;
+}
+
 // Lists every folder by name, so that a test knows the order of a group's members.
 class SortedEnumerator : public core::DirectoryEnumerator
 {

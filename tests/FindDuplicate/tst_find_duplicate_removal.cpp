@@ -1,66 +1,17 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include "platform/Paths.h"
-#include "tests/FindDuplicate/Pages.h"
-#include "tests/support/FakeDialogs.h"
-#include "tests/support/FakeFileProbe.h"
-#include "tests/support/FakeRecycleBin.h"
+#include "tests/FindDuplicate/RemovalScene.h"
 #include "tests/support/TestPrefix.h"
 #include "widgets/ElidedLabel.h"
-#include "widgets/NoticeBar.h"
 
 #include <QFile>
 #include <QLineEdit>
 
-using tests::FakeFileProbe;
-using tests::FinderScene;
+using tests::content;
 using tests::makeDuplicates;
 using tests::otherTime;
+using Scene = tests::RemovalScene;
 using tests::someTime;
-
-namespace
-{
-
-constexpr char content[] = "the content of the duplicates, more than twenty bytes";
-
-// Duplicates in a folder of the test's own, scanned and on show. The recycle bin is a fake that ends the
-// program when anything outside that folder is to be moved.
-struct Scene : FinderScene {
-    explicit Scene(const QStringList &names) : bin(folder.path())
-    {
-        makeDuplicates(folder, names, content);
-        makeDuplicates(folder, {QStringLiteral("z\\other.mp3"), QStringLiteral("z\\other2.mp3")},
-                       QByteArray(30, 'o'));
-    }
-
-    bool scan() { return FinderScene::scan(folder.path()); }
-    // Asks for the removal of the member and lets it come to its end.
-    bool remove(int row)
-    {
-        selectMember(row);
-        click("RecycleBinButton");
-        return waitForEnd();
-    }
-    bool waitForEnd() const
-    {
-        return QTest::qWaitFor([&] { return !form->isBusy(); });
-    }
-    bool toolsAre(bool enabled) const
-    {
-        return isEnabled("openButton") == enabled && isEnabled("explorerButton") == enabled &&
-               isEnabled("RecycleBinButton") == enabled;
-    }
-    bool isMarked(int row) const { return memberState(row) == u'1'; }
-    bool isThere(int row) const { return platform::fileExists(memberPath(row)); }
-    QString notice() const { return find<NoticeBar>("noticeBar")->text(); }
-
-    tests::TestFolder folder;
-    tests::FakeDialogs dialogs;
-    tests::FakeRecycleBin bin;
-};
-
-const QStringList three{QStringLiteral("a.txt"), QStringLiteral("b.txt"), QStringLiteral("sub\\c.txt")};
-
-} // namespace
+using tests::three;
 
 class FindDuplicateRemovalTest : public QObject
 {
@@ -90,10 +41,6 @@ private slots:
     void aSearchWaitsForTheRemoval();
     void badgesTellWhatHappenedSince();
     void noQuestionForWhatTheBinDoesNotTake();
-    void noQuestionForWhatLiesInTheCloudOnly();
-    void aFileTheListDidNotKnowYetIsGuardedAsWell();
-    void withoutMemoryNothingIsMoved();
-    void aSleepingDiskDoesNotStopTheRemoval();
 
 private:
     std::unique_ptr<tests::RegistryGuard> m_guard;
@@ -421,76 +368,6 @@ void FindDuplicateRemovalTest::noQuestionForWhatTheBinDoesNotTake()
     QVERIFY(scene.dialogs.questions.isEmpty());
     QVERIFY(!scene.isMarked(odd));
     QVERIFY(scene.notice().contains(QStringLiteral("recycle bin")));
-}
-
-void FindDuplicateRemovalTest::noQuestionForWhatLiesInTheCloudOnly()
-{
-    FakeFileProbe probe;
-    Scene scene(three);
-    const QString path = scene.folder.path(QStringLiteral("b.txt"));
-    probe.setAttributes(path, core::AttributeRecallOnOpen);
-    QVERIFY(scene.scan());
-    QVERIFY(scene.badges(1).contains(QStringLiteral("in the cloud")));
-    QVERIFY(scene.remove(1));
-    QVERIFY(scene.dialogs.questions.isEmpty());
-    QVERIFY(scene.notice().contains(QStringLiteral("cloud")));
-    QVERIFY(!probe.opened().contains(path));
-}
-
-// The disk has not told which file it is when the row is shown.
-void FindDuplicateRemovalTest::aFileTheListDidNotKnowYetIsGuardedAsWell()
-{
-    FakeFileProbe probe;
-    Scene scene(three);
-    const QString path = scene.folder.path(QStringLiteral("b.txt"));
-    probe.setAttributes(path, core::AttributeRecallOnOpen);
-    QVERIFY(scene.scan());
-    probe.setAttributes(path, 0);
-    scene.dialogs.nextMessageBox.enqueue(platform::idYes);
-    scene.dialogs.whileOpen = [&] {
-        tests::requireBelow(scene.folder.path(), path);
-        QVERIFY(QFile::rename(path, scene.folder.path(QStringLiteral("kept.txt"))));
-        makeDuplicates(scene.folder, {QStringLiteral("b.txt")}, content);
-    };
-    QVERIFY(scene.remove(1));
-    QCOMPARE(scene.dialogs.questions.size(), 1);
-    QVERIFY(scene.bin.asked.isEmpty());
-    QVERIFY(scene.notice().contains(QStringLiteral("changed")));
-}
-
-void FindDuplicateRemovalTest::withoutMemoryNothingIsMoved()
-{
-    FakeFileProbe probe;
-    Scene scene(three);
-    QVERIFY(scene.scan());
-    probe.failAt(scene.memberPath(1));
-    QVERIFY(scene.remove(1));
-    QVERIFY(scene.dialogs.questions.isEmpty());
-    QVERIFY(scene.notice().contains(QStringLiteral("memory")));
-    QVERIFY(scene.toolsAre(true));
-    // After a move the page goes without what it cannot read.
-    scene.dialogs.nextMessageBox.enqueue(platform::idYes);
-    scene.bin.beforeMove = [&](const QString &) { probe.failAt(scene.folder.path(QStringLiteral("a.txt"))); };
-    QVERIFY(scene.remove(2));
-    QVERIFY(scene.isMarked(2));
-    QCOMPARE(scene.bin.taken.size(), 1);
-    QVERIFY(scene.form->groups()[0].members[2].moved);
-}
-
-// The list is being read again when the user asks for the removal.
-void FindDuplicateRemovalTest::aSleepingDiskDoesNotStopTheRemoval()
-{
-    FakeFileProbe probe;
-    Scene scene(three);
-    QVERIFY(scene.scan());
-    const QString path = scene.memberPath(0);
-    const FakeFileProbe::Hold sleeping = probe.hold(scene.memberPath(2));
-    scene.members()->setFocus();
-    QTest::keyClick(scene.members(), Qt::Key_F5);
-    QVERIFY(QTest::qWaitFor([&] { return probe.held().tryAcquire(); }));
-    scene.dialogs.nextMessageBox.enqueue(platform::idYes);
-    QVERIFY(scene.remove(0));
-    QCOMPARE(scene.bin.taken, QStringList{path});
 }
 
 QTEST_MAIN(FindDuplicateRemovalTest)

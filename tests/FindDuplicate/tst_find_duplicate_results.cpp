@@ -2,6 +2,7 @@
 #include "FindDuplicate/GroupModel.h"
 #include "core/SizeText.h"
 #include "platform/FileTime.h"
+#include "platform/KnownFolders.h"
 #include "tests/FindDuplicate/Pages.h"
 #include "tests/support/FakeFileProbe.h"
 #include "tests/support/FakeShell.h"
@@ -25,27 +26,13 @@
 using duplicates::DuplicateGroup;
 using duplicates::FileRecord;
 using tests::FinderScene;
+using tests::inventedGroups;
 using tests::makeDuplicates;
 using tests::someTime;
 using tests::TestFolder;
 
 namespace
 {
-
-// Groups that exist nowhere on a disk, the largest first.
-std::shared_ptr<FindDuplicateResultForm::Groups> inventedGroups(int count)
-{
-    auto groups = std::make_shared<FindDuplicateResultForm::Groups>();
-    for (int i = 0; i < count; ++i) {
-        const quint64 size = 1000 + static_cast<quint64>(count - i);
-        const QString folder = QStringLiteral("C:\\nowhere\\%1").arg(i % 100);
-        FileRecord first{QStringLiteral("file %1.jpg").arg(i), folder, size, someTime, someTime, someTime};
-        FileRecord second = first;
-        second.name = QStringLiteral("copy %1.jpg").arg(i);
-        groups->push_back({{first, second}, size});
-    }
-    return groups;
-}
 
 QString sideText(const FinderScene &scene, int row)
 {
@@ -58,44 +45,6 @@ QStringList sideTitles(const QAbstractItemModel &model)
     for (int row = 0; row < model.rowCount(); ++row)
         titles.append(model.index(row, 0).data(FileRowDelegate::TitleRole).toString());
     return titles;
-}
-
-// Counts the rows that the view has looked at.
-class CountingDelegate : public FileRowDelegate
-{
-public:
-    using FileRowDelegate::FileRowDelegate;
-    QSize sizeHint(const QStyleOptionViewItem &option, const QModelIndex &index) const override
-    {
-        ++rows;
-        return FileRowDelegate::sizeHint(option, index);
-    }
-    void paint(QPainter *painter, const QStyleOptionViewItem &option, const QModelIndex &index) const override
-    {
-        ++rows;
-        FileRowDelegate::paint(painter, option, index);
-    }
-    mutable int rows = 0;
-};
-
-// What is looked at until the list stands at its end, with a disk that has not answered yet.
-int rowsLookedAt(int count)
-{
-    tests::FakeFileProbe probe;
-    const tests::FakeFileProbe::Hold sleeping = probe.hold(QStringLiteral("C:\\nowhere\\0\\file 0.jpg"));
-    FindDuplicateResultForm page(QStringLiteral("C:\\nowhere"), inventedGroups(count));
-    page.resize(900, 500);
-    auto *side = page.findChild<QTreeView *>(QStringLiteral("sideTreeView"));
-    CountingDelegate delegate(3);
-    side->setItemDelegate(&delegate);
-    QSignalSpy ready(&page, &FindDuplicateResultForm::resultReady);
-    if (!page.start() || !ready.wait() || side->model()->rowCount() != count)
-        return -1;
-    page.show();
-    side->scrollToBottom();
-    side->setCurrentIndex(side->model()->index(count - 1, 0));
-    QTest::qWait(50);
-    return delegate.rows;
 }
 
 } // namespace
@@ -116,14 +65,12 @@ private slots:
     void withoutASelectionNothingHappens();
     void vanishedFilesSaySo();
     void searchesAndSorts();
-    void aLongListOpensLikeAShortOne();
     void missingFilesOfManyGroupsAreFound();
-    void aSleepingDiskStopsNothing();
-    void withoutMemoryThePageStaysUsable();
     void severalMembersAreOpenedShownAndCopied();
     void comparesContents();
     void aComparisonCanBeCancelled();
     void marksOneFileUnderTwoNames();
+    void remarksOnMembers();
     void marksFilesBehindALink();
 
 private:
@@ -300,14 +247,6 @@ void FindDuplicateResultsTest::searchesAndSorts()
     QTRY_COMPARE(side.rowCount(), 3);
 }
 
-void FindDuplicateResultsTest::aLongListOpensLikeAShortOne()
-{
-    const int few = rowsLookedAt(100);
-    const int many = rowsLookedAt(50'000);
-    QVERIFY(few > 0);
-    QVERIFY2(many > 0 && many <= 2 * few, qPrintable(QStringLiteral("%1 and %2").arg(few).arg(many)));
-}
-
 void FindDuplicateResultsTest::missingFilesOfManyGroupsAreFound()
 {
     FindDuplicateResultForm page(QStringLiteral("C:\\nowhere"), inventedGroups(5'000));
@@ -346,7 +285,7 @@ void FindDuplicateResultsTest::comparesContents()
     const auto badges = [&] {
         QStringList all;
         for (int row = 0; row < 4; ++row)
-            all.append(scene.badges(row).join(u'+'));
+            all.append(scene.badges(row).first());
         return all;
     };
     QCOMPARE(badges(),
@@ -393,7 +332,39 @@ void FindDuplicateResultsTest::marksOneFileUnderTwoNames()
     QVERIFY(scene.scan(folder.path()));
     for (const int row : {0, 1})
         QVERIFY(scene.badges(row).contains(QStringLiteral("last copy")));
-    QVERIFY(scene.badges(1).contains(QStringLiteral("same file as row 1")));
+    QVERIFY(scene.badges(1).contains(QStringLiteral("hard link to the file of row 1")));
+    for (const int row : {0, 1})
+        QVERIFY(!scene.badges(row).contains(QStringLiteral("proposed to keep"))); // nothing to choose from
+}
+
+void FindDuplicateResultsTest::remarksOnMembers()
+{
+    const platform::KnownFolder windowsId = platform::KnownFolder::Windows;
+    const platform::KnownFolder programsId = platform::KnownFolder::ProgramFiles;
+    const auto file = [](const QString &folder, quint64 created) {
+        return FileRecord{QStringLiteral("a.txt"), folder, 100, someTime, created, someTime};
+    };
+    DuplicateGroup group{{file(platform::knownFolder(windowsId).toUpper() + QStringLiteral("\\sub"), 5),
+                          file(platform::knownFolder(programsId), 4),
+                          file(platform::knownFolder(windowsId) + QStringLiteral(" of a house"), 3)},
+                         100};
+    const duplicates::MemberFacts there{{true, false, -1}, std::nullopt};
+    MemberModel model;
+    model.setGroup(&group, 0, {there, there, there});
+    const auto badges = [&] {
+        QStringList all;
+        for (int row = 0; row < 3; ++row)
+            all.append(model.index(row, 0).data(Qt::ToolTipRole).toString().section(u'\n', 1));
+        return all;
+    };
+    QCOMPARE(badges(),
+             (QStringList{QStringLiteral("belongs to Windows"), QStringLiteral("belongs to a program"),
+                          QStringLiteral("proposed to keep")}));
+    group.members[2].checked = group.members[2].moved = true;
+    model.setFacts({there, there, {}});
+    QCOMPARE(badges(), (QStringList{QStringLiteral("belongs to Windows"),
+                                    QStringLiteral("belongs to a program\nproposed to keep"),
+                                    QStringLiteral("moved to the recycle bin")}));
 }
 
 void FindDuplicateResultsTest::marksFilesBehindALink()
@@ -409,52 +380,6 @@ void FindDuplicateResultsTest::marksFilesBehindALink()
     QVERIFY(!scene.badges(real).contains(QStringLiteral("reached through a link")));
     QVERIFY(scene.badges(1 - real).contains(QStringLiteral("reached through a link")));
     QVERIFY(scene.badges(1).contains(QStringLiteral("same file as row 1")));
-}
-
-void FindDuplicateResultsTest::aSleepingDiskStopsNothing()
-{
-    TestFolder folder;
-    makeDuplicates(folder, {QStringLiteral("a.txt"), QStringLiteral("b.txt")}, QByteArray(200, 'x'));
-    makeDuplicates(folder, {QStringLiteral("c.txt"), QStringLiteral("d.txt")}, QByteArray(100, 'x'));
-    tests::FakeFileProbe probe;
-    FinderScene scene;
-    QVERIFY(scene.scan(folder.path()));
-    std::vector<tests::FakeFileProbe::Hold> sleeping;
-    const auto asleep = [&] { return QTest::qWaitFor([&] { return probe.held().tryAcquire(); }); };
-    // The list of groups and the group are being looked at, and the user goes on.
-    sleeping.push_back(probe.hold(folder.path(QStringLiteral("a.txt"))));
-    sleeping.push_back(probe.hold(folder.path(QStringLiteral("b.txt"))));
-    scene.members()->setFocus();
-    QTest::keyClick(scene.members(), Qt::Key_F5);
-    QVERIFY(asleep() && asleep());
-    QVERIFY(scene.selectGroup(1));
-    QVERIFY(scene.selectGroup(0));
-    sleeping.push_back(probe.hold(folder.path(QStringLiteral("b.txt"))));
-    QTest::keyClick(scene.members(), Qt::Key_F5);
-    QVERIFY(asleep());
-    QTest::keyClick(scene.members(), Qt::Key_F5);
-    QVERIFY(scene.scan(folder.path()));
-}
-
-void FindDuplicateResultsTest::withoutMemoryThePageStaysUsable()
-{
-    TestFolder folder;
-    makeDuplicates(folder, {QStringLiteral("a.txt"), QStringLiteral("b.txt")}, QByteArray(200, 'x'));
-    makeDuplicates(folder, {QStringLiteral("c.txt"), QStringLiteral("d.txt")}, QByteArray(100, 'x'));
-    tests::FakeFileProbe probe;
-    FinderScene scene;
-    probe.failAt(folder.path(QStringLiteral("c.txt"))); // of the list of groups
-    probe.failAt(folder.path(QStringLiteral("d.txt"))); // of the group
-    QVERIFY(scene.scan(folder.path()));
-    auto *notice = scene.find<NoticeBar>("noticeBar");
-    QTRY_VERIFY(notice->text().contains(QStringLiteral("memory")));
-    notice->hide();
-    scene.side()->setCurrentIndex(scene.side()->model()->index(1, 0));
-    QTRY_VERIFY(notice->text().contains(QStringLiteral("memory")));
-    QCOMPARE(scene.members()->model()->rowCount(), 0);
-    QVERIFY(!scene.isEnabled("RecycleBinButton"));
-    QVERIFY(scene.selectGroup(0));
-    QVERIFY(scene.isEnabled("RecycleBinButton"));
 }
 
 void FindDuplicateResultsTest::severalMembersAreOpenedShownAndCopied()

@@ -75,6 +75,8 @@ class MembersTest : public QObject
 private slots:
     void factsOfAMember_data();
     void factsOfAMember();
+    void proposesOneToKeep_data();
+    void proposesOneToKeep();
     void whatMustNotBeOpenedIsNot();
     void aCancelledReadingEnds();
     void oneMemberIsJudgedLikeInTheWholeGroup();
@@ -106,6 +108,9 @@ void MembersTest::factsOfAMember_data()
     file.facts->lastWriteTime = written + 1;
     QTest::newRow("100 ns younger") << file << MemberFacts{last, identity, true};
     file = existing(2);
+    file.facts->linkCount = 2;
+    QTest::newRow("with another name") << file << MemberFacts{mark, identity, false, false, false, true};
+    file = existing(2);
     file.facts.reset();
     QTest::newRow("cannot be opened") << file << MemberFacts{last};
 }
@@ -124,6 +129,54 @@ void MembersTest::factsOfAMember()
     QCOMPARE(read[0].mark.lastCopy, expected.mark.lastCopy);
     QVERIFY(read[2] == MemberFacts());
     QVERIFY(readMember(u"C:\\r"_s, group, 1, probe, never) == expected);
+}
+
+void MembersTest::proposesOneToKeep_data()
+{
+    struct Member {
+        const char *name;
+        quint64 created;
+        MemberFacts facts{{true, false, -1}, std::nullopt};
+        bool moved = false;
+    };
+    QTest::addColumn<std::vector<FileRecord>>("members");
+    QTest::addColumn<std::vector<MemberFacts>>("facts");
+    QTest::addColumn<int>("proposed");
+    const auto row = [](const char *name, const std::vector<Member> &group, int proposed) {
+        std::vector<FileRecord> members;
+        std::vector<MemberFacts> facts;
+        for (const Member &member : group) {
+            members.push_back(record(QString::fromLatin1(member.name)));
+            members.back().creationTime = member.created;
+            members.back().moved = member.moved;
+            facts.push_back(member.facts);
+        }
+        QTest::newRow(name) << members << facts << proposed;
+    };
+    const MemberFacts there{{true, false, -1}, std::nullopt};
+    const MemberFacts last{{true, true, -1}, std::nullopt};
+    row("created first", {{"a", 3}, {"long name", 1}, {"c", 2}}, 1);
+    row("shortest path", {{"long", 1}, {"ab", 1}, {"cd", 1}, {"x", 2}}, 1);
+    row("moved, gone, changed, through a link",
+        {{"a", 1, there, true},
+         {"b", 1, {}},
+         {"c", 1, {there.mark, std::nullopt, true}},
+         {"d", 1, {there.mark, std::nullopt, false, true}},
+         {"e", 2},
+         {"f", 3}},
+        4);
+    row("one left", {{"a", 1, {}}, {"b", 1, last}}, -1);
+    row("one file by two paths", {{"a", 1, last}, {"b", 1, last}}, -1);
+    row("none left", {{"a", 1, {}}, {"b", 1, {}}}, -1);
+}
+
+void MembersTest::proposesOneToKeep()
+{
+    QFETCH(std::vector<FileRecord>, members);
+    QFETCH(std::vector<MemberFacts>, facts);
+    QFETCH(int, proposed);
+    const std::optional<std::size_t> found = proposedToKeep(members, facts);
+    QCOMPARE(found ? static_cast<int>(*found) : -1, proposed);
 }
 
 void MembersTest::whatMustNotBeOpenedIsNot()

@@ -1,0 +1,210 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+
+// The results page on a disk that sleeps, keeps files in a cloud store, or answers more than memory holds.
+
+#include "tests/FindDuplicate/RemovalScene.h"
+#include "tests/support/FakeFileProbe.h"
+#include "tests/support/TestPrefix.h"
+
+#include <QFile>
+
+using tests::content;
+using tests::FakeFileProbe;
+using tests::FinderScene;
+using tests::inventedGroups;
+using tests::makeDuplicates;
+using tests::TestFolder;
+using tests::three;
+using Scene = tests::RemovalScene;
+
+namespace
+{
+
+// Counts the rows that the view has looked at.
+class CountingDelegate : public FileRowDelegate
+{
+public:
+    using FileRowDelegate::FileRowDelegate;
+    QSize sizeHint(const QStyleOptionViewItem &option, const QModelIndex &index) const override
+    {
+        ++rows;
+        return FileRowDelegate::sizeHint(option, index);
+    }
+    void paint(QPainter *painter, const QStyleOptionViewItem &option, const QModelIndex &index) const override
+    {
+        ++rows;
+        FileRowDelegate::paint(painter, option, index);
+    }
+    mutable int rows = 0;
+};
+
+// What is looked at until the list stands at its end, with a disk that has not answered yet.
+int rowsLookedAt(int count)
+{
+    FakeFileProbe probe;
+    const FakeFileProbe::Hold sleeping = probe.hold(QStringLiteral("C:\\nowhere\\0\\file 0.jpg"));
+    FindDuplicateResultForm page(QStringLiteral("C:\\nowhere"), inventedGroups(count));
+    page.resize(900, 500);
+    auto *side = page.findChild<QTreeView *>(QStringLiteral("sideTreeView"));
+    CountingDelegate delegate(3);
+    side->setItemDelegate(&delegate);
+    QSignalSpy ready(&page, &FindDuplicateResultForm::resultReady);
+    if (!page.start() || !ready.wait() || side->model()->rowCount() != count)
+        return -1;
+    page.show();
+    side->scrollToBottom();
+    side->setCurrentIndex(side->model()->index(count - 1, 0));
+    QTest::qWait(50);
+    return delegate.rows;
+}
+
+} // namespace
+
+class FindDuplicateDiskTest : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void initTestCase() { tests::requireTestPrefix(); }
+    void init() { m_guard = std::make_unique<tests::RegistryGuard>(); }
+    void cleanup() { m_guard.reset(); }
+
+    void aLongListOpensLikeAShortOne();
+    void aSleepingDiskStopsNothing();
+    void withoutMemoryThePageStaysUsable();
+    void noQuestionForWhatLiesInTheCloudOnly();
+    void aFileTheListDidNotKnowYetIsGuardedAsWell();
+    void withoutMemoryNothingIsMoved();
+    void aSleepingDiskDoesNotStopTheRemoval();
+
+private:
+    std::unique_ptr<tests::RegistryGuard> m_guard;
+};
+
+void FindDuplicateDiskTest::aLongListOpensLikeAShortOne()
+{
+    const int few = rowsLookedAt(100);
+    const int many = rowsLookedAt(50'000);
+    QVERIFY(few > 0);
+    QVERIFY2(many > 0 && many <= 2 * few, qPrintable(QStringLiteral("%1 and %2").arg(few).arg(many)));
+}
+
+void FindDuplicateDiskTest::aSleepingDiskStopsNothing()
+{
+    TestFolder folder;
+    makeDuplicates(folder, {QStringLiteral("a.txt"), QStringLiteral("b.txt")}, QByteArray(200, 'x'));
+    makeDuplicates(folder, {QStringLiteral("c.txt"), QStringLiteral("d.txt")}, QByteArray(100, 'x'));
+    FakeFileProbe probe;
+    FinderScene scene;
+    QVERIFY(scene.scan(folder.path()));
+    std::vector<FakeFileProbe::Hold> sleeping;
+    const auto asleep = [&] { return QTest::qWaitFor([&] { return probe.held().tryAcquire(); }); };
+    // The list of groups and the group are being looked at, and the user goes on.
+    sleeping.push_back(probe.hold(folder.path(QStringLiteral("a.txt"))));
+    sleeping.push_back(probe.hold(folder.path(QStringLiteral("b.txt"))));
+    scene.members()->setFocus();
+    QTest::keyClick(scene.members(), Qt::Key_F5);
+    QVERIFY(asleep() && asleep());
+    QVERIFY(scene.selectGroup(1));
+    QVERIFY(scene.selectGroup(0));
+    sleeping.push_back(probe.hold(folder.path(QStringLiteral("b.txt"))));
+    QTest::keyClick(scene.members(), Qt::Key_F5);
+    QVERIFY(asleep());
+    QTest::keyClick(scene.members(), Qt::Key_F5);
+    QVERIFY(scene.scan(folder.path()));
+}
+
+void FindDuplicateDiskTest::withoutMemoryThePageStaysUsable()
+{
+    TestFolder folder;
+    makeDuplicates(folder, {QStringLiteral("a.txt"), QStringLiteral("b.txt")}, QByteArray(200, 'x'));
+    makeDuplicates(folder, {QStringLiteral("c.txt"), QStringLiteral("d.txt")}, QByteArray(100, 'x'));
+    FakeFileProbe probe;
+    FinderScene scene;
+    probe.failAt(folder.path(QStringLiteral("c.txt"))); // of the list of groups
+    probe.failAt(folder.path(QStringLiteral("d.txt"))); // of the group
+    QVERIFY(scene.scan(folder.path()));
+    auto *notice = scene.find<NoticeBar>("noticeBar");
+    QTRY_VERIFY(notice->text().contains(QStringLiteral("memory")));
+    notice->hide();
+    scene.side()->setCurrentIndex(scene.side()->model()->index(1, 0));
+    QTRY_VERIFY(notice->text().contains(QStringLiteral("memory")));
+    QCOMPARE(scene.members()->model()->rowCount(), 0);
+    QVERIFY(!scene.isEnabled("RecycleBinButton"));
+    QVERIFY(scene.selectGroup(0));
+    QVERIFY(scene.isEnabled("RecycleBinButton"));
+}
+
+void FindDuplicateDiskTest::noQuestionForWhatLiesInTheCloudOnly()
+{
+    FakeFileProbe probe;
+    Scene scene(three);
+    const QString path = scene.folder.path(QStringLiteral("b.txt"));
+    probe.setAttributes(path, core::AttributeRecallOnOpen);
+    QVERIFY(scene.scan());
+    QVERIFY(scene.badges(1).contains(QStringLiteral("in the cloud")));
+    QVERIFY(scene.remove(1));
+    QVERIFY(scene.dialogs.questions.isEmpty());
+    QVERIFY(scene.notice().contains(QStringLiteral("cloud")));
+    QVERIFY(!probe.opened().contains(path));
+}
+
+// The disk has not told which file it is when the row is shown.
+void FindDuplicateDiskTest::aFileTheListDidNotKnowYetIsGuardedAsWell()
+{
+    FakeFileProbe probe;
+    Scene scene(three);
+    const QString path = scene.folder.path(QStringLiteral("b.txt"));
+    probe.setAttributes(path, core::AttributeRecallOnOpen);
+    QVERIFY(scene.scan());
+    probe.setAttributes(path, 0);
+    scene.dialogs.nextMessageBox.enqueue(platform::idYes);
+    scene.dialogs.whileOpen = [&] {
+        tests::requireBelow(scene.folder.path(), path);
+        QVERIFY(QFile::rename(path, scene.folder.path(QStringLiteral("kept.txt"))));
+        makeDuplicates(scene.folder, {QStringLiteral("b.txt")}, content);
+    };
+    QVERIFY(scene.remove(1));
+    QCOMPARE(scene.dialogs.questions.size(), 1);
+    QVERIFY(scene.bin.asked.isEmpty());
+    QVERIFY(scene.notice().contains(QStringLiteral("changed")));
+}
+
+void FindDuplicateDiskTest::withoutMemoryNothingIsMoved()
+{
+    FakeFileProbe probe;
+    Scene scene(three);
+    QVERIFY(scene.scan());
+    probe.failAt(scene.memberPath(1));
+    QVERIFY(scene.remove(1));
+    QVERIFY(scene.dialogs.questions.isEmpty());
+    QVERIFY(scene.notice().contains(QStringLiteral("memory")));
+    QVERIFY(scene.toolsAre(true));
+    // After a move the page goes without what it cannot read.
+    scene.dialogs.nextMessageBox.enqueue(platform::idYes);
+    scene.bin.beforeMove = [&](const QString &) { probe.failAt(scene.folder.path(QStringLiteral("a.txt"))); };
+    QVERIFY(scene.remove(2));
+    QVERIFY(scene.isMarked(2));
+    QCOMPARE(scene.bin.taken.size(), 1);
+    QVERIFY(scene.form->groups()[0].members[2].moved);
+}
+
+// The list is being read again when the user asks for the removal.
+void FindDuplicateDiskTest::aSleepingDiskDoesNotStopTheRemoval()
+{
+    FakeFileProbe probe;
+    Scene scene(three);
+    QVERIFY(scene.scan());
+    const QString path = scene.memberPath(0);
+    const FakeFileProbe::Hold sleeping = probe.hold(scene.memberPath(2));
+    scene.members()->setFocus();
+    QTest::keyClick(scene.members(), Qt::Key_F5);
+    QVERIFY(QTest::qWaitFor([&] { return probe.held().tryAcquire(); }));
+    scene.dialogs.nextMessageBox.enqueue(platform::idYes);
+    QVERIFY(scene.remove(0));
+    QCOMPARE(scene.bin.taken, QStringList{path});
+}
+
+QTEST_MAIN(FindDuplicateDiskTest)
+
+#include "tst_find_duplicate_disk.moc"
