@@ -34,8 +34,12 @@ void FindDuplicateResultForm::on_RecycleBinButton_clicked()
 
 void FindDuplicateResultForm::afterRemoval(const RemovalResult &result)
 {
-    if (m_memberModel->groupIndex() == m_removed.group && !result.members.empty())
-        m_memberModel->setFacts(result.members);
+    if (m_memberModel->groupIndex() == m_removed.group) {
+        if (result.outcome == RemovalResult::Outcome::Moved)
+            m_memberModel->setGone(m_removed.member);
+        if (!result.members.empty())
+            m_memberModel->setFacts(result.members);
+    }
     if (result.outcome != RemovalResult::Outcome::LeftAlone)
         markRemoved(result.outcome == RemovalResult::Outcome::Moved);
     setEnabled(true);
@@ -47,7 +51,10 @@ void FindDuplicateResultForm::afterRemoval(const RemovalResult &result)
     if (std::exchange(m_searchWaits, false))
         m_searchLater.start();
     // That the move failed is told by the row.
-    if (result.outcome == RemovalResult::Outcome::LeftAlone && !result.notice.isEmpty())
+    if (result.outcome == RemovalResult::Outcome::Moved)
+        showNotice(tr("%1 was moved to the recycle bin.").arg(record(m_removed).fullPath()), false,
+                   m_openBin);
+    else if (result.outcome == RemovalResult::Outcome::LeftAlone && !result.notice.isEmpty())
         showNotice(result.notice);
     emit showToolbarSignal(true);
 }

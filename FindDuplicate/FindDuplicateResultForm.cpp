@@ -263,11 +263,11 @@ void FindDuplicateResultForm::copyPath()
         QGuiApplication::clipboard()->setText(paths.join(QLatin1Char('\n')));
 }
 
-void FindDuplicateResultForm::showNotice(const QString &text, bool warning)
+void FindDuplicateResultForm::showNotice(const QString &text, bool warning, QAction *action)
 {
     m_notice->showNotice(QIcon(warning ? QStringLiteral(":/resources/images/Warning16.png")
                                        : QStringLiteral(":/resources/images/Info16.png")),
-                         text);
+                         text, action);
 }
 
 bool FindDuplicateResultForm::isBusy() const

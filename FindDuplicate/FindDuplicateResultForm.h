@@ -105,7 +105,7 @@ private:
     duplicates::DuplicateGroup &groupAt(int group);
     const duplicates::FileRecord &record(const Selected &member) const;
     void copyPath();
-    void showNotice(const QString &text, bool warning = true);
+    void showNotice(const QString &text, bool warning = true, QAction *action = nullptr);
 
     // In FindDuplicateContents.cpp.
     void compareContents();
@@ -138,6 +138,7 @@ private:
     FLTreeView *m_memberTree;
     GroupModel *m_groupModel;
     MemberModel *m_memberModel;
+    QAction *m_openBin = nullptr; // in the notice after a removal
     duplicates::MemberRemoval *m_removal;
     QTimer m_searchLater; // a fast typist is not kept waiting by every letter
     QTimer m_readLater;   // a held arrow key passes many groups in a second: the one it stops at is read

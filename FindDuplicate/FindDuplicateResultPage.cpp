@@ -4,6 +4,7 @@
 
 #include "FindDuplicate/GroupModel.h"
 #include "FindDuplicate/MemberModel.h"
+#include "platform/Shell.h"
 #include "widgets/ElidedLabel.h"
 #include "widgets/FLPopupMenu.h"
 #include "widgets/FLTreeView.h"
@@ -256,6 +257,11 @@ void FindDuplicateResultForm::buildActions()
     press(this, Qt::CTRL | Qt::Key_E, m_explorer);
     // Only where the file that it means is the one that the user looks at.
     press(m_memberTree, QKeySequence::Delete, m_recycleBin);
+    m_openBin = new QAction(tr("Open Recycle Bin"), this);
+    connect(m_openBin, &QAction::triggered, this, [this] {
+        if (!platform::shell().openRecycleBin())
+            showNotice(tr("The recycle bin could not be opened."));
+    });
     connect(addKey(m_memberTree, QKeySequence::Copy), &QAction::triggered, this,
             &FindDuplicateResultForm::copyPath);
     connect(addKey(this, QKeySequence::Refresh), &QAction::triggered, this,

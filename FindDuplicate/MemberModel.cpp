@@ -67,6 +67,12 @@ void MemberModel::setFacts(std::vector<MemberFacts> facts)
     membersChanged();
 }
 
+void MemberModel::setGone(int member)
+{
+    m_facts[static_cast<std::size_t>(member)] = {};
+    membersChanged();
+}
+
 void MemberModel::setContents(std::vector<ContentState> contents)
 {
     m_contents = std::move(contents);

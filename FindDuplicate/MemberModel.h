@@ -30,6 +30,8 @@ public:
     void setFacts(std::vector<duplicates::MemberFacts> facts);
     // One a member, or none: not compared.
     void setContents(std::vector<duplicates::ContentState> contents);
+    // The file is known to have gone.
+    void setGone(int member);
     // What the records of the members say has changed.
     void membersChanged();
 

@@ -17,9 +17,9 @@ namespace
 {
 
 // ShellExecuteW answers with a number of at most 32 on failure.
-bool shellExecute(const QString &file, int show)
+bool shellExecute(const QString &file, int show, const wchar_t *parameters = nullptr)
 {
-    const HINSTANCE answer = ShellExecuteW(nullptr, L"open", wide(file), nullptr, nullptr, show);
+    const HINSTANCE answer = ShellExecuteW(nullptr, L"open", wide(file), parameters, nullptr, show);
     return reinterpret_cast<INT_PTR>(answer) > 32;
 }
 
@@ -36,6 +36,11 @@ public:
         // and then a path with a comma opens another folder.
         explorer.setNativeArguments(u"/select,\"" % shownPath(path) % u'"');
         return explorer.startDetached();
+    }
+
+    bool openRecycleBin() override
+    {
+        return shellExecute(QStringLiteral("explorer.exe"), SW_SHOWNORMAL, L"shell:RecycleBinFolder");
     }
 
     bool openWebPage(const QUrl &address) override

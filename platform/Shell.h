@@ -21,6 +21,9 @@ public:
     // Opens the folder in Explorer with the item selected. False when Explorer could not be started.
     virtual bool revealInExplorer(const QString &path) = 0;
 
+    // Opens the recycle bin in Explorer. False when Explorer could not be started.
+    virtual bool openRecycleBin() = 0;
+
     // Opens an http or https address in the browser; false for any other scheme.
     virtual bool openWebPage(const QUrl &address) = 0;
 

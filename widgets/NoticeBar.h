@@ -3,12 +3,13 @@
 
 #include <QFrame>
 
+class QAction;
 class QLabel;
 class QToolButton;
 class WrappedLabel;
 
-// One sentence about what is shown below, with an icon and a button that puts it away. Hidden until there is
-// one.
+// One sentence about what is shown below, with an icon, a button that puts it away, and perhaps one that does
+// what it speaks of. Hidden until there is one.
 class NoticeBar : public QFrame
 {
     Q_OBJECT
@@ -16,7 +17,8 @@ class NoticeBar : public QFrame
 public:
     explicit NoticeBar(QWidget *parent = nullptr);
 
-    void showNotice(const QIcon &icon, const QString &text);
+    // With a button for the action, if there is one; the action belongs to the caller.
+    void showNotice(const QIcon &icon, const QString &text, QAction *action = nullptr);
     QString text() const;
 
 protected:
@@ -26,4 +28,5 @@ private:
     QLabel *m_icon;
     WrappedLabel *m_text;
     QToolButton *m_close;
+    QToolButton *m_action;
 };

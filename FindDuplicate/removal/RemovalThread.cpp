@@ -30,9 +30,10 @@ void RemovalThread::work()
     m_outcome = outcome;
     if (outcome == Outcome::Ready || outcome == Outcome::Stopped)
         return;
-    // Something is not as it was shown. The flag ends what comes before this.
-    const core::CancelFlag never;
-    m_members = readMembers(m_request.root, m_request.members, platform::fileProbe(), never);
+    // Something is not as it was shown.
+    m_members = readMembers(m_request.root, m_request.members, platform::fileProbe(), cancelFlag());
+    if (stopRequested())
+        m_members.clear(); // it may be a part of them
 }
 
 RemovalThread::Outcome RemovalThread::checked()

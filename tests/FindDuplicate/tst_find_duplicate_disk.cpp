@@ -187,6 +187,7 @@ void FindDuplicateDiskTest::withoutMemoryNothingIsMoved()
     QVERIFY(scene.isMarked(2));
     QCOMPARE(scene.bin.taken.size(), 1);
     QVERIFY(scene.form->groups()[0].members[2].moved);
+    QVERIFY(scene.badges(2).contains(QStringLiteral("moved to the recycle bin")));
 }
 
 // The list is being read again when the user asks for the removal.

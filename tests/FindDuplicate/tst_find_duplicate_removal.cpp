@@ -1,10 +1,12 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "tests/FindDuplicate/RemovalScene.h"
+#include "tests/support/FakeShell.h"
 #include "tests/support/TestPrefix.h"
 #include "widgets/ElidedLabel.h"
 
 #include <QFile>
 #include <QLineEdit>
+#include <QToolButton>
 
 using tests::content;
 using tests::makeDuplicates;
@@ -68,6 +70,17 @@ void FindDuplicateRemovalTest::yesMovesThatOneFile()
     QVERIFY(scene.badges(1).contains(QStringLiteral("moved to the recycle bin")));
     QVERIFY(scene.find<ElidedLabel>("summaryLabel")->text().contains(QStringLiteral("; 1 moved")));
     QVERIFY(scene.groupText(0).contains(QStringLiteral("1 removed")));
+    // It can be had back.
+    QVERIFY(scene.notice().contains(path));
+    tests::FakeShell shell;
+    auto *openBin =
+        scene.find<NoticeBar>("noticeBar")->findChild<QToolButton *>(QStringLiteral("noticeActionButton"));
+    openBin->click();
+    QCOMPARE(shell.recycleBinOpened, 1);
+    shell.succeeds = false;
+    openBin->click();
+    QVERIFY(!scene.notice().contains(path));
+    QVERIFY(openBin->isHidden());
     // Another member can be removed next; the removed one is not offered again.
     scene.selectMember(0);
     QVERIFY(scene.toolsAre(true));

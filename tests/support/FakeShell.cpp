@@ -16,6 +16,12 @@ bool FakeShell::revealInExplorer(const QString &path)
     return succeeds;
 }
 
+bool FakeShell::openRecycleBin()
+{
+    ++recycleBinOpened;
+    return succeeds;
+}
+
 bool FakeShell::openWebPage(const QUrl &address)
 {
     webPages.append(address);

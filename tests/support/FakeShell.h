@@ -24,6 +24,7 @@ public:
 
     bool openFile(const QString &path) override;
     bool revealInExplorer(const QString &path) override;
+    bool openRecycleBin() override;
     bool openWebPage(const QUrl &address) override;
     void runElevated(WId owner, const QString &file, const QString &folder) override;
     bool startAgent(const QString &file) override;
@@ -32,6 +33,7 @@ public:
 
     QStringList opened;
     QStringList revealed;
+    int recycleBinOpened = 0;
     QList<QUrl> webPages;
     QList<ElevatedLaunch> elevated;
     QStringList agents;
