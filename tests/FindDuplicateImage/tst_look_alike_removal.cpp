@@ -1,0 +1,308 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "FindDuplicateImage/ImageGroupModel.h"
+#include "tests/FindDuplicateImage/Trio.h"
+#include "tests/support/FakeFileProbe.h"
+
+#include <QDir>
+#include <QFileInfo>
+#include <QLineEdit>
+
+using namespace Qt::StringLiterals;
+using tests::blocks;
+using tests::Scene;
+using tests::Trio;
+
+namespace
+{
+
+// The group leaves the screen and comes back.
+void lookAnew(const Trio &scene)
+{
+    auto *search = scene.find<QLineEdit>("searchEdit");
+    search->setText(u"nothing"_s);
+    QTRY_COMPARE(scene.main()->model()->rowCount(), 0);
+    search->clear();
+    QTRY_COMPARE(scene.main()->model()->rowCount(), 3);
+}
+
+} // namespace
+
+class LookAlikeRemovalTest : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void initTestCase() { tests::requireTestPrefix(); }
+
+    void noLeavesEverything();
+    void yesMovesThatOneOnly();
+    void deleteKeyAsks();
+    void busyWhileItAsks();
+    void closingUnderTheQuestionMeansNo();
+    void marksTheLastCopy();
+    void marksTheSameFile();
+    void aFailedMoveIsNotHidden();
+    void movesWhatWasShownOrNothing_data();
+    void movesWhatWasShownOrNothing();
+    void changedWhileTheUserThinks();
+    void theLastCopyIsToldBeforeItIsAskedFor();
+    void aCopyThatBecomesTheLastUnderTheQuestionStays();
+    void aFileTheListDidNotKnowYetIsGuardedAsWell();
+    void saysWhatIsNoCopyAnyMore();
+};
+
+void LookAlikeRemovalTest::noLeavesEverything()
+{
+    Trio scene;
+    scene.dialogs.nextMessageBox.enqueue(platform::idNo);
+    scene.clickRecycle(2);
+    QCOMPARE(scene.dialogs.questions.size(), 1);
+    const auto &asked = scene.dialogs.questions.first();
+    QCOMPARE(asked.text, u"Are you sure you want to move "_s + scene.third + u" to the recycle bin?"_s);
+    QCOMPARE(asked.title, u"Confirm to save changes"_s);
+    QCOMPARE(asked.flags, 0x34U);
+    QVERIFY(!asked.parent);
+    QVERIFY(scene.bin.asked.isEmpty());
+    QVERIFY(scene.recycle()->isEnabled());
+    QVERIFY(scene.notice().isEmpty());
+    QVERIFY(scene.toolbarIsBack());
+}
+
+void LookAlikeRemovalTest::yesMovesThatOneOnly()
+{
+    Trio scene;
+    scene.dialogs.nextMessageBox.enqueue(platform::idYes);
+    scene.clickRecycle(1);
+    QCOMPARE(scene.bin.taken, QStringList({scene.second}));
+    QVERIFY(scene.exist(true, false, true));
+    QCOMPARE(scene.note(1), u"Moved to the recycle bin"_s);
+    const int nextBest = QFileInfo(scene.first).size() >= QFileInfo(scene.third).size() ? 0 : 2;
+    QCOMPARE(scene.note(nextBest), u"Proposed to keep"_s);
+    for (const char *name : {"openButton", "explorerButton", "RecycleBinButton"})
+        QVERIFY(!scene.find<QToolButton>(name)->isEnabled());
+    QVERIFY(scene.side()
+                ->model()
+                ->index(0, 0)
+                .data(ImageGroupModel::DetailRole)
+                .toString()
+                .startsWith(u"2 of 3 pictures left"));
+    scene.select(0);
+    QVERIFY(scene.recycle()->isEnabled());
+    scene.select(1);
+    QVERIFY(!scene.recycle()->isEnabled());
+    QVERIFY(scene.toolbarIsBack());
+}
+
+void LookAlikeRemovalTest::deleteKeyAsks()
+{
+    Trio scene;
+    scene.select(2);
+    scene.main()->setFocus();
+    scene.dialogs.nextMessageBox.enqueue(platform::idYes);
+    QTest::keyClick(scene.main(), Qt::Key_Delete);
+    QTRY_COMPARE(scene.bin.taken, QStringList({scene.third}));
+    QTRY_VERIFY(!scene.form->isBusy());
+    QTest::keyClick(scene.main(), Qt::Key_Delete); // nothing more to remove
+    QTest::qWait(50);
+    QCOMPARE(scene.dialogs.questions.size(), 1);
+}
+
+void LookAlikeRemovalTest::busyWhileItAsks()
+{
+    Trio scene;
+    scene.select(2);
+    bool busy = false;
+    bool usable = true;
+    scene.dialogs.whileOpen = [&] {
+        busy = scene.form->isBusy() && !scene.form->busyText().isEmpty();
+        usable = scene.find<QWidget>("backButton")->isEnabled() || scene.recycle()->isEnabled();
+        scene.form->scan(scene.folder.path()); // refused
+    };
+    scene.dialogs.nextMessageBox.enqueue(platform::idYes);
+    scene.clickRecycle(2);
+    QVERIFY(busy);
+    QVERIFY(!usable);
+    QCOMPARE(scene.bin.taken, QStringList({scene.third}));
+    QVERIFY(scene.main()->isVisible());
+}
+
+void LookAlikeRemovalTest::closingUnderTheQuestionMeansNo()
+{
+    Trio scene;
+    scene.dialogs.whileOpen = [&] { scene.form->requestStop(); };
+    scene.dialogs.nextMessageBox.enqueue(platform::idYes);
+    scene.clickRecycle(2);
+    QCOMPARE(scene.dialogs.questions.size(), 1);
+    QVERIFY(scene.bin.asked.isEmpty());
+    QVERIFY(scene.exist(true, true, true));
+    QVERIFY(scene.notice().isEmpty());
+    QVERIFY(scene.toolbarIsBack());
+}
+
+void LookAlikeRemovalTest::marksTheLastCopy()
+{
+    Trio scene;
+    scene.dialogs.nextMessageBox.enqueue(platform::idYes);
+    scene.clickRecycle(0);
+    // One that goes behind the program's back counts as well.
+    tests::requireBelow(scene.folder.path(), scene.second);
+    QVERIFY(QFile::remove(scene.second));
+    scene.clickRecycle(2);
+    QVERIFY(scene.bin.taken.size() == 1);
+    QTRY_COMPARE(scene.note(2), u"Last copy"_s);
+    QCOMPARE(scene.note(1), u"The file was moved to another location"_s);
+    // The group stays, also without its first picture and without any.
+    scene.dialogs.nextMessageBox.enqueue(platform::idYes);
+    scene.clickRecycle(2);
+    QVERIFY(scene.exist(false, false, false));
+    QCOMPARE(scene.side()->model()->rowCount(), 1);
+    QCOMPARE(scene.side()->model()->index(0, 0).data(ImageGroupModel::FolderRole).toString(),
+             u"The file was moved to another location"_s);
+}
+
+void LookAlikeRemovalTest::marksTheSameFile()
+{
+    Scene scene;
+    scene.save(u"a\\first.png"_s, blocks(1));
+    scene.folder.makeHardLink(u"b\\again.png"_s, u"a\\first.png"_s);
+    QVERIFY(scene.scan());
+    const auto note = [&](int row) {
+        return scene.main()->model()->index(row, 0).data(ImageMemberModel::NoteRole).toString();
+    };
+    QTRY_COMPARE(note(0), u"Last copy"_s);
+    QCOMPARE(note(1), u"Last copy; Same file as first.png in "_s + scene.folder.path(u"a"_s));
+}
+
+void LookAlikeRemovalTest::aFailedMoveIsNotHidden()
+{
+    Trio scene;
+    scene.bin.fails = true;
+    scene.dialogs.nextMessageBox.enqueue(platform::idYes);
+    scene.clickRecycle(2);
+    QVERIFY(scene.exist(true, true, true));
+    QVERIFY(scene.notice().contains(scene.third));
+    QVERIFY(scene.note(2).isEmpty());
+    QVERIFY(scene.recycle()->isEnabled());
+}
+
+void LookAlikeRemovalTest::movesWhatWasShownOrNothing_data()
+{
+    QTest::addColumn<QString>("change");
+    for (const char *change : {"gone", "edited", "touched", "replaced", "folder link"})
+        QTest::newRow(change) << QString::fromLatin1(change);
+}
+
+void LookAlikeRemovalTest::movesWhatWasShownOrNothing()
+{
+    QFETCH(const QString, change);
+    Trio scene;
+    tests::requireBelow(scene.folder.path(), scene.third);
+    if (change == u"touched"_s) {
+        scene.folder.setTimes(u"c\\third.jpg"_s, 133'000'000'000'000'000, 133'000'000'000'000'000);
+    } else if (change == u"edited"_s) {
+        scene.folder.makeFile(u"c\\third.jpg"_s, "another content");
+    } else {
+        QVERIFY(QFile::remove(scene.third));
+        if (change == u"replaced"_s)
+            scene.folder.makeFile(u"c\\third.jpg"_s, "another file");
+        if (change == u"folder link"_s) {
+            QVERIFY(QDir().rmdir(scene.folder.path(u"c"_s)));
+            scene.save(u"elsewhere\\third.jpg"_s, blocks(1));
+            scene.folder.makeLink(u"c"_s, u"elsewhere"_s);
+        }
+    }
+    scene.clickRecycle(2);
+    QCOMPARE(scene.dialogs.questions.size(), 0); // no question is put in vain
+    QVERIFY(scene.bin.asked.isEmpty());
+    QVERIFY(scene.notice().contains(scene.third));
+    if (change == u"folder link"_s)
+        QVERIFY(QFile::exists(scene.folder.path(u"elsewhere\\third.jpg"_s)));
+}
+
+void LookAlikeRemovalTest::changedWhileTheUserThinks()
+{
+    Trio scene;
+    scene.dialogs.whileOpen = [&scene] { scene.folder.makeFile(u"c\\third.jpg"_s, "another content"); };
+    scene.dialogs.nextMessageBox.enqueue(platform::idYes);
+    scene.clickRecycle(2);
+    QCOMPARE(scene.dialogs.questions.size(), 1);
+    QVERIFY(scene.bin.asked.isEmpty());
+    QVERIFY(scene.notice().contains(scene.third));
+}
+
+void LookAlikeRemovalTest::theLastCopyIsToldBeforeItIsAskedFor()
+{
+    Trio scene;
+    for (const QString &path : {scene.first, scene.second}) {
+        tests::requireBelow(scene.folder.path(), path);
+        QVERIFY(QFile::remove(path));
+    }
+    scene.clickRecycle(2);
+    QVERIFY(scene.dialogs.questions.isEmpty());
+    QCOMPARE(scene.note(2), u"Last copy"_s);
+    QVERIFY(scene.notice().contains(u"last copy"_s));
+    // Told, the user may ask for it all the same.
+    scene.dialogs.nextMessageBox.enqueue(platform::idYes);
+    scene.clickRecycle(2);
+    QCOMPARE(scene.bin.taken, QStringList({scene.third}));
+}
+
+void LookAlikeRemovalTest::aCopyThatBecomesTheLastUnderTheQuestionStays()
+{
+    Trio scene;
+    scene.dialogs.whileOpen = [&] {
+        tests::requireBelow(scene.folder.path(), scene.first);
+        QFile::remove(scene.first);
+        scene.folder.makeFile(u"b\\second.png"_s, "another content: no copy any more");
+    };
+    scene.dialogs.nextMessageBox.enqueue(platform::idYes);
+    scene.clickRecycle(2);
+    QVERIFY(scene.bin.asked.isEmpty());
+    QCOMPARE(scene.note(2), u"Last copy"_s);
+    QCOMPARE(scene.note(1), u"Last copy; Changed since the scan"_s);
+}
+
+// The disk has not told yet which file it is when the user asks.
+void LookAlikeRemovalTest::aFileTheListDidNotKnowYetIsGuardedAsWell()
+{
+    tests::FakeFileProbe probe;
+    Trio scene;
+    const auto facts = probe.facts(scene.third);
+    {
+        const tests::FakeFileProbe::Hold sleeping = probe.hold(scene.first);
+        lookAnew(scene);
+        QVERIFY(QTest::qWaitFor([&] { return probe.held().tryAcquire(); }));
+        QVERIFY(!scene.inspected());
+        scene.dialogs.whileOpen = [&] {
+            tests::requireBelow(scene.folder.path(), scene.third);
+            QVERIFY(QFile::rename(scene.third, scene.folder.path(u"kept.jpg"_s)));
+            scene.folder.makeFile(u"c\\third.jpg"_s, QByteArray(static_cast<int>(facts->size), 'x'));
+            scene.folder.setTimes(u"c\\third.jpg"_s, facts->lastWriteTime, facts->lastWriteTime);
+        };
+        scene.dialogs.nextMessageBox.enqueue(platform::idYes);
+        scene.clickRecycle(2);
+    }
+    QCOMPARE(scene.dialogs.questions.size(), 1);
+    QVERIFY(scene.bin.asked.isEmpty());
+    QVERIFY(scene.notice().contains(u"changed"_s));
+    QTRY_VERIFY(scene.inspected());
+}
+
+void LookAlikeRemovalTest::saysWhatIsNoCopyAnyMore()
+{
+    Trio scene;
+    const auto facts = platform::fileProbe().facts(scene.second);
+    scene.folder.setTimes(u"b\\second.png"_s, facts->lastWriteTime + 1, facts->lastWriteTime);
+    tests::requireBelow(scene.folder.path(), scene.third);
+    QVERIFY(QFile::remove(scene.third));
+    QVERIFY(QDir().rmdir(scene.folder.path(u"c"_s)));
+    scene.save(u"elsewhere\\third.jpg"_s, blocks(1, {600, 400}));
+    scene.folder.makeLink(u"c"_s, u"elsewhere"_s);
+    lookAnew(scene);
+    QTRY_COMPARE(scene.note(1), u"Last copy; Changed since the scan"_s);
+    QCOMPARE(scene.note(2), u"Last copy; Changed since the scan; Reached through a link"_s);
+    QCOMPARE(scene.note(0), u"Last copy"_s);
+}
+
+QTEST_MAIN(LookAlikeRemovalTest)
+#include "tst_look_alike_removal.moc"
