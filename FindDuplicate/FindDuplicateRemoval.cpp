@@ -18,6 +18,7 @@ void FindDuplicateResultForm::on_RecycleBinButton_clicked()
         return;
     // The group is not changed under the question. What was to come comes when it has ended.
     m_searchWaits = m_searchLater.isActive();
+    m_readWaits = m_readLater.isActive() || (m_result && m_result->isRunning());
     m_searchLater.stop();
     m_readLater.stop();
     m_result.reset();
@@ -45,9 +46,11 @@ void FindDuplicateResultForm::afterRemoval(const RemovalResult &result)
     setEnabled(true);
     enableTools();
     m_memberTree->setFocus();
-    // Another group may have been waiting to be read.
-    if (selectedGroup() != m_memberModel->groupIndex())
+    if (std::exchange(m_readWaits, false) || selectedGroup() != m_memberModel->groupIndex()) {
+        if (selectedGroup() == m_removed.group)
+            m_selectMember = m_removed.member;
         m_readLater.start();
+    }
     if (std::exchange(m_searchWaits, false))
         m_searchLater.start();
     // That the move failed is told by the row.

@@ -208,10 +208,13 @@ const FileRecord &FindDuplicateResultForm::record(const Selected &member) const
 
 void FindDuplicateResultForm::enableTools()
 {
-    const bool offered = !isRemoving() && !selectedPaths().isEmpty();
+    const QList<Selected> members = selectedMembers();
+    const bool offered =
+        !isRemoving() && std::any_of(members.cbegin(), members.cend(),
+                                     [this](const auto &member) { return !record(member).checked; });
     m_open->setEnabled(offered);
     m_explorer->setEnabled(offered);
-    m_recycleBin->setEnabled(removableMember() && !isBusy());
+    m_recycleBin->setEnabled(offered && members.size() == 1 && !isBusy());
     m_compare->setEnabled(m_memberModel->rowCount() > 0 && !isBusy());
 }
 

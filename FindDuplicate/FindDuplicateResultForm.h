@@ -147,6 +147,7 @@ private:
     int m_selectMember = 0;     // when the group's members have been read
     Selected m_removed;         // of the removal that runs
     bool m_searchWaits = false; // until it has ended
+    bool m_readWaits = false;   // likewise
     int m_comparedGroup = -1;
     std::vector<int> m_comparedMembers;
     QHash<int, std::vector<duplicates::ContentState>> m_contents; // by group

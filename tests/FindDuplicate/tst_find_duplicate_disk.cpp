@@ -197,11 +197,16 @@ void FindDuplicateDiskTest::aSleepingDiskDoesNotStopTheRemoval()
     Scene scene(three);
     QVERIFY(scene.scan());
     const QString path = scene.memberPath(0);
+    tests::requireBelow(scene.folder.path(), scene.memberPath(1));
+    QVERIFY(QFile::remove(scene.memberPath(1)));
     const FakeFileProbe::Hold sleeping = probe.hold(scene.memberPath(2));
     scene.members()->setFocus();
     QTest::keyClick(scene.members(), Qt::Key_F5);
     QVERIFY(QTest::qWaitFor([&] { return probe.held().tryAcquire(); }));
-    scene.dialogs.nextMessageBox.enqueue(platform::idYes);
+    scene.dialogs.nextMessageBox.append({platform::idNo, platform::idYes});
+    QVERIFY(scene.remove(0));
+    QTRY_COMPARE(scene.memberText(1), QStringLiteral("The file was moved to another location"));
+    QCOMPARE(scene.members()->currentIndex().row(), 0);
     QVERIFY(scene.remove(0));
     QCOMPARE(scene.bin.taken, QStringList{path});
 }
