@@ -1,11 +1,11 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "DiskUsage/SiblingCheck.h"
 
+#include "platform/DetachedThread.h"
 #include "platform/Win32Enumerator.h"
 
 #include <exception>
 #include <mutex>
-#include <thread>
 #include <utility>
 
 namespace diskusage
@@ -83,14 +83,14 @@ void SiblingCheck::start(const QStringList &folders)
     m_run->folders = folders;
     m_run->owner = this;
     // Detached: a call on an absent server cannot be interrupted, and nobody may wait for it.
-    std::thread([run = m_run] {
+    platform::runDetached([run = m_run] {
         const QStringList siblings = run->siblings();
         // With the lock held, the owner cannot go before the answer stands in its queue.
         const std::lock_guard lock(run->mutex);
         if (SiblingCheck *owner = run->owner)
             QMetaObject::invokeMethod(
                 owner, [owner, siblings] { owner->take(siblings); }, Qt::QueuedConnection);
-    }).detach();
+    });
 }
 
 void SiblingCheck::take(const QStringList &siblings)

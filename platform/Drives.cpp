@@ -1,13 +1,13 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "platform/Drives.h"
 
+#include "platform/DetachedThread.h"
 #include "platform/Text.h"
 
 #include <windows.h>
 
 #include <array>
 #include <mutex>
-#include <thread>
 #include <utility>
 
 namespace platform
@@ -115,14 +115,14 @@ void DriveLister::refresh(const QStringList &roots)
 void DriveLister::read(const QString &root)
 {
     // Detached: a call on an absent server cannot be interrupted, and nobody may wait for it.
-    std::thread([shared = m_shared, root] {
+    runDetached([shared = m_shared, root] {
         const Drive drive = shared->reader(root);
         // With the lock held, the lister cannot go before the answer stands in its queue.
         const std::lock_guard lock(shared->mutex);
         if (DriveLister *lister = shared->lister)
             QMetaObject::invokeMethod(
                 lister, [lister, root, drive] { lister->take(root, drive); }, Qt::QueuedConnection);
-    }).detach();
+    });
 }
 
 void DriveLister::take(const QString &root, const Drive &drive)
