@@ -129,6 +129,11 @@ void ComparePane::compare(const QString &first, const QString &firstText, const 
     m_loading.start(
         [this, first, second, known, decoders = std::move(decoders)](const core::CancelFlag &cancel) {
             return [this, pair = loadPictures(first, second, known, *decoders, cancel)] { showPair(pair); };
+        },
+        [this] {
+            m_wanted.clear();
+            m_view->showMessage(tr("There is not enough memory to show these pictures."));
+            showButtons();
         });
     showButtons();
 }

@@ -5,8 +5,10 @@
 #include "FindDuplicateImage/FindDuplicateImageMainResultThread.h"
 #include "FindDuplicateImage/ImageGroupModel.h"
 #include "FindDuplicateImage/ImageMemberModel.h"
+#include "FindDuplicateImage/engine/ListedGroups.h"
 #include "core/SizeText.h"
 #include "platform/FileProbe.h"
+#include "platform/Paths.h"
 #include "platform/Shell.h"
 #include "widgets/ElidedLabel.h"
 #include "widgets/FLPopupMenu.h"
@@ -15,15 +17,25 @@
 
 #include <QAction>
 #include <QClipboard>
+#include <QComboBox>
 #include <QGuiApplication>
 #include <QIcon>
 #include <QLineEdit>
 #include <QListView>
-#include <QSortFilterProxyModel>
+#include <QSet>
+#include <QSignalBlocker>
 #include <QToolButton>
+
+#include <algorithm>
+#include <utility>
 
 using duplicates::RemovalResult;
 using lookalikes::ImageRecord;
+
+namespace
+{
+constexpr qsizetype mostAtOnce = 10; // pictures opened, or folders shown, by one click
+}
 
 FindDuplicateImageResultForm::~FindDuplicateImageResultForm()
 {
@@ -49,6 +61,8 @@ void FindDuplicateImageResultForm::clear()
 {
     m_prepareThread.reset();
     m_inspection.cancel();
+    m_firsts.cancel();
+    m_searchLater.stop();
     m_compare->clear();
     m_members->setGroup(nullptr, -1);
     m_groups->setReport(nullptr);
@@ -74,13 +88,21 @@ void FindDuplicateImageResultForm::showReport()
     m_prepareThread.reset();
     m_thumbnails.setFile(m_report.thumbnails);
     m_notice->hide();
-    m_search->clear();
+    showEmptySearch();
     m_title->setText(m_report.root);
     showTotals();
     m_groups->setReport(&m_report);
-    m_side->setCurrentIndex(m_found->index(0, 0));
+    m_side->setCurrentIndex(m_groups->index(0));
     showGroup();
     emit resultReady();
+}
+
+void FindDuplicateImageResultForm::showEmptySearch()
+{
+    const QSignalBlocker search(m_search);
+    const QSignalBlocker order(m_order);
+    m_search->clear();
+    m_order->setCurrentIndex(0);
 }
 
 void FindDuplicateImageResultForm::showTotals()
@@ -95,26 +117,52 @@ void FindDuplicateImageResultForm::showTotals()
     m_totals->setText(text);
 }
 
-int FindDuplicateImageResultForm::currentGroup() const
+void FindDuplicateImageResultForm::showListed()
 {
-    const QModelIndex source = m_found->mapToSource(m_side->currentIndex());
-    return source.isValid() ? source.row() : -1;
+    const int group = m_members->group();
+    m_groups->setListed(
+        lookalikes::listedGroups(m_report.groups, m_report.root, m_search->text().trimmed(),
+                                 static_cast<lookalikes::GroupOrder>(m_order->currentData().toInt())));
+    const QModelIndex index = m_groups->index(std::max(0, m_groups->rowOf(group)));
+    m_side->setCurrentIndex(index);
+    m_side->scrollTo(index);
+    showGroup();
 }
 
-int FindDuplicateImageResultForm::currentMember() const
+// Looks at the disk again: at the pictures of the group, and at the first one of every other.
+void FindDuplicateImageResultForm::refresh()
 {
-    return m_main->currentIndex().isValid() ? m_main->currentIndex().row() : -1;
+    if (isRemoving() || m_members->group() < 0)
+        return;
+    inspectGroup();
+    QStringList paths;
+    for (const lookalikes::ImageGroup &group : m_report.groups)
+        paths.append(group.members.front().fullPath());
+    m_firsts.start([this, paths](const core::CancelFlag &cancel) -> LatestTask::Effect {
+        std::vector<bool> gone;
+        for (const QString &path : paths) {
+            if (cancel.isSet())
+                return {};
+            gone.push_back(!platform::fileExists(path));
+        }
+        return [this, gone = std::move(gone)] {
+            m_report.firstGone = gone;
+            m_groups->refreshAll();
+        };
+    });
 }
 
 void FindDuplicateImageResultForm::showGroup()
 {
-    const int group = currentGroup();
+    const int group = m_groups->groupAt(m_side->currentIndex().row());
     if (group == m_members->group() && group >= 0)
         return;
     m_compare->clear();
     m_members->setGroup(&m_report, group);
     // The second picture: the first one is beside it anyway.
-    m_main->setCurrentIndex(m_members->index(m_members->rowCount() > 1 ? 1 : 0));
+    // Whatever keys are held down: the view itself would add to a selection with Ctrl or Shift.
+    m_main->selectionModel()->setCurrentIndex(m_members->index(m_members->rowCount() > 1 ? 1 : 0),
+                                              QItemSelectionModel::ClearAndSelect);
     m_main->scrollToTop();
     inspectGroup();
     showMember();
@@ -132,14 +180,16 @@ void FindDuplicateImageResultForm::inspectGroup()
     const int group = m_members->group();
     if (group < 0)
         return;
-    m_inspection.start([this, group, root = m_report.root,
-                        pictures = files(group)](const core::CancelFlag &cancel) -> LatestTask::Effect {
-        std::vector<duplicates::MemberFacts> facts =
-            duplicates::readMembers(root, pictures, platform::fileProbe(), cancel);
-        if (cancel.isSet())
-            return {};
-        return [this, group, facts = std::move(facts)] { showFacts(group, facts); };
-    });
+    m_inspection.start(
+        [this, group, root = m_report.root,
+         pictures = files(group)](const core::CancelFlag &cancel) -> LatestTask::Effect {
+            std::vector<duplicates::MemberFacts> facts =
+                duplicates::readMembers(root, pictures, platform::fileProbe(), cancel);
+            if (cancel.isSet())
+                return {};
+            return [this, group, facts = std::move(facts)] { showFacts(group, facts); };
+        },
+        [this] { warn(tr("There is not enough memory to look at the files of this group.")); });
 }
 
 void FindDuplicateImageResultForm::showFacts(int group, const std::vector<duplicates::MemberFacts> &facts)
@@ -154,7 +204,7 @@ void FindDuplicateImageResultForm::showFacts(int group, const std::vector<duplic
 
 void FindDuplicateImageResultForm::showMember()
 {
-    const int row = currentMember();
+    const int row = comparedMember();
     const ImageRecord *first = m_members->record(0);
     const ImageRecord *selected = m_members->record(row);
     showButtons();
@@ -169,39 +219,102 @@ void FindDuplicateImageResultForm::showMember()
                        row == 0 ? QString() : caption(*selected), m_report.decoders);
 }
 
+QList<int> FindDuplicateImageResultForm::selectedMembers() const
+{
+    QList<int> rows;
+    for (const QModelIndex &index : m_main->selectionModel()->selectedIndexes())
+        rows.append(index.row());
+    std::sort(rows.begin(), rows.end());
+    return rows;
+}
+
+// The only one that is selected, or the one that was selected last.
+int FindDuplicateImageResultForm::comparedMember() const
+{
+    const QList<int> rows = selectedMembers();
+    return rows.size() == 1 ? rows.first() : m_main->currentIndex().row();
+}
+
+int FindDuplicateImageResultForm::removableMember() const
+{
+    const QList<int> rows = selectedMembers();
+    return rows.size() == 1 && !m_members->record(rows.first())->checked ? rows.first() : -1;
+}
+
+// Of those that were not removed.
+QStringList FindDuplicateImageResultForm::selectedPaths() const
+{
+    QStringList paths;
+    for (const int row : selectedMembers())
+        if (const ImageRecord *image = m_members->record(row); !image->checked)
+            paths.append(image->fullPath());
+    return paths;
+}
+
 void FindDuplicateImageResultForm::showButtons()
 {
-    const int row = currentMember();
-    const bool usable = m_members->record(row) && !m_members->record(row)->checked && !isRemoving();
-    for (QToolButton *button : {m_open, m_explorer, m_recycle})
+    const bool usable = !isRemoving() && !selectedPaths().isEmpty();
+    const bool removable = !isRemoving() && removableMember() >= 0;
+    for (QToolButton *button : {m_open, m_explorer})
         button->setEnabled(usable);
+    for (QAction *action : {m_openAction, m_explorerAction})
+        action->setEnabled(usable);
+    m_recycle->setEnabled(removable);
+    m_recycleAction->setEnabled(removable);
+    m_copyAction->setEnabled(!selectedMembers().isEmpty());
 }
 
 void FindDuplicateImageResultForm::on_openButton_clicked()
 {
-    const ImageRecord *image = m_members->record(currentMember());
-    if (image && !image->checked && !platform::shell().openFile(image->fullPath()))
+    const QStringList paths = selectedPaths();
+    QStringList failed;
+    for (const QString &path : paths.first(std::min(paths.size(), mostAtOnce)))
+        if (!platform::shell().openFile(path))
+            failed.append(path);
+    if (!failed.isEmpty())
         warn(tr("%1 could not be opened. It may have been moved or deleted since the scan.")
-                 .arg(image->fullPath()));
+                 .arg(failed.join(QStringLiteral(", "))));
+    else if (paths.size() > mostAtOnce)
+        warn(tr("Only the first %1 of the %2 selected pictures were opened.")
+                 .arg(QString::number(mostAtOnce), QString::number(paths.size())));
 }
 
+// A window for each folder, with the first of its selected pictures.
 void FindDuplicateImageResultForm::on_explorerButton_clicked()
 {
-    const ImageRecord *image = m_members->record(currentMember());
-    if (image && !image->checked && !platform::shell().revealInExplorer(image->fullPath()))
-        warn(tr("%1 could not be shown in Explorer.").arg(image->fullPath()));
+    QStringList shown;
+    QSet<QString> folders;
+    for (const int row : selectedMembers()) {
+        const ImageRecord *image = m_members->record(row);
+        if (!image->checked && !folders.contains(image->walkedFolder)) {
+            folders.insert(image->walkedFolder);
+            shown.append(image->fullPath());
+        }
+    }
+    QStringList failed;
+    for (const QString &path : shown.first(std::min(shown.size(), mostAtOnce)))
+        if (!platform::shell().revealInExplorer(path))
+            failed.append(path);
+    if (!failed.isEmpty())
+        warn(tr("%1 could not be shown in Explorer.").arg(failed.join(QStringLiteral(", "))));
+    else if (shown.size() > mostAtOnce)
+        warn(tr("Only the first %1 of the %2 folders were opened.")
+                 .arg(QString::number(mostAtOnce), QString::number(shown.size())));
 }
 
 void FindDuplicateImageResultForm::on_RecycleBinButton_clicked()
 {
-    const int row = currentMember();
-    const ImageRecord *image = m_members->record(row);
-    if (!image || image->checked || isRemoving())
+    const int row = removableMember();
+    if (row < 0 || isRemoving())
         return;
+    const ImageRecord *image = m_members->record(row);
     m_removingGroup = m_members->group();
     m_removingMember = row;
     m_notice->hide();
     m_inspection.cancel();
+    // The group is not changed under the question.
+    m_searchWaits = m_searchLater.isActive();
+    m_searchLater.stop();
     m_removal->start({m_report.root, files(m_removingGroup), static_cast<std::size_t>(row),
                       m_members->facts(row).value_or(duplicates::MemberFacts())},
                      [this, path = image->fullPath()] {
@@ -225,6 +338,8 @@ void FindDuplicateImageResultForm::afterRemoval(const RemovalResult &result)
         m_members->refresh();
         m_groups->refresh(m_removingGroup);
         showTotals();
+        m_notice->showNotice(QIcon(QStringLiteral(":/resources/images/Info16.png")),
+                             tr("%1 was moved to the recycle bin.").arg(image.fullPath()), m_openBin);
     } else if (!result.notice.isEmpty()) {
         warn(result.notice);
     }
@@ -233,13 +348,18 @@ void FindDuplicateImageResultForm::afterRemoval(const RemovalResult &result)
     else
         showFacts(m_removingGroup, result.members);
     showButtons();
+    if (std::exchange(m_searchWaits, false))
+        m_searchLater.start();
     emit removingChanged(false);
 }
 
 void FindDuplicateImageResultForm::copyPath()
 {
-    if (const ImageRecord *image = m_members->record(currentMember()))
-        QGuiApplication::clipboard()->setText(image->fullPath());
+    QStringList paths;
+    for (const int row : selectedMembers())
+        paths.append(m_members->record(row)->fullPath());
+    if (!paths.isEmpty())
+        QGuiApplication::clipboard()->setText(paths.join(QLatin1Char('\n')));
 }
 
 void FindDuplicateImageResultForm::showMenu(const QPoint &where)
@@ -247,10 +367,8 @@ void FindDuplicateImageResultForm::showMenu(const QPoint &where)
     if (!m_main->indexAt(where).isValid())
         return;
     auto *menu = new FLPopupMenu(this);
-    for (QAction *action : m_main->actions()) {
-        action->setEnabled(m_recycle->isEnabled());
+    for (QAction *action : {m_openAction, m_explorerAction, m_copyAction, m_recycleAction})
         menu->addWithShortcut(action);
-    }
     menu->popup(m_main->viewport()->mapToGlobal(where));
 }
 

@@ -7,9 +7,8 @@
 #include "FindDuplicateImage/ThumbnailCache.h"
 #include "core/WorkerThread.h"
 
+#include <QTimer>
 #include <QWidget>
-
-#include <optional>
 
 class ComparePane;
 class ElidedLabel;
@@ -18,9 +17,10 @@ class FLTreeView;
 class ImageGroupModel;
 class ImageMemberModel;
 class NoticeBar;
+class QAction;
+class QComboBox;
 class QLineEdit;
 class QListView;
-class QSortFilterProxyModel;
 class QToolBar;
 class QToolButton;
 
@@ -60,14 +60,18 @@ public slots:
 private:
     void buildToolBar();
     QToolButton *addTool(const char *name, const char *icon, const QString &text);
-    void buildLists();
+    void buildGroupList();
+    void buildMemberList();
     void buildLayout();
     QWidget *buildRight();
     void buildActions();
     void connectAll();
 
     void showReport();
+    void showEmptySearch();
     void showTotals();
+    void showListed();
+    void refresh();
     void showGroup();
     void inspectGroup();
     void showFacts(int group, const std::vector<duplicates::MemberFacts> &facts);
@@ -78,13 +82,15 @@ private:
     void copyPath();
     void showMenu(const QPoint &where);
     void warn(const QString &text);
-    int currentGroup() const;
-    int currentMember() const;
+    // Rows of m_members, -1 for none.
+    QList<int> selectedMembers() const;
+    int comparedMember() const;
+    int removableMember() const;
+    QStringList selectedPaths() const;
 
     ImageReport m_report;
     ThumbnailCache m_thumbnails;
     ImageGroupModel *m_groups;
-    QSortFilterProxyModel *m_found;
     ImageMemberModel *m_members;
     duplicates::MemberRemoval *m_removal;
     int m_removingGroup = -1;
@@ -99,10 +105,19 @@ private:
     ElidedLabel *m_totals;
     NoticeBar *m_notice;
     QLineEdit *m_search;
+    QComboBox *m_order;
     FLTreeView *m_side;
     QListView *m_main;
     ComparePane *m_compare;
+    QAction *m_openAction;
+    QAction *m_explorerAction;
+    QAction *m_copyAction;
+    QAction *m_recycleAction;
+    QAction *m_openBin; // in the notice after a removal
 
+    QTimer m_searchLater;       // a fast typist is not kept waiting by every letter
+    bool m_searchWaits = false; // for the end of a removal
+    LatestTask m_firsts;
     LatestTask m_inspection;
     core::WorkerPointer<FindDuplicateImageMainResultThread> m_prepareThread;
 };

@@ -5,6 +5,8 @@
 #include "FindDuplicateImage/ThumbnailCache.h"
 #include "core/SizeText.h"
 
+#include <numeric>
+
 using lookalikes::ImageRecord;
 
 ImageGroupModel::ImageGroupModel(ThumbnailCache &thumbnails, QObject *parent)
@@ -15,26 +17,56 @@ ImageGroupModel::ImageGroupModel(ThumbnailCache &thumbnails, QObject *parent)
 
 void ImageGroupModel::setReport(const ImageReport *report)
 {
-    beginResetModel();
     m_report = report;
+    std::vector<int> all(report ? report->groups.size() : 0);
+    std::iota(all.begin(), all.end(), 0);
+    setListed(std::move(all));
+}
+
+void ImageGroupModel::setListed(std::vector<int> groups)
+{
+    beginResetModel();
+    m_listed = std::move(groups);
+    m_rowOf.assign(m_report ? m_report->groups.size() : 0, -1);
+    for (std::size_t row = 0; row < m_listed.size(); ++row)
+        m_rowOf[static_cast<std::size_t>(m_listed[row])] = static_cast<int>(row);
     endResetModel();
 }
 
 void ImageGroupModel::refresh(int group)
 {
-    emit dataChanged(index(group), index(group));
+    const int row = rowOf(group);
+    if (row >= 0)
+        emit dataChanged(index(row), index(row));
+}
+
+void ImageGroupModel::refreshAll()
+{
+    if (rowCount() > 0)
+        emit dataChanged(index(0), index(rowCount() - 1));
+}
+
+int ImageGroupModel::groupAt(int row) const
+{
+    return row >= 0 && row < rowCount() ? m_listed[static_cast<std::size_t>(row)] : -1;
+}
+
+int ImageGroupModel::rowOf(int group) const
+{
+    const auto at = static_cast<std::size_t>(group);
+    return group >= 0 && at < m_rowOf.size() ? m_rowOf[at] : -1;
 }
 
 int ImageGroupModel::rowCount(const QModelIndex &parent) const
 {
-    return m_report && !parent.isValid() ? static_cast<int>(m_report->groups.size()) : 0;
+    return parent.isValid() ? 0 : static_cast<int>(m_listed.size());
 }
 
 QVariant ImageGroupModel::data(const QModelIndex &index, int role) const
 {
-    if (!m_report || !index.isValid())
+    if (!checkIndex(index, CheckIndexOption::IndexIsValid))
         return {};
-    const auto group = static_cast<std::size_t>(index.row());
+    const auto group = static_cast<std::size_t>(groupAt(index.row()));
     const ImageRecord &first = m_report->groups[group].members.front();
     const bool gone = first.checked || m_report->firstGone[group];
     switch (role) {
@@ -52,8 +84,6 @@ QVariant ImageGroupModel::data(const QModelIndex &index, int role) const
         return detailText(group);
     case GoneRole:
         return gone;
-    case SearchRole:
-        return searchText(group);
     default:
         return {};
     }
@@ -72,12 +102,4 @@ QString ImageGroupModel::detailText(std::size_t group) const
     if (left == static_cast<int>(members.size()))
         return tr("%1 pictures, %2").arg(QString::number(left), size);
     return tr("%1 of %2 pictures left, %3").arg(QString::number(left), QString::number(members.size()), size);
-}
-
-QString ImageGroupModel::searchText(std::size_t group) const
-{
-    QString text;
-    for (const ImageRecord &image : m_report->groups[group].members)
-        text += image.name + u'\n';
-    return text;
 }

@@ -4,21 +4,20 @@
 #include <QCoreApplication>
 #include <QStringBuilder>
 
+#include <algorithm>
+
 ImageStatistics statisticsOf(const std::vector<lookalikes::ImageGroup> &groups)
 {
     ImageStatistics statistics;
     for (const lookalikes::ImageGroup &group : groups) {
-        std::size_t left = 0;
-        quint64 bytes = 0;
-        for (const lookalikes::ImageRecord &image : group.members) {
-            left += image.checked ? 0U : 1U;
-            bytes += image.checked ? 0U : image.size;
-        }
+        const auto left = static_cast<std::size_t>(
+            std::count_if(group.members.cbegin(), group.members.cend(),
+                          [](const lookalikes::ImageRecord &image) { return !image.checked; }));
         if (left < 2)
             continue;
         ++statistics.groups;
         statistics.images += left;
-        statistics.freeableBytes += bytes - group.members[*lookalikes::proposedToKeep(group)].size;
+        statistics.freeableBytes += lookalikes::freeableBytes(group);
     }
     return statistics;
 }

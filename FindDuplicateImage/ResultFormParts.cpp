@@ -7,24 +7,32 @@
 #include "FindDuplicateImage/ImageGroupModel.h"
 #include "FindDuplicateImage/ImageMemberModel.h"
 #include "FindDuplicateImage/PictureDelegates.h"
+#include "FindDuplicateImage/engine/ListedGroups.h"
+#include "platform/Shell.h"
 #include "widgets/ElidedLabel.h"
 #include "widgets/FLTreeView.h"
 #include "widgets/NoticeBar.h"
 #include "widgets/Theme.h"
 
 #include <QAction>
+#include <QComboBox>
 #include <QHBoxLayout>
 #include <QIcon>
 #include <QLineEdit>
 #include <QListView>
-#include <QSortFilterProxyModel>
 #include <QSplitter>
 #include <QToolBar>
 #include <QToolButton>
 #include <QVBoxLayout>
 
+#include <utility>
+
+using lookalikes::GroupOrder;
+
 namespace
 {
+
+constexpr int searchDelay = 150; // ms
 
 QIcon image(const char *name)
 {
@@ -36,7 +44,6 @@ QIcon image(const char *name)
 FindDuplicateImageResultForm::FindDuplicateImageResultForm(QWidget *parent)
     : QWidget(parent),
       m_groups(new ImageGroupModel(m_thumbnails, this)),
-      m_found(new QSortFilterProxyModel(this)),
       m_members(new ImageMemberModel(m_thumbnails, this)),
       m_removal(new duplicates::MemberRemoval(this)),
       m_toolBar(new QToolBar(this)),
@@ -44,15 +51,18 @@ FindDuplicateImageResultForm::FindDuplicateImageResultForm(QWidget *parent)
       m_totals(new ElidedLabel(this)),
       m_notice(new NoticeBar(this)),
       m_search(new QLineEdit(this)),
+      m_order(new QComboBox(this)),
       m_side(new FLTreeView(this)),
       m_main(new QListView(this)),
       m_compare(new ComparePane(this))
 {
     buildToolBar();
-    buildLists();
+    buildGroupList();
+    buildMemberList();
     buildLayout();
     buildActions();
     connectAll();
+    showButtons();
 }
 
 QToolButton *FindDuplicateImageResultForm::addTool(const char *name, const char *icon, const QString &text)
@@ -75,9 +85,9 @@ void FindDuplicateImageResultForm::buildToolBar()
     m_back = addTool("backButton", "ArrowLeft24", tr("Back"));
     m_back->setToolTip(tr("Back to the start page (Alt+Left)"));
     m_open = addTool("openButton", "Activate24", tr("Open File"));
-    m_open->setToolTip(tr("Open the selected picture with its program (Ctrl+O)"));
+    m_open->setToolTip(tr("Open the selected pictures with their programs (Ctrl+O)"));
     m_explorer = addTool("explorerButton", "FolderSearch24", tr("Explorer"));
-    m_explorer->setToolTip(tr("Show the selected picture in Explorer (Ctrl+E)"));
+    m_explorer->setToolTip(tr("Show the selected pictures in Explorer (Ctrl+E)"));
     m_recycle = addTool("RecycleBinButton", "RecycleBin24", tr("Move to Recycle Bin"));
     m_recycle->setToolTip(tr("Move the selected picture to the recycle bin (Delete)"));
 
@@ -98,20 +108,26 @@ void FindDuplicateImageResultForm::buildToolBar()
         m_toolBar->addWidget(button);
 }
 
-void FindDuplicateImageResultForm::buildLists()
+void FindDuplicateImageResultForm::buildGroupList()
 {
     m_search->setObjectName(QStringLiteral("searchEdit"));
-    m_search->setPlaceholderText(tr("Search by name"));
-    m_search->setAccessibleName(tr("Search by name"));
+    m_search->setPlaceholderText(tr("Search by name or folder"));
+    m_search->setAccessibleName(tr("Search by name or folder"));
+    m_search->setToolTip(tr("Lists the groups with a picture of that name or folder (Ctrl+F)"));
     m_search->setClearButtonEnabled(true);
     m_search->addAction(image("Search16"), QLineEdit::LeadingPosition);
-    m_found->setSourceModel(m_groups);
-    m_found->setFilterRole(ImageGroupModel::SearchRole);
-    m_found->setFilterCaseSensitivity(Qt::CaseInsensitive);
+    m_order->setObjectName(QStringLiteral("orderComboBox"));
+    m_order->setAccessibleName(tr("Order"));
+    for (const auto &[order, text] : {std::pair{GroupOrder::Report, tr("Largest file first")},
+                                      {GroupOrder::Freeable, tr("Most to free first")},
+                                      {GroupOrder::Members, tr("Most pictures first")},
+                                      {GroupOrder::Name, tr("By name")},
+                                      {GroupOrder::Folder, tr("By folder")}})
+        m_order->addItem(text, static_cast<int>(order));
 
     m_side->setObjectName(QStringLiteral("sideTreeView"));
     m_side->setAccessibleName(tr("Groups of pictures that are alike"));
-    m_side->setModel(m_found);
+    m_side->setModel(m_groups);
     m_side->setItemDelegate(new ImageGroupDelegate(m_side));
     setFocusProxy(m_side);
     m_side->setHeaderHidden(true);
@@ -119,7 +135,10 @@ void FindDuplicateImageResultForm::buildLists()
     m_side->setAllColumnsShowFocus(false); // the delegate shows it
     m_side->setMouseTracking(true);
     m_side->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+}
 
+void FindDuplicateImageResultForm::buildMemberList()
+{
     m_main->setObjectName(QStringLiteral("mainTreeView"));
     m_main->setAccessibleName(tr("Pictures of the group"));
     m_main->setModel(m_members);
@@ -128,7 +147,7 @@ void FindDuplicateImageResultForm::buildLists()
     m_main->setWrapping(true);
     m_main->setResizeMode(QListView::Adjust);
     m_main->setUniformItemSizes(true);
-    m_main->setSelectionMode(QAbstractItemView::SingleSelection);
+    m_main->setSelectionMode(QAbstractItemView::ExtendedSelection);
     m_main->setEditTriggers(QAbstractItemView::NoEditTriggers);
     m_main->setVerticalScrollMode(QAbstractItemView::ScrollPerPixel);
     m_main->setMouseTracking(true);
@@ -156,6 +175,7 @@ void FindDuplicateImageResultForm::buildLayout()
     column->setContentsMargins(0, 0, 0, 0);
     column->setSpacing(theme::spaceSnug);
     column->addWidget(m_search);
+    column->addWidget(m_order);
     column->addWidget(m_side, 1);
 
     auto *splitter = new QSplitter(Qt::Horizontal, this);
@@ -176,23 +196,41 @@ void FindDuplicateImageResultForm::buildLayout()
 
 void FindDuplicateImageResultForm::buildActions()
 {
-    const auto add = [this](const char *name, const char *icon, const QString &text, const QKeySequence &key,
-                            auto slot) {
-        auto *action = new QAction(image(icon), text, this);
-        action->setObjectName(QLatin1String(name));
+    const auto add = [this](QWidget *owner, const QString &text, const QKeySequence &key, auto slot) {
+        auto *action = new QAction(text, this);
         action->setShortcut(key);
         action->setShortcutContext(Qt::WidgetWithChildrenShortcut);
-        m_main->addAction(action);
+        owner->addAction(action);
         connect(action, &QAction::triggered, this, slot);
+        return action;
     };
-    add("openAction", "Activate24", tr("Open File"), Qt::CTRL | Qt::Key_O,
-        &FindDuplicateImageResultForm::on_openButton_clicked);
-    add("showInExplorerAction", "FolderSearch24", tr("Show in Explorer"), Qt::CTRL | Qt::Key_E,
-        &FindDuplicateImageResultForm::on_explorerButton_clicked);
-    add("copyPathAction", "Copy24", tr("Copy Path"), QKeySequence::Copy,
-        &FindDuplicateImageResultForm::copyPath);
-    add("recycleAction", "RecycleBin24", tr("Move to Recycle Bin"), QKeySequence::Delete,
-        &FindDuplicateImageResultForm::on_RecycleBinButton_clicked);
+    const auto addMember = [this, add](const char *name, const char *icon, const QString &text,
+                                       const QKeySequence &key, auto slot) {
+        QAction *action = add(m_main, text, key, slot);
+        action->setObjectName(QLatin1String(name));
+        action->setIcon(image(icon));
+        return action;
+    };
+    m_openAction = addMember("openAction", "Activate24", tr("Open File"), Qt::CTRL | Qt::Key_O,
+                             &FindDuplicateImageResultForm::on_openButton_clicked);
+    m_explorerAction =
+        addMember("showInExplorerAction", "FolderSearch24", tr("Show in Explorer"), Qt::CTRL | Qt::Key_E,
+                  &FindDuplicateImageResultForm::on_explorerButton_clicked);
+    m_copyAction = addMember("copyPathAction", "Copy24", tr("Copy Path"), QKeySequence::Copy,
+                             &FindDuplicateImageResultForm::copyPath);
+    m_recycleAction =
+        addMember("recycleAction", "RecycleBin24", tr("Move to Recycle Bin"), QKeySequence::Delete,
+                  &FindDuplicateImageResultForm::on_RecycleBinButton_clicked);
+    m_openBin = new QAction(tr("Open Recycle Bin"), this);
+    connect(m_openBin, &QAction::triggered, this, [this] {
+        if (!platform::shell().openRecycleBin())
+            warn(tr("The recycle bin could not be opened."));
+    });
+    add(this, tr("Refresh"), QKeySequence::Refresh, &FindDuplicateImageResultForm::refresh);
+    add(this, tr("Search"), QKeySequence::Find, [this] {
+        m_search->setFocus();
+        m_search->selectAll();
+    });
     m_back->setShortcut(QKeySequence(Qt::ALT | Qt::Key_Left));
 }
 
@@ -204,15 +242,16 @@ void FindDuplicateImageResultForm::connectAll()
             &FindDuplicateImageResultForm::on_explorerButton_clicked);
     connect(m_recycle, &QAbstractButton::clicked, this,
             &FindDuplicateImageResultForm::on_RecycleBinButton_clicked);
-    connect(m_search, &QLineEdit::textChanged, this, [this](const QString &text) {
-        m_found->setFilterFixedString(text);
-        if (!m_side->currentIndex().isValid() && m_found->rowCount() > 0)
-            m_side->setCurrentIndex(m_found->index(0, 0));
-        showGroup();
-    });
+    m_searchLater.setSingleShot(true);
+    m_searchLater.setInterval(searchDelay);
+    connect(m_search, &QLineEdit::textChanged, &m_searchLater, qOverload<>(&QTimer::start));
+    connect(&m_searchLater, &QTimer::timeout, this, &FindDuplicateImageResultForm::showListed);
+    connect(m_order, &QComboBox::currentIndexChanged, this, &FindDuplicateImageResultForm::showListed);
     connect(m_side->selectionModel(), &QItemSelectionModel::currentRowChanged, this,
             &FindDuplicateImageResultForm::showGroup);
     connect(m_main->selectionModel(), &QItemSelectionModel::currentChanged, this,
+            &FindDuplicateImageResultForm::showMember);
+    connect(m_main->selectionModel(), &QItemSelectionModel::selectionChanged, this,
             &FindDuplicateImageResultForm::showMember);
     connect(m_main, &QWidget::customContextMenuRequested, this, &FindDuplicateImageResultForm::showMenu);
     connect(m_removal, &duplicates::MemberRemoval::finished, this,

@@ -38,4 +38,13 @@ std::optional<std::size_t> proposedToKeep(const ImageGroup &group)
     return best;
 }
 
+quint64 freeableBytes(const ImageGroup &group)
+{
+    const std::optional<std::size_t> kept = proposedToKeep(group);
+    quint64 bytes = 0;
+    for (std::size_t i = 0; i < group.members.size(); ++i)
+        bytes += i == kept || group.members[i].checked ? 0U : group.members[i].size;
+    return bytes;
+}
+
 } // namespace lookalikes

@@ -43,4 +43,7 @@ void sortForReport(std::vector<ImageGroup> &groups);
 // none is left.
 std::optional<std::size_t> proposedToKeep(const ImageGroup &group);
 
+// What keeping only that member would free; removed members are passed over.
+quint64 freeableBytes(const ImageGroup &group);
+
 } // namespace lookalikes

@@ -57,7 +57,12 @@ struct Scene {
             texts.append(view->model()->index(row, 0).data(role).toString());
         return texts;
     }
-    void select(int row) const { main()->setCurrentIndex(main()->model()->index(row, 0)); }
+    // That one alone: the view itself would mind the modifiers of the last key that a test has pressed.
+    void select(int row) const
+    {
+        main()->selectionModel()->setCurrentIndex(main()->model()->index(row, 0),
+                                                  QItemSelectionModel::ClearAndSelect);
+    }
 
     // Taken away as often as given back, and given back last.
     bool toolbarIsBack() const

@@ -6,7 +6,11 @@
 #include "FindDuplicateImage/LatestTask.h"
 #include "tests/FindDuplicateImage/Trio.h"
 #include "widgets/ElidedLabel.h"
+#include "widgets/FLPopupMenu.h"
 
+#include <QClipboard>
+#include <QComboBox>
+#include <QGuiApplication>
 #include <QLineEdit>
 #include <QSemaphore>
 #include <QToolButton>
@@ -17,6 +21,24 @@ using tests::blocks;
 using tests::Scene;
 using tests::Trio;
 
+namespace
+{
+
+// Two groups: of a large picture that is there twice, and of a small one.
+struct Pairs : Scene {
+    Pairs()
+    {
+        save(u"elsewhere\\1 large.png"_s, blocks(1, {1200, 1000}));
+        save(u"elsewhere\\2 large (copy).png"_s, blocks(1, {1200, 1000}));
+        save(u"1 small.png"_s, blocks(2));
+        save(u"2 small (twin).png"_s, blocks(2));
+        if (!scan())
+            qFatal("no results");
+    }
+};
+
+} // namespace
+
 class LookAlikeResultsTest : public QObject
 {
     Q_OBJECT
@@ -25,8 +47,13 @@ private slots:
     void initTestCase() { tests::requireTestPrefix(); }
 
     void showsWhatThereIs();
-    void searchByName();
+    void search();
+    void searchWaitsForAnAnswer();
+    void order();
+    void refreshLooksAtTheDisk();
     void openAndReveal();
+    void severalAtOnce();
+    void aMenuLeavesTheKeysAlone();
     void comparesWithTheFirst();
     void zoom();
     void onlyTheLatestTaskHasAnEffect();
@@ -55,25 +82,94 @@ void LookAlikeResultsTest::showsWhatThereIs()
     QCOMPARE(scene.recycle()->text(), u"Move to Recycle Bin"_s);
 }
 
-void LookAlikeResultsTest::searchByName()
+void LookAlikeResultsTest::search()
 {
-    Scene scene;
-    scene.save(u"one.png"_s, blocks(1));
-    scene.save(u"one copy.png"_s, blocks(1));
-    scene.save(u"two.png"_s, blocks(2));
-    scene.save(u"two (twin).png"_s, blocks(2));
-    QVERIFY(scene.scan());
+    Pairs scene;
     auto *search = scene.find<QLineEdit>("searchEdit");
-    search->setText(u"TWIN)"_s); // of a member, and no pattern
-    QCOMPARE(scene.side()->model()->rowCount(), 1);
-    QCOMPARE(Scene::rows(scene.main()).size(), 2);
-    QVERIFY(Scene::rows(scene.main()).contains(u"two (twin).png"_s));
+    scene.side()->setCurrentIndex(scene.side()->model()->index(1, 0));
+    QCOMPARE(Scene::rows(scene.main()), QStringList({u"1 small.png"_s, u"2 small (twin).png"_s}));
+    QSignalSpy listed(scene.side()->model(), &QAbstractItemModel::modelReset);
+    for (const QString &typed : {u"t"_s, u"tw"_s, u"TWIN)"_s}) // of a member, and no pattern
+        search->setText(typed);
+    QTRY_COMPARE(scene.side()->model()->rowCount(), 1);
+    QCOMPARE(listed.count(), 1);
+    QCOMPARE(Scene::rows(scene.main()), QStringList({u"1 small.png"_s, u"2 small (twin).png"_s}));
     search->setText(u"nothing"_s);
-    QCOMPARE(scene.main()->model()->rowCount(), 0);
+    QTRY_COMPARE(scene.main()->model()->rowCount(), 0);
     QVERIFY(!scene.find<QWidget>("RecycleBinButton")->isEnabled());
+    search->setText(u"ELSEWHERE"_s); // a folder
+    QTRY_COMPARE(Scene::rows(scene.main()), QStringList({u"1 large.png"_s, u"2 large (copy).png"_s}));
+    QTest::keyClick(scene.main(), Qt::Key_F, Qt::ControlModifier);
+    QVERIFY(search->hasFocus());
+    // The selected group stays selected, wherever it goes.
     search->clear();
-    QCOMPARE(scene.side()->model()->rowCount(), 2);
-    QCOMPARE(scene.main()->model()->rowCount(), 2);
+    QTRY_COMPARE(scene.side()->model()->rowCount(), 2);
+    QCOMPARE(Scene::rows(scene.main()), QStringList({u"1 large.png"_s, u"2 large (copy).png"_s}));
+    QCOMPARE(scene.side()->currentIndex().row(), 0);
+}
+
+// The group that a question is about stays on the screen until it is answered.
+void LookAlikeResultsTest::searchWaitsForAnAnswer()
+{
+    Trio scene;
+    scene.dialogs.whileOpen = [&scene] {
+        QTest::qWait(300);
+        QCOMPARE(scene.main()->model()->rowCount(), 3);
+    };
+    scene.dialogs.nextMessageBox.enqueue(platform::idYes);
+    scene.select(2);
+    scene.find<QLineEdit>("searchEdit")->setText(u"nothing"_s);
+    scene.recycle()->click();
+    QTRY_VERIFY(!scene.form->isBusy());
+    QCOMPARE(scene.bin.taken, QStringList({scene.third}));
+    QTRY_COMPARE(scene.main()->model()->rowCount(), 0);
+}
+
+void LookAlikeResultsTest::order()
+{
+    Pairs scene;
+    auto *order = scene.find<QComboBox>("orderComboBox");
+    const auto choose = [order](const QString &text) { order->setCurrentIndex(order->findText(text)); };
+    QCOMPARE(order->currentText(), u"Largest file first"_s);
+    scene.side()->setCurrentIndex(scene.side()->model()->index(1, 0));
+    choose(u"By folder"_s);
+    QCOMPARE(Scene::rows(scene.side()), QStringList({u"1 small.png"_s, u"1 large.png"_s}));
+    QCOMPARE(scene.side()->currentIndex().row(), 0);
+    choose(u"By name"_s);
+    QCOMPARE(Scene::rows(scene.side()), QStringList({u"1 large.png"_s, u"1 small.png"_s}));
+    // What is removed is of the group that is shown, not of the row that it has.
+    choose(u"By folder"_s);
+    scene.dialogs.nextMessageBox.enqueue(platform::idYes);
+    QTest::mouseClick(scene.find<QToolButton>("RecycleBinButton"), Qt::LeftButton);
+    QTRY_COMPARE(scene.bin.taken, QStringList({scene.folder.path(u"2 small (twin).png"_s)}));
+    QTRY_VERIFY(!scene.form->isBusy());
+    const auto detail = [&scene](int row) {
+        return scene.side()->model()->index(row, 0).data(ImageGroupModel::DetailRole).toString();
+    };
+    QVERIFY(detail(0).startsWith(u"1 of 2 "));
+    QVERIFY(detail(1).startsWith(u"2 pictures"));
+    // A new report begins in its own order.
+    QVERIFY(scene.scan());
+    QCOMPARE(order->currentText(), u"Largest file first"_s);
+}
+
+void LookAlikeResultsTest::refreshLooksAtTheDisk()
+{
+    Pairs scene;
+    const auto gone = [&scene](int row) {
+        return scene.side()->model()->index(row, 0).data(ImageGroupModel::GoneRole).toBool();
+    };
+    const QString other = scene.folder.path(u"1 small.png"_s);
+    const QString shown = scene.folder.path(u"elsewhere\\2 large (copy).png"_s);
+    for (const QString &path : {other, shown}) {
+        tests::requireBelow(scene.folder.path(), path);
+        QVERIFY(QFile::remove(path));
+    }
+    QVERIFY(!gone(1));
+    QTest::keyClick(scene.main(), Qt::Key_F5);
+    QTRY_VERIFY(gone(1));
+    QVERIFY(!gone(0));
+    QTRY_VERIFY(scene.main()->model()->index(1, 0).data(ImageMemberModel::GoneRole).toBool());
 }
 
 void LookAlikeResultsTest::openAndReveal()
@@ -90,6 +186,67 @@ void LookAlikeResultsTest::openAndReveal()
     scene.shell.succeeds = false;
     QTest::mouseClick(scene.find<QToolButton>("openButton"), Qt::LeftButton);
     QVERIFY(!scene.notice().isEmpty());
+}
+
+void LookAlikeResultsTest::severalAtOnce()
+{
+    Trio scene;
+    const auto *view = scene.form->findChild<CompareView *>();
+    scene.main()->setFocus();
+    scene.select(2);
+    scene.main()->selectionModel()->setCurrentIndex(scene.main()->model()->index(0, 0),
+                                                    QItemSelectionModel::Select);
+    QTest::mouseClick(scene.find<QToolButton>("openButton"), Qt::LeftButton);
+    QTest::keyClick(scene.main(), Qt::Key_E, Qt::ControlModifier);
+    QTest::keyClick(scene.main(), Qt::Key_C, Qt::ControlModifier);
+    const QStringList both{scene.first, scene.third};
+    QCOMPARE(scene.shell.opened, both);
+    QCOMPARE(scene.shell.revealed, both);
+    QCOMPARE(QGuiApplication::clipboard()->text(), both.join(u'\n'));
+    // One file is removed at a time.
+    QVERIFY(!scene.recycle()->isEnabled());
+    QTest::keyClick(scene.main(), Qt::Key_Delete);
+    QTest::qWait(50);
+    QVERIFY(scene.dialogs.questions.isEmpty());
+    // The one that is left selected counts, not the one that was clicked last.
+    scene.main()->selectionModel()->setCurrentIndex(scene.main()->model()->index(0, 0),
+                                                    QItemSelectionModel::Deselect);
+    QTRY_COMPARE(view->pair().second.path, scene.third);
+    scene.dialogs.nextMessageBox.enqueue(platform::idYes);
+    QTest::keyClick(scene.main(), Qt::Key_Delete);
+    QTRY_COMPARE(scene.bin.taken, QStringList({scene.third}));
+    QTRY_VERIFY(!scene.form->isBusy());
+    // A removed one among others is passed over.
+    scene.main()->selectAll();
+    QTest::mouseClick(scene.find<QToolButton>("openButton"), Qt::LeftButton);
+    QCOMPARE(scene.shell.opened.mid(2), QStringList({scene.first, scene.second}));
+}
+
+void LookAlikeResultsTest::aMenuLeavesTheKeysAlone()
+{
+    Trio scene;
+    scene.dialogs.nextMessageBox.enqueue(platform::idYes);
+    scene.clickRecycle(1);
+    emit scene.main()->customContextMenuRequested(
+        scene.main()->visualRect(scene.main()->model()->index(1, 0)).center());
+    auto *menu = scene.form->findChild<FLPopupMenu *>();
+    QVERIFY(menu);
+    QStringList usable;
+    for (const QAction *action : menu->actions())
+        if (action->isEnabled())
+            usable.append(action->text());
+    QCOMPARE(usable, QStringList({u"Copy Path"_s}));
+    menu->close();
+    scene.main()->setFocus();
+    QTest::keyClick(scene.main(), Qt::Key_C, Qt::ControlModifier);
+    QCOMPARE(QGuiApplication::clipboard()->text(), scene.second);
+    scene.select(2);
+    QTest::keyClick(scene.main(), Qt::Key_O, Qt::ControlModifier);
+    QCOMPARE(scene.shell.opened, QStringList({scene.third}));
+    scene.dialogs.nextMessageBox.enqueue(platform::idNo);
+    QTest::keyClick(scene.main(), Qt::Key_Delete);
+    QTRY_COMPARE(scene.dialogs.questions.size(), 2);
+    QTRY_VERIFY(!scene.form->isBusy());
 }
 
 void LookAlikeResultsTest::comparesWithTheFirst()

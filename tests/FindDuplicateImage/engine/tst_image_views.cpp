@@ -1,8 +1,9 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 
-// What the results view is made of: kept thumbnails and the picture of a difference.
+// What the results view is made of: the list of groups, kept thumbnails and the picture of a difference.
 
 #include "FindDuplicateImage/engine/Difference.h"
+#include "FindDuplicateImage/engine/ListedGroups.h"
 #include "FindDuplicateImage/engine/ThumbnailSpool.h"
 #include "tests/FindDuplicateImage/engine/PlainFingerprint.h"
 
@@ -12,6 +13,7 @@
 #include <thread>
 
 using namespace lookalikes;
+using namespace Qt::StringLiterals;
 
 namespace
 {
@@ -36,6 +38,17 @@ protected:
     }
 };
 
+ImageRecord picture(const QString &path, quint64 size, bool removed = false)
+{
+    ImageRecord record;
+    const qsizetype separator = path.lastIndexOf(u'\\');
+    record.name = path.mid(separator + 1);
+    record.walkedFolder = path.left(separator);
+    record.size = size;
+    record.checked = removed;
+    return record;
+}
+
 bool isRed(QRgb pixel)
 {
     return qRed(pixel) > qGreen(pixel) + 60;
@@ -48,6 +61,8 @@ class ImageViewsTest : public QObject
     Q_OBJECT
 
 private slots:
+    void listsGroups_data();
+    void listsGroups();
     void thumbnailsComeBack();
     void fullDisk();
     void storedFromSeveralThreads();
@@ -57,6 +72,42 @@ private slots:
     void differenceOfOtherSizes();
     void differenceWithoutPictures();
 };
+
+void ImageViewsTest::listsGroups_data()
+{
+    using enum GroupOrder;
+    QTest::addColumn<QString>("search");
+    QTest::addColumn<GroupOrder>("order");
+    QTest::addColumn<QList<int>>("listed");
+    QTest::newRow("all") << QString() << Report << QList<int>{0, 1, 2, 3};
+    QTest::newRow("any member's name, whatever its case") << u"COPY"_s << Report << QList<int>{0, 2};
+    QTest::newRow("no pattern") << u"*"_s << Report << QList<int>();
+    QTest::newRow("a folder below the root") << u"summer"_s << Report << QList<int>{1, 2};
+    QTest::newRow("not the root") << u"pictures"_s << Report << QList<int>();
+    QTest::newRow("a path has its separators") << u"\\2019\\"_s << Report << QList<int>();
+    // 50, 40, 40 and, since one was removed, nothing.
+    QTest::newRow("most to free") << QString() << Freeable << QList<int>{1, 0, 2, 3};
+    QTest::newRow("most members") << QString() << Members << QList<int>{1, 0, 2, 3};
+    QTest::newRow("name") << QString() << Name << QList<int>{1, 3, 2, 0};
+    QTest::newRow("folder") << QString() << Folder << QList<int>{3, 0, 2, 1};
+    QTest::newRow("name and search") << u"copy"_s << Name << QList<int>{2, 0};
+}
+
+void ImageViewsTest::listsGroups()
+{
+    QFETCH(const QString, search);
+    QFETCH(const GroupOrder, order);
+    QFETCH(const QList<int>, listed);
+    const std::vector<ImageGroup> groups{
+        {{picture(u"C:\\Pictures\\2019\\zebra.jpg"_s, 90), picture(u"C:\\Pictures\\2019\\a Copy.jpg"_s, 40)}},
+        {{picture(u"C:\\Pictures\\Summer\\alp.jpg"_s, 70), picture(u"C:\\Pictures\\Summer\\b.jpg"_s, 30),
+          picture(u"C:\\Pictures\\c.jpg"_s, 20)}},
+        {{picture(u"C:\\Pictures\\2020\\m.jpg"_s, 60),
+          picture(u"C:\\Pictures\\late summer\\copy.jpg"_s, 40)}},
+        {{picture(u"C:\\Pictures\\Lake.jpg"_s, 50), picture(u"C:\\Pictures\\x.jpg"_s, 50, true)}}};
+    const std::vector<int> found = listedGroups(groups, u"C:\\Pictures\\"_s, search, order);
+    QCOMPARE(QList<int>(found.cbegin(), found.cend()), listed);
+}
 
 void ImageViewsTest::thumbnailsComeBack()
 {
