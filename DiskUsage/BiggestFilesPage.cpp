@@ -148,11 +148,6 @@ CsvTable BiggestFilesPage::csvTable() const
             fields.append(model->index(row, column).data().toString());
         rows.append(fields);
     }
-    table.next = [rows, next = qsizetype(0)](QStringList &row) mutable {
-        if (next == rows.size())
-            return false;
-        row = rows.at(next++);
-        return true;
-    };
+    table.setRows(std::move(rows));
     return table;
 }

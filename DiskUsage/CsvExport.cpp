@@ -14,6 +14,16 @@ constexpr char byteOrderMark[] = "\xEF\xBB\xBF";
 namespace diskusage
 {
 
+void CsvTable::setRows(QList<QStringList> rows)
+{
+    next = [rows = std::move(rows), at = qsizetype(0)](QStringList &row) mutable {
+        if (at == rows.size())
+            return false;
+        row = rows.at(at++);
+        return true;
+    };
+}
+
 QString csvField(const QString &text)
 {
     constexpr QStringView formulaBegins = u"=+-@\t\r";

@@ -3,6 +3,7 @@
 
 #include "core/WorkerThread.h"
 
+#include <QList>
 #include <QStringList>
 
 #include <functional>
@@ -16,6 +17,9 @@ struct CsvTable {
     QString suggestedName; // of the file, without its extension
     QStringList titles;
     std::function<bool(QStringList &row)> next;
+
+    // For a table short enough to be made at once.
+    void setRows(QList<QStringList> rows);
 };
 
 // One field after RFC 4180: in quotes when it holds a comma, a quote or a line break, quotes doubled. A text

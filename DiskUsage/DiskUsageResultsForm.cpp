@@ -6,6 +6,7 @@
 #include "DiskUsage/FolderModel.h"
 #include "DiskUsage/FoldersPage.h"
 #include "DiskUsage/NotCountedPage.h"
+#include "core/CountText.h"
 #include "core/SizeText.h"
 #include "platform/Dialogs.h"
 #include "widgets/ElidedLabel.h"
@@ -201,9 +202,11 @@ void DiskUsageResultsForm::detach()
 void DiskUsageResultsForm::showTotals()
 {
     const Folder &root = m_view.folders->rootFolder()->folder();
-    QString text = tr("%1 in %2 files and %3 folders, scanned in %4 seconds")
-                       .arg(core::sizeText(root.bytes), QString::number(root.files),
-                            QString::number(root.folders), secondsText(m_view.milliseconds));
+    QString text =
+        tr("%1 in %2 and %3, scanned in %4 seconds")
+            .arg(core::sizeText(root.bytes), core::countText(root.files, tr("1 file"), tr("%1 files")),
+                 core::countText(root.folders, tr("1 folder"), tr("%1 folders")),
+                 secondsText(m_view.milliseconds));
     if (m_view.drive)
         text += tr(". Windows reports %1 used of %2.")
                     .arg(core::sizeText(m_view.drive->usedBytes()), core::sizeText(m_view.drive->totalBytes));

@@ -288,11 +288,6 @@ CsvTable FileTypesPage::typesTable() const
                      size->text(), QString::number(size->bytes()),
                      m_typeModel->index(row, TypeCount).data().toString()});
     }
-    table.next = [rows, next = qsizetype(0)](QStringList &row) mutable {
-        if (next == rows.size())
-            return false;
-        row = rows.at(next++);
-        return true;
-    };
+    table.setRows(std::move(rows));
     return table;
 }

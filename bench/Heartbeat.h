@@ -6,7 +6,6 @@
 // gap: the rest is other threads and programs on the same processors.
 
 #include "bench/Bench.h"
-#include "core/DirectoryEnumerator.h"
 
 #include <QApplication>
 #include <QElapsedTimer>
@@ -96,20 +95,5 @@ inline Stall measured(const std::string &what, Heartbeat &heart)
     reportStall("interface stall, " + what, stall);
     return stall;
 }
-
-// A form takes its enumerator away with it; the disk stays with the program.
-class Borrowed : public core::DirectoryEnumerator
-{
-public:
-    explicit Borrowed(core::DirectoryEnumerator &disk) : m_disk(disk) {}
-    void list(const QString &folder, core::DirectoryListing &out, const core::CancelFlag &cancel) override
-    {
-        m_disk.list(folder, out, cancel);
-    }
-    std::optional<core::FileIdentity> identity(const QString &path) override { return m_disk.identity(path); }
-
-private:
-    core::DirectoryEnumerator &m_disk;
-};
 
 } // namespace bench

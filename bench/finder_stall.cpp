@@ -90,7 +90,7 @@ Stall duplicatesPage()
         for (const int copy : {1, 2})
             disk.addFile(folderOf(group, copy) + u'\\' + fileName(group), sizeOf(group),
                          static_cast<quint64>(group) + 1);
-    FindDuplicateForm form([&disk] { return std::make_unique<bench::Borrowed>(disk); });
+    FindDuplicateForm form([&disk] { return std::make_unique<tests::BorrowedEnumerator>(disk); });
     form.resize(1200, 800);
     form.show();
     spin(settle);

@@ -84,7 +84,8 @@ Stall run(const std::string &tree, int subfoldersPerFolder)
     tests::MemoryEnumerator disk;
     disk.setRecording(false);
     buildTree(disk, subfoldersPerFolder);
-    DiskUsageForm form([&disk] { return std::make_unique<bench::Borrowed>(disk); }, platform::readDrive);
+    DiskUsageForm form([&disk] { return std::make_unique<tests::BorrowedEnumerator>(disk); },
+                       platform::readDrive);
     form.resize(1200, 800);
     form.show();
     spin(settle);

@@ -230,4 +230,19 @@ private:
     int m_identityCount = 0;
 };
 
+// Hands a file system that outlives the scans to a form, which wants one of its own for each.
+class BorrowedEnumerator : public core::DirectoryEnumerator
+{
+public:
+    explicit BorrowedEnumerator(core::DirectoryEnumerator &disk) : m_disk(disk) {}
+    void list(const QString &folder, core::DirectoryListing &out, const core::CancelFlag &cancel) override
+    {
+        m_disk.list(folder, out, cancel);
+    }
+    std::optional<core::FileIdentity> identity(const QString &path) override { return m_disk.identity(path); }
+
+private:
+    core::DirectoryEnumerator &m_disk;
+};
+
 } // namespace tests

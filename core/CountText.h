@@ -1,0 +1,18 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include <QString>
+
+#include <concepts>
+
+namespace core
+{
+
+// "1 file" or "12 files": `many` has %1 in place of the number.
+template <std::integral Count>
+QString countText(Count count, const QString &one, const QString &many)
+{
+    return count == 1 ? one : many.arg(QString::number(count));
+}
+
+} // namespace core
