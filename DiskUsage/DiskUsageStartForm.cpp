@@ -105,6 +105,7 @@ void DiskUsageStartForm::buildPage()
     m_driveGrid = addSection(page, new QLabel(tr("Drives"), this), driveCardWidth);
     m_specialGrid = addSection(page, new QLabel(tr("Special Folders"), this), cardWidth);
     buildSpecialFolders();
+    m_clearRecent->setAccessibleName(tr("Clear the recent folders"));
     m_recentGrid = addSection(page, m_recentTitle, cardWidth, m_clearRecent);
     page->addStretch();
 
@@ -217,6 +218,7 @@ void DiskUsageStartForm::connectAll()
     connect(m_options, &QAbstractButton::clicked, this, &DiskUsageStartForm::optionsRequested);
     connect(m_clearRecent, &ClickableLabel::clicked, this, &DiskUsageStartForm::recentFoldersCleared);
     connect(this, &DropFrame::folderDropped, this, &DiskUsageStartForm::folderChosen);
+    connect(this, &DropFrame::othersLeftOut, this, &DiskUsageStartForm::showNotice);
     connect(&m_lister, &platform::DriveLister::driveRead, this, &DiskUsageStartForm::showDrive);
     auto *refresh = new QAction(this);
     refresh->setShortcuts(QKeySequence::Refresh);
@@ -277,7 +279,7 @@ void DiskUsageStartForm::showDrive(const Drive &drive)
         card->setShare(0);
         return;
     }
-    const quint64 used = drive.totalBytes - qMin(drive.freeBytes, drive.totalBytes);
+    const quint64 used = drive.usedBytes();
     card->setCaption(
         tr("%1, %2 free of %3")
             .arg(drive.fileSystem, core::sizeText(drive.freeBytes), core::sizeText(drive.totalBytes)));
