@@ -76,6 +76,11 @@ void LookAlikeRemovalTest::yesMovesThatOneOnly()
     QCOMPARE(scene.bin.taken, QStringList({scene.second}));
     QVERIFY(scene.exist(true, false, true));
     QCOMPARE(scene.note(1), u"Moved to the recycle bin"_s);
+    QVERIFY(scene.notice().contains(scene.second));
+    scene.form->findChild<FindDuplicateImageResultForm *>()
+        ->findChild<QToolButton *>(u"noticeActionButton"_s)
+        ->click();
+    QCOMPARE(scene.shell.recycleBinOpened, 1);
     const int nextBest = QFileInfo(scene.first).size() >= QFileInfo(scene.third).size() ? 0 : 2;
     QCOMPARE(scene.note(nextBest), u"Proposed to keep"_s);
     for (const char *name : {"openButton", "explorerButton", "RecycleBinButton"})
