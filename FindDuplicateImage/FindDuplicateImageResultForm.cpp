@@ -99,9 +99,9 @@ void FindDuplicateImageResultForm::showReport()
 
 void FindDuplicateImageResultForm::showEmptySearch()
 {
-    const QSignalBlocker search(m_search);
-    const QSignalBlocker order(m_order);
     m_search->clear();
+    m_searchLater.stop();
+    const QSignalBlocker order(m_order);
     m_order->setCurrentIndex(0);
 }
 
