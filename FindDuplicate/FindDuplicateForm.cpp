@@ -6,6 +6,7 @@
 #include "FindDuplicate/FindDuplicateResultForm.h"
 #include "FindDuplicate/FindDuplicateStartForm.h"
 #include "FindDuplicate/ScanInfoForm.h"
+#include "core/CountText.h"
 #include "core/FolderWalk.h"
 #include "platform/Processors.h"
 #include "platform/Win32Enumerator.h"
@@ -238,9 +239,10 @@ void FindDuplicateForm::OnResultReady()
 void FindDuplicateForm::showNoResult()
 {
     const QString folder = m_root.endsWith(QLatin1Char(':')) ? m_root + QLatin1Char('\\') : m_root;
-    m_noResult = new FindDuplicateNoResultFoundForm(tr("%1 files of the selected types were compared in %2.")
-                                                        .arg(QString::number(m_filesCompared), folder),
-                                                    this);
+    const QString compared =
+        core::countText(m_filesCompared, tr("1 file of the selected types was compared in %2."),
+                        tr("%1 files of the selected types were compared in %2."));
+    m_noResult = new FindDuplicateNoResultFoundForm(compared.arg(folder), this);
     connect(m_noResult, &FindDuplicateNoResultFoundForm::noResult_backToMain, this,
             &FindDuplicateForm::OnNoResult_backToMain);
     m_pages->addWidget(m_noResult);

@@ -3,6 +3,7 @@
 
 #include "FindDuplicate/GroupModel.h"
 #include "FindDuplicate/MemberModel.h"
+#include "core/CountText.h"
 #include "core/SizeText.h"
 #include "platform/Shell.h"
 #include "widgets/ElidedLabel.h"
@@ -70,8 +71,9 @@ void FindDuplicateResultForm::onMainResultProcessFinish()
 
 void FindDuplicateResultForm::showSummary()
 {
-    QString text = tr("%1 groups with %2 files; %3 free when one of each is kept")
-                       .arg(QString::number(m_statistics.groups), QString::number(m_statistics.files),
+    QString text = tr("%1 with %2; %3 free when one of each is kept")
+                       .arg(core::countText(m_statistics.groups, tr("1 group"), tr("%1 groups")),
+                            core::countText(m_statistics.files, tr("1 file"), tr("%1 files")),
                             core::sizeText(m_statistics.freeableBytes));
     if (m_statistics.removedFiles > 0)
         text +=

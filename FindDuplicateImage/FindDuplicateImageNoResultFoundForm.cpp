@@ -2,6 +2,7 @@
 #include "FindDuplicateImage/FindDuplicateImageNoResultFoundForm.h"
 
 #include "FindDuplicateImage/ImageReport.h"
+#include "core/CountText.h"
 #include "widgets/EmptyState.h"
 #include "widgets/Theme.h"
 
@@ -31,10 +32,11 @@ FindDuplicateImageNoResultFoundForm::FindDuplicateImageNoResultFoundForm(QWidget
 
 void FindDuplicateImageNoResultFoundForm::showScan(const ImageReport &report)
 {
-    QString text =
-        report.imagesCompared == 0
-            ? tr("%1 holds no pictures that can be compared.").arg(report.root)
-            : tr("%1 pictures in %2 were compared.").arg(QString::number(report.imagesCompared), report.root);
+    QString text = report.imagesCompared == 0
+                       ? tr("%1 holds no pictures that can be compared.").arg(report.root)
+                       : core::countText(report.imagesCompared, tr("1 picture in %2 was compared."),
+                                         tr("%1 pictures in %2 were compared."))
+                             .arg(report.root);
     for (const QString &remark : remarks(report))
         text += QLatin1Char('\n') + remark;
     m_state->setContent(QIcon(QStringLiteral(":/resources/images/FindDuplicateImage48.png")),

@@ -6,6 +6,7 @@
 #include "FindDuplicateImage/ImageGroupModel.h"
 #include "FindDuplicateImage/ImageMemberModel.h"
 #include "FindDuplicateImage/engine/ListedGroups.h"
+#include "core/CountText.h"
 #include "core/SizeText.h"
 #include "platform/FileProbe.h"
 #include "platform/Paths.h"
@@ -108,7 +109,7 @@ void FindDuplicateImageResultForm::showEmptySearch()
 void FindDuplicateImageResultForm::showTotals()
 {
     const ImageStatistics now = statisticsOf(m_report.groups);
-    const QString groups = now.groups == 1 ? tr("1 group") : tr("%1 groups").arg(QString::number(now.groups));
+    const QString groups = core::countText(now.groups, tr("1 group"), tr("%1 groups"));
     QString text = tr("%1 with %2 of %3 pictures, %4 could be freed")
                        .arg(groups, QString::number(now.images), QString::number(m_report.imagesCompared),
                             core::sizeText(now.freeableBytes));
