@@ -3,6 +3,8 @@
 
 #include "platform/FileProbe.h"
 
+#include <numeric>
+
 namespace
 {
 constexpr int checkedAtOnce = 500;
@@ -35,7 +37,8 @@ void FindDuplicateMainResultThread::run()
 
 void FindDuplicateMainResultThread::prepare()
 {
-    m_listed = duplicates::listedGroups(*m_groups, {}, duplicates::GroupOrder::Report);
+    m_listed.resize(m_groups->size());
+    std::iota(m_listed.begin(), m_listed.end(), 0); // in the order of the report
     m_firstFiles.reserve(m_groups->size());
     for (const duplicates::DuplicateGroup &group : *m_groups)
         m_firstFiles.push_back(group.members.front().fullPath());

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
-#include "FindDuplicate/GroupRows.h"
+#include "FindDuplicate/engine/FileRecord.h"
 #include "core/WorkerThread.h"
 
 #include <QList>

@@ -3,6 +3,7 @@
 
 #include "FindDuplicate/GroupModel.h"
 #include "FindDuplicate/MemberModel.h"
+#include "FindDuplicate/engine/ListedGroups.h"
 #include "core/CountText.h"
 #include "core/SizeText.h"
 #include "platform/Shell.h"
@@ -85,8 +86,9 @@ void FindDuplicateResultForm::showSummary()
 void FindDuplicateResultForm::showListed()
 {
     const int group = selectedGroup();
-    m_groupModel->setListed(m_search->text().trimmed(),
-                            static_cast<duplicates::GroupOrder>(m_order->currentData().toInt()));
+    m_groupModel->setListed(duplicates::listedGroups(
+        *m_groups, m_root, m_search->text().trimmed(),
+        static_cast<duplicates::GroupOrder>(m_order->currentData().toInt()), &duplicates::freeableBytes));
     const int row = qMax(0, m_groupModel->rowOf(group));
     const QModelIndex index = m_groupModel->index(row, 0);
     if (index.isValid()) {

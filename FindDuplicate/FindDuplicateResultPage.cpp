@@ -4,6 +4,7 @@
 
 #include "FindDuplicate/GroupModel.h"
 #include "FindDuplicate/MemberModel.h"
+#include "FindDuplicate/engine/ListedGroups.h"
 #include "platform/Shell.h"
 #include "widgets/ElidedLabel.h"
 #include "widgets/FLPopupMenu.h"
@@ -112,9 +113,9 @@ void FindDuplicateResultForm::buildToolBar()
 void FindDuplicateResultForm::buildGroupList(QVBoxLayout *column)
 {
     m_search->setObjectName(QStringLiteral("searchLineEdit"));
-    m_search->setPlaceholderText(tr("Search by name"));
-    m_search->setAccessibleName(tr("Search by name"));
-    m_search->setToolTip(tr("Lists the groups with a file of that name (Ctrl+F)"));
+    m_search->setPlaceholderText(tr("Search by name or folder"));
+    m_search->setAccessibleName(tr("Search by name or folder"));
+    m_search->setToolTip(tr("Lists the groups with a file of that name or folder (Ctrl+F)"));
     m_search->setClearButtonEnabled(true);
     m_search->addAction(image("Search16"), QLineEdit::LeadingPosition);
     m_order->setObjectName(QStringLiteral("orderComboBox"));

@@ -47,16 +47,10 @@ void GroupModel::setGroups(const std::vector<DuplicateGroup> *groups, std::vecto
 {
     m_groups = groups;
     m_firstFileExists.assign(groups->size(), true);
-    list(std::move(listed));
+    setListed(std::move(listed));
 }
 
-void GroupModel::setListed(const QString &search, duplicates::GroupOrder order)
-{
-    if (m_groups)
-        list(duplicates::listedGroups(*m_groups, search, order));
-}
-
-void GroupModel::list(std::vector<int> groups)
+void GroupModel::setListed(std::vector<int> groups)
 {
     beginResetModel();
     m_listed = std::move(groups);

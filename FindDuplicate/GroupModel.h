@@ -2,7 +2,7 @@
 #pragma once
 
 #include "FindDuplicate/FileIcons.h"
-#include "FindDuplicate/GroupRows.h"
+#include "FindDuplicate/engine/FileRecord.h"
 
 #include <QAbstractTableModel>
 #include <QList>
@@ -24,7 +24,7 @@ public:
     // The groups belong to the caller and stay as long as they are shown.
     // `listed` are their indexes in the order of the rows.
     void setGroups(const std::vector<duplicates::DuplicateGroup> *groups, std::vector<int> listed);
-    void setListed(const QString &search, duplicates::GroupOrder order);
+    void setListed(std::vector<int> groups);
     // From group `first` on, whether their first files are there.
     void setFirstFilesExist(int first, const QList<bool> &exist);
     // A member of the group was marked as removed.
@@ -38,7 +38,6 @@ public:
     QVariant data(const QModelIndex &index, int role) const override;
 
 private:
-    void list(std::vector<int> groups);
     QVariant textData(const duplicates::DuplicateGroup &group, bool exists, int role) const;
 
     const std::vector<duplicates::DuplicateGroup> *m_groups = nullptr;

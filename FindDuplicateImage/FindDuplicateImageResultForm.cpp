@@ -1,11 +1,11 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "FindDuplicateImage/FindDuplicateImageResultForm.h"
 
+#include "FindDuplicate/engine/ListedGroups.h"
 #include "FindDuplicateImage/ComparePane.h"
 #include "FindDuplicateImage/FindDuplicateImageMainResultThread.h"
 #include "FindDuplicateImage/ImageGroupModel.h"
 #include "FindDuplicateImage/ImageMemberModel.h"
-#include "FindDuplicateImage/engine/ListedGroups.h"
 #include "core/CountText.h"
 #include "core/SizeText.h"
 #include "platform/FileProbe.h"
@@ -121,9 +121,9 @@ void FindDuplicateImageResultForm::showTotals()
 void FindDuplicateImageResultForm::showListed()
 {
     const int group = m_members->group();
-    m_groups->setListed(
-        lookalikes::listedGroups(m_report.groups, m_report.root, m_search->text().trimmed(),
-                                 static_cast<lookalikes::GroupOrder>(m_order->currentData().toInt())));
+    m_groups->setListed(duplicates::listedGroups(
+        m_report.groups, m_report.root, m_search->text().trimmed(),
+        static_cast<duplicates::GroupOrder>(m_order->currentData().toInt()), &lookalikes::freeableBytes));
     const QModelIndex index = m_groups->index(std::max(0, m_groups->rowOf(group)));
     m_side->setCurrentIndex(index);
     m_side->scrollTo(index);

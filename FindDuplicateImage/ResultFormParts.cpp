@@ -1,13 +1,13 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 
 // How the results page is put together.
+#include "FindDuplicate/engine/ListedGroups.h"
 #include "FindDuplicateImage/ComparePane.h"
 #include "FindDuplicateImage/FindDuplicateImageMainResultThread.h"
 #include "FindDuplicateImage/FindDuplicateImageResultForm.h"
 #include "FindDuplicateImage/ImageGroupModel.h"
 #include "FindDuplicateImage/ImageMemberModel.h"
 #include "FindDuplicateImage/PictureDelegates.h"
-#include "FindDuplicateImage/engine/ListedGroups.h"
 #include "platform/Shell.h"
 #include "widgets/ElidedLabel.h"
 #include "widgets/FLTreeView.h"
@@ -27,7 +27,7 @@
 
 #include <utility>
 
-using lookalikes::GroupOrder;
+using duplicates::GroupOrder;
 
 namespace
 {

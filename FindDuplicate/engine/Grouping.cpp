@@ -97,19 +97,33 @@ std::vector<DuplicateGroup> combinedGroups(std::vector<std::vector<DuplicateGrou
     return combined;
 }
 
+namespace
+{
+
+std::size_t movedMembers(const DuplicateGroup &group)
+{
+    return static_cast<std::size_t>(std::count_if(group.members.cbegin(), group.members.cend(),
+                                                  [](const FileRecord &file) { return file.moved; }));
+}
+
+} // namespace
+
+quint64 freeableBytes(const DuplicateGroup &group)
+{
+    const std::size_t left = group.members.size() - movedMembers(group);
+    return left > 1 ? group.size * (left - 1) : 0;
+}
+
 GroupStatistics statisticsOf(const std::vector<DuplicateGroup> &groups)
 {
     GroupStatistics result;
     result.groups = groups.size();
     for (const DuplicateGroup &group : groups) {
-        const auto removed = static_cast<std::size_t>(std::count_if(
-            group.members.cbegin(), group.members.cend(), [](const FileRecord &file) { return file.moved; }));
-        const std::size_t left = group.members.size() - removed;
-        result.files += left;
-        result.removedFiles += removed;
-        result.removedBytes += group.size * removed;
-        if (left > 1)
-            result.freeableBytes += group.size * (left - 1);
+        const std::size_t moved = movedMembers(group);
+        result.files += group.members.size() - moved;
+        result.removedFiles += moved;
+        result.removedBytes += group.size * moved;
+        result.freeableBytes += freeableBytes(group);
     }
     return result;
 }

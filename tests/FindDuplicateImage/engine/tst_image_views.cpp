@@ -2,8 +2,8 @@
 
 // What the results view is made of: the list of groups, kept thumbnails and the picture of a difference.
 
+#include "FindDuplicate/engine/ListedGroups.h"
 #include "FindDuplicateImage/engine/Difference.h"
-#include "FindDuplicateImage/engine/ListedGroups.h"
 #include "FindDuplicateImage/engine/ThumbnailSpool.h"
 #include "tests/FindDuplicateImage/engine/PlainFingerprint.h"
 
@@ -13,6 +13,7 @@
 #include <thread>
 
 using namespace lookalikes;
+using duplicates::GroupOrder;
 using namespace Qt::StringLiterals;
 
 namespace
@@ -105,7 +106,7 @@ void ImageViewsTest::listsGroups()
         {{picture(u"C:\\Pictures\\2020\\m.jpg"_s, 60),
           picture(u"C:\\Pictures\\late summer\\copy.jpg"_s, 40)}},
         {{picture(u"C:\\Pictures\\Lake.jpg"_s, 50), picture(u"C:\\Pictures\\x.jpg"_s, 50, true)}}};
-    const std::vector<int> found = listedGroups(groups, u"C:\\Pictures\\"_s, search, order);
+    const std::vector<int> found = listedGroups(groups, u"C:\\Pictures\\"_s, search, order, &freeableBytes);
     QCOMPARE(QList<int>(found.cbegin(), found.cend()), listed);
 }
 

@@ -1,0 +1,90 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include "FindDuplicate/engine/FileRecord.h"
+
+#include <QString>
+#include <QStringMatcher>
+
+#include <algorithm>
+#include <cstddef>
+#include <functional>
+#include <utility>
+#include <vector>
+
+// Which groups a results page lists, and in which order. A group is anything with `members` that are
+// FileRecords; both finders have one.
+namespace duplicates
+{
+
+// Ties keep the order of the report.
+enum class GroupOrder {
+    Report,   // largest file first
+    Freeable, // most bytes first, as `freeable` says
+    Members,  // most first
+    Name,     // of the first member, ignoring case
+    Folder    // of the first member, ignoring case
+};
+
+// Finds a text in the name of a file, or in its folder as far as that lies below the scanned `root`, ignoring
+// case.
+class FileSearch
+{
+public:
+    FileSearch(const QString &root, const QString &text);
+
+    bool matches(const FileRecord &file) const;
+
+private:
+    qsizetype m_rootLength;
+    QStringMatcher m_matcher;
+};
+
+// Each key is made once: there may be a hundred thousand groups, and folding the case of a path takes longer
+// than comparing two.
+template <class Group, class Before, class KeyOf>
+void sortGroups(std::vector<int> &listed, const std::vector<Group> &groups, Before before, KeyOf keyOf)
+{
+    using Row = std::pair<decltype(keyOf(groups.front())), int>;
+    std::vector<Row> rows;
+    rows.reserve(listed.size());
+    for (const int group : listed)
+        rows.emplace_back(keyOf(groups[static_cast<std::size_t>(group)]), group);
+    std::stable_sort(rows.begin(), rows.end(),
+                     [&](const Row &a, const Row &b) { return before(a.first, b.first); });
+    std::transform(rows.cbegin(), rows.cend(), listed.begin(), [](const Row &row) { return row.second; });
+}
+
+// The indexes of the groups with a member that `search` finds; an empty one finds every group.
+template <class Group>
+std::vector<int> listedGroups(const std::vector<Group> &groups, const QString &root, const QString &search,
+                              GroupOrder order, quint64 (*freeable)(const Group &group))
+{
+    const FileSearch file(root, search);
+    const auto matches = [&file](const FileRecord &member) { return file.matches(member); };
+    std::vector<int> listed;
+    for (std::size_t i = 0; i < groups.size(); ++i)
+        if (search.isEmpty() || std::any_of(groups[i].members.cbegin(), groups[i].members.cend(), matches))
+            listed.push_back(static_cast<int>(i));
+    switch (order) {
+    case GroupOrder::Report:
+        break;
+    case GroupOrder::Freeable:
+        sortGroups(listed, groups, std::greater<>(), freeable);
+        break;
+    case GroupOrder::Members:
+        sortGroups(listed, groups, std::greater<>(), [](const Group &group) { return group.members.size(); });
+        break;
+    case GroupOrder::Name:
+        sortGroups(listed, groups, std::less<>(),
+                   [](const Group &group) { return group.members.front().name.toCaseFolded(); });
+        break;
+    case GroupOrder::Folder:
+        sortGroups(listed, groups, std::less<>(),
+                   [](const Group &group) { return group.members.front().walkedFolder.toCaseFolded(); });
+        break;
+    }
+    return listed;
+}
+
+} // namespace duplicates
