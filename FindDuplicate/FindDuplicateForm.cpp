@@ -210,6 +210,7 @@ void FindDuplicateForm::onScanFinish()
     }
     m_groups = std::make_shared<Groups>(std::move(result.groups));
     m_filesCompared = result.filesCompared;
+    m_foldersUnread = result.foldersUnread;
     prepareReport();
 }
 
@@ -217,7 +218,7 @@ void FindDuplicateForm::prepareReport()
 {
     m_progress->complete();
     m_progress->setTitle(tr("Preparing report. Please wait..."));
-    m_results = new FindDuplicateResultForm(m_root, m_groups, this);
+    m_results = new FindDuplicateResultForm(m_root, m_groups, m_foldersUnread, this);
     connect(m_results, &FindDuplicateResultForm::backToMain, this, &FindDuplicateForm::OnBackToMain);
     connect(m_results, &FindDuplicateResultForm::resultReady, this, &FindDuplicateForm::OnResultReady);
     connect(m_results, &FindDuplicateResultForm::showToolbarSignal, this,
@@ -239,10 +240,13 @@ void FindDuplicateForm::OnResultReady()
 void FindDuplicateForm::showNoResult()
 {
     const QString folder = m_root.endsWith(QLatin1Char(':')) ? m_root + QLatin1Char('\\') : m_root;
-    const QString compared =
-        core::countText(m_filesCompared, tr("1 file of the selected types was compared in %2."),
-                        tr("%1 files of the selected types were compared in %2."));
-    m_noResult = new FindDuplicateNoResultFoundForm(compared.arg(folder), this);
+    QString text = core::countText(m_filesCompared, tr("1 file of the selected types was compared in %2."),
+                                   tr("%1 files of the selected types were compared in %2."))
+                       .arg(folder);
+    if (m_foldersUnread > 0)
+        text += QLatin1Char('\n') + core::countText(m_foldersUnread, tr("1 folder could not be read."),
+                                                    tr("%1 folders could not be read."));
+    m_noResult = new FindDuplicateNoResultFoundForm(text, this);
     connect(m_noResult, &FindDuplicateNoResultFoundForm::noResult_backToMain, this,
             &FindDuplicateForm::OnNoResult_backToMain);
     m_pages->addWidget(m_noResult);

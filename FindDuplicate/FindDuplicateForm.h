@@ -76,6 +76,7 @@ private:
     // Shared with the page that shows them.
     std::shared_ptr<std::vector<duplicates::DuplicateGroup>> m_groups;
     std::size_t m_filesCompared = 0;
+    int m_foldersUnread = 0;
 
     QStackedLayout *m_pages;
     FindDuplicateStartForm *m_start;

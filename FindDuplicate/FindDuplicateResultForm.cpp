@@ -80,6 +80,9 @@ void FindDuplicateResultForm::showSummary()
         text +=
             tr("; %1 moved to the recycle bin (%2)")
                 .arg(QString::number(m_statistics.removedFiles), core::sizeText(m_statistics.removedBytes));
+    if (m_foldersUnread > 0)
+        text += QLatin1String("; ") + core::countText(m_foldersUnread, tr("1 folder could not be read"),
+                                                      tr("%1 folders could not be read"));
     m_summary->setText(text);
 }
 

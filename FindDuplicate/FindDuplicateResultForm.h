@@ -41,8 +41,10 @@ class FindDuplicateResultForm : public QWidget
 public:
     using Groups = std::vector<duplicates::DuplicateGroup>;
 
-    // `root` is the folder that was scanned. Nobody else changes the groups while the page lives.
-    FindDuplicateResultForm(QString root, std::shared_ptr<Groups> groups, QWidget *parent = nullptr);
+    // `root` is the folder that was scanned; that many folders in it could not be read. Nobody else changes
+    // the groups while the page lives.
+    FindDuplicateResultForm(QString root, std::shared_ptr<Groups> groups, int foldersUnread,
+                            QWidget *parent = nullptr);
     ~FindDuplicateResultForm() override;
 
     // Builds the list; resultReady() follows. False when there is nothing to show.
@@ -117,6 +119,7 @@ private:
     void markRemoved(bool moved);
 
     const QString m_root;
+    const int m_foldersUnread;
     const std::shared_ptr<Groups> m_groups;
     duplicates::GroupStatistics m_statistics;
 

@@ -54,9 +54,10 @@ void dressList(FLTreeView *list)
 } // namespace
 
 FindDuplicateResultForm::FindDuplicateResultForm(QString root, std::shared_ptr<Groups> groups,
-                                                 QWidget *parent)
+                                                 int foldersUnread, QWidget *parent)
     : QWidget(parent),
       m_root(std::move(root)),
+      m_foldersUnread(foldersUnread),
       m_groups(std::move(groups)),
       m_toolBar(new QToolBar(this)),
       m_summary(new ElidedLabel(this)),

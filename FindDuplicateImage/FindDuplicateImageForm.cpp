@@ -223,6 +223,7 @@ void FindDuplicateImageForm::onScanFinish()
     report.groups = std::move(result.groups);
     report.imagesCompared = result.imagesCompared;
     report.placeholders = result.placeholders;
+    report.foldersUnread = result.foldersUnread;
     report.decodedHere = m_decoders->usesThisProcess();
     report.decoders = std::exchange(m_decoders, {});
     report.thumbnails = std::exchange(m_thumbnails, {});

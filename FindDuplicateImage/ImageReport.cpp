@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "FindDuplicateImage/ImageReport.h"
 
+#include "core/CountText.h"
+
 #include <QCoreApplication>
 #include <QStringBuilder>
 
@@ -28,6 +30,10 @@ QStringList remarks(const ImageReport &report)
     if (report.placeholders > 0)
         texts.append(QCoreApplication::translate("ImageReport", "%1 only in the cloud, not compared")
                          .arg(QString::number(report.placeholders)));
+    if (report.foldersUnread > 0)
+        texts.append(core::countText(
+            report.foldersUnread, QCoreApplication::translate("ImageReport", "1 folder could not be read"),
+            QCoreApplication::translate("ImageReport", "%1 folders could not be read")));
     if (report.decodedHere)
         texts.append(QCoreApplication::translate(
             "ImageReport", "LarkspurDecoder.exe did not start, pictures were read without its protection"));

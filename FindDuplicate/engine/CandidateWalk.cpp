@@ -20,14 +20,16 @@ public:
     {
     }
 
-    int itemsSeen() const { return m_itemsSeen; }
+    const WalkOutcome &outcome() const { return m_outcome; }
 
     void rootCounted(int directSubfolders) override { m_listener.totalSubFolders(directSubfolders + 1); }
-    void entryMet() override { m_listener.itemSeen(++m_itemsSeen); }
+    void entryMet() override { m_listener.itemSeen(++m_outcome.itemsSeen); }
     bool acceptFolder(const QString &, const core::DirectoryEntry &) override { return true; }
 
-    void enterFolder(const QString &, QStringView, int depth, FolderState) override
+    void enterFolder(const QString &, QStringView, int depth, FolderState state) override
     {
+        if (state == FolderState::Unreadable || state == FolderState::ListedInPart)
+            ++m_outcome.foldersUnread;
         if (depth == 1)
             m_listener.folderEntered();
     }
@@ -58,19 +60,20 @@ private:
     const SuffixMatcher m_matcher;
     ScanListener &m_listener;
     const CandidateHandler &m_handle;
-    int m_itemsSeen = 0;
+    WalkOutcome m_outcome;
 };
 
 } // namespace
 
-int walkCandidates(const QString &root, const WalkRules &rules, core::DirectoryEnumerator &enumerator,
-                   ScanListener &listener, const CandidateHandler &handle, const core::CancelFlag &cancel)
+WalkOutcome walkCandidates(const QString &root, const WalkRules &rules, core::DirectoryEnumerator &enumerator,
+                           ScanListener &listener, const CandidateHandler &handle,
+                           const core::CancelFlag &cancel)
 {
     CandidateVisitor visitor(rules, listener, handle);
     core::WalkOptions options;
     options.readAheadThreads = rules.readAheadThreads;
     core::walkFolders(root, enumerator, visitor, cancel, options);
-    return visitor.itemsSeen();
+    return visitor.outcome();
 }
 
 } // namespace duplicates

@@ -35,9 +35,15 @@ struct WalkRules {
 // Takes a file of the selected category with that index, in walk order.
 using CandidateHandler = std::function<void(int category, FileRecord file)>;
 
+struct WalkOutcome {
+    int itemsSeen = 0;
+    int foldersUnread = 0; // that could not be listed, or in part only; the root is one of them
+};
+
 // Walks the tree below `root` (a chosen folder in any spelling) on the calling thread until the end or until
-// cancelled. Unreadable folders are passed over. Returns the number of items seen.
-int walkCandidates(const QString &root, const WalkRules &rules, core::DirectoryEnumerator &enumerator,
-                   ScanListener &listener, const CandidateHandler &handle, const core::CancelFlag &cancel);
+// cancelled. Unreadable folders are passed over.
+WalkOutcome walkCandidates(const QString &root, const WalkRules &rules, core::DirectoryEnumerator &enumerator,
+                           ScanListener &listener, const CandidateHandler &handle,
+                           const core::CancelFlag &cancel);
 
 } // namespace duplicates

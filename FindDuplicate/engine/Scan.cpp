@@ -17,7 +17,9 @@ ScanResult findDuplicates(const QString &root, const ScanOptions &options,
         groupers[static_cast<std::size_t>(category)].add(std::move(file));
     };
     const WalkRules rules{options.categories, true, options.smallFileSize, options.readAheadThreads};
-    result.itemsSeen = walkCandidates(root, rules, enumerator, listener, compare, cancel);
+    const WalkOutcome walked = walkCandidates(root, rules, enumerator, listener, compare, cancel);
+    result.itemsSeen = walked.itemsSeen;
+    result.foldersUnread = walked.foldersUnread;
     result.cancelled = cancel.isSet();
 
     std::vector<std::vector<DuplicateGroup>> byCategory;

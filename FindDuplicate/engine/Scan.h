@@ -29,6 +29,7 @@ struct ScanResult {
     std::vector<DuplicateGroup> groups; // in the order of the report, see combinedGroups()
     std::size_t filesCompared = 0;
     int itemsSeen = 0;
+    int foldersUnread = 0; // WalkOutcome
     bool cancelled = false;
 };
 

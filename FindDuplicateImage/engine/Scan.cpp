@@ -153,9 +153,11 @@ ScanResult findLookalikes(const QString &root, const ScanOptions &options,
     ScanResult result;
     ImageScan scan(options, examine, thumbnails, cancel);
     const duplicates::WalkRules rules{rasterImages(), false, 0, options.readAheadThreads};
-    result.itemsSeen = duplicates::walkCandidates(
+    const duplicates::WalkOutcome walked = duplicates::walkCandidates(
         root, rules, enumerator, listener,
         [&scan](int, duplicates::FileRecord file) { scan.add(std::move(file)); }, cancel);
+    result.itemsSeen = walked.itemsSeen;
+    result.foldersUnread = walked.foldersUnread;
     scan.finish(result);
     result.cancelled = cancel.isSet();
     return result;

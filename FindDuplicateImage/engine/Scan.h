@@ -57,6 +57,7 @@ struct ScanResult {
     std::size_t imagesCompared = 0;
     std::size_t placeholders = 0; // pictures whose content lies in a cloud store: not opened, so not compared
     int itemsSeen = 0;
+    int foldersUnread = 0; // duplicates::WalkOutcome
     bool cancelled = false;
 };
 

@@ -300,6 +300,10 @@ void FindDuplicateFormTest::saysWhenThereIsNothing()
         QVERIFY(page->isVisible());
         QCOMPARE(page->findChild<QWidget *>(QStringLiteral("noResultLabel"))->accessibleName(),
                  QStringLiteral("No Duplicate Files Found"));
+        QString texts;
+        for (const QLabel *label : page->findChildren<QLabel *>())
+            texts += label->text();
+        QCOMPARE(texts.contains(QStringLiteral("1 folder could not be read")), root != folder.path());
         auto *back = page->findChild<QPushButton *>(QStringLiteral("backButton"));
         QCOMPARE(back->text(), QStringLiteral("Back"));
         back->click();

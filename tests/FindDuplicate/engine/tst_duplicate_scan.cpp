@@ -169,7 +169,7 @@ void DuplicateScanTest::progress()
     m_disk->addFolder(u"C:\\r\\a\\deep"_s);
     m_disk->setUnreadable(u"C:\\r\\secret"_s);
     m_disk->addFile(u"C:\\r\\3.zzz"_s, 1);
-    scan();
+    QCOMPARE(scan().foldersUnread, 1);
     QCOMPARE(m_events.events, QStringList({u"total 3"_s, u"1"_s, u"C:\\r"_s, u"2"_s, u"step"_s, u"3"_s,
                                            u"C:\\r\\a"_s, u"4"_s, u"5"_s, u"step"_s, u"6"_s, u"C:\\r"_s}));
 }
@@ -196,6 +196,7 @@ void DuplicateScanTest::missingRoot()
 {
     const ScanResult result = scan(u"Q:\\nothing"_s);
     QVERIFY(result.groups.empty());
+    QCOMPARE(result.foldersUnread, 1);
     QCOMPARE(m_events.events, QStringList{u"total 1"_s});
 }
 
