@@ -10,6 +10,27 @@
 #include <QGuiApplication>
 #include <QWidget>
 
+// Asks whether a path is there: a disk may have to wake up for the answer.
+class PathLook : public core::WorkerThread
+{
+public:
+    PathLook(QString path, std::function<void(const QString &path, bool exists)> answered)
+        : m_path(std::move(path)),
+          m_answered(std::move(answered))
+    {
+    }
+
+protected:
+    void run() override
+    {
+        deliver([this, exists = platform::fileExists(m_path)] { m_answered(m_path, exists); });
+    }
+
+private:
+    const QString m_path;
+    const std::function<void(const QString &, bool)> m_answered;
+};
+
 PathActions::PathActions(QWidget *view, std::function<QString()> path)
     : QObject(view),
       m_view(view),
@@ -28,6 +49,8 @@ PathActions::PathActions(QWidget *view, std::function<QString()> path)
     connect(m_copy, &QAction::triggered, this, &PathActions::copyPath);
     connect(m_export, &QAction::triggered, this, &PathActions::exportTable);
 }
+
+PathActions::~PathActions() = default;
 
 QAction *PathActions::add(const QString &text, const QString &icon, const QKeySequence &key,
                           const QString &name)
@@ -77,8 +100,14 @@ void PathActions::showInExplorer()
     const QString path = m_path();
     if (path.isEmpty())
         return;
-    // For a path that is gone Explorer opens some other folder without a word.
-    if (!platform::fileExists(path))
+    m_look.reset(new PathLook(path, [this](const QString &asked, bool exists) { reveal(asked, exists); }));
+    m_look->start();
+}
+
+// For a path that is gone Explorer opens some other folder without a word.
+void PathActions::reveal(const QString &path, bool exists)
+{
+    if (!exists)
         emit failed(tr("%1 is not there any more. It was moved or deleted since the scan.").arg(path));
     else if (!platform::shell().revealInExplorer(path))
         emit failed(tr("%1 could not be shown in Explorer.").arg(path));

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
+#include "core/WorkerThread.h"
+
 #include <QObject>
 #include <QString>
 
@@ -9,6 +11,7 @@
 class QAction;
 class QPoint;
 class QWidget;
+class PathLook;
 
 // What can be done with the file or folder that is current in a list or picture: open it, show it in
 // Explorer, copy its path, scan it again, and export the list. The actions belong to the view: their keys
@@ -20,6 +23,7 @@ class PathActions : public QObject
 public:
     // `path` answers with the full path of what is current, empty for nothing.
     PathActions(QWidget *view, std::function<QString()> path);
+    ~PathActions() override;
 
     // Adds "Scan This Folder Again"; without this call there is none.
     void addScanAgain();
@@ -35,6 +39,7 @@ signals:
     void failed(const QString &message);
 
 private:
+    void reveal(const QString &path, bool exists);
     QAction *add(const QString &text, const QString &icon, const QKeySequence &key, const QString &name);
 
     QWidget *m_view;
@@ -44,4 +49,5 @@ private:
     QAction *m_copy;
     QAction *m_scanAgain = nullptr;
     QAction *m_export;
+    core::RetiringPointer<PathLook> m_look;
 };

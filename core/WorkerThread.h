@@ -12,7 +12,7 @@ namespace core
 {
 
 // A job on its own thread. run() calls an engine function with the cancel flag and emits the finish signal of
-// the subclass. A subclass does not delete itself: it is owned through WorkerPointer.
+// the subclass. A subclass does not delete itself: it is owned through WorkerPointer or RetiringPointer.
 class WorkerThread : public QThread
 {
     Q_OBJECT

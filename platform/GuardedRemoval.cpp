@@ -53,7 +53,8 @@ Removal moveShownFile(const ShownFile &file)
 {
     if (const std::optional<Removal> found = unopenedObstacle(file))
         return *found;
-    // Held to the end, so that the path that the shell is given still leads to what was checked.
+    // Held to the end, so that no folder on its path can be exchanged. The file itself still could: keeping
+    // it from that would keep the shell from moving it.
     const HeldFile held(file.path);
     if (const std::optional<Removal> found = obstacle(file, held))
         return *found;

@@ -17,7 +17,8 @@ namespace
 class WindowsRecycleBin : public RecycleBin
 {
 protected:
-    bool move(const QString &path) override { return QFile::moveToTrash(path); }
+    // The shell answers with success for an operation that it broke off, for one on a drive without a bin.
+    bool move(const QString &path) override { return QFile::moveToTrash(path) && !fileExists(path); }
 };
 
 // The shell reads a path as Win32 does, which drops trailing dots and spaces, resolves ".." and knows device

@@ -9,15 +9,17 @@
 #include <QMimeData>
 #include <QPainter>
 
+#include <utility>
+
 namespace
 {
 
-// Far more than anybody drops on purpose.
-constexpr qsizetype mostLookedAt = 200;
+// Each is a question to its disk, on the interface thread.
+constexpr qsizetype mostLookedAt = 20;
 
 // The first folder among the dropped things, which may come behind files. Whoever drags them has just been
-// shown them, so asking what they are does not take long; it is asked when the drag enters and when it is
-// dropped, not while it moves.
+// shown them, so asking what they are does not take long; it is asked when the drag enters, and what was
+// found is kept for the drop.
 QString droppedFolder(const QMimeData *data)
 {
     const QList<QUrl> urls = data->urls();
@@ -71,7 +73,8 @@ DropFrame::DropFrame(QWidget *parent) : QWidget(parent), m_overlay(new Overlay(t
 
 void DropFrame::dragEnterEvent(QDragEnterEvent *event)
 {
-    if (!isEnabled() || droppedFolder(event->mimeData()).isEmpty())
+    m_folder = isEnabled() ? droppedFolder(event->mimeData()) : QString();
+    if (m_folder.isEmpty())
         return;
     m_overlay->raise();
     m_overlay->show();
@@ -86,7 +89,7 @@ void DropFrame::dragLeaveEvent(QDragLeaveEvent *)
 void DropFrame::dropEvent(QDropEvent *event)
 {
     m_overlay->hide();
-    const QString folder = droppedFolder(event->mimeData());
+    const QString folder = std::exchange(m_folder, {});
     if (folder.isEmpty())
         return;
     event->acceptProposedAction();

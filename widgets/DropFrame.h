@@ -28,5 +28,6 @@ protected:
 
 private:
     QString m_hint;
+    QString m_folder; // that is being dragged over it
     QWidget *m_overlay;
 };
