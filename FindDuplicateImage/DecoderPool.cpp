@@ -19,7 +19,7 @@ namespace
 
 using Clock = std::chrono::steady_clock;
 
-enum class Answer { Lost, Failed, Done };
+enum class Answer { NoReply, Lost, Failed, Done };
 
 // Sends a request and reads as far as what was asked for. The memory that the picture needs may have to be
 // waited for, which is not the decoder's fault: `begin` starts the time anew.
@@ -28,8 +28,10 @@ Answer request(platform::PipedProcess &process, Wish wish, const QString &path,
 {
     begin();
     if (!decoder::writeRequest(process, {wish, path}))
-        return Answer::Lost;
+        return Answer::NoReply;
     std::optional<Reply> reply = decoder::readNumber<Reply>(process);
+    if (!reply)
+        return Answer::NoReply;
     if (reply == Reply::Needs) {
         const auto bytes = decoder::readNumber<qint64>(process);
         if (!bytes)
@@ -74,19 +76,25 @@ int DecoderPool::lost() const
     return m_lost;
 }
 
-// Null when there is no decoder for this picture.
-DecoderPool::Process DecoderPool::take(const QString &path, const core::CancelFlag &cancel)
+DecoderPool::Taken DecoderPool::take(const QString &path, const core::CancelFlag &cancel)
 {
     {
         const std::lock_guard lock(m_mutex);
         if (m_usesThisProcess)
-            return nullptr;
-        if (!m_idle.empty()) {
+            return {};
+        while (!m_idle.empty()) {
             Process process = std::move(m_idle.back());
             m_idle.pop_back();
-            return process;
+            if (!process->hasEnded())
+                return {std::move(process), true};
         }
     }
+    return {startFor(path, cancel)};
+}
+
+// Null when it does not start; the picture is counted as lost then, or all of them are decoded here.
+DecoderPool::Process DecoderPool::startFor(const QString &path, const core::CancelFlag &cancel)
+{
     Process process = start(cancel);
     if (!process && !cancel.isSet()) {
         qDebug() << "The decoder did not start, once more:" << m_options.program;
@@ -125,20 +133,33 @@ void DecoderPool::countLost(const QString &path)
 
 // What `read` reads once a decoder has done what was wished for.
 template <class Result>
-std::optional<Result> DecoderPool::ask(Process process, Wish wish, const QString &path,
+std::optional<Result> DecoderPool::ask(Taken taken, Wish wish, const QString &path,
                                        const core::BeforeDecode &beforeDecode, const core::CancelFlag &cancel,
                                        std::optional<Result> (*read)(platform::ByteChannel &))
 {
-    platform::PipedProcess &decoder = *process;
-    const Answer answer = request(decoder, wish, path, beforeDecode, [&] {
-        const auto end = Clock::now() + m_options.patience;
-        decoder.setGiveUp([&cancel, end] { return cancel.isSet() || Clock::now() > end; });
-    });
+    Process process = std::move(taken.process);
+    bool givenUp = false;
+    const auto requestOnce = [&] {
+        return request(*process, wish, path, beforeDecode, [&] {
+            const auto end = Clock::now() + m_options.patience;
+            process->setGiveUp(
+                [&givenUp, &cancel, end] { return givenUp = cancel.isSet() || Clock::now() > end; });
+        });
+    };
+    Answer answer = requestOnce();
+    if (answer == Answer::NoReply && taken.isUsed && !givenUp) {
+        // Damage that the last picture did to it shows late. hasEnded() did not see that one: a process that
+        // ends closes its pipes first.
+        process = startFor(path, cancel);
+        if (!process)
+            return std::nullopt;
+        answer = requestOnce();
+    }
     std::optional<Result> result;
     if (answer == Answer::Done)
-        result = read(decoder);
-    const bool lost = answer == Answer::Lost || (answer == Answer::Done && !result);
-    process->setGiveUp({}); // it refers to the caller's flag
+        result = read(*process);
+    const bool lost = !result && answer != Answer::Failed;
+    process->setGiveUp({}); // it refers to what ends with this call
     const std::lock_guard lock(m_mutex);
     if (!lost)
         m_idle.push_back(std::move(process));
@@ -151,13 +172,13 @@ std::optional<lookalikes::ExaminedImage> DecoderPool::examine(const QString &pat
                                                               const core::BeforeDecode &beforeDecode,
                                                               const core::CancelFlag &cancel)
 {
-    Process process = take(path, cancel);
-    if (!process) {
+    Taken taken = take(path, cancel);
+    if (!taken.process) {
         if (usesThisProcess() && !cancel.isSet())
             return lookalikes::examineWith(core::readImage)(path, beforeDecode);
         return std::nullopt;
     }
-    auto found = ask<decoder::Examination>(std::move(process), Wish::Examine, path, beforeDecode, cancel,
+    auto found = ask<decoder::Examination>(std::move(taken), Wish::Examine, path, beforeDecode, cancel,
                                            decoder::readExamination);
     if (!found)
         return std::nullopt;
@@ -170,14 +191,14 @@ std::optional<lookalikes::ExaminedImage> DecoderPool::examine(const QString &pat
 
 std::optional<core::LoadedImage> DecoderPool::picture(const QString &path, const core::CancelFlag &cancel)
 {
-    Process process = take(path, cancel);
-    if (!process) {
+    Taken taken = take(path, cancel);
+    if (!taken.process) {
         if (usesThisProcess() && !cancel.isSet())
             return core::readImage(path);
         return std::nullopt;
     }
     auto found =
-        ask<decoder::Picture>(std::move(process), Wish::Picture, path, {}, cancel, decoder::readPicture);
+        ask<decoder::Picture>(std::move(taken), Wish::Picture, path, {}, cancel, decoder::readPicture);
     if (!found)
         return std::nullopt;
     return core::LoadedImage{std::move(found->image), std::move(found->format)};

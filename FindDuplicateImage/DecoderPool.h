@@ -17,9 +17,10 @@
 
 // Decodes pictures in processes of their own, so that a file that brings its decoder down, or keeps it busy
 // for ever, costs that one file. There are as many of these processes as threads decode at a time; one that
-// ended is replaced when the next picture comes. What does not start is started once more. Where not even the
-// first can be started, pictures are decoded in this process, behind the limits of core::readImage(), and
-// cancelling waits for the picture that is being decoded. Any thread.
+// ended is replaced when the next picture comes. One that ends before it replies may have been brought down
+// by what it decoded before: then another one is asked, once. What does not start is started once more. Where
+// not even the first can be started, pictures are decoded in this process, behind the limits of
+// core::readImage(), and cancelling waits for the picture that is being decoded. Any thread.
 class DecoderPool
 {
 public:
@@ -58,11 +59,17 @@ public:
 private:
     using Process = std::unique_ptr<platform::PipedProcess>;
 
+    struct Taken {
+        Process process;     // null when there is none for this picture
+        bool isUsed = false; // it has answered before
+    };
+
     template <class Result>
-    std::optional<Result> ask(Process process, decoder::Wish wish, const QString &path,
+    std::optional<Result> ask(Taken taken, decoder::Wish wish, const QString &path,
                               const core::BeforeDecode &beforeDecode, const core::CancelFlag &cancel,
                               std::optional<Result> (*read)(platform::ByteChannel &));
-    Process take(const QString &path, const core::CancelFlag &cancel);
+    Taken take(const QString &path, const core::CancelFlag &cancel);
+    Process startFor(const QString &path, const core::CancelFlag &cancel);
     Process start(const core::CancelFlag &cancel) const;
     void countLost(const QString &path);
 

@@ -200,6 +200,11 @@ std::unique_ptr<PipedProcess> PipedProcess::start(const QString &program, const 
     return std::unique_ptr<PipedProcess>(new PipedProcess(std::move(handles)));
 }
 
+bool PipedProcess::hasEnded() const
+{
+    return WaitForSingleObject(m_handles->process.get(), 0) == WAIT_OBJECT_0;
+}
+
 bool PipedProcess::read(void *to, std::size_t bytes)
 {
     auto *next = static_cast<std::byte *>(to);

@@ -49,6 +49,8 @@ public:
     static std::unique_ptr<PipedProcess> start(const QString &program, const ProcessGroup &group);
     ~PipedProcess() override;
 
+    // Whatever the reason. One that is just ending may say false and answer nothing any more.
+    bool hasEnded() const;
     void setGiveUp(GiveUp giveUp) { m_giveUp = std::move(giveUp); }
     bool read(void *to, std::size_t bytes) override;
     bool write(const void *from, std::size_t bytes) override;

@@ -29,6 +29,7 @@ namespace
 {
 
 platform::ByteChannel *application = nullptr;
+QString decoded; // the name of the last picture
 
 void end(const QString &how)
 {
@@ -43,6 +44,21 @@ void end(const QString &how)
         std::terminate();
     }
 }
+
+// Comes down only after the answer to a picture is out: at once, or when the next request comes.
+class Channel : public platform::ParentChannel
+{
+public:
+    bool read(void *to, std::size_t bytes) override
+    {
+        if (decoded == u"crash afterwards"_s)
+            end(u"crash"_s);
+        const bool got = ParentChannel::read(to, bytes);
+        if (decoded == u"crash with the next"_s)
+            end(u"crash"_s);
+        return got;
+    }
+};
 
 // The beginning of an answer to either wish, as far as the size of the first picture.
 void beginAnswer(decoder::Wish wish, qint32 width, qint32 height)
@@ -111,7 +127,9 @@ std::optional<core::LoadedImage> decode(const QString &path, const core::BeforeD
     stall(what, wish);
     lie(what, wish);
     ask(what);
-    return core::readImage(path, what.startsWith(u"needs"_s) ? core::BeforeDecode() : beforeDecode);
+    auto loaded = core::readImage(path, what.startsWith(u"needs"_s) ? core::BeforeDecode() : beforeDecode);
+    decoded = what;
+    return loaded;
 }
 
 // A program beside which a file of this name lies does not start: the first time, or ever.
@@ -125,7 +143,7 @@ bool startsBadly()
 
 int main(int argc, char *argv[])
 {
-    platform::ParentChannel channel;
+    Channel channel;
     application = &channel;
     const QCoreApplication qt(argc, argv);
     if (startsBadly())

@@ -118,6 +118,7 @@ void PipedProcessTest::canBeGivenUp()
     QVERIFY(process);
     const ObjectHandle child = processOf(numberFor(*process, 'i').value_or(0));
     QVERIFY(child);
+    QVERIFY(!process->hasEnded());
     QVERIFY(process->write(wish == 'd' ? "s" : &wish, 1));
     QElapsedTimer clock;
     clock.start();
@@ -130,6 +131,7 @@ void PipedProcessTest::canBeGivenUp()
     QVERIFY(!goesOn);
     QVERIFY2(clock.elapsed() > 250 && clock.elapsed() < 800, qPrintable(QString::number(clock.elapsed())));
     QVERIFY(hasEnded(child, 1000));
+    QVERIFY(process->hasEnded());
 }
 
 void PipedProcessTest::endsWithItsObject_data()
