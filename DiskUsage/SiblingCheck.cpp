@@ -4,8 +4,11 @@
 #include "platform/DetachedThread.h"
 #include "platform/Win32Enumerator.h"
 
+#include <QDebug>
+
 #include <exception>
 #include <mutex>
+#include <system_error>
 #include <utility>
 
 namespace diskusage
@@ -82,15 +85,22 @@ void SiblingCheck::start(const QStringList &folders)
     m_run->finder = m_finder;
     m_run->folders = folders;
     m_run->owner = this;
-    // Detached: a call on an absent server cannot be interrupted, and nobody may wait for it.
-    platform::runDetached([run = m_run] {
-        const QStringList siblings = run->siblings();
-        // With the lock held, the owner cannot go before the answer stands in its queue.
-        const std::lock_guard lock(run->mutex);
-        if (SiblingCheck *owner = run->owner)
-            QMetaObject::invokeMethod(
-                owner, [owner, siblings] { owner->take(siblings); }, Qt::QueuedConnection);
-    });
+    try {
+        // Detached: a call on an absent server cannot be interrupted, and nobody may wait for it.
+        platform::runDetached([run = m_run] {
+            const QStringList siblings = run->siblings();
+            // With the lock held, the owner cannot go before the answer stands in its queue.
+            const std::lock_guard lock(run->mutex);
+            if (SiblingCheck *owner = run->owner)
+                QMetaObject::invokeMethod(
+                    owner, [owner, siblings] { owner->take(siblings); }, Qt::QueuedConnection);
+        });
+    } catch (const std::system_error &error) {
+        qDebug() << "No thread to look for siblings:" << error.what();
+        // Later, as every answer.
+        QMetaObject::invokeMethod(
+            this, [this] { take({}); }, Qt::QueuedConnection);
+    }
 }
 
 void SiblingCheck::take(const QStringList &siblings)

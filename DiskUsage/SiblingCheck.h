@@ -37,7 +37,8 @@ public:
     void check(const QStringList &folders);
 
 signals:
-    // The siblings that are not among the folders themselves; of the newest check.
+    // The siblings that are not among the folders themselves; of the newest check. None when memory or a
+    // thread to look for them could not be had.
     void found(const QStringList &siblings);
 
 private:

@@ -4,10 +4,13 @@
 #include "platform/DetachedThread.h"
 #include "platform/Text.h"
 
+#include <QDebug>
+
 #include <windows.h>
 
 #include <array>
 #include <mutex>
+#include <system_error>
 #include <utility>
 
 namespace platform
@@ -114,15 +117,24 @@ void DriveLister::refresh(const QStringList &roots)
 
 void DriveLister::read(const QString &root)
 {
-    // Detached: a call on an absent server cannot be interrupted, and nobody may wait for it.
-    runDetached([shared = m_shared, root] {
-        const Drive drive = shared->reader(root);
-        // With the lock held, the lister cannot go before the answer stands in its queue.
-        const std::lock_guard lock(shared->mutex);
-        if (DriveLister *lister = shared->lister)
-            QMetaObject::invokeMethod(
-                lister, [lister, root, drive] { lister->take(root, drive); }, Qt::QueuedConnection);
-    });
+    try {
+        // Detached: a call on an absent server cannot be interrupted, and nobody may wait for it.
+        runDetached([shared = m_shared, root] {
+            const Drive drive = shared->reader(root);
+            // With the lock held, the lister cannot go before the answer stands in its queue.
+            const std::lock_guard lock(shared->mutex);
+            if (DriveLister *lister = shared->lister)
+                QMetaObject::invokeMethod(
+                    lister, [lister, root, drive] { lister->take(root, drive); }, Qt::QueuedConnection);
+        });
+    } catch (const std::system_error &error) {
+        qDebug() << "No thread to read a drive:" << root << error.what();
+        Drive unread;
+        unread.root = root;
+        // Later, as every answer.
+        QMetaObject::invokeMethod(
+            this, [this, unread] { take(unread.root, unread); }, Qt::QueuedConnection);
+    }
 }
 
 void DriveLister::take(const QString &root, const Drive &drive)

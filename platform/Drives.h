@@ -37,8 +37,9 @@ QStringList driveRoots();
 Drive readDrive(const QString &root);
 
 // Reads all drives side by side on threads of its own, so that one that does not answer delays no other, and
-// tells the thread it lives in. It can be destroyed at any moment and waits for nothing; a reader that hangs
-// is left behind and its late answer dropped.
+// tells the thread it lives in; a drive that no thread can be had for is told as not ready. It can be
+// destroyed at any moment and waits for nothing; a reader that hangs is left behind and its late answer
+// dropped.
 class DriveLister : public QObject
 {
     Q_OBJECT
