@@ -48,8 +48,6 @@ public:
 
     const lookalikes::ImageRecord *record(int row) const;
     bool isGone(int row) const;
-    // The row that is proposed to be kept, -1 when there is nothing to choose from.
-    int proposal() const { return m_proposal; }
 
     int rowCount(const QModelIndex &parent = {}) const override;
     QVariant data(const QModelIndex &index, int role) const override;
@@ -68,6 +66,6 @@ private:
     ThumbnailCache &m_thumbnails;
     const ImageReport *m_report = nullptr;
     int m_group = -1;
-    int m_proposal = -1;
+    int m_proposal = -1; // the row that is proposed to be kept; -1 when there is nothing to choose from
     std::vector<duplicates::MemberFacts> m_facts;
 };
