@@ -25,8 +25,14 @@ ThumbnailFile::ThumbnailFile(const QString &temporaryFolder)
 ThumbnailFile::~ThumbnailFile()
 {
     m_file.close();
-    if (!m_file.fileName().isEmpty() && platform::isInside(m_temporaryFolder, m_file.fileName()))
+    if (m_file.fileName().isEmpty())
+        return;
+    if (platform::isInside(m_temporaryFolder, m_file.fileName()))
         m_file.remove();
+    // The window that closes during a scan could remove neither.
+    const QString folder = core::ThumbnailStore::folder(m_temporaryFolder);
+    if (platform::isInside(m_temporaryFolder, folder))
+        QDir().rmdir(folder); // only when empty
 }
 
 qint64 ThumbnailFile::store(const QImage &thumbnail)

@@ -7,7 +7,7 @@
 
 // The thumbnails of one scan, in a file of core::ThumbnailStore's folder. The file is open while a scan
 // writes to it and afterwards only for the moment of a read, so that it can be removed at any time; what is
-// gone loads as a null image. Removes its file when it goes.
+// gone loads as a null image. Removes its file when it goes, and the folder when that is empty then.
 class ThumbnailFile : public lookalikes::ThumbnailSink
 {
 public:

@@ -31,7 +31,7 @@ int removeThumbnails(const QString &temporaryFolder, const core::CancelFlag &can
 void ThumbnailRemovalThread::run()
 {
     removeThumbnails(m_temporaryFolder, cancelFlag());
-    deliver([this, completely = !cancelFlag().isSet()] { emit removed(completely); });
+    deliver([this, allTried = !cancelFlag().isSet()] { emit removed(allTried); });
 }
 
 ThumbnailRemovalDialog::ThumbnailRemovalDialog(QWidget *parent) : QDialog(parent)
@@ -75,9 +75,9 @@ void ThumbnailRemovalDialog::done(int result)
     QDialog::done(result);
 }
 
-void ThumbnailRemovalDialog::finish(bool completely)
+void ThumbnailRemovalDialog::finish(bool allTried)
 {
-    if (!completely)
+    if (!allTried)
         return;
     // Before the window is asked to close again, or it would ask for the removal for ever.
     core::ThumbnailStore::noteRemoved();

@@ -20,7 +20,9 @@ public:
     }
 
 signals:
-    void removed(bool completely); // false after a request to stop
+    // False after a request to stop. All tried are not all gone: Windows removes no file that is open, and a
+    // scan holds its own open.
+    void removed(bool allTried);
 
 protected:
     void run() override;
@@ -43,11 +45,12 @@ public:
     void done(int result) override;
 
 signals:
-    // The thumbnails are gone, and core::ThumbnailStore says so.
+    // The thumbnails are removed, and core::ThumbnailStore says so. A scan that goes on still has its own,
+    // and removes them and the folder when it goes.
     void closeApp();
 
 private:
-    void finish(bool completely);
+    void finish(bool allTried);
 
     core::WorkerPointer<ThumbnailRemovalThread> m_thread;
 };

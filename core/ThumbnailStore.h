@@ -22,7 +22,7 @@ public:
 
     static void noteProduced() noexcept { s_produced.store(true); }
     static bool produced() noexcept { return s_produced.load(); }
-    // After the files are removed.
+    // After the files are removed; one that its writer still holds open is that writer's to remove.
     static void noteRemoved() noexcept { s_produced.store(false); }
 
 private:

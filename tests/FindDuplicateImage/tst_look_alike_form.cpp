@@ -57,6 +57,8 @@ private slots:
     void keepsThumbnailsInItsOwnFolder();
     void thumbnailsMayGoAtAnyTime();
     void keepsNoThumbnailsBehindALink();
+    void takesItsEmptyFolderAlong();
+    void removesNoFolderBehindALink();
 };
 
 void LookAlikeFormTest::startPage()
@@ -389,6 +391,39 @@ void LookAlikeFormTest::keepsNoThumbnailsBehindALink()
     QCOMPARE(Scene::rows(scene.main()).size(), 2);
     QVERIFY(QDir(elsewhere + u"\\Thumbnails"_s).entryList(QDir::Files).isEmpty());
     QVERIFY(!core::ThumbnailStore::produced());
+}
+
+void LookAlikeFormTest::takesItsEmptyFolderAlong()
+{
+    const tests::TestFolder temporary;
+    const QString folder = core::ThumbnailStore::folder(temporary.path());
+    auto first = std::make_unique<ThumbnailFile>(temporary.path());
+    auto second = std::make_unique<ThumbnailFile>(temporary.path());
+    // As the main window does while a scan still writes.
+    tests::requireBelow(temporary.path(), first->fileName());
+    QVERIFY(!QFile::remove(first->fileName()));
+    second.reset();
+    QVERIFY(QFile::exists(first->fileName()));
+    first.reset();
+    QVERIFY(!QDir(folder).exists());
+    QVERIFY(QDir(temporary.path()).exists());
+}
+
+void LookAlikeFormTest::removesNoFolderBehindALink()
+{
+    tests::TestFolder temporary;
+    const QString elsewhere = temporary.makeFolder(u"elsewhere\\Thumbnails"_s);
+    auto file = std::make_unique<ThumbnailFile>(temporary.path());
+    file->close();
+    // Replaced behind its back.
+    const QDir folder(core::ThumbnailStore::folder(temporary.path()));
+    tests::requireBelow(temporary.path(), file->fileName());
+    QVERIFY(QFile::remove(file->fileName()));
+    QVERIFY(QDir(temporary.path()).rmpath(QDir(temporary.path()).relativeFilePath(folder.path())));
+    temporary.makeLink(u"Fernlight Larkspur"_s, u"elsewhere"_s);
+    QVERIFY(folder.exists());
+    file.reset();
+    QVERIFY(QDir(elsewhere).exists());
 }
 
 QTEST_MAIN(LookAlikeFormTest)
