@@ -9,6 +9,7 @@
 #include <QPushButton>
 
 #include <algorithm>
+#include <utility>
 
 using duplicates::ContentState;
 
@@ -30,18 +31,43 @@ void FindDuplicateResultForm::compareContents()
         showNotice(tr("There is only one file left in this group."), false);
         return;
     }
+    if (!mayAskDisk()) {
+        showNotice(tr("The drive has not answered earlier questions yet. Try again later."));
+        return;
+    }
     m_comparedGroup = group;
     m_comparison.reset(new FindDuplicateCompareThread(paths, compared.size));
     connect(m_comparison.get(), &FindDuplicateCompareThread::compareFinish, this,
             &FindDuplicateResultForm::onCompareFinish);
     m_comparison->start();
     m_compareBar->setValue(0);
-    m_compareBar->show();
-    m_compareCancel->show();
-    m_compare->hide();
-    m_groupTitle->hide();
-    m_compareTicker.start();
+    showComparing(true);
+}
+
+// At once: it may be in the middle of a read that takes a lost share minutes.
+void FindDuplicateResultForm::cancelComparison()
+{
+    if (!m_comparison)
+        return;
+    retire(std::move(m_comparison));
+    showComparing(false);
+    showNotice(tr("The comparison was cancelled."), false);
+}
+
+void FindDuplicateResultForm::showComparing(bool comparing)
+{
+    const bool hadFocus = m_compareCancel->hasFocus();
+    m_compareBar->setVisible(comparing);
+    m_compareCancel->setVisible(comparing);
+    m_compare->setVisible(!comparing);
+    m_groupTitle->setVisible(!comparing);
+    if (comparing)
+        m_compareTicker.start();
+    else
+        m_compareTicker.stop();
     enableTools();
+    if (hadFocus)
+        m_compare->setFocus();
 }
 
 void FindDuplicateResultForm::showCompareProgress()
@@ -52,18 +78,9 @@ void FindDuplicateResultForm::showCompareProgress()
 
 void FindDuplicateResultForm::onCompareFinish()
 {
-    const bool cancelled = m_comparison->stopRequested();
     const std::vector<ContentState> states = m_comparison->takeStates();
     m_comparison.reset();
-    m_compareTicker.stop();
-    const bool hadFocus = m_compareCancel->hasFocus();
-    m_compareBar->hide();
-    m_compareCancel->hide();
-    m_compare->show();
-    m_groupTitle->show();
-    enableTools();
-    if (hadFocus)
-        m_compare->setFocus();
+    showComparing(false);
 
     const std::size_t all = groupAt(m_comparedGroup).members.size();
     std::vector<ContentState> byMember(all, ContentState::NotCompared);
@@ -74,10 +91,7 @@ void FindDuplicateResultForm::onCompareFinish()
         m_memberModel->setContents(byMember);
 
     const auto count = [&](ContentState state) { return std::count(states.cbegin(), states.cend(), state); };
-    if (cancelled)
-        showNotice(tr("The comparison was cancelled; files without a mark were not compared to their end."),
-                   false);
-    else if (count(ContentState::Reference) == 0)
+    if (count(ContentState::Reference) == 0)
         showNotice(tr("None of these files could be compared."));
     else
         showNotice(

@@ -18,10 +18,10 @@ void FindDuplicateResultForm::on_RecycleBinButton_clicked()
         return;
     // The group is not changed under the question. What was to come comes when it has ended.
     m_searchWaits = m_searchLater.isActive();
-    m_readWaits = m_readLater.isActive() || (m_result && m_result->isRunning());
     m_searchLater.stop();
     m_readLater.stop();
-    m_result.reset();
+    m_readWaits = false;
+    retire(std::move(m_result));
     emit showToolbarSignal(false);
     setEnabled(false);
     m_removed = *member;
@@ -46,11 +46,8 @@ void FindDuplicateResultForm::afterRemoval(const RemovalResult &result)
     setEnabled(true);
     enableTools();
     m_memberTree->setFocus();
-    if (std::exchange(m_readWaits, false) || selectedGroup() != m_memberModel->groupIndex()) {
-        if (selectedGroup() == m_removed.group)
-            m_selectMember = m_removed.member;
+    if (result.members.empty() || selectedGroup() != m_memberModel->groupIndex())
         m_readLater.start();
-    }
     if (std::exchange(m_searchWaits, false))
         m_searchLater.start();
     // That the move failed is told by the row.

@@ -18,6 +18,7 @@
 #include <QIcon>
 #include <QItemSelectionModel>
 #include <QLineEdit>
+#include <QPointer>
 #include <QPushButton>
 #include <QSet>
 #include <QToolButton>
@@ -31,7 +32,8 @@ using duplicates::FileRecord;
 namespace
 {
 constexpr qsizetype mostAtOnce = 10; // files opened, or folders shown, by one click
-}
+constexpr int mostHanging = 4;       // threads that one page leaves behind in calls that do not return
+} // namespace
 
 FindDuplicateResultForm::~FindDuplicateResultForm() = default;
 
@@ -42,18 +44,44 @@ bool FindDuplicateResultForm::start()
     checkFirstFiles();
     connect(m_mainResult.get(), &FindDuplicateMainResultThread::processFinish, this,
             &FindDuplicateResultForm::onMainResultProcessFinish);
-    m_mainResult->start();
     return true;
 }
 
-// Ends the one that may still be looking; the caller starts the new one.
+// In place of the look that may still be going on. What the worker tells comes through the event loop.
 void FindDuplicateResultForm::checkFirstFiles()
 {
+    retire(std::move(m_mainResult));
+    m_checkWaits = !mayAskDisk();
+    if (m_checkWaits)
+        return;
     m_mainResult.reset(new FindDuplicateMainResultThread(m_groups));
     connect(m_mainResult.get(), &FindDuplicateMainResultThread::firstFilesChecked, m_groupModel,
             &GroupModel::setFirstFilesExist);
     connect(m_mainResult.get(), &FindDuplicateMainResultThread::outOfMemory, this,
             [this] { showNotice(tr("There is not enough memory to look at all groups.")); });
+    m_mainResult->start();
+}
+
+// A share that does not answer is not asked by one thread more for every key: the newest wish waits.
+bool FindDuplicateResultForm::mayAskDisk() const
+{
+    return m_hanging < mostHanging;
+}
+
+void FindDuplicateResultForm::retire(core::RetiringPointer<core::WorkerThread> worker)
+{
+    const QPointer<core::WorkerThread> left(worker.get());
+    worker.reset();
+    if (!left)
+        return;
+    ++m_hanging;
+    connect(left.data(), &QObject::destroyed, this, [this] {
+        --m_hanging;
+        if (std::exchange(m_readWaits, false))
+            m_readLater.start();
+        if (m_checkWaits)
+            checkFirstFiles();
+    });
 }
 
 void FindDuplicateResultForm::onMainResultProcessFinish()
@@ -108,10 +136,8 @@ void FindDuplicateResultForm::refresh()
         return;
     m_contents.clear();
     m_memberModel->setContents({});
-    m_selectMember = qMax(0, m_memberTree->currentIndex().row());
     m_readLater.start();
     checkFirstFiles();
-    m_mainResult->start();
 }
 
 int FindDuplicateResultForm::selectedGroup() const
@@ -122,15 +148,17 @@ int FindDuplicateResultForm::selectedGroup() const
 
 void FindDuplicateResultForm::onMainTreeItemChanged(const QItemSelection &, const QItemSelection &)
 {
-    m_selectMember = 0;
     m_readLater.start();
 }
 
 void FindDuplicateResultForm::readGroup()
 {
     const int group = selectedGroup();
+    retire(std::move(m_result));
+    m_readWaits = group >= 0 && !mayAskDisk();
+    if (m_readWaits)
+        return;
     if (group < 0) {
-        m_result.reset();
         m_memberModel->setGroup(nullptr, -1, {});
         m_groupTitle->setText({});
         enableTools();
@@ -145,20 +173,27 @@ void FindDuplicateResultForm::readGroup()
 void FindDuplicateResultForm::onProcessFinish()
 {
     const int index = m_result->groupIndex();
-    const DuplicateGroup &group = groupAt(index);
+    const bool isShown = m_memberModel->groupIndex() == index;
     if (m_result->outOfMemory()) {
-        m_memberModel->setGroup(nullptr, -1, {});
-        m_groupTitle->setText({});
-        enableTools();
+        if (!isShown) {
+            m_memberModel->setGroup(nullptr, -1, {});
+            m_groupTitle->setText({});
+            enableTools();
+        }
         showNotice(tr("There is not enough memory to look at the files of this group."));
         return;
     }
+    if (isShown) { // read anew: what is selected stays so
+        m_memberModel->setFacts(m_result->takeMembers());
+        return;
+    }
+    const DuplicateGroup &group = groupAt(index);
     m_memberModel->setGroup(&group, index, m_result->takeMembers());
     m_memberModel->setContents(m_contents.value(index));
     m_groupTitle->setText(
         tr("%1 files of %2 each").arg(QString::number(group.members.size()), core::sizeText(group.size)));
     // Whatever keys are held down: the view itself would add to a selection with Ctrl or Shift.
-    m_memberTree->selectionModel()->setCurrentIndex(m_memberModel->index(m_selectMember, MemberModel::Text),
+    m_memberTree->selectionModel()->setCurrentIndex(m_memberModel->index(0, MemberModel::Text),
                                                     QItemSelectionModel::ClearAndSelect |
                                                         QItemSelectionModel::Rows);
     enableTools();
@@ -287,8 +322,7 @@ bool FindDuplicateResultForm::isBusy() const
 
 void FindDuplicateResultForm::requestStop()
 {
-    if (m_comparison)
-        m_comparison->requestStop();
+    cancelComparison();
     m_removal->requestStop();
 }
 

@@ -92,6 +92,8 @@ private:
     void readGroup();
     void enableTools();
     void checkFirstFiles();
+    bool mayAskDisk() const;
+    void retire(core::RetiringPointer<core::WorkerThread> worker);
     struct Selected {
         int group = -1;
         int member = -1;
@@ -111,6 +113,8 @@ private:
 
     // In FindDuplicateContents.cpp.
     void compareContents();
+    void cancelComparison();
+    void showComparing(bool comparing);
     void onCompareFinish();
     void showCompareProgress();
 
@@ -147,10 +151,11 @@ private:
     QTimer m_readLater;   // a held arrow key passes many groups in a second: the one it stops at is read
     QTimer m_compareTicker;
 
-    int m_selectMember = 0;     // when the group's members have been read
     Selected m_removed;         // of the removal that runs
     bool m_searchWaits = false; // until it has ended
-    bool m_readWaits = false;   // likewise
+    int m_hanging = 0;          // workers that were retired and have not ended yet
+    bool m_readWaits = false;   // until one of them has
+    bool m_checkWaits = false;  // likewise
     int m_comparedGroup = -1;
     std::vector<int> m_comparedMembers;
     QHash<int, std::vector<duplicates::ContentState>> m_contents; // by group

@@ -216,10 +216,7 @@ void FindDuplicateResultForm::connectAll()
     connect(m_recycleBin, &QAbstractButton::clicked, this,
             &FindDuplicateResultForm::on_RecycleBinButton_clicked);
     connect(m_compare, &QAbstractButton::clicked, this, &FindDuplicateResultForm::compareContents);
-    connect(m_compareCancel, &QAbstractButton::clicked, this, [this] {
-        if (m_comparison)
-            m_comparison->requestStop();
-    });
+    connect(m_compareCancel, &QAbstractButton::clicked, this, &FindDuplicateResultForm::cancelComparison);
     m_searchLater.setSingleShot(true);
     m_searchLater.setInterval(searchDelay);
     connect(m_search, &QLineEdit::textChanged, &m_searchLater, qOverload<>(&QTimer::start));

@@ -89,25 +89,36 @@ void MemberRemoval::start(RemovalRequest request, std::function<bool()> stillSho
 
 void MemberRemoval::requestStop()
 {
+    if (m_check) {
+        m_check.reset();
+        finish();
+        return;
+    }
     m_stopRequested = isRunning();
-    if (m_thread)
-        m_thread->requestStop();
+    if (m_move)
+        m_move->requestStop();
 }
 
 void MemberRemoval::startThread(Step step, RemovalRequest request)
 {
-    m_thread.reset(new RemovalThread(step, std::move(request)));
-    connect(m_thread.get(), &RemovalThread::processFinish, this, &MemberRemoval::onProcessFinish);
-    m_thread->start();
+    auto *thread = new RemovalThread(step, std::move(request));
+    if (step == Step::Check)
+        m_check.reset(thread);
+    else
+        m_move.reset(thread);
+    connect(thread, &RemovalThread::processFinish, this, &MemberRemoval::onProcessFinish);
+    thread->start();
 }
 
 void MemberRemoval::onProcessFinish()
 {
-    const Outcome outcome = m_thread->outcome();
-    RemovalRequest request = m_thread->takeRequest();
-    const Removal obstacle = m_thread->obstacle();
-    std::vector<MemberFacts> members = m_thread->takeMembers();
-    m_thread.reset();
+    RemovalThread &thread = m_check ? *m_check : *m_move;
+    const Outcome outcome = thread.outcome();
+    RemovalRequest request = thread.takeRequest();
+    const Removal obstacle = thread.obstacle();
+    std::vector<MemberFacts> members = thread.takeMembers();
+    m_check.reset();
+    m_move.reset();
     if (outcome == Outcome::Ready)
         ask(std::move(request));
     else

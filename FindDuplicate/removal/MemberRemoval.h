@@ -21,7 +21,8 @@ struct RemovalResult {
     Outcome outcome = Outcome::LeftAlone;
     // Why the file is where it was, in words for the user; empty when it was moved, or the user said no.
     QString notice;
-    // What the disk says about the group's members now; empty when it was not asked.
+    // What the disk says about the group's members now, when the file has become the last copy. Empty
+    // otherwise: they are to be read again then, and nobody has to wait for it.
     std::vector<MemberFacts> members;
 };
 
@@ -34,14 +35,16 @@ class MemberRemoval : public QObject
 
 public:
     explicit MemberRemoval(QObject *parent = nullptr);
-    // Waits for a move that runs.
+    // Waits for a move that runs, and the look right before it, so that nothing is moved afterwards; for the
+    // first look it does not.
     ~MemberRemoval() override;
 
     // Does nothing while one is running; finished() follows, never at once. `stillShown` is called when the
     // user has said yes: whether the page still shows what the question was about.
     void start(RemovalRequest request, std::function<bool()> stillShown);
-    bool isRunning() const { return m_thread || m_asking; }
-    // The window is to close: whatever is answered is a no. A move that has begun ends as it does.
+    bool isRunning() const { return m_check || m_move || m_asking; }
+    // The window is to close: the first look ends at once with finished(), and whatever is answered is a no.
+    // A move that has begun ends as it does.
     void requestStop();
 
 signals:
@@ -56,7 +59,8 @@ private:
     std::function<bool()> m_stillShown;
     bool m_asking = false;
     bool m_stopRequested = false;
-    core::WorkerPointer<RemovalThread> m_thread;
+    core::RetiringPointer<RemovalThread> m_check; // its disk may take minutes to answer
+    core::WorkerPointer<RemovalThread> m_move;
 };
 
 } // namespace duplicates

@@ -28,9 +28,9 @@ void RemovalThread::work()
     if (outcome == Outcome::Ready && m_step == Step::Move)
         outcome = moved();
     m_outcome = outcome;
-    if (outcome == Outcome::Ready || outcome == Outcome::Stopped)
+    // The user is told before asking again. After anything else the page reads the group while it is used.
+    if (outcome != Outcome::LastCopy)
         return;
-    // Something is not as it was shown.
     m_members = readMembers(m_request.root, m_request.members, platform::fileProbe(), cancelFlag());
     if (stopRequested())
         m_members.clear(); // it may be a part of them

@@ -45,7 +45,7 @@ public:
     platform::Removal obstacle() const { return m_obstacle; }
     // After a check: the file's identity is known where the disk tells it, so that nothing else is moved.
     RemovalRequest takeRequest() { return std::move(m_request); }
-    // Of the whole group, as it is now; empty when it is ready, stopped or could not be read.
+    // Of the whole group, as it is now; empty but for a LastCopy, and when they could not be read.
     std::vector<MemberFacts> takeMembers() { return std::move(m_members); }
 
 signals:

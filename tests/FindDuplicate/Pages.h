@@ -4,6 +4,7 @@
 #include "FindDuplicate/FindDuplicateForm.h"
 #include "FindDuplicate/FindDuplicateResultForm.h"
 #include "FindDuplicate/MemberModel.h"
+#include "core/WorkerThread.h"
 #include "platform/Win32Enumerator.h"
 #include "tests/support/TestFolder.h"
 #include "widgets/FileRowDelegate.h"
@@ -82,6 +83,7 @@ public:
     {
         open();
     }
+    ~FinderScene() { end(); }
 
     // Until the results are on show and the first group has been read.
     bool scan(const QString &folder)
@@ -144,6 +146,14 @@ public:
 
     std::unique_ptr<FindDuplicateForm> form;
     QList<bool> toolbar; // what the form told the main window
+
+protected:
+    // Afterwards nobody has a file of the test's folder open: the page leaves its readers behind.
+    void end()
+    {
+        form.reset();
+        core::waitForRetiredWorkers();
+    }
 
 private:
     void open()

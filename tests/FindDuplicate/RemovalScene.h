@@ -22,6 +22,8 @@ struct RemovalScene : FinderScene {
                        QByteArray(30, 'o'));
     }
 
+    ~RemovalScene() { end(); }
+
     bool scan() { return FinderScene::scan(folder.path()); }
     // Asks for the removal of the member and lets it come to its end.
     bool remove(int row)

@@ -43,7 +43,7 @@ int rowsLookedAt(int count)
 {
     FakeFileProbe probe;
     const FakeFileProbe::Hold sleeping = probe.hold(QStringLiteral("C:\\nowhere\\0\\file 0.jpg"));
-    FindDuplicateResultForm page(QStringLiteral("C:\\nowhere"), inventedGroups(count));
+    FindDuplicateResultForm page(QStringLiteral("C:\\nowhere"), inventedGroups(count), 0);
     page.resize(900, 500);
     auto *side = page.findChild<QTreeView *>(QStringLiteral("sideTreeView"));
     CountingDelegate delegate(3);
@@ -76,6 +76,11 @@ private slots:
     void aFileTheListDidNotKnowYetIsGuardedAsWell();
     void withoutMemoryNothingIsMoved();
     void aSleepingDiskDoesNotStopTheRemoval();
+    void nobodyWaitsForTheOthersAfterAMove();
+    void nobodyWaitsForTheLookBeforeTheQuestion_data();
+    void nobodyWaitsForTheLookBeforeTheQuestion();
+    void nobodyWaitsForAComparison();
+    void aDiskThatDoesNotAnswerIsAskedByAFewThreadsOnly();
 
 private:
     std::unique_ptr<tests::RegistryGuard> m_guard;
@@ -188,6 +193,8 @@ void FindDuplicateDiskTest::withoutMemoryNothingIsMoved()
     QCOMPARE(scene.bin.taken.size(), 1);
     QVERIFY(scene.form->groups()[0].members[2].moved);
     QVERIFY(scene.badges(2).contains(QStringLiteral("moved to the recycle bin")));
+    QTRY_VERIFY(scene.notice().contains(QStringLiteral("memory")));
+    QVERIFY(scene.isMarked(2));
 }
 
 // The list is being read again when the user asks for the removal.
@@ -209,6 +216,93 @@ void FindDuplicateDiskTest::aSleepingDiskDoesNotStopTheRemoval()
     QCOMPARE(scene.members()->currentIndex().row(), 0);
     QVERIFY(scene.remove(0));
     QCOMPARE(scene.bin.taken, QStringList{path});
+}
+
+// The disk sleeps when the group is read anew.
+void FindDuplicateDiskTest::nobodyWaitsForTheOthersAfterAMove()
+{
+    FakeFileProbe probe;
+    Scene scene(three);
+    QVERIFY(scene.scan());
+    const FakeFileProbe::Hold sleeping = probe.hold(scene.memberPath(2));
+    scene.dialogs.nextMessageBox.enqueue(platform::idYes);
+    QVERIFY(scene.remove(0));
+    QCOMPARE(scene.bin.taken, QStringList{scene.memberPath(0)});
+    QVERIFY(QTest::qWaitFor([&] { return probe.held().tryAcquire(); }));
+    QVERIFY(scene.isMarked(0) && !scene.form->isBusy() && scene.toolbar.last());
+    scene.selectMember(1);
+    QVERIFY(scene.toolsAre(true));
+}
+
+void FindDuplicateDiskTest::nobodyWaitsForTheLookBeforeTheQuestion_data()
+{
+    QTest::addColumn<bool>("closing");
+    QTest::newRow("the window is to close") << true;
+    QTest::newRow("the page goes") << false;
+}
+
+void FindDuplicateDiskTest::nobodyWaitsForTheLookBeforeTheQuestion()
+{
+    QFETCH(bool, closing);
+    FakeFileProbe probe;
+    Scene scene(three);
+    QVERIFY(scene.scan());
+    const FakeFileProbe::Hold sleeping = probe.hold(scene.memberPath(0));
+    scene.selectMember(0);
+    scene.click("RecycleBinButton");
+    QVERIFY(QTest::qWaitFor([&] { return probe.held().tryAcquire(); }));
+    QVERIFY(scene.form->isBusy());
+    if (closing) {
+        scene.form->requestStop();
+        QVERIFY(!scene.form->isBusy() && scene.toolsAre(true) && scene.toolbar.last());
+    } else {
+        scene.form.reset(); // would hang here
+    }
+    QVERIFY(scene.dialogs.questions.isEmpty());
+}
+
+void FindDuplicateDiskTest::nobodyWaitsForAComparison()
+{
+    FakeFileProbe probe;
+    Scene scene(three);
+    QVERIFY(scene.scan());
+    const QStringList before = scene.badges(0);
+    auto *bar = scene.find<QWidget>("compareProgressBar");
+    std::vector<FakeFileProbe::Hold> sleeping;
+    const auto compare = [&] {
+        sleeping.push_back(probe.hold(scene.memberPath(0)));
+        scene.click("compareButton");
+        return QTest::qWaitFor([&] { return probe.held().tryAcquire(); }) && scene.form->isBusy() &&
+               bar->isVisible();
+    };
+    QVERIFY(compare());
+    scene.click("compareCancelButton");
+    QVERIFY(!scene.form->isBusy() && !bar->isVisible());
+    QVERIFY(scene.isEnabled("compareButton") && scene.isEnabled("RecycleBinButton"));
+    QVERIFY(scene.notice().contains(QStringLiteral("cancelled")));
+    QCOMPARE(scene.badges(0), before);
+    QVERIFY(compare());
+    scene.form->requestStop(); // the window is to close
+    QVERIFY(!scene.form->isBusy() && !bar->isVisible());
+}
+
+void FindDuplicateDiskTest::aDiskThatDoesNotAnswerIsAskedByAFewThreadsOnly()
+{
+    FakeFileProbe probe;
+    Scene scene(three);
+    QVERIFY(scene.scan());
+    std::vector<FakeFileProbe::Hold> sleeping;
+    scene.members()->setFocus();
+    for (int i = 0; i < 10; ++i) {
+        sleeping.push_back(probe.hold(scene.memberPath(1)));
+        QTest::keyClick(scene.members(), Qt::Key_F5);
+        QTest::qWait(100);
+    }
+    QVERIFY2(probe.held().available() <= 5, qPrintable(QString::number(probe.held().available())));
+    // What the user wants last is done when the disk is there again.
+    scene.side()->setCurrentIndex(scene.side()->model()->index(1, 0));
+    sleeping.clear();
+    QTRY_COMPARE(scene.members()->model()->rowCount(), 2);
 }
 
 QTEST_MAIN(FindDuplicateDiskTest)

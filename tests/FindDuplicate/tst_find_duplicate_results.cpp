@@ -80,7 +80,7 @@ private:
 void FindDuplicateResultsTest::theToolBarIsAsAgreed()
 {
     const auto groups = inventedGroups(1);
-    FindDuplicateResultForm page(QStringLiteral("C:\\nowhere"), groups);
+    FindDuplicateResultForm page(QStringLiteral("C:\\nowhere"), groups, 0);
     QStringList buttons;
     for (const QToolButton *button : page.findChild<QToolBar *>(QStringLiteral("toolBar"))
                                          ->findChildren<QToolButton *>(Qt::FindDirectChildrenOnly))
@@ -166,7 +166,7 @@ void FindDuplicateResultsTest::withoutASelectionNothingHappens()
 {
     const auto groups = inventedGroups(1);
     tests::FakeShell shell;
-    FindDuplicateResultForm page(QStringLiteral("C:\\nowhere"), groups);
+    FindDuplicateResultForm page(QStringLiteral("C:\\nowhere"), groups, 0);
     page.on_openButton_clicked();
     page.on_explorerButton_clicked();
     page.on_RecycleBinButton_clicked();
@@ -205,7 +205,7 @@ void FindDuplicateResultsTest::searchesAndSorts()
          5 * kb},
         {{file("A.jpg", "C:\\D", kb), file("holiday (2).jpg", "C:\\a", kb)}, kb},
     });
-    FindDuplicateResultForm page(QStringLiteral("C:\\"), groups);
+    FindDuplicateResultForm page(QStringLiteral("C:\\"), groups, 0);
     QSignalSpy ready(&page, &FindDuplicateResultForm::resultReady);
     QVERIFY(page.start());
     QVERIFY(ready.wait());
@@ -249,7 +249,7 @@ void FindDuplicateResultsTest::searchesAndSorts()
 
 void FindDuplicateResultsTest::missingFilesOfManyGroupsAreFound()
 {
-    FindDuplicateResultForm page(QStringLiteral("C:\\nowhere"), inventedGroups(5'000));
+    FindDuplicateResultForm page(QStringLiteral("C:\\nowhere"), inventedGroups(5'000), 0);
     QSignalSpy ready(&page, &FindDuplicateResultForm::resultReady);
     QVERIFY(page.start());
     QVERIFY(ready.wait());

@@ -24,10 +24,10 @@ struct Trio : Scene {
         if (!scan() || !QTest::qWaitFor([this] { return inspected(); }))
             qFatal("no results");
     }
-    bool inspected() const
+    bool inspected() const { return facts(0).has_value(); }
+    std::optional<duplicates::MemberFacts> facts(int row) const
     {
-        const auto *model = qobject_cast<const ImageMemberModel *>(main()->model());
-        return model->facts(0).has_value();
+        return qobject_cast<const ImageMemberModel *>(main()->model())->facts(row);
     }
     QString note(int row) const
     {

@@ -49,6 +49,7 @@ private slots:
     void aCopyThatBecomesTheLastUnderTheQuestionStays();
     void aFileTheListDidNotKnowYetIsGuardedAsWell();
     void saysWhatIsNoCopyAnyMore();
+    void nobodyWaitsForTheOthersAfterAMove();
 };
 
 void LookAlikeRemovalTest::noLeavesEverything()
@@ -149,6 +150,7 @@ void LookAlikeRemovalTest::marksTheLastCopy()
     Trio scene;
     scene.dialogs.nextMessageBox.enqueue(platform::idYes);
     scene.clickRecycle(0);
+    QTRY_VERIFY(!scene.facts(0)->mark.exists);
     // One that goes behind the program's back counts as well.
     tests::requireBelow(scene.folder.path(), scene.second);
     QVERIFY(QFile::remove(scene.second));
@@ -307,6 +309,21 @@ void LookAlikeRemovalTest::saysWhatIsNoCopyAnyMore()
     QTRY_COMPARE(scene.note(1), u"Last copy; Changed since the scan"_s);
     QCOMPARE(scene.note(2), u"Last copy; Changed since the scan; Reached through a link"_s);
     QCOMPARE(scene.note(0), u"Last copy"_s);
+}
+
+// The disk sleeps when the group is read anew.
+void LookAlikeRemovalTest::nobodyWaitsForTheOthersAfterAMove()
+{
+    tests::FakeFileProbe probe;
+    Trio scene;
+    const tests::FakeFileProbe::Hold sleeping = probe.hold(scene.third);
+    scene.dialogs.nextMessageBox.enqueue(platform::idYes);
+    scene.clickRecycle(1);
+    QCOMPARE(scene.bin.taken, QStringList({scene.second}));
+    QVERIFY(QTest::qWaitFor([&] { return probe.held().tryAcquire(); }));
+    QVERIFY(scene.main()->isEnabled());
+    QVERIFY(scene.toolbarIsBack());
+    QCOMPARE(scene.note(1), u"Moved to the recycle bin"_s);
 }
 
 QTEST_MAIN(LookAlikeRemovalTest)
