@@ -11,9 +11,9 @@ class TestSizeText : public QObject
     Q_OBJECT
 
 private slots:
+    void initTestCase() { QLocale::setDefault(QLocale(QLocale::German)); } // with its decimal comma
     void sizes_data();
     void sizes();
-    void alwaysADecimalPoint();
 };
 
 void TestSizeText::sizes_data()
@@ -33,7 +33,6 @@ void TestSizeText::sizes_data()
     row(mega, "1.00 MB");
     row(giga - 1, "1024.00 MB");
     row(giga, "1.00 GB");
-    row(5 * giga, "5.00 GB");
     row(3 * kilo * giga, "3072.00 GB");
     row(std::numeric_limits<quint64>::max(), "17179869184.00 GB");
 }
@@ -42,14 +41,6 @@ void TestSizeText::sizes()
 {
     QFETCH(quint64, bytes);
     QTEST(core::sizeText(bytes), "text");
-}
-
-void TestSizeText::alwaysADecimalPoint()
-{
-    const QLocale before;
-    QLocale::setDefault(QLocale(QLocale::German));
-    QCOMPARE(core::sizeText(1536 * 1024), QStringLiteral("1.50 MB"));
-    QLocale::setDefault(before);
 }
 
 QTEST_GUILESS_MAIN(TestSizeText)

@@ -18,7 +18,6 @@ class TestLargestChildren : public QObject
 private slots:
     void serialised();
     void keepsTheTenLargest();
-    void zeroSizesEnterWhileThereIsRoom();
     void readsBackWhatItWrote_data();
     void readsBackWhatItWrote();
     void stopsAtWhatIsNotOfTheForm_data();
@@ -54,15 +53,6 @@ void TestLargestChildren::keepsTheTenLargest()
         offered.resize(std::min<std::size_t>(offered.size(), 10));
         QVERIFY(largest.children() == offered);
     }
-}
-
-void TestLargestChildren::zeroSizesEnterWhileThereIsRoom()
-{
-    LargestChildren largest;
-    for (int i = 0; i < 12; ++i)
-        largest.offer(QString::number(i), 0, LargestChildren::File);
-    QCOMPARE(largest.children().size(), 10U);
-    QCOMPARE(largest.children().back().name, QStringLiteral("9"));
 }
 
 void TestLargestChildren::readsBackWhatItWrote_data()

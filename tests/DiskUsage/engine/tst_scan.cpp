@@ -45,7 +45,10 @@ QStringList describe(const ScanResult &result)
                          .arg(folder.maxData));
     }
     for (const diskusage::BiggestFile &file : result.biggestFiles)
-        lines.append(QStringLiteral("big %1\\%2 %3").arg(file.folder, file.name).arg(file.size));
+        lines.append(QStringLiteral("big %1\\%2 %3 %4")
+                         .arg(file.folder, file.name)
+                         .arg(file.size)
+                         .arg(file.lastAccessTime));
     const auto describeType = [&](const FileTypeResult &type) {
         lines.append(QStringLiteral("%1: %2").arg(type.category.name).arg(type.total));
         for (const diskusage::FileRecord &file : type.files)
@@ -71,7 +74,10 @@ public:
         std::stable_sort(files.begin(), files.end(),
                          [](const File &a, const File &b) { return a.size > b.size; });
         for (std::size_t i = 0; i < files.size() && i < 20 && files[i].size > 0; ++i)
-            rows.append(QStringLiteral("big %1 %2").arg(files[i].path).arg(files[i].size));
+            rows.append(QStringLiteral("big %1 %2 %3")
+                            .arg(files[i].path)
+                            .arg(files[i].size)
+                            .arg(files[i].lastAccess));
         QStringList categories;
         for (const core::FileTypeCategory &category : core::defaultFileTypes())
             categories.append(category.name);
@@ -86,6 +92,7 @@ private:
     struct File {
         QString path;
         quint64 size;
+        quint64 lastAccess;
     };
     struct Totals {
         quint64 bytes = 0;
@@ -139,7 +146,7 @@ private:
 
     void addFile(const QString &folder, const QString &name, const DirectoryEntry &entry)
     {
-        files.push_back({folder + u'\\' + name, entry.size});
+        files.push_back({folder + u'\\' + name, entry.size, entry.lastAccessTime});
         QStringList categories;
         for (const core::FileTypeCategory &category : core::defaultFileTypes()) {
             if (category.extensions.contains(core::completeExtension(name), Qt::CaseInsensitive))
@@ -197,10 +204,8 @@ private slots:
     void rootNames();
     void missingRoot();
     void keepsWhatAFolderGaveBeforeItBrokeOff();
-    void biggestFiles();
     void largeSizes();
     void categories();
-    void withoutFileTypes();
     void cycle();
     void cancelled_data();
     void cancelled();
@@ -299,27 +304,6 @@ void TestScan::keepsWhatAFolderGaveBeforeItBrokeOff()
     }
 }
 
-void TestScan::biggestFiles()
-{
-    MemoryEnumerator disk;
-    for (int i = 0; i < 20; ++i)
-        disk.addFile(QStringLiteral("C:\\r\\f%1").arg(i), i < 3 ? 5U : quint64(10 + i), 0, quint64(i));
-    disk.addFile(QStringLiteral("C:\\r\\empty"), 0);
-    disk.addFile(QStringLiteral("C:\\r\\as the last"), 5);
-    disk.addFile(QStringLiteral("C:\\r\\middle"), 20);
-    const ScanResult result = scan(disk, root);
-    QCOMPARE(result.biggestFiles.size(), 20U);
-    QCOMPARE(result.biggestFiles[0].name, QStringLiteral("f19"));
-    QCOMPARE(result.biggestFiles[0].lastAccessTime, 19U);
-    QCOMPARE(result.biggestFiles[9].name, QStringLiteral("f10")); // 20 bytes too, and met first
-    QCOMPARE(result.biggestFiles[10].name, QStringLiteral("middle"));
-    QCOMPARE(result.biggestFiles[19].name, QStringLiteral("f1"));
-
-    MemoryEnumerator empty;
-    empty.addFile(QStringLiteral("C:\\r\\empty"), 0);
-    QVERIFY(scan(empty, root).biggestFiles.empty());
-}
-
 void TestScan::largeSizes()
 {
     MemoryEnumerator disk;
@@ -353,21 +337,6 @@ void TestScan::categories()
     QList<int> indexes{result.fileTypes[1].files[0].index, result.fileTypes[2].files[0].index,
                        result.others.files[0].index, result.fileTypes[2].files[1].index};
     QCOMPARE(indexes, (QList<int>{0, 1, 2, 3}));
-}
-
-void TestScan::withoutFileTypes()
-{
-    ScanOptions options = defaultOptions();
-    options.collectFileTypes = false;
-    MemoryEnumerator disk;
-    disk.addFile(QStringLiteral("C:\\r\\a.zip"), 7);
-    disk.addFile(QStringLiteral("C:\\r\\a"), 7);
-    const ScanResult result = scan(disk, root, options);
-    for (const FileTypeResult &type : result.fileTypes)
-        QVERIFY(type.files.empty() && type.total == 0);
-    QVERIFY(result.others.files.empty());
-    QCOMPARE(result.folders[0].maxData, QStringLiteral("a.zip:7:0;a:7:0;"));
-    QCOMPARE(result.biggestFiles.size(), 2U);
 }
 
 void TestScan::cycle()
