@@ -8,6 +8,7 @@
 
 #include <QFile>
 
+using namespace Qt::StringLiterals;
 using tests::content;
 using tests::FakeFileProbe;
 using tests::FinderScene;
@@ -42,10 +43,10 @@ public:
 int rowsLookedAt(int count)
 {
     FakeFileProbe probe;
-    const FakeFileProbe::Hold sleeping = probe.hold(QStringLiteral("C:\\nowhere\\0\\file 0.jpg"));
-    FindDuplicateResultForm page(QStringLiteral("C:\\nowhere"), inventedGroups(count), 0);
+    const FakeFileProbe::Hold sleeping = probe.hold(u"C:\\nowhere\\0\\file 0.jpg"_s);
+    FindDuplicateResultForm page(u"C:\\nowhere"_s, inventedGroups(count), 0);
     page.resize(900, 500);
-    auto *side = page.findChild<QTreeView *>(QStringLiteral("sideTreeView"));
+    auto *side = page.findChild<QTreeView *>(u"sideTreeView"_s);
     CountingDelegate delegate(3);
     side->setItemDelegate(&delegate);
     QSignalSpy ready(&page, &FindDuplicateResultForm::resultReady);
@@ -91,28 +92,28 @@ void FindDuplicateDiskTest::aLongListOpensLikeAShortOne()
     const int few = rowsLookedAt(100);
     const int many = rowsLookedAt(50'000);
     QVERIFY(few > 0);
-    QVERIFY2(many > 0 && many <= 2 * few, qPrintable(QStringLiteral("%1 and %2").arg(few).arg(many)));
+    QVERIFY2(many > 0 && many <= 2 * few, qPrintable(u"%1 and %2"_s.arg(few).arg(many)));
 }
 
 void FindDuplicateDiskTest::aSleepingDiskStopsNothing()
 {
     TestFolder folder;
-    makeDuplicates(folder, {QStringLiteral("a.txt"), QStringLiteral("b.txt")}, QByteArray(200, 'x'));
-    makeDuplicates(folder, {QStringLiteral("c.txt"), QStringLiteral("d.txt")}, QByteArray(100, 'x'));
+    makeDuplicates(folder, {u"a.txt"_s, u"b.txt"_s}, QByteArray(200, 'x'));
+    makeDuplicates(folder, {u"c.txt"_s, u"d.txt"_s}, QByteArray(100, 'x'));
     FakeFileProbe probe;
     FinderScene scene;
     QVERIFY(scene.scan(folder.path()));
     std::vector<FakeFileProbe::Hold> sleeping;
     const auto asleep = [&] { return QTest::qWaitFor([&] { return probe.held().tryAcquire(); }); };
     // The list of groups and the group are being looked at, and the user goes on.
-    sleeping.push_back(probe.hold(folder.path(QStringLiteral("a.txt"))));
-    sleeping.push_back(probe.hold(folder.path(QStringLiteral("b.txt"))));
+    sleeping.push_back(probe.hold(folder.path(u"a.txt"_s)));
+    sleeping.push_back(probe.hold(folder.path(u"b.txt"_s)));
     scene.members()->setFocus();
     QTest::keyClick(scene.members(), Qt::Key_F5);
     QVERIFY(asleep() && asleep());
     QVERIFY(scene.selectGroup(1));
     QVERIFY(scene.selectGroup(0));
-    sleeping.push_back(probe.hold(folder.path(QStringLiteral("b.txt"))));
+    sleeping.push_back(probe.hold(folder.path(u"b.txt"_s)));
     QTest::keyClick(scene.members(), Qt::Key_F5);
     QVERIFY(asleep());
     QTest::keyClick(scene.members(), Qt::Key_F5);
@@ -122,18 +123,18 @@ void FindDuplicateDiskTest::aSleepingDiskStopsNothing()
 void FindDuplicateDiskTest::withoutMemoryThePageStaysUsable()
 {
     TestFolder folder;
-    makeDuplicates(folder, {QStringLiteral("a.txt"), QStringLiteral("b.txt")}, QByteArray(200, 'x'));
-    makeDuplicates(folder, {QStringLiteral("c.txt"), QStringLiteral("d.txt")}, QByteArray(100, 'x'));
+    makeDuplicates(folder, {u"a.txt"_s, u"b.txt"_s}, QByteArray(200, 'x'));
+    makeDuplicates(folder, {u"c.txt"_s, u"d.txt"_s}, QByteArray(100, 'x'));
     FakeFileProbe probe;
     FinderScene scene;
-    probe.failAt(folder.path(QStringLiteral("c.txt"))); // of the list of groups
-    probe.failAt(folder.path(QStringLiteral("d.txt"))); // of the group
+    probe.failAt(folder.path(u"c.txt"_s)); // of the list of groups
+    probe.failAt(folder.path(u"d.txt"_s)); // of the group
     QVERIFY(scene.scan(folder.path()));
     auto *notice = scene.find<NoticeBar>("noticeBar");
-    QTRY_VERIFY(notice->text().contains(QStringLiteral("memory")));
+    QTRY_VERIFY(notice->text().contains(u"memory"_s));
     notice->hide();
     scene.side()->setCurrentIndex(scene.side()->model()->index(1, 0));
-    QTRY_VERIFY(notice->text().contains(QStringLiteral("memory")));
+    QTRY_VERIFY(notice->text().contains(u"memory"_s));
     QCOMPARE(scene.members()->model()->rowCount(), 0);
     QVERIFY(!scene.isEnabled("RecycleBinButton"));
     QVERIFY(scene.selectGroup(0));
@@ -144,13 +145,13 @@ void FindDuplicateDiskTest::noQuestionForWhatLiesInTheCloudOnly()
 {
     FakeFileProbe probe;
     Scene scene(three);
-    const QString path = scene.folder.path(QStringLiteral("b.txt"));
+    const QString path = scene.folder.path(u"b.txt"_s);
     probe.setAttributes(path, core::AttributeRecallOnOpen);
     QVERIFY(scene.scan());
-    QVERIFY(scene.badges(1).contains(QStringLiteral("in the cloud")));
+    QVERIFY(scene.badges(1).contains(u"in the cloud"_s));
     QVERIFY(scene.remove(1));
     QVERIFY(scene.dialogs.questions.isEmpty());
-    QVERIFY(scene.notice().contains(QStringLiteral("cloud")));
+    QVERIFY(scene.notice().contains(u"cloud"_s));
     QVERIFY(!probe.opened().contains(path));
 }
 
@@ -159,20 +160,20 @@ void FindDuplicateDiskTest::aFileTheListDidNotKnowYetIsGuardedAsWell()
 {
     FakeFileProbe probe;
     Scene scene(three);
-    const QString path = scene.folder.path(QStringLiteral("b.txt"));
+    const QString path = scene.folder.path(u"b.txt"_s);
     probe.setAttributes(path, core::AttributeRecallOnOpen);
     QVERIFY(scene.scan());
     probe.setAttributes(path, 0);
     scene.dialogs.nextMessageBox.enqueue(platform::idYes);
     scene.dialogs.whileOpen = [&] {
         tests::requireBelow(scene.folder.path(), path);
-        QVERIFY(QFile::rename(path, scene.folder.path(QStringLiteral("kept.txt"))));
-        makeDuplicates(scene.folder, {QStringLiteral("b.txt")}, content);
+        QVERIFY(QFile::rename(path, scene.folder.path(u"kept.txt"_s)));
+        makeDuplicates(scene.folder, {u"b.txt"_s}, content);
     };
     QVERIFY(scene.remove(1));
     QCOMPARE(scene.dialogs.questions.size(), 1);
     QVERIFY(scene.bin.asked.isEmpty());
-    QVERIFY(scene.notice().contains(QStringLiteral("changed")));
+    QVERIFY(scene.notice().contains(u"changed"_s));
 }
 
 void FindDuplicateDiskTest::withoutMemoryNothingIsMoved()
@@ -183,17 +184,17 @@ void FindDuplicateDiskTest::withoutMemoryNothingIsMoved()
     probe.failAt(scene.memberPath(1));
     QVERIFY(scene.remove(1));
     QVERIFY(scene.dialogs.questions.isEmpty());
-    QVERIFY(scene.notice().contains(QStringLiteral("memory")));
+    QVERIFY(scene.notice().contains(u"memory"_s));
     QVERIFY(scene.toolsAre(true));
     // After a move the page goes without what it cannot read.
     scene.dialogs.nextMessageBox.enqueue(platform::idYes);
-    scene.bin.beforeMove = [&](const QString &) { probe.failAt(scene.folder.path(QStringLiteral("a.txt"))); };
+    scene.bin.beforeMove = [&](const QString &) { probe.failAt(scene.folder.path(u"a.txt"_s)); };
     QVERIFY(scene.remove(2));
     QVERIFY(scene.isMarked(2));
     QCOMPARE(scene.bin.taken.size(), 1);
     QVERIFY(scene.form->groups()[0].members[2].moved);
-    QVERIFY(scene.badges(2).contains(QStringLiteral("moved to the recycle bin")));
-    QTRY_VERIFY(scene.notice().contains(QStringLiteral("memory")));
+    QVERIFY(scene.badges(2).contains(u"moved to the recycle bin"_s));
+    QTRY_VERIFY(scene.notice().contains(u"memory"_s));
     QVERIFY(scene.isMarked(2));
 }
 
@@ -212,7 +213,7 @@ void FindDuplicateDiskTest::aSleepingDiskDoesNotStopTheRemoval()
     QVERIFY(QTest::qWaitFor([&] { return probe.held().tryAcquire(); }));
     scene.dialogs.nextMessageBox.append({platform::idNo, platform::idYes});
     QVERIFY(scene.remove(0));
-    QTRY_COMPARE(scene.memberText(1), QStringLiteral("The file was moved to another location"));
+    QTRY_COMPARE(scene.memberText(1), u"The file was moved to another location"_s);
     QCOMPARE(scene.members()->currentIndex().row(), 0);
     QVERIFY(scene.remove(0));
     QCOMPARE(scene.bin.taken, QStringList{path});
@@ -279,11 +280,15 @@ void FindDuplicateDiskTest::nobodyWaitsForAComparison()
     scene.click("compareCancelButton");
     QVERIFY(!scene.form->isBusy() && !bar->isVisible());
     QVERIFY(scene.isEnabled("compareButton") && scene.isEnabled("RecycleBinButton"));
-    QVERIFY(scene.notice().contains(QStringLiteral("cancelled")));
+    QVERIFY(scene.notice().contains(u"cancelled"_s));
     QCOMPARE(scene.badges(0), before);
     QVERIFY(compare());
     scene.form->requestStop(); // the window is to close
     QVERIFY(!scene.form->isBusy() && !bar->isVisible());
+    QVERIFY(compare());
+    scene.click("backButton");
+    QVERIFY(!scene.form->isBusy());
+    QVERIFY(scene.find<QWidget>("selectFolderButton")->isVisible());
 }
 
 void FindDuplicateDiskTest::aDiskThatDoesNotAnswerIsAskedByAFewThreadsOnly()

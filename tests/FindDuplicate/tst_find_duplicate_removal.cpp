@@ -8,6 +8,7 @@
 #include <QLineEdit>
 #include <QToolButton>
 
+using namespace Qt::StringLiterals;
 using tests::content;
 using tests::makeDuplicates;
 using tests::otherTime;
@@ -35,14 +36,13 @@ private slots:
     void aCopyThatBecomesTheLastUnderTheQuestionStays();
     void theGroupStaysWhenAllAreGone();
     void aHardLinkIsNoFurtherCopy();
-    void nothingIsMovedThroughALink();
+    void noQuestionForWhatCannotBeMoved();
     void nothingElseHappensUnderTheQuestion();
     void closingUnderTheQuestionMeansNo();
     void thePageMayGoUnderTheQuestion();
     void theListMayChangeUnderTheQuestion();
     void aSearchWaitsForTheRemoval();
     void badgesTellWhatHappenedSince();
-    void noQuestionForWhatTheBinDoesNotTake();
 
 private:
     std::unique_ptr<tests::RegistryGuard> m_guard;
@@ -57,8 +57,8 @@ void FindDuplicateRemovalTest::yesMovesThatOneFile()
     QVERIFY(scene.remove(1));
     QCOMPARE(scene.dialogs.questions.size(), 1);
     const tests::FakeDialogs::Shown &question = scene.dialogs.questions.first();
-    QCOMPARE(question.text, QStringLiteral("Are you sure you want to move %1 to the recycle bin?").arg(path));
-    QCOMPARE(question.title, QStringLiteral("Confirm to save changes"));
+    QCOMPARE(question.text, u"Are you sure you want to move %1 to the recycle bin?"_s.arg(path));
+    QCOMPARE(question.title, u"Confirm to save changes"_s);
     QCOMPARE(question.flags, 0x34u);
     QCOMPARE(question.parent, nullptr);
     QCOMPARE(scene.bin.taken, QStringList{path});
@@ -67,14 +67,13 @@ void FindDuplicateRemovalTest::yesMovesThatOneFile()
     QVERIFY(scene.form->groups()[0].members[1].checked);
     QVERIFY(scene.toolsAre(false));
     QVERIFY(scene.isThere(0) && scene.isThere(2) && !scene.isMarked(0) && !scene.isMarked(2));
-    QVERIFY(scene.badges(1).contains(QStringLiteral("moved to the recycle bin")));
-    QVERIFY(scene.find<ElidedLabel>("summaryLabel")->text().contains(QStringLiteral("; 1 moved")));
-    QVERIFY(scene.groupText(0).contains(QStringLiteral("1 removed")));
+    QVERIFY(scene.badges(1).contains(u"moved to the recycle bin"_s));
+    QVERIFY(scene.find<ElidedLabel>("summaryLabel")->text().contains(u"; 1 moved"_s));
+    QVERIFY(scene.groupText(0).contains(u"1 removed"_s));
     // It can be had back.
     QVERIFY(scene.notice().contains(path));
     tests::FakeShell shell;
-    auto *openBin =
-        scene.find<NoticeBar>("noticeBar")->findChild<QToolButton *>(QStringLiteral("noticeActionButton"));
+    auto *openBin = scene.find<NoticeBar>("noticeBar")->findChild<QToolButton *>(u"noticeActionButton"_s);
     openBin->click();
     QCOMPARE(shell.recycleBinOpened, 1);
     shell.succeeds = false;
@@ -138,9 +137,9 @@ void FindDuplicateRemovalTest::aFailedMoveIsMarkedAndTold()
     QVERIFY(scene.isMarked(0));
     QVERIFY(scene.toolsAre(false));
     QVERIFY(scene.isThere(0));
-    QVERIFY(scene.badges(0).contains(QStringLiteral("still here: it could not be moved")));
-    QVERIFY(!scene.find<ElidedLabel>("summaryLabel")->text().contains(QStringLiteral("moved")));
-    QVERIFY(!scene.groupText(0).contains(QStringLiteral("removed")));
+    QVERIFY(scene.badges(0).contains(u"still here: it could not be moved"_s));
+    QVERIFY(!scene.find<ElidedLabel>("summaryLabel")->text().contains(u"moved"_s));
+    QVERIFY(!scene.groupText(0).contains(u"removed"_s));
 }
 
 void FindDuplicateRemovalTest::whatChangedUnderTheQuestionStays_data()
@@ -187,7 +186,7 @@ void FindDuplicateRemovalTest::whatIsGoneIsNotAskedFor()
     QVERIFY(scene.remove(1));
     QVERIFY(scene.dialogs.questions.isEmpty());
     QVERIFY(scene.notice().contains(scene.memberPath(1)));
-    QTRY_COMPARE(scene.memberText(1), QStringLiteral("The file was moved to another location"));
+    QTRY_COMPARE(scene.memberText(1), u"The file was moved to another location"_s);
 }
 
 void FindDuplicateRemovalTest::theLastCopyIsToldBeforeItIsAskedFor()
@@ -199,12 +198,12 @@ void FindDuplicateRemovalTest::theLastCopyIsToldBeforeItIsAskedFor()
     QVERIFY(QFile::remove(scene.memberPath(1)));
     const QString relative = scene.memberPath(2).mid(scene.folder.path().size() + 1);
     scene.folder.setTimes(relative, otherTime, someTime);
-    QVERIFY(!scene.badges(0).contains(QStringLiteral("last copy")));
+    QVERIFY(!scene.badges(0).contains(u"last copy"_s));
     QVERIFY(scene.remove(0));
     QVERIFY(scene.dialogs.questions.isEmpty());
-    QVERIFY(scene.badges(0).contains(QStringLiteral("last copy")));
-    QVERIFY(scene.badges(2).contains(QStringLiteral("changed since the scan")));
-    QVERIFY(scene.notice().contains(QStringLiteral("last copy")));
+    QVERIFY(scene.badges(0).contains(u"last copy"_s));
+    QVERIFY(scene.badges(2).contains(u"changed since the scan"_s));
+    QVERIFY(scene.notice().contains(u"last copy"_s));
     // Told, the user may ask for it all the same.
     scene.dialogs.nextMessageBox.enqueue(platform::idYes);
     QVERIFY(scene.remove(0));
@@ -213,7 +212,7 @@ void FindDuplicateRemovalTest::theLastCopyIsToldBeforeItIsAskedFor()
 
 void FindDuplicateRemovalTest::aCopyThatBecomesTheLastUnderTheQuestionStays()
 {
-    Scene scene({QStringLiteral("a.txt"), QStringLiteral("b.txt")});
+    Scene scene({u"a.txt"_s, u"b.txt"_s});
     QVERIFY(scene.scan());
     scene.dialogs.nextMessageBox.enqueue(platform::idYes);
     scene.dialogs.whileOpen = [&] {
@@ -223,17 +222,17 @@ void FindDuplicateRemovalTest::aCopyThatBecomesTheLastUnderTheQuestionStays()
     QVERIFY(scene.remove(0));
     QVERIFY(scene.bin.asked.isEmpty());
     QVERIFY(scene.isThere(0) && !scene.isMarked(0));
-    QVERIFY(scene.badges(0).contains(QStringLiteral("last copy")));
+    QVERIFY(scene.badges(0).contains(u"last copy"_s));
 }
 
 void FindDuplicateRemovalTest::theGroupStaysWhenAllAreGone()
 {
-    Scene scene({QStringLiteral("a.txt"), QStringLiteral("b.txt")});
+    Scene scene({u"a.txt"_s, u"b.txt"_s});
     QVERIFY(scene.scan());
     const int groups = scene.side()->model()->rowCount();
     scene.dialogs.nextMessageBox.append({platform::idYes, platform::idYes});
     QVERIFY(scene.remove(0));
-    QTRY_VERIFY(scene.badges(1).contains(QStringLiteral("last copy")));
+    QTRY_VERIFY(scene.badges(1).contains(u"last copy"_s));
     QVERIFY(scene.remove(1));
     QCOMPARE(scene.bin.taken.size(), 2);
     QCOMPARE(scene.side()->model()->rowCount(), groups);
@@ -242,32 +241,36 @@ void FindDuplicateRemovalTest::theGroupStaysWhenAllAreGone()
 
 void FindDuplicateRemovalTest::aHardLinkIsNoFurtherCopy()
 {
-    Scene scene({QStringLiteral("a.txt")});
-    scene.folder.makeHardLink(QStringLiteral("b.txt"), QStringLiteral("a.txt"));
-    makeDuplicates(scene.folder, {QStringLiteral("c.txt")}, content);
+    Scene scene({u"a.txt"_s});
+    scene.folder.makeHardLink(u"b.txt"_s, u"a.txt"_s);
+    makeDuplicates(scene.folder, {u"c.txt"_s}, content);
     QVERIFY(scene.scan());
     QCOMPARE(scene.members()->model()->rowCount(), 3);
-    const int copy = scene.rowOf(scene.folder.path(QStringLiteral("c.txt")));
-    QVERIFY(!scene.badges(copy).contains(QStringLiteral("last copy")));
+    const int copy = scene.rowOf(scene.folder.path(u"c.txt"_s));
+    QVERIFY(!scene.badges(copy).contains(u"last copy"_s));
     scene.dialogs.nextMessageBox.enqueue(platform::idYes);
     QVERIFY(scene.remove(copy));
     // Two names are left, of one file.
-    for (const QString &name : {QStringLiteral("a.txt"), QStringLiteral("b.txt")})
-        QTRY_VERIFY(scene.badges(scene.rowOf(scene.folder.path(name))).contains(QStringLiteral("last copy")));
+    for (const QString &name : {u"a.txt"_s, u"b.txt"_s})
+        QTRY_VERIFY(scene.badges(scene.rowOf(scene.folder.path(name))).contains(u"last copy"_s));
 }
 
-void FindDuplicateRemovalTest::nothingIsMovedThroughALink()
+void FindDuplicateRemovalTest::noQuestionForWhatCannotBeMoved()
 {
-    Scene scene({QStringLiteral("d\\a.txt")});
-    scene.folder.makeLink(QStringLiteral("j"), QStringLiteral("d"));
+    Scene scene({u"d\\a.txt"_s, u"dir.\\b.txt"_s});
+    scene.folder.makeLink(u"j"_s, u"d"_s);
     QVERIFY(scene.scan());
-    const int behind = scene.rowOf(scene.folder.path(QStringLiteral("j\\a.txt")));
-    QVERIFY(behind >= 0);
+    const int behind = scene.rowOf(scene.folder.path(u"j\\a.txt"_s));
+    const int odd = scene.rowOf(scene.folder.path(u"dir.\\b.txt"_s));
+    QVERIFY(behind >= 0 && odd >= 0);
     QVERIFY(scene.remove(behind));
+    QVERIFY(scene.notice().contains(u"link"_s));
+    QVERIFY(scene.remove(odd));
+    QVERIFY(scene.notice().contains(u"recycle bin"_s));
     QVERIFY(scene.dialogs.questions.isEmpty());
     QVERIFY(scene.bin.asked.isEmpty());
-    QVERIFY(scene.notice().contains(QStringLiteral("link")));
-    QVERIFY(platform::fileExists(scene.folder.path(QStringLiteral("d\\a.txt"))));
+    QVERIFY(!scene.isMarked(behind) && !scene.isMarked(odd));
+    QVERIFY(platform::fileExists(scene.folder.path(u"d\\a.txt"_s)));
 }
 
 void FindDuplicateRemovalTest::nothingElseHappensUnderTheQuestion()
@@ -338,7 +341,7 @@ void FindDuplicateRemovalTest::aSearchWaitsForTheRemoval()
     const QString path = scene.memberPath(0);
     scene.dialogs.nextMessageBox.enqueue(platform::idYes);
     scene.dialogs.whileOpen = [&] { QTest::qWait(400); }; // longer than a search waits for the next letter
-    scene.find<QLineEdit>("searchLineEdit")->setText(QStringLiteral("other"));
+    scene.find<QLineEdit>("searchLineEdit")->setText(u"other"_s);
     QVERIFY(scene.remove(0));
     QCOMPARE(scene.bin.taken, QStringList{path});
     QTRY_COMPARE(scene.side()->model()->rowCount(), 1);
@@ -360,27 +363,15 @@ void FindDuplicateRemovalTest::badgesTellWhatHappenedSince()
     tests::requireBelow(scene.folder.path(), scene.memberPath(0));
     QVERIFY(QFile::remove(scene.memberPath(0)));
     refresh();
-    QTRY_COMPARE(scene.memberText(0), QStringLiteral("The file was moved to another location"));
-    QVERIFY(scene.badges(0).contains(QStringLiteral("could not be moved, and has gone since")));
+    QTRY_COMPARE(scene.memberText(0), u"The file was moved to another location"_s);
+    QVERIFY(scene.badges(0).contains(u"could not be moved, and has gone since"_s));
     // One that was moved, and whose path is used again.
     scene.bin.fails = false;
     QVERIFY(scene.remove(1));
-    scene.folder.makeFile(QStringLiteral("b.txt"), "another content");
+    scene.folder.makeFile(u"b.txt"_s, "another content");
     refresh();
-    QTRY_VERIFY(scene.badges(1).contains(QStringLiteral("moved to the recycle bin, and there again")));
-    QVERIFY(!scene.badges(1).contains(QStringLiteral("still here: it could not be moved")));
-}
-
-void FindDuplicateRemovalTest::noQuestionForWhatTheBinDoesNotTake()
-{
-    Scene scene({QStringLiteral("a.txt"), QStringLiteral("dir.\\b.txt")});
-    QVERIFY(scene.scan());
-    const int odd = scene.rowOf(scene.folder.path(QStringLiteral("dir.\\b.txt")));
-    QVERIFY(odd >= 0);
-    QVERIFY(scene.remove(odd));
-    QVERIFY(scene.dialogs.questions.isEmpty());
-    QVERIFY(!scene.isMarked(odd));
-    QVERIFY(scene.notice().contains(QStringLiteral("recycle bin")));
+    QTRY_VERIFY(scene.badges(1).contains(u"moved to the recycle bin, and there again"_s));
+    QVERIFY(!scene.badges(1).contains(u"still here: it could not be moved"_s));
 }
 
 QTEST_MAIN(FindDuplicateRemovalTest)

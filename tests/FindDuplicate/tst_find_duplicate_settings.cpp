@@ -14,6 +14,7 @@
 #include <QTest>
 #include <QTreeWidget>
 
+using namespace Qt::StringLiterals;
 using duplicates::CustomFileType;
 using duplicates::defaultFinderSettings;
 using duplicates::FinderSettings;
@@ -58,18 +59,18 @@ class Options
 public:
     Options() : dialog(loaded()) { dialog.show(); }
 
-    QTreeWidget *list() { return dialog.findChild<QTreeWidget *>(QStringLiteral("fileTypesTreeWidget")); }
+    QTreeWidget *list() { return dialog.findChild<QTreeWidget *>(u"fileTypesTreeWidget"_s); }
     QTreeWidgetItem *row(int index) { return list()->topLevelItem(index); }
     void click(const char *button) { dialog.findChild<QPushButton *>(QLatin1String(button))->click(); }
-    QSpinBox *size() { return dialog.findChild<QSpinBox *>(QStringLiteral("smallFileSizeSpinBox")); }
-    QCheckBox *ignore() { return dialog.findChild<QCheckBox *>(QStringLiteral("ignoreSmallFileCheckBox")); }
+    QSpinBox *size() { return dialog.findChild<QSpinBox *>(u"smallFileSizeSpinBox"_s); }
+    QCheckBox *ignore() { return dialog.findChild<QCheckBox *>(u"ignoreSmallFileCheckBox"_s); }
     // Fills in the dialog that "Add" and "Edit" open, and accepts it.
     void enter(const QString &name, const QString &extensions)
     {
         auto *asked = dialog.findChild<CustomFileTypeDialog *>();
-        asked->findChild<QLineEdit *>(QStringLiteral("nameLineEdit"))->setText(name);
-        asked->findChild<QLineEdit *>(QStringLiteral("extensionsLineEdit"))->setText(extensions);
-        asked->findChild<QPushButton *>(QStringLiteral("OKButton"))->click();
+        asked->findChild<QLineEdit *>(u"nameLineEdit"_s)->setText(name);
+        asked->findChild<QLineEdit *>(u"extensionsLineEdit"_s)->setText(extensions);
+        asked->findChild<QPushButton *>(u"OKButton"_s)->click();
         QTRY_VERIFY(!dialog.findChild<CustomFileTypeDialog *>());
     }
 
@@ -91,10 +92,9 @@ private slots:
     void keepsWhatItHeldWithoutTheKey();
     void sharesTheExtensionsOfTheFileTypes();
     void takesDamagedCustomTypesForAbsent();
-    void optionsShowTheTwelveCategories();
+    void optionsShowTheDefaultsAndCancelStoresNothing();
     void optionsStoreWhatWasChosen();
     void customTypesAreAddedEditedAndRemoved();
-    void cancelStoresNothing();
     void aNumberBeyondTheBoxSurvives();
     void customTypeDialogTakesOnlyWhatWorks_data();
     void customTypeDialogTakesOnlyWhatWorks();
@@ -120,9 +120,8 @@ void FindDuplicateSettingsTest::readsTheStoredFormat()
     QCOMPARE(settings.smallFileSize, -1);
     QCOMPARE(settings.categories.size(), 14u);
     QCOMPARE(selected(settings), (QList<int>{1, 3, 4, 5, 6, 7, 8, 9, 10, 11, 13}));
-    QCOMPARE(settings.categories[12].name, QStringLiteral("Notes"));
-    QCOMPARE(settings.categories[12].extensions,
-             (QStringList{QStringLiteral(".note"), QStringLiteral(".n;1")}));
+    QCOMPARE(settings.categories[12].name, u"Notes"_s);
+    QCOMPARE(settings.categories[12].extensions, (QStringList{u".note"_s, u".n;1"_s}));
 }
 
 void FindDuplicateSettingsTest::keepsWhatItHeldWithoutTheKey()
@@ -149,10 +148,10 @@ void FindDuplicateSettingsTest::sharesTheExtensionsOfTheFileTypes()
     const FinderSettings before = defaultFinderSettings();
     core::FileTypeTable edited = core::defaultFileTypes();
     std::swap(edited[1], edited[5]);
-    edited[5].extensions = QStringList{QStringLiteral(".mine")};
+    edited[5].extensions = QStringList{u".mine"_s};
     edited[0].enabled = false; // is not counted by the analyzer, and compared here all the same
     edited.erase(edited.begin() + 3);
-    edited.push_back({QStringLiteral("Another"), {QStringLiteral(".another")}, true});
+    edited.push_back({u"Another"_s, {u".another"_s}, true});
     settings::saveFileTypes(edited);
     for (const bool stored : {false, true}) {
         if (stored)
@@ -163,7 +162,7 @@ void FindDuplicateSettingsTest::sharesTheExtensionsOfTheFileTypes()
         for (std::size_t i = 0; i < 12; ++i) {
             QCOMPARE(held.categories[i].name, before.categories[i].name);
             QCOMPARE(held.categories[i].extensions,
-                     i == 1 ? QStringList{QStringLiteral(".mine")} : before.categories[i].extensions);
+                     i == 1 ? QStringList{u".mine"_s} : before.categories[i].extensions);
             QCOMPARE(held.categories[i].selected, !stored || i != 11);
         }
     }
@@ -176,10 +175,10 @@ void FindDuplicateSettingsTest::takesDamagedCustomTypesForAbsent()
     settings::writeString(key, u"CustomFileType2", u"Logs;.log");
     const FinderSettings settings = loaded();
     QCOMPARE(settings.customTypes.size(), 1u);
-    QCOMPARE(settings.customTypes[0].name, QStringLiteral("Logs"));
+    QCOMPARE(settings.customTypes[0].name, u"Logs"_s);
 }
 
-void FindDuplicateSettingsTest::optionsShowTheTwelveCategories()
+void FindDuplicateSettingsTest::optionsShowTheDefaultsAndCancelStoresNothing()
 {
     Options options;
     QCOMPARE(options.list()->topLevelItemCount(), 12);
@@ -188,11 +187,15 @@ void FindDuplicateSettingsTest::optionsShowTheTwelveCategories()
         QCOMPARE(options.row(row)->text(0), category.displayText());
         QCOMPARE(options.row(row++)->checkState(0), Qt::Checked);
     }
-    QCOMPARE(options.ignore()->text(), QStringLiteral("Ignore files smaller than"));
+    QCOMPARE(options.ignore()->text(), u"Ignore files smaller than"_s);
     QVERIFY(options.ignore()->isChecked());
     QCOMPARE(options.size()->value(), 20);
     QCOMPARE(options.size()->minimum(), 0);
     QCOMPARE(options.size()->maximum(), 10240);
+    options.click("selectNoneButton");
+    options.size()->setValue(1);
+    options.click("CancelButton");
+    QVERIFY(!settings::keyExists(key));
 }
 
 void FindDuplicateSettingsTest::optionsStoreWhatWasChosen()
@@ -208,10 +211,10 @@ void FindDuplicateSettingsTest::optionsStoreWhatWasChosen()
         options.size()->setValue(10240);
         options.click("OKButton");
     }
-    QCOMPARE(storedNumber(QStringLiteral("5")), std::optional(quint32{0}));
-    QCOMPARE(storedNumber(QStringLiteral("11")), std::optional(quint32{1}));
-    QCOMPARE(storedNumber(QStringLiteral("smallFileSize")), std::optional(quint32{10240}));
-    QCOMPARE(storedNumber(QStringLiteral("ignoreSmallFile")), std::optional(quint32{0}));
+    QCOMPARE(storedNumber(u"5"_s), std::optional(quint32{0}));
+    QCOMPARE(storedNumber(u"11"_s), std::optional(quint32{1}));
+    QCOMPARE(storedNumber(u"smallFileSize"_s), std::optional(quint32{10240}));
+    QCOMPARE(storedNumber(u"ignoreSmallFile"_s), std::optional(quint32{0}));
     QCOMPARE(selected(loaded()).contains(5), false);
 }
 
@@ -220,45 +223,34 @@ void FindDuplicateSettingsTest::customTypesAreAddedEditedAndRemoved()
     {
         Options options;
         options.click("addButton");
-        options.enter(QStringLiteral("Notes"), QStringLiteral("note, *.TXT2"));
+        options.enter(u"Notes"_s, u"note, *.TXT2"_s);
         options.click("addButton");
-        options.enter(QStringLiteral("a;b\\c"), QStringLiteral(".log"));
+        options.enter(u"a;b\\c"_s, u".log"_s);
         options.row(12)->setCheckState(0, Qt::Unchecked);
         options.click("OKButton");
     }
-    QCOMPARE(stored(QStringLiteral("CustomFileType0")), QStringLiteral("Notes;.note;.txt2"));
-    QCOMPARE(loaded().customTypes[1].name, QStringLiteral("a;b\\c"));
+    QCOMPARE(stored(u"CustomFileType0"_s), u"Notes;.note;.txt2"_s);
+    QCOMPARE(loaded().customTypes[1].name, u"a;b\\c"_s);
     QVERIFY(!loaded().categories[12].selected);
     {
         Options options;
         options.list()->setCurrentItem(options.row(13));
         options.click("editButton");
-        options.enter(QStringLiteral("Logs"), QStringLiteral(".log .trace"));
+        options.enter(u"Logs"_s, u".log .trace"_s);
         options.list()->setCurrentItem(options.row(12));
         options.click("removeButton");
         options.click("OKButton");
     }
     // The flag of the type behind the removed one moves with it, and nothing stays behind.
     const FinderSettings now = loaded();
-    QCOMPARE(now.customTypes,
-             (std::vector<CustomFileType>{
-                 {QStringLiteral("Logs"), {QStringLiteral(".log"), QStringLiteral(".trace")}}}));
+    QCOMPARE(now.customTypes, (std::vector<CustomFileType>{{u"Logs"_s, {u".log"_s, u".trace"_s}}}));
     QVERIFY(now.categories[12].selected);
-    QVERIFY(!storedNumber(QStringLiteral("13")));
-    QVERIFY(stored(QStringLiteral("CustomFileType1")).isEmpty());
+    QVERIFY(!storedNumber(u"13"_s));
+    QVERIFY(stored(u"CustomFileType1"_s).isEmpty());
     Options options;
     options.list()->setCurrentItem(options.row(3));
-    QVERIFY(!options.dialog.findChild<QPushButton *>(QStringLiteral("removeButton"))->isEnabled());
-    QVERIFY(!options.dialog.findChild<QPushButton *>(QStringLiteral("editButton"))->isEnabled());
-}
-
-void FindDuplicateSettingsTest::cancelStoresNothing()
-{
-    Options options;
-    options.click("selectNoneButton");
-    options.size()->setValue(1);
-    options.click("CancelButton");
-    QVERIFY(!settings::keyExists(key));
+    QVERIFY(!options.dialog.findChild<QPushButton *>(u"removeButton"_s)->isEnabled());
+    QVERIFY(!options.dialog.findChild<QPushButton *>(u"editButton"_s)->isEnabled());
 }
 
 void FindDuplicateSettingsTest::aNumberBeyondTheBoxSurvives()
@@ -277,20 +269,12 @@ void FindDuplicateSettingsTest::customTypeDialogTakesOnlyWhatWorks_data()
     QTest::addColumn<QString>("name");
     QTest::addColumn<QString>("extensions");
     QTest::addColumn<QStringList>("expected");
-    QTest::newRow("one") << "Notes"
-                         << ".note" << QStringList{QStringLiteral(".note")};
-    QTest::newRow("twice") << "Notes"
-                           << "note;.NOTE" << QStringList{QStringLiteral(".note")};
-    QTest::newRow("two dots never match") << "Notes"
-                                          << ".tar.gz" << QStringList();
-    QTest::newRow("no extension") << "Notes"
-                                  << " , " << QStringList();
-    QTest::newRow("no name") << "  "
-                             << ".note" << QStringList();
-    QTest::newRow("a name that is taken") << "audio files"
-                                          << ".note" << QStringList();
-    QTest::newRow("no file name's character") << "Notes"
-                                              << "a:b" << QStringList();
+    QTest::newRow("twice") << u"Notes"_s << u"note;.NOTE"_s << QStringList{u".note"_s};
+    QTest::newRow("two dots never match") << u"Notes"_s << u".tar.gz"_s << QStringList();
+    QTest::newRow("no extension") << u"Notes"_s << u" , "_s << QStringList();
+    QTest::newRow("no name") << u"  "_s << u".note"_s << QStringList();
+    QTest::newRow("a name that is taken") << u"audio files"_s << u".note"_s << QStringList();
+    QTest::newRow("no file name's character") << u"Notes"_s << u"a:b"_s << QStringList();
 }
 
 void FindDuplicateSettingsTest::customTypeDialogTakesOnlyWhatWorks()
@@ -298,12 +282,12 @@ void FindDuplicateSettingsTest::customTypeDialogTakesOnlyWhatWorks()
     QFETCH(QString, name);
     QFETCH(QString, extensions);
     QFETCH(QStringList, expected);
-    CustomFileTypeDialog dialog({}, {QStringLiteral("Audio Files")});
-    dialog.findChild<QLineEdit *>(QStringLiteral("nameLineEdit"))->setText(name);
-    dialog.findChild<QLineEdit *>(QStringLiteral("extensionsLineEdit"))->setText(extensions);
+    CustomFileTypeDialog dialog({}, {u"Audio Files"_s});
+    dialog.findChild<QLineEdit *>(u"nameLineEdit"_s)->setText(name);
+    dialog.findChild<QLineEdit *>(u"extensionsLineEdit"_s)->setText(extensions);
     const std::optional<CustomFileType> entered = dialog.entered();
     QCOMPARE(entered ? entered->extensions : QStringList(), expected);
-    QCOMPARE(dialog.findChild<QPushButton *>(QStringLiteral("OKButton"))->isEnabled(), !expected.isEmpty());
+    QCOMPARE(dialog.findChild<QPushButton *>(u"OKButton"_s)->isEnabled(), !expected.isEmpty());
 }
 
 QTEST_MAIN(FindDuplicateSettingsTest)

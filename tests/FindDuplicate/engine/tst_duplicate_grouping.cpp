@@ -65,18 +65,6 @@ std::vector<DuplicateGroup> plainReport(const std::vector<PlainCategory> &catego
     return combined;
 }
 
-QStringList names(const std::vector<DuplicateGroup> &groups)
-{
-    QStringList result;
-    for (const DuplicateGroup &group : groups) {
-        QStringList members;
-        for (const FileRecord &member : group.members)
-            members.append(member.name);
-        result.append(members.join(u'+'));
-    }
-    return result;
-}
-
 core::FileIdentity identity(quint64 number)
 {
     return {7, number};
@@ -91,8 +79,6 @@ class DuplicateGroupingTest : public QObject
 private slots:
     void equalsPlainRule_data();
     void equalsPlainRule();
-    void laterGroupOfEqualSizeStandsFirst();
-    void wholeTimeAndSizeCount();
     void statistics();
     void marks_data();
     void marks();
@@ -137,31 +123,6 @@ void DuplicateGroupingTest::equalsPlainRule()
     }
 }
 
-void DuplicateGroupingTest::laterGroupOfEqualSizeStandsFirst()
-{
-    const auto group = [](const char *name, quint64 size) {
-        return DuplicateGroup{{file(QLatin1String(name), size, 1)}, size};
-    };
-    const std::vector<DuplicateGroup> combined = combinedGroups(
-        {{group("a1", 50), group("a2", 50), group("a3", 900)}, {}, {group("b1", 50), group("b2", 7)}});
-    QCOMPARE(names(combined), QStringList({u"a3"_s, u"b1"_s, u"a2"_s, u"a1"_s, u"b2"_s}));
-}
-
-void DuplicateGroupingTest::wholeTimeAndSizeCount()
-{
-    DuplicateGrouper grouper;
-    const quint64 time = 0x01d9000000000000;
-    grouper.add(file(u"first"_s, 1000, time));
-    grouper.add(file(u"100 ns later"_s, 1000, time + 1));
-    grouper.add(file(u"one byte more"_s, 1001, time));
-    grouper.add(file(u"swapped"_s, time, 1000));
-    QCOMPARE(grouper.groups().size(), std::size_t(0));
-    grouper.add(file(u"second"_s, 1000, time));
-    grouper.add(file(u"third"_s, 1000, time));
-    QCOMPARE(names(grouper.groups()), QStringList{u"first+second+third"_s});
-    QCOMPARE(grouper.candidates().size(), std::size_t(4));
-}
-
 void DuplicateGroupingTest::statistics()
 {
     std::vector<DuplicateGroup> groups{
@@ -198,7 +159,6 @@ void DuplicateGroupingTest::marks_data()
         << States{one, otherVolume} << Marks{mark(true, false), mark(true, false)};
     QTest::newRow("the other one is gone")
         << States{gone, two} << Marks{mark(false, false), mark(true, true)};
-    QTest::newRow("all gone") << States{gone, gone} << Marks{mark(false, false), mark(false, false)};
     QTest::newRow("one file by two paths")
         << States{one, one} << Marks{mark(true, true), mark(true, true, 0)};
     QTest::newRow("one file by two paths, and a copy")

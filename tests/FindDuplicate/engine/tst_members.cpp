@@ -77,7 +77,6 @@ private slots:
     void factsOfAMember();
     void proposesOneToKeep_data();
     void proposesOneToKeep();
-    void whatMustNotBeOpenedIsNot();
     void aCancelledReadingEnds();
     void oneMemberIsJudgedLikeInTheWholeGroup();
     void oneMemberOfManyIsReadQuickly();
@@ -97,6 +96,9 @@ void MembersTest::factsOfAMember_data()
     QTest::newRow("in a store") << file << MemberFacts{mark, identity, false, false, true};
     file.attributes = core::AttributeRecallOnDataAccess;
     QTest::newRow("in the cloud") << file << MemberFacts{mark, identity, false, false, true};
+    // Must not be opened: nobody knows whether it is another file.
+    file.attributes = core::AttributeRecallOnOpen;
+    QTest::newRow("recalled when opened") << file << MemberFacts{last, std::nullopt, false, false, true};
     file = existing(2);
     file.inside = false;
     QTest::newRow("behind a link") << file << MemberFacts{mark, identity, false, true};
@@ -129,6 +131,7 @@ void MembersTest::factsOfAMember()
     QCOMPARE(read[0].mark.lastCopy, expected.mark.lastCopy);
     QVERIFY(read[2] == MemberFacts());
     QVERIFY(readMember(u"C:\\r"_s, group, 1, probe, never) == expected);
+    QCOMPARE(probe.opened.contains(group[1].fullPath()), file.attributes != core::AttributeRecallOnOpen);
 }
 
 void MembersTest::proposesOneToKeep_data()
@@ -177,20 +180,6 @@ void MembersTest::proposesOneToKeep()
     QFETCH(int, proposed);
     const std::optional<std::size_t> found = proposedToKeep(members, facts);
     QCOMPARE(found ? static_cast<int>(*found) : -1, proposed);
-}
-
-void MembersTest::whatMustNotBeOpenedIsNot()
-{
-    const std::vector<FileRecord> group{record(u"a"_s), record(u"b"_s)};
-    MemoryProbe probe;
-    probe.files.insert(group[0].fullPath(), existing(1));
-    probe.files.insert(group[1].fullPath(), existing(2));
-    probe.files[group[1].fullPath()].attributes = core::AttributeRecallOnOpen;
-    const std::vector<MemberFacts> read = readMembers(u"C:\\r"_s, group, probe, never);
-    QVERIFY((read[1] == MemberFacts{{true, true, -1}, std::nullopt, false, false, true}));
-    QVERIFY(read[0].mark.lastCopy); // nobody knows whether the other one is another file
-    QVERIFY(readMember(u"C:\\r"_s, group, 1, probe, never) == read[1]);
-    QVERIFY(!probe.opened.contains(group[1].fullPath()));
 }
 
 void MembersTest::aCancelledReadingEnds()
