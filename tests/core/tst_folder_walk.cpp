@@ -173,7 +173,6 @@ private slots:
     void cancelledListingIsNotUnreadable();
     void refusedFoldersAreNeverListed();
     void poolListsInTheOrderOfTheWalk();
-    void poolReturnsToWhatIsNeededFirst();
     void poolDoesNotFollowLinks();
     void poolStopsAtTheLimit();
     void walkListsWhilePoolIsBusy();
@@ -378,32 +377,6 @@ void TestFolderWalk::poolListsInTheOrderOfTheWalk()
     walk(again, visitor, readAhead(1));
     QVERIFY(visitor.sawAll());
     QCOMPARE(again.listed(), order);
-}
-
-// One thread is long with the first folder while the other goes on to what is in the second. As soon as the
-// first is known, what is in it comes before the rest of the second.
-void TestFolderWalk::poolReturnsToWhatIsNeededFirst()
-{
-    MemoryEnumerator disk;
-    for (int i = 0; i < 10; ++i)
-        disk.addFolder(QStringLiteral("C:\\r\\first\\f%1").arg(i));
-    for (int i = 0; i < 100; ++i)
-        disk.addFolder(QStringLiteral("C:\\r\\second\\s%1").arg(i));
-    std::atomic_bool released = false;
-    disk.onList = [&](const QString &folder) {
-        for (int i = 0; i < 5000 && folder.endsWith(u"first") && disk.listCount() < 20; ++i)
-            std::this_thread::sleep_for(std::chrono::milliseconds(1));
-        released = released || folder.endsWith(u"first");
-        for (int i = 0; i < 5000 && folder.endsWith(u"s20") && !released; ++i)
-            std::this_thread::sleep_for(std::chrono::milliseconds(1));
-        std::this_thread::sleep_for(std::chrono::milliseconds(1)); // so that neither thread is starved
-    };
-    Patient visitor(disk, 113);
-    walk(disk, visitor, readAhead(2));
-    QVERIFY(visitor.sawAll());
-    const QStringList listed = disk.listed();
-    QVERIFY(listed.indexOf(QStringLiteral("C:\\r\\first\\f9")) <
-            listed.indexOf(QStringLiteral("C:\\r\\second\\s90")));
 }
 
 void TestFolderWalk::poolDoesNotFollowLinks()
