@@ -4,12 +4,11 @@
 #include "app/settings/Values.h"
 #include "platform/Handle.h"
 #include "platform/Text.h"
-#include "tests/support/TestFolder.h"
 #include "tests/support/TestPrefix.h"
 
 #include <QByteArray>
 #include <QLoggingCategory>
-#include <QProcess>
+#include <QOperatingSystemVersion>
 #include <QTest>
 
 #include <atomic>
@@ -94,19 +93,16 @@ private slots:
     void tellsValuesAndDeletesThem();
     void checksNumbers_data();
     void checksNumbers();
-    void declaredValues();
+    void flagsAreOnForAnyNumber();
     void deletesNestedKeys();
     void deletesTheDeepestTree();
     void stopsAtAChildThatStays();
     void deletesALinkAndSparesItsTarget();
     void refusesToDeleteTooMuch_data();
     void refusesToDeleteTooMuch();
-    void backgroundFeatures_data();
     void backgroundFeatures();
-    void installation();
     void windows11_data();
     void windows11();
-    void windows11AsReported();
 
 private:
     std::unique_ptr<tests::RegistryGuard> m_guard;
@@ -211,7 +207,6 @@ void TestSettings::writesTextWithTerminator_data()
     QTest::addColumn<QString>("text");
 
     QTest::newRow("empty") << QString();
-    QTest::newRow("latin") << QStringLiteral("C:/here");
     QTest::newRow("beyond latin") << QString::fromUtf8("Straße \u0430\u0431\u0432 \u65e5\u672c \U0001F600");
     QTest::newRow("10,000 characters") << QString::fromUtf8("ä").repeated(10'000);
     QTest::newRow("percent signs") << QStringLiteral("%PATH%");
@@ -286,7 +281,6 @@ void TestSettings::tellsValuesAndDeletesThem()
     QVERIFY(!deleteValue(testKey, u"value"));
     store(QStringLiteral("value"), REG_NONE, QByteArray());
     QVERIFY(valueExists(testKey, u"value"));
-    QVERIFY(!valueExists(testKey, u"valu"));
     QVERIFY(deleteValue(testKey, u"value"));
     QVERIFY(!valueExists(testKey, u"value"));
     QVERIFY(keyExists(testKey));
@@ -302,42 +296,28 @@ void TestSettings::checksNumbers_data()
     QTest::newRow("upper end") << 100u << 100;
     QTest::newRow("below") << 0xFFFFFF9Bu << 7;
     QTest::newRow("above") << 101u << 7;
-    QTest::newRow("far above") << 0x7FFFFFFFu << 7;
 }
 
 void TestSettings::checksNumbers()
 {
     QFETCH(quint32, stored);
     QFETCH(qint32, read);
-    QCOMPARE(dwordInRange(testKey, u"value", 7, -100, 100), 7);
+    constexpr Number number{u"Software\\Fernlight Larkspur\\Test", u"value", 7, -100, 100};
+    QCOMPARE(number.read(), 7);
     writeDword(testKey, u"value", stored);
-    QCOMPARE(dwordInRange(testKey, u"value", 7, -100, 100), read);
+    QCOMPARE(number.read(), read);
+    number.write(-50);
+    QCOMPARE(storedBytes(QStringLiteral("value"), REG_DWORD), QByteArray("\xce\xff\xff\xff", 4));
 }
 
-void TestSettings::declaredValues()
+void TestSettings::flagsAreOnForAnyNumber()
 {
-    constexpr Number brightness{keys::convertImage, u"adjustBrightness", 0, -100, 100};
     constexpr Flag enabled{keys::hotKey, u"Enabled", true};
-    constexpr Text starred{keys::root, u"StarredWidget", u"9,2,5"};
-
-    QCOMPARE(brightness.read(), 0);
-    brightness.write(-50);
-    QCOMPARE(brightness.read(), -50);
-    quint32 raw = 0;
-    QVERIFY(readDword(keys::convertImage, u"adjustBrightness", raw));
-    QCOMPARE(raw, 0xFFFFFFCEu);
-
-    QCOMPARE(enabled.read(), true);
+    QVERIFY(enabled.read());
     enabled.write(false);
-    QCOMPARE(enabled.read(), false);
+    QVERIFY(!enabled.read());
     writeDword(keys::hotKey, u"Enabled", 2);
-    QCOMPARE(enabled.read(), true);
-
-    QCOMPARE(starred.read(), QStringLiteral("9,2,5"));
-    starred.write(u"");
-    QCOMPARE(starred.read(), QString());
-
-    QCOMPARE(numbered(u"command", 12), QStringLiteral("command12"));
+    QVERIFY(enabled.read());
 }
 
 void TestSettings::deletesNestedKeys()
@@ -460,35 +440,19 @@ void TestSettings::refusesToDeleteTooMuch()
     QCOMPARE(RegDeleteKeyW(HKEY_CURRENT_USER, wide(own)), ERROR_SUCCESS);
 }
 
-void TestSettings::backgroundFeatures_data()
-{
-    QTest::addColumn<QString>("key");
-    QTest::addColumn<QString>("name");
-    QTest::newRow("dark mode") << keys::autoDarkMode.toString() << QStringLiteral("Enabled");
-    QTest::newRow("taskbar") << keys::glasswick.toString() << QStringLiteral("Enabled");
-    QTest::newRow("tray icon") << keys::root.toString() << QStringLiteral("ShowTrayIcon");
-    QTest::newRow("stay awake") << keys::root.toString() << QStringLiteral("StayAwakeActive");
-    QTest::newRow("hot keys") << keys::hotKey.toString() << QStringLiteral("Enabled");
-}
-
 void TestSettings::backgroundFeatures()
 {
-    QFETCH(QString, key);
-    QFETCH(QString, name);
+    for (const auto &[key, name] : {std::pair<QStringView, QStringView>{keys::autoDarkMode, u"Enabled"},
+                                    {keys::glasswick, u"Enabled"},
+                                    {keys::root, u"ShowTrayIcon"},
+                                    {keys::root, u"StayAwakeActive"},
+                                    {keys::hotKey, u"Enabled"}}) {
+        QVERIFY(!backgroundFeaturesEnabled());
+        writeDword(key, name, 2);
+        QVERIFY2(backgroundFeaturesEnabled(), qPrintable(key.toString() + name.toString()));
+        writeString(key, name, u"1");
+    }
     QVERIFY(!backgroundFeaturesEnabled());
-    writeDword(key, name, 2);
-    QVERIFY(backgroundFeaturesEnabled());
-    writeDword(key, name, 0);
-    QVERIFY(!backgroundFeaturesEnabled());
-    writeString(key, name, u"1");
-    QVERIFY(!backgroundFeaturesEnabled());
-}
-
-void TestSettings::installation()
-{
-    QVERIFY(installationFolder().isEmpty());
-    writeString(keys::root, u"Path", u"C:/here");
-    QCOMPARE(installationFolder(), QStringLiteral("C:/here"));
 }
 
 void TestSettings::windows11_data()
@@ -496,9 +460,7 @@ void TestSettings::windows11_data()
     QTest::addColumn<quint32>("major");
     QTest::addColumn<quint32>("build");
     QTest::addColumn<bool>("eleven");
-    QTest::newRow("8.1") << 6u << 9600u << false;
     QTest::newRow("an old one with a high build") << 6u << 30000u << false;
-    QTest::newRow("last 10") << 10u << 19045u << false;
     QTest::newRow("before the first 11") << 10u << 21999u << false;
     QTest::newRow("first 11") << 10u << 22000u << true;
     QTest::newRow("later") << 11u << 1u << true;
@@ -509,48 +471,9 @@ void TestSettings::windows11()
     QFETCH(quint32, major);
     QFETCH(quint32, build);
     QTEST(isWindows11Version(major, build), "eleven");
+    QCOMPARE(isWindows11(), QOperatingSystemVersion::current() >= QOperatingSystemVersion::Windows11);
 }
 
-void TestSettings::windows11AsReported()
-{
-    if (!tests::isWine())
-        QSKIP("Only Wine takes its version from where it can be changed.");
-    // Wine reads its build number when a program starts, so this program starts itself.
-    RegKey version;
-    QCOMPARE(RegOpenKeyExW(HKEY_LOCAL_MACHINE, L"Software\\Microsoft\\Windows NT\\CurrentVersion", 0,
-                           KEY_ALL_ACCESS, version.put()),
-             ERROR_SUCCESS);
-    const auto setBuild = [&](const QString &build) {
-        const QByteArray text = utf16(build) + QByteArray(2, '\0');
-        RegSetValueExW(version.get(), L"CurrentBuildNumber", 0, REG_SZ,
-                       reinterpret_cast<const BYTE *>(text.constData()), static_cast<DWORD>(text.size()));
-    };
-    const auto reported = [] {
-        QProcess process;
-        process.start(QCoreApplication::applicationFilePath(), {QStringLiteral("--report-windows-11")});
-        return process.waitForFinished() ? process.exitCode() : -1;
-    };
-    wchar_t before[16] = {};
-    DWORD size = sizeof before;
-    QCOMPARE(
-        RegGetValueW(version.get(), nullptr, L"CurrentBuildNumber", RRF_RT_REG_SZ, nullptr, before, &size),
-        ERROR_SUCCESS);
-    setBuild(QStringLiteral("19045"));
-    const int ten = reported();
-    setBuild(QStringLiteral("22000"));
-    const int eleven = reported();
-    setBuild(QString::fromWCharArray(before));
-    QCOMPARE(ten, 10);
-    QCOMPARE(eleven, 11);
-}
-
-int main(int argc, char **argv)
-{
-    QCoreApplication application(argc, argv);
-    if (application.arguments().contains(QStringLiteral("--report-windows-11")))
-        return isWindows11() ? 11 : 10;
-    TestSettings test;
-    return QTest::qExec(&test, argc, argv);
-}
+QTEST_GUILESS_MAIN(TestSettings)
 
 #include "tst_settings.moc"

@@ -2,7 +2,6 @@
 #include "widgets/CardGridLayout.h"
 #include "widgets/ClickableLabel.h"
 #include "widgets/ElidedLabel.h"
-#include "widgets/FLCardButton.h"
 #include "widgets/FLTableView.h"
 #include "widgets/FLTreeView.h"
 #include "widgets/NoticeBar.h"
@@ -61,19 +60,14 @@ private slots:
     void cardsFillTheWidth_data();
     void cardsFillTheWidth();
     void hiddenCardsTakeNoPlace();
-    void pathBarShowsAllPartsWhereThereIsRoom();
     void pathBarKeepsItsEndWhereThereIsNot();
     void pathBarReactsWhileItChanges();
     void labelsAreClickedByMouseAndKeyboard();
-    void aLabelIsNotClickedByAPressThatLeavesIt();
     void aLabelIsAButtonForAScreenReader();
     void elidedLabelsTellTheWholeText();
-    void cardsSayWhatTheyAre();
-    void noticesComeAndGo();
     void noticesBreakLongPaths();
     void wrappedTextKeepsItsWords();
     void scansTellTheirFigures();
-    void numbersHaveNoSeparators_data();
     void numbersHaveNoSeparators();
     void oneColumnTakesWhatIsLeft();
     void anAsteriskExpandsNothing();
@@ -90,7 +84,6 @@ void WidgetsTest::cardsFillTheWidth_data()
     QTest::newRow("one") << 209 << 1 << 150; // at most 150 wide
     QTest::newRow("exactly two") << 210 << 2 << 100;
     QTest::newRow("two, stretched") << 260 << 2 << 125;
-    QTest::newRow("five") << 540 << 5 << 100;
 }
 
 void WidgetsTest::cardsFillTheWidth()
@@ -133,21 +126,6 @@ void WidgetsTest::hiddenCardsTakeNoPlace()
     QCOMPARE(grid->count(), 1);
 }
 
-void WidgetsTest::pathBarShowsAllPartsWhereThereIsRoom()
-{
-    PathBar bar;
-    bar.setPath(longPath);
-    bar.resize(1500, bar.sizeHint().height());
-    bar.show();
-    const QList<QToolButton *> parts = shownParts(bar);
-    QCOMPARE(parts.size(), 5);
-    QCOMPARE(parts.last()->text(), QStringLiteral("fourth && last")); // no mnemonic
-    QCOMPARE(parts.last()->accessibleName(), longPath.last());
-    QSignalSpy activated(&bar, &PathBar::partActivated);
-    QTest::mouseClick(parts.at(1), Qt::LeftButton);
-    QCOMPARE(activated.takeFirst().first().toInt(), 1);
-}
-
 void WidgetsTest::pathBarKeepsItsEndWhereThereIsNot()
 {
     PathBar bar;
@@ -181,6 +159,7 @@ void WidgetsTest::pathBarReactsWhileItChanges()
     bar.resize(1500, bar.sizeHint().height());
     bar.show();
     bar.setPath(longPath);
+    QCOMPARE(shownParts(bar).last()->text(), QStringLiteral("fourth && last")); // no mnemonic
     connect(&bar, &PathBar::partActivated, &bar, [&bar](int part) { bar.setPath(longPath.first(part + 1)); });
     QTest::mouseClick(shownParts(bar).at(2), Qt::LeftButton);
     QTest::mouseClick(shownParts(bar).at(0), Qt::LeftButton);
@@ -201,20 +180,12 @@ void WidgetsTest::labelsAreClickedByMouseAndKeyboard()
     QCOMPARE(clicked.count(), 3);
     QTest::mouseClick(&label, Qt::RightButton);
     QTest::keyClick(&label, Qt::Key_A);
-    QCOMPARE(clicked.count(), 3);
-    QCOMPARE(label.textFormat(), Qt::PlainText);
-}
-
-void WidgetsTest::aLabelIsNotClickedByAPressThatLeavesIt()
-{
-    ClickableLabel label(QStringLiteral("Clear"));
-    label.resize(100, 30);
-    label.show();
-    QSignalSpy clicked(&label, &ClickableLabel::clicked);
+    // A press that leaves the label is no click, nor is a release alone.
     QTest::mousePress(&label, Qt::LeftButton, {}, QPoint(5, 5));
     QTest::mouseRelease(&label, Qt::LeftButton, {}, QPoint(500, 5));
-    QTest::mouseRelease(&label, Qt::LeftButton, {}, QPoint(5, 5)); // a release alone is no click
-    QCOMPARE(clicked.count(), 0);
+    QTest::mouseRelease(&label, Qt::LeftButton, {}, QPoint(5, 5));
+    QCOMPARE(clicked.count(), 3);
+    QCOMPARE(label.textFormat(), Qt::PlainText);
 }
 
 void WidgetsTest::aLabelIsAButtonForAScreenReader()
@@ -250,42 +221,6 @@ void WidgetsTest::elidedLabelsTellTheWholeText()
     QVERIFY(label.minimumSizeHint().width() < 100); // a long text must not widen the window
 }
 
-void WidgetsTest::cardsSayWhatTheyAre()
-{
-    FLCardButton card;
-    card.setText(QStringLiteral("Local Disk (C:)"));
-    card.setCaption(QStringLiteral("NTFS, half full"));
-    const int height = card.sizeHint().height();
-    card.setShare(0.5);
-    QVERIFY(card.sizeHint().height() >= height);
-    QCOMPARE(card.accessibleDescription(), card.caption());
-    card.resize(300, card.sizeHint().height());
-    card.show();
-    QSignalSpy clicked(&card, &QAbstractButton::clicked);
-    QTest::keyClick(&card, Qt::Key_Space);
-    QTest::mouseClick(&card, Qt::LeftButton);
-    QCOMPARE(clicked.count(), 2);
-    const QImage half = card.grab().toImage();
-    card.setShare(0.95); // nearly full is shown in another colour and length
-    QVERIFY(card.grab().toImage() != half);
-}
-
-void WidgetsTest::noticesComeAndGo()
-{
-    QWidget page;
-    NoticeBar bar(&page);
-    page.resize(400, 60);
-    bar.resize(400, 60);
-    page.show();
-    QVERIFY(!bar.isVisible());
-    bar.showNotice({}, QStringLiteral("<i>Saved</i>"));
-    QVERIFY(bar.isVisible());
-    QCOMPARE(bar.text(), QStringLiteral("<i>Saved</i>"));
-    QTest::mouseClick(bar.findChild<QToolButton *>(), Qt::LeftButton);
-    QVERIFY(!bar.isVisible());
-    QCOMPARE(bar.text(), QString());
-}
-
 void WidgetsTest::noticesBreakLongPaths()
 {
     const QString path = (QStringLiteral("\\") + QString(99, u'm')).repeated(30);
@@ -309,8 +244,8 @@ void WidgetsTest::noticesBreakLongPaths()
     QVERIFY(bar->height() < 10 * line);
     QCOMPARE(bar->accessibleName(), text);
     QCOMPARE(bar->text(), text);
-    QString tip = bar->findChild<WrappedLabel *>()->toolTip();
-    QCOMPARE(tip.remove(u'\n'), text);
+    QTest::mouseClick(bar->findChild<QToolButton *>(), Qt::LeftButton);
+    QVERIFY(!bar->isVisible());
 }
 
 void WidgetsTest::wrappedTextKeepsItsWords()
@@ -321,14 +256,10 @@ void WidgetsTest::wrappedTextKeepsItsWords()
     QCOMPARE(label.heightForWidth(1000), line);
     QCOMPARE(label.heightForWidth(label.fontMetrics().horizontalAdvance(QStringLiteral("Some wor"))),
              2 * line);
-    QCOMPARE(label.sizeHint().height(), line); // as wide as the text where that is short
     label.setText(QStringLiteral("two\nlines"));
     QCOMPARE(label.heightForWidth(1000), 2 * line);
     label.setText(QString());
     QVERIFY(label.heightForWidth(0) <= line);
-    label.resize(300, 50);
-    label.setText(QStringLiteral("short"));
-    QCOMPARE(label.toolTip(), QString());
 }
 
 void WidgetsTest::scansTellTheirFigures()
@@ -338,43 +269,26 @@ void WidgetsTest::scansTellTheirFigures()
         return page.findChild<QLabel *>(QLatin1StringView(name));
     };
     page.begin(QStringLiteral("Scanning"), QStringLiteral("C:\\r"));
-    QCOMPARE(label("timeLabel")->text(), QStringLiteral("0:00"));
     QCOMPARE(label("rateLabel")->text(), QStringLiteral("-")); // of no time there is none
     page.setItems(50'000);
     QTest::qSleep(1100);
     const qint64 before = page.elapsed();
     page.complete();
     const qint64 after = page.elapsed();
-    QCOMPARE(label("timeLabel")->text(), QStringLiteral("0:01"));
     const qint64 rate = label("rateLabel")->text().toLongLong();
     QVERIFY(rate <= 50'000'000 / before && rate >= 50'000'000 / after);
     // A screen reader hears what the number is, and the number.
     QCOMPARE(label("itemsLabel")->accessibleName(), QStringLiteral("Items: 50000"));
     QCOMPARE(label("timeLabel")->accessibleName(), QStringLiteral("Elapsed time: 0:01"));
-    QCOMPARE(label("rateLabel")->accessibleName(),
-             QStringLiteral("Items a second: ") + label("rateLabel")->text());
-}
-
-void WidgetsTest::numbersHaveNoSeparators_data()
-{
-    QTest::addColumn<QVariant>("value");
-    QTest::addColumn<QString>("row");
-    QTest::addColumn<QString>("bar");
-    QTest::newRow("int") << QVariant(1234567) << QStringLiteral("1234567") << QStringLiteral("1234567");
-    QTest::newRow("64 bit") << QVariant(18446744073709551615ULL) << QStringLiteral("18446744073709551615")
-                            << QStringLiteral("18446744073709551615");
-    QTest::newRow("text") << QVariant(QStringLiteral("a")) << QStringLiteral("a") << QStringLiteral("a");
-    QTest::newRow("share") << QVariant(45.25) << QString() << QStringLiteral("45.3 %");
 }
 
 void WidgetsTest::numbersHaveNoSeparators()
 {
-    QFETCH(QVariant, value);
-    QFETCH(QString, row);
     const QLocale german(QLocale::German, QLocale::Germany); // 1.234.567 and 45,25
-    if (!row.isEmpty())
-        QCOMPARE(RowDelegate().displayText(value, german), row);
-    QTEST(BarDelegate().displayText(value, german), "bar");
+    const quint64 large = 18446744073709551615ULL;
+    QCOMPARE(RowDelegate().displayText(large, german), QStringLiteral("18446744073709551615"));
+    QCOMPARE(BarDelegate().displayText(large, german), QStringLiteral("18446744073709551615"));
+    QCOMPARE(BarDelegate().displayText(45.25, german), QStringLiteral("45.3 %"));
 }
 
 void WidgetsTest::oneColumnTakesWhatIsLeft()
