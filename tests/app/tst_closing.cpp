@@ -1,14 +1,9 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include "app/InstallationFolder.h"
-#include "app/MainWindow.h"
 #include "app/ThumbnailRemovalDialog.h"
 #include "app/settings/Keys.h"
 #include "app/settings/Settings.h"
 #include "core/ThumbnailStore.h"
-#include "tests/app/FakeModules.h"
-#include "tests/app/LogCapture.h"
-#include "tests/support/FakeShell.h"
-#include "tests/support/TestPrefix.h"
+#include "tests/app/ShellTest.h"
 
 #include <QAbstractButton>
 #include <QDir>
@@ -16,9 +11,8 @@
 #include <QLabel>
 #include <QStatusBar>
 #include <QTemporaryDir>
-#include <QTest>
 
-class tst_Closing : public QObject
+class tst_Closing : public tests::ShellTest
 {
     Q_OBJECT
 
@@ -29,7 +23,6 @@ private slots:
     void opensWhereItWasClosed();
     void storesTheGeometryEvenWhenItStays();
     void asksEveryBusyPageInOrder();
-    void staysWhileAnyPageIsBusy_data();
     void staysWhileAnyPageIsBusy();
     void staysWhenTheJobEndsWithTheRequest();
     void closesOnAPagesRequest();
@@ -39,16 +32,9 @@ private slots:
     void removesNothingButThumbnails();
 
 private:
-    MainWindow &window() { return *m_window; }
     QList<ThumbnailRemovalDialog *> removals() { return m_window->findChildren<ThumbnailRemovalDialog *>(); }
     // Three files in the real folder of the thumbnails.
     void makeThumbnails();
-
-    std::optional<tests::LogCapture> m_log;
-    std::optional<tests::RegistryGuard> m_registry;
-    std::optional<tests::FakeShell> m_shell;
-    std::optional<tests::FakeModules> m_modules;
-    std::optional<MainWindow> m_window;
 };
 
 namespace
@@ -77,24 +63,13 @@ void writeFile(const QString &path)
 
 void tst_Closing::init()
 {
-    m_log.emplace();
-    m_registry.emplace();
-    installation::setFolder(QStringLiteral("C:/here"));
-    m_shell.emplace();
-    m_modules.emplace();
-    m_window.emplace(nullptr, m_modules->table);
-    m_window->show();
-    QVERIFY(QTest::qWaitForWindowExposed(&*m_window));
+    openShell();
     QDir(thumbnailFolder()).removeRecursively();
 }
 
 void tst_Closing::cleanup()
 {
-    m_window.reset();
-    m_modules.reset();
-    m_shell.reset();
-    m_registry.reset();
-    m_log.reset();
+    closeShell();
     core::ThumbnailStore::noteRemoved();
 }
 
@@ -124,8 +99,8 @@ void tst_Closing::opensWhereItWasClosed()
 
 void tst_Closing::storesTheGeometryEvenWhenItStays()
 {
-    window().onOpenModule(4);
-    m_modules->page(4)->busy = true;
+    m_window->onOpenModule(4);
+    page(4)->busy = true;
     m_window->setGeometry(155, 133, 1000, 550);
     QTRY_COMPARE(m_window->geometry(), QRect(155, 133, 1000, 550));
     QVERIFY(!m_window->close());
@@ -139,11 +114,11 @@ void tst_Closing::asksEveryBusyPageInOrder()
 {
     const QList<int> busyOnes{15, 6, 1, 20, 3, 4, 2};
     for (const int id : busyOnes) {
-        window().onOpenModule(id);
-        m_modules->page(id)->busy = true;
+        m_window->onOpenModule(id);
+        page(id)->busy = true;
     }
-    window().onOpenModule(5); // not among those that are asked
-    m_modules->page(5)->busy = true;
+    m_window->onOpenModule(5); // not among those that are asked
+    page(5)->busy = true;
     QVERIFY(!m_window->close());
     QVERIFY(m_window->isVisible());
     QCOMPARE(m_modules->asked, (QList<int>{2, 4, 3, 20, 1, 6, 15}));
@@ -151,43 +126,39 @@ void tst_Closing::asksEveryBusyPageInOrder()
     QVERIFY(m_window->statusBar()->currentMessage().contains(QStringLiteral("job of 2")));
 
     for (const int id : busyOnes)
-        m_modules->page(id)->busy = false;
+        page(id)->busy = false;
     QVERIFY(m_window->close());
     QCOMPARE(m_modules->asked.size(), busyOnes.size());
 }
 
-void tst_Closing::staysWhileAnyPageIsBusy_data()
-{
-    QTest::addColumn<int>("busy");
-    for (const int id : {2, 4, 3, 20, 1, 6, 15})
-        QTest::addRow("%d of all", id) << id;
-}
-
 void tst_Closing::staysWhileAnyPageIsBusy()
 {
-    QFETCH(const int, busy);
-    for (const int id : {2, 4, 3, 20, 1, 6, 15})
-        window().onOpenModule(id);
-    m_modules->page(busy)->busy = true;
-    QVERIFY(!m_window->close());
-    QCOMPARE(m_modules->asked, QList<int>{busy});
-    m_modules->page(busy)->busy = false;
+    const QList<int> ids{2, 4, 3, 20, 1, 6, 15};
+    for (const int id : ids)
+        m_window->onOpenModule(id);
+    for (const int id : ids) {
+        page(id)->busy = true;
+        QVERIFY(!m_window->close());
+        QCOMPARE(m_modules->asked, QList<int>{id});
+        m_modules->asked.clear();
+        page(id)->busy = false;
+    }
     QVERIFY(m_window->close());
 }
 
 void tst_Closing::staysWhenTheJobEndsWithTheRequest()
 {
-    window().onOpenModule(2);
-    m_modules->page(2)->busy = true;
-    m_modules->page(2)->stopsAtOnce = true;
+    m_window->onOpenModule(2);
+    page(2)->busy = true;
+    page(2)->stopsAtOnce = true;
     QVERIFY(!m_window->close());
     QVERIFY(m_window->close());
 }
 
 void tst_Closing::closesOnAPagesRequest()
 {
-    window().onOpenModule(5);
-    emit m_modules->page(5)->closeApp();
+    m_window->onOpenModule(5);
+    emit page(5)->closeApp();
     QVERIFY(!m_window->isVisible());
     QCOMPARE(m_log->count(QStringLiteral("removeThumbnailsDialog")), 0);
 }
@@ -215,8 +186,8 @@ void tst_Closing::removesThumbnailsThenCloses()
 void tst_Closing::removesThumbnailsWhileAPageIsBusy()
 {
     makeThumbnails();
-    window().onOpenModule(20);
-    m_modules->page(20)->busy = true;
+    m_window->onOpenModule(20);
+    page(20)->busy = true;
     QVERIFY(!m_window->close());
     QCOMPARE(m_modules->asked.size(), 1);
     QCOMPARE(removals().size(), 1);
@@ -231,15 +202,15 @@ void tst_Closing::removesThumbnailsWhileAPageIsBusy()
     QVERIFY(!QDir(thumbnailFolder()).exists());
     QVERIFY(!m_window->close());
     QCOMPARE(removals().size(), 0);
-    m_modules->page(20)->busy = false;
+    page(20)->busy = false;
     QVERIFY(m_window->close());
 
     // One that has stopped meanwhile keeps the window no longer.
     m_window->show();
     makeThumbnails();
-    m_modules->page(20)->busy = true;
+    page(20)->busy = true;
     QVERIFY(!m_window->close());
-    m_modules->page(20)->busy = false;
+    page(20)->busy = false;
     QTRY_VERIFY(!m_window->isVisible());
 }
 

@@ -7,11 +7,11 @@
 #include "app/settings/Keys.h"
 #include "app/settings/Settings.h"
 #include "platform/Handle.h"
-#include "platform/TopLevelWindows.h"
-#include "tests/app/FakeWindow.h"
 #include "tests/app/LogCapture.h"
+#include "tests/app/Names.h"
 #include "tests/support/FakeDialogs.h"
 #include "tests/support/FakeShell.h"
+#include "tests/support/FakeWindow.h"
 #include "tests/support/TestPrefix.h"
 
 #include <QDir>
@@ -50,12 +50,8 @@ private slots:
     void cleanup();
 
     void recordsTheFolderOfTheFirstStart();
-    void startsTheAgentOnlyWhenAllIsOff_data();
     void startsTheAgentOnlyWhenAllIsOff();
-    void leavesARunningAgentAlone();
-    void handsTheExecutableToTheShell_data();
     void handsTheExecutableToTheShell();
-    void waitsForTheWindow_data();
     void waitsForTheWindow();
     void waitsUntilCancelled();
     void opensOneDialogAModule();
@@ -113,132 +109,74 @@ void tst_Companions::install(const QTemporaryDir &folder)
 
 void tst_Companions::recordsTheFolderOfTheFirstStart()
 {
-    const auto stored = [] { return settings::installationFolder(); };
-    settings::deleteValue(settings::keys::root, u"Path");
-    installation::load();
-    QCOMPARE(stored(), QDir::currentPath());
-    QCOMPARE(installation::folder(), QDir::currentPath());
-
     settings::writeString(settings::keys::root, u"Path", u"C:\\Suite");
     installation::load();
-    QCOMPARE(stored(), QStringLiteral("C:\\Suite"));
-    QCOMPARE(installation::companion(QStringLiteral("\\Regwick.exe")),
-             QStringLiteral("C:\\Suite\\Regwick.exe"));
+    QCOMPARE(settings::installationFolder(), QStringLiteral("C:\\Suite"));
 
     settings::writeString(settings::keys::root, u"Path", u"");
     installation::load();
-    QCOMPARE(stored(), QDir::currentPath());
-}
+    QCOMPARE(settings::installationFolder(), QDir::currentPath());
 
-void tst_Companions::startsTheAgentOnlyWhenAllIsOff_data()
-{
-    QTest::addColumn<QString>("key");
-    QTest::addColumn<QString>("name");
-    QTest::addColumn<quint32>("value");
-    QTest::addColumn<bool>("starts");
-    const QString root = settings::keys::root.toString();
-    const QString enabled = QStringLiteral("Enabled");
-    QTest::newRow("nothing stored") << QString() << QString() << 0u << true;
-    QTest::newRow("off") << settings::keys::hotKey.toString() << enabled << 0u << true;
-    QTest::newRow("dark mode") << settings::keys::autoDarkMode.toString() << enabled << 1u << false;
-    QTest::newRow("taskbar") << settings::keys::glasswick.toString() << enabled << 1u << false;
-    QTest::newRow("tray icon") << root << QStringLiteral("ShowTrayIcon") << 1u << false;
-    QTest::newRow("stay awake") << root << QStringLiteral("StayAwakeActive") << 1u << false;
-    QTest::newRow("hot keys, an odd value") << settings::keys::hotKey.toString() << enabled << 2u << false;
+    settings::deleteValue(settings::keys::root, u"Path");
+    installation::load();
+    QCOMPARE(settings::installationFolder(), QDir::currentPath());
+    QCOMPARE(installation::folder(), QDir::currentPath());
 }
 
 void tst_Companions::startsTheAgentOnlyWhenAllIsOff()
 {
-    QFETCH(const QString, key);
-    QFETCH(const QString, name);
-    QFETCH(const quint32, value);
-    QFETCH(const bool, starts);
-    if (!key.isEmpty())
-        settings::writeDword(key, name, value);
-    startAgentIfIdle();
-    QCOMPARE(m_shell->agents, starts ? tests::strings({"C:/here\\Glasswick.exe"}) : QStringList());
-}
-
-void tst_Companions::leavesARunningAgentAlone()
-{
-    const tests::FakeWindow agent(QStringLiteral("GLASSWICK"), QStringLiteral("Transparent Taskbar"));
+    settings::writeDword(settings::keys::hotKey, u"Enabled", 1);
     startAgentIfIdle();
     QVERIFY(m_shell->agents.isEmpty());
-}
-
-void tst_Companions::handsTheExecutableToTheShell_data()
-{
-    QTest::addColumn<int>("id");
-    QTest::addColumn<QString>("file");
-    QTest::addColumn<QString>("name");
-    QTest::newRow("9") << 9 << QStringLiteral("C:/here\\LarkspurSettings.exe")
-                       << QStringLiteral("Larkspur Settings");
-    QTest::newRow("11") << 11 << QStringLiteral("C:/here\\Taskwick.exe") << QStringLiteral("Process Manager");
-    QTest::newRow("14") << 14 << QStringLiteral("C:/here\\Regwick.exe") << QStringLiteral("Registry Cleaner");
+    settings::writeDword(settings::keys::hotKey, u"Enabled", 0);
+    {
+        const tests::FakeWindow running(QStringLiteral("GLASSWICK"), QStringLiteral("Transparent Taskbar"));
+        startAgentIfIdle();
+        QVERIFY(m_shell->agents.isEmpty());
+    }
+    startAgentIfIdle();
+    QCOMPARE(m_shell->agents, tests::strings({"C:/here\\Glasswick.exe"}));
 }
 
 void tst_Companions::handsTheExecutableToTheShell()
 {
-    QFETCH(const int, id);
-    QFETCH(const QString, file);
-    QFETCH(const QString, name);
-    m_launcher->launch(module(id));
-    QCOMPARE(m_shell->elevated.size(), 1);
-    QCOMPARE(m_shell->elevated.first().owner, m_window->winId());
-    QCOMPARE(m_shell->elevated.first().file, file);
-    QCOMPARE(m_shell->elevated.first().folder, QStringLiteral("C:/here"));
+    for (const names::Module &expected : names::modules) {
+        if (!expected.executable)
+            continue;
+        m_launcher->launch(module(expected.id));
+        QCOMPARE(m_shell->elevated.last().owner, m_window->winId());
+        QCOMPARE(m_shell->elevated.last().file,
+                 QStringLiteral("C:/here") + QLatin1StringView(expected.executable));
+        QCOMPARE(m_shell->elevated.last().folder, QStringLiteral("C:/here"));
 
-    QCOMPARE(dialogs().size(), 1);
-    const OpenAdminModuleDialog *dialog = dialogs().first();
-    QVERIFY(dialog->isVisible());
-    QVERIFY(!dialog->isModal());
-    QCOMPARE(dialog->windowTitle(), QStringLiteral("Module Launcher"));
-    QCOMPARE(dialog->findChild<QLabel *>()->text(),
-             QStringLiteral("Preparing to open ") + name +
-                 QStringLiteral(" in administrator mode.\n Please Wait..."));
-    QCOMPARE(dialog->findChild<QPushButton *>()->text(), QStringLiteral("Cancel"));
-    for (const char *slot : {"MyTimerSlot()", "on_pushButton_clicked()"})
-        QVERIFY(dialog->metaObject()->indexOfSlot(slot) >= 0);
-}
-
-void tst_Companions::waitsForTheWindow_data()
-{
-    QTest::addColumn<QString>("className");
-    QTest::addColumn<QString>("title");
-    QTest::addColumn<bool>("found");
-    const QString processManager = QStringLiteral("Process Manager");
-    QTest::newRow("the first companions") << QStringLiteral("Qt653QWindowIcon") << processManager << true;
-    QTest::newRow("built with this Qt") << platform::toolkitWindowClass() << processManager << true;
-    QTest::newRow("another title") << QStringLiteral("Qt653QWindowIcon") << QStringLiteral("Registry Cleaner")
-                                   << false;
-    QTest::newRow("another class") << QStringLiteral("SomeOtherWindow") << processManager << false;
+        const OpenAdminModuleDialog *dialog = dialogs().last();
+        QVERIFY(dialog->isVisible());
+        QVERIFY(!dialog->isModal());
+        QCOMPARE(dialog->windowTitle(), QStringLiteral("Module Launcher"));
+        QCOMPARE(dialog->findChild<QLabel *>()->text(),
+                 QStringLiteral("Preparing to open ") + QLatin1StringView(expected.panelText) +
+                     QStringLiteral(" in administrator mode.\n Please Wait..."));
+        QCOMPARE(dialog->findChild<QPushButton *>()->text(), QStringLiteral("Cancel"));
+        for (const char *slot : {"MyTimerSlot()", "on_pushButton_clicked()"})
+            QVERIFY(dialog->metaObject()->indexOfSlot(slot) >= 0);
+    }
+    QCOMPARE(m_shell->elevated.size(), 3);
 }
 
 void tst_Companions::waitsForTheWindow()
 {
-    QFETCH(const QString, className);
-    QFETCH(const QString, title);
-    QFETCH(const bool, found);
-    std::optional<QWidget> own;
-    std::optional<tests::FakeWindow> other;
-    if (className == platform::toolkitWindowClass()) {
-        own.emplace();
-        own->setWindowTitle(title);
-        own->show();
-    } else {
-        other.emplace(className, title);
-    }
     QSignalSpy finished(m_launcher, &CompanionLauncher::finished);
+    const tests::FakeWindow awaited(QStringLiteral("Qt653QWindowIcon"), QStringLiteral("Process Manager"));
     QElapsedTimer time;
     time.start();
+    m_launcher->launch(module(9));
     m_launcher->launch(module(11));
-    const bool went = finished.wait(2500);
-    QCOMPARE(went, found);
-    QCOMPARE(dialogs().isEmpty(), found);
-    if (found) {
-        QVERIFY(time.elapsed() >= 900); // the first look is after a second, not at once
-        QCOMPARE(finished.first().first().toInt(), 11);
-    }
+    QVERIFY(finished.wait(2500));
+    QVERIFY(time.elapsed() >= 900); // the first look is after a second, not at once
+    QTest::qWait(1200);
+    QCOMPARE(finished.size(), 1);
+    QCOMPARE(finished.first().first().toInt(), 11);
+    QCOMPARE(dialogs().size(), 1);
 }
 
 void tst_Companions::waitsUntilCancelled()

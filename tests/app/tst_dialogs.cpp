@@ -1,46 +1,37 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "app/AboutDialog.h"
 #include "app/InstallationFolder.h"
-#include "app/MainWindow.h"
 #include "app/Product.h"
-#include "app/Resources.h"
 #include "app/UpdateDialog.h"
 #include "app/settings/Keys.h"
 #include "app/settings/Settings.h"
 #include "platform/Paths.h"
-#include "tests/app/FakeModules.h"
-#include "tests/app/LogCapture.h"
+#include "tests/app/ShellTest.h"
 #include "tests/support/FakeDialogs.h"
-#include "tests/support/FakeShell.h"
-#include "tests/support/TestPrefix.h"
 
 #include <QAction>
-#include <QApplication>
 #include <QLabel>
 #include <QLineEdit>
 #include <QPushButton>
 #include <QTcpServer>
 #include <QTcpSocket>
-#include <QTest>
 #include <QTextBrowser>
 #include <QToolBar>
 
 using namespace Qt::StringLiterals;
 
 // The dialogs of the tool bar, opened through it.
-class tst_Dialogs : public QObject
+class tst_Dialogs : public tests::ShellTest
 {
     Q_OBJECT
 
 private slots:
-    void initTestCase() { initResources(); }
     void init();
     void cleanup();
 
     void tellsAboutTheProduct();
     void resetsTheInstallationFolder();
     void offersANewerVersion();
-    void saysWhenItIsUpToDate();
     void saysWhyTheCheckFailedAndTriesAgain();
     void canBeClosedWhileItWaits();
 
@@ -53,23 +44,15 @@ private:
         return parent->findChild<Widget *>(QLatin1StringView(name));
     }
 
-    std::optional<tests::LogCapture> m_log;
-    std::optional<tests::RegistryGuard> m_registry;
-    std::optional<tests::FakeShell> m_shell;
     std::optional<tests::FakeDialogs> m_boxes;
-    std::optional<tests::FakeModules> m_modules;
     std::optional<QTcpServer> m_server;
     QByteArray m_body;
-    std::optional<MainWindow> m_window;
 };
 
 void tst_Dialogs::init()
 {
-    m_log.emplace();
-    m_registry.emplace();
-    m_shell.emplace();
+    openShell();
     m_boxes.emplace();
-    m_modules.emplace();
     m_server.emplace();
     QVERIFY(m_server->listen(QHostAddress::LocalHost));
     settings::writeString(settings::keys::root, u"UpdateFeed",
@@ -84,20 +67,13 @@ void tst_Dialogs::init()
             socket->disconnectFromHost();
         });
     });
-    m_window.emplace(nullptr, m_modules->table);
-    m_window->show();
-    QVERIFY(QTest::qWaitForWindowExposed(&*m_window));
 }
 
 void tst_Dialogs::cleanup()
 {
-    m_window.reset();
+    closeShell();
     m_server.reset();
-    m_modules.reset();
     m_boxes.reset();
-    m_shell.reset();
-    m_registry.reset();
-    m_log.reset();
 }
 
 template <class Dialog>
@@ -174,16 +150,6 @@ void tst_Dialogs::offersANewerVersion()
     QTRY_VERIFY(m_window->findChildren<UpdateDialog *>().isEmpty());
 }
 
-void tst_Dialogs::saysWhenItIsUpToDate()
-{
-    m_body = R"({"version":"0.0.1"})";
-    const auto *dialog = openByToolBar<UpdateDialog>(u"Check Update"_s);
-    QVERIFY(dialog);
-    QTRY_VERIFY(child<QLabel>(dialog, "updateTitleLabel")->text().contains(u"up to date"_s));
-    QVERIFY(child<QPushButton>(dialog, "openPageButton")->isHidden());
-    QVERIFY(child<QPushButton>(dialog, "tryAgainButton")->isHidden());
-}
-
 void tst_Dialogs::saysWhyTheCheckFailedAndTriesAgain()
 {
     m_body = "nonsense";
@@ -196,6 +162,8 @@ void tst_Dialogs::saysWhyTheCheckFailedAndTriesAgain()
     m_body = R"({"version":"0.0.1"})";
     again->click();
     QTRY_VERIFY(child<QLabel>(dialog, "updateTitleLabel")->text().contains(u"up to date"_s));
+    QVERIFY(child<QPushButton>(dialog, "openPageButton")->isHidden());
+    QVERIFY(again->isHidden());
 }
 
 void tst_Dialogs::canBeClosedWhileItWaits()

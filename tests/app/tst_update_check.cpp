@@ -89,13 +89,9 @@ private slots:
     void reportsFailures();
     void refusesLargeAnswers_data();
     void refusesLargeAnswers();
-    void refusesAnEndlessAnswer();
-    void givesUpInTime_data();
     void givesUpInTime();
     void followsFewRedirections();
-    void refusesStrangeAddresses_data();
     void refusesStrangeAddresses();
-    void reportsAServerThatIsGone();
     void answersOnceOfTwoChecks();
     void canBeDestroyedMeanwhile();
 
@@ -135,32 +131,24 @@ void tst_UpdateCheck::readsAnnouncements_data()
         return R"({"version":")" + text + R"(","url":"https://example.test/get"})";
     };
     row("newer by number, not by text", version("1.10"), Kind::Newer);
-    row("newer", version("2.0.0"), Kind::Newer);
     row("newer in the fourth number", version("1.9.0.1"), Kind::Newer);
     row("the same", version("1.9.0"), Kind::UpToDate);
     row("the same, shorter", version("1.9"), Kind::UpToDate);
-    row("the same, longer", version("1.9.0.0"), Kind::UpToDate);
-    row("older", version("1.8.99"), Kind::UpToDate);
     row("older without an address", R"({"version":"1.2.0"})", Kind::UpToDate);
     row("no number", version("latest"), Kind::Failed);
     row("a letter behind", version("2.0.0b"), Kind::Failed);
     row("a sign", version("-2.0"), Kind::Failed);
     row("empty", version(""), Kind::Failed);
-    row("an empty part", version("2..0"), Kind::Failed);
     row("too many parts", version("2.0.0.0.0"), Kind::Failed);
     row("beyond any number", version("99999999999"), Kind::Failed);
-    row("a space", version(" 2.0"), Kind::Failed);
     row("a line feed", version("2.0\\n"), Kind::Failed);
     row("version as a number", R"({"version":2.0,"url":"https://example.test"})", Kind::Failed);
     row("newer without an address", R"({"version":"2.0"})", Kind::Failed);
     row("newer with a program", R"({"version":"2.0","url":"file:///C:/evil.exe"})", Kind::Failed);
     row("newer with a script", R"j({"version":"2.0","url":"javascript:alert(1)"})j", Kind::Failed);
     row("newer without a host", R"({"version":"2.0","url":"https:///x"})", Kind::Failed);
-    row("newer with a path", R"({"version":"2.0","url":"C:\\evil.exe"})", Kind::Failed);
     row("an array", R"(["2.0"])", Kind::Failed);
     row("cut off", R"({"version":"2.0","url":)", Kind::Failed);
-    row("a web page", "<html>2.0</html>", Kind::Failed);
-    row("nothing", "", Kind::Failed);
     row("zeros", QByteArray(100, '\0'), Kind::Failed);
 }
 
@@ -190,7 +178,6 @@ void tst_UpdateCheck::reportsFailures_data()
     QTest::addColumn<QByteArray>("response");
     QTest::addColumn<QString>("part"); // of the text
     QTest::newRow("missing") << Server::answer({}, "404 Not Found") << u"404"_s;
-    QTest::newRow("broken server") << Server::answer("oops", "500 Internal Server Error") << u"500"_s;
     QTest::newRow("not an announcement") << Server::answer("hello") << u"names no version"_s;
     QTest::newRow("cut off") << QByteArray("HTTP/1.1 200 OK\r\nContent-Length: 100\r\n\r\n{")
                              << u"cannot be reached"_s;
@@ -214,7 +201,6 @@ void tst_UpdateCheck::refusesLargeAnswers_data()
     QTest::addColumn<bool>("accepted");
     QTest::newRow("at the limit") << 64 * 1024 << true;
     QTest::newRow("one more") << 64 * 1024 + 1 << false;
-    QTest::newRow("ten megabytes") << 10'000'000 << false;
 }
 
 void tst_UpdateCheck::refusesLargeAnswers()
@@ -227,35 +213,23 @@ void tst_UpdateCheck::refusesLargeAnswers()
     const UpdateAnswer answer = ask(server.url(u"/"_s));
     QCOMPARE(answer.kind, accepted ? Kind::Newer : Kind::Failed);
     QCOMPARE(answer.problem.contains(u"too large"_s), !accepted);
-}
 
-void tst_UpdateCheck::refusesAnEndlessAnswer()
-{
-    Server server;
-    server.floods = true;
-    server.pages[u"/"_s] = Server::answer("{");
+    server.floods = true; // what begins so never ends
     QVERIFY(ask(server.url(u"/"_s)).problem.contains(u"too large"_s));
-}
-
-void tst_UpdateCheck::givesUpInTime_data()
-{
-    QTest::addColumn<bool>("drips");
-    QTest::newRow("silent") << false;
-    QTest::newRow("a byte now and then") << true;
 }
 
 void tst_UpdateCheck::givesUpInTime()
 {
-    QFETCH(const bool, drips);
-    Server server;
-    server.hangs = !drips;
-    server.drips = drips;
-    server.pages[u"/"_s] = Server::answer("{");
-    QElapsedTimer time;
-    time.start();
-    const UpdateAnswer answer = ask(server.url(u"/"_s), 600ms);
-    QVERIFY(answer.problem.contains(u"in time"_s));
-    QVERIFY2(time.elapsed() < 2500, qPrintable(QString::number(time.elapsed())));
+    for (const bool drips : {false, true}) {
+        Server server;
+        server.hangs = !drips;
+        server.drips = drips;
+        server.pages[u"/"_s] = Server::answer("{");
+        QElapsedTimer time;
+        time.start();
+        QVERIFY(ask(server.url(u"/"_s), 600ms).problem.contains(u"in time"_s));
+        QVERIFY2(time.elapsed() < 2500, qPrintable(QString::number(time.elapsed())));
+    }
 }
 
 void tst_UpdateCheck::followsFewRedirections()
@@ -274,31 +248,11 @@ void tst_UpdateCheck::followsFewRedirections()
     QCOMPARE(ask(server.url(u"/file"_s)).kind, Kind::Failed);
 }
 
-void tst_UpdateCheck::refusesStrangeAddresses_data()
-{
-    QTest::addColumn<QUrl>("url");
-    QTest::newRow("empty") << QUrl();
-    QTest::newRow("file") << QUrl(u"file:///C:/windows/win.ini"_s);
-    QTest::newRow("ftp") << QUrl(u"ftp://127.0.0.1/x"_s);
-    QTest::newRow("no host") << QUrl(u"http:///x"_s);
-    QTest::newRow("data") << QUrl(u"data:,{}"_s);
-    QTest::newRow("relative") << QUrl(u"latest.json"_s);
-}
-
 void tst_UpdateCheck::refusesStrangeAddresses()
 {
-    QFETCH(const QUrl, url);
-    QVERIFY(ask(url).problem.contains(u"not a web address"_s));
-}
-
-void tst_UpdateCheck::reportsAServerThatIsGone()
-{
-    QUrl url;
-    {
-        const Server server;
-        url = server.url(u"/"_s);
-    }
-    QVERIFY(ask(url).problem.contains(u"cannot be reached"_s));
+    for (const QString &url : {u""_s, u"file:///C:/windows/win.ini"_s, u"ftp://127.0.0.1/x"_s, u"http:///x"_s,
+                               u"data:,{}"_s, u"latest.json"_s})
+        QVERIFY2(ask(QUrl(url)).problem.contains(u"not a web address"_s), qPrintable(url));
 }
 
 void tst_UpdateCheck::answersOnceOfTwoChecks()

@@ -29,33 +29,21 @@ class TestFileTime : public QObject
     Q_OBJECT
 
 private slots:
-    void converts_data();
     void converts();
     void showsLocalTime();
-    void whatWindowsCannotConvert_data();
     void whatWindowsCannotConvert();
 };
 
-void TestFileTime::converts_data()
-{
-    QTest::addColumn<QDateTime>("time");
-    QTest::newRow("ordinary") << utc(2026, 11, 5, 3, 4, 5, 678);
-    QTest::newRow("summer") << utc(2026, 7, 1, 23, 59, 59);
-    QTest::newRow("leap day") << utc(2024, 2, 29, 12, 0, 0);
-    QTest::newRow("1970") << utc(1970, 1, 1, 0, 0, 0);
-    QTest::newRow("before 1970") << utc(1969, 12, 31, 23, 59, 59, 999);
-    QTest::newRow("zero") << utc(1601, 1, 1, 0, 0, 0);
-    QTest::newRow("far") << utc(9999, 12, 31, 23, 59, 59);
-}
-
 void TestFileTime::converts()
 {
-    QFETCH(QDateTime, time);
-    const QDateTime local = localFileTime(fileTime(time));
-    QCOMPARE(local, time);
-    QCOMPARE(local.timeSpec(), Qt::LocalTime);
-    // 100-ns ticks below a millisecond are dropped, not rounded up.
-    QCOMPARE(localFileTime(fileTime(time) + 9'999), time);
+    for (const QDateTime &time : {utc(2026, 11, 5, 3, 4, 5, 678), utc(1969, 12, 31, 23, 59, 59, 999),
+                                  utc(1601, 1, 1, 0, 0, 0), utc(9999, 12, 31, 23, 59, 59)}) {
+        const QDateTime local = localFileTime(fileTime(time));
+        QCOMPARE(local, time);
+        QCOMPARE(local.timeSpec(), Qt::LocalTime);
+        // 100-ns ticks below a millisecond are dropped, not rounded up.
+        QCOMPARE(localFileTime(fileTime(time) + 9'999), time);
+    }
 }
 
 void TestFileTime::showsLocalTime()
@@ -67,20 +55,14 @@ void TestFileTime::showsLocalTime()
     QVERIFY(fileTimeText(fileTime(time)).contains(QStringLiteral("Nov")));
 }
 
-void TestFileTime::whatWindowsCannotConvert_data()
-{
-    QTest::addColumn<quint64>("fileTime");
-    QTest::newRow("highest bit") << (quint64{1} << 63);
-    QTest::newRow("all bits") << ~quint64{0};
-}
-
 void TestFileTime::whatWindowsCannotConvert()
 {
-    QFETCH(quint64, fileTime);
-    QTest::ignoreMessage(QtDebugMsg, "Error\n");
-    QVERIFY(!localFileTime(fileTime).isValid());
-    QTest::ignoreMessage(QtDebugMsg, "Error\n");
-    QCOMPARE(fileTimeText(fileTime), QString());
+    for (const quint64 fileTime : {quint64{1} << 63, ~quint64{0}}) {
+        QTest::ignoreMessage(QtDebugMsg, "Error\n");
+        QVERIFY(!localFileTime(fileTime).isValid());
+        QTest::ignoreMessage(QtDebugMsg, "Error\n");
+        QCOMPARE(fileTimeText(fileTime), QString());
+    }
 }
 
 QTEST_GUILESS_MAIN(TestFileTime)

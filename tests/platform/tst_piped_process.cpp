@@ -55,7 +55,6 @@ class PipedProcessTest : public QObject
 
 private slots:
     void carriesBytesBothWays();
-    void whatIsNoProgramIsNotStarted_data();
     void whatIsNoProgramIsNotStarted();
     void canBeGivenUp_data();
     void canBeGivenUp();
@@ -85,21 +84,12 @@ void PipedProcessTest::carriesBytesBothWays()
     }
 }
 
-void PipedProcessTest::whatIsNoProgramIsNotStarted_data()
-{
-    QTest::addColumn<QString>("program");
-    QTest::newRow("missing") << u"C:\\nowhere\\program.exe"_s;
-    QTest::newRow("folder") << u"C:\\windows"_s;
-    QTest::newRow("text") << u"text"_s;
-}
-
 void PipedProcessTest::whatIsNoProgramIsNotStarted()
 {
-    QFETCH(QString, program);
     const tests::TestFolder folder;
-    if (program == u"text"_s)
-        program = folder.makeFile(u"program.exe"_s, "text");
-    QVERIFY(!PipedProcess::start(program, m_group));
+    const QString text = folder.makeFile(u"program.exe"_s, "text");
+    for (const QString &program : {u"C:\\nowhere\\program.exe"_s, u"C:\\windows"_s, text})
+        QVERIFY2(!PipedProcess::start(program, m_group), qPrintable(program));
 }
 
 void PipedProcessTest::canBeGivenUp_data()

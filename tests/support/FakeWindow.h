@@ -2,8 +2,11 @@
 #pragma once
 
 #include <QString>
+#include <QtGui/qwindowdefs.h>
 
 #include <windows.h>
+
+#include <string>
 
 namespace tests
 {
@@ -34,6 +37,8 @@ public:
     }
     FakeWindow(const FakeWindow &) = delete;
     FakeWindow &operator=(const FakeWindow &) = delete;
+
+    WId id() const { return reinterpret_cast<WId>(m_window); }
 
 private:
     std::wstring m_class;
