@@ -49,7 +49,6 @@ private slots:
     void withoutStoredCategoriesTheBuiltInOnesCount();
     void categoriesSurviveARoundTrip();
     void aMissingCategoryIsSkippedAndLaterOnesAreRead();
-    void aShorterTableLeavesNothingBehind();
     void exclusionsAreReadFromTenValues();
     void aRemovedExclusionDoesNotComeBack();
     void recentFoldersAreNewestFirst();
@@ -101,15 +100,6 @@ void DiskUsageSettingsTest::aMissingCategoryIsSkippedAndLaterOnesAreRead()
     clock.start();
     QCOMPARE(settings::loadFileTypesOrDefaults().size(), 3U);
     QVERIFY(clock.elapsed() < 5000);
-}
-
-void DiskUsageSettingsTest::aShorterTableLeavesNothingBehind()
-{
-    settings::saveFileTypes(core::defaultFileTypes());
-    settings::saveFileTypes({{QStringLiteral("One"), {QStringLiteral(".a")}, true}});
-    QCOMPARE(stored(QStringLiteral("FileTypeData1")), QStringLiteral("(absent)"));
-    QCOMPARE(stored(QStringLiteral("FileTypeData11")), QStringLiteral("(absent)"));
-    QCOMPARE(names(settings::loadFileTypesOrDefaults()), QStringList({QStringLiteral("One")}));
 }
 
 void DiskUsageSettingsTest::exclusionsAreReadFromTenValues()

@@ -166,9 +166,9 @@ private slots:
     void links_data();
     void links();
     void anotherTagIsNoLink();
-    void thousandsOfLevels_data();
+    void thousandsOfLevels_data() { sameAsPlainRecursion_data(); }
     void thousandsOfLevels();
-    void cancelledAtEveryEvent_data();
+    void cancelledAtEveryEvent_data() { sameAsPlainRecursion_data(); }
     void cancelledAtEveryEvent();
     void cancelledListingIsNotUnreadable();
     void refusedFoldersAreNeverListed();
@@ -275,11 +275,6 @@ void TestFolderWalk::anotherTagIsNoLink()
     QCOMPARE(disk.identityCount(), 0);
 }
 
-void TestFolderWalk::thousandsOfLevels_data()
-{
-    sameAsPlainRecursion_data();
-}
-
 void TestFolderWalk::thousandsOfLevels()
 {
     QFETCH(int, threads);
@@ -294,11 +289,6 @@ void TestFolderWalk::thousandsOfLevels()
     QCOMPARE(entered(events, core::WalkVisitor::FolderState::Listed), levels + 1);
     QCOMPARE(entered(events, core::WalkVisitor::FolderState::Cycle), 1);
     QVERIFY(events.contains(QStringLiteral("file %1 f 7").arg(path)));
-}
-
-void TestFolderWalk::cancelledAtEveryEvent_data()
-{
-    sameAsPlainRecursion_data();
 }
 
 // However far the walk got: what was told up to then is the beginning of the whole story, nothing new is met
