@@ -7,6 +7,8 @@
 #include "tests/support/FakeRecycleBin.h"
 #include "widgets/NoticeBar.h"
 
+#include <optional>
+
 namespace tests
 {
 
@@ -25,9 +27,12 @@ struct RemovalScene : FinderScene {
     ~RemovalScene() { end(); }
 
     bool scan() { return FinderScene::scan(folder.path()); }
-    // Asks for the removal of the member and lets it come to its end.
-    bool remove(int row)
+    // Asks for the removal of the member and lets it come to its end; with the answer to the question, if
+    // there is to be one.
+    bool remove(int row, std::optional<int> answer = {})
     {
+        if (answer)
+            dialogs.nextMessageBox.enqueue(*answer);
         selectMember(row);
         click("RecycleBinButton");
         return waitForEnd();
@@ -52,5 +57,14 @@ struct RemovalScene : FinderScene {
 
 inline const QStringList three{QStringLiteral("a.txt"), QStringLiteral("b.txt"),
                                QStringLiteral("sub\\c.txt")};
+
+// With the results on show.
+struct ThreeCopies : RemovalScene {
+    ThreeCopies() : RemovalScene(three)
+    {
+        if (!scan())
+            qFatal("no results");
+    }
+};
 
 } // namespace tests

@@ -16,6 +16,7 @@ using tests::inventedGroups;
 using tests::makeDuplicates;
 using tests::TestFolder;
 using tests::three;
+using tests::ThreeCopies;
 using Scene = tests::RemovalScene;
 
 namespace
@@ -164,13 +165,12 @@ void FindDuplicateDiskTest::aFileTheListDidNotKnowYetIsGuardedAsWell()
     probe.setAttributes(path, core::AttributeRecallOnOpen);
     QVERIFY(scene.scan());
     probe.setAttributes(path, 0);
-    scene.dialogs.nextMessageBox.enqueue(platform::idYes);
     scene.dialogs.whileOpen = [&] {
         tests::requireBelow(scene.folder.path(), path);
         QVERIFY(QFile::rename(path, scene.folder.path(u"kept.txt"_s)));
         makeDuplicates(scene.folder, {u"b.txt"_s}, content);
     };
-    QVERIFY(scene.remove(1));
+    QVERIFY(scene.remove(1, platform::idYes));
     QCOMPARE(scene.dialogs.questions.size(), 1);
     QVERIFY(scene.bin.asked.isEmpty());
     QVERIFY(scene.notice().contains(u"changed"_s));
@@ -179,17 +179,15 @@ void FindDuplicateDiskTest::aFileTheListDidNotKnowYetIsGuardedAsWell()
 void FindDuplicateDiskTest::withoutMemoryNothingIsMoved()
 {
     FakeFileProbe probe;
-    Scene scene(three);
-    QVERIFY(scene.scan());
+    ThreeCopies scene;
     probe.failAt(scene.memberPath(1));
     QVERIFY(scene.remove(1));
     QVERIFY(scene.dialogs.questions.isEmpty());
     QVERIFY(scene.notice().contains(u"memory"_s));
     QVERIFY(scene.toolsAre(true));
     // After a move the page goes without what it cannot read.
-    scene.dialogs.nextMessageBox.enqueue(platform::idYes);
     scene.bin.beforeMove = [&](const QString &) { probe.failAt(scene.folder.path(u"a.txt"_s)); };
-    QVERIFY(scene.remove(2));
+    QVERIFY(scene.remove(2, platform::idYes));
     QVERIFY(scene.isMarked(2));
     QCOMPARE(scene.bin.taken.size(), 1);
     QVERIFY(scene.form->groups()[0].members[2].moved);
@@ -202,8 +200,7 @@ void FindDuplicateDiskTest::withoutMemoryNothingIsMoved()
 void FindDuplicateDiskTest::aSleepingDiskDoesNotStopTheRemoval()
 {
     FakeFileProbe probe;
-    Scene scene(three);
-    QVERIFY(scene.scan());
+    ThreeCopies scene;
     const QString path = scene.memberPath(0);
     tests::requireBelow(scene.folder.path(), scene.memberPath(1));
     QVERIFY(QFile::remove(scene.memberPath(1)));
@@ -211,11 +208,10 @@ void FindDuplicateDiskTest::aSleepingDiskDoesNotStopTheRemoval()
     scene.members()->setFocus();
     QTest::keyClick(scene.members(), Qt::Key_F5);
     QVERIFY(QTest::qWaitFor([&] { return probe.held().tryAcquire(); }));
-    scene.dialogs.nextMessageBox.append({platform::idNo, platform::idYes});
-    QVERIFY(scene.remove(0));
+    QVERIFY(scene.remove(0, platform::idNo));
     QTRY_COMPARE(scene.memberText(1), u"The file was moved to another location"_s);
     QCOMPARE(scene.members()->currentIndex().row(), 0);
-    QVERIFY(scene.remove(0));
+    QVERIFY(scene.remove(0, platform::idYes));
     QCOMPARE(scene.bin.taken, QStringList{path});
 }
 
@@ -223,11 +219,9 @@ void FindDuplicateDiskTest::aSleepingDiskDoesNotStopTheRemoval()
 void FindDuplicateDiskTest::nobodyWaitsForTheOthersAfterAMove()
 {
     FakeFileProbe probe;
-    Scene scene(three);
-    QVERIFY(scene.scan());
+    ThreeCopies scene;
     const FakeFileProbe::Hold sleeping = probe.hold(scene.memberPath(2));
-    scene.dialogs.nextMessageBox.enqueue(platform::idYes);
-    QVERIFY(scene.remove(0));
+    QVERIFY(scene.remove(0, platform::idYes));
     QCOMPARE(scene.bin.taken, QStringList{scene.memberPath(0)});
     QVERIFY(QTest::qWaitFor([&] { return probe.held().tryAcquire(); }));
     QVERIFY(scene.isMarked(0) && !scene.form->isBusy() && scene.toolbar.last());
@@ -246,8 +240,7 @@ void FindDuplicateDiskTest::nobodyWaitsForTheLookBeforeTheQuestion()
 {
     QFETCH(bool, closing);
     FakeFileProbe probe;
-    Scene scene(three);
-    QVERIFY(scene.scan());
+    ThreeCopies scene;
     const FakeFileProbe::Hold sleeping = probe.hold(scene.memberPath(0));
     scene.selectMember(0);
     scene.click("RecycleBinButton");
@@ -265,8 +258,7 @@ void FindDuplicateDiskTest::nobodyWaitsForTheLookBeforeTheQuestion()
 void FindDuplicateDiskTest::nobodyWaitsForAComparison()
 {
     FakeFileProbe probe;
-    Scene scene(three);
-    QVERIFY(scene.scan());
+    ThreeCopies scene;
     const QStringList before = scene.badges(0);
     auto *bar = scene.find<QWidget>("compareProgressBar");
     std::vector<FakeFileProbe::Hold> sleeping;
@@ -294,8 +286,7 @@ void FindDuplicateDiskTest::nobodyWaitsForAComparison()
 void FindDuplicateDiskTest::aDiskThatDoesNotAnswerIsAskedByAFewThreadsOnly()
 {
     FakeFileProbe probe;
-    Scene scene(three);
-    QVERIFY(scene.scan());
+    ThreeCopies scene;
     std::vector<FakeFileProbe::Hold> sleeping;
     scene.members()->setFocus();
     for (int i = 0; i < 10; ++i) {

@@ -14,7 +14,7 @@ using tests::makeDuplicates;
 using tests::otherTime;
 using Scene = tests::RemovalScene;
 using tests::someTime;
-using tests::three;
+using tests::ThreeCopies;
 
 class FindDuplicateRemovalTest : public QObject
 {
@@ -28,10 +28,8 @@ private slots:
     void yesMovesThatOneFile();
     void noLeavesEverythingAsItWas();
     void theDeleteKeyAsks();
-    void aFailedMoveIsMarkedAndTold();
     void whatChangedUnderTheQuestionStays_data();
     void whatChangedUnderTheQuestionStays();
-    void whatIsGoneIsNotAskedFor();
     void theLastCopyIsToldBeforeItIsAskedFor();
     void aCopyThatBecomesTheLastUnderTheQuestionStays();
     void theGroupStaysWhenAllAreGone();
@@ -42,7 +40,7 @@ private slots:
     void thePageMayGoUnderTheQuestion();
     void theListMayChangeUnderTheQuestion();
     void aSearchWaitsForTheRemoval();
-    void badgesTellWhatHappenedSince();
+    void aFailedMoveIsMarkedAndTold();
 
 private:
     std::unique_ptr<tests::RegistryGuard> m_guard;
@@ -50,11 +48,9 @@ private:
 
 void FindDuplicateRemovalTest::yesMovesThatOneFile()
 {
-    Scene scene(three);
-    QVERIFY(scene.scan());
+    ThreeCopies scene;
     const QString path = scene.memberPath(1);
-    scene.dialogs.nextMessageBox.enqueue(platform::idYes);
-    QVERIFY(scene.remove(1));
+    QVERIFY(scene.remove(1, platform::idYes));
     QCOMPARE(scene.dialogs.questions.size(), 1);
     const tests::FakeDialogs::Shown &question = scene.dialogs.questions.first();
     QCOMPARE(question.text, u"Are you sure you want to move %1 to the recycle bin?"_s.arg(path));
@@ -96,10 +92,8 @@ void FindDuplicateRemovalTest::yesMovesThatOneFile()
 
 void FindDuplicateRemovalTest::noLeavesEverythingAsItWas()
 {
-    Scene scene(three);
-    QVERIFY(scene.scan());
-    scene.dialogs.nextMessageBox.enqueue(platform::idNo);
-    QVERIFY(scene.remove(0));
+    ThreeCopies scene;
+    QVERIFY(scene.remove(0, platform::idNo));
     QCOMPARE(scene.dialogs.questions.size(), 1);
     QVERIFY(scene.bin.asked.isEmpty());
     for (int row = 0; row < 3; ++row)
@@ -112,8 +106,7 @@ void FindDuplicateRemovalTest::noLeavesEverythingAsItWas()
 
 void FindDuplicateRemovalTest::theDeleteKeyAsks()
 {
-    Scene scene(three);
-    QVERIFY(scene.scan());
+    ThreeCopies scene;
     scene.dialogs.nextMessageBox.enqueue(platform::idYes);
     scene.side()->setFocus();
     QTest::keyClick(scene.side(), Qt::Key_Delete); // means a whole group here: nothing
@@ -125,21 +118,6 @@ void FindDuplicateRemovalTest::theDeleteKeyAsks()
     QVERIFY(scene.waitForEnd());
     QCOMPARE(scene.bin.taken, QStringList{path});
     QVERIFY(scene.members()->hasFocus());
-}
-
-void FindDuplicateRemovalTest::aFailedMoveIsMarkedAndTold()
-{
-    Scene scene(three);
-    QVERIFY(scene.scan());
-    scene.bin.fails = true;
-    scene.dialogs.nextMessageBox.enqueue(platform::idYes);
-    QVERIFY(scene.remove(0));
-    QVERIFY(scene.isMarked(0));
-    QVERIFY(scene.toolsAre(false));
-    QVERIFY(scene.isThere(0));
-    QVERIFY(scene.badges(0).contains(u"still here: it could not be moved"_s));
-    QVERIFY(!scene.find<ElidedLabel>("summaryLabel")->text().contains(u"moved"_s));
-    QVERIFY(!scene.groupText(0).contains(u"removed"_s));
 }
 
 void FindDuplicateRemovalTest::whatChangedUnderTheQuestionStays_data()
@@ -155,11 +133,9 @@ void FindDuplicateRemovalTest::whatChangedUnderTheQuestionStays()
 {
     QFETCH(QByteArray, now);
     QFETCH(quint64, time);
-    Scene scene(three);
-    QVERIFY(scene.scan());
+    ThreeCopies scene;
     const QString path = scene.memberPath(0);
     const QString relative = path.mid(scene.folder.path().size() + 1);
-    scene.dialogs.nextMessageBox.enqueue(platform::idYes);
     scene.dialogs.whileOpen = [&] {
         tests::requireBelow(scene.folder.path(), path);
         if (now.isEmpty()) {
@@ -169,7 +145,7 @@ void FindDuplicateRemovalTest::whatChangedUnderTheQuestionStays()
             scene.folder.setTimes(relative, time, someTime);
         }
     };
-    QVERIFY(scene.remove(0));
+    QVERIFY(scene.remove(0, platform::idYes));
     QVERIFY(scene.bin.asked.isEmpty());
     QVERIFY(!scene.isMarked(0));
     QCOMPARE(scene.isThere(0), !now.isEmpty());
@@ -177,22 +153,9 @@ void FindDuplicateRemovalTest::whatChangedUnderTheQuestionStays()
     QVERIFY(scene.toolsAre(true));
 }
 
-void FindDuplicateRemovalTest::whatIsGoneIsNotAskedFor()
-{
-    Scene scene(three);
-    QVERIFY(scene.scan());
-    tests::requireBelow(scene.folder.path(), scene.memberPath(1));
-    QVERIFY(QFile::remove(scene.memberPath(1)));
-    QVERIFY(scene.remove(1));
-    QVERIFY(scene.dialogs.questions.isEmpty());
-    QVERIFY(scene.notice().contains(scene.memberPath(1)));
-    QTRY_COMPARE(scene.memberText(1), u"The file was moved to another location"_s);
-}
-
 void FindDuplicateRemovalTest::theLastCopyIsToldBeforeItIsAskedFor()
 {
-    Scene scene(three);
-    QVERIFY(scene.scan());
+    ThreeCopies scene;
     // The others go, one by somebody else's hand and one by a change.
     tests::requireBelow(scene.folder.path(), scene.memberPath(1));
     QVERIFY(QFile::remove(scene.memberPath(1)));
@@ -205,21 +168,24 @@ void FindDuplicateRemovalTest::theLastCopyIsToldBeforeItIsAskedFor()
     QVERIFY(scene.badges(2).contains(u"changed since the scan"_s));
     QVERIFY(scene.notice().contains(u"last copy"_s));
     // Told, the user may ask for it all the same.
-    scene.dialogs.nextMessageBox.enqueue(platform::idYes);
-    QVERIFY(scene.remove(0));
+    QVERIFY(scene.remove(0, platform::idYes));
     QCOMPARE(scene.bin.taken, QStringList{scene.memberPath(0)});
+    // What is gone is not asked for.
+    QVERIFY(scene.remove(1));
+    QCOMPARE(scene.dialogs.questions.size(), 1);
+    QVERIFY(scene.notice().contains(scene.memberPath(1)));
+    QTRY_COMPARE(scene.memberText(1), u"The file was moved to another location"_s);
 }
 
 void FindDuplicateRemovalTest::aCopyThatBecomesTheLastUnderTheQuestionStays()
 {
     Scene scene({u"a.txt"_s, u"b.txt"_s});
     QVERIFY(scene.scan());
-    scene.dialogs.nextMessageBox.enqueue(platform::idYes);
     scene.dialogs.whileOpen = [&] {
         tests::requireBelow(scene.folder.path(), scene.memberPath(1));
         QFile::remove(scene.memberPath(1));
     };
-    QVERIFY(scene.remove(0));
+    QVERIFY(scene.remove(0, platform::idYes));
     QVERIFY(scene.bin.asked.isEmpty());
     QVERIFY(scene.isThere(0) && !scene.isMarked(0));
     QVERIFY(scene.badges(0).contains(u"last copy"_s));
@@ -230,10 +196,9 @@ void FindDuplicateRemovalTest::theGroupStaysWhenAllAreGone()
     Scene scene({u"a.txt"_s, u"b.txt"_s});
     QVERIFY(scene.scan());
     const int groups = scene.side()->model()->rowCount();
-    scene.dialogs.nextMessageBox.append({platform::idYes, platform::idYes});
-    QVERIFY(scene.remove(0));
+    QVERIFY(scene.remove(0, platform::idYes));
     QTRY_VERIFY(scene.badges(1).contains(u"last copy"_s));
-    QVERIFY(scene.remove(1));
+    QVERIFY(scene.remove(1, platform::idYes));
     QCOMPARE(scene.bin.taken.size(), 2);
     QCOMPARE(scene.side()->model()->rowCount(), groups);
     QCOMPARE(scene.members()->model()->rowCount(), 2);
@@ -248,8 +213,7 @@ void FindDuplicateRemovalTest::aHardLinkIsNoFurtherCopy()
     QCOMPARE(scene.members()->model()->rowCount(), 3);
     const int copy = scene.rowOf(scene.folder.path(u"c.txt"_s));
     QVERIFY(!scene.badges(copy).contains(u"last copy"_s));
-    scene.dialogs.nextMessageBox.enqueue(platform::idYes);
-    QVERIFY(scene.remove(copy));
+    QVERIFY(scene.remove(copy, platform::idYes));
     // Two names are left, of one file.
     for (const QString &name : {u"a.txt"_s, u"b.txt"_s})
         QTRY_VERIFY(scene.badges(scene.rowOf(scene.folder.path(name))).contains(u"last copy"_s));
@@ -275,9 +239,7 @@ void FindDuplicateRemovalTest::noQuestionForWhatCannotBeMoved()
 
 void FindDuplicateRemovalTest::nothingElseHappensUnderTheQuestion()
 {
-    Scene scene(three);
-    QVERIFY(scene.scan());
-    scene.dialogs.nextMessageBox.enqueue(platform::idYes);
+    ThreeCopies scene;
     const QString path = scene.memberPath(0);
     scene.dialogs.whileOpen = [&] {
         QVERIFY(scene.form->isBusy());
@@ -288,7 +250,7 @@ void FindDuplicateRemovalTest::nothingElseHappensUnderTheQuestion()
         scene.form->scan(scene.folder.path());
         QVERIFY(!scene.form->isScanning());
     };
-    QVERIFY(scene.remove(0));
+    QVERIFY(scene.remove(0, platform::idYes));
     QCOMPARE(scene.dialogs.questions.size(), 1);
     QCOMPARE(scene.bin.taken, QStringList{path});
     QVERIFY(scene.members()->isVisible());
@@ -296,14 +258,12 @@ void FindDuplicateRemovalTest::nothingElseHappensUnderTheQuestion()
 
 void FindDuplicateRemovalTest::closingUnderTheQuestionMeansNo()
 {
-    Scene scene(three);
-    QVERIFY(scene.scan());
-    scene.dialogs.nextMessageBox.enqueue(platform::idYes);
+    ThreeCopies scene;
     scene.dialogs.whileOpen = [&] {
         QVERIFY(!scene.form->busyText().isEmpty());
         scene.form->requestStop();
     };
-    QVERIFY(scene.remove(0));
+    QVERIFY(scene.remove(0, platform::idYes));
     QVERIFY(scene.bin.asked.isEmpty());
     QVERIFY(!scene.isMarked(0));
     QVERIFY(!scene.form->isBusy());
@@ -311,8 +271,7 @@ void FindDuplicateRemovalTest::closingUnderTheQuestionMeansNo()
 
 void FindDuplicateRemovalTest::thePageMayGoUnderTheQuestion()
 {
-    Scene scene(three);
-    QVERIFY(scene.scan());
+    ThreeCopies scene;
     scene.dialogs.nextMessageBox.enqueue(platform::idYes);
     scene.dialogs.whileOpen = [&] { scene.form.reset(); };
     scene.selectMember(0);
@@ -323,12 +282,10 @@ void FindDuplicateRemovalTest::thePageMayGoUnderTheQuestion()
 
 void FindDuplicateRemovalTest::theListMayChangeUnderTheQuestion()
 {
-    Scene scene(three);
-    QVERIFY(scene.scan());
+    ThreeCopies scene;
     const QString path = scene.memberPath(0);
-    scene.dialogs.nextMessageBox.enqueue(platform::idYes);
     scene.dialogs.whileOpen = [&] { QVERIFY(scene.selectGroup(1)); };
-    QVERIFY(scene.remove(0));
+    QVERIFY(scene.remove(0, platform::idYes));
     QVERIFY(scene.bin.asked.isEmpty());
     QVERIFY(scene.notice().contains(path));
     QVERIFY(scene.toolsAre(true));
@@ -336,30 +293,30 @@ void FindDuplicateRemovalTest::theListMayChangeUnderTheQuestion()
 
 void FindDuplicateRemovalTest::aSearchWaitsForTheRemoval()
 {
-    Scene scene(three);
-    QVERIFY(scene.scan());
+    ThreeCopies scene;
     const QString path = scene.memberPath(0);
-    scene.dialogs.nextMessageBox.enqueue(platform::idYes);
     scene.dialogs.whileOpen = [&] { QTest::qWait(400); }; // longer than a search waits for the next letter
     scene.find<QLineEdit>("searchLineEdit")->setText(u"other"_s);
-    QVERIFY(scene.remove(0));
+    QVERIFY(scene.remove(0, platform::idYes));
     QCOMPARE(scene.bin.taken, QStringList{path});
     QTRY_COMPARE(scene.side()->model()->rowCount(), 1);
     QTRY_COMPARE(scene.members()->model()->rowCount(), 2);
 }
 
-void FindDuplicateRemovalTest::badgesTellWhatHappenedSince()
+void FindDuplicateRemovalTest::aFailedMoveIsMarkedAndTold()
 {
-    Scene scene(three);
-    QVERIFY(scene.scan());
+    ThreeCopies scene;
     const auto refresh = [&] {
         scene.members()->setFocus();
         QTest::keyClick(scene.members(), Qt::Key_F5);
     };
     // One that could not be moved, and goes by another hand.
     scene.bin.fails = true;
-    scene.dialogs.nextMessageBox.append({platform::idYes, platform::idYes});
-    QVERIFY(scene.remove(0));
+    QVERIFY(scene.remove(0, platform::idYes));
+    QVERIFY(scene.isMarked(0) && scene.toolsAre(false) && scene.isThere(0));
+    QVERIFY(scene.badges(0).contains(u"still here: it could not be moved"_s));
+    QVERIFY(!scene.find<ElidedLabel>("summaryLabel")->text().contains(u"moved"_s));
+    QVERIFY(!scene.groupText(0).contains(u"removed"_s));
     tests::requireBelow(scene.folder.path(), scene.memberPath(0));
     QVERIFY(QFile::remove(scene.memberPath(0)));
     refresh();
@@ -367,7 +324,7 @@ void FindDuplicateRemovalTest::badgesTellWhatHappenedSince()
     QVERIFY(scene.badges(0).contains(u"could not be moved, and has gone since"_s));
     // One that was moved, and whose path is used again.
     scene.bin.fails = false;
-    QVERIFY(scene.remove(1));
+    QVERIFY(scene.remove(1, platform::idYes));
     scene.folder.makeFile(u"b.txt"_s, "another content");
     refresh();
     QTRY_VERIFY(scene.badges(1).contains(u"moved to the recycle bin, and there again"_s));

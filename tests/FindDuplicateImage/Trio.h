@@ -9,6 +9,8 @@
 #include <QFile>
 #include <QToolButton>
 
+#include <optional>
+
 namespace tests
 {
 
@@ -42,9 +44,11 @@ struct Trio : Scene {
     {
         return QFile::exists(first) == one && QFile::exists(second) == two && QFile::exists(third) == three;
     }
-    // Clicks and waits for the end.
-    void clickRecycle(int row) const
+    // Clicks and waits for the end; with the answer to the question, if there is to be one.
+    void clickRecycle(int row, std::optional<int> answer = {})
     {
+        if (answer)
+            dialogs.nextMessageBox.enqueue(*answer);
         select(row);
         QTest::mouseClick(recycle(), Qt::LeftButton);
         QTRY_VERIFY(!form->isBusy());

@@ -36,16 +36,14 @@ private slots:
 
     void noLeavesEverything();
     void yesMovesThatOneOnly();
-    void deleteKeyAsks();
     void busyWhileItAsks();
     void closingUnderTheQuestionMeansNo();
-    void marksTheLastCopy();
+    void theLastCopyIsToldBeforeItIsAskedFor();
     void marksTheSameFile();
     void aFailedMoveIsNotHidden();
     void movesWhatWasShownOrNothing_data();
     void movesWhatWasShownOrNothing();
     void changedWhileTheUserThinks();
-    void theLastCopyIsToldBeforeItIsAskedFor();
     void aCopyThatBecomesTheLastUnderTheQuestionStays();
     void aFileTheListDidNotKnowYetIsGuardedAsWell();
     void saysWhatIsNoCopyAnyMore();
@@ -55,8 +53,7 @@ private slots:
 void LookAlikeRemovalTest::noLeavesEverything()
 {
     Trio scene;
-    scene.dialogs.nextMessageBox.enqueue(platform::idNo);
-    scene.clickRecycle(2);
+    scene.clickRecycle(2, platform::idNo);
     QCOMPARE(scene.dialogs.questions.size(), 1);
     const auto &asked = scene.dialogs.questions.first();
     QCOMPARE(asked.text, u"Are you sure you want to move "_s + scene.third + u" to the recycle bin?"_s);
@@ -72,8 +69,7 @@ void LookAlikeRemovalTest::noLeavesEverything()
 void LookAlikeRemovalTest::yesMovesThatOneOnly()
 {
     Trio scene;
-    scene.dialogs.nextMessageBox.enqueue(platform::idYes);
-    scene.clickRecycle(1);
+    scene.clickRecycle(1, platform::idYes);
     QCOMPARE(scene.bin.taken, QStringList({scene.second}));
     QVERIFY(scene.exist(true, false, true));
     QCOMPARE(scene.note(1), u"Moved to the recycle bin"_s);
@@ -96,21 +92,11 @@ void LookAlikeRemovalTest::yesMovesThatOneOnly()
     QVERIFY(scene.recycle()->isEnabled());
     scene.select(1);
     QVERIFY(!scene.recycle()->isEnabled());
-    QVERIFY(scene.toolbarIsBack());
-}
-
-void LookAlikeRemovalTest::deleteKeyAsks()
-{
-    Trio scene;
-    scene.select(2);
     scene.main()->setFocus();
-    scene.dialogs.nextMessageBox.enqueue(platform::idYes);
     QTest::keyClick(scene.main(), Qt::Key_Delete);
-    QTRY_COMPARE(scene.bin.taken, QStringList({scene.third}));
-    QTRY_VERIFY(!scene.form->isBusy());
-    QTest::keyClick(scene.main(), Qt::Key_Delete); // nothing more to remove
     QTest::qWait(50);
     QCOMPARE(scene.dialogs.questions.size(), 1);
+    QVERIFY(scene.toolbarIsBack());
 }
 
 void LookAlikeRemovalTest::busyWhileItAsks()
@@ -124,8 +110,7 @@ void LookAlikeRemovalTest::busyWhileItAsks()
         usable = scene.find<QWidget>("backButton")->isEnabled() || scene.recycle()->isEnabled();
         scene.form->scan(scene.folder.path()); // refused
     };
-    scene.dialogs.nextMessageBox.enqueue(platform::idYes);
-    scene.clickRecycle(2);
+    scene.clickRecycle(2, platform::idYes);
     QVERIFY(busy);
     QVERIFY(!usable);
     QCOMPARE(scene.bin.taken, QStringList({scene.third}));
@@ -136,8 +121,7 @@ void LookAlikeRemovalTest::closingUnderTheQuestionMeansNo()
 {
     Trio scene;
     scene.dialogs.whileOpen = [&] { scene.form->requestStop(); };
-    scene.dialogs.nextMessageBox.enqueue(platform::idYes);
-    scene.clickRecycle(2);
+    scene.clickRecycle(2, platform::idYes);
     QCOMPARE(scene.dialogs.questions.size(), 1);
     QVERIFY(scene.bin.asked.isEmpty());
     QVERIFY(scene.exist(true, true, true));
@@ -145,22 +129,22 @@ void LookAlikeRemovalTest::closingUnderTheQuestionMeansNo()
     QVERIFY(scene.toolbarIsBack());
 }
 
-void LookAlikeRemovalTest::marksTheLastCopy()
+void LookAlikeRemovalTest::theLastCopyIsToldBeforeItIsAskedFor()
 {
     Trio scene;
-    scene.dialogs.nextMessageBox.enqueue(platform::idYes);
-    scene.clickRecycle(0);
+    scene.clickRecycle(0, platform::idYes);
     QTRY_VERIFY(!scene.facts(0)->mark.exists);
     // One that goes behind the program's back counts as well.
     tests::requireBelow(scene.folder.path(), scene.second);
     QVERIFY(QFile::remove(scene.second));
     scene.clickRecycle(2);
-    QVERIFY(scene.bin.taken.size() == 1);
-    QTRY_COMPARE(scene.note(2), u"Last copy"_s);
+    QCOMPARE(scene.dialogs.questions.size(), 1);
+    QCOMPARE(scene.note(2), u"Last copy"_s);
+    QVERIFY(scene.notice().contains(u"last copy"_s));
     QCOMPARE(scene.note(1), u"The file was moved to another location"_s);
-    // The group stays, also without its first picture and without any.
-    scene.dialogs.nextMessageBox.enqueue(platform::idYes);
-    scene.clickRecycle(2);
+    // Told, the user may ask for it all the same; the group stays without any picture.
+    scene.clickRecycle(2, platform::idYes);
+    QCOMPARE(scene.bin.taken, QStringList({scene.first, scene.third}));
     QVERIFY(scene.exist(false, false, false));
     QCOMPARE(scene.side()->model()->rowCount(), 1);
     QCOMPARE(scene.side()->model()->index(0, 0).data(ImageGroupModel::FolderRole).toString(),
@@ -184,8 +168,7 @@ void LookAlikeRemovalTest::aFailedMoveIsNotHidden()
 {
     Trio scene;
     scene.bin.fails = true;
-    scene.dialogs.nextMessageBox.enqueue(platform::idYes);
-    scene.clickRecycle(2);
+    scene.clickRecycle(2, platform::idYes);
     QVERIFY(scene.exist(true, true, true));
     QVERIFY(scene.notice().contains(scene.third));
     QVERIFY(scene.note(2).isEmpty());
@@ -230,28 +213,10 @@ void LookAlikeRemovalTest::changedWhileTheUserThinks()
 {
     Trio scene;
     scene.dialogs.whileOpen = [&scene] { scene.folder.makeFile(u"c\\third.jpg"_s, "another content"); };
-    scene.dialogs.nextMessageBox.enqueue(platform::idYes);
-    scene.clickRecycle(2);
+    scene.clickRecycle(2, platform::idYes);
     QCOMPARE(scene.dialogs.questions.size(), 1);
     QVERIFY(scene.bin.asked.isEmpty());
     QVERIFY(scene.notice().contains(scene.third));
-}
-
-void LookAlikeRemovalTest::theLastCopyIsToldBeforeItIsAskedFor()
-{
-    Trio scene;
-    for (const QString &path : {scene.first, scene.second}) {
-        tests::requireBelow(scene.folder.path(), path);
-        QVERIFY(QFile::remove(path));
-    }
-    scene.clickRecycle(2);
-    QVERIFY(scene.dialogs.questions.isEmpty());
-    QCOMPARE(scene.note(2), u"Last copy"_s);
-    QVERIFY(scene.notice().contains(u"last copy"_s));
-    // Told, the user may ask for it all the same.
-    scene.dialogs.nextMessageBox.enqueue(platform::idYes);
-    scene.clickRecycle(2);
-    QCOMPARE(scene.bin.taken, QStringList({scene.third}));
 }
 
 void LookAlikeRemovalTest::aCopyThatBecomesTheLastUnderTheQuestionStays()
@@ -262,8 +227,7 @@ void LookAlikeRemovalTest::aCopyThatBecomesTheLastUnderTheQuestionStays()
         QFile::remove(scene.first);
         scene.folder.makeFile(u"b\\second.png"_s, "another content: no copy any more");
     };
-    scene.dialogs.nextMessageBox.enqueue(platform::idYes);
-    scene.clickRecycle(2);
+    scene.clickRecycle(2, platform::idYes);
     QVERIFY(scene.bin.asked.isEmpty());
     QCOMPARE(scene.note(2), u"Last copy"_s);
     QCOMPARE(scene.note(1), u"Last copy; Changed since the scan"_s);
@@ -286,8 +250,7 @@ void LookAlikeRemovalTest::aFileTheListDidNotKnowYetIsGuardedAsWell()
             scene.folder.makeFile(u"c\\third.jpg"_s, QByteArray(static_cast<int>(facts->size), 'x'));
             scene.folder.setTimes(u"c\\third.jpg"_s, facts->lastWriteTime, facts->lastWriteTime);
         };
-        scene.dialogs.nextMessageBox.enqueue(platform::idYes);
-        scene.clickRecycle(2);
+        scene.clickRecycle(2, platform::idYes);
     }
     QCOMPARE(scene.dialogs.questions.size(), 1);
     QVERIFY(scene.bin.asked.isEmpty());
@@ -317,8 +280,7 @@ void LookAlikeRemovalTest::nobodyWaitsForTheOthersAfterAMove()
     tests::FakeFileProbe probe;
     Trio scene;
     const tests::FakeFileProbe::Hold sleeping = probe.hold(scene.third);
-    scene.dialogs.nextMessageBox.enqueue(platform::idYes);
-    scene.clickRecycle(1);
+    scene.clickRecycle(1, platform::idYes);
     QCOMPARE(scene.bin.taken, QStringList({scene.second}));
     QVERIFY(QTest::qWaitFor([&] { return probe.held().tryAcquire(); }));
     QVERIFY(scene.main()->isEnabled());

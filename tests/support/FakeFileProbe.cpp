@@ -47,18 +47,11 @@ QStringList FakeFileProbe::opened() const
     return m_opened;
 }
 
-int FakeFileProbe::asked() const
-{
-    const QMutexLocker lock(&m_mutex);
-    return m_asked;
-}
-
 void FakeFileProbe::arrive(const QString &path)
 {
     std::shared_ptr<QSemaphore> gate;
     {
         const QMutexLocker lock(&m_mutex);
-        ++m_asked;
         if (m_failing.contains(path))
             throw std::bad_alloc();
         gate = m_holds.take(path);

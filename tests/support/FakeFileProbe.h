@@ -34,7 +34,6 @@ public:
     void failAt(const QString &path);
 
     QStringList opened() const;
-    int asked() const; // questions of every kind
 
     std::optional<quint32> listedAttributes(const QString &path) override;
     std::optional<core::FileFacts> facts(const QString &path) override;
@@ -49,7 +48,6 @@ private:
     QHash<QString, std::shared_ptr<QSemaphore>> m_holds;
     QSet<QString> m_failing;
     QStringList m_opened;
-    int m_asked = 0;
     QSemaphore m_held;
 };
 

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
+#include "FindDuplicateImage/engine/Fingerprint.h"
+
 #include <QColor>
 #include <QImage>
 
@@ -70,6 +72,14 @@ struct PlainFingerprint {
     }
     bool alike(const PlainFingerprint &e) const { return differingFrom(e) < 15; }
 };
+
+inline lookalikes::Fingerprint compact(const PlainFingerprint &plain)
+{
+    const std::vector<quint8> red(plain.red.begin(), plain.red.end()),
+        green(plain.green.begin(), plain.green.end()), blue(plain.blue.begin(), plain.blue.end());
+    using Plane = lookalikes::Fingerprint::Plane;
+    return lookalikes::Fingerprint(Plane(red), Plane(green), Plane(blue));
+}
 
 // A picture of `across` by `across` random blocks.
 inline QImage blockPicture(QSize size, int across, std::mt19937 &random)

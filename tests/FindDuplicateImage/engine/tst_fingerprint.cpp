@@ -12,23 +12,13 @@
 #include <random>
 
 using namespace lookalikes;
+using tests::compact;
 using tests::PlainFingerprint;
 
 namespace
 {
 
 constexpr int allPositions = fingerprintPositions + 1; // counts to the end
-
-std::vector<quint8> bytes(const std::vector<qint32> &plane)
-{
-    return {plane.begin(), plane.end()};
-}
-
-Fingerprint compact(const PlainFingerprint &plain)
-{
-    const std::vector<quint8> red = bytes(plain.red), green = bytes(plain.green), blue = bytes(plain.blue);
-    return Fingerprint(Fingerprint::Plane(red), Fingerprint::Plane(green), Fingerprint::Plane(blue));
-}
 
 // Values from a window of each channel's range, chosen anew for every fingerprint.
 PlainFingerprint randomFingerprint(std::mt19937 &random)
@@ -91,7 +81,6 @@ class FingerprintTest : public QObject
     Q_OBJECT
 
 private slots:
-    void weights();
     void reductionEqualsPlainRule_data();
     void reductionEqualsPlainRule();
     void everyDistance();
@@ -104,15 +93,6 @@ private slots:
     void sizeLimits();
     void resolutionDoesNotMatter();
 };
-
-void FingerprintTest::weights()
-{
-    for (int value = 0; value < 256; ++value) {
-        QCOMPARE(int(weightedRed(value)), int(float(value * 0.299)));
-        QCOMPARE(int(weightedGreen(value)), int(float(value * 0.587)));
-        QCOMPARE(int(weightedBlue(value)), int(float(value * 0.114)));
-    }
-}
 
 void FingerprintTest::reductionEqualsPlainRule_data()
 {
@@ -220,13 +200,11 @@ void FingerprintTest::pictures_data()
     QTest::newRow("14 blocks") << black << whiteBlocks(14) << 14;
     QTest::newRow("15 blocks") << black << whiteBlocks(15) << 15;
     QTest::newRow("brighter") << photo() << brighter(photo(), 40) << 0;
-    QTest::newRow("darker") << brighter(photo(), 40) << photo() << 0;
     QTest::newRow("another size") << photo()
                                   << photo().scaled(777, 583, Qt::IgnoreAspectRatio, Qt::SmoothTransformation)
                                   << 0;
     // Without their means, plain surfaces are one.
     QTest::newRow("white and black") << filled(100, 100, Qt::white) << filled(100, 100, Qt::black) << 0;
-    QTest::newRow("red and blue") << filled(100, 300, Qt::red) << filled(90, 60, Qt::blue) << 0;
 }
 
 void FingerprintTest::pictures()

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "FindDuplicateImage/engine/PreparationQueue.h"
 #include "FindDuplicateImage/engine/Scan.h"
+#include "tests/FindDuplicate/engine/ScanRecorder.h"
 #include "tests/FindDuplicateImage/engine/PlainFingerprint.h"
 #include "tests/support/MemoryEnumerator.h"
 
@@ -19,24 +20,6 @@ using namespace Qt::StringLiterals;
 
 namespace
 {
-
-class Recorder : public duplicates::ScanListener
-{
-public:
-    QStringList events;
-    core::CancelFlag *cancelAt = nullptr;
-    int cancelItem = 0;
-
-    void totalSubFolders(int total) override { events.append(QStringLiteral("total %1").arg(total)); }
-    void folderEntered() override { events.append(u"step"_s); }
-    void pathChanged(const QString &folder) override { events.append(folder); }
-    void itemSeen(int itemsSeen) override
-    {
-        events.append(QString::number(itemsSeen));
-        if (cancelAt && itemsSeen == cancelItem)
-            cancelAt->set();
-    }
-};
 
 class CountingSink : public ThumbnailSink
 {
@@ -115,9 +98,7 @@ private slots:
     void threadsChangeNothing();
     void cancelled_data();
     void cancelled();
-    void cancelledBeforeStart();
     void decodedMemoryIsBounded();
-    void largeRequestIsGrantedAlone();
     void queueKeepsOrder();
 
 private:
@@ -128,7 +109,7 @@ private:
     std::unique_ptr<FakePictures> m_pictures;
     std::unique_ptr<CountingSink> m_sink;
     core::CancelFlag m_cancel;
-    Recorder m_events;
+    tests::ScanRecorder m_events;
     std::mt19937 m_random;
 };
 
@@ -295,13 +276,9 @@ void LookalikeScanTest::cancelled()
     QCOMPARE(result.itemsSeen, 30);
     QVERIFY(result.imagesCompared <= 30);
     QVERIFY(m_pictures->decoded <= 30);
-}
-
-void LookalikeScanTest::cancelledBeforeStart()
-{
-    addPicture(u"C:\\r\\a.png"_s, tests::blockPicture({100, 100}, 8, m_random));
-    m_cancel.set();
-    QVERIFY(scan().cancelled);
+    // Before it has begun.
+    m_pictures->decoded = 0;
+    QVERIFY(scan(options).cancelled);
     QCOMPARE(m_events.events, QStringList{u"total 1"_s});
     QCOMPARE(m_pictures->decoded.load(), 0);
 }
@@ -323,26 +300,6 @@ void LookalikeScanTest::decodedMemoryIsBounded()
     m_pictures->bytes = 5000;
     QCOMPARE(scan(options).imagesCompared, std::size_t(60));
     QCOMPARE(m_pictures->mostAtOnce.load(), 1);
-}
-
-void LookalikeScanTest::largeRequestIsGrantedAlone()
-{
-    MemoryBudget budget(100);
-    std::atomic_bool granted = false;
-    std::thread large;
-    {
-        MemoryBudget::Share small(budget);
-        small.take(1);
-        large = std::thread([&] {
-            MemoryBudget::Share share(budget);
-            share.take(1000);
-            granted = true;
-        });
-        std::this_thread::sleep_for(std::chrono::milliseconds(20));
-        QVERIFY(!granted);
-    }
-    large.join();
-    QVERIFY(granted);
 }
 
 void LookalikeScanTest::queueKeepsOrder()
