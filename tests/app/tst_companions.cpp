@@ -59,7 +59,6 @@ private slots:
     void survivesTheEndOfItsWindow();
     void asksBeforeAChangeableFileIsStarted();
     void aFileThatIsMissingNeedsNoQuestion();
-    void knowsWhatCouldBeExchanged_data();
     void knowsWhatCouldBeExchanged();
 
 private:
@@ -261,47 +260,31 @@ void tst_Companions::aFileThatIsMissingNeedsNoQuestion()
     QCOMPARE(dialogs().size(), 1);
 }
 
-void tst_Companions::knowsWhatCouldBeExchanged_data()
-{
-    QTest::addColumn<QString>("file");
-    QTest::addColumn<QString>("folder");
-    QTest::addColumn<bool>("changeable");
-    // A folder that is missing and a file that is held stand for what the user has no right to write to.
-    QTest::newRow("both") << "plain"
-                          << "." << true;
-    QTest::newRow("the folder alone") << "held"
-                                      << "." << true;
-    QTest::newRow("the file alone") << "plain"
-                                    << "missing" << true;
-    QTest::newRow("neither") << "held"
-                             << "missing" << false;
-    QTest::newRow("nothing there") << "missing"
-                                   << "missing" << false;
-}
-
 void tst_Companions::knowsWhatCouldBeExchanged()
 {
-    QFETCH(const QString, file);
-    QFETCH(const QString, folder);
     const QTemporaryDir root;
-    const QString content = QStringLiteral("as before");
-    for (const QString &name : {QStringLiteral("plain"), QStringLiteral("held")}) {
-        QFile made(root.filePath(name));
+    const QString plain = root.filePath(QStringLiteral("plain"));
+    const QString held = root.filePath(QStringLiteral("held"));
+    const QString missing = root.filePath(QStringLiteral("missing"));
+    for (const QString &path : {plain, held}) {
+        QFile made(path);
         QVERIFY(made.open(QIODevice::WriteOnly));
-        made.write(content.toUtf8());
+        made.write("as before");
     }
-    const platform::FileHandle held(CreateFileW(root.filePath(QStringLiteral("held")).toStdWString().c_str(),
-                                                GENERIC_READ, FILE_SHARE_READ, nullptr, OPEN_EXISTING, 0,
-                                                nullptr));
-    QVERIFY(held);
-    const QString filePath = root.filePath(file);
-    const QString folderPath = QDir::cleanPath(root.filePath(folder));
-    QTEST(changeableByThisProcess(filePath, folderPath), "changeable");
+    const platform::FileHandle holder(CreateFileW(held.toStdWString().c_str(), GENERIC_READ, FILE_SHARE_READ,
+                                                  nullptr, OPEN_EXISTING, 0, nullptr));
+    QVERIFY(holder);
+    // A folder that is missing and a file that is held stand for what the user has no right to write to.
+    QVERIFY(changeableByThisProcess(plain, root.path()));
+    QVERIFY(changeableByThisProcess(held, root.path())); // the folder alone
+    QVERIFY(changeableByThisProcess(plain, missing));    // the file alone
+    QVERIFY(!changeableByThisProcess(held, missing));
+    QVERIFY(!changeableByThisProcess(missing, missing));
     // Trying leaves no trace.
     QCOMPARE(QDir(root.path()).entryList(QDir::Files).size(), 2);
-    QFile plain(root.filePath(QStringLiteral("plain")));
-    QVERIFY(plain.open(QIODevice::ReadOnly));
-    QCOMPARE(QString::fromUtf8(plain.readAll()), content);
+    QFile file(plain);
+    QVERIFY(file.open(QIODevice::ReadOnly));
+    QCOMPARE(file.readAll(), QByteArray("as before"));
 }
 
 QTEST_MAIN(tst_Companions)

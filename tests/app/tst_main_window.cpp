@@ -201,19 +201,15 @@ void tst_MainWindow::opensEverythingOnceByOneClick()
     QCOMPARE(m_log->numbers(QStringLiteral("showApp:")), numbers);
     QCOMPARE(m_shell->elevated.size(), 3);
 
-    // Now by the mouse on cards and on the tool bar.
-    auto *homeForm = m_window->findChild<HomeForm *>();
-    const auto *bar = m_window->findChild<QToolBar *>(QStringLiteral("toolbar"));
-    QWidget *homeButton = bar->widgetForAction(bar->actions().first());
-    for (const int id : {2, 16}) {
-        m_log->clear();
-        QTest::mouseClick(homeButton, Qt::LeftButton);
-        QCOMPARE(m_log->numbers(QStringLiteral("showApp:")), QList<int>{0});
-        QTest::mouseClick(homeForm->card(id), Qt::LeftButton);
-        QCOMPARE(m_log->numbers(QStringLiteral("showApp:")).size(), 2);
-        QCOMPARE(shownId(), id);
-    }
     QCOMPARE(m_modules->pageCount(), 18);
+
+    // Now by the mouse on the tool bar and on a card.
+    m_log->clear();
+    const auto *bar = m_window->findChild<QToolBar *>(QStringLiteral("toolbar"));
+    QTest::mouseClick(bar->widgetForAction(bar->actions().first()), Qt::LeftButton);
+    QTest::mouseClick(m_window->findChild<HomeForm *>()->card(2), Qt::LeftButton);
+    QCOMPARE(m_log->numbers(QStringLiteral("showApp:")), (QList<int>{0, 3}));
+    QCOMPARE(shownId(), 2);
 }
 
 void tst_MainWindow::opensNothingTwice()

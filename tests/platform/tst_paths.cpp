@@ -15,9 +15,7 @@ private slots:
     void initTestCase() { tests::requireTestPrefix(); }
     void apiForm_data();
     void apiForm();
-    void shownForm_data();
     void shownForm();
-    void driveRoots_data();
     void driveRoots();
     void finalPathResolvesLinks();
     void insideMeansWithoutLinks();
@@ -63,41 +61,23 @@ void TestPaths::apiForm()
     QTEST(QString::fromStdWString(apiPath(QString::fromStdWString(apiPath(path)))), "api");
 }
 
-void TestPaths::shownForm_data()
-{
-    QTest::addColumn<QString>("path");
-    QTest::addColumn<QString>("shown");
-    const auto row = [](const char *name, const char16_t *path, const char16_t *shown) {
-        QTest::newRow(name) << QString::fromUtf16(path) << QString::fromUtf16(shown);
-    };
-    row("plain", u"C:/a\\b. ", u"C:\\a\\b. ");
-    row("verbatim", u"\\\\?\\C:\\a", u"C:\\a");
-    row("verbatim server", u"\\\\?\\UNC\\server\\share\\x", u"\\\\server\\share\\x");
-    row("volume without a letter", u"\\\\?\\Volume{1}\\x", u"\\\\?\\Volume{1}\\x");
-}
-
 void TestPaths::shownForm()
 {
-    QFETCH(QString, path);
-    QTEST(shownPath(path), "shown");
-}
-
-void TestPaths::driveRoots_data()
-{
-    QTest::addColumn<QString>("path");
-    QTest::addColumn<bool>("root");
-    for (const char16_t *path : {u"C:", u"C:\\", u"c:/", u"C:\\.\\", u"C:\\x\\..", u"\\\\?\\C:\\",
-                                 u"\\\\server\\share", u"//server/share/", u"\\\\?\\UNC\\server\\share"})
-        QTest::newRow(qPrintable(QString::fromUtf16(path))) << QString::fromUtf16(path) << true;
-    for (const char16_t *path :
-         {u"C:\\x", u"C:x", u"", u"x", u"\\\\server\\share\\x", u"\\\\?\\UNC\\server\\share\\x"})
-        QTest::newRow(qPrintable(u'_' + QString::fromUtf16(path))) << QString::fromUtf16(path) << false;
+    const auto shown = [](const char16_t *path) { return shownPath(QString::fromUtf16(path)); };
+    QCOMPARE(shown(u"C:/a\\b. "), QStringLiteral("C:\\a\\b. "));
+    QCOMPARE(shown(u"\\\\?\\C:\\a"), QStringLiteral("C:\\a"));
+    QCOMPARE(shown(u"\\\\?\\UNC\\server\\share\\x"), QStringLiteral("\\\\server\\share\\x"));
+    QCOMPARE(shown(u"\\\\?\\Volume{1}\\x"), QStringLiteral("\\\\?\\Volume{1}\\x")); // has no letter
 }
 
 void TestPaths::driveRoots()
 {
-    QFETCH(QString, path);
-    QTEST(isDriveRoot(path), "root");
+    for (const char16_t *path : {u"C:", u"C:\\", u"c:/", u"C:\\.\\", u"C:\\x\\..", u"\\\\?\\C:\\",
+                                 u"\\\\server\\share", u"//server/share/", u"\\\\?\\UNC\\server\\share"})
+        QVERIFY2(isDriveRoot(QString::fromUtf16(path)), qPrintable(QString::fromUtf16(path)));
+    for (const char16_t *path :
+         {u"C:\\x", u"C:x", u"", u"x", u"\\\\server\\share\\x", u"\\\\?\\UNC\\server\\share\\x"})
+        QVERIFY2(!isDriveRoot(QString::fromUtf16(path)), qPrintable(QString::fromUtf16(path)));
 }
 
 void TestPaths::finalPathResolvesLinks()

@@ -58,7 +58,6 @@ private slots:
     void whatIsNoProgramIsNotStarted();
     void canBeGivenUp_data();
     void canBeGivenUp();
-    void endsWithItsObject_data();
     void endsWithItsObject();
     void endsWithAKilledParent();
     void haveNoMoreMemoryThanAllowed();
@@ -124,27 +123,21 @@ void PipedProcessTest::canBeGivenUp()
     QVERIFY(process->hasEnded());
 }
 
-void PipedProcessTest::endsWithItsObject_data()
-{
-    QTest::addColumn<bool>("group");
-    QTest::newRow("process") << false;
-    QTest::newRow("group") << true;
-}
-
 void PipedProcessTest::endsWithItsObject()
 {
-    QFETCH(const bool, group);
-    auto all = std::make_unique<platform::ProcessGroup>(memoryOfOne, memoryOfAll);
-    auto process = PipedProcess::start(childProgram(), *all);
-    QVERIFY(process);
-    const ObjectHandle child = processOf(numberFor(*process, 'i').value_or(0));
-    QVERIFY(process->write("s", 1));
-    QVERIFY(!hasEnded(child, 200));
-    if (group)
-        all.reset();
-    else
-        process.reset();
-    QVERIFY(hasEnded(child, 1000));
+    for (const bool byGroup : {false, true}) {
+        auto group = std::make_unique<platform::ProcessGroup>(memoryOfOne, memoryOfAll);
+        auto process = PipedProcess::start(childProgram(), *group);
+        QVERIFY(process);
+        const ObjectHandle child = processOf(numberFor(*process, 'i').value_or(0));
+        QVERIFY(process->write("s", 1));
+        QVERIFY(!hasEnded(child, 200));
+        if (byGroup)
+            group.reset();
+        else
+            process.reset();
+        QVERIFY(hasEnded(child, 1000));
+    }
 }
 
 void PipedProcessTest::endsWithAKilledParent()
