@@ -111,8 +111,6 @@ void FindDuplicateResultsTest::rowsSayWhatTheyShould()
          {MemberModel::State, MemberModel::GroupIndex, MemberModel::MemberIndex, MemberModel::Path})
         QVERIFY(scene.members()->isColumnHidden(column));
     QCOMPARE(scene.members()->currentIndex().row(), 0);
-    QVERIFY(scene.isEnabled("openButton") && scene.isEnabled("explorerButton") &&
-            scene.isEnabled("RecycleBinButton"));
 }
 
 void FindDuplicateResultsTest::vanishedFilesSaySo()
@@ -166,18 +164,19 @@ void FindDuplicateResultsTest::searchesAndSorts()
         u"C:\\b\\m.jpg C:\\c\\z.jpg C:\\D\\A.jpg"_s, // folder
     };
     QCOMPARE(order->count(), expected.size());
+    const auto choose = [order](int index) {
+        order->setCurrentIndex(index);
+        emit order->activated(index);
+    };
     for (int i = 0; i < order->count(); ++i) {
-        order->setCurrentIndex(i);
-        emit order->activated(i);
+        choose(i);
         QCOMPARE(paths(), expected[i]);
     }
     // A member that has gone frees nothing any more.
     (*groups)[1].members[0].moved = (*groups)[1].members[1].moved = true;
-    order->setCurrentIndex(1);
-    emit order->activated(1);
+    choose(1);
     QCOMPARE(paths(), u"C:\\b\\m.jpg C:\\D\\A.jpg C:\\c\\z.jpg"_s);
-    order->setCurrentIndex(0);
-    emit order->activated(0);
+    choose(0);
     auto *search = page.findChild<QLineEdit *>(u"searchLineEdit"_s);
     search->setText(u"OLIDAY"_s); // of any member
     QTRY_COMPARE(paths(), u"C:\\b\\m.jpg C:\\D\\A.jpg"_s);
@@ -247,11 +246,11 @@ void FindDuplicateResultsTest::marksOneFileUnderTwoNames()
     folder.makeHardLink(u"b.txt"_s, u"a.txt"_s);
     FinderScene scene;
     QVERIFY(scene.scan(folder.path()));
-    for (const int row : {0, 1})
-        QVERIFY(scene.badges(row).contains(u"last copy"_s));
     QVERIFY(scene.badges(1).contains(u"hard link to the file of row 1"_s));
-    for (const int row : {0, 1})
+    for (const int row : {0, 1}) {
+        QVERIFY(scene.badges(row).contains(u"last copy"_s));
         QVERIFY(!scene.badges(row).contains(u"proposed to keep"_s)); // nothing to choose from
+    }
 }
 
 void FindDuplicateResultsTest::remarksOnMembers()
