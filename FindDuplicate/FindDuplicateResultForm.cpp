@@ -6,10 +6,10 @@
 #include "FindDuplicate/engine/ListedGroups.h"
 #include "core/CountText.h"
 #include "core/SizeText.h"
-#include "platform/Shell.h"
 #include "widgets/ElidedLabel.h"
 #include "widgets/FLTreeView.h"
 #include "widgets/NoticeBar.h"
+#include "widgets/OpenSeveral.h"
 
 #include <QClipboard>
 #include <QComboBox>
@@ -20,7 +20,6 @@
 #include <QLineEdit>
 #include <QPointer>
 #include <QPushButton>
-#include <QSet>
 #include <QToolButton>
 
 #include <algorithm>
@@ -31,8 +30,7 @@ using duplicates::FileRecord;
 
 namespace
 {
-constexpr qsizetype mostAtOnce = 10; // files opened, or folders shown, by one click
-constexpr int mostHanging = 4;       // threads that one page leaves behind in calls that do not return
+constexpr int mostHanging = 4; // threads that one page leaves behind in calls that do not return
 } // namespace
 
 FindDuplicateResultForm::~FindDuplicateResultForm() = default;
@@ -262,41 +260,18 @@ void FindDuplicateResultForm::enableTools()
 
 void FindDuplicateResultForm::on_openButton_clicked()
 {
-    const QStringList paths = selectedPaths();
-    QStringList failed;
-    for (const QString &path : paths.first(qMin(paths.size(), mostAtOnce)))
-        if (!platform::shell().openFile(path))
-            failed.append(path);
-    if (!failed.isEmpty())
-        showNotice(tr("%1 could not be opened.").arg(failed.join(QStringLiteral(", "))));
-    else if (paths.size() > mostAtOnce)
-        showNotice(tr("Only the first %1 of the %2 selected files were opened.")
-                       .arg(QString::number(mostAtOnce), QString::number(paths.size())),
-                   false);
+    tell(openFiles(selectedPaths()));
 }
 
-// A window for each folder, with the first of its files selected.
 void FindDuplicateResultForm::on_explorerButton_clicked()
 {
-    QStringList shown;
-    QSet<QString> folders;
-    for (const Selected &member : selectedMembers()) {
-        const FileRecord &file = record(member);
-        if (!file.checked && !folders.contains(file.walkedFolder)) {
-            folders.insert(file.walkedFolder);
-            shown.append(file.fullPath());
-        }
-    }
-    QStringList failed;
-    for (const QString &path : shown.first(qMin(shown.size(), mostAtOnce)))
-        if (!platform::shell().revealInExplorer(path))
-            failed.append(path);
-    if (!failed.isEmpty())
-        showNotice(tr("%1 could not be shown in Explorer.").arg(failed.join(QStringLiteral(", "))));
-    else if (shown.size() > mostAtOnce)
-        showNotice(tr("Only the first %1 of the %2 folders were opened.")
-                       .arg(QString::number(mostAtOnce), QString::number(shown.size())),
-                   false);
+    tell(revealFiles(selectedPaths()));
+}
+
+void FindDuplicateResultForm::tell(const OpenedSeveral &opened)
+{
+    if (!opened.notice.isEmpty())
+        showNotice(opened.notice, opened.failed);
 }
 
 void FindDuplicateResultForm::copyPath()

@@ -30,6 +30,7 @@ class QPushButton;
 class QToolBar;
 class QToolButton;
 class QVBoxLayout;
+struct OpenedSeveral;
 
 // The groups that a scan found, the members of the selected one, and what can be done with a member. Sets the
 // `checked` and `moved` bytes of a record whose file the user had moved to the recycle bin. Goes without
@@ -109,6 +110,7 @@ private:
     duplicates::DuplicateGroup &groupAt(int group);
     const duplicates::FileRecord &record(const Selected &member) const;
     void copyPath();
+    void tell(const OpenedSeveral &opened);
     void showNotice(const QString &text, bool warning = true, QAction *action = nullptr);
 
     // In FindDuplicateContents.cpp.

@@ -10,11 +10,11 @@
 #include "core/SizeText.h"
 #include "platform/FileProbe.h"
 #include "platform/Paths.h"
-#include "platform/Shell.h"
 #include "widgets/ElidedLabel.h"
 #include "widgets/FLPopupMenu.h"
 #include "widgets/FLTreeView.h"
 #include "widgets/NoticeBar.h"
+#include "widgets/OpenSeveral.h"
 
 #include <QAction>
 #include <QClipboard>
@@ -23,7 +23,6 @@
 #include <QIcon>
 #include <QLineEdit>
 #include <QListView>
-#include <QSet>
 #include <QSignalBlocker>
 #include <QToolButton>
 
@@ -32,11 +31,6 @@
 
 using duplicates::RemovalResult;
 using lookalikes::ImageRecord;
-
-namespace
-{
-constexpr qsizetype mostAtOnce = 10; // pictures opened, or folders shown, by one click
-}
 
 FindDuplicateImageResultForm::~FindDuplicateImageResultForm()
 {
@@ -267,40 +261,18 @@ void FindDuplicateImageResultForm::showButtons()
 
 void FindDuplicateImageResultForm::on_openButton_clicked()
 {
-    const QStringList paths = selectedPaths();
-    QStringList failed;
-    for (const QString &path : paths.first(std::min(paths.size(), mostAtOnce)))
-        if (!platform::shell().openFile(path))
-            failed.append(path);
-    if (!failed.isEmpty())
-        warn(tr("%1 could not be opened. It may have been moved or deleted since the scan.")
-                 .arg(failed.join(QStringLiteral(", "))));
-    else if (paths.size() > mostAtOnce)
-        warn(tr("Only the first %1 of the %2 selected pictures were opened.")
-                 .arg(QString::number(mostAtOnce), QString::number(paths.size())));
+    tell(openFiles(selectedPaths()));
 }
 
-// A window for each folder, with the first of its selected pictures.
 void FindDuplicateImageResultForm::on_explorerButton_clicked()
 {
-    QStringList shown;
-    QSet<QString> folders;
-    for (const int row : selectedMembers()) {
-        const ImageRecord *image = m_members->record(row);
-        if (!image->checked && !folders.contains(image->walkedFolder)) {
-            folders.insert(image->walkedFolder);
-            shown.append(image->fullPath());
-        }
-    }
-    QStringList failed;
-    for (const QString &path : shown.first(std::min(shown.size(), mostAtOnce)))
-        if (!platform::shell().revealInExplorer(path))
-            failed.append(path);
-    if (!failed.isEmpty())
-        warn(tr("%1 could not be shown in Explorer.").arg(failed.join(QStringLiteral(", "))));
-    else if (shown.size() > mostAtOnce)
-        warn(tr("Only the first %1 of the %2 folders were opened.")
-                 .arg(QString::number(mostAtOnce), QString::number(shown.size())));
+    tell(revealFiles(selectedPaths()));
+}
+
+void FindDuplicateImageResultForm::tell(const OpenedSeveral &opened)
+{
+    if (!opened.notice.isEmpty())
+        warn(opened.notice);
 }
 
 void FindDuplicateImageResultForm::on_RecycleBinButton_clicked()

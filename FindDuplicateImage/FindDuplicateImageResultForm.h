@@ -23,6 +23,7 @@ class QLineEdit;
 class QListView;
 class QToolBar;
 class QToolButton;
+struct OpenedSeveral;
 
 // The groups of pictures that are alike: on the left a row each; on the right the pictures of the selected
 // group, and below them the first one beside the selected one.
@@ -81,6 +82,7 @@ private:
     void afterRemoval(const duplicates::RemovalResult &result);
     void copyPath();
     void showMenu(const QPoint &where);
+    void tell(const OpenedSeveral &opened);
     void warn(const QString &text);
     // Rows of m_members, -1 for none.
     QList<int> selectedMembers() const;

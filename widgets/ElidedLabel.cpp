@@ -8,25 +8,14 @@ namespace
 constexpr int minimumCharacters = 8;
 }
 
-ElidedLabel::ElidedLabel(QWidget *parent, Qt::TextElideMode mode) : QWidget(parent), m_mode(mode)
+ElidedLabel::ElidedLabel(QWidget *parent, Qt::TextElideMode mode) : TextLabel(parent), m_mode(mode)
 {
     setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Fixed);
 }
 
-void ElidedLabel::setText(const QString &text)
-{
-    if (text == m_text)
-        return;
-    m_text = text;
-    setAccessibleName(text);
-    updateToolTip();
-    updateGeometry();
-    update();
-}
-
 QSize ElidedLabel::sizeHint() const
 {
-    return {fontMetrics().horizontalAdvance(m_text), fontMetrics().height()};
+    return {fontMetrics().horizontalAdvance(text()), fontMetrics().height()};
 }
 
 QSize ElidedLabel::minimumSizeHint() const
@@ -42,17 +31,12 @@ void ElidedLabel::paintEvent(QPaintEvent *)
     painter.drawText(rect(), Qt::AlignVCenter | Qt::AlignLeading | Qt::TextSingleLine, shown());
 }
 
-void ElidedLabel::resizeEvent(QResizeEvent *)
-{
-    updateToolTip();
-}
-
 QString ElidedLabel::shown() const
 {
-    return fontMetrics().elidedText(m_text, m_mode, width());
+    return fontMetrics().elidedText(text(), m_mode, width());
 }
 
-void ElidedLabel::updateToolTip()
+QString ElidedLabel::shortenedTip() const
 {
-    setToolTip(shown() == m_text ? QString() : m_text);
+    return shown() == text() ? QString() : text();
 }

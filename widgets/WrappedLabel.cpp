@@ -34,32 +34,21 @@ QStringList wrapped(const QString &text, const QFont &font, int width)
 
 } // namespace
 
-WrappedLabel::WrappedLabel(QWidget *parent) : QWidget(parent)
+WrappedLabel::WrappedLabel(QWidget *parent) : TextLabel(parent)
 {
     QSizePolicy policy(QSizePolicy::Expanding, QSizePolicy::Preferred);
     policy.setHeightForWidth(true);
     setSizePolicy(policy);
 }
 
-void WrappedLabel::setText(const QString &text)
-{
-    if (text == m_text)
-        return;
-    m_text = text;
-    setAccessibleName(text);
-    updateToolTip();
-    updateGeometry();
-    update();
-}
-
 QStringList WrappedLabel::lines(int width) const
 {
     const int lineWidth = std::max(1, width);
-    QStringList lines = wrapped(m_text, font(), lineWidth);
+    QStringList lines = wrapped(text(), font(), lineWidth);
     // How much of a line is lost at its end depends on the words.
     for (int room = mostLines * lineWidth; lines.size() > mostLines && room > lineWidth;
          room -= lineWidth / 2)
-        lines = wrapped(fontMetrics().elidedText(m_text, Qt::ElideMiddle, room), font(), lineWidth);
+        lines = wrapped(fontMetrics().elidedText(text(), Qt::ElideMiddle, room), font(), lineWidth);
     return lines;
 }
 
@@ -70,7 +59,7 @@ int WrappedLabel::heightForWidth(int width) const
 
 QSize WrappedLabel::sizeHint() const
 {
-    const int width = std::min(fontMetrics().boundingRect(m_text).width() + fontMetrics().averageCharWidth(),
+    const int width = std::min(fontMetrics().boundingRect(text()).width() + fontMetrics().averageCharWidth(),
                                fontMetrics().averageCharWidth() * widestHint);
     return {width, heightForWidth(width)};
 }
@@ -94,15 +83,10 @@ void WrappedLabel::paintEvent(QPaintEvent *)
     }
 }
 
-void WrappedLabel::resizeEvent(QResizeEvent *)
-{
-    updateToolTip();
-}
-
 // Tool tips do not break lines either.
-void WrappedLabel::updateToolTip()
+QString WrappedLabel::shortenedTip() const
 {
-    const bool shortened = wrapped(m_text, font(), std::max(1, width())).size() > mostLines;
-    const int tipWidth = fontMetrics().averageCharWidth() * widestTip;
-    setToolTip(shortened ? wrapped(m_text, font(), tipWidth).join(QLatin1Char('\n')) : QString());
+    if (wrapped(text(), font(), std::max(1, width())).size() <= mostLines)
+        return {};
+    return wrapped(text(), font(), fontMetrics().averageCharWidth() * widestTip).join(QLatin1Char('\n'));
 }

@@ -1,21 +1,19 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
+#include "widgets/TextLabel.h"
+
 #include <QStringList>
-#include <QWidget>
 
 // Plain text over several lines. Breaks between words where it can and inside a word where it must: QLabel
 // would make the window as wide as the longest path in the text. A text of more than six lines loses its
-// middle; the whole of it is then the tool tip, and always the accessible name.
-class WrappedLabel : public QWidget
+// middle.
+class WrappedLabel : public TextLabel
 {
     Q_OBJECT
 
 public:
     explicit WrappedLabel(QWidget *parent = nullptr);
-
-    void setText(const QString &text);
-    QString text() const { return m_text; }
 
     int heightForWidth(int width) const override;
     QSize sizeHint() const override;
@@ -23,12 +21,9 @@ public:
 
 protected:
     void paintEvent(QPaintEvent *event) override;
-    void resizeEvent(QResizeEvent *event) override;
+    QString shortenedTip() const override;
 
 private:
     // The lines as they are drawn in this width.
     QStringList lines(int width) const;
-    void updateToolTip();
-
-    QString m_text;
 };

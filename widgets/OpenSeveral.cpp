@@ -1,0 +1,54 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "widgets/OpenSeveral.h"
+
+#include "platform/Shell.h"
+
+#include <QCoreApplication>
+#include <QSet>
+
+namespace
+{
+
+QString tr(const char *text)
+{
+    return QCoreApplication::translate("OpenSeveral", text);
+}
+
+// `onlySome` has %1 in place of how many were opened, %2 of how many there are; `refused` %1 of the paths.
+OpenedSeveral openFirst(const QStringList &paths, bool (platform::Shell::*open)(const QString &),
+                        const QString &refused, const QString &onlySome)
+{
+    QStringList failed;
+    for (const QString &path : paths.first(qMin(paths.size(), mostOpenedAtOnce)))
+        if (!(platform::shell().*open)(path))
+            failed.append(path);
+    if (!failed.isEmpty())
+        return {refused.arg(failed.join(QStringLiteral(", "))), true};
+    if (paths.size() > mostOpenedAtOnce)
+        return {onlySome.arg(QString::number(mostOpenedAtOnce), QString::number(paths.size())), false};
+    return {};
+}
+
+} // namespace
+
+OpenedSeveral openFiles(const QStringList &paths)
+{
+    return openFirst(paths, &platform::Shell::openFile,
+                     tr("%1 could not be opened. It may have been moved or deleted since the scan."),
+                     tr("Only the first %1 of the %2 selected files were opened."));
+}
+
+OpenedSeveral revealFiles(const QStringList &paths)
+{
+    QStringList firsts;
+    QSet<QString> folders;
+    for (const QString &path : paths) {
+        const QString folder = path.left(path.lastIndexOf(u'\\'));
+        if (!folders.contains(folder)) {
+            folders.insert(folder);
+            firsts.append(path);
+        }
+    }
+    return openFirst(firsts, &platform::Shell::revealInExplorer, tr("%1 could not be shown in Explorer."),
+                     tr("Only the first %1 of the %2 folders were opened."));
+}

@@ -1,0 +1,18 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include <QString>
+#include <QStringList>
+
+// Opens what is selected in a list, through platform::shell(). Interface thread.
+struct OpenedSeveral {
+    QString notice; // in words for the user; empty when all went well
+    bool failed = false;
+};
+
+// At most so many files are opened, or folders shown, by one click.
+inline constexpr qsizetype mostOpenedAtOnce = 10;
+
+OpenedSeveral openFiles(const QStringList &paths);
+// A window for each folder, with the first of its files selected.
+OpenedSeveral revealFiles(const QStringList &paths);
