@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "FindDuplicateImage/DecoderPool.h"
 
+#include "FindDuplicateImage/decoder/DecoderLoop.h"
 #include "FindDuplicateImage/decoder/Messages.h"
 
 #include <QCoreApplication>
@@ -175,7 +176,7 @@ std::optional<lookalikes::ExaminedImage> DecoderPool::examine(const QString &pat
     Taken taken = take(path, cancel);
     if (!taken.process) {
         if (usesThisProcess() && !cancel.isSet())
-            return lookalikes::examineWith(core::readImage)(path, beforeDecode);
+            return lookalikes::examineWith(decoder::decodeFile)(path, beforeDecode);
         return std::nullopt;
     }
     auto found = ask<decoder::Examination>(std::move(taken), Wish::Examine, path, beforeDecode, cancel,
@@ -194,7 +195,7 @@ std::optional<core::LoadedImage> DecoderPool::picture(const QString &path, const
     Taken taken = take(path, cancel);
     if (!taken.process) {
         if (usesThisProcess() && !cancel.isSet())
-            return core::readImage(path);
+            return decoder::decodeFile(path);
         return std::nullopt;
     }
     auto found =

@@ -3,6 +3,7 @@
 
 #include "core/PictureFile.h"
 
+#include <QFile>
 #include <QFileInfo>
 #include <QImageReader>
 #include <QPixelFormat>
@@ -45,15 +46,13 @@ std::optional<qint64> expectedBytes(const QImageReader &reader)
 
 } // namespace
 
-std::optional<LoadedImage> readImage(const QString &path, const BeforeDecode &beforeDecode)
+std::optional<LoadedImage> decodeImage(std::unique_ptr<QIODevice> file, const BeforeDecode &beforeDecode)
 {
     limitAllocations();
-    if (!QFileInfo(path).isFile())
+    const std::unique_ptr<QIODevice> guarded = file ? guardedPicture(std::move(file)) : nullptr;
+    if (!guarded)
         return std::nullopt;
-    const std::unique_ptr<QIODevice> file = openPicture(path);
-    if (!file)
-        return std::nullopt;
-    QImageReader reader(file.get());
+    QImageReader reader(guarded.get());
     reader.setDecideFormatFromContent(true);
     reader.setAutoTransform(true);
     LoadedImage loaded;
@@ -69,6 +68,14 @@ std::optional<LoadedImage> readImage(const QString &path, const BeforeDecode &be
     if (!reader.read(&loaded.image) || loaded.image.isNull() || loaded.image.sizeInBytes() > limitBytes)
         return std::nullopt;
     return loaded;
+}
+
+std::optional<LoadedImage> readImage(const QString &path, const BeforeDecode &beforeDecode)
+{
+    auto file = std::make_unique<QFile>(path);
+    if (!QFileInfo(path).isFile() || !file->open(QIODevice::ReadOnly))
+        return std::nullopt;
+    return decodeImage(std::unique_ptr<QIODevice>(std::move(file)), beforeDecode);
 }
 
 bool loadImage(const QString &path, QImage &out)

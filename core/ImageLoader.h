@@ -2,10 +2,12 @@
 #pragma once
 
 #include <QByteArray>
+#include <QIODevice>
 #include <QImage>
 #include <QString>
 
 #include <functional>
+#include <memory>
 #include <optional>
 
 // How every module reads a picture file. This is the one part of core that opens files by itself: decoders
@@ -26,8 +28,12 @@ struct LoadedImage {
 // the decoder does not tell), and before they are allocated; may block. Not called for what is refused.
 using BeforeDecode = std::function<void(qint64 bytes)>;
 
-// Empty for what is no regular file, cannot be read, is no picture of a known format, is damaged, or is
-// larger than the limit. A file with several frames gives its first.
+// `file` is open for reading, or null. Empty for what cannot be read, is no picture of a known format, is
+// damaged, or is larger than the limit. A file with several frames gives its first.
+std::optional<LoadedImage> decodeImage(std::unique_ptr<QIODevice> file,
+                                       const BeforeDecode &beforeDecode = {});
+
+// Empty also for what is no regular file.
 std::optional<LoadedImage> readImage(const QString &path, const BeforeDecode &beforeDecode = {});
 
 // The same; `out` is changed on success only.

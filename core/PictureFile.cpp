@@ -5,7 +5,6 @@
 
 #include <QBuffer>
 #include <QByteArray>
-#include <QFile>
 #include <QtEndian>
 
 namespace core
@@ -38,11 +37,8 @@ bool chunksFit(const QByteArray &png)
 
 } // namespace
 
-std::unique_ptr<QIODevice> openPicture(const QString &path)
+std::unique_ptr<QIODevice> guardedPicture(std::unique_ptr<QIODevice> file)
 {
-    auto file = std::make_unique<QFile>(path);
-    if (!file->open(QIODevice::ReadOnly))
-        return nullptr;
     if (file->peek(signatureBytes) != "\x89PNG\r\n\x1a\n" || file->size() > mostBytesInMemory)
         return file;
     auto memory = std::make_unique<QBuffer>();

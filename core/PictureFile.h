@@ -2,17 +2,16 @@
 #pragma once
 
 #include <QIODevice>
-#include <QString>
 
 #include <memory>
 
 namespace core
 {
 
-// A picture file, open for a decoder; null when it cannot be opened. PNG files are given from memory, and
-// refused (null) when one of their chunks claims more bytes than the file has: Qt's reader asks the file for
-// its size with every byte of some chunks, and allocates what a chunk claims before it reads, up to two
-// gigabytes for a file of fifty bytes. Any thread.
-std::unique_ptr<QIODevice> openPicture(const QString &path);
+// A picture file that is open for reading, for a decoder. PNG files are given from memory, and refused (null)
+// when one of their chunks claims more bytes than the file has: Qt's reader asks the file for its size with
+// every byte of some chunks, and allocates what a chunk claims before it reads, up to two gigabytes for a
+// file of fifty bytes. Any thread.
+std::unique_ptr<QIODevice> guardedPicture(std::unique_ptr<QIODevice> file);
 
 } // namespace core

@@ -1,12 +1,18 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
+#include <QIODevice>
 #include <QString>
 
 #include <memory>
 
 namespace platform
 {
+
+// A file that is open for reading, null when it cannot be opened or is none. Others may write, rename and
+// delete it meanwhile; while QFile::open() has a file, nobody can rename it or move it to the recycle bin.
+// The device has no file name. Any thread.
+std::unique_ptr<QIODevice> openShared(const QString &path);
 
 // Reads a file from its beginning to its end. Others may write, rename and delete it meanwhile. One thread at
 // a time.

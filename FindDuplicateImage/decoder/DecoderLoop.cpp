@@ -2,6 +2,7 @@
 #include "FindDuplicateImage/decoder/DecoderLoop.h"
 
 #include "FindDuplicateImage/decoder/Messages.h"
+#include "platform/FileReader.h"
 
 #include <algorithm>
 #include <exception>
@@ -59,6 +60,11 @@ bool answer(platform::ByteChannel &application, const Request &request, const lo
 }
 
 } // namespace
+
+std::optional<core::LoadedImage> decodeFile(const QString &path, const core::BeforeDecode &beforeDecode)
+{
+    return core::decodeImage(platform::openShared(path), beforeDecode);
+}
 
 void serve(platform::ByteChannel &application, const lookalikes::Decode &decode)
 {

@@ -7,6 +7,10 @@
 namespace decoder
 {
 
+// core::readImage() of a file that others may rename and remove meanwhile: the user should not be kept from
+// moving a picture to the recycle bin by this program's own look at it.
+std::optional<core::LoadedImage> decodeFile(const QString &path, const core::BeforeDecode &beforeDecode = {});
+
 // The decoder's whole life: answers requests until the other end is gone.
 void serve(platform::ByteChannel &application, const lookalikes::Decode &decode);
 

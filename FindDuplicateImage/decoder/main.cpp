@@ -3,7 +3,6 @@
 // Decodes pictures for the application, one at a time, so that a damaged or hostile file ends this process
 // and not the other. Does nothing when it is started by hand.
 #include "FindDuplicateImage/decoder/DecoderLoop.h"
-#include "core/ImageLoader.h"
 #include "platform/PipedProcess.h"
 
 #include <QCoreApplication>
@@ -12,6 +11,6 @@ int main(int argc, char *argv[])
 {
     platform::ParentChannel application;
     const QCoreApplication qt(argc, argv); // finds the image formats
-    decoder::serve(application, core::readImage);
+    decoder::serve(application, decoder::decodeFile);
     return 0;
 }

@@ -127,7 +127,8 @@ std::optional<core::LoadedImage> decode(const QString &path, const core::BeforeD
     stall(what, wish);
     lie(what, wish);
     ask(what);
-    auto loaded = core::readImage(path, what.startsWith(u"needs"_s) ? core::BeforeDecode() : beforeDecode);
+    auto loaded =
+        decoder::decodeFile(path, what.startsWith(u"needs"_s) ? core::BeforeDecode() : beforeDecode);
     decoded = what;
     return loaded;
 }

@@ -58,6 +58,7 @@ private slots:
     void agreesWithThisProcess();
     void givesWholePictures();
     void dropsWhatIsNoPicture();
+    void keepsNobodyFromMovingTheFile();
     void everyAnswerIsChecked_data();
     void everyAnswerIsChecked();
     void hugePicturesAreRefused();
@@ -147,6 +148,20 @@ void DecoderPoolTest::dropsWhatIsNoPicture()
     QVERIFY(!pool.examine(folder.makeFolder(u"folder.jpg"_s), {}, m_never));
     QVERIFY(!pool.picture(folder.path(u"missing.jpg"_s), m_never));
     QCOMPARE(pool.lost(), 0);
+}
+
+void DecoderPoolTest::keepsNobodyFromMovingTheFile()
+{
+    const tests::TestFolder folder;
+    const QString path = tests::savePicture(folder, u"a.jpg"_s, tests::blocks(1));
+    const QString moved = folder.path(u"b.jpg"_s);
+    DecoderPool pool({tests::realDecoder()});
+    bool renamed = false;
+    // The decoder has read the head of the file and waits.
+    QVERIFY(pool.examine(
+        path, [&](qint64) { renamed = QFile::rename(path, moved); }, m_never));
+    QVERIFY(renamed);
+    QVERIFY(pool.examine(moved, {}, m_never));
 }
 
 void DecoderPoolTest::everyAnswerIsChecked_data()

@@ -213,6 +213,7 @@ void LookAlikeResultsTest::aMenuLeavesTheKeysAlone()
 {
     Trio scene;
     scene.clickRecycle(1, platform::idYes);
+    QCOMPARE(scene.notice(), scene.second + u" was moved to the recycle bin."_s);
     emit scene.main()->customContextMenuRequested(
         scene.main()->visualRect(scene.main()->model()->index(1, 0)).center());
     auto *menu = scene.form->findChild<FLPopupMenu *>();
