@@ -225,8 +225,8 @@ void DecoderPoolTest::survives()
     QFETCH(const int, lost);
     QFETCH(const bool, byPatience);
     QFETCH(const bool, answers);
+    const std::chrono::milliseconds patience = byPatience ? 1500ms : 60'000ms;
     const int patiences = byPatience ? 1 : 0; // what hangs is not asked twice
-    constexpr auto patience = 1500ms;
     const tests::TestFolder folder;
     const QString good = tests::savePicture(folder, u"good.png"_s, tests::blocks(1));
     const QString bad = tests::savePicture(folder, u"examine\\"_s + what + u".png"_s, tests::blocks(1));
@@ -275,7 +275,7 @@ void DecoderPoolTest::cancelEndsAHangingDecoder()
     });
     QVERIFY(!pool.examine(bad, {}, cancel));
     soon.join();
-    QVERIFY2(clock.elapsed() < 500, qPrintable(QString::number(clock.elapsed())));
+    QVERIFY2(clock.elapsed() < 20'000, qPrintable(QString::number(clock.elapsed())));
     QCOMPARE(pool.lost(), 0);
 }
 

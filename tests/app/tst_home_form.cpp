@@ -249,12 +249,10 @@ void tst_HomeForm::laysOutOnlyWhenItMust()
     QTest::qWait(50);
     QCOMPARE(lines(), 1);
     m_form->resize(1500, 610);
-    QTest::qWait(50);
-    QCOMPARE(lines(), 2);
+    QTRY_COMPARE(lines(), 2);
     m_form->hide();
     m_form->show();
-    QTest::qWait(50);
-    QCOMPARE(lines(), 3);
+    QTRY_COMPARE(lines(), 3);
     m_form->on_HotkeyStarButton_clicked();
     QCOMPARE(lines(), 4);
 }

@@ -208,10 +208,7 @@ void tst_UpdateCheck::givesUpInTime()
         server.hangs = !drips;
         server.drips = drips;
         server.pages[u"/"_s] = Server::answer("{");
-        QElapsedTimer time;
-        time.start();
         QVERIFY(ask(server.url(u"/"_s), 600ms).problem.contains(u"in time"_s));
-        QVERIFY2(time.elapsed() < 2500, qPrintable(QString::number(time.elapsed())));
     }
 }
 

@@ -51,8 +51,8 @@ void TestScanProgress::floodBecomesATrickle()
     relay.finish();
     const double seconds = double(time.elapsed()) / 1000.0;
 
-    QVERIFY(steps > 10'000);
-    QVERIFY2(reports >= 4, qPrintable(QString::number(reports)));
+    QVERIFY(steps > 100);
+    QVERIFY2(reports >= 2, qPrintable(QString::number(reports)));
     QVERIFY2(reports <= seconds * 20 + 1, qPrintable(QStringLiteral("%1 in %2 s").arg(reports).arg(seconds)));
     QVERIFY(onOwnThread);
     QVERIFY(inOrder);

@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "platform/Drives.h"
 
-#include <QElapsedTimer>
 #include <QSignalSpy>
 #include <QStorageInfo>
 #include <QTest>
@@ -110,10 +109,8 @@ void TestDrives::canGoWhileADriveHangs()
         return Drive{.root = root, .label = {}, .fileSystem = {}};
     });
     lister->refresh({QStringLiteral("N:\\")});
-    QElapsedTimer timer;
-    timer.start();
     lister.reset();
-    QVERIFY(timer.elapsed() < 1000);
+    QVERIFY(!*ended);
 
     // The next one lies at the same address: an answer that still finds its way to the old one shows up here.
     lister.emplace();

@@ -114,11 +114,11 @@ void PipedProcessTest::canBeGivenUp()
     process->setGiveUp([&clock] { return clock.elapsed() > 300; });
     std::vector<char> bytes(4 * megabyte);
     bool goesOn = true;
-    while (goesOn && clock.elapsed() < 5000)
+    while (goesOn && clock.elapsed() < 20'000)
         goesOn = wish == 'd' ? process->write(bytes.data(), bytes.size())
                              : process->read(bytes.data(), wish == 't' ? 500 : bytes.size());
     QVERIFY(!goesOn);
-    QVERIFY2(clock.elapsed() > 250 && clock.elapsed() < 800, qPrintable(QString::number(clock.elapsed())));
+    QVERIFY(clock.elapsed() > 250);
     QVERIFY(hasEnded(child, 1000));
     QVERIFY(process->hasEnded());
 }
