@@ -91,7 +91,7 @@ void FindDuplicateResultForm::onMainResultProcessFinish()
     m_memberTree->showColumns({MemberModel::Text});
     m_memberTree->setStretchColumn(MemberModel::Text, 0);
     showSummary();
-    m_groupTree->setCurrentIndex(m_groupModel->index(0, 0));
+    selectGroupRow(0);
     emit resultReady();
     m_groupTree->setFocus();
 }
@@ -119,10 +119,9 @@ void FindDuplicateResultForm::showListed()
         *m_groups, m_root, m_search->text().trimmed(),
         static_cast<duplicates::GroupOrder>(m_order->currentData().toInt()), &duplicates::freeableBytes));
     const int row = qMax(0, m_groupModel->rowOf(group));
-    const QModelIndex index = m_groupModel->index(row, 0);
-    if (index.isValid()) {
-        m_groupTree->setCurrentIndex(index);
-        m_groupTree->scrollTo(index);
+    if (row < m_groupModel->rowCount()) {
+        selectGroupRow(row);
+        m_groupTree->scrollTo(m_groupModel->index(row, 0));
     } else {
         readGroup(); // nothing is listed: no members either
     }
@@ -140,8 +139,28 @@ void FindDuplicateResultForm::refresh()
 
 int FindDuplicateResultForm::selectedGroup() const
 {
-    const QModelIndexList rows = m_groupTree->selectionModel()->selectedRows();
-    return rows.isEmpty() ? -1 : m_groupModel->groupAt(rows.first().row());
+    const QItemSelectionModel *selection = m_groupTree->selectionModel();
+    if (selection->isSelected(selection->currentIndex()))
+        return m_groupModel->groupAt(selection->currentIndex().row());
+    const std::vector<int> groups = selectedGroups();
+    return groups.empty() ? -1 : groups.front();
+}
+
+// Whatever keys are held down: the view itself would add to a selection with Ctrl or Shift.
+void FindDuplicateResultForm::selectGroupRow(int row)
+{
+    m_groupTree->selectionModel()->setCurrentIndex(
+        m_groupModel->index(row, 0), QItemSelectionModel::ClearAndSelect | QItemSelectionModel::Rows);
+}
+
+std::vector<int> FindDuplicateResultForm::selectedGroups() const
+{
+    QModelIndexList rows = m_groupTree->selectionModel()->selectedRows();
+    std::sort(rows.begin(), rows.end());
+    std::vector<int> groups;
+    for (const QModelIndex &row : std::as_const(rows))
+        groups.push_back(m_groupModel->groupAt(row.row()));
+    return groups;
 }
 
 void FindDuplicateResultForm::onMainTreeItemChanged(const QItemSelection &, const QItemSelection &)
@@ -190,7 +209,6 @@ void FindDuplicateResultForm::onProcessFinish()
     m_memberModel->setContents(m_contents.value(index));
     m_groupTitle->setText(
         tr("%1 files of %2 each").arg(QString::number(group.members.size()), core::sizeText(group.size)));
-    // Whatever keys are held down: the view itself would add to a selection with Ctrl or Shift.
     m_memberTree->selectionModel()->setCurrentIndex(m_memberModel->index(0, MemberModel::Text),
                                                     QItemSelectionModel::ClearAndSelect |
                                                         QItemSelectionModel::Rows);

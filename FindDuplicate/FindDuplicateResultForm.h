@@ -105,7 +105,11 @@ private:
     QStringList selectedPaths() const;
     // The selected one, if it is the only one, and was not removed.
     std::optional<Selected> removableMember() const;
+    // The one whose members are shown: the current one, if it is among the selected ones.
     int selectedGroup() const;
+    void selectGroupRow(int row);
+    // In the order of the list.
+    std::vector<int> selectedGroups() const;
     const duplicates::DuplicateGroup &groupAt(int group) const;
     duplicates::DuplicateGroup &groupAt(int group);
     const duplicates::FileRecord &record(const Selected &member) const;

@@ -11,6 +11,7 @@
 #include "widgets/FLTreeView.h"
 #include "widgets/FileRowDelegate.h"
 #include "widgets/NoticeBar.h"
+#include "widgets/OpenSeveral.h"
 #include "widgets/Theme.h"
 
 #include <QAction>
@@ -130,7 +131,8 @@ void FindDuplicateResultForm::buildGroupList(QVBoxLayout *column)
     m_groupTree->setObjectName(QStringLiteral("sideTreeView"));
     m_groupTree->setAccessibleName(tr("Groups of duplicates"));
     dressList(m_groupTree);
-    m_groupTree->setSelectionMode(QAbstractItemView::SingleSelection);
+    // Of several, the first files can be opened; the members shown are those of the current one.
+    m_groupTree->setSelectionMode(QAbstractItemView::ExtendedSelection);
     m_groupTree->setModel(m_groupModel);
 
     auto *line = new QHBoxLayout;
@@ -301,6 +303,9 @@ void FindDuplicateResultForm::showGroupMenu(const QPoint &where)
 {
     auto *menu = new FLPopupMenu(m_groupTree);
     menu->setObjectName(QStringLiteral("groupMenu"));
+    addOpenFirsts(menu, duplicates::firstPaths(*m_groups, selectedGroups()),
+                  [this](const OpenedSeveral &opened) { tell(opened); });
+    menu->addSeparator();
     QAction *compare = menu->addAction(image("Compare24"), m_compare->text(), this,
                                        &FindDuplicateResultForm::compareContents);
     compare->setEnabled(m_compare->isEnabled());

@@ -87,7 +87,7 @@ void FindDuplicateImageResultForm::showReport()
     m_title->setText(m_report.root);
     showTotals();
     m_groups->setReport(&m_report);
-    m_side->setCurrentIndex(m_groups->index(0));
+    selectGroupRow(0);
     showGroup();
     emit resultReady();
 }
@@ -118,9 +118,9 @@ void FindDuplicateImageResultForm::showListed()
     m_groups->setListed(duplicates::listedGroups(
         m_report.groups, m_report.root, m_search->text().trimmed(),
         static_cast<duplicates::GroupOrder>(m_order->currentData().toInt()), &lookalikes::freeableBytes));
-    const QModelIndex index = m_groups->index(std::max(0, m_groups->rowOf(group)));
-    m_side->setCurrentIndex(index);
-    m_side->scrollTo(index);
+    const int row = std::max(0, m_groups->rowOf(group));
+    selectGroupRow(row);
+    m_side->scrollTo(m_groups->index(row));
     showGroup();
 }
 
@@ -147,6 +147,13 @@ void FindDuplicateImageResultForm::refresh()
     });
 }
 
+// Whatever keys are held down: the view itself would add to a selection with Ctrl or Shift.
+void FindDuplicateImageResultForm::selectGroupRow(int row)
+{
+    m_side->selectionModel()->setCurrentIndex(m_groups->index(row), QItemSelectionModel::ClearAndSelect |
+                                                                        QItemSelectionModel::Rows);
+}
+
 void FindDuplicateImageResultForm::showGroup()
 {
     const int group = m_groups->groupAt(m_side->currentIndex().row());
@@ -155,7 +162,6 @@ void FindDuplicateImageResultForm::showGroup()
     m_compare->clear();
     m_members->setGroup(&m_report, group);
     // The second picture: the first one is beside it anyway.
-    // Whatever keys are held down: the view itself would add to a selection with Ctrl or Shift.
     m_main->selectionModel()->setCurrentIndex(m_members->index(m_members->rowCount() > 1 ? 1 : 0),
                                               QItemSelectionModel::ClearAndSelect);
     m_main->scrollToTop();
@@ -343,6 +349,20 @@ void FindDuplicateImageResultForm::showMenu(const QPoint &where)
     for (QAction *action : {m_openAction, m_explorerAction, m_copyAction, m_recycleAction})
         menu->addWithShortcut(action);
     menu->popup(m_main->viewport()->mapToGlobal(where));
+}
+
+void FindDuplicateImageResultForm::showGroupMenu(const QPoint &where)
+{
+    QModelIndexList rows = m_side->selectionModel()->selectedRows();
+    std::sort(rows.begin(), rows.end());
+    std::vector<int> groups;
+    for (const QModelIndex &row : std::as_const(rows))
+        groups.push_back(m_groups->groupAt(row.row()));
+    auto *menu = new FLPopupMenu(this);
+    menu->setObjectName(QStringLiteral("groupMenu"));
+    addOpenFirsts(menu, duplicates::firstPaths(m_report.groups, groups),
+                  [this](const OpenedSeveral &opened) { tell(opened); });
+    menu->popup(m_side->viewport()->mapToGlobal(where));
 }
 
 void FindDuplicateImageResultForm::warn(const QString &text)

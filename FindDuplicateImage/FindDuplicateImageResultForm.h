@@ -82,6 +82,7 @@ private:
     void afterRemoval(const duplicates::RemovalResult &result);
     void copyPath();
     void showMenu(const QPoint &where);
+    void showGroupMenu(const QPoint &where);
     void tell(const OpenedSeveral &opened);
     void warn(const QString &text);
     // Rows of m_members, -1 for none.
@@ -89,6 +90,7 @@ private:
     int comparedMember() const;
     int removableMember() const;
     QStringList selectedPaths() const;
+    void selectGroupRow(int row);
 
     ImageReport m_report;
     ThumbnailCache m_thumbnails;

@@ -134,6 +134,8 @@ void FindDuplicateImageResultForm::buildGroupList()
     m_side->setRootIsDecorated(false);
     m_side->setAllColumnsShowFocus(false); // the delegate shows it
     m_side->setMouseTracking(true);
+    m_side->setSelectionMode(QAbstractItemView::ExtendedSelection);
+    m_side->setContextMenuPolicy(Qt::CustomContextMenu);
     m_side->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
 }
 
@@ -254,6 +256,7 @@ void FindDuplicateImageResultForm::connectAll()
     connect(m_main->selectionModel(), &QItemSelectionModel::selectionChanged, this,
             &FindDuplicateImageResultForm::showMember);
     connect(m_main, &QWidget::customContextMenuRequested, this, &FindDuplicateImageResultForm::showMenu);
+    connect(m_side, &QWidget::customContextMenuRequested, this, &FindDuplicateImageResultForm::showGroupMenu);
     connect(m_removal, &duplicates::MemberRemoval::finished, this,
             &FindDuplicateImageResultForm::afterRemoval);
 }

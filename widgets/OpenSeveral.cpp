@@ -4,6 +4,8 @@
 #include "platform/Shell.h"
 
 #include <QCoreApplication>
+#include <QIcon>
+#include <QMenu>
 #include <QSet>
 
 namespace
@@ -51,4 +53,18 @@ OpenedSeveral revealFiles(const QStringList &paths)
     }
     return openFirst(firsts, &platform::Shell::revealInExplorer, tr("%1 could not be shown in Explorer."),
                      tr("Only the first %1 of the %2 folders were opened."));
+}
+
+void addOpenFirsts(QMenu *menu, const QStringList &firsts, std::function<void(const OpenedSeveral &)> tell)
+{
+    const bool several = firsts.size() > 1;
+    QAction *open = menu->addAction(QIcon(QStringLiteral(":/resources/images/Activate24.png")),
+                                    several ? tr("Open the First File of Each") : tr("Open the First File"),
+                                    menu, [firsts, tell] { tell(openFiles(firsts)); });
+    QAction *reveal = menu->addAction(QIcon(QStringLiteral(":/resources/images/FolderSearch24.png")),
+                                      several ? tr("Show the First File of Each in Explorer")
+                                              : tr("Show the First File in Explorer"),
+                                      menu, [firsts, tell] { tell(revealFiles(firsts)); });
+    open->setEnabled(!firsts.isEmpty());
+    reveal->setEnabled(!firsts.isEmpty());
 }

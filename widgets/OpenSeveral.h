@@ -4,6 +4,10 @@
 #include <QString>
 #include <QStringList>
 
+#include <functional>
+
+class QMenu;
+
 // Opens what is selected in a list, through platform::shell(). Interface thread.
 struct OpenedSeveral {
     QString notice; // in words for the user; empty when all went well
@@ -12,6 +16,9 @@ struct OpenedSeveral {
 
 // At most so many files are opened, or folders shown, by one click.
 inline constexpr qsizetype mostOpenedAtOnce = 10;
+
+// In a menu: to open, and to show in Explorer, the first file of each of the selected groups.
+void addOpenFirsts(QMenu *menu, const QStringList &firsts, std::function<void(const OpenedSeveral &)> tell);
 
 OpenedSeveral openFiles(const QStringList &paths);
 // A window for each folder, with the first of its files selected.

@@ -4,6 +4,7 @@
 #include "FindDuplicate/engine/FileRecord.h"
 
 #include <QString>
+#include <QStringList>
 #include <QStringMatcher>
 
 #include <algorithm>
@@ -85,6 +86,21 @@ std::vector<int> listedGroups(const std::vector<Group> &groups, const QString &r
         break;
     }
     return listed;
+}
+
+// Of each of these groups, the first member that was not removed. Groups without one are left out.
+template <class Group>
+QStringList firstPaths(const std::vector<Group> &groups, const std::vector<int> &wanted)
+{
+    QStringList paths;
+    for (const int group : wanted) {
+        const auto &members = groups[static_cast<std::size_t>(group)].members;
+        const auto left =
+            std::find_if(members.cbegin(), members.cend(), [](const auto &file) { return !file.checked; });
+        if (left != members.cend())
+            paths.append(left->fullPath());
+    }
+    return paths;
 }
 
 } // namespace duplicates
