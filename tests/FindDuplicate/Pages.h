@@ -7,6 +7,7 @@
 #include "core/WorkerThread.h"
 #include "platform/Win32Enumerator.h"
 #include "tests/support/TestFolder.h"
+#include "tests/support/TestPrefix.h"
 #include "widgets/FileRowDelegate.h"
 
 #include <QAbstractButton>
@@ -50,13 +51,13 @@ inline std::shared_ptr<FindDuplicateResultForm::Groups> inventedGroups(int count
 }
 
 // Lists every folder by name, so that a test knows the order of a group's members.
-class SortedEnumerator : public core::DirectoryEnumerator
+class SortedEnumerator : public platform::Win32Enumerator
 {
 public:
     void list(const QString &folder, core::DirectoryListing &out, const core::CancelFlag &cancel) override
     {
         core::DirectoryListing unsorted;
-        m_real.list(folder, unsorted, cancel);
+        Win32Enumerator::list(folder, unsorted, cancel);
         std::vector<core::DirectoryEntry> entries;
         for (std::size_t i = 0; i < unsorted.size(); ++i)
             entries.push_back(unsorted.at(i));
@@ -67,13 +68,10 @@ public:
             out.add(entry);
         out.readable = unsorted.readable;
     }
-    std::optional<core::FileIdentity> identity(const QString &path) override { return m_real.identity(path); }
-
-private:
-    platform::Win32Enumerator m_real;
 };
 
-// The finder in a window, driven as a person does. The members of a group are in the order of their names.
+// The finder in a window and with settings of its own, driven as a person does. The members of a group are in
+// the order of their names.
 class FinderScene
 {
 public:
@@ -128,13 +126,6 @@ public:
     {
         return side()->model()->index(row, 0).data(Qt::AccessibleTextRole).toString();
     }
-    int rowOf(const QString &path) const
-    {
-        for (int row = 0; row < members()->model()->rowCount(); ++row)
-            if (memberPath(row) == path)
-                return row;
-        return -1;
-    }
     bool isEnabled(const char *button) const { return find<QAbstractButton>(button)->isEnabled(); }
     void click(const char *button) const { find<QAbstractButton>(button)->click(); }
 
@@ -144,6 +135,7 @@ public:
         return form->findChild<Widget *>(QLatin1String(name));
     }
 
+    RegistryGuard registry;
     std::unique_ptr<FindDuplicateForm> form;
     QList<bool> toolbar; // what the form told the main window
 

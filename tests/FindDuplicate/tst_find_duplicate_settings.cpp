@@ -91,9 +91,7 @@ private slots:
     void readsTheStoredFormat();
     void keepsWhatItHeldWithoutTheKey();
     void sharesTheExtensionsOfTheFileTypes();
-    void takesDamagedCustomTypesForAbsent();
-    void optionsShowTheDefaultsAndCancelStoresNothing();
-    void optionsStoreWhatWasChosen();
+    void optionsStoreWhatWasChosenAndAccepted();
     void customTypesAreAddedEditedAndRemoved();
     void aNumberBeyondTheBoxSurvives();
     void customTypeDialogTakesOnlyWhatWorks_data();
@@ -111,9 +109,11 @@ void FindDuplicateSettingsTest::readsTheStoredFormat()
     settings::writeDword(key, u"1", 1);
     settings::writeDword(key, u"2", 2);     // anything but 1
     settings::writeString(key, u"3", u"0"); // another type is absent, and absent is selected
-    settings::writeDword(key, u"CustomFileTypeCount", 2);
-    settings::writeString(key, u"CustomFileType0", u"Notes;.note;.n\\;1");
-    settings::writeString(key, u"CustomFileType1", u"Logs;.log");
+    // Damaged custom types are absent ones.
+    settings::writeDword(key, u"CustomFileTypeCount", 0xFFFFFFFF);
+    settings::writeString(key, u"CustomFileType0", u"no extension");
+    settings::writeString(key, u"CustomFileType2", u"Notes;.note;.n\\;1");
+    settings::writeString(key, u"CustomFileType3", u"Logs;.log");
     settings::writeDword(key, u"12", 5);
     const FinderSettings settings = loaded();
     QCOMPARE(settings.ignoreSmallFile, false);
@@ -168,54 +168,30 @@ void FindDuplicateSettingsTest::sharesTheExtensionsOfTheFileTypes()
     }
 }
 
-void FindDuplicateSettingsTest::takesDamagedCustomTypesForAbsent()
+void FindDuplicateSettingsTest::optionsStoreWhatWasChosenAndAccepted()
 {
-    settings::writeDword(key, u"CustomFileTypeCount", 0xFFFFFFFF);
-    settings::writeString(key, u"CustomFileType0", u"no extension");
-    settings::writeString(key, u"CustomFileType2", u"Logs;.log");
-    const FinderSettings settings = loaded();
-    QCOMPARE(settings.customTypes.size(), 1u);
-    QCOMPARE(settings.customTypes[0].name, u"Logs"_s);
-}
-
-void FindDuplicateSettingsTest::optionsShowTheDefaultsAndCancelStoresNothing()
-{
-    Options options;
-    QCOMPARE(options.list()->topLevelItemCount(), 12);
-    int row = 0;
-    for (const core::FileTypeCategory &category : core::defaultFileTypes()) {
-        QCOMPARE(options.row(row)->text(0), category.displayText());
-        QCOMPARE(options.row(row++)->checkState(0), Qt::Checked);
-    }
-    QCOMPARE(options.ignore()->text(), u"Ignore files smaller than"_s);
-    QVERIFY(options.ignore()->isChecked());
-    QCOMPARE(options.size()->value(), 20);
-    QCOMPARE(options.size()->minimum(), 0);
-    QCOMPARE(options.size()->maximum(), 10240);
-    options.click("selectNoneButton");
-    options.size()->setValue(1);
-    options.click("CancelButton");
-    QVERIFY(!settings::keyExists(key));
-}
-
-void FindDuplicateSettingsTest::optionsStoreWhatWasChosen()
-{
-    {
+    for (const char *button : {"CancelButton", "OKButton"}) {
+        QVERIFY(!settings::keyExists(key));
         Options options;
+        QCOMPARE(options.list()->topLevelItemCount(), 12);
+        QCOMPARE(options.row(5)->text(0), core::defaultFileTypes()[5].displayText());
+        QCOMPARE(options.ignore()->text(), u"Ignore files smaller than"_s);
+        QVERIFY(options.ignore()->isChecked());
+        QCOMPARE(options.size()->value(), 20);
         options.click("selectNoneButton");
         QVERIFY(selected(options.dialog.edited()).isEmpty());
         options.click("selectAllButton");
         QCOMPARE(selected(options.dialog.edited()).size(), 12);
         options.row(5)->setCheckState(0, Qt::Unchecked);
         options.ignore()->setChecked(false);
-        options.size()->setValue(10240);
-        options.click("OKButton");
+        options.size()->setValue(20'000);
+        options.click(button);
     }
     QCOMPARE(storedNumber(u"5"_s), std::optional(quint32{0}));
     QCOMPARE(storedNumber(u"11"_s), std::optional(quint32{1}));
-    QCOMPARE(storedNumber(u"smallFileSize"_s), std::optional(quint32{10240}));
+    QCOMPARE(storedNumber(u"smallFileSize"_s), std::optional(quint32{10240})); // the most that is accepted
     QCOMPARE(storedNumber(u"ignoreSmallFile"_s), std::optional(quint32{0}));
-    QCOMPARE(selected(loaded()).contains(5), false);
+    QCOMPARE(selected(loaded()), (QList<int>{0, 1, 2, 3, 4, 6, 7, 8, 9, 10, 11}));
 }
 
 void FindDuplicateSettingsTest::customTypesAreAddedEditedAndRemoved()

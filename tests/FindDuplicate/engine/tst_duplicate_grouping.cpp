@@ -146,29 +146,21 @@ void DuplicateGroupingTest::marks_data()
     const MemberState one{true, identity(1)};
     const MemberState two{true, identity(2)};
     const MemberState otherVolume{true, core::FileIdentity{8, 1}};
-    const auto mark = [](bool exists, bool lastCopy, int sameFileAs = -1) {
-        return MemberMark{exists, lastCopy, sameFileAs};
-    };
+    const MemberMark copy{true, false};
+    const MemberMark last{true, true};
 
     QTest::addColumn<std::vector<MemberState>>("members");
     QTest::addColumn<std::vector<MemberMark>>("expected");
     using States = std::vector<MemberState>;
     using Marks = std::vector<MemberMark>;
-    QTest::newRow("two files") << States{one, two} << Marks{mark(true, false), mark(true, false)};
-    QTest::newRow("same number on two volumes")
-        << States{one, otherVolume} << Marks{mark(true, false), mark(true, false)};
-    QTest::newRow("the other one is gone")
-        << States{gone, two} << Marks{mark(false, false), mark(true, true)};
-    QTest::newRow("one file by two paths")
-        << States{one, one} << Marks{mark(true, true), mark(true, true, 0)};
-    QTest::newRow("one file by two paths, and a copy")
-        << States{one, two, one} << Marks{mark(true, false), mark(true, false), mark(true, false, 0)};
-    QTest::newRow("a second identity is needed")
-        << States{one, unknown} << Marks{mark(true, true), mark(true, true)};
-    QTest::newRow("the unknown one may be either")
-        << States{unknown, one, two} << Marks{mark(true, false), mark(true, false), mark(true, false)};
-    QTest::newRow("nothing is known")
-        << States{unknown, unknown} << Marks{mark(true, true), mark(true, true)};
+    QTest::newRow("two files") << States{one, two} << Marks{copy, copy};
+    QTest::newRow("same number on two volumes") << States{one, otherVolume} << Marks{copy, copy};
+    QTest::newRow("the other one is gone") << States{gone, two} << Marks{{}, last};
+    QTest::newRow("one file by two paths") << States{one, one} << Marks{last, {true, true, 0}};
+    QTest::newRow("and a copy") << States{one, two, one} << Marks{copy, copy, {true, false, 0}};
+    QTest::newRow("a second identity is needed") << States{one, unknown} << Marks{last, last};
+    QTest::newRow("it may be either") << States{unknown, one, two} << Marks{copy, copy, copy};
+    QTest::newRow("nothing is known") << States{unknown, unknown} << Marks{last, last};
 }
 
 void DuplicateGroupingTest::marks()

@@ -48,25 +48,6 @@ QImage whiteBlocks(int count)
     return image;
 }
 
-QImage photo()
-{
-    QImage image(1200, 900, QImage::Format_RGB32);
-    for (int y = 0; y < image.height(); ++y)
-        for (int x = 0; x < image.width(); ++x)
-            image.setPixel(x, y, qRgb(x * 200 / 1200, y * 200 / 900, (x + y) * 200 / 2100));
-    return image;
-}
-
-QImage brighter(QImage image, int by)
-{
-    for (int y = 0; y < image.height(); ++y)
-        for (int x = 0; x < image.width(); ++x) {
-            const QRgb pixel = image.pixel(x, y);
-            image.setPixel(x, y, qRgb(qRed(pixel) + by, qGreen(pixel) + by, qBlue(pixel) + by));
-        }
-    return image;
-}
-
 QImage filled(int width, int height, QColor colour)
 {
     QImage image(width, height, QImage::Format_RGB32);
@@ -88,10 +69,7 @@ private slots:
     void countingEndsEarly();
     void pictures_data();
     void pictures();
-    void meansAreTruncated();
-    void sizeLimits_data();
     void sizeLimits();
-    void resolutionDoesNotMatter();
 };
 
 void FingerprintTest::reductionEqualsPlainRule_data()
@@ -102,7 +80,6 @@ void FingerprintTest::reductionEqualsPlainRule_data()
     QTest::newRow("photograph") << QSize(1333, 1000) << QImage::Format_RGB32;
     QTest::newRow("upright") << QSize(777, 1500) << QImage::Format_RGB888;
     QTest::newRow("square") << QSize(500, 500) << QImage::Format_ARGB32;
-    QTest::newRow("premultiplied") << QSize(300, 200) << QImage::Format_ARGB32_Premultiplied;
     QTest::newRow("grey") << QSize(300, 200) << QImage::Format_Grayscale8;
     QTest::newRow("palette") << QSize(200, 300) << QImage::Format_Indexed8;
     QTest::newRow("16 bits a channel") << QSize(301, 200) << QImage::Format_RGBA64;
@@ -125,7 +102,13 @@ void FingerprintTest::reductionEqualsPlainRule()
         image = image.convertToFormat(format);
         const auto reduced = reduceImage(image);
         QVERIFY(reduced);
-        QVERIFY(reduced->fingerprint == compact(PlainFingerprint::of(image)));
+        const Fingerprint expected = compact(PlainFingerprint::of(image));
+        QVERIFY(reduced->fingerprint == expected);
+        // The resolution that it is meant for does not matter.
+        image.setDevicePixelRatio(2);
+        const auto again = reduceImage(image);
+        QVERIFY(again->fingerprint == expected);
+        QCOMPARE(again->thumbnail.devicePixelRatio(), 1.0);
         QCOMPARE(std::min(reduced->thumbnail.width(), reduced->thumbnail.height()), 128);
     }
 }
@@ -199,10 +182,6 @@ void FingerprintTest::pictures_data()
     const QImage black = filled(400, 400, Qt::black);
     QTest::newRow("14 blocks") << black << whiteBlocks(14) << 14;
     QTest::newRow("15 blocks") << black << whiteBlocks(15) << 15;
-    QTest::newRow("brighter") << photo() << brighter(photo(), 40) << 0;
-    QTest::newRow("another size") << photo()
-                                  << photo().scaled(777, 583, Qt::IgnoreAspectRatio, Qt::SmoothTransformation)
-                                  << 0;
     // Without their means, plain surfaces are one.
     QTest::newRow("white and black") << filled(100, 100, Qt::white) << filled(100, 100, Qt::black) << 0;
 }
@@ -218,46 +197,22 @@ void FingerprintTest::pictures()
     QCOMPARE(areAlike(a->fingerprint, b->fingerprint), differing < 15);
 }
 
-void FingerprintTest::meansAreTruncated()
-{
-    const auto reduced = reduceImage(whiteBlocks(15));
-    QVERIFY(reduced->fingerprint.means() == (Fingerprint::Means{0, 1, 0}));
-    QVERIFY(reduceImage(filled(50, 50, Qt::white))->fingerprint.means() == (Fingerprint::Means{76, 149, 29}));
-}
-
-void FingerprintTest::sizeLimits_data()
-{
-    QTest::addColumn<QSize>("size");
-    QTest::addColumn<bool>("compared");
-    QTest::newRow("too narrow") << QSize(39, 500) << false;
-    QTest::newRow("too low") << QSize(500, 39) << false;
-    QTest::newRow("just enough") << QSize(40, 40) << true;
-    // Thumbnails of 249 and 263 MiB.
-    QTest::newRow("long") << QSize(40, 160'000) << true;
-    QTest::newRow("too long") << QSize(40, 169'000) << false;
-    QTest::newRow("too wide") << QSize(169'000, 40) << false;
-}
-
 void FingerprintTest::sizeLimits()
 {
-    QFETCH(QSize, size);
-    QFETCH(bool, compared);
-    QImage image(size, QImage::Format_Grayscale8);
-    image.fill(200);
-    const auto reduced = reduceImage(image);
-    QCOMPARE(reduced.has_value(), compared);
-    QVERIFY(!reduced || reduced->fingerprint.means().green == weightedGreen(200));
+    const auto reduced = [](int width, int height) {
+        QImage image(width, height, QImage::Format_Grayscale8);
+        image.fill(200);
+        return reduceImage(image);
+    };
+    for (const int side : {39, 169'000}) { // the thumbnail would take 263 MiB
+        QVERIFY(!reduced(side, 40));
+        QVERIFY(!reduced(40, side));
+    }
+    QVERIFY(reduced(40, 40));
+    const auto longest = reduced(40, 160'000);
+    QVERIFY(longest);
+    QCOMPARE(longest->fingerprint.means().green, weightedGreen(200));
     QVERIFY(!reduceImage(QImage()));
-}
-
-void FingerprintTest::resolutionDoesNotMatter()
-{
-    QImage image = photo();
-    const Fingerprint expected = reduceImage(image)->fingerprint;
-    image.setDevicePixelRatio(2);
-    const auto reduced = reduceImage(image);
-    QVERIFY(reduced->fingerprint == expected);
-    QCOMPARE(reduced->thumbnail.devicePixelRatio(), 1.0);
 }
 
 QTEST_APPLESS_MAIN(FingerprintTest)

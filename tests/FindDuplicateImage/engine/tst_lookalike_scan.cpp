@@ -94,9 +94,7 @@ private slots:
     void takesRasterImagesOfAnySizeAndName();
     void dropsWhatCannotBeCompared();
     void doesNotOpenPlaceholders();
-    void threadsChangeNothing_data();
     void threadsChangeNothing();
-    void cancelled_data();
     void cancelled();
     void decodedMemoryIsBounded();
     void queueKeepsOrder();
@@ -162,18 +160,15 @@ void LookalikeScanTest::findsGroups()
 
 void LookalikeScanTest::takesRasterImagesOfAnySizeAndName()
 {
-    const QStringList extensions{u".avif"_s, u".bmp"_s, u".gif"_s,      u".heif"_s, u".heic"_s, u".jpg"_s,
-                                 u".jpeg"_s, u".jpe"_s, u".jif"_s,      u".jfif"_s, u".jfi"_s,  u".jxl"_s,
-                                 u".png"_s,  u".psd"_s, u".pspimage"_s, u".tif"_s,  u".tiff"_s, u".webp"_s};
     const QImage image = tests::blockPicture({100, 100}, 8, m_random);
-    for (const QString &extension : extensions)
-        addPicture(u"C:\\r\\.x"_s + extension, image, 1); // dot-files, smaller than any threshold
+    for (const QString &name : {u".x.avif"_s, u".x.pspimage"_s, u"x.WEBP"_s})
+        addPicture(u"C:\\r\\"_s + name, image, 1); // dot-files, smaller than any threshold
     addPicture(u"C:\\r\\x.svg"_s, image);
     addPicture(u"C:\\r\\x.jpg.txt"_s, image);
     const ScanResult result = scan();
     QCOMPARE(result.groups.size(), std::size_t(1));
-    QCOMPARE(result.groups[0].members.size(), std::size_t(extensions.size()));
-    QCOMPARE(m_pictures->decoded.load(), int(extensions.size()));
+    QCOMPARE(result.groups[0].members.size(), std::size_t(3));
+    QCOMPARE(m_pictures->decoded.load(), 3);
 }
 
 void LookalikeScanTest::doesNotOpenPlaceholders()
@@ -217,19 +212,8 @@ void LookalikeScanTest::dropsWhatCannotBeCompared()
     }
 }
 
-void LookalikeScanTest::threadsChangeNothing_data()
-{
-    QTest::addColumn<int>("threads");
-    QTest::addColumn<int>("readAhead");
-    for (const int threads : {1, 2, 3, 8})
-        for (const int readAhead : {0, 2})
-            QTest::addRow("%d decoding, %d listing", threads, readAhead) << threads << readAhead;
-}
-
 void LookalikeScanTest::threadsChangeNothing()
 {
-    QFETCH(int, threads);
-    QFETCH(int, readAhead);
     std::vector<QImage> motifs;
     for (int i = 0; i < 12; ++i)
         motifs.push_back(tests::blockPicture({90, 60}, 6, m_random));
@@ -243,44 +227,42 @@ void LookalikeScanTest::threadsChangeNothing()
     QVERIFY(expected.groups.size() > 5);
 
     m_pictures->jitter = 800;
-    for (int round = 0; round < 3; ++round) {
-        ScanOptions options;
-        options.decodeThreads = threads;
-        options.readAheadThreads = readAhead;
-        const ScanResult result = scan(options);
-        QCOMPARE(described(result), described(expected));
-        QCOMPARE(result.imagesCompared, expected.imagesCompared);
-        QCOMPARE(m_events.events, expectedEvents);
+    for (const int threads : {1, 2, 3, 8}) {
+        for (const int readAhead : {0, 2, 2}) {
+            ScanOptions options;
+            options.decodeThreads = threads;
+            options.readAheadThreads = readAhead;
+            const ScanResult result = scan(options);
+            QCOMPARE(described(result), described(expected));
+            QCOMPARE(result.imagesCompared, expected.imagesCompared);
+            QCOMPARE(m_events.events, expectedEvents);
+        }
     }
-}
-
-void LookalikeScanTest::cancelled_data()
-{
-    QTest::addColumn<int>("threads");
-    QTest::newRow("one at a time") << 0;
-    QTest::newRow("ahead") << 3;
 }
 
 void LookalikeScanTest::cancelled()
 {
-    QFETCH(int, threads);
     const QImage image = tests::blockPicture({100, 100}, 8, m_random);
     for (int i = 0; i < 100; ++i)
         addPicture(QStringLiteral("C:\\r\\%1.png").arg(i), image);
     m_events.cancelAt = &m_cancel;
-    m_events.cancelItem = 30;
-    ScanOptions options;
-    options.decodeThreads = threads;
-    const ScanResult result = scan(options);
-    QVERIFY(result.cancelled);
-    QCOMPARE(result.itemsSeen, 30);
-    QVERIFY(result.imagesCompared <= 30);
-    QVERIFY(m_pictures->decoded <= 30);
-    // Before it has begun.
-    m_pictures->decoded = 0;
-    QVERIFY(scan(options).cancelled);
-    QCOMPARE(m_events.events, QStringList{u"total 1"_s});
-    QCOMPARE(m_pictures->decoded.load(), 0);
+    for (const int threads : {0, 3}) {
+        m_cancel.reset();
+        m_pictures->decoded = 0;
+        m_events.cancelItem = 30;
+        ScanOptions options;
+        options.decodeThreads = threads;
+        const ScanResult result = scan(options);
+        QVERIFY(result.cancelled);
+        QCOMPARE(result.itemsSeen, 30);
+        QVERIFY(result.imagesCompared <= 30);
+        QVERIFY(m_pictures->decoded <= 30);
+        // Before it has begun.
+        m_pictures->decoded = 0;
+        QVERIFY(scan(options).cancelled);
+        QCOMPARE(m_events.events, QStringList{u"total 1"_s});
+        QCOMPARE(m_pictures->decoded.load(), 0);
+    }
 }
 
 void LookalikeScanTest::decodedMemoryIsBounded()
