@@ -8,7 +8,9 @@
 #include <QProcess>
 #include <QStringBuilder>
 
+#include <objbase.h>
 #include <shellapi.h>
+#include <shobjidl.h>
 
 namespace platform
 {
@@ -21,6 +23,23 @@ bool shellExecute(const QString &file, int show, const wchar_t *parameters = nul
 {
     const HINSTANCE answer = ShellExecuteW(nullptr, L"open", wide(file), parameters, nullptr, show);
     return reinterpret_cast<INT_PTR>(answer) > 32;
+}
+
+struct InterfaceTraits {
+    using Raw = ITaskbarList3 *;
+    static Raw none() noexcept { return nullptr; }
+    static void close(Raw raw) noexcept { raw->Release(); }
+};
+
+// Null where there is no task bar. Made anew for each call: an object that stays would outlive COM.
+UniqueHandle<InterfaceTraits> taskbar()
+{
+    UniqueHandle<InterfaceTraits> list;
+    if (FAILED(CoCreateInstance(CLSID_TaskbarList, nullptr, CLSCTX_INPROC_SERVER, IID_ITaskbarList3,
+                                reinterpret_cast<void **>(list.put()))) ||
+        FAILED(list.get()->HrInit()))
+        return {};
+    return list;
 }
 
 class WindowsShell : public Shell
@@ -66,6 +85,24 @@ public:
     }
 
     bool startAgent(const QString &file) override { return shellExecute(file, SW_SHOWDEFAULT); }
+
+    void showTaskbarProgress(WId window, int done, int total) override
+    {
+        const auto list = taskbar();
+        if (!list)
+            return;
+        const auto handle = reinterpret_cast<HWND>(window);
+        if (total > 0)
+            list.get()->SetProgressValue(handle, static_cast<ULONGLONG>(done), static_cast<ULONGLONG>(total));
+        else
+            list.get()->SetProgressState(handle, TBPF_INDETERMINATE);
+    }
+
+    void clearTaskbarProgress(WId window) override
+    {
+        if (const auto list = taskbar())
+            list.get()->SetProgressState(reinterpret_cast<HWND>(window), TBPF_NOPROGRESS);
+    }
 };
 
 Shell *replaced = nullptr;

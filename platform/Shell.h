@@ -37,6 +37,11 @@ public:
     // Starts the background agent: verb "open", no parameters, default window. Silent when the file is
     // missing.
     virtual bool startAgent(const QString &file) = 0;
+
+    // Shows on the task bar's button of this top-level window how far a job is: `done` of `total`, and with a
+    // total of 0 that something goes on. Where there is no task bar, nothing happens.
+    virtual void showTaskbarProgress(WId window, int done, int total) = 0;
+    virtual void clearTaskbarProgress(WId window) = 0;
 };
 
 // The shell in use, the real one unless replaced.

@@ -1,14 +1,18 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "widgets/ScanPage.h"
 
+#include "platform/Shell.h"
 #include "widgets/ElidedLabel.h"
 #include "widgets/Theme.h"
 
 #include <QGridLayout>
+#include <QHideEvent>
 #include <QLabel>
 #include <QProgressBar>
 #include <QPushButton>
 #include <QVBoxLayout>
+
+#include <algorithm>
 
 namespace
 {
@@ -37,6 +41,7 @@ ScanPage::ScanPage(QWidget *parent)
     buildLayout();
     m_ticker.setInterval(tickInterval);
     connect(&m_ticker, &QTimer::timeout, this, &ScanPage::showTimes);
+    connect(&m_ticker, &QTimer::timeout, this, &ScanPage::showOnTaskbar);
     m_stepTimer.setSingleShot(true);
     m_stepTimer.setInterval(0);
     connect(&m_stepTimer, &QTimer::timeout, this, &ScanPage::showSteps);
@@ -173,6 +178,11 @@ void ScanPage::showTimes()
                                             : QString::number(m_itemCount * qint64(1000) / milliseconds));
 }
 
+void ScanPage::showOnTaskbar()
+{
+    platform::shell().showTaskbarProgress(window()->winId(), std::max(0, m_bar->value()), m_bar->maximum());
+}
+
 void ScanPage::showEvent(QShowEvent *event)
 {
     m_ticker.start();
@@ -181,6 +191,10 @@ void ScanPage::showEvent(QShowEvent *event)
 
 void ScanPage::hideEvent(QHideEvent *event)
 {
-    m_ticker.stop();
+    // A minimised window goes on being told of on the task bar.
+    if (!event->spontaneous()) {
+        m_ticker.stop();
+        platform::shell().clearTaskbarProgress(window()->winId());
+    }
     QWidget::hideEvent(event);
 }

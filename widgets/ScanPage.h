@@ -11,7 +11,8 @@ class QProgressBar;
 class QPushButton;
 
 // What is shown while a scan runs: what it does, where it is, how far, how many items in what time, and a
-// button that cancels it. Modules derive their own scan pages from it.
+// button that cancels it. The window's button on the task bar shows how far it is. Modules derive their own
+// scan pages from it.
 class ScanPage : public QWidget
 {
     Q_OBJECT
@@ -51,6 +52,7 @@ private:
     void buildLayout();
     void showSteps();
     void showTimes();
+    void showOnTaskbar();
 
     QLabel *m_title;
     ElidedLabel *m_path;

@@ -39,4 +39,14 @@ bool FakeShell::startAgent(const QString &file)
     return succeeds;
 }
 
+void FakeShell::showTaskbarProgress(WId, int done, int total)
+{
+    taskbarProgress.append(QStringLiteral("%1/%2").arg(done).arg(total));
+}
+
+void FakeShell::clearTaskbarProgress(WId)
+{
+    taskbarProgress.append(QStringLiteral("-"));
+}
+
 } // namespace tests

@@ -28,6 +28,8 @@ public:
     bool openWebPage(const QUrl &address) override;
     void runElevated(WId owner, const QString &file, const QString &folder) override;
     bool startAgent(const QString &file) override;
+    void showTaskbarProgress(WId window, int done, int total) override;
+    void clearTaskbarProgress(WId window) override;
 
     bool succeeds = true; // the answer to everything that has one
 
@@ -37,6 +39,7 @@ public:
     QList<QUrl> webPages;
     QList<ElevatedLaunch> elevated;
     QStringList agents;
+    QStringList taskbarProgress; // "3/10" each, "-" for a clearing
 };
 
 } // namespace tests

@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
+#include "tests/support/FakeShell.h"
 #include "widgets/CardGridLayout.h"
 #include "widgets/ClickableLabel.h"
 #include "widgets/ElidedLabel.h"
@@ -68,6 +69,7 @@ private slots:
     void noticesBreakLongPaths();
     void wrappedTextKeepsItsWords();
     void scansTellTheirFigures();
+    void theTaskbarShowsHowFarAScanIs();
     void numbersHaveNoSeparators();
     void oneColumnTakesWhatIsLeft();
     void anAsteriskExpandsNothing();
@@ -280,6 +282,28 @@ void WidgetsTest::scansTellTheirFigures()
     // A screen reader hears what the number is, and the number.
     QCOMPARE(label("itemsLabel")->accessibleName(), QStringLiteral("Items: 50000"));
     QCOMPARE(label("timeLabel")->accessibleName(), QStringLiteral("Elapsed time: 0:01"));
+}
+
+void WidgetsTest::theTaskbarShowsHowFarAScanIs()
+{
+    tests::FakeShell shell;
+    QWidget window;
+    auto *page = new ScanPage(&window);
+    page->begin(QStringLiteral("Scanning"), QStringLiteral("C:\\r"));
+    window.show();
+    const QStringList &told = shell.taskbarProgress;
+    QTRY_COMPARE(told.value(0), QStringLiteral("0/0"));
+    page->setTotalSteps(10);
+    page->addStep();
+    QTRY_COMPARE(told.last(), QStringLiteral("1/10"));
+    window.showMinimized();
+    page->addStep();
+    QTRY_COMPARE(told.last(), QStringLiteral("2/10"));
+    page->hide();
+    QCOMPARE(told.last(), QStringLiteral("-"));
+    const qsizetype count = told.size();
+    QTest::qWait(600); // two ticks
+    QCOMPARE(told.size(), count);
 }
 
 void WidgetsTest::numbersHaveNoSeparators()
