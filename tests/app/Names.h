@@ -8,32 +8,32 @@ namespace names
 
 struct Module {
     int id;
-    const char *panelText; // null: not in the side panel
-    const char *button;
-    const char *executable; // null: a page
+    const char *button;               // names the window's slot too, on_BUTTON_clicked()
+    const char *panelText = nullptr;  // null: not in the side panel
+    const char *executable = nullptr; // null: a page
 };
 inline constexpr Module modules[] = {
-    {0, "Auto Dark Mode", "autoDarkButton", nullptr},
-    {1, "Auto \nWallpaper Changer", "autoWallpaperChangerButton", nullptr},
-    {2, "Folder Size Analyzer", "diskUsageButton", nullptr},
-    {3, "Find Duplicate", "findDuplicateButton", nullptr},
-    {4, "Secure Delete", "secureDeleteButton", nullptr},
-    {5, "System Information", "systemInfoButton", nullptr},
-    {6, "Track Cleaner", "trackCleanerButton", nullptr},
-    {7, "Transparent Taskbar", "transparentTaskbarButton", nullptr},
-    {8, "Troubleshooter", "troubleshooterButton", nullptr},
-    {9, "Larkspur Settings", "larkspurButton", "\\LarkspurSettings.exe"},
-    {10, "Smart Shortcut", "smartShortcutButton", nullptr},
-    {11, "Process Manager", "processManagerButton", "\\Taskwick.exe"},
-    {12, "My Tray Icon", "myTrayIconButton", nullptr},
-    {13, "Shortcut Keys", "hotkeyButton", nullptr},
-    {14, "Registry Cleaner", "regwickButton", "\\Regwick.exe"},
-    {15, nullptr, nullptr, nullptr},
-    {16, nullptr, nullptr, nullptr},
-    {17, nullptr, nullptr, nullptr},
-    {18, nullptr, nullptr, nullptr},
-    {19, nullptr, nullptr, nullptr},
-    {20, "Find Duplicate Image", "findDuplicateImageButton", nullptr},
+    {0, "autoDarkButton", "Auto Dark Mode"},
+    {1, "autoWallpaperChangerButton", "Auto \nWallpaper Changer"},
+    {2, "diskUsageButton", "Folder Size Analyzer"},
+    {3, "findDuplicateButton", "Find Duplicate"},
+    {4, "secureDeleteButton", "Secure Delete"},
+    {5, "systemInfoButton", "System Information"},
+    {6, "trackCleanerButton", "Track Cleaner"},
+    {7, "transparentTaskbarButton", "Transparent Taskbar"},
+    {8, "troubleshooterButton", "Troubleshooter"},
+    {9, "larkspurButton", "Larkspur Settings", "\\LarkspurSettings.exe"},
+    {10, "smartShortcutButton", "Smart Shortcut"},
+    {11, "processManagerButton", "Process Manager", "\\Taskwick.exe"},
+    {12, "myTrayIconButton", "My Tray Icon"},
+    {13, "hotkeyButton", "Shortcut Keys"},
+    {14, "regwickButton", "Registry Cleaner", "\\Regwick.exe"},
+    {15, "convertImageButton"},
+    {16, "qrCodeGenButton"},
+    {17, "winIconGeneratorButton"},
+    {18, "winIconExtractorButton"},
+    {19, "stayAwakeButton"},
+    {20, "findDuplicateImageButton", "Find Duplicate Image"},
 };
 
 struct Card {
@@ -94,75 +94,39 @@ inline constexpr Card cards[] = {
 };
 
 // Top to bottom; the duplicate image finder stands behind the duplicate finder in addition.
-inline constexpr const char *panelOrder[] = {
-    "HomeButton",
-    "autoDarkButton",
-    "autoWallpaperChangerButton",
-    "diskUsageButton",
-    "findDuplicateButton",
-    "myTrayIconButton",
-    "processManagerButton",
-    "regwickButton",
-    "secureDeleteButton",
-    "hotkeyButton",
-    "smartShortcutButton",
-    "systemInfoButton",
-    "trackCleanerButton",
-    "transparentTaskbarButton",
-    "troubleshooterButton",
-    "larkspurButton",
+struct PanelRow {
+    const char *button;
+    const char *image = nullptr;
+};
+inline constexpr PanelRow panel[] = {
+    {"HomeButton", "Home48"},
+    {"autoDarkButton", "AutoDark48"},
+    {"autoWallpaperChangerButton", "WallpaperChanger48"},
+    {"diskUsageButton", "folder_size_analyzer_48x48"},
+    {"findDuplicateButton", "FileDuplicate48"},
+    {"myTrayIconButton", "MyTrayIcon48"},
+    {"processManagerButton", "ProcessManager48"},
+    {"regwickButton", "Regwick48"},
+    {"secureDeleteButton", "SecureDelete48"},
+    {"hotkeyButton", "Keyboard48"},
+    {"smartShortcutButton", "SmartShortcut48"},
+    {"systemInfoButton", "computing48"},
+    {"trackCleanerButton", "track_cleaner_48x48"},
+    {"transparentTaskbarButton", "Glasswick48"},
+    {"troubleshooterButton"},
+    {"larkspurButton"},
 };
 
-inline constexpr const char *panelIcons[] = {
-    ":/resources/images/Home48.png",
-    ":/resources/images/AutoDark48.png",
-    ":/resources/images/WallpaperChanger48.png",
-    ":/resources/images/folder_size_analyzer_48x48.png",
-    ":/resources/images/FileDuplicate48.png",
-    ":/resources/images/MyTrayIcon48.png",
-    ":/resources/images/ProcessManager48.png",
-    ":/resources/images/Regwick48.png",
-    ":/resources/images/SecureDelete48.png",
-    ":/resources/images/Keyboard48.png",
-    ":/resources/images/SmartShortcut48.png",
-    ":/resources/images/computing48.png",
-    ":/resources/images/track_cleaner_48x48.png",
-    ":/resources/images/Glasswick48.png",
-    ":/resources/images/MiscTools48.png",
-};
-
-inline constexpr const char *windowSlots[] = {
-    "on_larkspurButton_clicked()",
-    "on_diskUsageButton_clicked()",
-    "on_findDuplicateButton_clicked()",
-    "on_findDuplicateImageButton_clicked()",
-    "on_secureDeleteButton_clicked()",
-    "on_systemInfoButton_clicked()",
-    "on_miscToolsButton_clicked()",
-    "on_autoDarkButton_clicked()",
-    "on_autoWallpaperChangerButton_clicked()",
-    "on_trackCleanerButton_clicked()",
-    "on_transparentTaskbarButton_clicked()",
-    "on_troubleshooterButton_clicked()",
-    "on_HomeButton_clicked()",
-    "on_smartShortcutButton_clicked()",
-    "on_processManagerButton_clicked()",
-    "on_myTrayIconButton_clicked()",
-    "on_hotkeyButton_clicked()",
-    "on_regwickButton_clicked()",
-    "on_convertImageButton_clicked()",
-    "on_qrCodeGenButton_clicked()",
-    "on_winIconGeneratorButton_clicked()",
-    "on_winIconExtractorButton_clicked()",
-    "on_stayAwakeButton_clicked()",
-    "OnAbout(bool)",
-    "OnUpdate(bool)",
-    "OnExitApp()",
-    "OnCloseApp()",
-    "onOpenModule(int)",
-    "OnShowToolbarSignal(bool)",
-    "enableSaveButton()",
-    "disableSaveButton()",
-};
+// Beside those of the modules.
+inline constexpr const char *windowSlots[] = {"on_miscToolsButton_clicked()",
+                                              "on_HomeButton_clicked()",
+                                              "OnAbout(bool)",
+                                              "OnUpdate(bool)",
+                                              "OnExitApp()",
+                                              "OnCloseApp()",
+                                              "onOpenModule(int)",
+                                              "OnShowToolbarSignal(bool)",
+                                              "enableSaveButton()",
+                                              "disableSaveButton()"};
 
 } // namespace names

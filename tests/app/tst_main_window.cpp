@@ -31,19 +31,13 @@ private slots:
 
     void hasItsNames();
     void laysTheSidePanelOut();
-    void hasItsToolBar();
     void numbersWhatIsOpened_data();
     void numbersWhatIsOpened();
-    void opensEverythingOnceByOneClick();
-    void opensNothingTwice();
-    void startsARefusedCompanionAgain();
-    void goesOnWhileACompanionIsAwaited();
-    void checksTheButtonOfTheModule();
-    void ignoresUnknownModules();
+    void opensEverythingByEveryWay();
+    void startsACompanionUntilItIsRefused();
     void locksTheNavigation();
-    void passesMessagesOn();
+    void passesMessagesOnAndAsksForTheTitleOnce();
     void passesKeysOn();
-    void asksForTheTitleOnce();
     void saysWhatIsMissing();
 
 private:
@@ -95,7 +89,7 @@ void tst_MainWindow::hasItsNames()
                              "scrollArea", "scrollAreaWidgetContents", "menubar"})
         QVERIFY2(m_window->findChild<QWidget *>(QLatin1StringView(name)), name);
     for (const names::Module &module : names::modules) {
-        if (!module.button)
+        if (!module.panelText)
             continue;
         const QToolButton *found = button(module.button);
         QVERIFY2(found, module.button);
@@ -104,6 +98,17 @@ void tst_MainWindow::hasItsNames()
     }
     QCOMPARE(button("HomeButton")->text(), QStringLiteral("Home"));
     QCOMPARE(button("miscToolsButton")->text(), QStringLiteral("Miscellaneous Tools"));
+
+    const auto *bar = m_window->findChild<QToolBar *>(QStringLiteral("toolbar"));
+    QVERIFY(bar);
+    QCOMPARE(bar->windowTitle(), QStringLiteral("Tabs toolbar"));
+    QCOMPARE(m_window->toolBarArea(bar), Qt::LeftToolBarArea);
+    QStringList actions;
+    for (const QAction *action : bar->actions()) {
+        actions.append(action->isSeparator() ? QStringLiteral("|") : action->text());
+        QVERIFY(action->isSeparator() || !action->icon().isNull());
+    }
+    QCOMPARE(actions, (tests::strings({"Home", "|", "Check Update", "|", "About"})));
 }
 
 void tst_MainWindow::laysTheSidePanelOut()
@@ -121,36 +126,17 @@ void tst_MainWindow::laysTheSidePanelOut()
         order.append(layout->itemAt(i)->widget()->objectName());
     order.removeOne(QStringLiteral("miscToolsButton"));
     QVERIFY(order.removeOne(QStringLiteral("findDuplicateImageButton")));
-    QCOMPARE(order.size(), qsizetype(std::size(names::panelOrder)));
-    for (qsizetype i = 0; i < order.size(); ++i)
-        QCOMPARE(order[i], QLatin1StringView(names::panelOrder[i]));
-
-    // The images in the same order; the last one is that of the miscellaneous tools.
-    constexpr qsizetype images = std::size(names::panelIcons);
-    for (qsizetype i = 0; i < images; ++i) {
-        const char *name = i + 1 < images ? names::panelOrder[i] : "miscToolsButton";
-        QVERIFY2(button(name)->icon().pixmap(48).toImage() ==
-                     QPixmap(QLatin1StringView(names::panelIcons[i])).toImage(),
-                 name);
+    const auto shows = [this](const char *name, const char *image) {
+        const QString path = QStringLiteral(":/resources/images/%1.png").arg(QLatin1StringView(image));
+        return button(name)->icon().pixmap(48).toImage() == QPixmap(path).toImage();
+    };
+    QStringList expected;
+    for (const names::PanelRow &row : names::panel) {
+        expected.append(QLatin1StringView(row.button));
+        QVERIFY2(!row.image || shows(row.button, row.image), row.button);
     }
-}
-
-void tst_MainWindow::hasItsToolBar()
-{
-    const auto *bar = m_window->findChild<QToolBar *>(QStringLiteral("toolbar"));
-    QVERIFY(bar);
-    QCOMPARE(bar->windowTitle(), QStringLiteral("Tabs toolbar"));
-    QCOMPARE(bar->orientation(), Qt::Vertical);
-    QCOMPARE(m_window->toolBarArea(bar), Qt::LeftToolBarArea);
-    QVERIFY(!bar->isMovable());
-    QCOMPARE(bar->iconSize(), QSize(24, 24));
-    QCOMPARE(bar->toolButtonStyle(), Qt::ToolButtonTextUnderIcon);
-    QStringList actions;
-    for (const QAction *action : bar->actions()) {
-        actions.append(action->isSeparator() ? QStringLiteral("|") : action->text());
-        QVERIFY(action->isSeparator() || !action->icon().isNull());
-    }
-    QCOMPARE(actions, (tests::strings({"Home", "|", "Check Update", "|", "About"})));
+    QCOMPARE(order, expected);
+    QVERIFY(shows("miscToolsButton", "MiscTools48"));
 }
 
 void tst_MainWindow::numbersWhatIsOpened_data()
@@ -160,12 +146,9 @@ void tst_MainWindow::numbersWhatIsOpened_data()
     QTest::addColumn<QList<int>>("seen");
     using Ids = QList<int>;
     QTest::newRow("pages") << Ids{2, 3, 2, home, 3} << QList<int>{1, 2, 1, 0, 2} << Ids{2, 3, 2, home, 3};
-    QTest::newRow("companion first") << Ids{11, 2, 11, 4} << QList<int>{1, 2, 1, 3} << Ids{home, 2, 2, 4};
     QTest::newRow("companion between") << Ids{2, 11, 3, 2} << QList<int>{1, 2, 3, 1} << Ids{2, 2, 3, 2};
     QTest::newRow("a number that names a foreign page")
         << Ids{9, 2, 3, 4, 2, 3} << QList<int>{1, 2, 3, 4, 2, 3} << Ids{home, 2, 3, 4, 2, 3};
-    QTest::newRow("all companions first")
-        << Ids{9, 11, 14, 5, home, 5} << QList<int>{1, 2, 3, 4, 0, 4} << Ids{home, home, home, 5, home, 5};
     QTest::newRow("miscellaneous tools")
         << Ids{2, misc, 3, misc} << QList<int>{1, 2, 3, 2} << Ids{2, 2, 3, 3};
 }
@@ -190,18 +173,38 @@ void tst_MainWindow::numbersWhatIsOpened()
     QCOMPARE(m_window->findChild<QStackedLayout *>()->count(), 1 + pages.size());
 }
 
-void tst_MainWindow::opensEverythingOnceByOneClick()
+void tst_MainWindow::opensEverythingByEveryWay()
 {
+    for (const int unknown : {-1, -2, 21, 2000000000})
+        m_window->onOpenModule(unknown);
     QList<int> numbers;
-    int number = 0;
     for (const names::Module &module : names::modules) {
         open(module.id);
-        numbers.append(++number);
+        numbers.append(static_cast<int>(numbers.size()) + 1);
     }
     QCOMPARE(m_log->numbers(QStringLiteral("showApp:")), numbers);
+    QCOMPARE(m_modules->pageCount(), 18);
     QCOMPARE(m_shell->elevated.size(), 3);
 
-    QCOMPARE(m_modules->pageCount(), 18);
+    m_log->clear();
+    for (const names::Module &module : names::modules) {
+        const QByteArray slot = QByteArray("on_") + module.button + "_clicked";
+        QVERIFY2(QMetaObject::invokeMethod(&*m_window, slot.constData()), slot.constData());
+    }
+    QCOMPARE(m_log->numbers(QStringLiteral("showApp:")), numbers);
+
+    m_log->clear();
+    for (const names::Module &module : names::modules) {
+        m_window->onOpenModule(module.id);
+        const bool isChecked = module.panelText && !module.executable;
+        QCOMPARE(checkedButtons(), isChecked ? QStringList{QLatin1StringView(module.button)} : QStringList());
+    }
+    QCOMPARE(m_log->numbers(QStringLiteral("showApp:")), numbers);
+    // These two, and only through a card, are named in the log.
+    QCOMPARE(m_log->count(QStringLiteral("autoDarkMode")), 1);
+    QCOMPARE(m_log->count(QStringLiteral("autoWallpaperChanger")), 1);
+    open(0);
+    QCOMPARE(m_log->count(QStringLiteral("autoDarkMode")), 1);
 
     // Now by the mouse on the tool bar and on a card.
     m_log->clear();
@@ -212,78 +215,33 @@ void tst_MainWindow::opensEverythingOnceByOneClick()
     QCOMPARE(shownId(), 2);
 }
 
-void tst_MainWindow::opensNothingTwice()
+void tst_MainWindow::startsACompanionUntilItIsRefused()
 {
+    const auto refuse = [this] {
+        m_window->findChild<QDialog *>()->close();
+        QTRY_COMPARE(m_window->findChildren<QDialog *>().size(), 0);
+    };
     open(2);
-    const QWidget *page = shown();
-    open(2);
-    QCOMPARE(shown(), page);
     open(11);
-    open(11);
-    QCOMPARE(m_log->numbers(QStringLiteral("showApp:")), (QList<int>{1, 1, 2, 2}));
+    open(11); // awaited already
     QCOMPARE(m_shell->elevated.size(), 1);
     QCOMPARE(m_window->findChildren<QDialog *>().size(), 1);
-}
-
-void tst_MainWindow::startsARefusedCompanionAgain()
-{
-    open(2);
-    open(11);
     QCOMPARE(checkedButtons(), tests::strings({"processManagerButton"}));
-    m_window->findChild<QDialog *>()->close();
-    QTRY_COMPARE(m_window->findChildren<QDialog *>().size(), 0);
+    refuse();
     QCOMPARE(checkedButtons(), tests::strings({"diskUsageButton"}));
     open(11);
     QCOMPARE(m_shell->elevated.size(), 2);
-    m_window->findChild<QDialog *>()->close();
-    QTRY_COMPARE(m_window->findChildren<QDialog *>().size(), 0);
-    open(2);
-    QCOMPARE(m_log->numbers(QStringLiteral("showApp:")), (QList<int>{1, 2, 2, 1}));
-}
 
-void tst_MainWindow::goesOnWhileACompanionIsAwaited()
-{
-    open(11);
-    open(2);
-    m_window->findChild<QDialog *>()->close();
-    QTRY_COMPARE(m_window->findChildren<QDialog *>().size(), 0);
-    // The page opened meanwhile is the current one, so opening it again does nothing.
-    QCOMPARE(checkedButtons(), tests::strings({"diskUsageButton"}));
-    open(2);
-    QCOMPARE(shownId(), 2);
-    QCOMPARE(m_log->numbers(QStringLiteral("showApp:")), (QList<int>{1, 2, 2}));
-}
-
-void tst_MainWindow::checksTheButtonOfTheModule()
-{
-    const auto openByCard = [this](int id) {
-        m_window->onOpenModule(id);
-        return checkedButtons();
-    };
-    for (const names::Module &module : names::modules) {
-        const bool isPage = !module.executable;
-        const QStringList expected =
-            isPage && module.button ? QStringList{QLatin1StringView(module.button)} : QStringList();
-        QCOMPARE(openByCard(module.id), expected);
-    }
+    // A page opened meanwhile is the current one, so opening it again does nothing.
     open(3);
+    refuse();
+    QCOMPARE(checkedButtons(), tests::strings({"findDuplicateButton"}));
     open(3); // unchecks the button, if it is left to itself
     QCOMPARE(checkedButtons(), tests::strings({"findDuplicateButton"}));
+    QCOMPARE(shownId(), 3);
     open(home);
     QCOMPARE(checkedButtons(), tests::strings({"HomeButton"}));
-    // These two, and only through a card, are named in the log.
-    QCOMPARE(m_log->count(QStringLiteral("autoDarkMode")), 1);
-    QCOMPARE(m_log->count(QStringLiteral("autoWallpaperChanger")), 1);
-    open(0);
-    QCOMPARE(m_log->count(QStringLiteral("autoDarkMode")), 1);
-}
-
-void tst_MainWindow::ignoresUnknownModules()
-{
-    for (const int id : {-1, -2, 21, 2000000000})
-        m_window->onOpenModule(id);
-    m_window->onOpenModule(5);
-    QCOMPARE(m_log->numbers(QStringLiteral("showApp:")), QList<int>{1});
+    QCOMPARE(m_log->numbers(QStringLiteral("showApp:")), (QList<int>{1, 2, 2, 2, 3, 3, 0}));
 }
 
 void tst_MainWindow::locksTheNavigation()
@@ -316,7 +274,7 @@ void tst_MainWindow::locksTheNavigation()
     // A page that goes with the window must not call back into it.
 }
 
-void tst_MainWindow::passesMessagesOn()
+void tst_MainWindow::passesMessagesOnAndAsksForTheTitleOnce()
 {
     const auto post = [this](unsigned message, quintptr value) {
         QVERIFY(platform::postToWindow(m_window->winId(), message, value));
@@ -328,15 +286,16 @@ void tst_MainWindow::passesMessagesOn()
     QTRY_COMPARE(m_log->count(QStringLiteral("Message recieved")), 1);
     QCOMPARE(m_modules->pageCount(), 0);
 
+    m_window->onOpenModule(18);
     m_window->onOpenModule(19);
     m_window->onOpenModule(18);
-    page(18)->heard.clear();
     post(1131, 0);
     post(1728, 0x1'8000'0001u);
     post(1132, 0);
     QTRY_COMPARE(m_log->count(QStringLiteral("Message recieved")), 2);
     using Heard = QList<QPair<ShellEvent, quint32>>;
-    QCOMPARE(page(18)->heard, (Heard{{ShellEvent::RefreshIcons, 0}}));
+    QCOMPARE(page(18)->heard, (Heard{{ShellEvent::WindowTitle, 0}, {ShellEvent::RefreshIcons, 0}}));
+    QCOMPARE(page(18)->window(), &*m_window);
     QCOMPARE(page(19)->heard, (Heard{{ShellEvent::StayAwakeState, 0x80000001u}}));
 }
 
@@ -355,16 +314,6 @@ void tst_MainWindow::passesKeysOn()
     QCOMPARE(generator->heard,
              (Heard{{ShellEvent::ShiftDown, 0}, {ShellEvent::ShiftUp, 0}, {ShellEvent::ShiftUp, 0}}));
     QVERIFY(page(3)->heard.isEmpty());
-}
-
-void tst_MainWindow::asksForTheTitleOnce()
-{
-    m_window->onOpenModule(18);
-    m_window->onOpenModule(2);
-    m_window->onOpenModule(18);
-    using Heard = QList<QPair<ShellEvent, quint32>>;
-    QCOMPARE(page(18)->heard, (Heard{{ShellEvent::WindowTitle, 0}}));
-    QCOMPARE(page(18)->window(), &*m_window);
 }
 
 void tst_MainWindow::saysWhatIsMissing()

