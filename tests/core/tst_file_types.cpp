@@ -45,11 +45,8 @@ private slots:
     void defaults();
     void stored_data();
     void stored();
-    void excludedFolder_data();
     void excludedFolder();
-    void typedExtension_data();
     void typedExtension();
-    void match_data();
     void match();
     void matchesLikeThePlainRule();
 };
@@ -119,80 +116,50 @@ void TestFileTypes::stored()
     QTEST(category->extensions.join(u'|'), "extensions");
 }
 
-void TestFileTypes::excludedFolder_data()
-{
-    QTest::addColumn<QString>("stored");
-    QTest::addColumn<bool>("valid");
-    QTest::addColumn<bool>("enabled");
-    QTest::addColumn<QString>("path");
-    const auto row = [](const char *stored, bool valid, bool enabled, const char *path) {
-        QTest::newRow(*stored ? stored : "empty")
-            << QString::fromLatin1(stored) << valid << enabled << QString::fromLatin1(path);
-    };
-    row("1;C:\\x", true, true, "C:\\x");
-    row("0;C:\\x", true, false, "C:\\x");
-    row("2;C:\\x", true, false, "C:\\x");
-    row(";C:\\x", true, false, "C:\\x");
-    row("99999999999999999999;C:\\x", true, false, "C:\\x");
-    row("1;C:\\a;b;c", true, true, "C:\\a;b;c");
-    row("1;", false, false, ""); // would leave out everything
-    row("C:\\x", false, false, "");
-    row("", false, false, "");
-}
-
 void TestFileTypes::excludedFolder()
 {
-    QFETCH(QString, stored);
-    QFETCH(bool, valid);
-    const std::optional<core::ExcludedFolder> folder = core::parseStoredExcludedFolder(stored);
-    QCOMPARE(folder.has_value(), valid);
-    if (!folder)
-        return;
-    QTEST(folder->enabled, "enabled");
-    QTEST(folder->path, "path");
-    QVERIFY(core::parseStoredExcludedFolder(folder->storedText()) == folder);
-}
-
-void TestFileTypes::typedExtension_data()
-{
-    QTest::addColumn<QString>("typed");
-    QTest::addColumn<QString>("stored");
-    for (const char *good : {"pdf", ".pdf", "*.PDF", "  .Pdf ", "..pdf", "*pdf"})
-        QTest::newRow(good) << QString::fromLatin1(good) << QStringLiteral(".pdf");
-    QTest::newRow("double") << QStringLiteral("tar.GZ") << QStringLiteral(".tar.gz");
-    QTest::newRow("umlaut") << QStringLiteral("\u00C4ND") << QStringLiteral(".\u00E4nd");
-    for (const char *bad : {"",    ".",   "*.", "*",  "a,b", "a)",  "(a",  "a;b",  "a b",   "a\\b",
-                            "a/b", "a:b", "a*", "a?", "a|b", "a<b", "a\"", "a\tb", "a\x01", "pdf."})
-        QTest::newRow(*bad ? bad : "nothing") << QString::fromLatin1(bad) << QString();
+    struct Case {
+        QString stored;
+        core::ExcludedFolder folder;
+    };
+    const QString x = QStringLiteral("C:\\x");
+    for (const Case &c : {Case{QStringLiteral("1;C:\\x"), {true, x}},
+                          {QStringLiteral("0;C:\\x"), {false, x}},
+                          {QStringLiteral("2;C:\\x"), {false, x}},
+                          {QStringLiteral(";C:\\x"), {false, x}},
+                          {QStringLiteral("99999999999999999999;C:\\x"), {false, x}},
+                          {QStringLiteral("1;C:\\a;b;c"), {true, QStringLiteral("C:\\a;b;c")}}}) {
+        const std::optional<core::ExcludedFolder> folder = core::parseStoredExcludedFolder(c.stored);
+        QVERIFY2(folder == c.folder, qPrintable(c.stored));
+        QVERIFY(core::parseStoredExcludedFolder(folder->storedText()) == folder);
+    }
+    // No path would leave out everything.
+    for (const char *malformed : {"1;", "C:\\x", ""})
+        QVERIFY2(!core::parseStoredExcludedFolder(QString::fromLatin1(malformed)), malformed);
 }
 
 void TestFileTypes::typedExtension()
 {
-    QFETCH(QString, typed);
-    QTEST(core::normalisedExtension(typed), "stored");
-}
-
-void TestFileTypes::match_data()
-{
-    QTest::addColumn<QString>("file");
-    QTest::addColumn<QString>("category");
-    const auto row = [](const char *file, const char *category) {
-        QTest::newRow(file) << QString::fromLatin1(file) << QString::fromLatin1(category);
-    };
-    row("Archive.ZIP", "Compressed Files");
-    row("backup.tar.gz", "Compressed Files");
-    row(".zip", "Compressed Files");
-    row("photo.2024.jpg", "");
-    row("name", "");
-    row("name.", "");
-    row("a..zip", "");
+    for (const char *good : {"pdf", ".pdf", "*.PDF", "  .Pdf ", "..pdf", "*pdf"})
+        QCOMPARE(core::normalisedExtension(QString::fromLatin1(good)), QStringLiteral(".pdf"));
+    QCOMPARE(core::normalisedExtension(QStringLiteral("tar.GZ")), QStringLiteral(".tar.gz"));
+    QCOMPARE(core::normalisedExtension(QStringLiteral("\u00C4ND")), QStringLiteral(".\u00E4nd"));
+    for (const char *bad : {"",    ".",   "*.", "*",  "a,b", "a)",  "(a",  "a;b",  "a b",   "a\\b",
+                            "a/b", "a:b", "a*", "a?", "a|b", "a<b", "a\"", "a\tb", "a\x01", "pdf."})
+        QVERIFY2(core::normalisedExtension(QString::fromLatin1(bad)).isEmpty(), bad);
 }
 
 void TestFileTypes::match()
 {
-    QFETCH(QString, file);
     const FileTypeTable &table = core::defaultFileTypes();
-    QTEST(names(table, core::FileTypeMatcher(table).match(file)), "category");
+    const core::FileTypeMatcher matcher(table);
+    const auto category = [&](const char *file) {
+        return names(table, matcher.match(QString::fromLatin1(file)));
+    };
+    for (const char *archive : {"Archive.ZIP", "backup.tar.gz", ".zip"})
+        QCOMPARE(category(archive), QStringLiteral("Compressed Files"));
+    for (const char *other : {"photo.2024.jpg", "name", "name.", "a..zip"})
+        QCOMPARE(category(other), QString());
 }
 
 // Random tables over a small alphabet with letters whose case is not a matter of one bit: sharp s, the Kelvin

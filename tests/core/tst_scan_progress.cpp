@@ -39,7 +39,7 @@ void TestScanProgress::floodBecomesATrickle()
     int steps = 0;
     const std::unique_ptr<QThread> worker(QThread::create([&] {
         relay.setTotalSteps(9);
-        while (time.elapsed() < 400) {
+        while (time.elapsed() < 400 || steps < 100) {
             relay.setItems(3 * ++steps);
             relay.setPath(QStringLiteral("C:\\x"));
             relay.addStep();
@@ -51,7 +51,6 @@ void TestScanProgress::floodBecomesATrickle()
     relay.finish();
     const double seconds = double(time.elapsed()) / 1000.0;
 
-    QVERIFY(steps > 100);
     QVERIFY2(reports >= 2, qPrintable(QString::number(reports)));
     QVERIFY2(reports <= seconds * 20 + 1, qPrintable(QStringLiteral("%1 in %2 s").arg(reports).arg(seconds)));
     QVERIFY(onOwnThread);
