@@ -4,7 +4,7 @@
 #include "app/settings/Values.h"
 #include "platform/Handle.h"
 #include "platform/Text.h"
-#include "tests/support/TestPrefix.h"
+#include "tests/support/RegistryTest.h"
 
 #include <QByteArray>
 #include <QLoggingCategory>
@@ -12,7 +12,6 @@
 #include <QTest>
 
 #include <atomic>
-#include <memory>
 #include <thread>
 
 using namespace settings;
@@ -69,119 +68,92 @@ QByteArray utf16(const QString &text)
 
 const QByteArray four("\x2a\0\0\0", 4);
 const QByteArray eight("\x2a\0\0\0\0\0\0\0", 8);
+const QByteArray nul(2, '\0'); // the terminator of a text
+
+struct Stored {
+    DWORD type;
+    QByteArray bytes;
+};
 
 } // namespace
 
-class TestSettings : public QObject
+class TestSettings : public tests::RegistryTest
 {
     Q_OBJECT
 
 private slots:
-    void initTestCase() { tests::requireTestPrefix(); }
-    void init() { m_guard = std::make_unique<tests::RegistryGuard>(); }
-    void cleanup() { m_guard.reset(); }
-
-    void readsOnlyProperDwords_data();
     void readsOnlyProperDwords();
-    void readsWhateverTextIsStored_data();
     void readsWhateverTextIsStored();
     void expandsVariables();
-    void writesTextWithTerminator_data();
     void writesTextWithTerminator();
     void survivesTextThatGrowsWhileItIsRead();
     void logs();
     void tellsValuesAndDeletesThem();
-    void checksNumbers();
-    void flagsAreOnForAnyNumber();
+    void checksNumbersAndFlags();
     void deletesNestedKeys();
     void deletesTheDeepestTree();
     void stopsAtAChildThatStays();
     void deletesALinkAndSparesItsTarget();
-    void refusesToDeleteTooMuch_data();
     void refusesToDeleteTooMuch();
     void backgroundFeatures();
     void windows11();
-
-private:
-    std::unique_ptr<tests::RegistryGuard> m_guard;
 };
-
-void TestSettings::readsOnlyProperDwords_data()
-{
-    QTest::addColumn<quint32>("type");
-    QTest::addColumn<QByteArray>("bytes");
-    QTest::addColumn<bool>("readable");
-
-    QTest::newRow("dword") << quint32{REG_DWORD} << four << true;
-    QTest::newRow("dword of eight bytes") << quint32{REG_DWORD} << eight << false;
-    QTest::newRow("dword of two bytes") << quint32{REG_DWORD} << four.left(2) << false;
-    QTest::newRow("dword of no bytes") << quint32{REG_DWORD} << QByteArray() << false;
-    QTest::newRow("qword") << quint32{REG_QWORD} << eight << false;
-    QTest::newRow("binary") << quint32{REG_BINARY} << four << false;
-    QTest::newRow("big endian") << quint32{REG_DWORD_BIG_ENDIAN} << four << false;
-    QTest::newRow("text") << quint32{REG_SZ} << utf16(QStringLiteral("7")) << false;
-    QTest::newRow("long text") << quint32{REG_SZ} << utf16(QString(10'000, u'7')) << false;
-}
 
 void TestSettings::readsOnlyProperDwords()
 {
-    QFETCH(quint32, type);
-    QFETCH(QByteArray, bytes);
-    QFETCH(bool, readable);
-    store(QStringLiteral("value"), type, bytes);
-
     quint32 value = 986;
-    QCOMPARE(readDword(testKey, u"value", value), readable);
-    QCOMPARE(value, readable ? 42u : 986u);
-}
-
-void TestSettings::readsWhateverTextIsStored_data()
-{
-    QTest::addColumn<quint32>("type");
-    QTest::addColumn<QByteArray>("bytes");
-    QTest::addColumn<bool>("readable");
-    QTest::addColumn<QString>("text");
-
-    const QByteArray nul(2, '\0');
-    const auto row = [](const char *name, const QByteArray &bytes, const QString &text) {
-        QTest::newRow(name) << quint32{REG_SZ} << bytes << true << text;
-    };
-    const QString abc = QStringLiteral("abc");
-    row("plain", utf16(abc) + nul, abc);
-    row("only a terminator", nul, QString());
-    row("no bytes at all", QByteArray(), QString());
-    row("no terminator", utf16(abc), abc);
-    row("no terminator, odd", utf16(abc).left(5), QStringLiteral("ab"));
-    row("one byte", QByteArray("a"), QString());
-    row("embedded NUL", utf16(QStringLiteral("ab")) + nul + utf16(QStringLiteral("cd")) + nul,
-        QStringLiteral("ab"));
-    row("two terminators", utf16(abc) + nul + nul, abc);
-    row("10,000 characters", utf16(QString(10'000, u'x')) + nul, QString(10'000, u'x'));
-    row("10,000 characters, no terminator", utf16(QString(10'000, u'x')), QString(10'000, u'x'));
-    row("unpaired surrogate", utf16(QString(QChar(0xd83d))) + nul, QString(QChar(0xd83d)));
-    QTest::newRow("dword") << quint32{REG_DWORD} << four << false << QString();
-    QTest::newRow("binary") << quint32{REG_BINARY} << utf16(abc) + nul << false << QString();
-    QTest::newRow("list") << quint32{REG_MULTI_SZ} << utf16(abc) + nul + nul << false << QString();
+    for (const Stored &stored : {Stored{REG_DWORD, eight},
+                                 {REG_DWORD, four.left(2)},
+                                 {REG_DWORD, QByteArray()},
+                                 {REG_QWORD, eight},
+                                 {REG_BINARY, four},
+                                 {REG_DWORD_BIG_ENDIAN, four},
+                                 {REG_SZ, utf16(QStringLiteral("7")) + nul},
+                                 {REG_SZ, utf16(QString(10'000, u'7')) + nul}}) {
+        store(QStringLiteral("value"), stored.type, stored.bytes);
+        QVERIFY2(!readDword(testKey, u"value", value), stored.bytes.toHex());
+        QCOMPARE(value, 986u);
+    }
+    store(QStringLiteral("value"), REG_DWORD, four);
+    QVERIFY(readDword(testKey, u"value", value));
+    QCOMPARE(value, 42u);
 }
 
 void TestSettings::readsWhateverTextIsStored()
 {
-    QFETCH(quint32, type);
-    QFETCH(QByteArray, bytes);
-    QFETCH(bool, readable);
-    QFETCH(QString, text);
-    store(QStringLiteral("value"), type, bytes);
-
-    QString read = QStringLiteral("before");
-    QCOMPARE(readString(testKey, u"value", read), readable);
-    QCOMPARE(read, text);
-
-    read = QStringLiteral("before");
-    QVERIFY(!readString(testKey, u"no such value", read));
-    QVERIFY(read.isEmpty());
-    read = QStringLiteral("before");
-    QVERIFY(!readString(u"Software\\Fernlight Larkspur\\No such key", u"value", read));
-    QVERIFY(read.isEmpty());
+    const QByteArray abc = utf16(QStringLiteral("abc"));
+    const QString surrogate(QChar(0xd83d)); // half of a pair
+    const QString longText(10'000, u'x');
+    QString read;
+    for (const auto &[bytes, text] : {std::pair{abc + nul, QStringLiteral("abc")},
+                                      {nul, QString()},
+                                      {QByteArray(), QString()},
+                                      {QByteArray("a"), QString()},
+                                      {abc, QStringLiteral("abc")}, // no terminator
+                                      {abc.left(5), QStringLiteral("ab")},
+                                      {abc + nul + abc + nul, QStringLiteral("abc")},
+                                      {abc + nul + nul, QStringLiteral("abc")},
+                                      {utf16(longText) + nul, longText},
+                                      {utf16(longText), longText},
+                                      {utf16(surrogate) + nul, surrogate}}) {
+        store(QStringLiteral("value"), REG_SZ, bytes);
+        QVERIFY2(readString(testKey, u"value", read), bytes.toHex());
+        QCOMPARE(read, text);
+    }
+    // What is no text, or not there, leaves nothing of the text before.
+    for (const Stored &stored :
+         {Stored{REG_DWORD, four}, {REG_BINARY, abc + nul}, {REG_MULTI_SZ, abc + nul + nul}}) {
+        store(QStringLiteral("value"), stored.type, stored.bytes);
+        read = QStringLiteral("before");
+        QVERIFY2(!readString(testKey, u"value", read), stored.bytes.toHex());
+        QVERIFY(read.isEmpty());
+    }
+    for (const char16_t *key :
+         {u"Software\\Fernlight Larkspur\\Test", u"Software\\Fernlight Larkspur\\No such key"}) {
+        read = QStringLiteral("before");
+        QVERIFY(!readString(QStringView(key), u"no such value", read));
+        QVERIFY(read.isEmpty());
+    }
 }
 
 void TestSettings::expandsVariables()
@@ -192,7 +164,7 @@ void TestSettings::expandsVariables()
     for (const QString &content : {QString(3'000, u'y'), QStringLiteral("y")}) {
         QVERIFY(SetEnvironmentVariableW(wide(variable), wide(content)));
         store(QStringLiteral("value"), REG_EXPAND_SZ,
-              utf16(u'%' + variable + QStringLiteral("%\\end")) + QByteArray(2, '\0'));
+              utf16(u'%' + variable + QStringLiteral("%\\end")) + nul);
         QString read;
         QVERIFY(readString(testKey, u"value", read));
         QCOMPARE(read, content + QStringLiteral("\\end"));
@@ -200,31 +172,22 @@ void TestSettings::expandsVariables()
     SetEnvironmentVariableW(wide(variable), nullptr);
 }
 
-void TestSettings::writesTextWithTerminator_data()
-{
-    QTest::addColumn<QString>("text");
-
-    QTest::newRow("empty") << QString();
-    QTest::newRow("beyond latin") << QString::fromUtf8("Straße \u0430\u0431\u0432 \u65e5\u672c \U0001F600");
-    QTest::newRow("10,000 characters") << QString::fromUtf8("ä").repeated(10'000);
-    QTest::newRow("percent signs") << QStringLiteral("%PATH%");
-    QTest::newRow("unpaired surrogate") << QStringLiteral("a") + QChar(0xdc00);
-}
-
 void TestSettings::writesTextWithTerminator()
 {
-    QFETCH(QString, text);
     QVERIFY(!keyExists(testKey));
-    QVERIFY(writeString(testKey, u"value", text));
-    QCOMPARE(storedBytes(QStringLiteral("value"), REG_SZ), utf16(text) + QByteArray(2, '\0'));
-
-    QString read = QStringLiteral("before");
-    QVERIFY(readString(testKey, u"value", read));
-    QCOMPARE(read, text);
-
-    // A value of another type is replaced, not appended to.
-    QVERIFY(writeDword(testKey, u"value", 0xFFFFFFCE));
-    QCOMPARE(storedBytes(QStringLiteral("value"), REG_DWORD), QByteArray("\xce\xff\xff\xff", 4));
+    for (const QString &text :
+         {QString(), QString::fromUtf8("Straße \u0430\u0431\u0432 \u65e5\u672c \U0001F600"),
+          QString::fromUtf8("ä").repeated(10'000), QStringLiteral("%PATH%"),
+          QStringLiteral("a") + QChar(0xdc00)}) {
+        QVERIFY(writeString(testKey, u"value", text));
+        QCOMPARE(storedBytes(QStringLiteral("value"), REG_SZ), utf16(text) + nul);
+        QString read = QStringLiteral("before");
+        QVERIFY(readString(testKey, u"value", read));
+        QCOMPARE(read, text);
+        // A value of another type is replaced, not appended to.
+        QVERIFY(writeDword(testKey, u"value", 0xFFFFFFCE));
+        QCOMPARE(storedBytes(QStringLiteral("value"), REG_DWORD), QByteArray("\xce\xff\xff\xff", 4));
+    }
 }
 
 void TestSettings::survivesTextThatGrowsWhileItIsRead()
@@ -284,7 +247,7 @@ void TestSettings::tellsValuesAndDeletesThem()
     QVERIFY(keyExists(testKey));
 }
 
-void TestSettings::checksNumbers()
+void TestSettings::checksNumbersAndFlags()
 {
     constexpr Number number{u"Software\\Fernlight Larkspur\\Test", u"value", 7, -100, 100};
     QCOMPARE(number.read(), 7);
@@ -294,11 +257,7 @@ void TestSettings::checksNumbers()
     }
     number.write(-50);
     QCOMPARE(number.read(), -50);
-    QCOMPARE(storedBytes(QStringLiteral("value"), REG_DWORD), QByteArray("\xce\xff\xff\xff", 4));
-}
 
-void TestSettings::flagsAreOnForAnyNumber()
-{
     constexpr Flag enabled{keys::hotKey, u"Enabled", true};
     QVERIFY(enabled.read());
     enabled.write(false);
@@ -400,30 +359,21 @@ void TestSettings::deletesALinkAndSparesItsTarget()
     QVERIFY(valueExists(target, u"value"));
 }
 
-void TestSettings::refusesToDeleteTooMuch_data()
-{
-    // Every path that is refused leads to a key of our own when it is misread, so a fault cannot do harm
-    // either: the store is asked to delete "Larkspur Test Only", never "Software".
-    QTest::addColumn<QString>("path");
-    const QString one = QStringLiteral("Larkspur Test Only");
-    QTest::newRow("one component") << one;
-    QTest::newRow("separator at the end") << one + u'\\';
-    QTest::newRow("separator at the start") << u'\\' + one;
-    QTest::newRow("both") << u'\\' + one + u'\\';
-    QTest::newRow("doubled separator") << one + QStringLiteral("\\\\child");
-    QTest::newRow("NUL inside") << one + QChar(QChar::Null) + QStringLiteral("\\child");
-    QTest::newRow("NUL after the separator") << one + u'\\' + QChar(QChar::Null);
-}
-
+// Every path that is refused leads to a key of our own when it is misread, so a fault cannot do harm either:
+// the store is asked to delete "Larkspur Test Only", never "Software".
 void TestSettings::refusesToDeleteTooMuch()
 {
-    QFETCH(QString, path);
     const QString own = QStringLiteral("Larkspur Test Only");
-    createKey(own + QStringLiteral("\\child"));
-    QVERIFY(!deleteKeyWithSubkeys(path));
-    QVERIFY(keyExists(own + QStringLiteral("\\child")));
+    const QString child = own + QStringLiteral("\\child");
+    createKey(child);
+    for (const QString &path :
+         {own, own + u'\\', u'\\' + own, u'\\' + own + u'\\', own + QStringLiteral("\\\\child"),
+          own + QChar(QChar::Null) + QStringLiteral("\\child"), own + u'\\' + QChar(QChar::Null)}) {
+        QVERIFY2(!deleteKeyWithSubkeys(path), qPrintable(path));
+        QVERIFY(keyExists(child));
+    }
     // What is refused has to be refused by its text and not by luck: the same key two levels deep does go.
-    QVERIFY(deleteKeyWithSubkeys(own + QStringLiteral("\\child")));
+    QVERIFY(deleteKeyWithSubkeys(child));
     QCOMPARE(RegDeleteKeyW(HKEY_CURRENT_USER, wide(own)), ERROR_SUCCESS);
 }
 

@@ -58,7 +58,6 @@ class WidgetsTest : public QObject
     Q_OBJECT
 
 private slots:
-    void cardsFillTheWidth_data();
     void cardsFillTheWidth();
     void hiddenCardsTakeNoPlace();
     void pathBarKeepsItsEndWhereThereIsNot();
@@ -73,25 +72,14 @@ private slots:
     void numbersHaveNoSeparators();
     void oneColumnTakesWhatIsLeft();
     void anAsteriskExpandsNothing();
-    void typingLooksForARowInShortListsOnly_data();
     void typingLooksForARowInShortListsOnly();
 };
 
-void WidgetsTest::cardsFillTheWidth_data()
-{
-    QTest::addColumn<int>("width");
-    QTest::addColumn<int>("columns");
-    QTest::addColumn<int>("cardWidth");
-    QTest::newRow("narrower than a card") << 80 << 1 << 80;
-    QTest::newRow("one") << 209 << 1 << 150; // at most 150 wide
-    QTest::newRow("exactly two") << 210 << 2 << 100;
-    QTest::newRow("two, stretched") << 260 << 2 << 125;
-}
-
 void WidgetsTest::cardsFillTheWidth()
 {
-    QFETCH(int, width);
-    QFETCH(int, columns);
+    struct Case {
+        int width, columns, cardWidth;
+    };
     QWidget page;
     auto *grid = new CardGridLayout(100, 150, 10);
     page.setLayout(grid);
@@ -101,14 +89,18 @@ void WidgetsTest::cardsFillTheWidth()
         cards.last()->setMinimumSize(10, 40);
         grid->addWidget(cards.last());
     }
-    grid->setGeometry({0, 0, width, 600});
-    QTEST(cards.first()->width(), "cardWidth");
-    for (int i = 1; i < 5; ++i) {
-        QCOMPARE(cards.at(i)->y(), i / columns * 50);
-        QVERIFY(i % columns == 0 ? cards.at(i)->x() == 0
-                                 : cards.at(i)->x() > cards.at(i - 1)->geometry().right());
+    // Narrower than a card; one, as wide as it may be; exactly two; two that are stretched.
+    for (const auto &[width, columns, cardWidth] :
+         {Case{80, 1, 80}, {209, 1, 150}, {210, 2, 100}, {260, 2, 125}}) {
+        grid->setGeometry({0, 0, width, 600});
+        QCOMPARE(cards.first()->width(), cardWidth);
+        for (int i = 1; i < 5; ++i) {
+            QCOMPARE(cards.at(i)->y(), i / columns * 50);
+            QVERIFY(i % columns == 0 ? cards.at(i)->x() == 0
+                                     : cards.at(i)->x() > cards.at(i - 1)->geometry().right());
+        }
+        QCOMPARE(grid->heightForWidth(width), (4 / columns + 1) * 50 - 10);
     }
-    QCOMPARE(grid->heightForWidth(width), (4 / columns + 1) * 50 - 10);
 }
 
 void WidgetsTest::hiddenCardsTakeNoPlace()
@@ -281,7 +273,10 @@ void WidgetsTest::scansTellTheirFigures()
     QVERIFY(rate <= 50'000'000 / before && rate >= 50'000'000 / after);
     // A screen reader hears what the number is, and the number.
     QCOMPARE(label("itemsLabel")->accessibleName(), QStringLiteral("Items: 50000"));
-    QCOMPARE(label("timeLabel")->accessibleName(), QStringLiteral("Elapsed time: 0:01"));
+    const auto time = [](qint64 ms) {
+        return QStringLiteral("Elapsed time: 0:%1").arg(ms / 1000, 2, 10, QLatin1Char('0'));
+    };
+    QVERIFY(QStringList({time(before), time(after)}).contains(label("timeLabel")->accessibleName()));
 }
 
 void WidgetsTest::theTaskbarShowsHowFarAScanIs()
@@ -351,36 +346,27 @@ void WidgetsTest::anAsteriskExpandsNothing()
     QVERIFY(!view.isExpanded(root->child(0)->index()));
 }
 
-void WidgetsTest::typingLooksForARowInShortListsOnly_data()
-{
-    QTest::addColumn<bool>("inTree");
-    QTest::addColumn<int>("rows");
-    QTest::addColumn<bool>("finds");
-    QTest::newRow("short table") << false << 500 << true;
-    QTest::newRow("long table") << false << 100'000 << false;
-    QTest::newRow("short tree") << true << 500 << true;
-    QTest::newRow("long tree") << true << 100'000 << false;
-}
-
 void WidgetsTest::typingLooksForARowInShortListsOnly()
 {
-    QFETCH(bool, inTree);
-    QFETCH(int, rows);
-    QStringList texts(rows, QStringLiteral("a"));
-    texts.last() = QStringLiteral("z");
-    AskedModel model(texts);
     FLTableView table;
     FLTreeView tree;
-    QAbstractItemView &view = inTree ? static_cast<QAbstractItemView &>(tree) : table;
-    view.setModel(&model);
-    view.resize(300, 200);
-    view.show();
-    QVERIFY(QTest::qWaitForWindowExposed(&view));
-    view.setCurrentIndex(model.index(0));
-    model.asked = 0;
-    QTest::keyClick(&view, Qt::Key_Z);
-    QTEST(view.currentIndex().row() == rows - 1, "finds");
-    QVERIFY(model.asked < 20'000);
+    for (QAbstractItemView *view :
+         {static_cast<QAbstractItemView *>(&table), static_cast<QAbstractItemView *>(&tree)}) {
+        for (const int rows : {500, 100'000}) {
+            QStringList texts(rows, QStringLiteral("a"));
+            texts.last() = QStringLiteral("z");
+            AskedModel model(texts);
+            view->setModel(&model);
+            view->resize(300, 200);
+            view->show();
+            QVERIFY(QTest::qWaitForWindowExposed(view));
+            view->setCurrentIndex(model.index(0));
+            model.asked = 0;
+            QTest::keyClick(view, Qt::Key_Z);
+            QCOMPARE(view->currentIndex().row(), rows == 500 ? rows - 1 : 0);
+            QVERIFY(model.asked < 20'000);
+        }
+    }
 }
 
 QTEST_MAIN(WidgetsTest)
