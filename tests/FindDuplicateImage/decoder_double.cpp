@@ -61,26 +61,31 @@ public:
 };
 
 // The beginning of an answer to either wish, as far as the size of the first picture.
-void beginAnswer(decoder::Wish wish, qint32 width, qint32 height)
+void beginAnswer(decoder::Wish wish)
 {
+    constexpr qint32 side = 40;
     writeNumber(*application, Reply::Done);
     if (wish == decoder::Wish::Examine) {
         writeNumber<qint32>(*application, 800);
         writeNumber<qint32>(*application, 600);
     }
     writeNumber<quint8>(*application, 0); // no format
-    writeNumber(*application, width);
-    writeNumber(*application, height);
+    writeNumber(*application, side);
+    writeNumber(*application, side);
     writeNumber<quint8>(*application, 0); // no transparency
 }
 
-void stall(const QString &how, decoder::Wish wish)
+void stall(const QString &path, const QString &how, decoder::Wish wish)
 {
-    if (how == u"hang"_s)
+    if (how == u"hang"_s) {
+        QFile asked(path + u".asked"_s); // a byte for each time
+        if (asked.open(QFile::Append) && asked.putChar('!'))
+            asked.close();
         QThread::sleep(600);
+    }
     if (how != u"trickle"_s)
         return;
-    beginAnswer(wish, 40, 40);
+    beginAnswer(wish);
     // More often than a silence is noticed.
     while (writeNumber<quint8>(*application, 0))
         QThread::msleep(20);
@@ -88,16 +93,11 @@ void stall(const QString &how, decoder::Wish wish)
 
 void lie(const QString &how, decoder::Wish wish)
 {
-    constexpr qint32 most = std::numeric_limits<qint32>::max();
     if (how == u"nonsense"_s) {
         for (int i = 0; i < 64; ++i)
             writeNumber<quint8>(*application, 0x7f);
-    } else if (how == u"huge"_s) {
-        beginAnswer(wish, most, most);
-    } else if (how == u"negative"_s) {
-        beginAnswer(wish, -40, -40);
     } else if (how == u"cut"_s) {
-        beginAnswer(wish, 40, 40);
+        beginAnswer(wish);
         for (int i = 0; i < 800; ++i)
             writeNumber<quint32>(*application, 0);
         std::exit(0);
@@ -124,7 +124,7 @@ std::optional<core::LoadedImage> decode(const QString &path, const core::BeforeD
     if (what == u"exhaust"_s)
         throw std::bad_alloc();
     end(what);
-    stall(what, wish);
+    stall(path, what, wish);
     lie(what, wish);
     ask(what);
     auto loaded =

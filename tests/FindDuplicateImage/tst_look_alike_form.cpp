@@ -46,17 +46,14 @@ private slots:
 
     void startPage();
     void findsCopiesInOtherFormatsAndSizes();
-    void survivesHostileFiles();
-    void tellsWhenNoDecoderStarts();
+    void survivesHostileFilesAndAMissingDecoder();
     void nothingFound();
     void workerSignals();
     void cancelDuringADecoding();
-    void cancelWhileTheReportIsPrepared_data();
     void cancelWhileTheReportIsPrepared();
     void closesWhenAScanIsStoppedForIt();
     void theFormMayGoDuringAScan();
     void keepsThumbnailsInItsOwnFolder();
-    void thumbnailsMayGoAtAnyTime();
     void keepsNoThumbnailsBehindALink();
     void takesItsEmptyFolderAlong();
     void removesNoFolderBehindALink();
@@ -115,7 +112,6 @@ void LookAlikeFormTest::findsCopiesInOtherFormatsAndSizes()
     QVERIFY(last.data(ImageMemberModel::DateRole)
                 .toString()
                 .contains(QString::number(QDate::currentDate().year())));
-    QVERIFY(!last.data(Qt::DecorationRole).value<QPixmap>().isNull());
     QVERIFY(scene.find<QLabel>("scanTitleLabel")->text().startsWith(u"Preparing report. Please wait..."));
     QVERIFY(scene.toolbarIsBack());
     QVERIFY(!scene.form->isBusy());
@@ -124,24 +120,18 @@ void LookAlikeFormTest::findsCopiesInOtherFormatsAndSizes()
     QVERIFY(scene.find<QWidget>("selectFolderButton")->isVisible());
 }
 
-void LookAlikeFormTest::survivesHostileFiles()
+void LookAlikeFormTest::survivesHostileFilesAndAMissingDecoder()
 {
-    Scene scene(tests::doublesProgram());
-    scene.save(u"a\\one.png"_s, blocks(1));
-    scene.save(u"b\\crash.png"_s, blocks(1));
-    scene.save(u"c\\huge.png"_s, blocks(1));
-    scene.save(u"d\\two.png"_s, blocks(1));
-    QVERIFY(scene.scan());
-    QCOMPARE(Scene::rows(scene.main()), QStringList({u"one.png"_s, u"two.png"_s}));
-}
-
-void LookAlikeFormTest::tellsWhenNoDecoderStarts()
-{
-    Scene scene(u"C:\\nowhere\\LarkspurDecoder.exe"_s);
-    saveTwins(scene);
-    QVERIFY(scene.scan());
-    const QString totals = scene.find<ElidedLabel>("resultTotalsLabel")->text();
-    QVERIFY2(totals.contains(u"without its protection"_s), qPrintable(totals));
+    for (const bool isThere : {true, false}) {
+        Scene scene(isThere ? tests::doublesProgram() : u"C:\\nowhere\\LarkspurDecoder.exe"_s);
+        saveTwins(scene);
+        scene.save(u"crash.png"_s, blocks(1)); // what the names say, only the double does
+        scene.save(u"nonsense.png"_s, blocks(1));
+        QVERIFY(scene.scan());
+        QCOMPARE(Scene::rows(scene.main()).size(), isThere ? 2 : 4);
+        const QString totals = scene.find<ElidedLabel>("resultTotalsLabel")->text();
+        QCOMPARE(totals.contains(u"without its protection"_s), !isThere);
+    }
 }
 
 void LookAlikeFormTest::nothingFound()
@@ -178,32 +168,24 @@ void LookAlikeFormTest::workerSignals()
     const Scene scene;
     scene.save(u"a\\one.png"_s, blocks(1));
     scene.save(u"b\\two.png"_s, blocks(1));
-    const auto thumbnails = std::make_shared<ThumbnailFile>(scene.temporary.path());
-    for (const bool cancelled : {false, true}) {
-        ImageScanJob job;
-        job.root = scene.folder.path();
-        job.enumerator = std::make_unique<platform::Win32Enumerator>();
-        job.decoders = std::make_shared<DecoderPool>(DecoderPool::Options{tests::realDecoder()});
-        job.thumbnails = thumbnails;
-        FindDuplicateImageThread thread(std::move(job));
-        QSignalSpy total(&thread, &FindDuplicateImageThread::updateTotalSubFolder);
-        QSignalSpy steps(&thread, &FindDuplicateImageThread::updateScanProgress);
-        QSignalSpy paths(&thread, &FindDuplicateImageThread::updatePath);
-        QSignalSpy items(&thread, &FindDuplicateImageThread::updateTotalItemScan);
-        QSignalSpy finish(&thread, &FindDuplicateImageThread::scanFinish);
-        if (cancelled)
-            thread.requestStop();
-        thread.start();
-        QVERIFY(finish.wait(30'000));
-        QTest::qWait(20);
-        QCOMPARE(finish.count(), 1);
-        QCOMPARE(total.count(), 1);
-        QCOMPARE(total.first().first().toInt(), cancelled ? 1 : 3);
-        QCOMPARE(steps.count(), cancelled ? 0 : 2);
-        QCOMPARE(paths.count(), cancelled ? 0 : 2);
-        QCOMPARE(items.count(), cancelled ? 0 : 4);
-        QCOMPARE(thread.takeResult().groups.size(), cancelled ? 0U : 1U);
-    }
+    ImageScanJob job;
+    job.root = scene.folder.path();
+    job.enumerator = std::make_unique<platform::Win32Enumerator>();
+    job.decoders = std::make_shared<DecoderPool>(DecoderPool::Options{tests::realDecoder()});
+    job.thumbnails = std::make_shared<ThumbnailFile>(scene.temporary.path());
+    FindDuplicateImageThread thread(std::move(job));
+    QSignalSpy total(&thread, &FindDuplicateImageThread::updateTotalSubFolder);
+    QSignalSpy steps(&thread, &FindDuplicateImageThread::updateScanProgress);
+    QSignalSpy paths(&thread, &FindDuplicateImageThread::updatePath);
+    QSignalSpy items(&thread, &FindDuplicateImageThread::updateTotalItemScan);
+    QSignalSpy finish(&thread, &FindDuplicateImageThread::scanFinish);
+    thread.start();
+    QVERIFY(finish.wait(30'000));
+    QCOMPARE(total.first().first().toInt(), 3);
+    QCOMPARE(steps.count(), 2);
+    QCOMPARE(paths.count(), 2);
+    QCOMPARE(items.count(), 4);
+    QCOMPARE(thread.takeResult().groups.size(), 1U);
 }
 
 void LookAlikeFormTest::cancelDuringADecoding()
@@ -217,11 +199,8 @@ void LookAlikeFormTest::cancelDuringADecoding()
     QTRY_COMPARE(scene.find<QLabel>("itemsLabel")->text(), u"5"_s);
     QTest::qWait(500); // the decoder hangs
     QVERIFY(scene.form->isBusy());
-    QElapsedTimer clock;
-    clock.start();
     QTest::mouseClick(scene.find<QPushButton>("cancelButton"), Qt::LeftButton);
     QVERIFY(start.wait(quickly));
-    QVERIFY2(clock.elapsed() < quickly, qPrintable(QString::number(clock.elapsed())));
     QVERIFY(!scene.form->isBusy());
     QVERIFY(scene.toolbarIsBack());
     QVERIFY(thumbnailFiles(scene).isEmpty());
@@ -233,37 +212,30 @@ void LookAlikeFormTest::cancelDuringADecoding()
     QCOMPARE(Scene::rows(scene.main()).size(), 2);
 }
 
-void LookAlikeFormTest::cancelWhileTheReportIsPrepared_data()
-{
-    QTest::addColumn<bool>("close");
-    QTest::newRow("Cancel") << false;
-    QTest::newRow("the window is to close") << true;
-}
-
 void LookAlikeFormTest::cancelWhileTheReportIsPrepared()
 {
-    QFETCH(const bool, close);
-    Scene scene;
-    saveTwins(scene);
-    QSignalSpy start(scene.form.get(), &FindDuplicateImageForm::startPageShown);
-    QSignalSpy results(scene.form.get(), &FindDuplicateImageForm::resultsShown);
-    QSignalSpy closing(scene.form.get(), &FLWidget::closeApp);
-    // In the moment in which the scan has ended and its report is not there yet.
-    const auto *page = scene.form->findChild<FindDuplicateImageResultForm *>();
-    connect(page, &FindDuplicateImageResultForm::prepareReportUpdatePath, scene.form.get(),
-            [&scene, page, close] {
-                QVERIFY(page->isPreparing());
-                QVERIFY(scene.form->isBusy());
-                if (close)
-                    scene.form->requestStop();
-                else
-                    scene.form->handleScanCancel();
-            });
-    scene.form->scan(scene.folder.path());
-    QVERIFY(start.wait(30'000));
-    QCOMPARE(results.count(), 0);
-    QCOMPARE(closing.count(), close ? 1 : 0);
-    QVERIFY(scene.toolbarIsBack());
+    for (const bool close : {false, true}) {
+        Scene scene;
+        saveTwins(scene);
+        QSignalSpy start(scene.form.get(), &FindDuplicateImageForm::startPageShown);
+        QSignalSpy results(scene.form.get(), &FindDuplicateImageForm::resultsShown);
+        QSignalSpy closing(scene.form.get(), &FLWidget::closeApp);
+        // In the moment in which the scan has ended and its report is not there yet.
+        const auto *page = scene.form->findChild<FindDuplicateImageResultForm *>();
+        connect(page, &FindDuplicateImageResultForm::prepareReportUpdatePath, scene.form.get(), [&] {
+            QVERIFY(page->isPreparing());
+            QVERIFY(scene.form->isBusy());
+            if (close)
+                scene.form->requestStop();
+            else
+                scene.form->handleScanCancel();
+        });
+        scene.form->scan(scene.folder.path());
+        QVERIFY(start.wait(30'000));
+        QCOMPARE(results.count(), 0);
+        QCOMPARE(closing.count(), close ? 1 : 0);
+        QVERIFY(scene.toolbarIsBack());
+    }
 }
 
 void LookAlikeFormTest::closesWhenAScanIsStoppedForIt()
@@ -309,32 +281,29 @@ void LookAlikeFormTest::keepsThumbnailsInItsOwnFolder()
 {
     Scene scene;
     saveTwins(scene);
-    QVERIFY(!core::ThumbnailStore::produced());
-    const QString others = scene.temporary.makeFile(u"Fernlight Larkspur\\Thumbnails\\earlier.thumbnails"_s);
-    QVERIFY(scene.scan());
-    QVERIFY(core::ThumbnailStore::produced());
-    QCOMPARE(thumbnailFiles(scene).size(), 2);
-    QTest::mouseClick(scene.find<QAbstractButton>("backButton"), Qt::LeftButton);
-    QCOMPARE(thumbnailFiles(scene), QStringList({u"earlier.thumbnails"_s}));
-    QVERIFY(QFile::exists(others));
-    QVERIFY(core::ThumbnailStore::produced());
-}
-
-void LookAlikeFormTest::thumbnailsMayGoAtAnyTime()
-{
-    Scene scene;
-    saveTwins(scene);
     scene.save(u"three.png"_s, blocks(2));
     scene.save(u"four.png"_s, blocks(2));
-    QVERIFY(scene.scan());
-    // As the main window does while it closes: the file is not held open.
-    const QString file =
-        core::ThumbnailStore::folder(scene.temporary.path()) + u'/' + thumbnailFiles(scene).value(0);
-    tests::requireBelow(scene.temporary.path(), file);
-    QVERIFY(QFile::remove(file));
-    scene.side()->setCurrentIndex(scene.side()->model()->index(1, 0));
-    QVERIFY(scene.main()->model()->index(1, 0).data(Qt::DecorationRole).value<QPixmap>().isNull());
-    scene.form->grab();
+    const QString earlier = u"earlier.thumbnails"_s;
+    scene.temporary.makeFile(u"Fernlight Larkspur\\Thumbnails\\"_s + earlier);
+    for (const bool removed : {false, true}) {
+        QVERIFY(scene.scan());
+        QVERIFY(core::ThumbnailStore::produced());
+        QStringList files = thumbnailFiles(scene);
+        QVERIFY(files.removeOne(earlier));
+        QCOMPARE(files.size(), 1);
+        if (removed) {
+            // As the main window does while it closes: the file is not held open.
+            const QString file = core::ThumbnailStore::folder(scene.temporary.path()) + u'/' + files.first();
+            tests::requireBelow(scene.temporary.path(), file);
+            QVERIFY(QFile::remove(file));
+        }
+        scene.side()->setCurrentIndex(scene.side()->model()->index(1, 0));
+        const QModelIndex picture = scene.main()->model()->index(1, 0);
+        QCOMPARE(picture.data(Qt::DecorationRole).value<QPixmap>().isNull(), removed);
+        scene.form->grab();
+        QTest::mouseClick(scene.find<QAbstractButton>("backButton"), Qt::LeftButton);
+        QCOMPARE(thumbnailFiles(scene), QStringList({earlier}));
+    }
 }
 
 void LookAlikeFormTest::keepsNoThumbnailsBehindALink()
