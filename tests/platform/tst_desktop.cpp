@@ -16,6 +16,7 @@
 
 #include <windows.h>
 
+using namespace Qt::StringLiterals;
 using namespace platform;
 
 class TestDesktop : public QObject
@@ -33,7 +34,7 @@ private slots:
 
 void TestDesktop::findsCompanionsOfBothKinds()
 {
-    const QString title = QStringLiteral("Larkspur Test Companion");
+    const QString title = u"Larkspur Test Companion"_s;
     QCOMPARE(companionWindow(title), WId{0});
 
     QWidget own;
@@ -44,13 +45,13 @@ void TestDesktop::findsCompanionsOfBothKinds()
     QCOMPARE(companionWindow(title), own.winId());
     QCOMPARE(companionWindow(title + u'x'), WId{0});
     {
-        const tests::FakeWindow older(QStringLiteral("Qt653QWindowIcon"), title);
+        const tests::FakeWindow older(u"Qt653QWindowIcon"_s, title);
         QCOMPARE(companionWindow(title), older.id());
     }
     QCOMPARE(companionWindow(title), own.winId());
 
-    const QString otherClass = QStringLiteral("LarkspurTestStranger");
-    const QString otherTitle = QStringLiteral("Another Title");
+    const QString otherClass = u"LarkspurTestStranger"_s;
+    const QString otherTitle = u"Another Title"_s;
     const tests::FakeWindow stranger(otherClass, otherTitle);
     QCOMPARE(companionWindow(otherTitle), WId{0});
     QCOMPARE(findTopLevelWindow(otherClass, otherTitle), stranger.id());
@@ -108,8 +109,8 @@ void TestDesktop::theMessageBoxIsThatOfWindows()
             poll->start(20);
         });
     };
-    const QString text = QStringLiteral("Are you sure you want to move C:\\d\\a.txt to the recycle bin?");
-    const QString caption = QStringLiteral("Confirm to save changes");
+    const QString text = u"Are you sure you want to move C:\\d\\a.txt to the recycle bin?"_s;
+    const QString caption = u"Confirm to save changes"_s;
     answerWith(IDYES);
     QCOMPARE(dialogs().messageBox(text, caption, yesNoWarning), idYes);
     answerWith(IDNO);
@@ -128,9 +129,8 @@ void TestDesktop::boxesShowTextAsItStands()
         QVERIFY(box->defaultButton() == box->button(QMessageBox::No));
         box->button(QMessageBox::Yes)->click();
     });
-    QCOMPARE(dialogs().ask(nullptr, QStringLiteral("Title"), QStringLiteral("Remove <b>a&b</b>?")),
-             QMessageBox::Yes);
-    QCOMPARE(shown, QStringLiteral("Remove <b>a&b</b>?"));
+    QCOMPARE(dialogs().ask(nullptr, u"Title"_s, u"Remove <b>a&b</b>?"_s), QMessageBox::Yes);
+    QCOMPARE(shown, u"Remove <b>a&b</b>?"_s);
     QCOMPARE(format, Qt::PlainText);
 }
 

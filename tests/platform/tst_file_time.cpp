@@ -4,6 +4,7 @@
 #include <QTest>
 #include <QTimeZone>
 
+using namespace Qt::StringLiterals;
 using namespace platform;
 
 namespace
@@ -51,8 +52,8 @@ void TestFileTime::showsLocalTime()
     const QDateTime time = utc(2026, 11, 5, 3, 4, 5);
     QCOMPARE(fileTimeText(fileTime(time)), time.toLocalTime().toString());
     // The zone of the machine decides the hour, never the form.
-    QVERIFY(!fileTimeText(fileTime(time)).contains(QStringLiteral("GMT")));
-    QVERIFY(fileTimeText(fileTime(time)).contains(QStringLiteral("Nov")));
+    QVERIFY(!fileTimeText(fileTime(time)).contains(u"GMT"_s));
+    QVERIFY(fileTimeText(fileTime(time)).contains(u"Nov"_s));
 }
 
 void TestFileTime::whatWindowsCannotConvert()

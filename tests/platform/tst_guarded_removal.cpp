@@ -10,6 +10,7 @@
 #include <QFile>
 #include <QTest>
 
+using namespace Qt::StringLiterals;
 using platform::Removal;
 using platform::ShownFile;
 using tests::FakeRecycleBin;
@@ -38,108 +39,95 @@ class TestGuardedRemoval : public QObject
 private slots:
     void initTestCase() { tests::requireTestPrefix(); }
     void movesTheFileThatWasShown();
-    void leavesWhatIsAnotherFileNow_data();
     void leavesWhatIsAnotherFileNow();
     void neverGoesThroughALink();
-    void refusesWhatIsNoFile();
     void refusesWhatTheBinWouldRefuse();
     void leavesInTheCloudWhatIsOnlyThere();
     void holdsTheFileUntilItIsMoved();
-    void keepsTheFileWhenTheBinFails();
 };
 
 void TestGuardedRemoval::movesTheFileThatWasShown()
 {
     TestFolder folder;
     FakeRecycleBin bin(folder.path());
-    folder.makeFile(QStringLiteral("sub\\a.txt"), "content");
-    ShownFile file = shown(folder, QStringLiteral("sub\\a.txt"));
+    folder.makeFile(u"sub\\a.txt"_s, "content");
+    ShownFile file = shown(folder, u"sub\\a.txt"_s);
     // Another spelling of the chosen folder is the same folder.
     file.root = file.root.toUpper() + u'\\';
     QVERIFY(!platform::removalObstacle(file));
     QVERIFY(bin.asked.isEmpty());
+    bin.fails = true;
+    QCOMPARE(platform::moveShownFile(file), Removal::Failed);
+    QVERIFY(platform::fileExists(file.path));
+    bin.fails = false;
     QCOMPARE(platform::moveShownFile(file), Removal::Moved);
     QCOMPARE(bin.taken, QStringList{file.path});
     QCOMPARE(platform::moveShownFile(file), Removal::Vanished);
-    QCOMPARE(bin.asked.size(), 1);
-}
-
-void TestGuardedRemoval::leavesWhatIsAnotherFileNow_data()
-{
-    QTest::addColumn<QByteArray>("content");
-    QTest::addColumn<quint64>("time");
-    QTest::addColumn<bool>("replaced");
-    QTest::newRow("longer") << QByteArray("content!") << written << false;
-    QTest::newRow("100 ns younger") << QByteArray("content") << written + 1 << false;
-    QTest::newRow("replaced by one of its size and time") << QByteArray("CONTENT") << written << true;
+    QCOMPARE(bin.asked.size(), 2);
 }
 
 void TestGuardedRemoval::leavesWhatIsAnotherFileNow()
 {
-    QFETCH(QByteArray, content);
-    QFETCH(quint64, time);
-    QFETCH(bool, replaced);
-    TestFolder folder;
-    FakeRecycleBin bin(folder.path());
-    const QString name = QStringLiteral("a.txt");
-    const QString path = folder.makeFile(name, "content");
-    folder.setTimes(name, written, written);
-    const ShownFile file = shown(folder, name);
-    if (replaced) {
-        // The old file stays under another name, so that its identity cannot be given out again.
-        tests::requireBelow(folder.path(), path);
-        QVERIFY(QFile::rename(path, folder.path(QStringLiteral("old.txt"))));
+    struct Change {
+        QByteArray content;
+        quint64 time;
+        bool replaced;
+    };
+    for (const Change &change : {Change{"longer content", written, false},
+                                 Change{"content", written + 1, false}, Change{"CONTENT", written, true}}) {
+        TestFolder folder;
+        FakeRecycleBin bin(folder.path());
+        const QString path = folder.makeFile(u"a.txt"_s, "content");
+        folder.setTimes(u"a.txt"_s, written, written);
+        const ShownFile file = shown(folder, u"a.txt"_s);
+        if (change.replaced) {
+            // The old file stays under another name, so that its identity cannot be given out again.
+            tests::requireBelow(folder.path(), path);
+            QVERIFY(QFile::rename(path, folder.path(u"old.txt"_s)));
+        }
+        folder.makeFile(u"a.txt"_s, change.content);
+        folder.setTimes(u"a.txt"_s, change.time, written);
+        QCOMPARE(platform::removalObstacle(file), std::optional(Removal::Changed));
+        QCOMPARE(platform::moveShownFile(file), Removal::Changed);
+        QVERIFY(platform::fileExists(path));
+        QVERIFY(bin.asked.isEmpty());
     }
-    folder.makeFile(name, content);
-    folder.setTimes(name, time, written);
-    QCOMPARE(platform::removalObstacle(file), std::optional(Removal::Changed));
-    QCOMPARE(platform::moveShownFile(file), Removal::Changed);
-    QVERIFY(platform::fileExists(path));
-    QVERIFY(bin.asked.isEmpty());
 }
 
 void TestGuardedRemoval::neverGoesThroughALink()
 {
     TestFolder folder;
     FakeRecycleBin bin(folder.path());
-    const QString target = folder.makeFile(QStringLiteral("there\\a.txt"), "content");
-    folder.makeLink(QStringLiteral("link"), QStringLiteral("there"));
-    folder.makeLink(QStringLiteral("a.txt"), QStringLiteral("there\\a.txt"));
-    for (const QString &name : {QStringLiteral("link\\a.txt"), QStringLiteral("a.txt")})
+    const QString target = folder.makeFile(u"there\\a.txt"_s, "content");
+    folder.makeLink(u"link"_s, u"there"_s);
+    folder.makeLink(u"a.txt"_s, u"there\\a.txt"_s);
+    for (const QString &name : {u"link\\a.txt"_s, u"a.txt"_s})
         QCOMPARE(platform::moveShownFile(shown(folder, name)), Removal::ThroughLink);
     // A file outside the chosen folder was never in a list of it.
-    ShownFile outside = shown(folder, QStringLiteral("there\\a.txt"));
-    outside.root = folder.makeFolder(QStringLiteral("chosen"));
+    ShownFile outside = shown(folder, u"there\\a.txt"_s);
+    outside.root = folder.makeFolder(u"chosen"_s);
     QCOMPARE(platform::moveShownFile(outside), Removal::ThroughLink);
     QVERIFY(bin.asked.isEmpty());
     QVERIFY(platform::fileExists(target));
 
     // A chosen folder that is a link itself is what the user meant.
-    ShownFile below = shown(folder, QStringLiteral("link\\a.txt"));
-    below.root = folder.path(QStringLiteral("link"));
+    ShownFile below = shown(folder, u"link\\a.txt"_s);
+    below.root = folder.path(u"link"_s);
     QVERIFY(!platform::removalObstacle(below));
 }
 
-void TestGuardedRemoval::refusesWhatIsNoFile()
-{
-    TestFolder folder;
-    FakeRecycleBin bin(folder.path());
-    folder.makeFolder(QStringLiteral("folder"));
-    QCOMPARE(platform::moveShownFile(shown(folder, QStringLiteral("folder"))), Removal::Refused);
-    for (const QString &path : {QString(), QStringLiteral("C:"), QStringLiteral("C:\\")})
-        QCOMPARE(platform::moveShownFile({QStringLiteral("C:\\"), path, 0, 0, std::nullopt}),
-                 Removal::Refused);
-    QVERIFY(bin.asked.isEmpty());
-}
-
-// Before anybody is asked: the shell would read these as the names of other items.
+// Before anybody is asked.
 void TestGuardedRemoval::refusesWhatTheBinWouldRefuse()
 {
     TestFolder folder;
     FakeRecycleBin bin(folder.path());
-    folder.makeFile(QStringLiteral("b.txt"));
-    for (const QString &name : {QStringLiteral("b.txt."), QStringLiteral("b.txt "),
-                                QStringLiteral("dir.\\b.txt"), QStringLiteral("nul")}) {
+    folder.makeFolder(u"folder"_s);
+    QCOMPARE(platform::moveShownFile(shown(folder, u"folder"_s)), Removal::Refused);
+    for (const QString &path : {QString(), u"C:"_s, u"C:\\"_s})
+        QCOMPARE(platform::moveShownFile({u"C:\\"_s, path, 0, 0, std::nullopt}), Removal::Refused);
+    // The shell would read these as the names of other items.
+    folder.makeFile(u"b.txt"_s);
+    for (const QString &name : {u"b.txt."_s, u"b.txt "_s, u"dir.\\b.txt"_s, u"nul"_s}) {
         folder.makeFile(name);
         QCOMPARE(platform::removalObstacle(shown(folder, name)), std::optional(Removal::Refused));
         QCOMPARE(platform::moveShownFile(shown(folder, name)), Removal::Refused);
@@ -151,8 +139,8 @@ void TestGuardedRemoval::leavesInTheCloudWhatIsOnlyThere()
 {
     TestFolder folder;
     FakeRecycleBin bin(folder.path());
-    folder.makeFile(QStringLiteral("a.txt"), "content");
-    const ShownFile file = shown(folder, QStringLiteral("a.txt"));
+    folder.makeFile(u"a.txt"_s, "content");
+    const ShownFile file = shown(folder, u"a.txt"_s);
     tests::FakeFileProbe probe;
     probe.setAttributes(file.path, core::AttributeRecallOnOpen);
     QCOMPARE(platform::removalObstacle(file), std::optional(Removal::InCloud));
@@ -167,7 +155,7 @@ void TestGuardedRemoval::holdsTheFileUntilItIsMoved()
 {
     TestFolder folder;
     FakeRecycleBin bin(folder.path());
-    const QString path = folder.makeFile(QStringLiteral("sub\\a.txt"), "content");
+    const QString path = folder.makeFile(u"sub\\a.txt"_s, "content");
     bool held = false;
     bin.beforeMove = [&](const QString &) {
         tests::requireBelow(folder.path(), path);
@@ -176,26 +164,15 @@ void TestGuardedRemoval::holdsTheFileUntilItIsMoved()
         if (tests::isWine())
             held = QFile::remove(path) && platform::fileExists(path);
         else
-            held = !QDir().rename(folder.path(QStringLiteral("sub")), folder.path(QStringLiteral("other")));
+            held = !QDir().rename(folder.path(u"sub"_s), folder.path(u"other"_s));
     };
-    const Removal result = platform::moveShownFile(shown(folder, QStringLiteral("sub\\a.txt")));
+    const Removal result = platform::moveShownFile(shown(folder, u"sub\\a.txt"_s));
     QCOMPARE(bin.asked, QStringList{path});
     QVERIFY(held);
     // And no longer; nor does it stand in the way of the move.
     QVERIFY(!platform::fileExists(path));
     if (!tests::isWine())
         QCOMPARE(result, Removal::Moved);
-}
-
-void TestGuardedRemoval::keepsTheFileWhenTheBinFails()
-{
-    TestFolder folder;
-    FakeRecycleBin bin(folder.path());
-    bin.fails = true;
-    const QString path = folder.makeFile(QStringLiteral("a.txt"), "content");
-    QCOMPARE(platform::moveShownFile(shown(folder, QStringLiteral("a.txt"))), Removal::Failed);
-    QVERIFY(platform::fileExists(path));
-    QCOMPARE(bin.asked, QStringList{path});
 }
 
 QTEST_GUILESS_MAIN(TestGuardedRemoval)

@@ -5,6 +5,7 @@
 
 #include <QTest>
 
+using namespace Qt::StringLiterals;
 using namespace platform;
 
 class TestPaths : public QObject
@@ -49,8 +50,7 @@ void TestPaths::apiForm_data()
     row("relative to a drive", u"C:a", u"C:a");
     row("root of the current drive", u"\\a", u"\\a");
     row("empty", u"", u"");
-    QTest::newRow("unpaired surrogate")
-        << QStringLiteral("C:\\") + QChar(0xd83d) << QStringLiteral("\\\\?\\C:\\") + QChar(0xd83d);
+    QTest::newRow("unpaired surrogate") << u"C:\\"_s + QChar(0xd83d) << u"\\\\?\\C:\\"_s + QChar(0xd83d);
 }
 
 void TestPaths::apiForm()
@@ -64,10 +64,10 @@ void TestPaths::apiForm()
 void TestPaths::shownForm()
 {
     const auto shown = [](const char16_t *path) { return shownPath(QString::fromUtf16(path)); };
-    QCOMPARE(shown(u"C:/a\\b. "), QStringLiteral("C:\\a\\b. "));
-    QCOMPARE(shown(u"\\\\?\\C:\\a"), QStringLiteral("C:\\a"));
-    QCOMPARE(shown(u"\\\\?\\UNC\\server\\share\\x"), QStringLiteral("\\\\server\\share\\x"));
-    QCOMPARE(shown(u"\\\\?\\Volume{1}\\x"), QStringLiteral("\\\\?\\Volume{1}\\x")); // has no letter
+    QCOMPARE(shown(u"C:/a\\b. "), u"C:\\a\\b. "_s);
+    QCOMPARE(shown(u"\\\\?\\C:\\a"), u"C:\\a"_s);
+    QCOMPARE(shown(u"\\\\?\\UNC\\server\\share\\x"), u"\\\\server\\share\\x"_s);
+    QCOMPARE(shown(u"\\\\?\\Volume{1}\\x"), u"\\\\?\\Volume{1}\\x"_s); // has no letter
 }
 
 void TestPaths::driveRoots()
@@ -83,17 +83,17 @@ void TestPaths::driveRoots()
 void TestPaths::finalPathResolvesLinks()
 {
     tests::TestFolder folder;
-    const QString file = folder.makeFile(QStringLiteral("real\\Name.txt"));
-    const QString link = folder.makeLink(QStringLiteral("link"), QStringLiteral("real"));
-    const QString fileLink = folder.makeLink(QStringLiteral("other.txt"), QStringLiteral("real\\Name.txt"));
+    const QString file = folder.makeFile(u"real\\Name.txt"_s);
+    const QString link = folder.makeLink(u"link"_s, u"real"_s);
+    const QString fileLink = folder.makeLink(u"other.txt"_s, u"real\\Name.txt"_s);
 
-    QCOMPARE(finalPath(file), finalPath(folder.path()) + QStringLiteral("\\real\\Name.txt"));
-    QCOMPARE(finalPath(folder.path(QStringLiteral("REAL\\name.TXT"))), finalPath(file));
-    QCOMPARE(finalPath(link + QStringLiteral("\\Name.txt")), finalPath(file));
+    QCOMPARE(finalPath(file), finalPath(folder.path()) + u"\\real\\Name.txt"_s);
+    QCOMPARE(finalPath(folder.path(u"REAL\\name.TXT"_s)), finalPath(file));
+    QCOMPARE(finalPath(link + u"\\Name.txt"_s), finalPath(file));
     QCOMPARE(finalPath(fileLink), finalPath(file));
-    QVERIFY(finalPath(folder.path(QStringLiteral("nothing"))).isEmpty());
+    QVERIFY(finalPath(folder.path(u"nothing"_s)).isEmpty());
 
-    const QString deep = folder.makeFile((QString(200, u'd') + u'\\').repeated(5) + QStringLiteral("file"));
+    const QString deep = folder.makeFile((QString(200, u'd') + u'\\').repeated(5) + u"file"_s);
     QVERIFY(deep.size() > 1000);
     QVERIFY(fileExists(deep));
     QVERIFY(fileFacts(deep));
@@ -105,69 +105,68 @@ void TestPaths::finalPathResolvesLinks()
 void TestPaths::insideMeansWithoutLinks()
 {
     tests::TestFolder folder;
-    const QString root = folder.makeFolder(QStringLiteral("root"));
-    const QString inside = folder.makeFile(QStringLiteral("root\\sub\\a.txt"));
-    folder.makeFile(QStringLiteral("outside\\a.txt"));
-    folder.makeFile(QStringLiteral("rooted\\a.txt"));
-    folder.makeLink(QStringLiteral("root\\out"), QStringLiteral("outside"));
-    folder.makeLink(QStringLiteral("root\\back"), QStringLiteral("root\\sub"));
-    folder.makeLink(QStringLiteral("root\\out.txt"), QStringLiteral("outside\\a.txt"));
-    const QString rootLink = folder.makeLink(QStringLiteral("path"), QStringLiteral("root"));
+    const QString root = folder.makeFolder(u"root"_s);
+    const QString inside = folder.makeFile(u"root\\sub\\a.txt"_s);
+    folder.makeFile(u"outside\\a.txt"_s);
+    folder.makeFile(u"rooted\\a.txt"_s);
+    folder.makeLink(u"root\\out"_s, u"outside"_s);
+    folder.makeLink(u"root\\back"_s, u"root\\sub"_s);
+    folder.makeLink(u"root\\out.txt"_s, u"outside\\a.txt"_s);
+    const QString rootLink = folder.makeLink(u"path"_s, u"root"_s);
 
     QVERIFY(isInside(root, inside));
     QVERIFY(isInside(root + u'\\', inside));
     QVERIFY(isInside(root.toUpper(), inside.toLower()));
     // The user may have chosen the root through a link; what counts is what lies between it and the item.
-    QVERIFY(isInside(rootLink, rootLink + QStringLiteral("\\sub\\a.txt")));
+    QVERIFY(isInside(rootLink, rootLink + u"\\sub\\a.txt"_s));
 
     QVERIFY(!isInside(root, root));
     QVERIFY(!isInside(root, folder.path()));
-    QVERIFY(!isInside(root, folder.path(QStringLiteral("rooted\\a.txt"))));
-    QVERIFY(!isInside(root, root + QStringLiteral("\\..\\outside\\a.txt")));
-    QVERIFY(!isInside(root, root + QStringLiteral("\\nothing")));
-    QVERIFY(!isInside(root, root + QStringLiteral("\\out")));
-    QVERIFY(!isInside(root, root + QStringLiteral("\\out\\a.txt")));
-    QVERIFY(!isInside(root, root + QStringLiteral("\\out.txt")));
+    QVERIFY(!isInside(root, folder.path(u"rooted\\a.txt"_s)));
+    QVERIFY(!isInside(root, root + u"\\..\\outside\\a.txt"_s));
+    QVERIFY(!isInside(root, root + u"\\nothing"_s));
+    QVERIFY(!isInside(root, root + u"\\out"_s));
+    QVERIFY(!isInside(root, root + u"\\out\\a.txt"_s));
+    QVERIFY(!isInside(root, root + u"\\out.txt"_s));
     // Inside, but by a way that is a link: still another place than its name says.
-    QVERIFY(!isInside(root, root + QStringLiteral("\\back\\a.txt")));
+    QVERIFY(!isInside(root, root + u"\\back\\a.txt"_s));
     QVERIFY(!isInside(rootLink, inside));
 }
 
 void TestPaths::insideTakesNamesLiterally()
 {
     tests::TestFolder folder;
-    const QString dotted = folder.makeFile(QStringLiteral("name.txt."));
-    const QString spaced = folder.makeFile(QStringLiteral("name.txt "));
+    const QString dotted = folder.makeFile(u"name.txt."_s);
+    const QString spaced = folder.makeFile(u"name.txt "_s);
     QVERIFY(fileExists(dotted));
     QVERIFY(fileExists(spaced));
     // Wine leaves out the last character in the final path, so that such a file counts as doubtful there.
     QCOMPARE(isInside(folder.path(), dotted), !tests::isWine());
     QCOMPARE(isInside(folder.path(), spaced), !tests::isWine());
-    QVERIFY(!fileExists(folder.path(QStringLiteral("name.txt"))));
-    QVERIFY(!isInside(folder.path(), folder.path(QStringLiteral("name.txt"))));
+    QVERIFY(!fileExists(folder.path(u"name.txt"_s)));
+    QVERIFY(!isInside(folder.path(), folder.path(u"name.txt"_s)));
 }
 
 void TestPaths::identityIsThatOfTheObject()
 {
     tests::TestFolder folder;
-    const QString file = folder.makeFile(QStringLiteral("d\\a.txt"), "12345");
-    const QString twin = folder.makeFile(QStringLiteral("d\\b.txt"), "12345");
-    const QString hard = folder.makeHardLink(QStringLiteral("hard.txt"), QStringLiteral("d\\a.txt"));
-    folder.makeLink(QStringLiteral("link"), QStringLiteral("d"));
+    const QString file = folder.makeFile(u"d\\a.txt"_s, "12345");
+    const QString twin = folder.makeFile(u"d\\b.txt"_s, "12345");
+    const QString hard = folder.makeHardLink(u"hard.txt"_s, u"d\\a.txt"_s);
+    folder.makeLink(u"link"_s, u"d"_s);
     constexpr quint64 time = 0x01DA'0000'0000'0001;
-    folder.setTimes(QStringLiteral("d\\a.txt"), time, time);
+    folder.setTimes(u"d\\a.txt"_s, time, time);
 
     const std::optional<FileFacts> facts = fileFacts(file);
     QVERIFY(facts);
     QCOMPARE(facts->size, 5u);
     QCOMPARE(facts->linkCount, 2u);
     QCOMPARE(facts->lastWriteTime, time);
-    for (const QString &same :
-         {hard, folder.path(QStringLiteral("link\\a.txt")), folder.path(QStringLiteral("D\\A.TXT"))})
+    for (const QString &same : {hard, folder.path(u"link\\a.txt"_s), folder.path(u"D\\A.TXT"_s)})
         QVERIFY2(fileFacts(same)->identity == facts->identity, qPrintable(same));
     QVERIFY(fileFacts(twin)->identity != facts->identity);
     QVERIFY(fileFacts(folder.path())->identity != facts->identity);
-    QVERIFY(!fileFacts(folder.path(QStringLiteral("nothing"))));
+    QVERIFY(!fileFacts(folder.path(u"nothing"_s)));
 }
 
 QTEST_GUILESS_MAIN(TestPaths)

@@ -119,7 +119,7 @@ void PipedProcessTest::canBeGivenUp()
                              : process->read(bytes.data(), wish == 't' ? 500 : bytes.size());
     QVERIFY(!goesOn);
     QVERIFY(clock.elapsed() > 250);
-    QVERIFY(hasEnded(child, 1000));
+    QVERIFY(hasEnded(child, 20'000));
     QVERIFY(process->hasEnded());
 }
 
@@ -136,7 +136,7 @@ void PipedProcessTest::endsWithItsObject()
             group.reset();
         else
             process.reset();
-        QVERIFY(hasEnded(child, 1000));
+        QVERIFY(hasEnded(child, 20'000));
     }
 }
 
@@ -151,7 +151,7 @@ void PipedProcessTest::endsWithAKilledParent()
     QVERIFY(!hasEnded(grandchild, 200));
     parent.kill();
     QVERIFY(parent.waitForFinished());
-    QVERIFY(hasEnded(grandchild, 2000));
+    QVERIFY(hasEnded(grandchild, 20'000));
 }
 
 void PipedProcessTest::haveNoMoreMemoryThanAllowed()

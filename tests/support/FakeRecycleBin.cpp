@@ -18,12 +18,6 @@ FakeRecycleBin::~FakeRecycleBin()
     platform::setRecycleBin(nullptr);
 }
 
-QString FakeRecycleBin::keptAs(const QString &path) const
-{
-    const qsizetype index = taken.indexOf(path);
-    return index < 0 ? QString() : m_bin.filePath(QString::number(index));
-}
-
 bool FakeRecycleBin::move(const QString &path)
 {
     requireBelow(m_root, path);

@@ -29,9 +29,6 @@ public:
     QStringList asked; // what came through the checks, in order
     QStringList taken;
 
-    // Where the taken file lies now; empty when it was not taken.
-    QString keptAs(const QString &path) const;
-
 protected:
     bool move(const QString &path) override;
 
