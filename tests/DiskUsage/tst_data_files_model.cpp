@@ -13,6 +13,7 @@
 #include <limits>
 #include <new>
 
+using namespace Qt::StringLiterals;
 using namespace diskusage;
 using tests::column;
 using tests::MemoryEnumerator;
@@ -31,11 +32,11 @@ constexpr quint64 startOf2026 = 134'116'992'000'000'000;
 std::shared_ptr<ScanResult> someFiles()
 {
     MemoryEnumerator disk;
-    disk.addFile(QStringLiteral("C:\\r\\b\\beta.txt"), 1000, 0, startOf2026 + 2 * day);
-    disk.addFile(QStringLiteral("C:\\r\\b\\Alpha.pdf"), 9, 0, startOf2026 + 3 * day);
-    disk.addFile(QStringLiteral("C:\\r\\a\\gamma.txt"), 1000, 0, startOf2026 + day);
-    disk.addFile(QStringLiteral("C:\\r\\other.xyz"), 5);
-    return scanned(QStringLiteral("C:\\r"), disk);
+    disk.addFile(u"C:\\r\\b\\beta.txt"_s, 1000, 0, startOf2026 + 2 * day);
+    disk.addFile(u"C:\\r\\b\\Alpha.pdf"_s, 9, 0, startOf2026 + 3 * day);
+    disk.addFile(u"C:\\r\\a\\gamma.txt"_s, 1000, 0, startOf2026 + day);
+    disk.addFile(u"C:\\r\\other.xyz"_s, 5);
+    return scanned(u"C:\\r"_s, disk);
 }
 
 } // namespace
@@ -66,9 +67,7 @@ class DataFilesModelTest : public QObject
 
 private slots:
     void showsOneCategoryAtATime();
-    void sorts_data();
     void sorts();
-    void theOrderOutlivesAChangeOfCategory();
     void clearingDuringASortEnds();
     void aLackOfMemoryKeepsTheOrder();
     void aMillionFilesAreReadyAtOnce();
@@ -84,55 +83,42 @@ void DataFilesModelTest::showsOneCategoryAtATime()
     QCOMPARE(model.rowCount(), 0);
     model.showCategory(documents);
     // The largest first, and of equals the one that was met first.
-    QCOMPARE(column(model, FileName), QStringList({QStringLiteral("beta.txt"), QStringLiteral("gamma.txt"),
-                                                   QStringLiteral("Alpha.pdf")}));
-    QCOMPARE(model.filePath(2), QStringLiteral("C:\\r\\b\\Alpha.pdf"));
-    QCOMPARE(model.index(0, FilePath).data().toString(), QStringLiteral("C:\\r\\b"));
+    QCOMPARE(column(model, FileName), QStringList({u"beta.txt"_s, u"gamma.txt"_s, u"Alpha.pdf"_s}));
+    QCOMPARE(model.filePath(2), u"C:\\r\\b\\Alpha.pdf"_s);
+    QCOMPARE(model.index(0, FilePath).data().toString(), u"C:\\r\\b"_s);
     QCOMPARE(model.index(0, FileRawSize).data(Qt::EditRole), QVariant(quint64(1000)));
-    QVERIFY(model.index(0, FileLastAccess).data().toString().contains(QStringLiteral("2026")));
+    QVERIFY(model.index(0, FileLastAccess).data().toString().contains(u"2026"_s));
     model.showCategory(model.categoryTotal() - 1);
-    QCOMPARE(model.category(model.shownCategory()).category.name, QStringLiteral("Other file types"));
-    QCOMPARE(column(model, FileName), QStringList({QStringLiteral("other.xyz")}));
-}
-
-void DataFilesModelTest::sorts_data()
-{
-    QTest::addColumn<int>("section");
-    QTest::addColumn<bool>("ascending");
-    QTest::addColumn<QString>("names");
-    QTest::newRow("name, down") << int(FileName) << false << QStringLiteral("gamma.txt,beta.txt,Alpha.pdf");
-    // As texts 1000 would stand before 9.
-    QTest::newRow("size") << int(FileSizeText) << true << QStringLiteral("Alpha.pdf,beta.txt,gamma.txt");
-    QTest::newRow("last access") << int(FileLastAccess) << true
-                                 << QStringLiteral("gamma.txt,beta.txt,Alpha.pdf");
-    QTest::newRow("path") << int(FilePath) << true << QStringLiteral("gamma.txt,beta.txt,Alpha.pdf");
+    QCOMPARE(model.category(model.shownCategory()).category.name, u"Other file types"_s);
+    QCOMPARE(column(model, FileName), QStringList({u"other.xyz"_s}));
 }
 
 void DataFilesModelTest::sorts()
 {
-    QFETCH(int, section);
-    QFETCH(bool, ascending);
-    QFETCH(QString, names);
     DataFilesModel model;
     QAbstractItemModelTester tester(&model, QAbstractItemModelTester::FailureReportingMode::QtTest);
     model.setResult(someFiles());
     model.showCategory(documents);
-    model.sort(section, ascending ? Qt::AscendingOrder : Qt::DescendingOrder);
-    QTRY_COMPARE(column(model, FileName), names.split(QLatin1Char(',')));
-}
-
-void DataFilesModelTest::theOrderOutlivesAChangeOfCategory()
-{
-    DataFilesModel model;
-    model.setResult(someFiles());
-    model.showCategory(documents);
     const QPersistentModelIndex gamma = model.index(1, FileName);
+    const QStringList upwards{u"Alpha.pdf"_s, u"beta.txt"_s, u"gamma.txt"_s};
+    const QStringList downwards{upwards.rbegin(), upwards.rend()};
+    model.sort(FileSizeText, Qt::AscendingOrder); // as texts 1000 would stand before 9
+    QTRY_COMPARE(column(model, FileName), upwards);
+    model.sort(FileName, Qt::DescendingOrder);
+    QTRY_COMPARE(column(model, FileName), downwards);
+    model.sort(FileName, Qt::AscendingOrder);
+    QTRY_COMPARE(column(model, FileName), upwards);
+    model.sort(FileLastAccess, Qt::AscendingOrder);
+    QTRY_COMPARE(column(model, FileName), downwards);
+    model.sort(FileName, Qt::AscendingOrder);
+    QTRY_COMPARE(column(model, FileName), upwards);
     model.sort(FilePath, Qt::AscendingOrder);
     QTRY_COMPARE(gamma.row(), 0);
-    QCOMPARE(gamma.data().toString(), QStringLiteral("gamma.txt")); // a selection moves with its file
+    QCOMPARE(gamma.data().toString(), u"gamma.txt"_s); // a selection moves with its file
+    // The order outlives a change of the category.
     model.showCategory(model.categoryTotal() - 1);
     model.showCategory(documents);
-    QTRY_COMPARE(column(model, FileName).first(), QStringLiteral("gamma.txt"));
+    QTRY_COMPARE(column(model, FileName).first(), u"gamma.txt"_s);
 }
 
 void DataFilesModelTest::clearingDuringASortEnds()
@@ -163,7 +149,7 @@ void DataFilesModelTest::aLackOfMemoryKeepsTheOrder()
     model.setResult(result);
     model.showCategory(0);
     model.sort(FileName, Qt::AscendingOrder);
-    QTRY_COMPARE(model.record(2).name, QStringLiteral("10"));
+    QTRY_COMPARE(model.record(2).name, u"10"_s);
     QSignalSpy sorting(&model, &DataFilesModel::sortingChanged);
     QSignalSpy failed(&model, &DataFilesModel::sortingFailed);
     mostBytes = count; // the numbers of the rows take four times as much
@@ -172,11 +158,11 @@ void DataFilesModelTest::aLackOfMemoryKeepsTheOrder()
     mostBytes = std::numeric_limits<std::size_t>::max();
     QVERIFY(told);
     QCOMPARE(sorting.last().first().toBool(), false);
-    QCOMPARE(model.record(2).name, QStringLiteral("10"));
+    QCOMPARE(model.record(2).name, u"10"_s);
     QCOMPARE(model.sortColumn(), int(FileName));
     QCOMPARE(model.sortOrder(), Qt::AscendingOrder);
     model.sort(FileRawSize, Qt::AscendingOrder); // and with memory it works
-    QTRY_COMPARE(model.record(2).name, QStringLiteral("2"));
+    QTRY_COMPARE(model.record(2).name, u"2"_s);
 }
 
 void DataFilesModelTest::aMillionFilesAreReadyAtOnce()
@@ -184,7 +170,7 @@ void DataFilesModelTest::aMillionFilesAreReadyAtOnce()
     auto result = std::make_shared<ScanResult>();
     result->folders.push_back({});
     constexpr int count = 1'000'000;
-    const QString name = QStringLiteral("name");
+    const QString name = u"name"_s;
     for (int i = 0; i < count; ++i)
         result->others.files.push_back({name, 0, i, static_cast<quint64>(i) * 7919 % 1'000'003, 0});
     DataFilesModel model;
@@ -198,25 +184,22 @@ void DataFilesModelTest::aMillionFilesAreReadyAtOnce()
 void DataFilesModelTest::theBiggestFilesSortByTheirNumbers()
 {
     BiggestFilesModel model;
-    model.setFiles(
-        {{QStringLiteral("ten"), QStringLiteral("C:\\"), quint64(10) << 20, startOf2026 + 20 * day},
-         {QStringLiteral("nine"), QStringLiteral("C:\\x"), quint64(9) << 20, startOf2026 + 3 * day}});
+    model.setFiles({{u"ten"_s, u"C:\\"_s, quint64(10) << 20, startOf2026 + 20 * day},
+                    {u"nine"_s, u"C:\\x"_s, quint64(9) << 20, startOf2026 + 3 * day}});
     QStringList titles;
     for (int section = 0; section < model.columnCount(); ++section)
         titles.append(model.headerData(section, Qt::Horizontal).toString());
-    QCOMPARE(titles.join(QLatin1Char(',')), QStringLiteral("Name,Size,Last Access Time,Path,Raw Size"));
-    QCOMPARE(model.filePath(0), QStringLiteral("C:\\ten"));
+    QCOMPARE(titles.join(QLatin1Char(',')), u"Name,Size,Last Access Time,Path,Raw Size"_s);
+    QCOMPARE(model.filePath(0), u"C:\\ten"_s);
     for (const int section : {int(FileSizeText), int(FileLastAccess)}) {
         model.sort(section, Qt::AscendingOrder);
-        QCOMPARE(column(model, FileName), QStringList({QStringLiteral("nine"), QStringLiteral("ten")}));
+        QCOMPARE(column(model, FileName), QStringList({u"nine"_s, u"ten"_s}));
     }
-    model.setFiles({{QStringLiteral("b"), QStringLiteral("C:\\Z"), 3, 0},
-                    {QStringLiteral("C"), QStringLiteral("C:\\y"), 2, 0},
-                    {QStringLiteral("a"), QStringLiteral("C:\\x"), 1, 0}});
+    model.setFiles({{u"b"_s, u"C:\\Z"_s, 3, 0}, {u"C"_s, u"C:\\y"_s, 2, 0}, {u"a"_s, u"C:\\x"_s, 1, 0}});
     model.sort(FileName, Qt::AscendingOrder);
-    QCOMPARE(column(model, FileName).join(QLatin1Char(',')), QStringLiteral("a,b,C"));
+    QCOMPARE(column(model, FileName).join(QLatin1Char(',')), u"a,b,C"_s);
     model.sort(FilePath, Qt::AscendingOrder);
-    QCOMPARE(column(model, FileName).join(QLatin1Char(',')), QStringLiteral("a,C,b"));
+    QCOMPARE(column(model, FileName).join(QLatin1Char(',')), u"a,C,b"_s);
 }
 
 QTEST_GUILESS_MAIN(DataFilesModelTest)

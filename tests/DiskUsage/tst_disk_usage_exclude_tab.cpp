@@ -5,8 +5,8 @@
 #include "tests/DiskUsage/Find.h"
 #include "tests/support/FakeDialogs.h"
 #include "tests/support/FakeShell.h"
+#include "tests/support/RegistryTest.h"
 #include "tests/support/TestFolder.h"
-#include "tests/support/TestPrefix.h"
 #include "widgets/ElidedLabel.h"
 
 #include <QPushButton>
@@ -18,6 +18,7 @@
 #include <atomic>
 #include <memory>
 
+using namespace Qt::StringLiterals;
 using namespace diskusage;
 using tests::click;
 using tests::FakeDialogs;
@@ -34,15 +35,11 @@ void showTab(DiskUsageOptionsForm &form)
 
 } // namespace
 
-class DiskUsageExcludeTabTest : public QObject
+class DiskUsageExcludeTabTest : public tests::RegistryTest
 {
     Q_OBJECT
 
 private slots:
-    void initTestCase() { tests::requireTestPrefix(); }
-    void init() { m_guard = std::make_unique<tests::RegistryGuard>(); }
-    void cleanup() { m_guard.reset(); }
-
     void atMostTenFoldersAreExcluded();
     void aRemovedFolderStaysRemoved();
     void siblingsThatGoTooAreNamed();
@@ -50,9 +47,6 @@ private slots:
     void aServerThatDoesNotAnswerHoldsNothingUp();
     void longPathsDoNotWidenTheWindow();
     void theOneDriveFolderIsOpened();
-
-private:
-    std::unique_ptr<tests::RegistryGuard> m_guard;
 };
 
 void DiskUsageExcludeTabTest::atMostTenFoldersAreExcluded()
@@ -61,24 +55,22 @@ void DiskUsageExcludeTabTest::atMostTenFoldersAreExcluded()
     DiskUsageOptionsForm form;
     showTab(form);
     auto *list = find<QTreeWidget>(form, "excludeTreeWidget");
-    for (int i = 0; i < 10; ++i) {
-        QVERIFY(find<QPushButton>(form, "excludeAddButton")->isEnabled());
-        dialogs.nextFolder.enqueue(QStringLiteral("C:\\f%1\\").arg(i));
-        dialogs.nextFolder.enqueue(QStringLiteral("c:\\F%1").arg(i)); // the same folder once more
+    const auto add = [&](const QString &folder) {
+        dialogs.nextFolder.enqueue(folder);
         click(form, "excludeAddButton");
-        if (i < 9)
-            click(form, "excludeAddButton");
-        QCOMPARE(list->topLevelItemCount(), i + 1);
-        dialogs.nextFolder.clear();
-    }
+    };
+    for (int i = 0; i < 9; ++i)
+        add(u"C:\\f%1\\"_s.arg(i));
+    add(u"c:\\F0"_s); // the same folder once more
+    QCOMPARE(list->topLevelItemCount(), 9);
+    add(u"C:\\f9\\"_s);
+    QCOMPARE(list->topLevelItem(9)->text(0), u"C:\\f9"_s);
     QVERIFY(!find<QPushButton>(form, "excludeAddButton")->isEnabled());
-    QCOMPARE(list->topLevelItem(9)->text(0), QStringLiteral("C:\\f9"));
 }
 
 void DiskUsageExcludeTabTest::aRemovedFolderStaysRemoved()
 {
-    saveExcludedFolders(
-        {{true, QStringLiteral("C:\\a")}, {false, QStringLiteral("C:\\b")}, {true, QStringLiteral("C:\\c")}});
+    saveExcludedFolders({{true, u"C:\\a"_s}, {false, u"C:\\b"_s}, {true, u"C:\\c"_s}});
     DiskUsageOptionsForm form;
     showTab(form);
     auto *list = find<QTreeWidget>(form, "excludeTreeWidget");
@@ -88,8 +80,8 @@ void DiskUsageExcludeTabTest::aRemovedFolderStaysRemoved()
     list->setFocus();
     QTest::keyClick(list, Qt::Key_Delete);
     click(form, "saveButton");
-    QCOMPARE(loadExcludedFolders(), std::vector<core::ExcludedFolder>(
-                                        {{false, QStringLiteral("C:\\b")}, {true, QStringLiteral("C:\\c")}}));
+    QCOMPARE(loadExcludedFolders(),
+             std::vector<core::ExcludedFolder>({{false, u"C:\\b"_s}, {true, u"C:\\c"_s}}));
 }
 
 void DiskUsageExcludeTabTest::siblingsThatGoTooAreNamed()
@@ -97,15 +89,15 @@ void DiskUsageExcludeTabTest::siblingsThatGoTooAreNamed()
     const tests::TestFolder folder;
     for (const char *name : {"Data", "database", "Dat", "other"})
         folder.makeFolder(QLatin1String(name));
-    folder.makeFile(QStringLiteral("Data.txt"));
-    saveExcludedFolders({{true, folder.path(QStringLiteral("Data"))}});
+    folder.makeFile(u"Data.txt"_s);
+    saveExcludedFolders({{true, folder.path(u"Data"_s)}});
     DiskUsageOptionsForm form;
     showTab(form);
     auto *note = find<ElidedLabel>(form, "siblingNoteLabel");
     QTRY_VERIFY(note->isVisible());
-    QVERIFY(note->text().contains(folder.path(QStringLiteral("database"))));
-    QVERIFY(!note->text().contains(QStringLiteral("other")));
-    QVERIFY(!note->text().contains(QStringLiteral("Data.txt")));
+    QVERIFY(note->text().contains(folder.path(u"database"_s)));
+    QVERIFY(!note->text().contains(u"other"_s));
+    QVERIFY(!note->text().contains(u"Data.txt"_s));
     // A row that is not checked leaves nothing out.
     find<QTreeWidget>(form, "excludeTreeWidget")->topLevelItem(0)->setCheckState(0, Qt::Unchecked);
     QTRY_VERIFY(!note->isVisible());
@@ -113,12 +105,11 @@ void DiskUsageExcludeTabTest::siblingsThatGoTooAreNamed()
 
 void DiskUsageExcludeTabTest::siblingsAreLookedForOnTheScreenOnly()
 {
-    saveExcludedFolders({{true, QStringLiteral("C:\\a")}});
+    saveExcludedFolders({{true, u"C:\\a"_s}});
     auto asked = std::make_shared<std::atomic_int>(0);
-    DiskUsageOptionsForm form([asked](const QString &folder, const core::CancelFlag &) {
+    DiskUsageOptionsForm form([asked](const QString &, const core::CancelFlag &) {
         ++*asked;
-        return QStringList{folder + QLatin1Char('1'), folder + QLatin1Char('2'), folder + QLatin1Char('3'),
-                           folder + QLatin1Char('4'), folder + QLatin1Char('5')};
+        return QStringList{u"C:\\a1"_s, u"C:\\a2"_s, u"C:\\a3"_s, u"C:\\a4"_s, u"C:\\a5"_s};
     });
     form.load();
     QTest::qWait(100);
@@ -127,12 +118,12 @@ void DiskUsageExcludeTabTest::siblingsAreLookedForOnTheScreenOnly()
     auto *note = find<ElidedLabel>(form, "siblingNoteLabel");
     QTRY_VERIFY(note->isVisible());
     QCOMPARE(asked->load(), 1);
-    QVERIFY(note->text().endsWith(QStringLiteral("C:\\a1, C:\\a2, C:\\a3 and 2 more")));
+    QVERIFY(note->text().endsWith(u"C:\\a1, C:\\a2, C:\\a3 and 2 more"_s));
 }
 
 void DiskUsageExcludeTabTest::aServerThatDoesNotAnswerHoldsNothingUp()
 {
-    saveExcludedFolders({{true, QStringLiteral("C:\\a")}});
+    saveExcludedFolders({{true, u"C:\\a"_s}});
     struct Server {
         QSemaphore answers;
         std::atomic_int asked = 0;
@@ -160,12 +151,11 @@ void DiskUsageExcludeTabTest::aServerThatDoesNotAnswerHoldsNothingUp()
 
 void DiskUsageExcludeTabTest::longPathsDoNotWidenTheWindow()
 {
-    const QString path = QStringLiteral("C:\\") + QString(3000, QLatin1Char('w'));
+    const QString path = u"C:\\"_s + QString(3000, QLatin1Char('w'));
     saveExcludedFolders({{true, path}});
     settings::writeString(u"Environment", u"OneDrive", path);
-    DiskUsageOptionsForm form([](const QString &folder, const core::CancelFlag &) {
-        return QStringList{folder + QStringLiteral(" more")};
-    });
+    DiskUsageOptionsForm form(
+        [](const QString &folder, const core::CancelFlag &) { return QStringList{folder + u" more"_s}; });
     showTab(form);
     QTRY_VERIFY(find<ElidedLabel>(form, "siblingNoteLabel")->isVisible());
     QCoreApplication::processEvents(); // the layouts around hear of the note
@@ -177,12 +167,12 @@ void DiskUsageExcludeTabTest::longPathsDoNotWidenTheWindow()
 void DiskUsageExcludeTabTest::theOneDriveFolderIsOpened()
 {
     tests::FakeShell shell;
-    const QString environment = QStringLiteral("Environment");
+    const QString environment = u"Environment"_s;
     settings::writeString(environment, u"OneDrive", u"C:\\Users\\x\\OneDrive");
     DiskUsageOptionsForm form;
     showTab(form);
     click(form, "openOneDriveButton");
-    QCOMPARE(shell.opened, QStringList({QStringLiteral("C:\\Users\\x\\OneDrive")}));
+    QCOMPARE(shell.opened, QStringList({u"C:\\Users\\x\\OneDrive"_s}));
     settings::deleteValue(environment, u"OneDrive");
     form.load();
     QVERIFY(!find<QPushButton>(form, "openOneDriveButton")->isEnabled());

@@ -5,8 +5,8 @@
 #include "DiskUsage/UsageGraph.h"
 #include "tests/DiskUsage/Scene.h"
 #include "tests/support/FakeDialogs.h"
+#include "tests/support/RegistryTest.h"
 #include "tests/support/TestFolder.h"
-#include "tests/support/TestPrefix.h"
 #include "widgets/FLCardButton.h"
 #include "widgets/PathBar.h"
 
@@ -21,6 +21,7 @@
 
 #include <memory>
 
+using namespace Qt::StringLiterals;
 using diskusage::loadRecentFolders;
 using tests::FakeDialogs;
 using tests::megabyte;
@@ -28,18 +29,12 @@ using tests::MemoryEnumerator;
 using tests::Scene;
 using tests::TestFolder;
 
-class DiskUsageFormTest : public QObject
+class DiskUsageFormTest : public tests::RegistryTest
 {
     Q_OBJECT
 
 private slots:
-    void initTestCase()
-    {
-        tests::requireTestPrefix();
-        QApplication::setStyle(QStringLiteral("Fusion"));
-    }
-    void init() { m_guard = std::make_unique<tests::RegistryGuard>(); }
-    void cleanup() { m_guard.reset(); }
+    void initTestCase() { QApplication::setStyle(u"Fusion"_s); }
 
     void aRealFolderIsMeasured();
     void foldersAreChosenAndRemembered();
@@ -50,19 +45,16 @@ private slots:
     void aMissingFolderIsNoError();
     void aDeepChainIsShownAndFreed();
     void aSleepingDriveBlocksNothing();
-
-private:
-    std::unique_ptr<tests::RegistryGuard> m_guard;
 };
 
 void DiskUsageFormTest::aRealFolderIsMeasured()
 {
     TestFolder folder;
-    folder.makeLargeFile(QStringLiteral("big\\huge.iso"), quint64(5) << 30);
-    folder.makeFile(QStringLiteral("x;y.txt"), QByteArray(300, 'x'));
-    folder.makeFile(QStringLiteral("big\\deep\\\U0001F600.pdf"), QByteArray(2000, 'x'));
-    folder.makeFolder(QStringLiteral("empty"));
-    folder.makeLink(QStringLiteral("big\\deep\\up"), QStringLiteral("big"));
+    folder.makeLargeFile(u"big\\huge.iso"_s, quint64(5) << 30);
+    folder.makeFile(u"x;y.txt"_s, QByteArray(300, 'x'));
+    folder.makeFile(u"big\\deep\\\U0001F600.pdf"_s, QByteArray(2000, 'x'));
+    folder.makeFolder(u"empty"_s);
+    folder.makeLink(u"big\\deep\\up"_s, u"big"_s);
     Scene scene(new DiskUsageForm);
     QVERIFY(scene.scan(folder.path() + QLatin1Char('\\')));
     const FolderModel &model = scene.form->folderModel();
@@ -73,10 +65,10 @@ void DiskUsageFormTest::aRealFolderIsMeasured()
     QCOMPARE(raw(FolderModel::Name).toString(), QFileInfo(folder.path()).fileName());
     QCOMPARE(raw(FolderModel::Path).toString(), folder.path());
     QCOMPARE(raw(FolderModel::Size).toULongLong(), (quint64(5) << 30) + 2300);
-    QCOMPARE(raw(FolderModel::SizeText).toString(), QStringLiteral("5.00 GB"));
+    QCOMPARE(raw(FolderModel::SizeText).toString(), u"5.00 GB"_s);
     QCOMPARE(raw(FolderModel::FileCount).toInt(), 3);
     QCOMPARE(raw(FolderModel::FolderCount).toInt(), 4); // big, deep, up, empty
-    QVERIFY(raw(FolderModel::MaxData).toString().endsWith(QStringLiteral("x;y.txt:300:0;empty:0:1;")));
+    QVERIFY(raw(FolderModel::MaxData).toString().endsWith(u"x;y.txt:300:0;empty:0:1;"_s));
     QCOMPARE(loadRecentFolders(), QStringList({folder.path()}));
 }
 
@@ -85,27 +77,27 @@ void DiskUsageFormTest::foldersAreChosenAndRemembered()
     FakeDialogs dialogs;
     Scene scene;
     QSignalSpy results(scene.form.get(), &DiskUsageForm::resultsShown);
-    dialogs.nextFolder.enqueue(QStringLiteral("C:\\r\\a"));
+    dialogs.nextFolder.enqueue(u"C:\\r\\a"_s);
     QTest::mouseClick(scene.find<QPushButton>("selectFolderButton"), Qt::LeftButton);
     QVERIFY(results.wait());
-    QCOMPARE(dialogs.fileDialogs.first().title, QStringLiteral("Select folder to scan"));
+    QCOMPARE(dialogs.fileDialogs.first().title, u"Select folder to scan"_s);
     QVERIFY(scene.goBack());
-    QVERIFY(scene.scan(QStringLiteral("C:\\r\\c\\")));
-    QCOMPARE(loadRecentFolders(), QStringList({QStringLiteral("C:\\r\\c"), QStringLiteral("C:\\r\\a")}));
+    QVERIFY(scene.scan(u"C:\\r\\c\\"_s));
+    QCOMPARE(loadRecentFolders(), QStringList({u"C:\\r\\c"_s, u"C:\\r\\a"_s}));
     // Also when the form is made anew, and a click scans.
     Scene next(new DiskUsageForm(tests::lending(scene.disk), tests::noDrive));
-    const auto cards = next.form->findChildren<FLCardButton *>(QStringLiteral("recentFolderCard"));
+    const auto cards = next.form->findChildren<FLCardButton *>(u"recentFolderCard"_s);
     QCOMPARE(cards.size(), 2);
     QSignalSpy nextResults(next.form.get(), &DiskUsageForm::resultsShown);
     QTest::mouseClick(cards.at(1), Qt::LeftButton);
     QVERIFY(nextResults.wait());
-    QCOMPARE(next.row({}).data().toString(), QStringLiteral("a"));
+    QCOMPARE(next.row({}).data().toString(), u"a"_s);
 }
 
 void DiskUsageFormTest::aFolderIsDropped()
 {
     TestFolder folder;
-    folder.makeFile(QStringLiteral("file.txt"), QByteArray(10, 'x'));
+    folder.makeFile(u"file.txt"_s, QByteArray(10, 'x'));
     Scene scene(new DiskUsageForm);
     auto *start = scene.form->findChild<DiskUsageStartForm *>();
     const auto drop = [start](const QString &path) {
@@ -120,7 +112,7 @@ void DiskUsageFormTest::aFolderIsDropped()
         QApplication::sendEvent(start, &event);
         return true;
     };
-    QVERIFY(!drop(folder.path(QStringLiteral("file.txt")))); // a file is no folder
+    QVERIFY(!drop(folder.path(u"file.txt"_s))); // a file is no folder
     QVERIFY(!scene.form->isBusy());
     QSignalSpy results(scene.form.get(), &DiskUsageForm::resultsShown);
     QVERIFY(drop(folder.path() + QLatin1Char('/')));
@@ -149,7 +141,7 @@ void DiskUsageFormTest::unsavedOptionsAskBeforeTheFormIsLeft()
 
 void DiskUsageFormTest::theTabKeyFollowsThePage()
 {
-    diskusage::saveRecentFolders({QStringLiteral("C:\\r"), QStringLiteral("C:\\s")});
+    diskusage::saveRecentFolders({u"C:\\r"_s, u"C:\\s"_s});
     const auto ready = [](const QString &root) {
         platform::Drive drive = tests::noDrive(root);
         drive.ready = true;
@@ -157,7 +149,7 @@ void DiskUsageFormTest::theTabKeyFollowsThePage()
     };
     MemoryEnumerator disk;
     Scene scene(new DiskUsageForm(tests::lending(disk), ready));
-    QTRY_VERIFY(scene.find<FLCardButton>("driveCardC")->text().contains(QStringLiteral("(C:)")));
+    QTRY_VERIFY(scene.find<FLCardButton>("driveCardC")->text().contains(u"(C:)"_s));
     auto *first = scene.find<QPushButton>("selectFolderButton");
     first->setFocus();
     QStringList visited;
@@ -172,18 +164,18 @@ void DiskUsageFormTest::theTabKeyFollowsThePage()
         QVERIFY2(top >= lastTop, qPrintable(visited.join(QLatin1Char(' '))));
         lastTop = top;
     }
-    QVERIFY(visited.contains(QStringLiteral("driveCardC")));
-    QCOMPARE(visited.count(QStringLiteral("recentFolderCard")), 2);
+    QVERIFY(visited.contains(u"driveCardC"_s));
+    QCOMPARE(visited.count(u"recentFolderCard"_s), 2);
 }
 
 void DiskUsageFormTest::everyControlHasAName()
 {
     Scene scene;
-    QVERIFY(scene.scan(QStringLiteral("C:\\r")));
+    QVERIFY(scene.scan(u"C:\\r"_s));
     for (const QWidget *widget : scene.form->findChildren<QWidget *>()) {
         // What is hidden itself gets its text when it is shown.
         if (widget->focusPolicy() == Qt::NoFocus || widget->focusProxy() || widget->isHidden() ||
-            widget->objectName().startsWith(QStringLiteral("qt_")))
+            widget->objectName().startsWith(u"qt_"_s))
             continue;
         const auto *button = qobject_cast<const QAbstractButton *>(widget);
         const bool named = !widget->accessibleName().isEmpty() || (button && !button->text().isEmpty());
@@ -200,22 +192,21 @@ void DiskUsageFormTest::aMissingFolderIsNoError()
 {
     FakeDialogs dialogs; // any box would fail the test
     Scene scene;
-    QVERIFY(scene.scan(QStringLiteral("C:\\gone")));
-    QCOMPARE(scene.row({}).siblingAtColumn(FolderModel::SizeText).data().toString(),
-             QStringLiteral("0.00 KB"));
+    QVERIFY(scene.scan(u"C:\\gone"_s));
+    QCOMPARE(scene.row({}).siblingAtColumn(FolderModel::SizeText).data().toString(), u"0.00 KB"_s);
     QVERIFY(scene.find<UsageGraph>("usageGraph")->boxes().empty());
-    QCOMPARE(scene.find<QTabWidget>("resultTabWidget")->tabText(3), QStringLiteral("Not Counted (1)"));
+    QCOMPARE(scene.find<QTabWidget>("resultTabWidget")->tabText(3), u"Not Counted (1)"_s);
     QVERIFY(scene.goBack());
 }
 
 void DiskUsageFormTest::aDeepChainIsShownAndFreed()
 {
     Scene scene;
-    QString path = QStringLiteral("C:\\deep");
+    QString path = u"C:\\deep"_s;
     for (int level = 0; level < 3000; ++level)
-        path += QStringLiteral("\\n");
-    scene.disk.addFile(path + QStringLiteral("\\x"), megabyte);
-    QVERIFY(scene.scan(QStringLiteral("C:\\deep")));
+        path += u"\\n"_s;
+    scene.disk.addFile(path + u"\\x"_s, megabyte);
+    QVERIFY(scene.scan(u"C:\\deep"_s));
     QCOMPARE(scene.row({}).siblingAtColumn(FolderModel::FolderCount).data().toInt(), 3000);
     // Twenty levels down, as a person would go.
     for (int level = 0; level < 20; ++level)
@@ -236,8 +227,8 @@ void DiskUsageFormTest::aSleepingDriveBlocksNothing()
     {
         Scene scene(new DiskUsageForm(tests::lending(disk), slowDrive));
         QVERIFY(QTest::qWaitForWindowExposed(scene.form.get()));
-        QTRY_COMPARE(scene.find<FLCardButton>("driveCardC")->caption(), QStringLiteral("Reading ..."));
-        QVERIFY(scene.scan(QStringLiteral("C:\\r")));
+        QTRY_COMPARE(scene.find<FLCardButton>("driveCardC")->caption(), u"Reading ..."_s);
+        QVERIFY(scene.scan(u"C:\\r"_s));
     }
     awake->release(1000); // every drive
 }

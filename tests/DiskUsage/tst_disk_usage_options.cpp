@@ -7,7 +7,7 @@
 #include "platform/Handle.h"
 #include "tests/DiskUsage/Find.h"
 #include "tests/support/FakeDialogs.h"
-#include "tests/support/TestPrefix.h"
+#include "tests/support/RegistryTest.h"
 #include "widgets/NoticeBar.h"
 
 #include <QCheckBox>
@@ -21,9 +21,9 @@
 #include <QToolButton>
 #include <QTreeWidget>
 
-#include <memory>
 #include <string_view>
 
+using namespace Qt::StringLiterals;
 using namespace diskusage;
 using tests::click;
 using tests::FakeDialogs;
@@ -48,26 +48,18 @@ QTreeWidgetItem *category(const DiskUsageOptionsForm &form, int row)
 
 } // namespace
 
-class DiskUsageOptionsTest : public QObject
+class DiskUsageOptionsTest : public tests::RegistryTest
 {
     Q_OBJECT
 
 private slots:
-    void initTestCase() { tests::requireTestPrefix(); }
-    void init() { m_guard = std::make_unique<tests::RegistryGuard>(); }
-    void cleanup() { m_guard.reset(); }
-
     void hasItsNamesAndSlots();
     void editsCountWhenSaved();
-    void leavingAsksAboutUnsavedEdits_data();
     void leavingAsksAboutUnsavedEdits();
     void restoreBringsTheBuiltInTypesBack();
     void extensionsAreEdited();
     void deletingAnExtensionAsks();
     void aRefusedSaveIsNoSuccess();
-
-private:
-    std::unique_ptr<tests::RegistryGuard> m_guard;
 };
 
 void DiskUsageOptionsTest::hasItsNamesAndSlots()
@@ -91,9 +83,8 @@ void DiskUsageOptionsTest::hasItsNamesAndSlots()
              {&edit, "newValue(QString)"},
              {&add, "newExtension(QString)"}})
         QVERIFY2(object->metaObject()->indexOfMethod(slot) >= 0, slot);
-    QCOMPARE(find<QCheckBox>(form, "excludeOneDrivecheckBox")->text(),
-             QStringLiteral("Exclude OneDrive Folder"));
-    QCOMPARE(category(form, 6)->text(0), QStringLiteral("Font Files (.fnt, .fon, .otf, .ttf)"));
+    QCOMPARE(find<QCheckBox>(form, "excludeOneDrivecheckBox")->text(), u"Exclude OneDrive Folder"_s);
+    QCOMPARE(category(form, 6)->text(0), u"Font Files (.fnt, .fon, .otf, .ttf)"_s);
 }
 
 void DiskUsageOptionsTest::editsCountWhenSaved()
@@ -105,9 +96,9 @@ void DiskUsageOptionsTest::editsCountWhenSaved()
     category(form, 2)->setCheckState(0, Qt::Unchecked);
     find<QTabWidget>(form, "optionsTabWidget")->setCurrentIndex(1);
     find<QCheckBox>(form, "excludeOneDrivecheckBox")->setChecked(true);
-    dialogs.nextFolder.enqueue(QStringLiteral("C:/some/folder"));
+    dialogs.nextFolder.enqueue(u"C:/some/folder"_s);
     click(form, "excludeAddButton");
-    QCOMPARE(dialogs.fileDialogs.first().title, QStringLiteral("Select folder to exclude..."));
+    QCOMPARE(dialogs.fileDialogs.first().title, u"Select folder to exclude..."_s);
     QVERIFY(form.hasUnsavedChanges());
     QCOMPARE(loadScanSettings(), (ScanSettings{core::defaultFileTypes(), {}, false}));
 
@@ -116,50 +107,43 @@ void DiskUsageOptionsTest::editsCountWhenSaved()
     const ScanSettings saved = loadScanSettings();
     QVERIFY(!saved.fileTypes[2].enabled);
     QVERIFY(saved.excludeOneDrive);
-    QCOMPARE(saved.excludedFolders,
-             std::vector<core::ExcludedFolder>({{true, QStringLiteral("C:\\some\\folder")}}));
+    QCOMPARE(saved.excludedFolders, std::vector<core::ExcludedFolder>({{true, u"C:\\some\\folder"_s}}));
     DiskUsageOptionsForm next;
     QCOMPARE(category(next, 2)->checkState(0), Qt::Unchecked);
     QVERIFY(find<QCheckBox>(next, "excludeOneDrivecheckBox")->isChecked());
 }
 
-void DiskUsageOptionsTest::leavingAsksAboutUnsavedEdits_data()
-{
-    QTest::addColumn<int>("answer");
-    QTest::addColumn<bool>("left");
-    QTest::addColumn<bool>("enabled");
-    QTest::newRow("save") << int(QMessageBox::Yes) << true << false;
-    QTest::newRow("forget") << int(QMessageBox::No) << true << true;
-    QTest::newRow("stay") << int(QMessageBox::Cancel) << false << true;
-}
-
 void DiskUsageOptionsTest::leavingAsksAboutUnsavedEdits()
 {
-    QFETCH(int, answer);
-    QFETCH(bool, left);
-    QFETCH(bool, enabled);
-    FakeDialogs dialogs;
-    DiskUsageOptionsForm form;
-    form.show();
-    category(form, 0)->setCheckState(0, Qt::Unchecked);
-    QSignalSpy closed(&form, &DiskUsageOptionsForm::closed);
-    dialogs.nextAnswer.enqueue(QMessageBox::StandardButton(answer));
-    click(form, "optionsBackButton");
-    QCOMPARE(dialogs.questions.size(), 1);
-    QCOMPARE(dialogs.questions.first().text,
-             QStringLiteral(
-                 "There are unsaved changes in the Options page. Do you want to save the changes now?"));
-    QCOMPARE(closed.count(), left ? 1 : 0);
-    QCOMPARE(settings::loadFileTypesOrDefaults().front().enabled, enabled);
-    if (!left)
-        return;
-    // What was forgotten is not there when the page is opened again, and nothing more is asked.
-    form.load();
-    QCOMPARE(category(form, 0)->checkState(0), enabled ? Qt::Checked : Qt::Unchecked);
-    category(form, 1)->setCheckState(0, Qt::Unchecked); // there and back is no edit
-    category(form, 1)->setCheckState(0, Qt::Checked);
-    click(form, "optionsBackButton");
-    QCOMPARE(dialogs.questions.size(), 1);
+    struct Case {
+        QMessageBox::StandardButton answer;
+        bool leaves, saves;
+    };
+    for (const auto &[answer, leaves, saves] : {Case{QMessageBox::Cancel, false, false},
+                                                {QMessageBox::No, true, false},
+                                                {QMessageBox::Yes, true, true}}) {
+        FakeDialogs dialogs;
+        DiskUsageOptionsForm form;
+        form.show();
+        category(form, 0)->setCheckState(0, Qt::Unchecked);
+        QSignalSpy closed(&form, &DiskUsageOptionsForm::closed);
+        dialogs.nextAnswer.enqueue(answer);
+        click(form, "optionsBackButton");
+        QCOMPARE(dialogs.questions.size(), 1);
+        QCOMPARE(dialogs.questions.first().text,
+                 u"There are unsaved changes in the Options page. Do you want to save the changes now?"_s);
+        QCOMPARE(closed.count(), leaves ? 1 : 0);
+        QCOMPARE(settings::loadFileTypesOrDefaults().front().enabled, !saves);
+        if (!leaves)
+            continue;
+        // What was forgotten is not there when the page is opened again, and nothing more is asked.
+        form.load();
+        QCOMPARE(category(form, 0)->checkState(0), saves ? Qt::Unchecked : Qt::Checked);
+        category(form, 1)->setCheckState(0, Qt::Unchecked); // there and back is no edit
+        category(form, 1)->setCheckState(0, Qt::Checked);
+        click(form, "optionsBackButton");
+        QCOMPARE(dialogs.questions.size(), 1);
+    }
 }
 
 void DiskUsageOptionsTest::restoreBringsTheBuiltInTypesBack()
@@ -173,9 +157,8 @@ void DiskUsageOptionsTest::restoreBringsTheBuiltInTypesBack()
     form.show();
     dialogs.nextAnswer.enqueue(QMessageBox::No);
     click(form, "FileTypesRestoreButton");
-    QCOMPARE(dialogs.questions.first().title, QStringLiteral("Confirm to restore"));
-    QCOMPARE(dialogs.questions.first().text,
-             QStringLiteral("Are you sure you want to restore the file types?"));
+    QCOMPARE(dialogs.questions.first().title, u"Confirm to restore"_s);
+    QCOMPARE(dialogs.questions.first().text, u"Are you sure you want to restore the file types?"_s);
     QVERIFY(!form.hasUnsavedChanges());
     dialogs.nextAnswer.enqueue(QMessageBox::Yes);
     click(form, "FileTypesRestoreButton");
@@ -192,27 +175,25 @@ void DiskUsageOptionsTest::extensionsAreEdited()
     category(form, 6)->setCheckState(0, Qt::Unchecked);
     click(form, "FileTypesEditButton");
     auto *edit = openDialog<DiskUsageEditFileTypesDialog>(form);
-    QCOMPARE(edit->windowTitle(), QStringLiteral("Edit File Types"));
-    QCOMPARE(find<QLabel>(*edit, "titleLabel")->text(), QStringLiteral("File Extensions for Font Files"));
+    QCOMPARE(edit->windowTitle(), u"Edit File Types"_s);
+    QCOMPARE(find<QLabel>(*edit, "titleLabel")->text(), u"File Extensions for Font Files"_s);
     click(*edit, "AddButton");
     auto *add = openDialog<DiskUsageAddFileTypesDialog>(*edit);
-    QCOMPARE(add->windowTitle(), QStringLiteral("New File Extensions"));
-    QVERIFY(find<QLabel>(*add, "hintLabel")
-                ->text()
-                .startsWith(QStringLiteral("Add a new file extensions. Example: \"")));
+    QCOMPARE(add->windowTitle(), u"New File Extensions"_s);
+    QVERIFY(find<QLabel>(*add, "hintLabel")->text().startsWith(u"Add a new file extensions. Example: \""_s));
     auto *typed = find<QLineEdit>(*add, "FileTypeLineEdit");
-    typed->setText(QStringLiteral(".a,.b"));
+    typed->setText(u".a,.b"_s);
     QVERIFY(!find<QPushButton>(*add, "OKButton")->isEnabled());
     QTest::keyClick(typed, Qt::Key_Return);
     QVERIFY(add->isVisible());
-    typed->setText(QStringLiteral("*.WOFF"));
+    typed->setText(u"*.WOFF"_s);
     click(*add, "OKButton");
     click(*edit, "SaveButton");
-    QCOMPARE(category(form, 6)->text(0), QStringLiteral("Font Files (.fnt, .fon, .otf, .ttf, .woff)"));
+    QCOMPARE(category(form, 6)->text(0), u"Font Files (.fnt, .fon, .otf, .ttf, .woff)"_s);
     QCOMPARE(category(form, 6)->checkState(0), Qt::Unchecked); // the edit is about the extensions alone
     click(form, "saveButton");
     QCOMPARE(settings::loadFileTypesOrDefaults()[6].storedText(),
-             QStringLiteral("0;Font Files (.fnt, .fon, .otf, .ttf, .woff)"));
+             u"0;Font Files (.fnt, .fon, .otf, .ttf, .woff)"_s);
 }
 
 void DiskUsageOptionsTest::deletingAnExtensionAsks()
@@ -224,13 +205,13 @@ void DiskUsageOptionsTest::deletingAnExtensionAsks()
     find<QListWidget>(dialog, "extensionListWidget")->setCurrentRow(1);
     dialogs.nextAnswer.enqueue(QMessageBox::No);
     click(dialog, "DeleteButton");
-    QCOMPARE(dialogs.questions.first().title, QStringLiteral("Confirm to delete"));
-    QCOMPARE(dialogs.questions.first().text, QStringLiteral("Are you sure you want to delete"));
+    QCOMPARE(dialogs.questions.first().title, u"Confirm to delete"_s);
+    QCOMPARE(dialogs.questions.first().text, u"Are you sure you want to delete"_s);
     dialogs.nextAnswer.enqueue(QMessageBox::Yes);
     click(dialog, "DeleteButton");
-    dialog.on_newFileExtensionValue(QStringLiteral(".TTF")); // already there
+    dialog.on_newFileExtensionValue(u".TTF"_s); // already there
     click(dialog, "SaveButton");
-    QCOMPARE(values.takeFirst().first().toString(), QStringLiteral("Font Files (.fnt, .otf, .ttf)"));
+    QCOMPARE(values.takeFirst().first().toString(), u"Font Files (.fnt, .otf, .ttf)"_s);
 }
 
 void DiskUsageOptionsTest::aRefusedSaveIsNoSuccess()
@@ -252,7 +233,7 @@ void DiskUsageOptionsTest::aRefusedSaveIsNoSuccess()
     click(form, "saveButton");
     const auto *notice = form.findChild<NoticeBar *>();
     QVERIFY(!notice->text().isEmpty());
-    QVERIFY(!notice->text().startsWith(QStringLiteral("Saved")));
+    QVERIFY(!notice->text().startsWith(u"Saved"_s));
     QVERIFY(form.hasUnsavedChanges());
     QVERIFY(find<QPushButton>(form, "saveButton")->isEnabled());
     // Whoever wants the edits saved before leaving is not sent away without them.

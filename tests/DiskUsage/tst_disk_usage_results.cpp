@@ -7,8 +7,8 @@
 #include "tests/DiskUsage/Scene.h"
 #include "tests/support/FakeDialogs.h"
 #include "tests/support/FakeShell.h"
+#include "tests/support/RegistryTest.h"
 #include "tests/support/TestFolder.h"
-#include "tests/support/TestPrefix.h"
 #include "widgets/PathBar.h"
 
 #include <QAction>
@@ -24,6 +24,7 @@
 #include <QToolButton>
 #include <QTreeView>
 
+using namespace Qt::StringLiterals;
 using diskusage::loadRecentFolders;
 using tests::column;
 using tests::FakeDialogs;
@@ -38,23 +39,17 @@ namespace
 QByteArray contents(const QString &path)
 {
     QFile file(path);
-    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArrayLiteral("(unreadable)");
+    return file.open(QIODevice::ReadOnly) ? file.readAll() : "(unreadable)"_ba;
 }
 
 } // namespace
 
-class DiskUsageResultsTest : public QObject
+class DiskUsageResultsTest : public tests::RegistryTest
 {
     Q_OBJECT
 
 private slots:
-    void initTestCase()
-    {
-        tests::requireTestPrefix();
-        QApplication::setStyle(QStringLiteral("Fusion"));
-    }
-    void init() { m_guard = std::make_unique<tests::RegistryGuard>(); }
-    void cleanup() { m_guard.reset(); }
+    void initTestCase() { QApplication::setStyle(u"Fusion"_s); }
 
     void theTreeOpensAsItShould();
     void whatIsNotCountedIsListed();
@@ -65,15 +60,12 @@ private slots:
     void longPathsDoNotWidenTheWindow();
     void keysAndMenuActOnTheSelection();
     void tablesAreExported();
-
-private:
-    std::unique_ptr<tests::RegistryGuard> m_guard;
 };
 
 void DiskUsageResultsTest::theTreeOpensAsItShould()
 {
     Scene scene;
-    QVERIFY(scene.scan(QStringLiteral("C:/r")));
+    QVERIFY(scene.scan(u"C:/r"_s));
     QTreeView *tree = scene.tree();
     QVERIFY(tree->isExpanded(scene.row({})));
     QCOMPARE(tree->currentIndex().siblingAtColumn(0), scene.row({}));
@@ -83,12 +75,12 @@ void DiskUsageResultsTest::theTreeOpensAsItShould()
         if (!tree->isColumnHidden(section))
             shown.append(tree->model()->headerData(section, Qt::Horizontal).toString());
     }
-    QCOMPARE(shown.join(QLatin1Char(',')), QStringLiteral("Name,Percentage,Size,File Count,Folder Count"));
+    QCOMPARE(shown.join(QLatin1Char(',')), u"Name,Percentage,Size,File Count,Folder Count"_s);
     // The largest first; a click on the header turns it round.
-    QCOMPARE(column(*tree->model(), 0, scene.row({})).first(), QStringLiteral("a"));
+    QCOMPARE(column(*tree->model(), 0, scene.row({})).first(), u"a"_s);
     const int x = tree->header()->sectionViewportPosition(FolderModel::SizeText) + 10;
     QTest::mouseClick(tree->header()->viewport(), Qt::LeftButton, {}, QPoint(x, 5));
-    QCOMPARE(column(*tree->model(), 0, scene.row({})).last(), QStringLiteral("a"));
+    QCOMPARE(column(*tree->model(), 0, scene.row({})).last(), u"a"_s);
     const QVariant alignment =
         scene.row({}).siblingAtColumn(FolderModel::SizeText).data(Qt::TextAlignmentRole);
     QVERIFY((alignment.toInt() & Qt::AlignRight) != 0);
@@ -96,44 +88,43 @@ void DiskUsageResultsTest::theTreeOpensAsItShould()
 
 void DiskUsageResultsTest::whatIsNotCountedIsListed()
 {
-    diskusage::saveExcludedFolders({{true, QStringLiteral("C:\\r\\c")}});
+    diskusage::saveExcludedFolders({{true, u"C:\\r\\c"_s}});
     Scene scene;
-    scene.disk.setBrokenOff(QStringLiteral("C:\\r\\a\\b"));
-    QVERIFY(scene.scan(QStringLiteral("C:\\r")));
+    scene.disk.setBrokenOff(u"C:\\r\\a\\b"_s);
+    QVERIFY(scene.scan(u"C:\\r"_s));
     auto *tabs = scene.find<QTabWidget>("resultTabWidget");
     QVERIFY(tabs->isTabVisible(3));
-    QCOMPARE(tabs->tabText(3), QStringLiteral("Not Counted (4)"));
+    QCOMPARE(tabs->tabText(3), u"Not Counted (4)"_s);
     const QAbstractItemModel &model = *scene.find<QTableView>("notCountedTableView")->model();
-    QCOMPARE(column(model, 0), QStringList({QStringLiteral("C:\\r\\a\\b"), QStringLiteral("C:\\r\\c"),
-                                            QStringLiteral("C:\\r\\locked"), QStringLiteral("C:\\r\\loop")}));
+    QCOMPARE(column(model, 0),
+             QStringList({u"C:\\r\\a\\b"_s, u"C:\\r\\c"_s, u"C:\\r\\locked"_s, u"C:\\r\\loop"_s}));
     const QStringList reasons = column(model, 1);
     QCOMPARE(QSet<QString>(reasons.begin(), reasons.end()).size(), 4);
     // With nothing left out there is no such page.
-    QVERIFY(scene.scan(QStringLiteral("C:\\r\\c")));
+    QVERIFY(scene.scan(u"C:\\r\\c"_s));
     QVERIFY(!tabs->isTabVisible(3));
 }
 
 void DiskUsageResultsTest::theBiggestFilesAndFileTypesAreShown()
 {
     Scene scene;
-    QVERIFY(scene.scan(QStringLiteral("C:\\r")));
+    QVERIFY(scene.scan(u"C:\\r"_s));
     auto *tabs = scene.find<QTabWidget>("resultTabWidget");
     tabs->setCurrentIndex(1);
-    QCOMPARE(tabs->tabText(1), QStringLiteral("20 biggest Files"));
+    QCOMPARE(tabs->tabText(1), u"20 biggest Files"_s);
     auto *biggest = scene.find<QTableView>("biggestFilesTableView");
-    QCOMPARE(column(*biggest->model(), diskusage::FileName).first(), QStringLiteral("two.mp4"));
+    QCOMPARE(column(*biggest->model(), diskusage::FileName).first(), u"two.mp4"_s);
     QVERIFY(biggest->isColumnHidden(diskusage::FileRawSize));
 
     tabs->setCurrentIndex(2);
     const QAbstractItemModel &types = *scene.find<QTreeView>("fileTypesTreeView")->model();
     QCOMPARE(types.rowCount(), 13);
-    QCOMPARE(column(types, 0).mid(0, 4),
-             QStringList({QStringLiteral("Video Files"), QStringLiteral("Compressed Files"),
-                          QStringLiteral("Document Files"), QStringLiteral("Other file types")}));
+    QCOMPARE(column(types, 0).mid(0, 4), QStringList({u"Video Files"_s, u"Compressed Files"_s,
+                                                      u"Document Files"_s, u"Other file types"_s}));
     auto *files = scene.find<QTableView>("dataFilesTableView");
-    QCOMPARE(column(*files->model(), diskusage::FileName), QStringList({QStringLiteral("two.mp4")}));
+    QCOMPARE(column(*files->model(), diskusage::FileName), QStringList({u"two.mp4"_s}));
     scene.find<QTreeView>("fileTypesTreeView")->setCurrentIndex(types.index(3, 0));
-    QCOMPARE(column(*files->model(), diskusage::FileName), QStringList({QStringLiteral("four.bin")}));
+    QCOMPARE(column(*files->model(), diskusage::FileName), QStringList({u"four.bin"_s}));
     // A type without files says so instead of an empty list.
     scene.find<QTreeView>("fileTypesTreeView")->setCurrentIndex(types.index(12, 0));
     QVERIFY(!files->isVisible());
@@ -142,100 +133,96 @@ void DiskUsageResultsTest::theBiggestFilesAndFileTypesAreShown()
 void DiskUsageResultsTest::theGraphLeadsThroughTheFolders()
 {
     Scene scene;
-    QVERIFY(scene.scan(QStringLiteral("C:\\r")));
+    QVERIFY(scene.scan(u"C:\\r"_s));
     auto *graph = scene.find<UsageGraph>("usageGraph");
     auto *path = scene.find<PathBar>("pathBar");
-    QTRY_COMPARE(path->path(), QStringList({QStringLiteral("r")}));
+    QTRY_COMPARE(path->path(), QStringList({u"r"_s}));
     graph->setFocus();
     QTest::keyClick(graph, Qt::Key_Down); // the largest: a
-    QCOMPARE(graph->currentNames(), QStringList({QStringLiteral("a")}));
+    QCOMPARE(graph->currentNames(), QStringList({u"a"_s}));
     QTest::keyClick(graph, Qt::Key_Return);
-    QTRY_COMPARE(path->path(), QStringList({QStringLiteral("r"), QStringLiteral("a")}));
-    QCOMPARE(scene.tree()->currentIndex().siblingAtColumn(0), scene.row({QStringLiteral("a")}));
+    QTRY_COMPARE(path->path(), QStringList({u"r"_s, u"a"_s}));
+    QCOMPARE(scene.tree()->currentIndex().siblingAtColumn(0), scene.row({u"a"_s}));
     // A folder two levels down is entered in one step.
-    emit graph->folderActivated({QStringLiteral("b")});
+    emit graph->folderActivated({u"b"_s});
     QTRY_COMPARE(path->path().size(), 3);
     QTest::keyClick(scene.tree(), Qt::Key_Backspace);
-    QTRY_COMPARE(path->path(), QStringList({QStringLiteral("r"), QStringLiteral("a")}));
+    QTRY_COMPARE(path->path(), QStringList({u"r"_s, u"a"_s}));
     QTest::mouseClick(path->findChildren<QToolButton *>().at(1), Qt::LeftButton);
-    QTRY_COMPARE(path->path(), QStringList({QStringLiteral("r")}));
+    QTRY_COMPARE(path->path(), QStringList({u"r"_s}));
     QTest::keyClick(scene.tree(), Qt::Key_Backspace); // above the root there is nothing
-    QCOMPARE(path->path(), QStringList({QStringLiteral("r")}));
+    QCOMPARE(path->path(), QStringList({u"r"_s}));
 }
 
 void DiskUsageResultsTest::aFolderScannedAgainLeavesTheFileTypesAlone()
 {
     Scene scene;
-    QVERIFY(scene.scan(QStringLiteral("C:\\r")));
+    QVERIFY(scene.scan(u"C:\\r"_s));
     scene.find<QTabWidget>("resultTabWidget")->setCurrentIndex(2);
     const QAbstractItemModel &types = *scene.find<QTreeView>("fileTypesTreeView")->model();
     const QStringList before = column(types, 2) + column(types, 3);
     scene.find<QTabWidget>("resultTabWidget")->setCurrentIndex(0);
 
-    scene.disk.addFile(QStringLiteral("C:\\r\\a\\b\\new.mp4"), 100 * megabyte);
-    scene.select({QStringLiteral("a")});
+    scene.disk.addFile(u"C:\\r\\a\\b\\new.mp4"_s, 100 * megabyte);
+    scene.select({u"a"_s});
     QTest::keyClick(scene.tree(), Qt::Key_F5);
     QVERIFY(scene.form->isScanning());
     QTRY_VERIFY(!scene.form->isBusy());
-    QCOMPARE(scene.row({}).siblingAtColumn(FolderModel::SizeText).data().toString(),
-             QStringLiteral("130.00 MB"));
-    QVERIFY(scene.notice().contains(QStringLiteral("100.00 MB more")));
-    QCOMPARE(scene.tree()->currentIndex().siblingAtColumn(0), scene.row({QStringLiteral("a")}));
+    QCOMPARE(scene.row({}).siblingAtColumn(FolderModel::SizeText).data().toString(), u"130.00 MB"_s);
+    QVERIFY(scene.notice().contains(u"100.00 MB more"_s));
+    QCOMPARE(scene.tree()->currentIndex().siblingAtColumn(0), scene.row({u"a"_s}));
     QCOMPARE(column(types, 2) + column(types, 3), before);
     // Its own biggest files can be chosen beside those of the scan.
     auto *choice = scene.find<QComboBox>("biggestFilesComboBox");
     QCOMPARE(choice->count(), 2);
-    QCOMPARE(choice->itemText(1), QStringLiteral("a (20 Biggest Files)"));
+    QCOMPARE(choice->itemText(1), u"a (20 Biggest Files)"_s);
     choice->setCurrentIndex(1);
-    QCOMPARE(column(*scene.find<QTableView>("biggestFilesTableView")->model(), 0).first(),
-             QStringLiteral("new.mp4"));
+    QCOMPARE(column(*scene.find<QTableView>("biggestFilesTableView")->model(), 0).first(), u"new.mp4"_s);
     // Everything scanned again brings them too.
     QSignalSpy results(scene.form.get(), &DiskUsageForm::resultsShown);
     QTest::mouseClick(scene.find<QPushButton>("scanAgainButton"), Qt::LeftButton);
     QVERIFY(results.wait());
     scene.find<QTabWidget>("resultTabWidget")->setCurrentIndex(2);
-    QCOMPARE(types.index(0, 2).data().toString(), QStringLiteral("115.00 MB"));
+    QCOMPARE(types.index(0, 2).data().toString(), u"115.00 MB"_s);
     QCOMPARE(loadRecentFolders().size(), 1);
 }
 
 void DiskUsageResultsTest::aFolderScannedAgainCorrectsWhatIsNotCounted()
 {
-    diskusage::saveExcludedFolders({{true, QStringLiteral("C:\\r\\a\\one\\x")}});
+    diskusage::saveExcludedFolders({{true, u"C:\\r\\a\\one\\x"_s}});
     Scene scene;
-    scene.disk.addFolder(QStringLiteral("C:\\r\\a\\one\\x"));
-    scene.disk.addFolder(QStringLiteral("C:\\r\\a\\one more")); // a name that begins the same
-    scene.disk.setUnreadable(QStringLiteral("C:\\r\\a\\one more"));
-    QVERIFY(scene.scan(QStringLiteral("C:\\r")));
+    scene.disk.addFolder(u"C:\\r\\a\\one\\x"_s);
+    scene.disk.addFolder(u"C:\\r\\a\\one more"_s); // a name that begins the same
+    scene.disk.setUnreadable(u"C:\\r\\a\\one more"_s);
+    QVERIFY(scene.scan(u"C:\\r"_s));
     auto *table = scene.find<QTableView>("notCountedTableView");
-    QCOMPARE(column(*table->model(), 0),
-             QStringList({QStringLiteral("C:\\r\\a\\one more"), QStringLiteral("C:\\r\\a\\one\\x"),
-                          QStringLiteral("C:\\r\\locked"), QStringLiteral("C:\\r\\loop")}));
+    QCOMPARE(column(*table->model(), 0), QStringList({u"C:\\r\\a\\one more"_s, u"C:\\r\\a\\one\\x"_s,
+                                                      u"C:\\r\\locked"_s, u"C:\\r\\loop"_s}));
     table->model()->sort(0, Qt::DescendingOrder);
 
     diskusage::saveExcludedFolders({});
     for (const char *name : {"new", "newer"}) {
-        const QString path = QStringLiteral("C:\\r\\a\\one\\%1").arg(QLatin1String(name));
+        const QString path = u"C:\\r\\a\\one\\%1"_s.arg(QLatin1String(name));
         scene.disk.addFolder(path);
         scene.disk.setUnreadable(path);
     }
-    scene.select({QStringLiteral("a"), QStringLiteral("one")});
+    scene.select({u"a"_s, u"one"_s});
     QTest::keyClick(scene.tree(), Qt::Key_F5);
     QTRY_VERIFY(!scene.form->isBusy());
     QCOMPARE(column(*table->model(), 0),
-             QStringList({QStringLiteral("C:\\r\\loop"), QStringLiteral("C:\\r\\locked"),
-                          QStringLiteral("C:\\r\\a\\one\\newer"), QStringLiteral("C:\\r\\a\\one\\new"),
-                          QStringLiteral("C:\\r\\a\\one more")}));
-    QCOMPARE(scene.find<QTabWidget>("resultTabWidget")->tabText(3), QStringLiteral("Not Counted (5)"));
+             QStringList({u"C:\\r\\loop"_s, u"C:\\r\\locked"_s, u"C:\\r\\a\\one\\newer"_s,
+                          u"C:\\r\\a\\one\\new"_s, u"C:\\r\\a\\one more"_s}));
+    QCOMPARE(scene.find<QTabWidget>("resultTabWidget")->tabText(3), u"Not Counted (5)"_s);
 }
 
 void DiskUsageResultsTest::longPathsDoNotWidenTheWindow()
 {
     Scene scene;
     const QString name(250, QLatin1Char('w'));
-    QString path = QStringLiteral("C:");
+    QString path = u"C:"_s;
     for (int i = 0; i < 12; ++i)
         path += QLatin1Char('\\') + name;
-    scene.disk.addFile(path + QStringLiteral("\\f.txt"), 1);
+    scene.disk.addFile(path + u"\\f.txt"_s, 1);
     QVERIFY(scene.scan(path.section(QLatin1Char('\\'), 0, -2)));
     scene.select({name});
     QTest::keyClick(scene.tree(), Qt::Key_F5); // and its name is one of the choices of the biggest files
@@ -245,7 +232,7 @@ void DiskUsageResultsTest::longPathsDoNotWidenTheWindow()
     QEvent change(QEvent::StyleChange); // until one comes, the list keeps the width that it had when empty
     QCoreApplication::sendEvent(choice, &change);
     auto *page = scene.form->findChild<DiskUsageResultsForm *>();
-    page->setBusy(true, QStringLiteral("Scanning %1 again ...").arg(path));
+    page->setBusy(true, u"Scanning %1 again ..."_s.arg(path));
     auto *tabs = scene.find<QTabWidget>("resultTabWidget");
     for (int tab = 0; tab < 3; ++tab) {
         tabs->setCurrentIndex(tab);
@@ -261,7 +248,7 @@ void DiskUsageResultsTest::keysAndMenuActOnTheSelection()
     TestFolder folder;
     Scene scene;
     // "gone" was deleted since the scan.
-    folder.makeFolder(QStringLiteral("there"));
+    folder.makeFolder(u"there"_s);
     for (const char *name : {"there", "gone"})
         scene.disk.addFolder(folder.path(QLatin1String(name)));
     QVERIFY(scene.scan(folder.path()));
@@ -269,46 +256,46 @@ void DiskUsageResultsTest::keysAndMenuActOnTheSelection()
         scene.select({name});
         QTest::keyClick(scene.tree(), Qt::Key_E, Qt::ControlModifier);
     };
-    reveal(QStringLiteral("there"));
-    QTRY_COMPARE(shell.revealed, QStringList({folder.path(QStringLiteral("there"))}));
-    reveal(QStringLiteral("gone"));
-    QTRY_VERIFY(scene.notice().contains(folder.path(QStringLiteral("gone"))));
+    reveal(u"there"_s);
+    QTRY_COMPARE(shell.revealed, QStringList({folder.path(u"there"_s)}));
+    reveal(u"gone"_s);
+    QTRY_VERIFY(scene.notice().contains(folder.path(u"gone"_s)));
     QCOMPARE(shell.revealed.size(), 1);
 
-    QVERIFY(scene.scan(QStringLiteral("C:\\r")));
+    QVERIFY(scene.scan(u"C:\\r"_s));
     QTreeView *tree = scene.tree();
-    scene.select({QStringLiteral("a")});
+    scene.select({u"a"_s});
     QTest::keyClick(tree, Qt::Key_C, Qt::ControlModifier);
-    QCOMPARE(QGuiApplication::clipboard()->text(), QStringLiteral("C:\\r\\a"));
+    QCOMPARE(QGuiApplication::clipboard()->text(), u"C:\\r\\a"_s);
     emit tree->customContextMenuRequested(tree->visualRect(tree->currentIndex()).center());
-    auto *menu = tree->findChild<QMenu *>(QStringLiteral("pathMenu"));
+    auto *menu = tree->findChild<QMenu *>(u"pathMenu"_s);
     QVERIFY(menu && menu->isVisible());
     QStringList entries;
     for (const QAction *action : menu->actions())
         if (!action->isSeparator())
             entries.append(action->text());
     QCOMPARE(entries.join(QLatin1Char(',')),
-             QStringLiteral("Open,Show in Explorer,Copy Path,Scan This Folder Again,Export as CSV..."));
+             u"Open,Show in Explorer,Copy Path,Scan This Folder Again,Export as CSV..."_s);
     menu->close();
 
     scene.find<QTabWidget>("resultTabWidget")->setCurrentIndex(1);
     auto *biggest = scene.find<QTableView>("biggestFilesTableView");
     biggest->setCurrentIndex(biggest->model()->index(1, 0));
     QTest::keyClick(biggest, Qt::Key_Return);
-    QCOMPARE(shell.opened, QStringList({QStringLiteral("C:\\r\\c\\three.zip")}));
+    QCOMPARE(shell.opened, QStringList({u"C:\\r\\c\\three.zip"_s}));
     shell.succeeds = false;
     QTest::keyClick(biggest, Qt::Key_O, Qt::ControlModifier);
-    QVERIFY(scene.notice().contains(QStringLiteral("C:\\r\\c\\three.zip")));
+    QVERIFY(scene.notice().contains(u"C:\\r\\c\\three.zip"_s));
 }
 
 void DiskUsageResultsTest::tablesAreExported()
 {
     const TestFolder folder;
-    const QString file = folder.path(QStringLiteral("table.csv"));
+    const QString file = folder.path(u"table.csv"_s);
     FakeDialogs dialogs;
     Scene scene;
-    scene.disk.addFile(QStringLiteral("C:\\r\\c\\=1+1.zip"), 0);
-    QVERIFY(scene.scan(QStringLiteral("C:\\r")));
+    scene.disk.addFile(u"C:\\r\\c\\=1+1.zip"_s, 0);
+    QVERIFY(scene.scan(u"C:\\r"_s));
     dialogs.nextFileToSave.enqueue(file);
     QTest::keyClick(scene.tree(), Qt::Key_S, Qt::ControlModifier);
     QTRY_VERIFY(!scene.form->isBusy());
@@ -319,7 +306,7 @@ void DiskUsageResultsTest::tablesAreExported()
     // Folders that are not open in the tree are in the file as well, below their parents.
     QCOMPARE(lines.at(2), QByteArray("C:\\r\\a,a,19.00 MB,19922944,63.33,2,1\r"));
     QCOMPARE(lines.at(3), QByteArray("C:\\r\\a\\b,b,15.00 MB,15728640,78.95,1,0\r"));
-    QVERIFY(scene.notice().contains(QStringLiteral("6 rows")));
+    QVERIFY(scene.notice().contains(u"6 rows"_s));
 
     // A list of files, in the order in which it is shown.
     scene.find<QTabWidget>("resultTabWidget")->setCurrentIndex(2);
@@ -335,14 +322,14 @@ void DiskUsageResultsTest::tablesAreExported()
     // The file types.
     types->setFocus();
     emit types->customContextMenuRequested(QPoint(5, 5));
-    auto *menu = types->findChild<QMenu *>(QStringLiteral("typesMenu"));
+    auto *menu = types->findChild<QMenu *>(u"typesMenu"_s);
     QVERIFY(menu && menu->isVisible());
-    QCOMPARE(menu->actions().first()->text(), QStringLiteral("Export as CSV..."));
+    QCOMPARE(menu->actions().first()->text(), u"Export as CSV..."_s);
     menu->close();
     dialogs.nextFileToSave.enqueue(file);
     QTest::keyClick(types, Qt::Key_S, Qt::ControlModifier);
     QTRY_VERIFY(!scene.form->isBusy());
-    QCOMPARE(dialogs.fileDialogs.last().text, QStringLiteral("File Types.csv"));
+    QCOMPARE(dialogs.fileDialogs.last().text, u"File Types.csv"_s);
     lines = contents(file).split('\n');
     QCOMPARE(lines.size(), 15); // the titles, thirteen types, and what follows the last line's end
     QCOMPARE(lines.at(0), QByteArray("\xEF\xBB\xBF"

@@ -10,25 +10,17 @@
 #include <QMetaMethod>
 #include <QTest>
 
+using namespace Qt::StringLiterals;
 using tests::MemoryEnumerator;
 
 namespace
 {
 
-QStringList methods(const QMetaObject &meta, QMetaMethod::MethodType type)
-{
-    QStringList declared;
-    for (int i = meta.methodOffset(); i < meta.methodCount(); ++i)
-        if (meta.method(i).methodType() == type)
-            declared.append(QString::fromLatin1(meta.method(i).methodSignature()));
-    return declared;
-}
-
 void fill(MemoryEnumerator &disk)
 {
-    disk.addFile(QStringLiteral("C:\\r\\a\\one.txt"), 400);
-    disk.addFile(QStringLiteral("C:\\r\\a\\two.xyz"), 300);
-    disk.addFile(QStringLiteral("C:\\r\\three.mp4"), 200);
+    disk.addFile(u"C:\\r\\a\\one.txt"_s, 400);
+    disk.addFile(u"C:\\r\\a\\two.xyz"_s, 300);
+    disk.addFile(u"C:\\r\\three.mp4"_s, 200);
 }
 
 } // namespace
@@ -38,47 +30,39 @@ class DiskUsageThreadsTest : public QObject
     Q_OBJECT
 
 private slots:
-    void namesAreTheAgreedOnes_data();
     void namesAreTheAgreedOnes();
     void theModelsAreFreedInFiveSteps();
     void aFolderScanKeepsNoFileRecords();
 };
 
-void DiskUsageThreadsTest::namesAreTheAgreedOnes_data()
-{
-    QTest::addColumn<const QMetaObject *>("meta");
-    QTest::addColumn<bool>("slot");
-    QTest::addColumn<QString>("names");
-    QTest::newRow("form") << &DiskUsageForm::staticMetaObject << true
-                          << QStringLiteral("handleUpdatePath(QString) handleUpdateTotalSubFolder(int) "
-                                            "handleUpdateScanProgress() handleUpdateTotalItemScan(int) "
-                                            "handleResults() handleScanCancel() onClearRamFinish()");
-    QTest::newRow("scan") << &DiskUsageWorkerThread::staticMetaObject << false
-                          << QStringLiteral("updatePath(QString) updateTotalSubFolder(int) "
-                                            "updateScanProgress() updateTotalItemScan(int) resultReady() "
-                                            "scanCancel()");
-    // Its signal of the running count has a name of its own.
-    QTest::newRow("folder scan") << &DiskUsageFolderScanThread::staticMetaObject << false
-                                 << QStringLiteral("updateFolderItemScan(int) resultReady()");
-    QTest::newRow("clearing") << &DiskUsageClearRamThread::staticMetaObject << false
-                              << QStringLiteral("clearRAMStart() clearRAMFinish()");
-}
-
 void DiskUsageThreadsTest::namesAreTheAgreedOnes()
 {
-    QFETCH(const QMetaObject *, meta);
-    QFETCH(bool, slot);
-    QFETCH(QString, names);
-    const QStringList declared = methods(*meta, slot ? QMetaMethod::Slot : QMetaMethod::Signal);
-    for (const QString &name : names.split(QLatin1Char(' ')))
-        QVERIFY2(declared.contains(name), qPrintable(name));
+    using Names = std::initializer_list<const char *>;
+    const auto has = [](const QMetaObject &meta, QMetaMethod::MethodType type, Names names) {
+        for (const char *name : names) {
+            const QMetaMethod method = meta.method(meta.indexOfMethod(name));
+            QVERIFY2(method.isValid() && method.methodType() == type && method.enclosingMetaObject() == &meta,
+                     name);
+        }
+    };
+    has(DiskUsageForm::staticMetaObject, QMetaMethod::Slot,
+        {"handleUpdatePath(QString)", "handleUpdateTotalSubFolder(int)", "handleUpdateScanProgress()",
+         "handleUpdateTotalItemScan(int)", "handleResults()", "handleScanCancel()", "onClearRamFinish()"});
+    has(DiskUsageWorkerThread::staticMetaObject, QMetaMethod::Signal,
+        {"updatePath(QString)", "updateTotalSubFolder(int)", "updateScanProgress()",
+         "updateTotalItemScan(int)", "resultReady()", "scanCancel()"});
+    // Its signal of the running count has a name of its own.
+    has(DiskUsageFolderScanThread::staticMetaObject, QMetaMethod::Signal,
+        {"updateFolderItemScan(int)", "resultReady()"});
+    has(DiskUsageClearRamThread::staticMetaObject, QMetaMethod::Signal,
+        {"clearRAMStart()", "clearRAMFinish()"});
 }
 
 void DiskUsageThreadsTest::theModelsAreFreedInFiveSteps()
 {
     MemoryEnumerator disk;
     fill(disk);
-    const auto result = tests::scanned(QStringLiteral("C:\\r"), disk);
+    const auto result = tests::scanned(u"C:\\r"_s, disk);
     FolderModel folders;
     BiggestFilesModel biggest;
     DataFilesModel data;
@@ -103,11 +87,11 @@ void DiskUsageThreadsTest::theModelsAreFreedInFiveSteps()
     note(&data, &QAbstractItemModel::modelReset, "3 cleared");
     thread.start();
     QVERIFY(thread.wait(5000));
-    QVERIFY(!events.contains(QStringLiteral("finish"))); // told on the thread of the form
-    QTRY_VERIFY(events.contains(QStringLiteral("finish")));
-    QCOMPARE(events.join(QLatin1String(", ")),
-             QStringLiteral("start, 1 emptied, step, 1 cleared, step, 2 emptied, step, 2 cleared, step, "
-                            "3 cleared, step, finish"));
+    QVERIFY(!events.contains(u"finish"_s)); // told on the thread of the form
+    QTRY_VERIFY(events.contains(u"finish"_s));
+    QCOMPARE(
+        events.join(", "_L1),
+        u"start, 1 emptied, step, 1 cleared, step, 2 emptied, step, 2 cleared, step, 3 cleared, step, finish"_s);
     QCOMPARE(folders.rowCount() + biggest.columnCount() + data.categoryTotal(), 0);
 }
 
@@ -116,7 +100,7 @@ void DiskUsageThreadsTest::aFolderScanKeepsNoFileRecords()
     MemoryEnumerator disk;
     fill(disk);
     ScanJob job;
-    job.root = QStringLiteral("C:\\r\\a");
+    job.root = u"C:\\r\\a"_s;
     job.options.fileTypes = core::defaultFileTypes();
     job.enumerator = std::make_unique<tests::BorrowedEnumerator>(disk);
     DiskUsageFolderScanThread thread(std::move(job));

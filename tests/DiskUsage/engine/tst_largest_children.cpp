@@ -7,6 +7,7 @@
 #include <algorithm>
 #include <limits>
 
+using namespace Qt::StringLiterals;
 using diskusage::LargestChildren;
 using Child = LargestChildren::Child;
 using Children = std::vector<Child>;
@@ -18,9 +19,7 @@ class TestLargestChildren : public QObject
 private slots:
     void serialised();
     void keepsTheTenLargest();
-    void readsBackWhatItWrote_data();
     void readsBackWhatItWrote();
-    void stopsAtWhatIsNotOfTheForm_data();
     void stopsAtWhatIsNotOfTheForm();
 };
 
@@ -28,10 +27,10 @@ void TestLargestChildren::serialised()
 {
     LargestChildren largest;
     QCOMPARE(largest.serialised(), QString());
-    largest.offer(QStringLiteral("Photos"), 50, LargestChildren::SubFolder);
-    largest.offer(QStringLiteral("a.iso"), 700, LargestChildren::File);
-    QCOMPARE(largest.serialised(), QStringLiteral("a.iso:700:0;Photos:50:1;"));
-    largest.offer(QStringLiteral("huge"), std::numeric_limits<qint64>::max(), LargestChildren::File);
+    largest.offer(u"Photos"_s, 50, LargestChildren::SubFolder);
+    largest.offer(u"a.iso"_s, 700, LargestChildren::File);
+    QCOMPARE(largest.serialised(), u"a.iso:700:0;Photos:50:1;"_s);
+    largest.offer(u"huge"_s, std::numeric_limits<qint64>::max(), LargestChildren::File);
     QVERIFY(largest.serialised().startsWith(u"huge:9223372036854775807:0;"));
 }
 
@@ -55,41 +54,27 @@ void TestLargestChildren::keepsTheTenLargest()
     }
 }
 
-void TestLargestChildren::readsBackWhatItWrote_data()
-{
-    QTest::addColumn<QString>("name");
-    QTest::newRow("semicolons") << QStringLiteral("x;y.txt;");
-    QTest::newRow("looks like an entry's end") << QStringLiteral("5;0;");
-    QTest::newRow("emoji") << QStringLiteral("\U0001F600.png");
-    QTest::newRow("unpaired surrogates") << QString(QChar(0xDC00)) + QChar(0xD800);
-    QTest::newRow("long") << QString(30'000, u'n');
-}
-
 void TestLargestChildren::readsBackWhatItWrote()
 {
-    QFETCH(QString, name);
-    LargestChildren largest;
-    largest.offer(name, 12, LargestChildren::SubFolder);
-    largest.offer(name, std::numeric_limits<qint64>::max(), LargestChildren::File);
-    largest.offer(name, 0, LargestChildren::File);
-    QVERIFY(LargestChildren::parse(largest.serialised()) == largest.children());
-}
-
-void TestLargestChildren::stopsAtWhatIsNotOfTheForm_data()
-{
-    QTest::addColumn<QString>("text");
-    for (const char *text :
-         {"b", "b:", "b:5", "b:5:", "b:5:0", "b::0;", "b:-5:0;", "b:+5:0;", "b: 5:0;", "b:5.0:0;", "b:5:2;",
-          "b:5:00;", "b:5:;", "b:9223372036854775808:0;", "b:x:0;", "b:5:0:c:6:0;"})
-        QTest::newRow(text) << QString::fromLatin1(text);
+    for (const QString &name : {u"x;y.txt;"_s, u"5;0;"_s, u"\U0001F600.png"_s,
+                                QString(QChar(0xDC00)) + QChar(0xD800), QString(30'000, u'n')}) {
+        LargestChildren largest;
+        largest.offer(name, 12, LargestChildren::SubFolder);
+        largest.offer(name, std::numeric_limits<qint64>::max(), LargestChildren::File);
+        largest.offer(name, 0, LargestChildren::File);
+        QVERIFY2(LargestChildren::parse(largest.serialised()) == largest.children(), qPrintable(name));
+    }
 }
 
 void TestLargestChildren::stopsAtWhatIsNotOfTheForm()
 {
-    QFETCH(QString, text);
-    const Children expected{{QStringLiteral("a"), 1, LargestChildren::File}};
-    QVERIFY(LargestChildren::parse(text).empty());
-    QVERIFY(LargestChildren::parse(QString(QStringLiteral("a:1:0;") + text)) == expected);
+    const Children expected{{u"a"_s, 1, LargestChildren::File}};
+    for (const char *text :
+         {"b", "b:", "b:5", "b:5:", "b:5:0", "b::0;", "b:-5:0;", "b:+5:0;", "b: 5:0;", "b:5.0:0;", "b:5:2;",
+          "b:5:00;", "b:5:;", "b:9223372036854775808:0;", "b:x:0;", "b:5:0:c:6:0;"}) {
+        QVERIFY2(LargestChildren::parse(QString::fromLatin1(text)).empty(), text);
+        QVERIFY2(LargestChildren::parse(u"a:1:0;"_s + QString::fromLatin1(text)) == expected, text);
+    }
 }
 
 QTEST_GUILESS_MAIN(TestLargestChildren)

@@ -7,6 +7,7 @@
 #include <algorithm>
 #include <limits>
 
+using namespace Qt::StringLiterals;
 using core::DirectoryEntry;
 using diskusage::FileTypeResult;
 using diskusage::LargestChildren;
@@ -18,7 +19,7 @@ using tests::ScanRecorder;
 namespace
 {
 
-const QString root = QStringLiteral("C:\\r");
+const QString root = u"C:\\r"_s;
 
 ScanOptions defaultOptions(int threads = 0)
 {
@@ -30,8 +31,7 @@ ScanOptions defaultOptions(int threads = 0)
 
 QString describe(const QString &path, const diskusage::Folder &folder)
 {
-    return QStringLiteral("%1 bytes %2 files %3 folders %4 index %5 depth %6 readable %7 max %8")
-        .arg(path)
+    return u"%1 bytes %2 files %3 folders %4 index %5 depth %6 readable %7 max %8"_s.arg(path)
         .arg(folder.bytes)
         .arg(folder.files)
         .arg(folder.folders)
@@ -50,15 +50,12 @@ QStringList describe(const ScanResult &result)
         lines.append(describe(result.path(int(i)), folder));
     }
     for (const diskusage::BiggestFile &file : result.biggestFiles)
-        lines.append(QStringLiteral("big %1\\%2 %3 %4")
-                         .arg(file.folder, file.name)
-                         .arg(file.size)
-                         .arg(file.lastAccessTime));
+        lines.append(
+            u"big %1\\%2 %3 %4"_s.arg(file.folder, file.name).arg(file.size).arg(file.lastAccessTime));
     const auto describeType = [&](const FileTypeResult &type) {
-        lines.append(QStringLiteral("%1: %2").arg(type.category.name).arg(type.total));
+        lines.append(u"%1: %2"_s.arg(type.category.name).arg(type.total));
         for (const diskusage::FileRecord &file : type.files)
-            lines.append(QStringLiteral("  %1\\%2 %3 %4")
-                             .arg(result.path(file.folder), file.name)
+            lines.append(u"  %1\\%2 %3 %4"_s.arg(result.path(file.folder), file.name)
                              .arg(file.size)
                              .arg(file.lastAccessTime));
     };
@@ -79,15 +76,12 @@ public:
         std::stable_sort(files.begin(), files.end(),
                          [](const File &a, const File &b) { return a.size > b.size; });
         for (std::size_t i = 0; i < files.size() && i < 20 && files[i].size > 0; ++i)
-            rows.append(QStringLiteral("big %1 %2 %3")
-                            .arg(files[i].path)
-                            .arg(files[i].size)
-                            .arg(files[i].lastAccess));
+            rows.append(u"big %1 %2 %3"_s.arg(files[i].path).arg(files[i].size).arg(files[i].lastAccess));
         QStringList categories;
         for (const core::FileTypeCategory &category : core::defaultFileTypes())
             categories.append(category.name);
-        for (const QString &category : categories + QStringList{QStringLiteral("Other file types")}) {
-            rows.append(QStringLiteral("%1: %2").arg(category).arg(totals[category]));
+        for (const QString &category : categories + QStringList{u"Other file types"_s}) {
+            rows.append(u"%1: %2"_s.arg(category).arg(totals[category]));
             rows += records[category];
         }
         return rows + unreadable;
@@ -129,10 +123,8 @@ private:
         std::stable_sort(children.begin(), children.end(),
                          [](const auto &a, const auto &b) { return a.size > b.size; });
         for (std::size_t i = 0; i < children.size() && i < 10; ++i)
-            own.maxData += QStringLiteral("%1:%2:%3;")
-                               .arg(children[i].name)
-                               .arg(children[i].size)
-                               .arg(int(children[i].kind));
+            own.maxData +=
+                u"%1:%2:%3;"_s.arg(children[i].name).arg(children[i].size).arg(int(children[i].kind));
         own.index = nextIndex++;
         own.depth = depth;
         own.readable = listing.readable;
@@ -149,10 +141,10 @@ private:
                 categories.append(category.name);
         }
         for (const QString &category :
-             categories.isEmpty() ? QStringList{QStringLiteral("Other file types")} : categories) {
+             categories.isEmpty() ? QStringList{u"Other file types"_s} : categories) {
             totals[category] += entry.size;
             records[category].append(
-                QStringLiteral("  %1\\%2 %3 %4").arg(folder, name).arg(entry.size).arg(entry.lastAccessTime));
+                u"  %1\\%2 %3 %4"_s.arg(folder, name).arg(entry.size).arg(entry.lastAccessTime));
         }
     }
 
@@ -166,15 +158,14 @@ private:
 
 void buildRandomTree(MemoryEnumerator &disk, quint32 seed)
 {
-    const QStringList endings{QStringLiteral(".ZIP"), QStringLiteral(".tar.gz"), QStringLiteral(".2024.jpg"),
-                              QStringLiteral(".jpg"), QString()};
+    const QStringList endings{u".ZIP"_s, u".tar.gz"_s, u".2024.jpg"_s, u".jpg"_s, QString()};
     QRandomGenerator random(seed);
     QStringList folders{root};
     disk.addFolder(root);
     const quint32 sizes = seed % 3 == 0 ? 4U : 1'000'000U; // few sizes: many ties
     const int entries = seed % 5 == 0 ? 20 : 300; // also too few to fill the list of the biggest files
     for (int i = 0; i < entries; ++i) {
-        const QString path = folders[random.bounded(int(folders.size()))] + QStringLiteral("\\n%1").arg(i);
+        const QString path = folders[random.bounded(int(folders.size()))] + u"\\n%1"_s.arg(i);
         if (random.bounded(4) > 0) {
             disk.addFile(path + endings[random.bounded(int(endings.size()))], random.bounded(sizes), 0,
                          quint64(i));
@@ -197,7 +188,6 @@ private slots:
     void sameAsReference_data();
     void sameAsReference();
     void progress();
-    void rootNames_data();
     void rootNames();
     void missingRoot();
     void keepsWhatAFolderGaveBeforeItBrokeOff();
@@ -232,69 +222,59 @@ void TestScan::sameAsReference()
 void TestScan::progress()
 {
     MemoryEnumerator disk;
-    disk.addFile(QStringLiteral("C:\\r\\a\\deep\\f"), 1);
-    disk.addFile(QStringLiteral("C:\\r\\f"), 1);
-    disk.setUnreadable(QStringLiteral("C:\\r\\b"));
-    disk.addLink(QStringLiteral("C:\\r\\c"), root);
+    disk.addFile(u"C:\\r\\a\\deep\\f"_s, 1);
+    disk.addFile(u"C:\\r\\f"_s, 1);
+    disk.setUnreadable(u"C:\\r\\b"_s);
+    disk.addLink(u"C:\\r\\c"_s, root);
     ScanRecorder recorder;
     scan(disk, root, {}, recorder);
-    QCOMPARE(recorder.events.join(u'|'),
-             QStringLiteral("total 4|item 1|entered C:\\r\\a|item 2|item 3|item 4|item 5|entered C:\\r\\b|"
-                            "item 6|entered C:\\r\\c"));
-}
-
-void TestScan::rootNames_data()
-{
-    QTest::addColumn<QString>("chosen");
-    QTest::addColumn<QString>("name");
-    QTest::addColumn<QString>("path");
-    QTest::addColumn<QString>("childPath");
-    const auto row = [](const char *chosen, const char *name, const char *path, const char *childPath) {
-        QTest::newRow(chosen) << QString::fromLatin1(chosen) << QString::fromLatin1(name)
-                              << QString::fromLatin1(path) << QString::fromLatin1(childPath);
-    };
-    row("C:\\", "C:\\", "C:\\", "C:\\x");
-    row("C:", "C:\\", "C:\\", "C:\\x");
-    row("C:\\x\\", "x", "C:\\x", "C:\\x\\y");
-    row("C:/x", "x", "C:\\x", "C:\\x\\y");
-    row("\\\\host\\share\\", "share", "\\\\host\\share", "\\\\host\\share\\z");
+    QCOMPARE(
+        recorder.events.join(u'|'),
+        u"total 4|item 1|entered C:\\r\\a|item 2|item 3|item 4|item 5|entered C:\\r\\b|item 6|entered C:\\r\\c"_s);
 }
 
 void TestScan::rootNames()
 {
-    QFETCH(QString, chosen);
     MemoryEnumerator disk;
-    disk.addFile(QStringLiteral("C:\\x\\y\\f"), 1);
-    disk.addFile(QStringLiteral("C:\\big"), 9);
-    disk.addFile(QStringLiteral("\\\\host\\share\\z\\f"), 1);
-    const ScanResult result = scan(disk, chosen);
-    QTEST(result.folders[0].name, "name");
-    QTEST(result.path(0), "path");
-    QTEST(result.path(1), "childPath");
-    if (result.biggestFiles[0].size == 9)
-        QCOMPARE(result.biggestFiles[0].folder, QStringLiteral("C:\\"));
+    disk.addFile(u"C:\\x\\y\\f"_s, 1);
+    disk.addFile(u"C:\\big"_s, 9);
+    disk.addFile(u"\\\\host\\share\\z\\f"_s, 1);
+    struct Case {
+        QString chosen, name, path, childPath;
+    };
+    for (const Case &c :
+         {Case{u"C:\\"_s, u"C:\\"_s, u"C:\\"_s, u"C:\\x"_s},
+          {u"C:"_s, u"C:\\"_s, u"C:\\"_s, u"C:\\x"_s},
+          {u"C:\\x\\"_s, u"x"_s, u"C:\\x"_s, u"C:\\x\\y"_s},
+          {u"C:/x"_s, u"x"_s, u"C:\\x"_s, u"C:\\x\\y"_s},
+          {u"\\\\host\\share\\"_s, u"share"_s, u"\\\\host\\share"_s, u"\\\\host\\share\\z"_s}}) {
+        const ScanResult result = scan(disk, c.chosen);
+        QCOMPARE(result.folders[0].name, c.name);
+        QCOMPARE(result.path(0), c.path);
+        QCOMPARE(result.path(1), c.childPath);
+    }
+    QCOMPARE(scan(disk, u"C:"_s).biggestFiles[0].folder, u"C:\\"_s);
 }
 
 void TestScan::missingRoot()
 {
     MemoryEnumerator disk;
     ScanRecorder recorder;
-    const ScanResult result = scan(disk, QStringLiteral("X:\\"), defaultOptions(2), recorder);
-    QCOMPARE(recorder.events, QStringList{QStringLiteral("total 1")});
-    QCOMPARE(describe(result).first(),
-             QStringLiteral("X:\\ bytes 0 files 0 folders 0 index 0 depth 0 readable 0 max "));
-    QCOMPARE(result.unreadable, QStringList{QStringLiteral("X:\\")});
+    const ScanResult result = scan(disk, u"X:\\"_s, defaultOptions(2), recorder);
+    QCOMPARE(recorder.events, QStringList{u"total 1"_s});
+    QCOMPARE(describe(result).first(), u"X:\\ bytes 0 files 0 folders 0 index 0 depth 0 readable 0 max "_s);
+    QCOMPARE(result.unreadable, QStringList{u"X:\\"_s});
 }
 
 void TestScan::keepsWhatAFolderGaveBeforeItBrokeOff()
 {
     MemoryEnumerator disk;
-    disk.addFile(QStringLiteral("C:\\r\\part\\one"), 5);
-    disk.addFile(QStringLiteral("C:\\r\\whole\\two"), 1);
-    disk.setBrokenOff(QStringLiteral("C:\\r\\part"));
+    disk.addFile(u"C:\\r\\part\\one"_s, 5);
+    disk.addFile(u"C:\\r\\whole\\two"_s, 1);
+    disk.setBrokenOff(u"C:\\r\\part"_s);
     for (const int threads : {0, 2}) {
-        const ScanResult result = scan(disk, QStringLiteral("C:\\r"), defaultOptions(threads));
-        QCOMPARE(result.readInPart, QStringList{QStringLiteral("C:\\r\\part")});
+        const ScanResult result = scan(disk, u"C:\\r"_s, defaultOptions(threads));
+        QCOMPARE(result.readInPart, QStringList{u"C:\\r\\part"_s});
         QCOMPARE(result.unreadable, QStringList());
         QVERIFY(result.folders[1].readable);
         QCOMPARE(result.folders[0].bytes, 6U);
@@ -305,24 +285,24 @@ void TestScan::largeSizes()
 {
     MemoryEnumerator disk;
     const quint64 fiveGibibytes = quint64{5} << 30;
-    disk.addFile(QStringLiteral("C:\\r\\a\\five"), fiveGibibytes);
-    disk.addFile(QStringLiteral("C:\\r\\a\\odd"), quint64{1} << 63);
+    disk.addFile(u"C:\\r\\a\\five"_s, fiveGibibytes);
+    disk.addFile(u"C:\\r\\a\\odd"_s, quint64{1} << 63);
     const ScanResult result = scan(disk, root);
     QCOMPARE(result.folders[0].bytes, fiveGibibytes + (quint64{1} << 63));
     // Children have signed sizes; one that does not fit is not taken for a negative one.
-    QCOMPARE(result.folders[1].maxData, QStringLiteral("odd:9223372036854775807:0;five:5368709120:0;"));
+    QCOMPARE(result.folders[1].maxData, u"odd:9223372036854775807:0;five:5368709120:0;"_s);
 }
 
 void TestScan::categories()
 {
     ScanOptions options;
-    options.fileTypes = {{QStringLiteral("off"), {QStringLiteral(".a"), QStringLiteral(".b")}, false},
-                         {QStringLiteral("one"), {QStringLiteral(".a")}, true},
-                         {QStringLiteral("two"), {QStringLiteral(".a"), QStringLiteral(".c")}, true}};
+    options.fileTypes = {{u"off"_s, {u".a"_s, u".b"_s}, false},
+                         {u"one"_s, {u".a"_s}, true},
+                         {u"two"_s, {u".a"_s, u".c"_s}, true}};
     MemoryEnumerator disk;
-    disk.addFile(QStringLiteral("C:\\r\\1.A"), 1);
-    disk.addFile(QStringLiteral("C:\\r\\2.b"), 2);
-    disk.addFile(QStringLiteral("C:\\r\\3.c"), 4);
+    disk.addFile(u"C:\\r\\1.A"_s, 1);
+    disk.addFile(u"C:\\r\\2.b"_s, 2);
+    disk.addFile(u"C:\\r\\3.c"_s, 4);
     const ScanResult result = scan(disk, root, options);
     QCOMPARE(result.fileTypes.size(), 3U);
     QVERIFY(result.fileTypes[0].files.empty());
@@ -330,7 +310,7 @@ void TestScan::categories()
     QCOMPARE(result.fileTypes[1].total, 1U);
     QCOMPARE(result.fileTypes[2].total, 5U);
     QCOMPARE(result.others.total, 2U);
-    QCOMPARE(result.others.category.name, QStringLiteral("Other file types"));
+    QCOMPARE(result.others.category.name, u"Other file types"_s);
     QList<int> indexes{result.fileTypes[1].files[0].index, result.fileTypes[2].files[0].index,
                        result.others.files[0].index, result.fileTypes[2].files[1].index};
     QCOMPARE(indexes, (QList<int>{0, 1, 2, 3}));
@@ -339,15 +319,15 @@ void TestScan::categories()
 void TestScan::cycle()
 {
     MemoryEnumerator disk;
-    disk.addFile(QStringLiteral("C:\\r\\f"), 3);
-    disk.addLink(QStringLiteral("C:\\r\\loop"), root);
+    disk.addFile(u"C:\\r\\f"_s, 3);
+    disk.addLink(u"C:\\r\\loop"_s, root);
     const ScanResult result = scan(disk, root);
     QCOMPARE(result.folders.size(), 2U);
     QVERIFY(result.folders[1].cycle && result.folders[1].readable && !result.folders[0].cycle);
     QCOMPARE(result.folders[1].index, 0);
     QCOMPARE(result.folders[0].folders, 1);
     QCOMPARE(result.folders[0].bytes, 3U);
-    QCOMPARE(result.folders[0].maxData, QStringLiteral("f:3:0;loop:0:1;"));
+    QCOMPARE(result.folders[0].maxData, u"f:3:0;loop:0:1;"_s);
     QCOMPARE(result.unreadable, QStringList());
 }
 
@@ -364,7 +344,7 @@ void TestScan::cancelled()
         recorder.cancelAfter = after;
         const ScanResult result = scan(disk, root, defaultOptions(threads), recorder);
         QVERIFY(result.cancelled);
-        QCOMPARE(result.itemsSeen, int(recorder.events.filter(QStringLiteral("item")).size()));
+        QCOMPARE(result.itemsSeen, int(recorder.events.filter(u"item"_s).size()));
         QVERIFY(recorder.events.size() <= after + 1); // a folder that was just met is still announced
 
         quint64 bytes = 0;

@@ -4,6 +4,7 @@
 #include <QRegularExpression>
 #include <QTest>
 
+using namespace Qt::StringLiterals;
 using core::ExcludedFolder;
 using diskusage::ScanOptions;
 using diskusage::ScanResult;
@@ -28,7 +29,7 @@ void fill(MemoryEnumerator &disk)
 {
     for (const char *path :
          {"Data\\a", "Data\\in\\b", "Database\\c", "x\\Data\\d", "OneDrive\\e", "OneDrive - Work\\f", "g"})
-        disk.addFile(QStringLiteral("C:\\r\\") + QString::fromLatin1(path), 1);
+        disk.addFile(u"C:\\r\\"_s + QString::fromLatin1(path), 1);
 }
 
 } // namespace
@@ -65,7 +66,7 @@ void TestScanExclusions::leavesOut()
     options.oneDriveFolder = oneDrive;
     MemoryEnumerator disk;
     fill(disk);
-    const ScanResult result = scan(disk, QStringLiteral("C:\\r"), options);
+    const ScanResult result = scan(disk, u"C:\\r"_s, options);
     QString left;
     for (const diskusage::FileRecord &file : result.others.files)
         left += file.name;
@@ -78,37 +79,37 @@ void TestScanExclusions::leavesOut()
 void TestScanExclusions::countersAndProgress()
 {
     MemoryEnumerator disk;
-    disk.addFile(QStringLiteral("C:\\r\\one"), 1);
+    disk.addFile(u"C:\\r\\one"_s, 1);
     for (int i = 0; i < 100; ++i)
-        disk.addFile(QStringLiteral("C:\\r\\out\\f%1").arg(i), 1);
-    disk.addFile(QStringLiteral("C:\\r\\two"), 1);
+        disk.addFile(u"C:\\r\\out\\f%1"_s.arg(i), 1);
+    disk.addFile(u"C:\\r\\two"_s, 1);
     ScanOptions options;
-    options.excludedFolders = {{true, QStringLiteral("C:\\r\\out")}};
+    options.excludedFolders = {{true, u"C:\\r\\out"_s}};
     tests::ScanRecorder recorder;
-    QTest::ignoreMessage(QtDebugMsg, QRegularExpression(QStringLiteral("^exclude path 1: +\"C:.*out\"$")));
-    const ScanResult result = scan(disk, QStringLiteral("C:\\r"), options, recorder);
-    QCOMPARE(recorder.events.join(u'|'), QStringLiteral("total 2|item 1|item 2|item 3"));
+    QTest::ignoreMessage(QtDebugMsg, QRegularExpression(u"^exclude path 1: +\"C:.*out\"$"_s));
+    const ScanResult result = scan(disk, u"C:\\r"_s, options, recorder);
+    QCOMPARE(recorder.events.join(u'|'), u"total 2|item 1|item 2|item 3"_s);
     QCOMPARE(result.folders.size(), 1U);
     QCOMPARE(result.folders[0].files, 2);
     QCOMPARE(result.folders[0].folders, 0);
-    QCOMPARE(result.excluded, QStringList{QStringLiteral("C:\\r\\out")});
+    QCOMPARE(result.excluded, QStringList{u"C:\\r\\out"_s});
 }
 
 void TestScanExclusions::neverTheRoot()
 {
     ScanOptions options;
-    options.excludedFolders = {{true, QStringLiteral("C:\\r\\Data")}};
+    options.excludedFolders = {{true, u"C:\\r\\Data"_s}};
     options.excludeOneDrive = true;
-    options.oneDriveFolder = QStringLiteral("C:\\r\\OneDrive");
+    options.oneDriveFolder = u"C:\\r\\OneDrive"_s;
     MemoryEnumerator disk;
     fill(disk);
-    QCOMPARE(scan(disk, QStringLiteral("C:\\r\\Data"), options).folders[0].files, 1);
-    const ScanResult cloud = scan(disk, QStringLiteral("C:\\r\\OneDrive"), options);
+    QCOMPARE(scan(disk, u"C:\\r\\Data"_s, options).folders[0].files, 1);
+    const ScanResult cloud = scan(disk, u"C:\\r\\OneDrive"_s, options);
     QCOMPARE(cloud.folders[0].files, 1);
     QVERIFY(cloud.folders[0].inOneDrive);
     // Known as such also where it is not left out.
     options.excludeOneDrive = false;
-    const ScanResult all = scan(disk, QStringLiteral("C:\\r"), options);
+    const ScanResult all = scan(disk, u"C:\\r"_s, options);
     for (const diskusage::Folder &folder : all.folders)
         QCOMPARE(folder.inOneDrive, folder.name.startsWith(u"OneDrive"));
 }
@@ -117,17 +118,17 @@ void TestScanExclusions::neverTheRoot()
 void TestScanExclusions::excludedFoldersAreNeverListed()
 {
     ScanOptions options;
-    options.excludedFolders = {{true, QStringLiteral("C:\\r\\Data")}};
+    options.excludedFolders = {{true, u"C:\\r\\Data"_s}};
     options.excludeOneDrive = true;
-    options.oneDriveFolder = QStringLiteral("C:\\r\\OneDrive");
+    options.oneDriveFolder = u"C:\\r\\OneDrive"_s;
     options.readAheadThreads = 4;
     for (int round = 0; round < 20; ++round) {
         MemoryEnumerator disk;
         fill(disk);
-        scan(disk, QStringLiteral("C:\\r"), options);
+        scan(disk, u"C:\\r"_s, options);
         QStringList listed = disk.listed();
         listed.sort();
-        QCOMPARE(listed.join(u'|'), QStringLiteral("C:\\r|C:\\r\\x|C:\\r\\x\\Data"));
+        QCOMPARE(listed.join(u'|'), u"C:\\r|C:\\r\\x|C:\\r\\x\\Data"_s);
     }
 }
 
