@@ -4,6 +4,7 @@
 #include <QRandomGenerator>
 #include <QTest>
 
+using namespace Qt::StringLiterals;
 using core::FileTypeCategory;
 using core::FileTypeTable;
 
@@ -61,17 +62,17 @@ void TestFileTypes::defaults()
     }
     QCOMPARE(texts.size(), 12);
     QVERIFY(std::is_sorted(texts.begin(), texts.end()));
-    QCOMPARE(texts[0], QStringLiteral("3D Image Files (.3dm, .blend, .max)"));
-    QCOMPARE(texts[3], QStringLiteral("Compressed Files (.7z, .gz, .rar, .tar.gz, .zip, .zipx)"));
-    QCOMPARE(texts[7], QStringLiteral("Installer and Executable Files (.exe, .msi, .msix, .appx)"));
-    QCOMPARE(texts[8],
-             QStringLiteral("Raster Image Files (.avif, .bmp, .gif, .heif, .heic, .jpg, .jpeg, .jpe, "
-                            ".jif, .jfif, .jfi, .jxl, .png, .psd, .pspimage, .tif, .tiff, .webp)"));
-    QCOMPARE(core::fileTypeIcon(table[0].name), QStringLiteral(":/resources/images/3dImages16.png"));
+    QCOMPARE(texts[0], u"3D Image Files (.3dm, .blend, .max)"_s);
+    QCOMPARE(texts[3], u"Compressed Files (.7z, .gz, .rar, .tar.gz, .zip, .zipx)"_s);
+    QCOMPARE(texts[7], u"Installer and Executable Files (.exe, .msi, .msix, .appx)"_s);
+    QCOMPARE(
+        texts[8],
+        u"Raster Image Files (.avif, .bmp, .gif, .heif, .heic, .jpg, .jpeg, .jpe, .jif, .jfif, .jfi, .jxl, .png, .psd, .pspimage, .tif, .tiff, .webp)"_s);
+    QCOMPARE(core::fileTypeIcon(table[0].name), u":/resources/images/3dImages16.png"_s);
     // Misplaced at first sight, and meant so.
-    QCOMPARE(names(table, plainMatch(table, QStringLiteral("a.ogv"))), QStringLiteral("Audio Files"));
-    QCOMPARE(names(table, plainMatch(table, QStringLiteral("a.srt"))), QStringLiteral("Video Files"));
-    QCOMPARE(names(table, plainMatch(table, QStringLiteral("a.cer"))), QStringLiteral("Web Files"));
+    QCOMPARE(names(table, plainMatch(table, u"a.ogv"_s)), u"Audio Files"_s);
+    QCOMPARE(names(table, plainMatch(table, u"a.srt"_s)), u"Video Files"_s);
+    QCOMPARE(names(table, plainMatch(table, u"a.cer"_s)), u"Web Files"_s);
 }
 
 void TestFileTypes::stored_data()
@@ -122,13 +123,13 @@ void TestFileTypes::excludedFolder()
         QString stored;
         core::ExcludedFolder folder;
     };
-    const QString x = QStringLiteral("C:\\x");
-    for (const Case &c : {Case{QStringLiteral("1;C:\\x"), {true, x}},
-                          {QStringLiteral("0;C:\\x"), {false, x}},
-                          {QStringLiteral("2;C:\\x"), {false, x}},
-                          {QStringLiteral(";C:\\x"), {false, x}},
-                          {QStringLiteral("99999999999999999999;C:\\x"), {false, x}},
-                          {QStringLiteral("1;C:\\a;b;c"), {true, QStringLiteral("C:\\a;b;c")}}}) {
+    const QString x = u"C:\\x"_s;
+    for (const Case &c : {Case{u"1;C:\\x"_s, {true, x}},
+                          {u"0;C:\\x"_s, {false, x}},
+                          {u"2;C:\\x"_s, {false, x}},
+                          {u";C:\\x"_s, {false, x}},
+                          {u"99999999999999999999;C:\\x"_s, {false, x}},
+                          {u"1;C:\\a;b;c"_s, {true, u"C:\\a;b;c"_s}}}) {
         const std::optional<core::ExcludedFolder> folder = core::parseStoredExcludedFolder(c.stored);
         QVERIFY2(folder == c.folder, qPrintable(c.stored));
         QVERIFY(core::parseStoredExcludedFolder(folder->storedText()) == folder);
@@ -141,9 +142,9 @@ void TestFileTypes::excludedFolder()
 void TestFileTypes::typedExtension()
 {
     for (const char *good : {"pdf", ".pdf", "*.PDF", "  .Pdf ", "..pdf", "*pdf"})
-        QCOMPARE(core::normalisedExtension(QString::fromLatin1(good)), QStringLiteral(".pdf"));
-    QCOMPARE(core::normalisedExtension(QStringLiteral("tar.GZ")), QStringLiteral(".tar.gz"));
-    QCOMPARE(core::normalisedExtension(QStringLiteral("\u00C4ND")), QStringLiteral(".\u00E4nd"));
+        QCOMPARE(core::normalisedExtension(QString::fromLatin1(good)), u".pdf"_s);
+    QCOMPARE(core::normalisedExtension(u"tar.GZ"_s), u".tar.gz"_s);
+    QCOMPARE(core::normalisedExtension(u"\u00C4ND"_s), u".\u00E4nd"_s);
     for (const char *bad : {"",    ".",   "*.", "*",  "a,b", "a)",  "(a",  "a;b",  "a b",   "a\\b",
                             "a/b", "a:b", "a*", "a?", "a|b", "a<b", "a\"", "a\tb", "a\x01", "pdf."})
         QVERIFY2(core::normalisedExtension(QString::fromLatin1(bad)).isEmpty(), bad);
@@ -157,7 +158,7 @@ void TestFileTypes::match()
         return names(table, matcher.match(QString::fromLatin1(file)));
     };
     for (const char *archive : {"Archive.ZIP", "backup.tar.gz", ".zip"})
-        QCOMPARE(category(archive), QStringLiteral("Compressed Files"));
+        QCOMPARE(category(archive), u"Compressed Files"_s);
     for (const char *other : {"photo.2024.jpg", "name", "name.", "a..zip"})
         QCOMPARE(category(other), QString());
 }
@@ -166,13 +167,22 @@ void TestFileTypes::match()
 // sign, final sigma, dotless i, a letter beyond 16 bits, and half of such a letter.
 void TestFileTypes::matchesLikeThePlainRule()
 {
-    const QStringList letters{
-        QStringLiteral("a"),          QStringLiteral("A"),          QStringLiteral("."),
-        QStringLiteral("k"),          QStringLiteral("\u212A"),     QStringLiteral("\u00DF"),
-        QStringLiteral("\u1E9E"),     QStringLiteral("ss"),         QStringLiteral("\u03C3"),
-        QStringLiteral("\u03C2"),     QStringLiteral("\u0130"),     QStringLiteral("i"),
-        QStringLiteral("\U00010400"), QStringLiteral("\U00010428"), QString(QChar(0xD801)),
-        QString(QChar(0xDC28))};
+    const QStringList letters{u"a"_s,
+                              u"A"_s,
+                              u"."_s,
+                              u"k"_s,
+                              u"\u212A"_s,
+                              u"\u00DF"_s,
+                              u"\u1E9E"_s,
+                              u"ss"_s,
+                              u"\u03C3"_s,
+                              u"\u03C2"_s,
+                              u"\u0130"_s,
+                              u"i"_s,
+                              u"\U00010400"_s,
+                              u"\U00010428"_s,
+                              QString(QChar(0xD801)),
+                              QString(QChar(0xDC28))};
     QRandomGenerator random(4);
     const auto word = [&](int longest) {
         QString text;
@@ -186,8 +196,7 @@ void TestFileTypes::matchesLikeThePlainRule()
         for (int i = random.bounded(5); i >= 0; --i) {
             FileTypeCategory category{QString::number(i), {}, random.bounded(4) > 0};
             for (int k = random.bounded(8); k > 0; --k)
-                category.extensions.append((random.bounded(8) > 0 ? QStringLiteral(".") : QString()) +
-                                           word(2));
+                category.extensions.append((random.bounded(8) > 0 ? u"."_s : QString()) + word(2));
             table.push_back(category);
         }
         const core::FileTypeMatcher matcher(table);

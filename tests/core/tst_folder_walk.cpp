@@ -10,6 +10,7 @@
 #include <chrono>
 #include <thread>
 
+using namespace Qt::StringLiterals;
 using core::DirectoryEntry;
 using tests::MemoryEnumerator;
 
@@ -20,22 +21,22 @@ namespace
 class Recorder : public core::WalkVisitor
 {
 public:
-    void rootCounted(int directSubfolders) override { add(QStringLiteral("root %1").arg(directSubfolders)); }
-    void entryMet() override { add(QStringLiteral("entry")); }
+    void rootCounted(int directSubfolders) override { add(u"root %1"_s.arg(directSubfolders)); }
+    void entryMet() override { add(u"entry"_s); }
     bool acceptFolder(const QString &path, const DirectoryEntry &entry) override
     {
-        add(QStringLiteral("accept %1 %2").arg(path, entry.name));
+        add(u"accept %1 %2"_s.arg(path, entry.name));
         return !refused.contains(path);
     }
     void enterFolder(const QString &path, QStringView name, int depth, FolderState state) override
     {
-        add(QStringLiteral("enter %1 %2 %3 %4").arg(path, name).arg(depth).arg(int(state)));
+        add(u"enter %1 %2 %3 %4"_s.arg(path, name).arg(depth).arg(int(state)));
     }
     void file(const QString &folder, const DirectoryEntry &entry) override
     {
-        add(QStringLiteral("file %1 %2 %3").arg(folder, entry.name).arg(entry.size));
+        add(u"file %1 %2 %3"_s.arg(folder, entry.name).arg(entry.size));
     }
-    void leaveFolder() override { add(QStringLiteral("leave")); }
+    void leaveFolder() override { add(u"leave"_s); }
 
     core::CancelFlag cancel;
     QSet<QString> refused;
@@ -85,13 +86,13 @@ void plainRecursion(MemoryEnumerator &disk, const QString &path, const QString &
 QStringList buildRandomTree(MemoryEnumerator &disk, quint32 seed, int size)
 {
     QRandomGenerator random(seed);
-    QStringList folders{QStringLiteral("C:\\r")};
+    QStringList folders{u"C:\\r"_s};
     disk.addFolder(folders.first());
     const int window = 1 + random.bounded(20);
     for (int i = 0; i < size; ++i) {
         const qsizetype lowest = qMax<qsizetype>(0, folders.size() - window);
         const QString parent = folders[lowest + random.bounded(int(folders.size() - lowest))];
-        const QString path = parent + QStringLiteral("\\n%1").arg(i);
+        const QString path = parent + u"\\n%1"_s.arg(i);
         if (random.bounded(3) > 0) {
             disk.addFile(path, random.bounded(1000U));
             continue;
@@ -115,7 +116,7 @@ core::WalkOptions readAhead(int threads)
 
 void walk(MemoryEnumerator &disk, Recorder &recorder, const core::WalkOptions &options = {})
 {
-    core::walkFolders(QStringLiteral("C:\\r"), disk, recorder, recorder.cancel, options);
+    core::walkFolders(u"C:\\r"_s, disk, recorder, recorder.cancel, options);
 }
 
 QStringList walk(MemoryEnumerator &disk, int threads = 0)
@@ -127,7 +128,7 @@ QStringList walk(MemoryEnumerator &disk, int threads = 0)
 
 int entered(const QStringList &events, core::WalkVisitor::FolderState state)
 {
-    const QString end = QStringLiteral(" %1").arg(int(state));
+    const QString end = u" %1"_s.arg(int(state));
     return int(std::count_if(events.begin(), events.end(), [&](const QString &event) {
         return event.startsWith(u"enter") && event.endsWith(end);
     }));
@@ -198,7 +199,7 @@ void TestFolderWalk::sameAsPlainRecursion()
         }
         Recorder expected, recorder;
         expected.refused = recorder.refused = refused;
-        plainRecursion(disk, QStringLiteral("C:\\r"), QStringLiteral("C:\\r"), 0, expected);
+        plainRecursion(disk, u"C:\\r"_s, u"C:\\r"_s, 0, expected);
 
         // The pool is kept from the refused folders at every second tree, where nobody lists them, and has to
         // throw them away at the others; small limits make it stop and go on.
@@ -220,10 +221,10 @@ void TestFolderWalk::links_data()
     QTest::addColumn<Links>("links");
     QTest::addColumn<int>("listed"); // of C:\r, with C:\r\x and C:\r\y in it
     QTest::addColumn<int>("cycles");
-    const auto in = [](const char *name) { return QStringLiteral("C:\\r\\") + QLatin1String(name); };
+    const auto in = [](const char *name) { return u"C:\\r\\"_s + QLatin1String(name); };
     QTest::newRow("to itself") << Links{{in("x\\l"), in("x")}} << 3 << 1;
-    QTest::newRow("to the root") << Links{{in("x\\l"), QStringLiteral("C:\\r")}} << 3 << 1;
-    QTest::newRow("to above the root") << Links{{in("x\\l"), QStringLiteral("C:")}} << 7 << 1;
+    QTest::newRow("to the root") << Links{{in("x\\l"), u"C:\\r"_s}} << 3 << 1;
+    QTest::newRow("to above the root") << Links{{in("x\\l"), u"C:"_s}} << 7 << 1;
     QTest::newRow("two in one folder") << Links{{in("x\\l"), in("x")}, {in("x\\m"), in("x")}} << 3 << 2;
     QTest::newRow("a pair") << Links{{in("x\\l"), in("y")}, {in("y\\m"), in("x")}} << 5 << 2;
     QTest::newRow("to a brother") << Links{{in("x\\l"), in("y")}} << 4 << 0;
@@ -238,8 +239,8 @@ void TestFolderWalk::links()
     for (const quint32 tag : {MemoryEnumerator::mountPointTag, MemoryEnumerator::symbolicLinkTag, 0U}) {
         for (const int threads : {0, 2}) {
             MemoryEnumerator disk;
-            disk.addFolder(QStringLiteral("C:\\r\\x"));
-            disk.addFolder(QStringLiteral("C:\\r\\y"));
+            disk.addFolder(u"C:\\r\\x"_s);
+            disk.addFolder(u"C:\\r\\y"_s);
             for (const auto &[path, target] : links)
                 disk.addLink(path, target, tag);
             const QStringList events = walk(disk, threads);
@@ -252,10 +253,10 @@ void TestFolderWalk::links()
 void TestFolderWalk::anotherTagIsNoLink()
 {
     MemoryEnumerator disk;
-    disk.addFolder(QStringLiteral("C:\\r\\cloud"), core::AttributeDirectory | core::AttributeReparsePoint,
+    disk.addFolder(u"C:\\r\\cloud"_s, core::AttributeDirectory | core::AttributeReparsePoint,
                    MemoryEnumerator::cloudTag);
-    disk.addFile(QStringLiteral("C:\\r\\cloud\\f"), 1);
-    QVERIFY(walk(disk).contains(QStringLiteral("file C:\\r\\cloud f 1")));
+    disk.addFile(u"C:\\r\\cloud\\f"_s, 1);
+    QVERIFY(walk(disk).contains(u"file C:\\r\\cloud f 1"_s));
     QCOMPARE(disk.identityCount(), 0);
 }
 
@@ -264,15 +265,15 @@ void TestFolderWalk::thousandsOfLevels()
     QFETCH(int, threads);
     constexpr int levels = 3000;
     MemoryEnumerator disk;
-    QString path = QStringLiteral("C:\\r");
+    QString path = u"C:\\r"_s;
     for (int i = 0; i < levels; ++i)
-        path += QStringLiteral("\\d");
-    disk.addFile(path + QStringLiteral("\\f"), 7);
-    disk.addLink(path + QStringLiteral("\\up"), QStringLiteral("C:\\r"));
+        path += u"\\d"_s;
+    disk.addFile(path + u"\\f"_s, 7);
+    disk.addLink(path + u"\\up"_s, u"C:\\r"_s);
     const QStringList events = walk(disk, threads);
     QCOMPARE(entered(events, core::WalkVisitor::FolderState::Listed), levels + 1);
     QCOMPARE(entered(events, core::WalkVisitor::FolderState::Cycle), 1);
-    QVERIFY(events.contains(QStringLiteral("file %1 f 7").arg(path)));
+    QVERIFY(events.contains(u"file %1 f 7"_s.arg(path)));
 }
 
 // However far the walk got: what was told up to then is the beginning of the whole story, nothing new is met
@@ -282,7 +283,7 @@ void TestFolderWalk::cancelledAtEveryEvent()
     QFETCH(int, threads);
     MemoryEnumerator disk;
     buildRandomTree(disk, 5, 60);
-    disk.addLink(QStringLiteral("C:\\r\\again"), QStringLiteral("C:\\r"));
+    disk.addLink(u"C:\\r\\again"_s, u"C:\\r"_s);
     const QStringList whole = walk(disk);
     for (int after = 1; after <= whole.size(); ++after) {
         Recorder recorder;
@@ -304,13 +305,13 @@ void TestFolderWalk::cancelledAtEveryEvent()
     Recorder recorder;
     recorder.cancel.set();
     walk(disk, recorder);
-    QCOMPARE(recorder.events, QStringList{QStringLiteral("root 0")});
+    QCOMPARE(recorder.events, QStringList{u"root 0"_s});
 }
 
 void TestFolderWalk::cancelledListingIsNotUnreadable()
 {
     MemoryEnumerator disk;
-    disk.addFolder(QStringLiteral("C:\\r\\a"));
+    disk.addFolder(u"C:\\r\\a"_s);
     Recorder recorder;
     disk.onList = [&](const QString &folder) {
         if (folder.endsWith(u'a'))
@@ -341,11 +342,11 @@ void TestFolderWalk::poolListsInTheOrderOfTheWalk()
 void TestFolderWalk::poolDoesNotFollowLinks()
 {
     MemoryEnumerator disk;
-    disk.addFolder(QStringLiteral("C:\\r\\a"));
-    disk.addLink(QStringLiteral("C:\\r\\loop"), QStringLiteral("C:\\r"));
-    disk.addLink(QStringLiteral("C:\\r\\wine"), QStringLiteral("C:\\r"), 0);
+    disk.addFolder(u"C:\\r\\a"_s);
+    disk.addLink(u"C:\\r\\loop"_s, u"C:\\r"_s);
+    disk.addLink(u"C:\\r\\wine"_s, u"C:\\r"_s, 0);
     for (int i = 0; i < 100; ++i)
-        disk.addFolder(QStringLiteral("C:\\r\\f%1").arg(i));
+        disk.addFolder(u"C:\\r\\f%1"_s.arg(i));
     Patient visitor(disk, 102);
     walk(disk, visitor, readAhead(4));
     QCOMPARE(disk.listCount(), 102);
@@ -356,7 +357,7 @@ void TestFolderWalk::poolStopsAtTheLimit()
     MemoryEnumerator disk;
     for (int i = 0; i < 200; ++i) {
         for (int k = 0; k < 9; ++k)
-            disk.addFile(QStringLiteral("C:\\r\\f%1\\%2").arg(i).arg(k), 1);
+            disk.addFile(u"C:\\r\\f%1\\%2"_s.arg(i).arg(k), 1);
     }
     // The walk stops at its first folder until the pool has come to rest.
     class Sleeper : public Patient
@@ -388,7 +389,7 @@ void TestFolderWalk::walkListsWhilePoolIsBusy()
 {
     MemoryEnumerator disk;
     for (int i = 0; i < 50; ++i)
-        disk.addFile(QStringLiteral("C:\\r\\f%1\\file").arg(i), 1);
+        disk.addFile(u"C:\\r\\f%1\\file"_s.arg(i), 1);
     const std::thread::id walker = std::this_thread::get_id();
     std::atomic_bool held = false, starved = false;
     disk.onList = [&](const QString &) {

@@ -8,6 +8,7 @@
 
 #include <memory>
 
+using namespace Qt::StringLiterals;
 using core::ProgressRelay;
 using core::ScanProgress;
 
@@ -41,7 +42,7 @@ void TestScanProgress::floodBecomesATrickle()
         relay.setTotalSteps(9);
         while (time.elapsed() < 400 || steps < 100) {
             relay.setItems(3 * ++steps);
-            relay.setPath(QStringLiteral("C:\\x"));
+            relay.setPath(u"C:\\x"_s);
             relay.addStep();
         }
     }));
@@ -52,7 +53,7 @@ void TestScanProgress::floodBecomesATrickle()
     const double seconds = double(time.elapsed()) / 1000.0;
 
     QVERIFY2(reports >= 2, qPrintable(QString::number(reports)));
-    QVERIFY2(reports <= seconds * 20 + 1, qPrintable(QStringLiteral("%1 in %2 s").arg(reports).arg(seconds)));
+    QVERIFY2(reports <= seconds * 20 + 1, qPrintable(u"%1 in %2 s"_s.arg(reports).arg(seconds)));
     QVERIFY(onOwnThread);
     QVERIFY(inOrder);
     QCOMPARE(relay.latest().steps, steps);
@@ -65,9 +66,9 @@ void TestScanProgress::passesOnWithoutFurtherChange()
 {
     ProgressRelay relay;
     QSignalSpy spy(&relay, &ProgressRelay::changed);
-    relay.setPath(QStringLiteral("a"));
+    relay.setPath(u"a"_s);
     QVERIFY(spy.wait(2000));
-    relay.setPath(QStringLiteral("b"));
+    relay.setPath(u"b"_s);
     QVERIFY(spy.wait(2000));
     QCOMPARE(spy.count(), 2);
     QVERIFY(!spy.wait(150)); // nothing changed

@@ -3,6 +3,8 @@
 #include <QImageReader>
 #include <QtTest>
 
+using namespace Qt::StringLiterals;
+
 // What the program finds at run time: tools/icons checks the files, this the way from a path in the code to
 // pixels.
 class ImagesTest : public QObject
@@ -16,15 +18,14 @@ private slots:
 
 void ImagesTest::everyImageHasItsLargerTwin()
 {
-    const QDir images(QStringLiteral(":/resources/images"));
-    const QStringList names = images.entryList({QStringLiteral("*.png")});
+    const QDir images(u":/resources/images"_s);
+    const QStringList names = images.entryList({u"*.png"_s});
     QVERIFY(names.size() > 100);
     for (const QString &name : names) {
         if (name.contains(u'@'))
             continue;
         const QImage image(images.filePath(name));
-        const QImage twin(
-            images.filePath(QString(name).replace(QStringLiteral(".png"), QStringLiteral("@2x.png"))));
+        const QImage twin(images.filePath(QString(name).replace(u".png"_s, u"@2x.png"_s)));
         QVERIFY2(!image.isNull(), qPrintable(name));
         QCOMPARE(twin.size(), image.size() * 2);
     }
@@ -33,7 +34,7 @@ void ImagesTest::everyImageHasItsLargerTwin()
 void ImagesTest::theApplicationIconHasEverySize()
 {
     // Fails too when the plugin that reads icon files was not shipped.
-    QImageReader reader(QStringLiteral(":/resources/images/rocket.ico"));
+    QImageReader reader(u":/resources/images/rocket.ico"_s);
     QList<int> sides;
     for (int number = 0; number < reader.imageCount(); ++number) {
         QVERIFY(reader.jumpToImage(number));

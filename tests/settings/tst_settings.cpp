@@ -14,6 +14,7 @@
 #include <atomic>
 #include <thread>
 
+using namespace Qt::StringLiterals;
 using namespace settings;
 using platform::RegKey;
 using platform::wide;
@@ -21,7 +22,7 @@ using platform::wide;
 namespace
 {
 
-const QString testKey = QStringLiteral("Software\\Fernlight Larkspur\\Test");
+const QString testKey = u"Software\\Fernlight Larkspur\\Test"_s;
 
 RegKey createKey(const QString &path, REGSAM access = KEY_ALL_ACCESS, DWORD options = 0)
 {
@@ -108,49 +109,49 @@ void TestSettings::readsOnlyProperDwords()
                                  {REG_QWORD, eight},
                                  {REG_BINARY, four},
                                  {REG_DWORD_BIG_ENDIAN, four},
-                                 {REG_SZ, utf16(QStringLiteral("7")) + nul},
+                                 {REG_SZ, utf16(u"7"_s) + nul},
                                  {REG_SZ, utf16(QString(10'000, u'7')) + nul}}) {
-        store(QStringLiteral("value"), stored.type, stored.bytes);
+        store(u"value"_s, stored.type, stored.bytes);
         QVERIFY2(!readDword(testKey, u"value", value), stored.bytes.toHex());
         QCOMPARE(value, 986u);
     }
-    store(QStringLiteral("value"), REG_DWORD, four);
+    store(u"value"_s, REG_DWORD, four);
     QVERIFY(readDword(testKey, u"value", value));
     QCOMPARE(value, 42u);
 }
 
 void TestSettings::readsWhateverTextIsStored()
 {
-    const QByteArray abc = utf16(QStringLiteral("abc"));
+    const QByteArray abc = utf16(u"abc"_s);
     const QString surrogate(QChar(0xd83d)); // half of a pair
     const QString longText(10'000, u'x');
     QString read;
-    for (const auto &[bytes, text] : {std::pair{abc + nul, QStringLiteral("abc")},
+    for (const auto &[bytes, text] : {std::pair{abc + nul, u"abc"_s},
                                       {nul, QString()},
                                       {QByteArray(), QString()},
                                       {QByteArray("a"), QString()},
-                                      {abc, QStringLiteral("abc")}, // no terminator
-                                      {abc.left(5), QStringLiteral("ab")},
-                                      {abc + nul + abc + nul, QStringLiteral("abc")},
-                                      {abc + nul + nul, QStringLiteral("abc")},
+                                      {abc, u"abc"_s}, // no terminator
+                                      {abc.left(5), u"ab"_s},
+                                      {abc + nul + abc + nul, u"abc"_s},
+                                      {abc + nul + nul, u"abc"_s},
                                       {utf16(longText) + nul, longText},
                                       {utf16(longText), longText},
                                       {utf16(surrogate) + nul, surrogate}}) {
-        store(QStringLiteral("value"), REG_SZ, bytes);
+        store(u"value"_s, REG_SZ, bytes);
         QVERIFY2(readString(testKey, u"value", read), bytes.toHex());
         QCOMPARE(read, text);
     }
     // What is no text, or not there, leaves nothing of the text before.
     for (const Stored &stored :
          {Stored{REG_DWORD, four}, {REG_BINARY, abc + nul}, {REG_MULTI_SZ, abc + nul + nul}}) {
-        store(QStringLiteral("value"), stored.type, stored.bytes);
-        read = QStringLiteral("before");
+        store(u"value"_s, stored.type, stored.bytes);
+        read = u"before"_s;
         QVERIFY2(!readString(testKey, u"value", read), stored.bytes.toHex());
         QVERIFY(read.isEmpty());
     }
     for (const char16_t *key :
          {u"Software\\Fernlight Larkspur\\Test", u"Software\\Fernlight Larkspur\\No such key"}) {
-        read = QStringLiteral("before");
+        read = u"before"_s;
         QVERIFY(!readString(QStringView(key), u"no such value", read));
         QVERIFY(read.isEmpty());
     }
@@ -160,14 +161,13 @@ void TestSettings::expandsVariables()
 {
     // The folder of OneDrive is often stored in this form. The stored text is shorter than the read one here
     // and longer there, so both directions of a wrong size would show.
-    const QString variable = QStringLiteral("LARKSPUR_TEST");
-    for (const QString &content : {QString(3'000, u'y'), QStringLiteral("y")}) {
+    const QString variable = u"LARKSPUR_TEST"_s;
+    for (const QString &content : {QString(3'000, u'y'), u"y"_s}) {
         QVERIFY(SetEnvironmentVariableW(wide(variable), wide(content)));
-        store(QStringLiteral("value"), REG_EXPAND_SZ,
-              utf16(u'%' + variable + QStringLiteral("%\\end")) + nul);
+        store(u"value"_s, REG_EXPAND_SZ, utf16(u'%' + variable + u"%\\end"_s) + nul);
         QString read;
         QVERIFY(readString(testKey, u"value", read));
-        QCOMPARE(read, content + QStringLiteral("\\end"));
+        QCOMPARE(read, content + u"\\end"_s);
     }
     SetEnvironmentVariableW(wide(variable), nullptr);
 }
@@ -177,26 +177,25 @@ void TestSettings::writesTextWithTerminator()
     QVERIFY(!keyExists(testKey));
     for (const QString &text :
          {QString(), QString::fromUtf8("Straße \u0430\u0431\u0432 \u65e5\u672c \U0001F600"),
-          QString::fromUtf8("ä").repeated(10'000), QStringLiteral("%PATH%"),
-          QStringLiteral("a") + QChar(0xdc00)}) {
+          QString::fromUtf8("ä").repeated(10'000), u"%PATH%"_s, u"a"_s + QChar(0xdc00)}) {
         QVERIFY(writeString(testKey, u"value", text));
-        QCOMPARE(storedBytes(QStringLiteral("value"), REG_SZ), utf16(text) + nul);
-        QString read = QStringLiteral("before");
+        QCOMPARE(storedBytes(u"value"_s, REG_SZ), utf16(text) + nul);
+        QString read = u"before"_s;
         QVERIFY(readString(testKey, u"value", read));
         QCOMPARE(read, text);
         // A value of another type is replaced, not appended to.
         QVERIFY(writeDword(testKey, u"value", 0xFFFFFFCE));
-        QCOMPARE(storedBytes(QStringLiteral("value"), REG_DWORD), QByteArray("\xce\xff\xff\xff", 4));
+        QCOMPARE(storedBytes(u"value"_s, REG_DWORD), QByteArray("\xce\xff\xff\xff", 4));
     }
 }
 
 void TestSettings::survivesTextThatGrowsWhileItIsRead()
 {
     // Between the question for the size and the reading, another process may store a longer text.
-    const QString shortText = QStringLiteral("short");
+    const QString shortText = u"short"_s;
     const QString longText(5'000, u'x');
     QVERIFY(writeString(testKey, u"value", shortText));
-    QLoggingCategory::setFilterRules(QStringLiteral("default.debug=false")); // thousands of lines
+    QLoggingCategory::setFilterRules(u"default.debug=false"_s); // thousands of lines
     std::atomic_bool stop = false;
     std::thread writer([&] {
         while (!stop) {
@@ -229,7 +228,7 @@ void TestSettings::logs()
     QVERIFY(writeDword(testKey, u"posX", 1));
     QTest::ignoreMessage(QtDebugMsg, "true");
     QVERIFY(writeString(testKey, u"Path", u"x"));
-    createKey(testKey + QStringLiteral("\\child"));
+    createKey(testKey + u"\\child"_s);
     QTest::ignoreMessage(QtDebugMsg, "RegDeleteKeyEx Enumerate the keys");
     QTest::ignoreMessage(QtDebugMsg, "RegDeleteKeyEx alsoDeleteChildKey");
     QTest::ignoreMessage(QtDebugMsg, "RegDeleteKeyEx Enumerate the keys");
@@ -240,7 +239,7 @@ void TestSettings::tellsValuesAndDeletesThem()
 {
     QVERIFY(!valueExists(testKey, u"value"));
     QVERIFY(!deleteValue(testKey, u"value"));
-    store(QStringLiteral("value"), REG_NONE, QByteArray());
+    store(u"value"_s, REG_NONE, QByteArray());
     QVERIFY(valueExists(testKey, u"value"));
     QVERIFY(deleteValue(testKey, u"value"));
     QVERIFY(!valueExists(testKey, u"value"));
@@ -271,8 +270,8 @@ void TestSettings::deletesNestedKeys()
     const QString longName(255, u'0'); // sorts first
     for (const char16_t *child : {u"a\\b\\c", u"a\\d", u"e", u"f\\g"})
         createKey(testKey + u'\\' + QString::fromUtf16(child));
-    createKey(testKey + u'\\' + longName + QStringLiteral("\\below"));
-    writeDword(testKey + QStringLiteral("\\a\\b"), u"value", 1);
+    createKey(testKey + u'\\' + longName + u"\\below"_s);
+    writeDword(testKey + u"\\a\\b"_s, u"value", 1);
     writeDword(keys::root, u"posX", 5);
 
     QVERIFY(deleteKeyWithSubkeys(testKey));
@@ -301,7 +300,7 @@ void TestSettings::stopsAtAChildThatStays()
 {
     // A child that cannot be deleted would be met at index 0 for ever. A key whose rights forbid everything
     // is one.
-    const QString child = testKey + QStringLiteral("\\locked");
+    const QString child = testKey + u"\\locked"_s;
     const RegKey key = createKey(child, KEY_ALL_ACCESS);
     SECURITY_DESCRIPTOR nobody = {};
     ACL empty = {};
@@ -322,12 +321,12 @@ void TestSettings::stopsAtAChildThatStays()
 
 void TestSettings::deletesALinkAndSparesItsTarget()
 {
-    const QString target = QStringLiteral("Software\\Fernlight Larkspur\\Target");
-    createKey(target + QStringLiteral("\\precious"));
+    const QString target = u"Software\\Fernlight Larkspur\\Target"_s;
+    createKey(target + u"\\precious"_s);
     {
         // A link holds the kernel's name of its target, which begins with the user's own part of the
         // registry.
-        const RegKey user = createKey(QStringLiteral("Software\\Fernlight Larkspur"));
+        const RegKey user = createKey(u"Software\\Fernlight Larkspur"_s);
         QByteArray name(2'000, '\0');
         using QueryKey = LONG(NTAPI *)(HANDLE, int, void *, ULONG, ULONG *);
         const auto query = reinterpret_cast<QueryKey>(
@@ -340,9 +339,8 @@ void TestSettings::deletesALinkAndSparesItsTarget()
         const QString kernelName =
             QString::fromUtf16(reinterpret_cast<const char16_t *>(name.constData() + 4), length / 2);
 
-        const RegKey link =
-            createKey(testKey + QStringLiteral("\\link"), KEY_ALL_ACCESS, REG_OPTION_CREATE_LINK);
-        const QByteArray goal = utf16(kernelName + QStringLiteral("\\Target"));
+        const RegKey link = createKey(testKey + u"\\link"_s, KEY_ALL_ACCESS, REG_OPTION_CREATE_LINK);
+        const QByteArray goal = utf16(kernelName + u"\\Target"_s);
         QCOMPARE(RegSetValueExW(link.get(), L"SymbolicLinkValue", 0, REG_LINK,
                                 reinterpret_cast<const BYTE *>(goal.constData()),
                                 static_cast<DWORD>(goal.size())),
@@ -350,12 +348,12 @@ void TestSettings::deletesALinkAndSparesItsTarget()
     }
     writeDword(target, u"value", 42);
     quint32 through = 0;
-    QVERIFY(readDword(testKey + QStringLiteral("\\link"), u"value", through)); // it does lead there
+    QVERIFY(readDword(testKey + u"\\link"_s, u"value", through)); // it does lead there
     QCOMPARE(through, 42u);
 
     QVERIFY(deleteKeyWithSubkeys(testKey));
     QVERIFY(!keyExists(testKey));
-    QVERIFY(keyExists(target + QStringLiteral("\\precious")));
+    QVERIFY(keyExists(target + u"\\precious"_s));
     QVERIFY(valueExists(target, u"value"));
 }
 
@@ -363,12 +361,11 @@ void TestSettings::deletesALinkAndSparesItsTarget()
 // the store is asked to delete "Larkspur Test Only", never "Software".
 void TestSettings::refusesToDeleteTooMuch()
 {
-    const QString own = QStringLiteral("Larkspur Test Only");
-    const QString child = own + QStringLiteral("\\child");
+    const QString own = u"Larkspur Test Only"_s;
+    const QString child = own + u"\\child"_s;
     createKey(child);
-    for (const QString &path :
-         {own, own + u'\\', u'\\' + own, u'\\' + own + u'\\', own + QStringLiteral("\\\\child"),
-          own + QChar(QChar::Null) + QStringLiteral("\\child"), own + u'\\' + QChar(QChar::Null)}) {
+    for (const QString &path : {own, own + u'\\', u'\\' + own, u'\\' + own + u'\\', own + u"\\\\child"_s,
+                                own + QChar(QChar::Null) + u"\\child"_s, own + u'\\' + QChar(QChar::Null)}) {
         QVERIFY2(!deleteKeyWithSubkeys(path), qPrintable(path));
         QVERIFY(keyExists(child));
     }
