@@ -42,10 +42,8 @@ private slots:
     void isSupported();
     void roundTrip_data();
     void roundTrip();
-    void keepsEveryBit_data();
+    void keepsEveryBit_data() { formatRows({"avif", "heic", "jxl", "webp", "tiff", "png"}); }
     void keepsEveryBit();
-    void keepsTransparency_data() { formatRows({"avif", "heic", "jxl", "webp", "tiff", "png"}); }
-    void keepsTransparency();
     void keepsDepth_data() { formatRows({"avif", "jxl", "tiff", "png"}); }
     void keepsDepth();
     void keepsColourSpace_data() { formatRows({"avif", "heic", "jxl", "webp", "tiff", "png", "jpg"}); }
@@ -103,33 +101,17 @@ void TestFormats::roundTrip()
     QVERIFY(!loaded->image.hasAlphaChannel());
 }
 
-void TestFormats::keepsEveryBit_data()
-{
-    QTest::addColumn<QByteArray>("format");
-    QTest::addColumn<QImage>("image");
-    for (const char *format : {"avif", "heic", "jxl", "webp", "tiff", "png"}) {
-        QTest::addRow("%s", format) << QByteArray(format) << picture({61, 47});
-        // libtiff multiplies by the transparency, which rounds.
-        if (qstrcmp(format, "tiff") != 0)
-            QTest::addRow("%s transparent", format) << QByteArray(format) << transparentPicture({61, 47});
-    }
-}
-
 void TestFormats::keepsEveryBit()
 {
     QFETCH(QByteArray, format);
-    QFETCH(QImage, image);
-    const QImage back = decoded(encoded(image, format, 100));
-    QCOMPARE(difference(back, image).worst, 0);
-}
-
-void TestFormats::keepsTransparency()
-{
-    QFETCH(QByteArray, format);
-    const QImage image = transparentPicture({96, 64});
-    const QImage back = decoded(encoded(image, format));
+    const QImage image = picture({61, 47});
+    QCOMPARE(difference(decoded(encoded(image, format, 100)), image).worst, 0);
+    const QImage transparent = transparentPicture({61, 47});
+    const QImage back = decoded(encoded(transparent, format, 100));
     QVERIFY(back.hasAlphaChannel());
-    VERIFY_NEAR(back, image, 5);
+    // libtiff multiplies by the transparency, which rounds.
+    const int worst = difference(back, transparent).worst;
+    QVERIFY2(worst <= (format == "tiff" ? 2 : 0), qPrintable(QString::number(worst)));
 }
 
 // 512 steps over the width: eight bits a channel hold half of them.
