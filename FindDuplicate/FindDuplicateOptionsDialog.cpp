@@ -13,6 +13,7 @@
 #include <QIcon>
 #include <QLabel>
 #include <QPushButton>
+#include <QSignalBlocker>
 #include <QSpinBox>
 #include <QVBoxLayout>
 
@@ -166,6 +167,8 @@ void FindDuplicateOptionsDialog::connectAll()
 void FindDuplicateOptionsDialog::showCategories()
 {
     const int row = m_categories->indexOfTopLevelItem(m_categories->currentItem());
+    // While it is cleared the list tells of another current row, and holds rows of categories that are gone.
+    const QSignalBlocker untilItFits(m_categories);
     m_categories->clear();
     for (const SelectableCategory &category : m_settings.categories) {
         auto *item = new QTreeWidgetItem(m_categories, {rowText(category)});
@@ -197,9 +200,10 @@ void FindDuplicateOptionsDialog::enableButtons()
 FinderSettings FindDuplicateOptionsDialog::edited() const
 {
     FinderSettings edited = m_settings;
-    for (int row = 0; row < m_categories->topLevelItemCount(); ++row)
-        edited.categories[static_cast<std::size_t>(row)].selected =
-            m_categories->topLevelItem(row)->checkState(0) == Qt::Checked;
+    int row = 0;
+    for (SelectableCategory &category : edited.categories)
+        if (const QTreeWidgetItem *item = m_categories->topLevelItem(row++))
+            category.selected = item->checkState(0) == Qt::Checked;
     edited.ignoreSmallFile = m_ignoreSmall->isChecked();
     // A stored number that the box cannot show stays, unless the user chose another one.
     if (m_smallSize->value() !=

@@ -96,6 +96,7 @@ private slots:
     void aNumberBeyondTheBoxSurvives();
     void customTypeDialogTakesOnlyWhatWorks_data();
     void customTypeDialogTakesOnlyWhatWorks();
+    void theListFitsTheTypesWheneverItTells();
 
 private:
     std::unique_ptr<tests::RegistryGuard> m_guard;
@@ -264,6 +265,28 @@ void FindDuplicateSettingsTest::customTypeDialogTakesOnlyWhatWorks()
     const std::optional<CustomFileType> entered = dialog.entered();
     QCOMPARE(entered ? entered->extensions : QStringList(), expected);
     QCOMPARE(dialog.findChild<QPushButton *>(u"OKButton"_s)->isEnabled(), !expected.isEmpty());
+}
+
+// Whoever is told of another current row reads the types by the rows.
+void FindDuplicateSettingsTest::theListFitsTheTypesWheneverItTells()
+{
+    settings::writeDword(key, u"CustomFileTypeCount", 2);
+    settings::writeString(key, u"CustomFileType0", u"Notes;.note");
+    settings::writeString(key, u"CustomFileType1", u"Logs;.log");
+    Options options;
+    options.list()->setCurrentItem(options.row(12));
+    bool fits = true;
+    const auto look = [&] {
+        const auto types = static_cast<int>(options.dialog.edited().categories.size());
+        fits = fits && options.list()->topLevelItemCount() == types;
+    };
+    connect(options.list(), &QTreeWidget::currentItemChanged, this, look);
+    connect(options.list(), &QTreeWidget::itemChanged, this, look);
+    options.click("removeButton");
+    QVERIFY(fits);
+    QCOMPARE(options.list()->topLevelItemCount(), 13);
+    QCOMPARE(options.list()->currentItem(), options.row(12));
+    QVERIFY(options.dialog.findChild<QPushButton *>(u"removeButton"_s)->isEnabled());
 }
 
 QTEST_MAIN(FindDuplicateSettingsTest)
