@@ -8,12 +8,8 @@
 #include <QFile>
 
 using namespace Qt::StringLiterals;
-using tests::content;
-using tests::FakeFileProbe;
-using tests::makeDuplicates;
-using tests::three;
-using tests::ThreeCopies;
-using Scene = tests::RemovalScene;
+using namespace tests;
+using Scene = RemovalScene;
 
 namespace
 {
@@ -114,7 +110,7 @@ void FindDuplicateDiskTest::aFileTheListDidNotKnowYetIsGuardedAsWell()
     QVERIFY(scene.scan());
     probe.setAttributes(path, 0);
     scene.dialogs.whileOpen = [&] {
-        tests::requireBelow(scene.folder.path(), path);
+        requireBelow(scene.folder.path(), path);
         QVERIFY(QFile::rename(path, scene.folder.path(u"kept.txt"_s)));
         makeDuplicates(scene.folder, {u"b.txt"_s}, content);
     };
@@ -150,7 +146,7 @@ void FindDuplicateDiskTest::aSleepingDiskDoesNotStopTheRemoval()
     FakeFileProbe probe;
     ThreeCopies scene;
     const QString path = scene.memberPath(0);
-    tests::requireBelow(scene.folder.path(), scene.memberPath(1));
+    requireBelow(scene.folder.path(), scene.memberPath(1));
     QVERIFY(QFile::remove(scene.memberPath(1)));
     const FakeFileProbe::Hold sleeping = probe.hold(scene.memberPath(2));
     scene.members()->setFocus();

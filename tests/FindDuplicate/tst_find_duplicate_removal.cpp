@@ -8,12 +8,8 @@
 #include <QToolButton>
 
 using namespace Qt::StringLiterals;
-using tests::content;
-using tests::makeDuplicates;
-using tests::otherTime;
-using Scene = tests::RemovalScene;
-using tests::someTime;
-using tests::ThreeCopies;
+using namespace tests;
+using Scene = RemovalScene;
 
 class FindDuplicateRemovalTest : public QObject
 {
@@ -22,14 +18,12 @@ class FindDuplicateRemovalTest : public QObject
 private slots:
     void yesMovesThatOneFile();
     void noLeavesEverythingAsItWas();
-    void theDeleteKeyAsks();
     void whatChangedUnderTheQuestionStays();
     void theLastCopyIsToldBeforeItIsAskedFor();
     void aCopyThatBecomesTheLastUnderTheQuestionStays();
     void aHardLinkIsNoFurtherCopy();
     void noQuestionForWhatCannotBeMoved();
     void nothingElseHappensUnderTheQuestion();
-    void closingUnderTheQuestionMeansNo();
     void thePageMayGoUnderTheQuestion();
     void theListMayChangeUnderTheQuestion();
     void aSearchWaitsForTheRemoval();
@@ -40,9 +34,17 @@ void FindDuplicateRemovalTest::yesMovesThatOneFile()
 {
     ThreeCopies scene;
     const QString path = scene.memberPath(1);
-    QVERIFY(scene.remove(1, platform::idYes));
+    scene.dialogs.nextMessageBox.enqueue(platform::idYes);
+    scene.side()->setFocus();
+    QTest::keyClick(scene.side(), Qt::Key_Delete); // means a whole group here: nothing
+    QVERIFY(!scene.form->isBusy());
+    scene.members()->setFocus();
+    scene.selectMember(1);
+    QTest::keyClick(scene.members(), Qt::Key_Delete);
+    QVERIFY(scene.waitForEnd());
+    QVERIFY(scene.members()->hasFocus());
     QCOMPARE(scene.dialogs.questions.size(), 1);
-    const tests::FakeDialogs::Shown &question = scene.dialogs.questions.first();
+    const FakeDialogs::Shown &question = scene.dialogs.questions.first();
     QCOMPARE(question.text, u"Are you sure you want to move %1 to the recycle bin?"_s.arg(path));
     QCOMPARE(question.title, u"Confirm to save changes"_s);
     QCOMPARE(question.flags, 0x34u);
@@ -58,7 +60,7 @@ void FindDuplicateRemovalTest::yesMovesThatOneFile()
     QVERIFY(scene.groupText(0).contains(u"1 removed"_s));
     // It can be had back.
     QVERIFY(scene.notice().contains(path));
-    tests::FakeShell shell;
+    FakeShell shell;
     auto *openBin = scene.find<NoticeBar>("noticeBar")->findChild<QToolButton *>(u"noticeActionButton"_s);
     openBin->click();
     QCOMPARE(shell.recycleBinOpened, 1);
@@ -82,32 +84,24 @@ void FindDuplicateRemovalTest::yesMovesThatOneFile()
 
 void FindDuplicateRemovalTest::noLeavesEverythingAsItWas()
 {
-    ThreeCopies scene;
-    QVERIFY(scene.remove(0, platform::idNo));
-    QCOMPARE(scene.dialogs.questions.size(), 1);
-    QVERIFY(scene.bin.asked.isEmpty());
-    for (int row = 0; row < 3; ++row)
-        QVERIFY(scene.isThere(row) && !scene.isMarked(row));
-    QVERIFY(!scene.form->groups()[0].members[0].checked);
-    QVERIFY(scene.toolsAre(true));
-    QVERIFY(scene.notice().isEmpty());
-    QCOMPARE(scene.toolbar, (QList<bool>{false, true, false, true}));
-}
-
-void FindDuplicateRemovalTest::theDeleteKeyAsks()
-{
-    ThreeCopies scene;
-    scene.dialogs.nextMessageBox.enqueue(platform::idYes);
-    scene.side()->setFocus();
-    QTest::keyClick(scene.side(), Qt::Key_Delete); // means a whole group here: nothing
-    QVERIFY(!scene.form->isBusy());
-    scene.members()->setFocus();
-    scene.selectMember(2);
-    const QString path = scene.memberPath(2);
-    QTest::keyClick(scene.members(), Qt::Key_Delete);
-    QVERIFY(scene.waitForEnd());
-    QCOMPARE(scene.bin.taken, QStringList{path});
-    QVERIFY(scene.members()->hasFocus());
+    // When the window is to close, whatever is answered means no.
+    for (const bool closing : {false, true}) {
+        ThreeCopies scene;
+        scene.dialogs.whileOpen = [&] {
+            QVERIFY(!scene.form->busyText().isEmpty());
+            if (closing)
+                scene.form->requestStop();
+        };
+        QVERIFY(scene.remove(0, closing ? platform::idYes : platform::idNo));
+        QCOMPARE(scene.dialogs.questions.size(), 1);
+        QVERIFY(scene.bin.asked.isEmpty());
+        for (int row = 0; row < 3; ++row)
+            QVERIFY(scene.isThere(row) && !scene.isMarked(row));
+        QVERIFY(!scene.form->groups()[0].members[0].checked);
+        QVERIFY(scene.toolsAre(true));
+        QVERIFY(scene.notice().isEmpty());
+        QCOMPARE(scene.toolbar, (QList<bool>{false, true, false, true}));
+    }
 }
 
 void FindDuplicateRemovalTest::whatChangedUnderTheQuestionStays()
@@ -129,7 +123,7 @@ void FindDuplicateRemovalTest::theLastCopyIsToldBeforeItIsAskedFor()
 {
     ThreeCopies scene;
     // The others go, one by somebody else's hand and one by a change.
-    tests::requireBelow(scene.folder.path(), scene.memberPath(1));
+    requireBelow(scene.folder.path(), scene.memberPath(1));
     QVERIFY(QFile::remove(scene.memberPath(1)));
     scene.folder.setTimes(u"sub\\c.txt"_s, otherTime, someTime);
     QVERIFY(!scene.badges(0).contains(u"last copy"_s));
@@ -156,7 +150,7 @@ void FindDuplicateRemovalTest::aCopyThatBecomesTheLastUnderTheQuestionStays()
     Scene scene({u"a.txt"_s, u"b.txt"_s});
     QVERIFY(scene.scan());
     scene.dialogs.whileOpen = [&] {
-        tests::requireBelow(scene.folder.path(), scene.memberPath(1));
+        requireBelow(scene.folder.path(), scene.memberPath(1));
         QFile::remove(scene.memberPath(1));
     };
     QVERIFY(scene.remove(0, platform::idYes));
@@ -221,19 +215,6 @@ void FindDuplicateRemovalTest::nothingElseHappensUnderTheQuestion()
     QVERIFY(scene.members()->isVisible());
 }
 
-void FindDuplicateRemovalTest::closingUnderTheQuestionMeansNo()
-{
-    ThreeCopies scene;
-    scene.dialogs.whileOpen = [&] {
-        QVERIFY(!scene.form->busyText().isEmpty());
-        scene.form->requestStop();
-    };
-    QVERIFY(scene.remove(0, platform::idYes));
-    QVERIFY(scene.bin.asked.isEmpty());
-    QVERIFY(!scene.isMarked(0));
-    QVERIFY(!scene.form->isBusy());
-}
-
 void FindDuplicateRemovalTest::thePageMayGoUnderTheQuestion()
 {
     ThreeCopies scene;
@@ -282,7 +263,7 @@ void FindDuplicateRemovalTest::aFailedMoveIsMarkedAndTold()
     QVERIFY(scene.badges(0).contains(u"still here: it could not be moved"_s));
     QVERIFY(!scene.find<ElidedLabel>("summaryLabel")->text().contains(u"moved"_s));
     QVERIFY(!scene.groupText(0).contains(u"removed"_s));
-    tests::requireBelow(scene.folder.path(), scene.memberPath(0));
+    requireBelow(scene.folder.path(), scene.memberPath(0));
     QVERIFY(QFile::remove(scene.memberPath(0)));
     refresh();
     const QString moved = u"The file was moved to another location"_s;

@@ -20,13 +20,9 @@
 #include <QToolButton>
 
 using namespace Qt::StringLiterals;
+using namespace tests;
 using duplicates::DuplicateGroup;
 using duplicates::FileRecord;
-using tests::FinderScene;
-using tests::inventedGroups;
-using tests::makeDuplicates;
-using tests::someTime;
-using tests::TestFolder;
 
 namespace
 {
@@ -78,7 +74,7 @@ void FindDuplicateResultsTest::theToolBarIsAsAgreed()
                              "onItemChanged(QItemSelection,QItemSelection)"})
         QVERIFY2(page.metaObject()->indexOfSlot(slot) >= 0, slot);
     // Nothing is selected yet.
-    tests::FakeShell shell;
+    FakeShell shell;
     page.on_openButton_clicked();
     page.on_explorerButton_clicked();
     page.on_RecycleBinButton_clicked();
@@ -195,7 +191,7 @@ void FindDuplicateResultsTest::comparesContents()
     different.back() = 'y';
     makeDuplicates(folder, {u"1.txt"_s, u"2.txt"_s, u"3.txt"_s}, content);
     makeDuplicates(folder, {u"4.txt"_s}, different);
-    tests::FakeFileProbe probe;
+    FakeFileProbe probe;
     FinderScene scene;
     QVERIFY(scene.scan(folder.path()));
     scene.click("compareButton");
@@ -254,7 +250,7 @@ void FindDuplicateResultsTest::severalMembersAreOpenedShownAndCopied()
     for (int i = 0; i < 12; ++i)
         names.append(u"%1\\%2, a & b.exe"_s.arg(i / 6).arg(i, 2, 10, QLatin1Char('0')));
     makeDuplicates(folder, names, QByteArray(100, 'x'));
-    tests::FakeShell shell;
+    FakeShell shell;
     FinderScene scene;
     QVERIFY(scene.scan(folder.path()));
     QStringList paths;

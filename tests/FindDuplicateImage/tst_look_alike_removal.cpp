@@ -9,9 +9,7 @@
 #include <QLineEdit>
 
 using namespace Qt::StringLiterals;
-using tests::blocks;
-using tests::Scene;
-using tests::Trio;
+using namespace tests;
 
 namespace
 {
@@ -30,7 +28,7 @@ void lookAnew(const Trio &scene)
 void replaceThird(const Trio &scene)
 {
     const auto facts = platform::fileFacts(scene.third);
-    tests::requireBelow(scene.folder.path(), scene.third);
+    requireBelow(scene.folder.path(), scene.third);
     QVERIFY(QFile::rename(scene.third, scene.folder.path(u"kept.jpg"_s)));
     scene.folder.makeFile(u"c\\third.jpg"_s, QByteArray(static_cast<int>(facts->size), 'x'));
     scene.folder.setTimes(u"c\\third.jpg"_s, facts->lastWriteTime, facts->lastWriteTime);
@@ -39,7 +37,7 @@ void replaceThird(const Trio &scene)
 // The folder of the third picture becomes a link to another one with such a picture.
 void linkFolderOfThird(Trio &scene)
 {
-    tests::requireBelow(scene.folder.path(), scene.third);
+    requireBelow(scene.folder.path(), scene.third);
     QVERIFY(QFile::remove(scene.third));
     QVERIFY(QDir().rmdir(scene.folder.path(u"c"_s)));
     scene.save(u"elsewhere\\third.jpg"_s, blocks(1, {600, 400}));
@@ -53,7 +51,7 @@ class LookAlikeRemovalTest : public QObject
     Q_OBJECT
 
 private slots:
-    void initTestCase() { tests::requireTestPrefix(); }
+    void initTestCase() { requireTestPrefix(); }
 
     void noLeavesEverything();
     void yesMovesThatOneOnly();
@@ -124,7 +122,7 @@ void LookAlikeRemovalTest::theLastCopyIsToldBeforeItIsAskedFor()
     scene.clickRecycle(0, platform::idYes);
     QTRY_VERIFY(!scene.facts(0)->mark.exists);
     // One that goes behind the program's back counts as well.
-    tests::requireBelow(scene.folder.path(), scene.second);
+    requireBelow(scene.folder.path(), scene.second);
     QVERIFY(QFile::remove(scene.second));
     scene.clickRecycle(2);
     QCOMPARE(scene.dialogs.questions.size(), 1);
@@ -184,7 +182,7 @@ void LookAlikeRemovalTest::aCopyThatBecomesTheLastUnderTheQuestionStays()
 {
     Trio scene;
     scene.dialogs.whileOpen = [&] {
-        tests::requireBelow(scene.folder.path(), scene.first);
+        requireBelow(scene.folder.path(), scene.first);
         QFile::remove(scene.first);
         scene.folder.makeFile(u"b\\second.png"_s, "another content: no copy any more");
     };
@@ -197,10 +195,10 @@ void LookAlikeRemovalTest::aCopyThatBecomesTheLastUnderTheQuestionStays()
 // The disk has not told yet which file it is when the user asks.
 void LookAlikeRemovalTest::aFileTheListDidNotKnowYetIsGuardedAsWell()
 {
-    tests::FakeFileProbe probe;
+    FakeFileProbe probe;
     Trio scene;
     {
-        const tests::FakeFileProbe::Hold sleeping = probe.hold(scene.first);
+        const FakeFileProbe::Hold sleeping = probe.hold(scene.first);
         lookAnew(scene);
         QVERIFY(QTest::qWaitFor([&] { return probe.held().tryAcquire(); }));
         QVERIFY(!scene.inspected());
@@ -228,9 +226,9 @@ void LookAlikeRemovalTest::saysWhatIsNoCopyAnyMore()
 // The disk sleeps when the group is read anew.
 void LookAlikeRemovalTest::nobodyWaitsForTheOthersAfterAMove()
 {
-    tests::FakeFileProbe probe;
+    FakeFileProbe probe;
     Trio scene;
-    const tests::FakeFileProbe::Hold sleeping = probe.hold(scene.third);
+    const FakeFileProbe::Hold sleeping = probe.hold(scene.third);
     scene.clickRecycle(1, platform::idYes);
     QCOMPARE(scene.bin.taken, QStringList({scene.second}));
     QVERIFY(QTest::qWaitFor([&] { return probe.held().tryAcquire(); }));

@@ -5,6 +5,7 @@
 #include "FindDuplicateImage/ImageMemberModel.h"
 #include "FindDuplicateImage/LatestTask.h"
 #include "tests/FindDuplicateImage/Trio.h"
+#include "tests/support/FakeFileProbe.h"
 #include "widgets/ElidedLabel.h"
 #include "widgets/FLPopupMenu.h"
 
@@ -17,9 +18,7 @@
 #include <QWheelEvent>
 
 using namespace Qt::StringLiterals;
-using tests::blocks;
-using tests::Scene;
-using tests::Trio;
+using namespace tests;
 
 namespace
 {
@@ -44,7 +43,7 @@ class LookAlikeResultsTest : public QObject
     Q_OBJECT
 
 private slots:
-    void initTestCase() { tests::requireTestPrefix(); }
+    void initTestCase() { requireTestPrefix(); }
 
     void showsWhatThereIs();
     void search();
@@ -54,6 +53,8 @@ private slots:
     void severalAtOnce();
     void aMenuLeavesTheKeysAlone();
     void comparesWithTheFirst();
+    void comparesTwoThatAreSelected();
+    void fetchesNothingFromTheCloud();
     void zoom();
     void onlyTheLatestTaskHasAnEffect();
 };
@@ -64,10 +65,13 @@ void LookAlikeResultsTest::showsWhatThereIs()
     QCOMPARE(Scene::rows(scene.side()), QStringList({u"first.png"_s}));
     const QString detail = scene.side()->model()->index(0, 0).data(ImageGroupModel::DetailRole).toString();
     QVERIFY2(detail.startsWith(u"3 pictures, "), qPrintable(detail));
-    // Only marked: no button acts on more than the selected picture.
+    // Only marked, and only compared: no button acts on what the user did not select.
     QCOMPARE(scene.note(1), u"Proposed to keep"_s);
     QVERIFY(scene.note(0).isEmpty() && scene.note(2).isEmpty());
     QCOMPARE(scene.main()->currentIndex().row(), 1);
+    QVERIFY(!scene.main()->selectionModel()->hasSelection());
+    QVERIFY(!scene.recycle()->isEnabled());
+    scene.select(0);
     QVERIFY(scene.recycle()->isEnabled());
     QVERIFY(
         scene.find<ElidedLabel>("resultTotalsLabel")->text().startsWith(u"1 group with 3 of 4 pictures, "));
@@ -130,6 +134,7 @@ void LookAlikeResultsTest::order()
     QCOMPARE(scene.side()->currentIndex().row(), 0);
     // What is removed is of the group that is shown, not of the row that it has.
     scene.dialogs.nextMessageBox.enqueue(platform::idYes);
+    scene.select(1);
     QTest::mouseClick(scene.find<QToolButton>("RecycleBinButton"), Qt::LeftButton);
     QTRY_COMPARE(scene.bin.taken, QStringList({scene.folder.path(u"2 small (twin).png"_s)}));
     QTRY_VERIFY(!scene.form->isBusy());
@@ -152,7 +157,7 @@ void LookAlikeResultsTest::refreshLooksAtTheDisk()
     const QString other = scene.folder.path(u"1 small.png"_s);
     const QString shown = scene.folder.path(u"elsewhere\\2 large (copy).png"_s);
     for (const QString &path : {other, shown}) {
-        tests::requireBelow(scene.folder.path(), path);
+        requireBelow(scene.folder.path(), path);
         QVERIFY(QFile::remove(path));
     }
     QVERIFY(!gone(1));
@@ -253,12 +258,38 @@ void LookAlikeResultsTest::comparesWithTheFirst()
     QVERIFY(!difference->isEnabled());
     QVERIFY(view->pair().second.path.isEmpty());
     // One that cannot be read any more says so.
-    tests::requireBelow(scene.folder.path(), scene.second);
+    requireBelow(scene.folder.path(), scene.second);
     QVERIFY(QFile::remove(scene.second));
     scene.select(1);
     QVERIFY(shown.wait(20'000));
     QVERIFY(view->pair().second.full.isNull());
     view->grab();
+}
+
+void LookAlikeResultsTest::comparesTwoThatAreSelected()
+{
+    Trio scene;
+    const auto *view = scene.form->findChild<CompareView *>();
+    scene.select(2);
+    scene.main()->selectionModel()->setCurrentIndex(scene.main()->model()->index(1, 0),
+                                                    QItemSelectionModel::Select);
+    QTRY_COMPARE(view->pair().first.path, scene.second);
+    QCOMPARE(view->pair().second.path, scene.third);
+    QVERIFY(!view->pair().difference.picture.isNull());
+    scene.main()->selectAll(); // of three, the one selected last beside the first
+    QTRY_COMPARE(view->pair().first.path, scene.first);
+}
+
+void LookAlikeResultsTest::fetchesNothingFromTheCloud()
+{
+    FakeFileProbe probe;
+    Trio scene;
+    const auto *view = scene.form->findChild<CompareView *>();
+    probe.setAttributes(scene.third, core::AttributeRecallOnDataAccess);
+    scene.select(2);
+    QTRY_COMPARE(view->pair().second.path, scene.third);
+    QVERIFY(view->pair().second.inCloud && view->pair().second.full.isNull());
+    QVERIFY(!view->pair().first.full.isNull());
 }
 
 void LookAlikeResultsTest::zoom()
