@@ -64,10 +64,13 @@ double CompareView::actualSizeZoom() const
 
 QList<CompareView::Pane> CompareView::panes() const
 {
-    const QString missing = tr("This picture cannot be read any more.");
+    const auto absent = [](const LoadedPicture &picture) {
+        return picture.inCloud ? tr("This picture lies in a cloud store, and is not fetched to be looked at.")
+                               : tr("This picture cannot be read any more.");
+    };
     if (m_difference && !m_pair.difference.picture.isNull())
         return {{&m_pair.difference.picture, &m_pair.difference.picture, rect(), {}}};
-    const Pane first{&m_pair.first.full, &m_pair.first.fitted, rect(), missing};
+    const Pane first{&m_pair.first.full, &m_pair.first.fitted, rect(), absent(m_pair.first)};
     if (m_pair.second.path.isEmpty())
         return {first};
     const int half = (width() - theme::spaceSnug) / 2;
@@ -76,7 +79,8 @@ QList<CompareView::Pane> CompareView::panes() const
     const bool mirrored = layoutDirection() == Qt::RightToLeft;
     Pane one = first;
     one.area = mirrored ? right : left;
-    return {one, {&m_pair.second.full, &m_pair.second.fitted, mirrored ? left : right, missing}};
+    return {one,
+            {&m_pair.second.full, &m_pair.second.fitted, mirrored ? left : right, absent(m_pair.second)}};
 }
 
 QRectF CompareView::place(const QSize &picture, const QRect &area) const
@@ -110,7 +114,7 @@ void CompareView::paintPane(QPainter &painter, const Pane &pane) const
     painter.fillRect(pane.area, theme::mix(colors.window, colors.text, 0.06));
     if (pane.full->isNull()) {
         painter.setPen(colors.textMuted);
-        painter.drawText(pane.area, Qt::AlignCenter | Qt::TextWordWrap, pane.missing);
+        painter.drawText(pane.area, Qt::AlignCenter | Qt::TextWordWrap, pane.absent);
         painter.restore();
         return;
     }

@@ -49,7 +49,7 @@ private:
         const QImage *full;
         const QImage *fitted;
         QRect area;
-        QString missing; // what is said when there is no picture
+        QString absent; // what is said when there is no picture
     };
     QList<Pane> panes() const;
     // The place of a whole picture that is shown in `area`, mostly outside of it when zoomed.

@@ -161,9 +161,10 @@ void FindDuplicateImageResultForm::showGroup()
         return;
     m_compare->clear();
     m_members->setGroup(&m_report, group);
-    // The second picture: the first one is beside it anyway.
+    // The second picture: the first one is beside it anyway. Nothing is selected by itself: what is asked to
+    // go is what the user chose.
     m_main->selectionModel()->setCurrentIndex(m_members->index(m_members->rowCount() > 1 ? 1 : 0),
-                                              QItemSelectionModel::ClearAndSelect);
+                                              QItemSelectionModel::Clear);
     m_main->scrollToTop();
     inspectGroup();
     showMember();
@@ -205,19 +206,20 @@ void FindDuplicateImageResultForm::showFacts(int group, const std::vector<duplic
 
 void FindDuplicateImageResultForm::showMember()
 {
-    const int row = comparedMember();
-    const ImageRecord *first = m_members->record(0);
-    const ImageRecord *selected = m_members->record(row);
+    const auto [left, right] = comparedMembers();
+    const ImageRecord *first = m_members->record(left);
+    const ImageRecord *second = m_members->record(right);
     showButtons();
-    if (!first || !selected) {
+    if (!first || !second) {
         m_compare->clear();
         return;
     }
     const auto caption = [](const ImageRecord &image) {
         return tr("%1, %2").arg(image.name, dimensionsText(image));
     };
-    m_compare->compare(first->fullPath(), caption(*first), row == 0 ? QString() : selected->fullPath(),
-                       row == 0 ? QString() : caption(*selected), m_report.decoders);
+    const bool alone = first == second;
+    m_compare->compare(first->fullPath(), caption(*first), alone ? QString() : second->fullPath(),
+                       alone ? QString() : caption(*second), m_report.decoders);
 }
 
 QList<int> FindDuplicateImageResultForm::selectedMembers() const
@@ -229,11 +231,13 @@ QList<int> FindDuplicateImageResultForm::selectedMembers() const
     return rows;
 }
 
-// The only one that is selected, or the one that was selected last.
-int FindDuplicateImageResultForm::comparedMember() const
+// The two that are selected; otherwise the first one and the selected one, or the one that was selected last.
+std::pair<int, int> FindDuplicateImageResultForm::comparedMembers() const
 {
     const QList<int> rows = selectedMembers();
-    return rows.size() == 1 ? rows.first() : m_main->currentIndex().row();
+    if (rows.size() == 2)
+        return {rows.first(), rows.last()};
+    return {0, rows.size() == 1 ? rows.first() : m_main->currentIndex().row()};
 }
 
 int FindDuplicateImageResultForm::removableMember() const

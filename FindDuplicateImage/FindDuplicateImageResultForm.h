@@ -10,6 +10,8 @@
 #include <QTimer>
 #include <QWidget>
 
+#include <utility>
+
 class ComparePane;
 class ElidedLabel;
 class FindDuplicateImageMainResultThread;
@@ -26,7 +28,7 @@ class QToolButton;
 struct OpenedSeveral;
 
 // The groups of pictures that are alike: on the left a row each; on the right the pictures of the selected
-// group, and below them the first one beside the selected one.
+// group, and below them the first one beside the selected one, or the two that are selected.
 class FindDuplicateImageResultForm : public QWidget
 {
     Q_OBJECT
@@ -87,7 +89,7 @@ private:
     void warn(const QString &text);
     // Rows of m_members, -1 for none.
     QList<int> selectedMembers() const;
-    int comparedMember() const;
+    std::pair<int, int> comparedMembers() const;
     int removableMember() const;
     QStringList selectedPaths() const;
     void selectGroupRow(int row);

@@ -2,6 +2,8 @@
 #include "FindDuplicateImage/PicturePair.h"
 
 #include "FindDuplicateImage/DecoderPool.h"
+#include "core/DirectoryEnumerator.h"
+#include "platform/FileProbe.h"
 
 #include <algorithm>
 #include <utility>
@@ -18,6 +20,10 @@ LoadedPicture loadPicture(const QString &path, const PicturePair &known, Decoder
         if (picture->path == path && !picture->full.isNull())
             return *picture;
     LoadedPicture picture{path};
+    const std::optional<quint32> attributes = platform::fileProbe().listedAttributes(path);
+    picture.inCloud = attributes && core::isPlaceholder(*attributes);
+    if (picture.inCloud)
+        return picture;
     if (std::optional<core::LoadedImage> loaded = decoders.picture(path, cancel)) {
         picture.full = std::move(loaded->image);
         picture.full.setDevicePixelRatio(1); // "@2x" in a name says nothing here

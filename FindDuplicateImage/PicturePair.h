@@ -12,8 +12,9 @@ class DecoderPool;
 // A picture for looking at.
 struct LoadedPicture {
     QString path;
-    QImage full;   // null when it cannot be read any more
+    QImage full;   // null when it cannot be read any more, or is not
     QImage fitted; // the same, smoothly reduced to the size of a screen; `full` itself where that is smaller
+    bool inCloud = false; // not read: that would fetch it from there
 };
 
 // Two pictures to compare; the second may be left out.
