@@ -1,13 +1,16 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "core/FolderWalk.h"
+#include "core/ReadAhead.h"
 #include "tests/support/MemoryEnumerator.h"
 
+#include <QMutex>
 #include <QRandomGenerator>
 #include <QSet>
 #include <QTest>
 
 #include <atomic>
 #include <chrono>
+#include <set>
 #include <thread>
 
 using namespace Qt::StringLiterals;
@@ -114,6 +117,8 @@ core::WalkOptions readAhead(int threads)
     return options;
 }
 
+constexpr int poolSizes[] = {0, 1, 4};
+
 void walk(MemoryEnumerator &disk, Recorder &recorder, const core::WalkOptions &options = {})
 {
     core::walkFolders(u"C:\\r"_s, disk, recorder, recorder.cancel, options);
@@ -161,34 +166,24 @@ class TestFolderWalk : public QObject
     Q_OBJECT
 
 private slots:
-    void sameAsPlainRecursion_data();
     void sameAsPlainRecursion();
     void links_data();
     void links();
     void anotherTagIsNoLink();
-    void thousandsOfLevels_data() { sameAsPlainRecursion_data(); }
     void thousandsOfLevels();
-    void cancelledAtEveryEvent_data() { sameAsPlainRecursion_data(); }
     void cancelledAtEveryEvent();
     void cancelledListingIsNotUnreadable();
     void poolListsInTheOrderOfTheWalk();
     void poolDoesNotFollowLinks();
     void poolStopsAtTheLimit();
     void walkListsWhilePoolIsBusy();
+    void foldersAboveTheRootCanCount();
+    void thePoolStaysSmall();
 };
-
-void TestFolderWalk::sameAsPlainRecursion_data()
-{
-    QTest::addColumn<int>("threads");
-    QTest::newRow("alone") << 0;
-    QTest::newRow("one thread ahead") << 1;
-    QTest::newRow("four threads ahead") << 4;
-}
 
 void TestFolderWalk::sameAsPlainRecursion()
 {
-    QFETCH(int, threads);
-    for (quint32 seed = 1; seed <= 60; ++seed) {
+    for (quint32 seed = 1; seed <= 180; ++seed) {
         MemoryEnumerator disk;
         const QStringList folders = buildRandomTree(disk, seed, 400);
         QSet<QString> refused;
@@ -203,7 +198,7 @@ void TestFolderWalk::sameAsPlainRecursion()
 
         // The pool is kept from the refused folders at every second tree, where nobody lists them, and has to
         // throw them away at the others; small limits make it stop and go on.
-        core::WalkOptions options = readAhead(threads);
+        core::WalkOptions options = readAhead(poolSizes[seed / 6 % 3]);
         options.readAheadEntries = seed % 3 == 0 ? 20 : 200'000;
         if (seed % 2 == 0)
             options.mayListAhead = [&](const QString &path) { return !refused.contains(path); };
@@ -262,7 +257,6 @@ void TestFolderWalk::anotherTagIsNoLink()
 
 void TestFolderWalk::thousandsOfLevels()
 {
-    QFETCH(int, threads);
     constexpr int levels = 3000;
     MemoryEnumerator disk;
     QString path = u"C:\\r"_s;
@@ -270,36 +264,39 @@ void TestFolderWalk::thousandsOfLevels()
         path += u"\\d"_s;
     disk.addFile(path + u"\\f"_s, 7);
     disk.addLink(path + u"\\up"_s, u"C:\\r"_s);
-    const QStringList events = walk(disk, threads);
-    QCOMPARE(entered(events, core::WalkVisitor::FolderState::Listed), levels + 1);
-    QCOMPARE(entered(events, core::WalkVisitor::FolderState::Cycle), 1);
-    QVERIFY(events.contains(u"file %1 f 7"_s.arg(path)));
+    for (const int threads : poolSizes) {
+        const QStringList events = walk(disk, threads);
+        QCOMPARE(entered(events, core::WalkVisitor::FolderState::Listed), levels + 1);
+        QCOMPARE(entered(events, core::WalkVisitor::FolderState::Cycle), 1);
+        QVERIFY(events.contains(u"file %1 f 7"_s.arg(path)));
+    }
 }
 
 // However far the walk got: what was told up to then is the beginning of the whole story, nothing new is met
 // after it, and every folder that began also ends.
 void TestFolderWalk::cancelledAtEveryEvent()
 {
-    QFETCH(int, threads);
     MemoryEnumerator disk;
     buildRandomTree(disk, 5, 60);
     disk.addLink(u"C:\\r\\again"_s, u"C:\\r"_s);
     const QStringList whole = walk(disk);
     for (int after = 1; after <= whole.size(); ++after) {
-        Recorder recorder;
-        recorder.cancelAfter = after;
-        walk(disk, recorder, readAhead(threads));
-        QCOMPARE(recorder.events.first(after), whole.first(after));
+        for (const int threads : poolSizes) {
+            Recorder recorder;
+            recorder.cancelAfter = after;
+            walk(disk, recorder, readAhead(threads));
+            QCOMPARE(recorder.events.first(after), whole.first(after));
 
-        int open = 0;
-        for (qsizetype i = 0; i < recorder.events.size(); ++i) {
-            const QString &event = recorder.events[i];
-            open += event.startsWith(u"enter") ? 1 : event == u"leave" ? -1 : 0;
-            // The entry that is being met at that moment is told to its end.
-            if (i >= after)
-                QVERIFY2(event != u"entry", qPrintable(event));
+            int open = 0;
+            for (qsizetype i = 0; i < recorder.events.size(); ++i) {
+                const QString &event = recorder.events[i];
+                open += event.startsWith(u"enter") ? 1 : event == u"leave" ? -1 : 0;
+                // The entry that is being met at that moment is told to its end.
+                if (i >= after)
+                    QVERIFY2(event != u"entry", qPrintable(event));
+            }
+            QCOMPARE(open, 0);
         }
-        QCOMPARE(open, 0);
     }
 
     Recorder recorder;
@@ -404,6 +401,43 @@ void TestFolderWalk::walkListsWhilePoolIsBusy()
     QVERIFY(held && !starved);
     QCOMPARE(disk.listCount(), 51);
     QCOMPARE(entered(recorder.events, core::WalkVisitor::FolderState::Listed), 51);
+}
+
+// A walk that repeats a part of a larger one enters no link that the larger one did not enter.
+void TestFolderWalk::foldersAboveTheRootCanCount()
+{
+    MemoryEnumerator disk;
+    disk.addFolder(u"C:\\top\\r\\x"_s);
+    disk.addLink(u"C:\\top\\r\\x\\toDrive"_s, u"C:"_s);
+    disk.addLink(u"C:\\top\\r\\x\\toTop"_s, u"C:\\top"_s);
+    disk.addLink(u"C:\\top\\r\\x\\toBrother"_s, u"C:\\top\\brother"_s);
+    disk.addFolder(u"C:\\top\\brother"_s);
+    for (const int threads : {0, 2}) {
+        Recorder recorder;
+        core::WalkOptions options = readAhead(threads);
+        options.ancestors = {u"C:\\top"_s, u"C:\\"_s};
+        core::walkFolders(u"C:\\top\\r"_s, disk, recorder, recorder.cancel, options);
+        QCOMPARE(entered(recorder.events, core::WalkVisitor::FolderState::Cycle), 2);
+        QCOMPARE(entered(recorder.events, core::WalkVisitor::FolderState::Listed), 3); // r, x, the brother
+    }
+}
+
+void TestFolderWalk::thePoolStaysSmall()
+{
+    MemoryEnumerator disk;
+    for (int i = 0; i < 200; ++i)
+        disk.addFolder(u"C:\\r\\f%1"_s.arg(i));
+    QMutex mutex;
+    std::set<std::thread::id> listing;
+    disk.onList = [&](const QString &) {
+        std::this_thread::sleep_for(std::chrono::milliseconds(5)); // every thread gets its turn
+        const QMutexLocker lock(&mutex);
+        listing.insert(std::this_thread::get_id());
+    };
+    Patient visitor(disk, 201);
+    walk(disk, visitor, readAhead(63));
+    QVERIFY(visitor.sawAll());
+    QVERIFY(listing.size() <= std::size_t(core::ReadAhead::mostThreads + 1));
 }
 
 QTEST_GUILESS_MAIN(TestFolderWalk)

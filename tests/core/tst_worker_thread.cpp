@@ -66,25 +66,11 @@ class TestWorkerThread : public QObject
     Q_OBJECT
 
 private slots:
-    void endsThroughItsFinishSignal();
     void endedWorkerIsSilent();
     void finishSignalOnItsWayIsDropped();
     void aRetiredWorkerIsNotWaitedFor();
     void retiredWorkersCanBeWaitedFor();
 };
-
-void TestWorkerThread::endsThroughItsFinishSignal()
-{
-    std::atomic_int running = 0;
-    core::WorkerPointer<Job> job(new Job(false, running));
-    QSignalSpy spy(job.get(), &Job::resultReady);
-    job->start();
-    QTRY_COMPARE(running.load(), 1);
-    QVERIFY(!job->stopRequested());
-    job->requestStop();
-    QVERIFY(spy.wait(5000));
-    QCOMPARE(spy.count(), 1);
-}
 
 // Also right after the start, when run() may not have been reached, and without a start.
 void TestWorkerThread::endedWorkerIsSilent()

@@ -22,6 +22,8 @@
 #include <QToolButton>
 #include <QVBoxLayout>
 
+using namespace Qt::StringLiterals;
+
 namespace
 {
 
@@ -34,9 +36,8 @@ QList<QToolButton *> shownParts(const PathBar &bar)
     return shown;
 }
 
-const QStringList longPath{QStringLiteral("C:\\"), QStringLiteral("first folder"),
-                           QStringLiteral("second folder"), QStringLiteral("third folder"),
-                           QStringLiteral("fourth & last")};
+const QStringList longPath{u"C:\\"_s, u"first folder"_s, u"second folder"_s, u"third folder"_s,
+                           u"fourth & last"_s};
 
 // Counts how often it is asked for a row.
 class AskedModel : public QStringListModel
@@ -135,7 +136,7 @@ void WidgetsTest::pathBarKeepsItsEndWhereThereIsNot()
     // The rest is in a menu.
     QToolButton *more = parts.front();
     for (QToolButton *part : parts)
-        if (part->accessibleName() == QStringLiteral("Folders above"))
+        if (part->accessibleName() == u"Folders above"_s)
             more = part;
     QSignalSpy activated(&bar, &PathBar::partActivated);
     QTest::mouseClick(more, Qt::LeftButton);
@@ -153,7 +154,7 @@ void WidgetsTest::pathBarReactsWhileItChanges()
     bar.resize(1500, bar.sizeHint().height());
     bar.show();
     bar.setPath(longPath);
-    QCOMPARE(shownParts(bar).last()->text(), QStringLiteral("fourth && last")); // no mnemonic
+    QCOMPARE(shownParts(bar).last()->text(), u"fourth && last"_s); // no mnemonic
     connect(&bar, &PathBar::partActivated, &bar, [&bar](int part) { bar.setPath(longPath.first(part + 1)); });
     QTest::mouseClick(shownParts(bar).at(2), Qt::LeftButton);
     QTest::mouseClick(shownParts(bar).at(0), Qt::LeftButton);
@@ -164,7 +165,7 @@ void WidgetsTest::pathBarReactsWhileItChanges()
 
 void WidgetsTest::labelsAreClickedByMouseAndKeyboard()
 {
-    ClickableLabel label(QStringLiteral("<b>Clear</b>"));
+    ClickableLabel label(u"<b>Clear</b>"_s);
     label.resize(100, 30);
     label.show();
     QSignalSpy clicked(&label, &ClickableLabel::clicked);
@@ -184,14 +185,14 @@ void WidgetsTest::labelsAreClickedByMouseAndKeyboard()
 
 void WidgetsTest::aLabelIsAButtonForAScreenReader()
 {
-    ClickableLabel label(QStringLiteral("Clear"));
+    ClickableLabel label(u"Clear"_s);
     QSignalSpy clicked(&label, &ClickableLabel::clicked);
     QAccessibleInterface *accessible = QAccessible::queryAccessibleInterface(&label);
     QVERIFY(accessible);
     QCOMPARE(accessible->role(), QAccessible::Button);
-    QCOMPARE(accessible->text(QAccessible::Name), QStringLiteral("Clear"));
-    label.setAccessibleName(QStringLiteral("Clear the list"));
-    QCOMPARE(accessible->text(QAccessible::Name), QStringLiteral("Clear the list"));
+    QCOMPARE(accessible->text(QAccessible::Name), u"Clear"_s);
+    label.setAccessibleName(u"Clear the list"_s);
+    QCOMPARE(accessible->text(QAccessible::Name), u"Clear the list"_s);
     const QString press = QAccessibleActionInterface::pressAction();
     QVERIFY(accessible->actionInterface()->actionNames().contains(press));
     accessible->actionInterface()->doAction(press);
@@ -203,7 +204,7 @@ void WidgetsTest::aLabelIsAButtonForAScreenReader()
 
 void WidgetsTest::elidedLabelsTellTheWholeText()
 {
-    const QString path = QStringLiteral("C:\\a rather long folder\\with another one in it\\file.txt");
+    const QString path = u"C:\\a rather long folder\\with another one in it\\file.txt"_s;
     ElidedLabel label(nullptr, Qt::ElideMiddle);
     label.setText(path);
     label.resize(label.sizeHint().width() + 10, 20);
@@ -217,8 +218,8 @@ void WidgetsTest::elidedLabelsTellTheWholeText()
 
 void WidgetsTest::noticesBreakLongPaths()
 {
-    const QString path = (QStringLiteral("\\") + QString(99, u'm')).repeated(30);
-    const QString text = QStringLiteral("C:%1 could not be opened.").arg(path);
+    const QString path = (u"\\"_s + QString(99, u'm')).repeated(30);
+    const QString text = u"C:%1 could not be opened."_s.arg(path);
     QWidget page;
     auto *layout = new QVBoxLayout(&page);
     auto *bar = new NoticeBar;
@@ -246,11 +247,10 @@ void WidgetsTest::wrappedTextKeepsItsWords()
 {
     WrappedLabel label;
     const int line = label.fontMetrics().lineSpacing();
-    label.setText(QStringLiteral("Some words"));
+    label.setText(u"Some words"_s);
     QCOMPARE(label.heightForWidth(1000), line);
-    QCOMPARE(label.heightForWidth(label.fontMetrics().horizontalAdvance(QStringLiteral("Some wor"))),
-             2 * line);
-    label.setText(QStringLiteral("two\nlines"));
+    QCOMPARE(label.heightForWidth(label.fontMetrics().horizontalAdvance(u"Some wor"_s)), 2 * line);
+    label.setText(u"two\nlines"_s);
     QCOMPARE(label.heightForWidth(1000), 2 * line);
     label.setText(QString());
     QVERIFY(label.heightForWidth(0) <= line);
@@ -262,8 +262,8 @@ void WidgetsTest::scansTellTheirFigures()
     const auto label = [&page](const char *name) {
         return page.findChild<QLabel *>(QLatin1StringView(name));
     };
-    page.begin(QStringLiteral("Scanning"), QStringLiteral("C:\\r"));
-    QCOMPARE(label("rateLabel")->text(), QStringLiteral("-")); // of no time there is none
+    page.begin(u"Scanning"_s, u"C:\\r"_s);
+    QCOMPARE(label("rateLabel")->text(), u"-"_s); // of no time there is none
     page.setItems(50'000);
     QTest::qSleep(1100);
     const qint64 before = page.elapsed();
@@ -272,9 +272,9 @@ void WidgetsTest::scansTellTheirFigures()
     const qint64 rate = label("rateLabel")->text().toLongLong();
     QVERIFY(rate <= 50'000'000 / before && rate >= 50'000'000 / after);
     // A screen reader hears what the number is, and the number.
-    QCOMPARE(label("itemsLabel")->accessibleName(), QStringLiteral("Items: 50000"));
+    QCOMPARE(label("itemsLabel")->accessibleName(), u"Items: 50000"_s);
     const auto time = [](qint64 ms) {
-        return QStringLiteral("Elapsed time: 0:%1").arg(ms / 1000, 2, 10, QLatin1Char('0'));
+        return u"Elapsed time: 0:%1"_s.arg(ms / 1000, 2, 10, QLatin1Char('0'));
     };
     QVERIFY(QStringList({time(before), time(after)}).contains(label("timeLabel")->accessibleName()));
 }
@@ -284,18 +284,18 @@ void WidgetsTest::theTaskbarShowsHowFarAScanIs()
     tests::FakeShell shell;
     QWidget window;
     auto *page = new ScanPage(&window);
-    page->begin(QStringLiteral("Scanning"), QStringLiteral("C:\\r"));
+    page->begin(u"Scanning"_s, u"C:\\r"_s);
     window.show();
     const QStringList &told = shell.taskbarProgress;
-    QTRY_COMPARE(told.value(0), QStringLiteral("0/0"));
+    QTRY_COMPARE(told.value(0), u"0/0"_s);
     page->setTotalSteps(10);
     page->addStep();
-    QTRY_COMPARE(told.last(), QStringLiteral("1/10"));
+    QTRY_COMPARE(told.last(), u"1/10"_s);
     window.showMinimized();
     page->addStep();
-    QTRY_COMPARE(told.last(), QStringLiteral("2/10"));
+    QTRY_COMPARE(told.last(), u"2/10"_s);
     page->hide();
-    QCOMPARE(told.last(), QStringLiteral("-"));
+    QCOMPARE(told.last(), u"-"_s);
     const qsizetype count = told.size();
     QTest::qWait(600); // two ticks
     QCOMPARE(told.size(), count);
@@ -305,9 +305,9 @@ void WidgetsTest::numbersHaveNoSeparators()
 {
     const QLocale german(QLocale::German, QLocale::Germany); // 1.234.567 and 45,25
     const quint64 large = 18446744073709551615ULL;
-    QCOMPARE(RowDelegate().displayText(large, german), QStringLiteral("18446744073709551615"));
-    QCOMPARE(BarDelegate().displayText(large, german), QStringLiteral("18446744073709551615"));
-    QCOMPARE(BarDelegate().displayText(45.25, german), QStringLiteral("45.3 %"));
+    QCOMPARE(RowDelegate().displayText(large, german), u"18446744073709551615"_s);
+    QCOMPARE(BarDelegate().displayText(large, german), u"18446744073709551615"_s);
+    QCOMPARE(BarDelegate().displayText(45.25, german), u"45.3 %"_s);
 }
 
 void WidgetsTest::oneColumnTakesWhatIsLeft()
@@ -331,9 +331,9 @@ void WidgetsTest::oneColumnTakesWhatIsLeft()
 void WidgetsTest::anAsteriskExpandsNothing()
 {
     QStandardItemModel model;
-    auto *root = new QStandardItem(QStringLiteral("root"));
-    root->appendRow(new QStandardItem(QStringLiteral("child")));
-    root->child(0)->appendRow(new QStandardItem(QStringLiteral("grandchild")));
+    auto *root = new QStandardItem(u"root"_s);
+    root->appendRow(new QStandardItem(u"child"_s));
+    root->child(0)->appendRow(new QStandardItem(u"grandchild"_s));
     model.appendRow(root);
     FLTreeView view;
     view.setModel(&model);
@@ -353,8 +353,8 @@ void WidgetsTest::typingLooksForARowInShortListsOnly()
     for (QAbstractItemView *view :
          {static_cast<QAbstractItemView *>(&table), static_cast<QAbstractItemView *>(&tree)}) {
         for (const int rows : {500, 100'000}) {
-            QStringList texts(rows, QStringLiteral("a"));
-            texts.last() = QStringLiteral("z");
+            QStringList texts(rows, u"a"_s);
+            texts.last() = u"z"_s;
             AskedModel model(texts);
             view->setModel(&model);
             view->resize(300, 200);
