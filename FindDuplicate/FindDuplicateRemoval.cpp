@@ -26,7 +26,7 @@ void FindDuplicateResultForm::on_RecycleBinButton_clicked()
     setEnabled(false);
     m_removed = *member;
     RemovalRequest request{m_root, groupAt(member->group).members, static_cast<std::size_t>(member->member),
-                           m_memberModel->facts(member->member)};
+                           m_memberModel->facts(member->member).value_or(duplicates::MemberFacts())};
     const duplicates::FileRecord shown = request.file();
     m_removal->start(std::move(request), [this, shown] {
         return m_memberModel->groupIndex() == m_removed.group && record(m_removed) == shown;
@@ -46,7 +46,7 @@ void FindDuplicateResultForm::afterRemoval(const RemovalResult &result)
     setEnabled(true);
     enableTools();
     m_memberTree->setFocus();
-    if (result.members.empty() || selectedGroup() != m_memberModel->groupIndex())
+    if (result.members.empty() || m_memberModel->groupIndex() != m_removed.group)
         m_readLater.start();
     if (std::exchange(m_searchWaits, false))
         m_searchLater.start();

@@ -123,7 +123,7 @@ void FindDuplicateResultForm::showListed()
         selectGroupRow(row);
         m_groupTree->scrollTo(m_groupModel->index(row, 0));
     } else {
-        readGroup(); // nothing is listed: no members either
+        showGroup(); // nothing is listed: no members either
     }
 }
 
@@ -165,22 +165,35 @@ std::vector<int> FindDuplicateResultForm::selectedGroups() const
 
 void FindDuplicateResultForm::onMainTreeItemChanged(const QItemSelection &, const QItemSelection &)
 {
+    showGroup();
+}
+
+// Its members are listed at once. What the disk says about them follows, which may take it long.
+void FindDuplicateResultForm::showGroup()
+{
+    const int index = selectedGroup();
+    if (index != m_memberModel->groupIndex()) {
+        m_memberModel->setGroup(index < 0 ? nullptr : &groupAt(index), index);
+        m_memberModel->setContents(m_contents.value(index));
+        m_groupTitle->setText(index < 0 ? QString()
+                                        : tr("%1 files of %2 each")
+                                              .arg(QString::number(groupAt(index).members.size()),
+                                                   core::sizeText(groupAt(index).size)));
+        m_memberTree->selectionModel()->setCurrentIndex(m_memberModel->index(0, MemberModel::Text),
+                                                        QItemSelectionModel::ClearAndSelect |
+                                                            QItemSelectionModel::Rows);
+        enableTools();
+    }
     m_readLater.start();
 }
 
 void FindDuplicateResultForm::readGroup()
 {
-    const int group = selectedGroup();
+    const int group = m_memberModel->groupIndex();
     retire(std::move(m_result));
     m_readWaits = group >= 0 && !mayAskDisk();
-    if (m_readWaits)
+    if (group < 0 || m_readWaits)
         return;
-    if (group < 0) {
-        m_memberModel->setGroup(nullptr, -1, {});
-        m_groupTitle->setText({});
-        enableTools();
-        return;
-    }
     m_result.reset(new FindDuplicateResultThread(m_root, groupAt(group), group));
     connect(m_result.get(), &FindDuplicateResultThread::processFinish, this,
             &FindDuplicateResultForm::onProcessFinish);
@@ -189,30 +202,12 @@ void FindDuplicateResultForm::readGroup()
 
 void FindDuplicateResultForm::onProcessFinish()
 {
-    const int index = m_result->groupIndex();
-    const bool isShown = m_memberModel->groupIndex() == index;
-    if (m_result->outOfMemory()) {
-        if (!isShown) {
-            m_memberModel->setGroup(nullptr, -1, {});
-            m_groupTitle->setText({});
-            enableTools();
-        }
+    if (m_memberModel->groupIndex() != m_result->groupIndex())
+        return;
+    if (m_result->outOfMemory())
         showNotice(tr("There is not enough memory to look at the files of this group."));
-        return;
-    }
-    if (isShown) { // read anew: what is selected stays so
+    else
         m_memberModel->setFacts(m_result->takeMembers());
-        return;
-    }
-    const DuplicateGroup &group = groupAt(index);
-    m_memberModel->setGroup(&group, index, m_result->takeMembers());
-    m_memberModel->setContents(m_contents.value(index));
-    m_groupTitle->setText(
-        tr("%1 files of %2 each").arg(QString::number(group.members.size()), core::sizeText(group.size)));
-    m_memberTree->selectionModel()->setCurrentIndex(m_memberModel->index(0, MemberModel::Text),
-                                                    QItemSelectionModel::ClearAndSelect |
-                                                        QItemSelectionModel::Rows);
-    enableTools();
 }
 
 void FindDuplicateResultForm::onItemChanged(const QItemSelection &, const QItemSelection &)

@@ -90,6 +90,7 @@ private:
     void showSummary();
     void showListed();
     void refresh();
+    void showGroup();
     void readGroup();
     void enableTools();
     void checkFirstFiles();
@@ -154,7 +155,7 @@ private:
     QAction *m_openBin = nullptr; // in the notice after a removal
     duplicates::MemberRemoval *m_removal;
     QTimer m_searchLater; // a fast typist is not kept waiting by every letter
-    QTimer m_readLater;   // a held arrow key passes many groups in a second: the one it stops at is read
+    QTimer m_readLater;   // a held arrow key passes many groups in a second: the one it stops at is asked for
     QTimer m_compareTicker;
 
     Selected m_removed;         // of the removal that runs

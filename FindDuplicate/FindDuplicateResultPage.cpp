@@ -231,6 +231,9 @@ void FindDuplicateResultForm::connectAll()
     connect(&m_compareTicker, &QTimer::timeout, this, &FindDuplicateResultForm::showCompareProgress);
     connect(m_groupTree->selectionModel(), &QItemSelectionModel::selectionChanged, this,
             &FindDuplicateResultForm::onMainTreeItemChanged);
+    // A right click on one of several that are selected makes it the current one, and changes no selection.
+    connect(m_groupTree->selectionModel(), &QItemSelectionModel::currentRowChanged, this,
+            &FindDuplicateResultForm::showGroup);
     connect(m_memberTree->selectionModel(), &QItemSelectionModel::selectionChanged, this,
             &FindDuplicateResultForm::onItemChanged);
     connect(m_removal, &duplicates::MemberRemoval::finished, this, &FindDuplicateResultForm::afterRemoval);

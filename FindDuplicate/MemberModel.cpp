@@ -48,27 +48,35 @@ RowBadge installedBadge(const QString &folder)
 
 } // namespace
 
-void MemberModel::setGroup(const DuplicateGroup *group, int groupIndex, std::vector<MemberFacts> facts)
+void MemberModel::setGroup(const DuplicateGroup *group, int groupIndex)
 {
     beginResetModel();
     m_group = group;
     m_groupIndex = groupIndex;
-    m_facts = std::move(facts);
+    m_facts.clear();
     m_contents.clear();
-    m_proposed = group ? duplicates::proposedToKeep(group->members, m_facts) : std::nullopt;
+    m_proposed.reset();
     endResetModel();
 }
 
 void MemberModel::setFacts(std::vector<MemberFacts> facts)
 {
-    if (facts.size() != m_facts.size())
+    if (!m_group || facts.size() != m_group->members.size())
         return;
     m_facts = std::move(facts);
     membersChanged();
 }
 
+std::optional<MemberFacts> MemberModel::facts(int member) const
+{
+    const auto index = static_cast<std::size_t>(member);
+    return index < m_facts.size() ? std::optional(m_facts[index]) : std::nullopt;
+}
+
 void MemberModel::setGone(int member)
 {
+    if (m_facts.empty())
+        return;
     m_facts[static_cast<std::size_t>(member)] = {};
     membersChanged();
 }
@@ -83,13 +91,14 @@ void MemberModel::membersChanged()
 {
     if (rowCount() == 0)
         return;
-    m_proposed = duplicates::proposedToKeep(m_group->members, m_facts);
+    if (!m_facts.empty())
+        m_proposed = duplicates::proposedToKeep(m_group->members, m_facts);
     emit dataChanged(index(0, 0), index(rowCount() - 1, ColumnTotal - 1));
 }
 
 int MemberModel::rowCount(const QModelIndex &parent) const
 {
-    return parent.isValid() ? 0 : static_cast<int>(m_facts.size());
+    return parent.isValid() || !m_group ? 0 : static_cast<int>(m_group->members.size());
 }
 
 int MemberModel::columnCount(const QModelIndex &parent) const
@@ -123,7 +132,8 @@ QVariant MemberModel::data(const QModelIndex &index, int role) const
 // Gone by other hands than the user's own here.
 bool MemberModel::isMissing(int member) const
 {
-    return !facts(member).mark.exists && !m_group->members[static_cast<std::size_t>(member)].moved;
+    const std::optional<MemberFacts> known = facts(member);
+    return known && !known->mark.exists && !m_group->members[static_cast<std::size_t>(member)].moved;
 }
 
 QString MemberModel::wholeText(const FileRecord &file) const
@@ -173,26 +183,19 @@ QString MemberModel::toolTip(int member) const
 
 QList<RowBadge> MemberModel::badges(int member) const
 {
-    const MemberFacts &known = facts(member);
+    const std::optional<MemberFacts> known = facts(member);
     const FileRecord &file = m_group->members[static_cast<std::size_t>(member)];
     QList<RowBadge> result;
-    if (file.checked)
-        result.append(removalBadge(file, known.mark.exists));
-    if (known.mark.exists && known.mark.lastCopy)
-        result.append({tr("last copy"), Tone::Warning});
-    if (known.mark.sameFileAs >= 0)
-        result.append(sameFileBadge(known));
-    if (known.throughLink)
-        result.append({tr("reached through a link"), Tone::Neutral});
-    if (known.changed)
-        result.append({tr("changed since the scan"), Tone::Warning});
+    if (file.checked) // until the disk tells otherwise, things are as the move left them
+        result.append(removalBadge(file, known ? known->mark.exists : !file.moved));
+    appendDiskBadges(result, member);
     const auto index = static_cast<std::size_t>(member);
     const ContentState content = index < m_contents.size() ? m_contents[index] : ContentState::NotCompared;
     if (content != ContentState::NotCompared)
         result.append(contentBadge(content));
-    else if (known.placeholder)
+    else if (known && known->placeholder)
         result.append({tr("in the cloud"), Tone::Neutral});
-    if (known.mark.exists && !file.moved)
+    if (!isMissing(member) && !file.moved)
         if (const RowBadge installed = installedBadge(file.walkedFolder); !installed.text.isEmpty())
             result.append(installed);
     if (m_proposed == index)
@@ -200,11 +203,27 @@ QList<RowBadge> MemberModel::badges(int member) const
     return result;
 }
 
+void MemberModel::appendDiskBadges(QList<RowBadge> &badges, int member) const
+{
+    const std::optional<MemberFacts> known = facts(member);
+    if (!known)
+        return;
+    if (known->mark.exists && known->mark.lastCopy)
+        badges.append({tr("last copy"), Tone::Warning});
+    if (known->mark.sameFileAs >= 0)
+        badges.append(sameFileBadge(*known));
+    if (known->throughLink)
+        badges.append({tr("reached through a link"), Tone::Neutral});
+    if (known->changed)
+        badges.append({tr("changed since the scan"), Tone::Warning});
+}
+
 // By another name, or the same name reached in another way.
 RowBadge MemberModel::sameFileBadge(const MemberFacts &known) const
 {
     const QString row = QString::number(known.mark.sameFileAs + 1);
-    const bool hardLink = known.hardLinked && !known.throughLink && !facts(known.mark.sameFileAs).throughLink;
+    const MemberFacts &other = m_facts[static_cast<std::size_t>(known.mark.sameFileAs)];
+    const bool hardLink = known.hardLinked && !known.throughLink && !other.throughLink;
     return {hardLink ? tr("hard link to the file of row %1").arg(row) : tr("same file as row %1").arg(row),
             Tone::Warning};
 }

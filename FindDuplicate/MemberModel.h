@@ -9,6 +9,7 @@
 
 #include <QAbstractTableModel>
 
+#include <optional>
 #include <vector>
 
 // The members of one group, one row each, in the group's order, with what is known about them.
@@ -22,11 +23,10 @@ public:
 
     using QAbstractTableModel::QAbstractTableModel;
 
-    // The group belongs to the caller and stays as long as it is shown; null shows none. `facts` has an entry
-    // a member.
-    void setGroup(const duplicates::DuplicateGroup *group, int groupIndex,
-                  std::vector<duplicates::MemberFacts> facts);
-    // What is known now; the rows stay.
+    // The group belongs to the caller and stays as long as it is shown; null shows none. Nothing is known
+    // about its members yet.
+    void setGroup(const duplicates::DuplicateGroup *group, int groupIndex);
+    // What the disk says about the members now, an entry each; the rows stay.
     void setFacts(std::vector<duplicates::MemberFacts> facts);
     // One a member, or none: not compared.
     void setContents(std::vector<duplicates::ContentState> contents);
@@ -36,10 +36,8 @@ public:
     void membersChanged();
 
     int groupIndex() const { return m_groupIndex; }
-    const duplicates::MemberFacts &facts(int member) const
-    {
-        return m_facts[static_cast<std::size_t>(member)];
-    }
+    // Empty until it is known.
+    std::optional<duplicates::MemberFacts> facts(int member) const;
 
     int rowCount(const QModelIndex &parent = {}) const override;
     int columnCount(const QModelIndex &parent = {}) const override;
@@ -51,12 +49,13 @@ private:
     QString toolTip(int member) const;
     QString wholeText(const duplicates::FileRecord &file) const;
     QList<RowBadge> badges(int member) const;
+    void appendDiskBadges(QList<RowBadge> &badges, int member) const;
     RowBadge sameFileBadge(const duplicates::MemberFacts &known) const;
     RowBadge contentBadge(duplicates::ContentState state) const;
 
     const duplicates::DuplicateGroup *m_group = nullptr;
     int m_groupIndex = -1;
-    std::vector<duplicates::MemberFacts> m_facts;
+    std::vector<duplicates::MemberFacts> m_facts; // none, or one a member
     std::vector<duplicates::ContentState> m_contents;
     std::optional<std::size_t> m_proposed; // to be kept
     mutable FileIcons m_icons;

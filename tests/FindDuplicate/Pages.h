@@ -162,7 +162,7 @@ private:
     {
         return QTest::qWaitFor([&] {
             const auto *model = qobject_cast<MemberModel *>(members()->model());
-            return model->groupIndex() == group && model->rowCount() > 0;
+            return model->groupIndex() == group && model->facts(0);
         });
     }
 };

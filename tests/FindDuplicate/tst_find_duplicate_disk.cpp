@@ -4,6 +4,8 @@
 
 #include "tests/FindDuplicate/RemovalScene.h"
 #include "tests/support/FakeFileProbe.h"
+#include "tests/support/FakeShell.h"
+#include "widgets/ElidedLabel.h"
 
 #include <QFile>
 
@@ -36,6 +38,7 @@ private slots:
     void nobodyWaitsForTheOthersAfterAMove();
     void nobodyWaitsForTheLookBeforeTheQuestion();
     void nobodyWaitsForAComparison();
+    void aGroupIsListedBeforeTheDiskAnswers();
 };
 
 void FindDuplicateDiskTest::aSleepingDiskStopsNothing()
@@ -80,8 +83,8 @@ void FindDuplicateDiskTest::withoutMemoryThePageStaysUsable()
     scene.find<NoticeBar>("noticeBar")->hide();
     scene.side()->setCurrentIndex(scene.side()->model()->index(1, 0));
     QTRY_VERIFY(scene.notice().contains(u"memory"_s));
-    QCOMPARE(scene.members()->model()->rowCount(), 0);
-    QVERIFY(!scene.isEnabled("RecycleBinButton"));
+    QCOMPARE(scene.members()->model()->rowCount(), 2);
+    QVERIFY(scene.badges(0).isEmpty());
     QVERIFY(scene.selectGroup(0));
     QVERIFY(scene.isEnabled("RecycleBinButton"));
 }
@@ -218,6 +221,22 @@ void FindDuplicateDiskTest::nobodyWaitsForAComparison()
     scene.click("backButton");
     QVERIFY(!scene.form->isBusy());
     QVERIFY(scene.find<QWidget>("selectFolderButton")->isVisible());
+}
+
+// What is done is done with the files of the group that is selected.
+void FindDuplicateDiskTest::aGroupIsListedBeforeTheDiskAnswers()
+{
+    FakeFileProbe probe;
+    ThreeCopies scene;
+    tests::FakeShell shell;
+    const FakeFileProbe::Hold sleeping = probe.hold(scene.folder.path(u"z\\other2.mp3"_s));
+    scene.side()->setCurrentIndex(scene.side()->model()->index(1, 0));
+    QVERIFY(scene.find<ElidedLabel>("groupTitleLabel")->text().startsWith(u"2 files"_s));
+    scene.click("openButton");
+    QCOMPARE(shell.opened, QStringList{scene.folder.path(u"z\\other.mp3"_s)});
+    QVERIFY(isAsked(probe));
+    QVERIFY(scene.badges(0).isEmpty()); // nothing is made up
+    QVERIFY(scene.memberText(0).startsWith(u"other.mp3\n"_s));
 }
 
 QTEST_MAIN(FindDuplicateDiskTest)

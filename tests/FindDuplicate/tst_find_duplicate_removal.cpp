@@ -3,8 +3,10 @@
 #include "tests/support/FakeShell.h"
 #include "widgets/ElidedLabel.h"
 
+#include <QAction>
 #include <QFile>
 #include <QLineEdit>
+#include <QMenu>
 #include <QToolButton>
 
 using namespace Qt::StringLiterals;
@@ -28,6 +30,7 @@ private slots:
     void theListMayChangeUnderTheQuestion();
     void aSearchWaitsForTheRemoval();
     void aFailedMoveIsMarkedAndTold();
+    void severalGroupsOpenTheirFirstFilesThatAreLeft();
 };
 
 void FindDuplicateRemovalTest::yesMovesThatOneFile()
@@ -277,6 +280,32 @@ void FindDuplicateRemovalTest::aFailedMoveIsMarkedAndTold()
     refresh();
     QTRY_VERIFY(scene.badges(1).contains(u"moved to the recycle bin, and there again"_s));
     QVERIFY(!scene.badges(1).contains(u"still here: it could not be moved"_s));
+}
+
+void FindDuplicateRemovalTest::severalGroupsOpenTheirFirstFilesThatAreLeft()
+{
+    ThreeCopies scene;
+    QVERIFY(scene.remove(0, platform::idYes));
+    tests::FakeShell shell;
+    const auto click = [&](int row, Qt::MouseButton button, Qt::KeyboardModifiers keys) {
+        QTest::mouseClick(scene.side()->viewport(), button, keys,
+                          scene.side()->visualRect(scene.side()->model()->index(row, 0)).center());
+    };
+    click(1, Qt::LeftButton, {});
+    click(0, Qt::LeftButton, Qt::ControlModifier);
+    QCOMPARE(scene.memberPath(0), scene.folder.path(u"a.txt"_s));
+    // This selects nothing else, and yet the files are those of the row that was clicked.
+    click(1, Qt::RightButton, {});
+    const QStringList lefts{scene.folder.path(u"b.txt"_s), scene.folder.path(u"z\\other.mp3"_s)};
+    QCOMPARE(scene.memberPath(0), lefts[1]);
+    emit scene.side()->customContextMenuRequested({});
+    const QList<QAction *> actions = scene.find<QMenu>("groupMenu")->actions();
+    QCOMPARE(actions[0]->text(), u"Open the First File of Each"_s);
+    actions[0]->trigger();
+    QCOMPARE(shell.opened, lefts);
+    QCOMPARE(actions[1]->text(), u"Show the First File of Each in Explorer"_s);
+    actions[1]->trigger();
+    QCOMPARE(shell.revealed, lefts);
 }
 
 QTEST_MAIN(FindDuplicateRemovalTest)

@@ -228,7 +228,8 @@ void FindDuplicateResultsTest::remarksOnMembers()
                          100};
     const duplicates::MemberFacts there{{true, false, -1}, std::nullopt};
     MemberModel model;
-    model.setGroup(&group, 0, {there, there, there});
+    model.setGroup(&group, 0);
+    model.setFacts({there, there, there});
     const auto badges = [&] {
         QStringList all;
         for (int row = 0; row < 3; ++row)
