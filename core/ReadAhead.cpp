@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "core/ReadAhead.h"
 
+#include <algorithm>
 #include <new>
 #include <system_error>
 #include <utility>
@@ -102,7 +103,7 @@ void ReadAhead::release(Folder *folder)
 void ReadAhead::startPool()
 {
     try {
-        for (int i = 0; i < m_options.readAheadThreads; ++i)
+        for (int i = 0; i < std::min(m_options.readAheadThreads, mostThreads); ++i)
             m_threads.emplace_back([this] { runPool(); });
     } catch (const std::system_error &) {
         // The walk is right with any number of threads.
