@@ -78,7 +78,7 @@ private:
     Folder &folderAt(int index) { return m_result.folders[static_cast<std::size_t>(index)]; }
     LargestChildren &largest() { return m_largest[static_cast<std::size_t>(m_depth)]; }
     void collect(const QString &name, const core::DirectoryEntry &entry);
-    void addRecord(FileTypeResult &type, const QString &name, const core::DirectoryEntry &entry);
+    void addRecord(FileTypeResult &type, const QString &name, const core::DirectoryEntry &entry, int index);
 
     const bool m_collect;
     const core::FileTypeMatcher m_matcher;
@@ -90,7 +90,7 @@ private:
     int m_current = -1; // the folder that the walk is in
     int m_depth = -1;
     int m_completed = 0;
-    int m_records = 0;
+    int m_records = 0; // of files that a category took
     std::vector<LargestChildren> m_largest; // of the current folder and those above it, by depth
 };
 
@@ -165,14 +165,15 @@ void ScanVisitor::collect(const QString &name, const core::DirectoryEntry &entry
 {
     const std::vector<int> &categories = m_matcher.match(name);
     for (const int category : categories)
-        addRecord(m_result.fileTypes[static_cast<std::size_t>(category)], name, entry);
+        addRecord(m_result.fileTypes[static_cast<std::size_t>(category)], name, entry, m_records++);
     if (categories.empty())
-        addRecord(m_result.others, name, entry);
+        addRecord(m_result.others, name, entry, static_cast<int>(m_result.others.files.size()));
 }
 
-void ScanVisitor::addRecord(FileTypeResult &type, const QString &name, const core::DirectoryEntry &entry)
+void ScanVisitor::addRecord(FileTypeResult &type, const QString &name, const core::DirectoryEntry &entry,
+                            int index)
 {
-    type.files.push_back({name, m_current, m_records++, entry.size, entry.lastAccessTime});
+    type.files.push_back({name, m_current, index, entry.size, entry.lastAccessTime});
     type.total += entry.size;
 }
 

@@ -58,7 +58,9 @@ struct BiggestFile {
 struct FileRecord {
     QString name;
     int folder = -1; // index into ScanResult::folders
-    int index = 0;   // running number of the records of a scan, all categories together
+    // Running number of the records of a scan, all categories together; the files of no category have numbers
+    // of their own.
+    int index = 0;
     quint64 size = 0;
     quint64 lastAccessTime = 0; // FILETIME
 };
