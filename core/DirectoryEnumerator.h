@@ -99,6 +99,7 @@ private:
 struct FileIdentity {
     quint64 volume = 0;
     quint64 file = 0;
+    quint64 fileHigh = 0; // not 0 on ReFS only, where 64 bits do not tell two files apart
     bool operator==(const FileIdentity &) const = default;
 };
 

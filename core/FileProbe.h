@@ -12,9 +12,9 @@ namespace core
 
 // What an open handle tells about a file or folder, links followed.
 struct FileFacts {
-    FileIdentity identity;
-    quint32 linkCount = 1;  // hard links
-    quint32 attributes = 0; // FileAttribute
+    std::optional<FileIdentity> identity; // empty where the file system has none
+    quint32 linkCount = 1;                // hard links
+    quint32 attributes = 0;               // FileAttribute
     quint64 size = 0;
     quint64 lastWriteTime = 0; // FILETIME
 };

@@ -4,6 +4,9 @@
 #include "platform/Paths.h"
 #include "platform/Text.h"
 
+#include <cstring>
+#include <limits>
+
 namespace platform
 {
 
@@ -13,6 +16,38 @@ namespace
 quint64 wholeNumber(DWORD high, DWORD low)
 {
     return quint64{high} << 32 | low;
+}
+
+// Empty where the file system has no identities: zeros and ones only stand for that (FILE_ID_INFO and
+// BY_HANDLE_FILE_INFORMATION).
+std::optional<core::FileIdentity> identityOf(HANDLE file, const BY_HANDLE_FILE_INFORMATION &facts)
+{
+    core::FileIdentity identity{facts.dwVolumeSerialNumber,
+                                wholeNumber(facts.nFileIndexHigh, facts.nFileIndexLow)};
+    FILE_ID_INFO whole;
+    if (GetFileInformationByHandleEx(file, FileIdInfo, &whole, sizeof whole)) {
+        static_assert(sizeof whole.FileId == sizeof identity.file + sizeof identity.fileHigh);
+        identity.volume = whole.VolumeSerialNumber;
+        std::memcpy(&identity.file, &whole.FileId, sizeof identity.file);
+        std::memcpy(&identity.fileHigh, whole.FileId.Identifier + sizeof identity.file,
+                    sizeof identity.fileHigh);
+    }
+    constexpr quint64 none = std::numeric_limits<quint64>::max();
+    const bool isNone = identity.file == none && (identity.fileHigh == none || identity.fileHigh == 0);
+    return isNone || (identity.file == 0 && identity.fileHigh == 0) ? std::nullopt : std::optional(identity);
+}
+
+DWORD flagsOf(HeldFile::Form form)
+{
+    switch (form) {
+    case HeldFile::Form::Drive:
+        return FILE_NAME_NORMALIZED | VOLUME_NAME_DOS;
+    case HeldFile::Form::Device:
+        return FILE_NAME_NORMALIZED | VOLUME_NAME_NT;
+    case HeldFile::Form::DeviceAsOpened:
+        break;
+    }
+    return FILE_NAME_OPENED | VOLUME_NAME_NT;
 }
 
 } // namespace
@@ -30,7 +65,7 @@ std::optional<core::FileFacts> HeldFile::facts() const
     if (!m_file || !GetFileInformationByHandle(m_file.get(), &facts))
         return std::nullopt;
     return core::FileFacts{
-        .identity = {facts.dwVolumeSerialNumber, wholeNumber(facts.nFileIndexHigh, facts.nFileIndexLow)},
+        .identity = identityOf(m_file.get(), facts),
         .linkCount = facts.nNumberOfLinks,
         .attributes = facts.dwFileAttributes,
         .size = wholeNumber(facts.nFileSizeHigh, facts.nFileSizeLow),
@@ -39,13 +74,12 @@ std::optional<core::FileFacts> HeldFile::facts() const
     };
 }
 
-QString HeldFile::finalPath() const
+QString HeldFile::finalPath(Form form) const
 {
     std::wstring buffer(MAX_PATH, L'\0');
     while (m_file) {
-        const DWORD length =
-            GetFinalPathNameByHandleW(m_file.get(), buffer.data(), static_cast<DWORD>(buffer.size()),
-                                      FILE_NAME_NORMALIZED | VOLUME_NAME_DOS);
+        const DWORD length = GetFinalPathNameByHandleW(m_file.get(), buffer.data(),
+                                                       static_cast<DWORD>(buffer.size()), flagsOf(form));
         if (length == 0)
             break;
         // When the buffer is too small, the answer is the size that would do, and so larger than the buffer.

@@ -27,8 +27,12 @@ public:
 
     // Disk. Both empty when it could not be opened or asked.
     std::optional<core::FileFacts> facts() const;
-    // Where it lies now; see platform::finalPath().
-    QString finalPath() const;
+    // Where it lies now; see platform::finalPath(). Not every volume has a drive letter that the system knows
+    // of (some of memory disks and of encrypted ones do not), and not every server lets a user read the names
+    // of the folders above: then one of the other forms is given. Paths of different forms tell nothing of
+    // each other.
+    enum class Form { Drive, Device, DeviceAsOpened };
+    QString finalPath(Form form = Form::Drive) const;
 
 private:
     FileHandle m_file;

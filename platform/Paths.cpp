@@ -115,6 +115,19 @@ QString shownPath(const QString &path)
     return native;
 }
 
+bool survivesWin32(const QString &path)
+{
+    std::wstring buffer(MAX_PATH, L'\0');
+    const DWORD length =
+        GetFullPathNameW(wide(path), static_cast<DWORD>(buffer.size()), buffer.data(), nullptr);
+    if (length > buffer.size()) {
+        buffer.resize(length);
+        return GetFullPathNameW(wide(path), length, buffer.data(), nullptr) == length - 1 &&
+               fromWide(buffer.data(), length - 1) == path;
+    }
+    return length > 0 && fromWide(buffer.data(), length) == path;
+}
+
 bool isDriveRoot(const QString &path)
 {
     const QString native = shownPath(path);
@@ -145,12 +158,17 @@ bool isInside(const QString &root, const QString &item, const HeldFile &held)
     if (itemText.size() <= folder.size() || !equalNames(QStringView(itemText).left(folder.size()), folder))
         return false;
 
-    const QString finalRoot = finalPath(root);
-    const QString finalItem = held.finalPath();
-    if (finalRoot.isEmpty() || finalItem.isEmpty())
-        return false;
-    const QString finalFolder = finalRoot.endsWith(u'\\') ? finalRoot : finalRoot + u'\\';
-    return equalNames(finalItem, QString(finalFolder % QStringView(itemText).mid(folder.size())));
+    const HeldFile heldRoot(root);
+    using Form = HeldFile::Form;
+    for (const Form form : {Form::Drive, Form::Device, Form::DeviceAsOpened}) {
+        const QString finalRoot = heldRoot.finalPath(form);
+        const QString finalItem = held.finalPath(form);
+        if (finalRoot.isEmpty() || finalItem.isEmpty())
+            continue;
+        const QString finalFolder = finalRoot.endsWith(u'\\') ? finalRoot : finalRoot + u'\\';
+        return equalNames(finalItem, QString(finalFolder % QStringView(itemText).mid(folder.size())));
+    }
+    return false;
 }
 
 std::optional<FileFacts> fileFacts(const QString &path)

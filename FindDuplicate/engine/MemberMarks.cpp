@@ -15,7 +15,7 @@ namespace
 struct IdentityHash {
     std::size_t operator()(const core::FileIdentity &identity) const noexcept
     {
-        return qHashMulti(QHashSeed::globalSeed(), identity.volume, identity.file);
+        return qHashMulti(QHashSeed::globalSeed(), identity.volume, identity.file, identity.fileHigh);
     }
 };
 

@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
+#include "platform/HeldFile.h"
 #include "platform/Paths.h"
 #include "tests/support/TestFolder.h"
 #include "tests/support/TestPrefix.h"
@@ -92,6 +93,9 @@ void TestPaths::finalPathResolvesLinks()
     QCOMPARE(finalPath(link + u"\\Name.txt"_s), finalPath(file));
     QCOMPARE(finalPath(fileLink), finalPath(file));
     QVERIFY(finalPath(folder.path(u"nothing"_s)).isEmpty());
+    for (const auto form : {HeldFile::Form::Device, HeldFile::Form::DeviceAsOpened})
+        QCOMPARE(HeldFile(link + u"\\Name.txt"_s).finalPath(form),
+                 HeldFile(folder.path()).finalPath(form) + u"\\real\\Name.txt"_s);
 
     const QString deep = folder.makeFile((QString(200, u'd') + u'\\').repeated(5) + u"file"_s);
     QVERIFY(deep.size() > 1000);
