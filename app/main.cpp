@@ -4,6 +4,7 @@
 #include "app/Product.h"
 #include "app/Resources.h"
 #include "app/SingleInstance.h"
+#include "platform/Drives.h"
 #include "widgets/Theme.h"
 
 #include <QApplication>
@@ -20,6 +21,7 @@ int main(int argc, char *argv[])
     QApplication::setWindowIcon(QIcon(QStringLiteral(":/resources/images/rocket.ico")));
     QApplication::setApplicationVersion(product::version().toString());
 
+    platform::neverAskForDisks();
     installation::load();
 
     const QString title(product::name);

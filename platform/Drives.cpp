@@ -50,12 +50,13 @@ QStringList driveRoots()
     return roots;
 }
 
+void neverAskForDisks()
+{
+    SetErrorMode(GetErrorMode() | SEM_FAILCRITICALERRORS | SEM_NOOPENFILEERRORBOX);
+}
+
 Drive readDrive(const QString &root)
 {
-    // An empty card reader would otherwise make Windows ask for a disk.
-    DWORD oldMode = 0;
-    SetThreadErrorMode(SEM_FAILCRITICALERRORS | SEM_NOOPENFILEERRORBOX, &oldMode);
-
     Drive drive;
     drive.root = root;
     drive.type = driveType(GetDriveTypeW(wide(root)));
@@ -73,7 +74,6 @@ Drive readDrive(const QString &root)
         drive.totalBytes = total.QuadPart;
         drive.freeBytes = free.QuadPart;
     }
-    SetThreadErrorMode(oldMode, nullptr);
     return drive;
 }
 

@@ -32,8 +32,12 @@ struct Drive {
 // The roots of the drive letters in use, in alphabetical order. Immediate.
 QStringList driveRoots();
 
-// May take as long as the device likes: seconds for a sleeping disk, a minute for an absent server. Shows no
-// "insert a disk" box. Not for the interface thread.
+// For the program's start: from then on Windows asks for no disk when a drive turns out to be empty, whoever
+// looks at it; the call fails, and nothing else happens.
+void neverAskForDisks();
+
+// May take as long as the device likes: seconds for a sleeping disk, a minute for an absent server. Not for
+// the interface thread.
 Drive readDrive(const QString &root);
 
 // Reads all drives side by side on threads of its own, so that one that does not answer delays no other, and
