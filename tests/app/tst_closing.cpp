@@ -13,6 +13,8 @@
 #include <QStatusBar>
 #include <QTemporaryDir>
 
+using namespace Qt::StringLiterals;
+
 class tst_Closing : public tests::ShellTest
 {
     Q_OBJECT
@@ -69,9 +71,9 @@ void tst_Closing::cleanup()
 void tst_Closing::makeThumbnails()
 {
     QVERIFY(QDir().mkpath(thumbnailFolder()));
-    tests::requireBelow(QDir::tempPath() + QStringLiteral("/Fernlight Larkspur"), thumbnailFolder());
+    tests::requireBelow(QDir::tempPath() + u"/Fernlight Larkspur"_s, thumbnailFolder());
     for (int i = 0; i < 3; ++i)
-        writeFile(thumbnailFolder() + QStringLiteral("/%1.png").arg(i));
+        writeFile(thumbnailFolder() + u"/%1.png"_s.arg(i));
     core::ThumbnailStore::noteProduced();
 }
 
@@ -113,7 +115,7 @@ void tst_Closing::asksEveryBusyPageInOrder()
     QVERIFY(m_window->isVisible());
     QCOMPARE(m_modules->asked, (QList<int>{2, 4, 3, 20, 1, 6, 15}));
     QVERIFY(m_window->statusBar()->isVisible());
-    QVERIFY(m_window->statusBar()->currentMessage().contains(QStringLiteral("job of 2")));
+    QVERIFY(m_window->statusBar()->currentMessage().contains(u"job of 2"_s));
 
     // As long as any of them is.
     for (const int id : busyOnes) {
@@ -139,7 +141,7 @@ void tst_Closing::closesOnAPagesRequest()
     m_window->onOpenModule(5);
     emit page(5)->closeApp();
     QVERIFY(!m_window->isVisible());
-    QCOMPARE(m_log->count(QStringLiteral("removeThumbnailsDialog")), 0);
+    QCOMPARE(m_log->count(u"removeThumbnailsDialog"_s), 0);
 }
 
 void tst_Closing::removesThumbnailsThenCloses()
@@ -150,14 +152,14 @@ void tst_Closing::removesThumbnailsThenCloses()
     ThumbnailRemovalDialog *dialog = removals().first();
     QVERIFY(dialog->isModal());
     QCOMPARE(dialog->findChild<QLabel *>()->text(),
-             QStringLiteral("The program removing unused thumbnail files. Please wait..."));
-    QCOMPARE(dialog->findChild<QAbstractButton *>()->text(), QStringLiteral("Cancel"));
+             u"The program removing unused thumbnail files. Please wait..."_s);
+    QCOMPARE(dialog->findChild<QAbstractButton *>()->text(), u"Cancel"_s);
     m_window->close(); // impatient
     QCOMPARE(removals().size(), 1);
 
     QTRY_VERIFY(!m_window->isVisible());
     QTRY_COMPARE(removals().size(), 0);
-    QCOMPARE(m_log->count(QStringLiteral("removeThumbnailsDialog")), 1);
+    QCOMPARE(m_log->count(u"removeThumbnailsDialog"_s), 1);
     QVERIFY(!core::ThumbnailStore::produced());
     QVERIFY(!QDir(thumbnailFolder()).exists());
 }
@@ -204,24 +206,24 @@ void tst_Closing::removesNothingButThumbnails()
     const QTemporaryDir temporary;
     const QString root = temporary.path();
     const QString folder = core::ThumbnailStore::folder(root);
-    QVERIFY(QDir().mkpath(folder + QStringLiteral("/sub")));
+    QVERIFY(QDir().mkpath(folder + u"/sub"_s));
     tests::requireBelow(root, folder);
-    writeFile(folder + QStringLiteral("/a.png"));
-    writeFile(folder + QStringLiteral("/b"));
-    writeFile(folder + QStringLiteral("/sub/kept.png"));
-    writeFile(folder + QStringLiteral("/../kept.png"));
+    writeFile(folder + u"/a.png"_s);
+    writeFile(folder + u"/b"_s);
+    writeFile(folder + u"/sub/kept.png"_s);
+    writeFile(folder + u"/../kept.png"_s);
     const core::CancelFlag cancel;
     QCOMPARE(removeThumbnails(root, cancel), 2);
     QCOMPARE(QDir(folder).entryList(QDir::AllEntries | QDir::NoDotAndDotDot), tests::strings({"sub"}));
-    QVERIFY(QFile::exists(folder + QStringLiteral("/sub/kept.png")));
-    QVERIFY(QFile::exists(folder + QStringLiteral("/../kept.png")));
-    QCOMPARE(removeThumbnails(root + QStringLiteral("/nowhere"), cancel), 0);
+    QVERIFY(QFile::exists(folder + u"/sub/kept.png"_s));
+    QVERIFY(QFile::exists(folder + u"/../kept.png"_s));
+    QCOMPARE(removeThumbnails(root + u"/nowhere"_s, cancel), 0);
 
-    writeFile(folder + QStringLiteral("/c.png"));
+    writeFile(folder + u"/c.png"_s);
     core::CancelFlag cancelled;
     cancelled.set();
     QCOMPARE(removeThumbnails(root, cancelled), 0);
-    QVERIFY(QFile::exists(folder + QStringLiteral("/c.png")));
+    QVERIFY(QFile::exists(folder + u"/c.png"_s));
 }
 
 QTEST_MAIN(tst_Closing)

@@ -23,6 +23,8 @@
 #include <QTemporaryDir>
 #include <QTest>
 
+using namespace Qt::StringLiterals;
+
 namespace
 {
 
@@ -82,7 +84,7 @@ void tst_Companions::init()
     m_registry.emplace();
     m_shell.emplace();
     m_dialogs.emplace();
-    installation::setFolder(QStringLiteral("C:/here"));
+    installation::setFolder(u"C:/here"_s);
     m_window = std::make_unique<QWidget>();
     m_window->show();
     m_launcher = new CompanionLauncher(m_window.get());
@@ -100,7 +102,7 @@ void tst_Companions::cleanup()
 void tst_Companions::install(const QTemporaryDir &folder)
 {
     installation::setFolder(folder.path());
-    QFile file(folder.filePath(QStringLiteral("Taskwick.exe")));
+    QFile file(folder.filePath(u"Taskwick.exe"_s));
     QVERIFY(file.open(QIODevice::WriteOnly));
 }
 
@@ -108,7 +110,7 @@ void tst_Companions::recordsTheFolderOfTheFirstStart()
 {
     settings::writeString(settings::keys::root, u"Path", u"C:\\Suite");
     installation::load();
-    QCOMPARE(settings::installationFolder(), QStringLiteral("C:\\Suite"));
+    QCOMPARE(settings::installationFolder(), u"C:\\Suite"_s);
 
     settings::writeString(settings::keys::root, u"Path", u"");
     installation::load();
@@ -126,7 +128,7 @@ void tst_Companions::startsTheAgentOnlyWhenAllIsOff()
     QVERIFY(m_shell->agents.isEmpty());
     settings::writeDword(settings::keys::hotKey, u"Enabled", 0);
     {
-        const tests::FakeWindow running(QStringLiteral("GLASSWICK"), QStringLiteral("Transparent Taskbar"));
+        const tests::FakeWindow running(u"GLASSWICK"_s, u"Transparent Taskbar"_s);
         startAgentIfIdle();
         QVERIFY(m_shell->agents.isEmpty());
     }
@@ -141,18 +143,17 @@ void tst_Companions::handsTheExecutableToTheShell()
             continue;
         m_launcher->launch(module(expected.id));
         QCOMPARE(m_shell->elevated.last().owner, m_window->winId());
-        QCOMPARE(m_shell->elevated.last().file,
-                 QStringLiteral("C:/here") + QLatin1StringView(expected.executable));
-        QCOMPARE(m_shell->elevated.last().folder, QStringLiteral("C:/here"));
+        QCOMPARE(m_shell->elevated.last().file, u"C:/here"_s + QLatin1StringView(expected.executable));
+        QCOMPARE(m_shell->elevated.last().folder, u"C:/here"_s);
 
         const OpenAdminModuleDialog *dialog = dialogs().last();
         QVERIFY(dialog->isVisible());
         QVERIFY(!dialog->isModal());
-        QCOMPARE(dialog->windowTitle(), QStringLiteral("Module Launcher"));
-        QCOMPARE(dialog->findChild<QLabel *>()->text(),
-                 QStringLiteral("Preparing to open ") + QLatin1StringView(expected.panelText) +
-                     QStringLiteral(" in administrator mode.\n Please Wait..."));
-        QCOMPARE(dialog->findChild<QPushButton *>()->text(), QStringLiteral("Cancel"));
+        QCOMPARE(dialog->windowTitle(), u"Module Launcher"_s);
+        QCOMPARE(dialog->findChild<QLabel *>()->text(), u"Preparing to open "_s +
+                                                            QLatin1StringView(expected.panelText) +
+                                                            u" in administrator mode.\n Please Wait..."_s);
+        QCOMPARE(dialog->findChild<QPushButton *>()->text(), u"Cancel"_s);
         for (const char *slot : {"MyTimerSlot()", "on_pushButton_clicked()"})
             QVERIFY(dialog->metaObject()->indexOfSlot(slot) >= 0);
     }
@@ -162,7 +163,7 @@ void tst_Companions::handsTheExecutableToTheShell()
 void tst_Companions::waitsForTheWindow()
 {
     QSignalSpy finished(m_launcher, &CompanionLauncher::finished);
-    const tests::FakeWindow awaited(QStringLiteral("Qt653QWindowIcon"), QStringLiteral("Process Manager"));
+    const tests::FakeWindow awaited(u"Qt653QWindowIcon"_s, u"Process Manager"_s);
     QElapsedTimer time;
     time.start();
     m_launcher->launch(module(9));
@@ -228,7 +229,7 @@ void tst_Companions::asksBeforeAChangeableFileIsStarted()
     m_dialogs->nextAnswer.enqueue(QMessageBox::No);
     m_launcher->launch(module(11));
     QCOMPARE(m_dialogs->questions.size(), 1);
-    QVERIFY(m_dialogs->questions.first().text.contains(QStringLiteral("Process Manager")));
+    QVERIFY(m_dialogs->questions.first().text.contains(u"Process Manager"_s));
     QCOMPARE(m_shell->elevated.size(), 1);
     QCOMPARE(dialogs().size(), 1);
     QCOMPARE(finished.size(), 1);
@@ -250,9 +251,9 @@ void tst_Companions::asksBeforeAChangeableFileIsStarted()
 void tst_Companions::knowsWhatCouldBeExchanged()
 {
     const QTemporaryDir root;
-    const QString plain = root.filePath(QStringLiteral("plain"));
-    const QString held = root.filePath(QStringLiteral("held"));
-    const QString missing = root.filePath(QStringLiteral("missing"));
+    const QString plain = root.filePath(u"plain"_s);
+    const QString held = root.filePath(u"held"_s);
+    const QString missing = root.filePath(u"missing"_s);
     for (const QString &path : {plain, held}) {
         QFile made(path);
         QVERIFY(made.open(QIODevice::WriteOnly));

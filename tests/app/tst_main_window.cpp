@@ -13,6 +13,8 @@
 
 #include <windows.h>
 
+using namespace Qt::StringLiterals;
+
 namespace
 {
 
@@ -50,7 +52,7 @@ QStringList tst_MainWindow::checkedButtons() const
 {
     QStringList names;
     for (const QToolButton *each :
-         m_window->findChild<QWidget *>(QStringLiteral("sidePanelWidget"))->findChildren<QToolButton *>()) {
+         m_window->findChild<QWidget *>(u"sidePanelWidget"_s)->findChildren<QToolButton *>()) {
         if (each->isChecked())
             names.append(each->objectName());
     }
@@ -96,16 +98,16 @@ void tst_MainWindow::hasItsNames()
         QCOMPARE(found->text(), QLatin1StringView(module.panelText));
         QVERIFY(!found->accessibleName().isEmpty());
     }
-    QCOMPARE(button("HomeButton")->text(), QStringLiteral("Home"));
-    QCOMPARE(button("miscToolsButton")->text(), QStringLiteral("Miscellaneous Tools"));
+    QCOMPARE(button("HomeButton")->text(), u"Home"_s);
+    QCOMPARE(button("miscToolsButton")->text(), u"Miscellaneous Tools"_s);
 
-    const auto *bar = m_window->findChild<QToolBar *>(QStringLiteral("toolbar"));
+    const auto *bar = m_window->findChild<QToolBar *>(u"toolbar"_s);
     QVERIFY(bar);
-    QCOMPARE(bar->windowTitle(), QStringLiteral("Tabs toolbar"));
+    QCOMPARE(bar->windowTitle(), u"Tabs toolbar"_s);
     QCOMPARE(m_window->toolBarArea(bar), Qt::LeftToolBarArea);
     QStringList actions;
     for (const QAction *action : bar->actions()) {
-        actions.append(action->isSeparator() ? QStringLiteral("|") : action->text());
+        actions.append(action->isSeparator() ? u"|"_s : action->text());
         QVERIFY(action->isSeparator() || !action->icon().isNull());
     }
     QCOMPARE(actions, (tests::strings({"Home", "|", "Check Update", "|", "About"})));
@@ -113,21 +115,21 @@ void tst_MainWindow::hasItsNames()
 
 void tst_MainWindow::laysTheSidePanelOut()
 {
-    const QWidget *panel = m_window->findChild<QWidget *>(QStringLiteral("sidePanelWidget"));
+    const QWidget *panel = m_window->findChild<QWidget *>(u"sidePanelWidget"_s);
     QVERIFY(panel->isHidden());
     QVERIFY(button("HomeButton")->isHidden());
     QVERIFY(button("miscToolsButton")->isHidden());
     QCOMPARE(panel->maximumWidth(), 180);
 
-    QLayout *layout = m_window->findChild<QWidget *>(QStringLiteral("scrollAreaWidgetContents"))->layout();
+    QLayout *layout = m_window->findChild<QWidget *>(u"scrollAreaWidgetContents"_s)->layout();
     QVERIFY(layout->alignment() & Qt::AlignTop);
     QStringList order;
     for (int i = 0; i < layout->count(); ++i)
         order.append(layout->itemAt(i)->widget()->objectName());
-    order.removeOne(QStringLiteral("miscToolsButton"));
-    QVERIFY(order.removeOne(QStringLiteral("findDuplicateImageButton")));
+    order.removeOne(u"miscToolsButton"_s);
+    QVERIFY(order.removeOne(u"findDuplicateImageButton"_s));
     const auto shows = [this](const char *name, const char *image) {
-        const QString path = QStringLiteral(":/resources/images/%1.png").arg(QLatin1StringView(image));
+        const QString path = u":/resources/images/%1.png"_s.arg(QLatin1StringView(image));
         return button(name)->icon().pixmap(48).toImage() == QPixmap(path).toImage();
     };
     QStringList expected;
@@ -167,7 +169,7 @@ void tst_MainWindow::numbersWhatIsOpened()
         if (saw.last() != home)
             pages.insert(saw.last());
     }
-    QCOMPARE(m_log->numbers(QStringLiteral("showApp:")), numbers);
+    QCOMPARE(m_log->numbers(u"showApp:"_s), numbers);
     QCOMPARE(saw, seen);
     // Only real pages are in the stack.
     QCOMPARE(m_window->findChild<QStackedLayout *>()->count(), 1 + pages.size());
@@ -182,7 +184,7 @@ void tst_MainWindow::opensEverythingByEveryWay()
         open(module.id);
         numbers.append(static_cast<int>(numbers.size()) + 1);
     }
-    QCOMPARE(m_log->numbers(QStringLiteral("showApp:")), numbers);
+    QCOMPARE(m_log->numbers(u"showApp:"_s), numbers);
     QCOMPARE(m_modules->pageCount(), 18);
     QCOMPARE(m_shell->elevated.size(), 3);
 
@@ -191,7 +193,7 @@ void tst_MainWindow::opensEverythingByEveryWay()
         const QByteArray slot = QByteArray("on_") + module.button + "_clicked";
         QVERIFY2(QMetaObject::invokeMethod(&*m_window, slot.constData()), slot.constData());
     }
-    QCOMPARE(m_log->numbers(QStringLiteral("showApp:")), numbers);
+    QCOMPARE(m_log->numbers(u"showApp:"_s), numbers);
 
     m_log->clear();
     for (const names::Module &module : names::modules) {
@@ -199,19 +201,19 @@ void tst_MainWindow::opensEverythingByEveryWay()
         const bool isChecked = module.panelText && !module.executable;
         QCOMPARE(checkedButtons(), isChecked ? QStringList{QLatin1StringView(module.button)} : QStringList());
     }
-    QCOMPARE(m_log->numbers(QStringLiteral("showApp:")), numbers);
+    QCOMPARE(m_log->numbers(u"showApp:"_s), numbers);
     // These two, and only through a card, are named in the log.
-    QCOMPARE(m_log->count(QStringLiteral("autoDarkMode")), 1);
-    QCOMPARE(m_log->count(QStringLiteral("autoWallpaperChanger")), 1);
+    QCOMPARE(m_log->count(u"autoDarkMode"_s), 1);
+    QCOMPARE(m_log->count(u"autoWallpaperChanger"_s), 1);
     open(0);
-    QCOMPARE(m_log->count(QStringLiteral("autoDarkMode")), 1);
+    QCOMPARE(m_log->count(u"autoDarkMode"_s), 1);
 
     // Now by the mouse on the tool bar and on a card.
     m_log->clear();
-    const auto *bar = m_window->findChild<QToolBar *>(QStringLiteral("toolbar"));
+    const auto *bar = m_window->findChild<QToolBar *>(u"toolbar"_s);
     QTest::mouseClick(bar->widgetForAction(bar->actions().first()), Qt::LeftButton);
     QTest::mouseClick(m_window->findChild<HomeForm *>()->card(2), Qt::LeftButton);
-    QCOMPARE(m_log->numbers(QStringLiteral("showApp:")), (QList<int>{0, 3}));
+    QCOMPARE(m_log->numbers(u"showApp:"_s), (QList<int>{0, 3}));
     QCOMPARE(shownId(), 2);
 }
 
@@ -241,13 +243,13 @@ void tst_MainWindow::startsACompanionUntilItIsRefused()
     QCOMPARE(shownId(), 3);
     open(home);
     QCOMPARE(checkedButtons(), tests::strings({"HomeButton"}));
-    QCOMPARE(m_log->numbers(QStringLiteral("showApp:")), (QList<int>{1, 2, 2, 2, 3, 3, 0}));
+    QCOMPARE(m_log->numbers(u"showApp:"_s), (QList<int>{1, 2, 2, 2, 3, 3, 0}));
 }
 
 void tst_MainWindow::locksTheNavigation()
 {
     const QAction *homeAction = m_window->findChild<QToolBar *>()->actions().first();
-    const QWidget *panel = m_window->findChild<QWidget *>(QStringLiteral("sidePanelWidget"));
+    const QWidget *panel = m_window->findChild<QWidget *>(u"sidePanelWidget"_s);
     open(3);
     open(2);
     tests::FakePage *first = page(2);
@@ -283,7 +285,7 @@ void tst_MainWindow::passesMessagesOnAndAsksForTheTitleOnce()
     post(WM_USER + 107, 0);
     post(WM_USER + 704, 1);
     post(1132, 0);
-    QTRY_COMPARE(m_log->count(QStringLiteral("Message recieved")), 1);
+    QTRY_COMPARE(m_log->count(u"Message recieved"_s), 1);
     QCOMPARE(m_modules->pageCount(), 0);
 
     m_window->onOpenModule(18);
@@ -292,7 +294,7 @@ void tst_MainWindow::passesMessagesOnAndAsksForTheTitleOnce()
     post(1131, 0);
     post(1728, 0x1'8000'0001u);
     post(1132, 0);
-    QTRY_COMPARE(m_log->count(QStringLiteral("Message recieved")), 2);
+    QTRY_COMPARE(m_log->count(u"Message recieved"_s), 2);
     using Heard = QList<QPair<ShellEvent, quint32>>;
     QCOMPARE(page(18)->heard, (Heard{{ShellEvent::WindowTitle, 0}, {ShellEvent::RefreshIcons, 0}}));
     QCOMPARE(page(18)->window(), &*m_window);
@@ -325,9 +327,9 @@ void tst_MainWindow::saysWhatIsMissing()
     MainWindow window(nullptr, table);
     window.onOpenModule(4);
     const auto *page = window.findChild<QStackedLayout *>()->currentWidget();
-    const auto *sentence = page->findChild<QLabel *>(QStringLiteral("unavailableLabel"));
+    const auto *sentence = page->findChild<QLabel *>(u"unavailableLabel"_s);
     QVERIFY(sentence);
-    QCOMPARE(sentence->text(), QStringLiteral("Secure Delete is not part of this build yet."));
+    QCOMPARE(sentence->text(), u"Secure Delete is not part of this build yet."_s);
 }
 
 QTEST_MAIN(tst_MainWindow)

@@ -58,10 +58,10 @@ void tst_StarredModules::arrangesStarredFirst()
 void tst_StarredModules::tracesTheSplit()
 {
     const tests::LogCapture log;
-    StarredModules(QStringLiteral("10,2,5"));
-    QCOMPARE(log.values(QStringLiteral("index:")), (tests::strings({"2", "1"})));
-    QCOMPARE(log.values(QStringLiteral("moduleIndexStr:")), (tests::strings({"10", "2"})));
-    QCOMPARE(log.values(QStringLiteral("dataStr:")), (tests::strings({"2,5", "5"})));
+    StarredModules(u"10,2,5"_s);
+    QCOMPARE(log.values(u"index:"_s), (tests::strings({"2", "1"})));
+    QCOMPARE(log.values(u"moduleIndexStr:"_s), (tests::strings({"10", "2"})));
+    QCOMPARE(log.values(u"dataStr:"_s), (tests::strings({"2,5", "5"})));
 }
 
 QTEST_GUILESS_MAIN(tst_StarredModules)
