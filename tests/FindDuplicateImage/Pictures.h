@@ -2,15 +2,12 @@
 #pragma once
 
 #include "FindDuplicateImage/DecoderPool.h"
+#include "tests/FindDuplicateImage/engine/PlainFingerprint.h"
 #include "tests/support/TestFolder.h"
 
 #include <QCoreApplication>
 #include <QDir>
 #include <QImage>
-#include <QPainter>
-
-#include <memory>
-#include <random>
 
 namespace tests
 {
@@ -19,17 +16,7 @@ namespace tests
 inline QImage blocks(unsigned seed, QSize size = {400, 300}, QImage::Format format = QImage::Format_RGB32)
 {
     std::mt19937 random(seed);
-    QImage image(size, QImage::Format_RGB32);
-    QPainter painter(&image);
-    for (int y = 0; y < 10; ++y)
-        for (int x = 0; x < 10; ++x)
-            painter.fillRect(QRect(QPoint(size.width() * x / 10, size.height() * y / 10),
-                                   QPoint(size.width() * (x + 1) / 10, size.height() * (y + 1) / 10)),
-                             QColor::fromRgb(40 + static_cast<int>(random() % 160),
-                                             40 + static_cast<int>(random() % 160),
-                                             40 + static_cast<int>(random() % 160)));
-    painter.end();
-    return image.convertToFormat(format);
+    return blockPicture(size, 10, random).convertToFormat(format);
 }
 
 // Returns the full path.

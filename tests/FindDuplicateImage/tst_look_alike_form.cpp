@@ -51,7 +51,6 @@ class LookAlikeFormTest : public QObject
     Q_OBJECT
 
 private slots:
-    void initTestCase() { requireTestPrefix(); }
     void init() { core::ThumbnailStore::noteRemoved(); }
 
     void startPage();

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "platform/GuardedRemoval.h"
 #include "platform/Paths.h"
+#include "platform/RecycleBin.h"
 #include "tests/support/FakeFileProbe.h"
 #include "tests/support/FakeRecycleBin.h"
 #include "tests/support/TestFolder.h"
@@ -11,6 +12,7 @@
 #include <QTest>
 
 using namespace Qt::StringLiterals;
+using platform::RecycleBin;
 using platform::Removal;
 using platform::ShownFile;
 using tests::FakeRecycleBin;
@@ -37,13 +39,14 @@ class TestGuardedRemoval : public QObject
     Q_OBJECT
 
 private slots:
-    void initTestCase() { tests::requireTestPrefix(); }
     void movesTheFileThatWasShown();
     void leavesWhatIsAnotherFileNow();
     void neverGoesThroughALink();
     void refusesWhatTheBinWouldRefuse();
     void leavesInTheCloudWhatIsOnlyThere();
     void holdsTheFileUntilItIsMoved();
+    void takesFoldersOnlyWhenAccepted();
+    void theRealBinNeverErases();
 };
 
 void TestGuardedRemoval::movesTheFileThatWasShown()
@@ -116,22 +119,34 @@ void TestGuardedRemoval::neverGoesThroughALink()
     QVERIFY(!platform::removalObstacle(below));
 }
 
-// Before anybody is asked.
+// Neither the guard nor the recycle bin asks the shell.
 void TestGuardedRemoval::refusesWhatTheBinWouldRefuse()
 {
     TestFolder folder;
     FakeRecycleBin bin(folder.path());
-    folder.makeFolder(u"folder"_s);
-    QCOMPARE(platform::moveShownFile(shown(folder, u"folder"_s)), Removal::Refused);
-    for (const QString &path : {QString(), u"C:"_s, u"C:\\"_s})
-        QCOMPARE(platform::moveShownFile({u"C:\\"_s, path, 0, 0, std::nullopt}), Removal::Refused);
+    folder.makeFile(u"a.txt"_s);
+    folder.makeFile(u"outside\\b.txt"_s);
     // The shell would read these as the names of other items.
-    folder.makeFile(u"b.txt"_s);
-    for (const QString &name : {u"b.txt."_s, u"b.txt "_s, u"dir.\\b.txt"_s, u"nul"_s}) {
-        folder.makeFile(name);
-        QCOMPARE(platform::removalObstacle(shown(folder, name)), std::optional(Removal::Refused));
-        QCOMPARE(platform::moveShownFile(shown(folder, name)), Removal::Refused);
+    QStringList refused{folder.makeFile(u"a.txt."_s), folder.makeFile(u"a.txt "_s),
+                        folder.makeFile(u"dir.\\a.txt"_s), folder.makeFile(u"nul"_s)};
+    refused += {QString(), u"C:"_s, u"C:\\"_s};
+    for (const QString &path : std::as_const(refused)) {
+        const ShownFile file{folder.path(), path, 0, 0, std::nullopt};
+        QCOMPARE(platform::removalObstacle(file), std::optional(Removal::Refused));
+        QCOMPARE(platform::moveShownFile(file), Removal::Refused);
     }
+    QCOMPARE(platform::moveShownFile(shown(folder, u"outside"_s)), Removal::Refused); // a folder
+    refused += {folder.path(u"x\\..\\a.txt"_s),
+                folder.makeLink(u"link.txt"_s, u"outside\\b.txt"_s),
+                folder.makeLink(u"link"_s, u"outside"_s),
+                folder.path(u"nothing.txt"_s),
+                u"a.txt"_s,
+                u"\\\\?\\C:\\"_s,
+                u"\\\\server\\share"_s};
+    for (const QString &path : std::as_const(refused))
+        QVERIFY2(platform::recycleBin().moveToTrash(path, RecycleBin::Accept::FilesAndFolders) ==
+                     RecycleBin::Outcome::Refused,
+                 qPrintable(path));
     QVERIFY(bin.asked.isEmpty());
 }
 
@@ -173,6 +188,31 @@ void TestGuardedRemoval::holdsTheFileUntilItIsMoved()
     QVERIFY(!platform::fileExists(path));
     if (!tests::isWine())
         QCOMPARE(result, Removal::Moved);
+}
+
+void TestGuardedRemoval::takesFoldersOnlyWhenAccepted()
+{
+    TestFolder folder;
+    FakeRecycleBin fake(folder.path());
+    const QString sub = folder.makeFolder(u"sub"_s);
+    folder.makeFile(u"sub\\a.txt"_s);
+    QCOMPARE(platform::recycleBin().moveToTrash(sub), RecycleBin::Outcome::Refused);
+    QVERIFY(fake.asked.isEmpty());
+    QCOMPARE(platform::recycleBin().moveToTrash(sub, RecycleBin::Accept::FilesAndFolders),
+             RecycleBin::Outcome::Moved);
+    QVERIFY(!platform::fileExists(sub));
+}
+
+void TestGuardedRemoval::theRealBinNeverErases()
+{
+    // Wine has no recycle bin: there the answer is "failed", and the file has to be where it was.
+    TestFolder folder;
+    const QString file = folder.makeFile(u"a.txt"_s, "content");
+    tests::requireBelow(folder.path(), file);
+    const RecycleBin::Outcome outcome = platform::recycleBin().moveToTrash(file);
+    if (tests::isWine())
+        QCOMPARE(outcome, RecycleBin::Outcome::Failed);
+    QCOMPARE(platform::fileExists(file), outcome != RecycleBin::Outcome::Moved);
 }
 
 QTEST_GUILESS_MAIN(TestGuardedRemoval)

@@ -2,7 +2,6 @@
 #include "platform/Handle.h"
 #include "platform/Win32Enumerator.h"
 #include "tests/support/TestFolder.h"
-#include "tests/support/TestPrefix.h"
 
 #include <QMap>
 #include <QTest>
@@ -47,7 +46,6 @@ class TestWin32Enumerator : public QObject
     Q_OBJECT
 
 private slots:
-    void initTestCase() { tests::requireTestPrefix(); }
     void passesOnWhatWindowsReports();
     void keepsTheOrderOfTheSystem();
     void keepsEveryName_data();
