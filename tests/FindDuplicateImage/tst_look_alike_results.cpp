@@ -57,6 +57,7 @@ private slots:
     void fetchesNothingFromTheCloud();
     void zoom();
     void onlyTheLatestTaskHasAnEffect();
+    void severalGroupsOpenTheirFirstPicturesThatAreLeft();
 };
 
 void LookAlikeResultsTest::showsWhatThereIs()
@@ -354,6 +355,28 @@ void LookAlikeResultsTest::onlyTheLatestTaskHasAnEffect()
     QCOMPARE(effects, QStringList({u"third"_s, u"failed"_s}));
     tasks.start(throws);
     QTRY_VERIFY(!tasks.isRunning());
+}
+
+void LookAlikeResultsTest::severalGroupsOpenTheirFirstPicturesThatAreLeft()
+{
+    Pairs scene;
+    scene.dialogs.nextMessageBox.enqueue(platform::idYes);
+    scene.select(0);
+    scene.find<QToolButton>("RecycleBinButton")->click();
+    QTRY_VERIFY(!scene.form->isBusy());
+    // From the last one upwards: what is done follows the list.
+    scene.side()->setCurrentIndex(scene.side()->model()->index(1, 0));
+    QTest::keyClick(scene.side(), Qt::Key_Up, Qt::ShiftModifier);
+    emit scene.side()->customContextMenuRequested({});
+    const QList<QAction *> actions = scene.find<QMenu>("groupMenu")->actions();
+    const QStringList lefts{scene.folder.path(u"elsewhere\\2 large (copy).png"_s),
+                            scene.folder.path(u"1 small.png"_s)};
+    QCOMPARE(actions[0]->text(), u"Open the First File of Each"_s);
+    actions[0]->trigger();
+    QCOMPARE(scene.shell.opened, lefts);
+    QCOMPARE(actions[1]->text(), u"Show the First File of Each in Explorer"_s);
+    actions[1]->trigger();
+    QCOMPARE(scene.shell.revealed, lefts);
 }
 
 QTEST_MAIN(LookAlikeResultsTest)
