@@ -5,11 +5,27 @@
 #include "FindDuplicate/GroupModel.h"
 #include "FindDuplicate/MemberModel.h"
 #include "widgets/FLTreeView.h"
+#include "widgets/NoticeBar.h"
+
+#include <QSplitter>
+#include <QToolBar>
 
 #include <utility>
 
 using duplicates::RemovalRequest;
 using duplicates::RemovalResult;
+
+// The notice stays usable: it is where a look at the disk that takes long is told, and can be given up.
+void FindDuplicateResultForm::setUsable(bool usable)
+{
+    m_toolBar->setEnabled(usable);
+    m_splitter->setEnabled(usable);
+}
+
+void FindDuplicateResultForm::showLooking()
+{
+    showNotice(tr("Looking at the file ..."), false, m_cancelLook);
+}
 
 void FindDuplicateResultForm::on_RecycleBinButton_clicked()
 {
@@ -22,8 +38,9 @@ void FindDuplicateResultForm::on_RecycleBinButton_clicked()
     m_readLater.stop();
     m_readWaits = false;
     retire(std::move(m_result));
+    m_notice->hide();
     emit showToolbarSignal(false);
-    setEnabled(false);
+    setUsable(false);
     m_removed = *member;
     RemovalRequest request{m_root, groupAt(member->group).members, static_cast<std::size_t>(member->member),
                            m_memberModel->facts(member->member).value_or(duplicates::MemberFacts())};
@@ -43,7 +60,7 @@ void FindDuplicateResultForm::afterRemoval(const RemovalResult &result)
     }
     if (result.outcome != RemovalResult::Outcome::LeftAlone)
         markRemoved(result.outcome == RemovalResult::Outcome::Moved);
-    setEnabled(true);
+    setUsable(true);
     enableTools();
     m_memberTree->setFocus();
     if (result.members.empty() || m_memberModel->groupIndex() != m_removed.group)

@@ -27,6 +27,7 @@ class QLabel;
 class QLineEdit;
 class QProgressBar;
 class QPushButton;
+class QSplitter;
 class QToolBar;
 class QToolButton;
 class QVBoxLayout;
@@ -126,6 +127,8 @@ private:
     void showCompareProgress();
 
     // In FindDuplicateRemoval.cpp.
+    void setUsable(bool usable);
+    void showLooking();
     void afterRemoval(const duplicates::RemovalResult &result);
     void markRemoved(bool moved);
 
@@ -142,6 +145,7 @@ private:
     ElidedLabel *m_summary;
     QLabel *m_note;
     NoticeBar *m_notice;
+    QSplitter *m_splitter;
     QLineEdit *m_search;
     QComboBox *m_order;
     FLTreeView *m_groupTree;
@@ -152,7 +156,8 @@ private:
     FLTreeView *m_memberTree;
     GroupModel *m_groupModel;
     MemberModel *m_memberModel;
-    QAction *m_openBin = nullptr; // in the notice after a removal
+    QAction *m_openBin = nullptr;    // in the notice after a removal
+    QAction *m_cancelLook = nullptr; // in the notice before its question
     duplicates::MemberRemoval *m_removal;
     QTimer m_searchLater; // a fast typist is not kept waiting by every letter
     QTimer m_readLater;   // a held arrow key passes many groups in a second: the one it stops at is asked for

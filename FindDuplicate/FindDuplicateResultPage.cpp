@@ -64,6 +64,7 @@ FindDuplicateResultForm::FindDuplicateResultForm(QString root, std::shared_ptr<G
       m_summary(new ElidedLabel(this)),
       m_note(new QLabel(this)),
       m_notice(new NoticeBar(this)),
+      m_splitter(new QSplitter(Qt::Horizontal, this)),
       m_search(new QLineEdit(this)),
       m_order(new QComboBox(this)),
       m_groupTree(new FLTreeView(this)),
@@ -186,19 +187,18 @@ void FindDuplicateResultForm::buildLayout()
     theme::makeMuted(m_note);
     m_notice->setObjectName(QStringLiteral("noticeBar"));
 
-    auto *splitter = new QSplitter(Qt::Horizontal, this);
     for (const auto build :
          {&FindDuplicateResultForm::buildGroupList, &FindDuplicateResultForm::buildMemberList}) {
-        auto *side = new QWidget(splitter);
+        auto *side = new QWidget(m_splitter);
         auto *column = new QVBoxLayout(side);
         column->setContentsMargins(0, 0, 0, 0);
         column->setSpacing(theme::spaceSnug);
         (this->*build)(column);
-        splitter->addWidget(side);
+        m_splitter->addWidget(side);
     }
-    splitter->setHandleWidth(theme::space);
-    splitter->setChildrenCollapsible(false);
-    splitter->setSizes({450, 550}); // a proportion: the splitter fits it to its width
+    m_splitter->setHandleWidth(theme::space);
+    m_splitter->setChildrenCollapsible(false);
+    m_splitter->setSizes({450, 550}); // a proportion: the splitter fits it to its width
 
     auto *layout = new QVBoxLayout(this);
     layout->setContentsMargins(theme::space, theme::spaceSnug, theme::space, theme::space);
@@ -207,7 +207,7 @@ void FindDuplicateResultForm::buildLayout()
     layout->addWidget(m_summary);
     layout->addWidget(m_note);
     layout->addWidget(m_notice);
-    layout->addWidget(splitter, 1);
+    layout->addWidget(m_splitter, 1);
 }
 
 void FindDuplicateResultForm::connectAll()
@@ -236,6 +236,9 @@ void FindDuplicateResultForm::connectAll()
             &FindDuplicateResultForm::showGroup);
     connect(m_memberTree->selectionModel(), &QItemSelectionModel::selectionChanged, this,
             &FindDuplicateResultForm::onItemChanged);
+    connect(m_removal, &duplicates::MemberRemoval::lookTakesLong, this,
+            &FindDuplicateResultForm::showLooking);
+    connect(m_removal, &duplicates::MemberRemoval::lookEnded, m_notice, &QWidget::hide);
     connect(m_removal, &duplicates::MemberRemoval::finished, this, &FindDuplicateResultForm::afterRemoval);
     connect(m_memberTree, &QWidget::customContextMenuRequested, this,
             &FindDuplicateResultForm::showMemberMenu);
@@ -266,6 +269,8 @@ void FindDuplicateResultForm::buildActions()
         if (!platform::shell().openRecycleBin())
             showNotice(tr("The recycle bin could not be opened."));
     });
+    m_cancelLook = new QAction(tr("Cancel"), this);
+    connect(m_cancelLook, &QAction::triggered, m_removal, &duplicates::MemberRemoval::requestStop);
     connect(addKey(m_memberTree, QKeySequence::Copy), &QAction::triggered, this,
             &FindDuplicateResultForm::copyPath);
     connect(addKey(this, QKeySequence::Refresh), &QAction::triggered, this,

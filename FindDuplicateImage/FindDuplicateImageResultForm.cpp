@@ -24,6 +24,8 @@
 #include <QLineEdit>
 #include <QListView>
 #include <QSignalBlocker>
+#include <QSplitter>
+#include <QToolBar>
 #include <QToolButton>
 
 #include <algorithm>
@@ -304,14 +306,27 @@ void FindDuplicateImageResultForm::on_RecycleBinButton_clicked()
                          const ImageRecord *shown = m_members->record(m_removingMember);
                          return m_members->group() == m_removingGroup && shown && shown->fullPath() == path;
                      });
-    // The question has no owner: without this the page behind it could be used meanwhile.
-    setEnabled(false);
+    setUsable(false);
     emit removingChanged(true);
+}
+
+// The question has no owner: without this the page behind it could be used meanwhile. The notice stays
+// usable: it is where a look at the disk that takes long is told, and can be given up.
+void FindDuplicateImageResultForm::setUsable(bool usable)
+{
+    m_toolBar->setEnabled(usable);
+    m_splitter->setEnabled(usable);
+}
+
+void FindDuplicateImageResultForm::showLooking()
+{
+    m_notice->showNotice(QIcon(QStringLiteral(":/resources/images/Info16.png")),
+                         tr("Looking at the file ..."), m_cancelLook);
 }
 
 void FindDuplicateImageResultForm::afterRemoval(const RemovalResult &result)
 {
-    setEnabled(true);
+    setUsable(true);
     m_main->setFocus();
     if (result.outcome == RemovalResult::Outcome::Moved) {
         auto &group = m_report.groups[static_cast<std::size_t>(m_removingGroup)];

@@ -23,6 +23,7 @@ class QAction;
 class QComboBox;
 class QLineEdit;
 class QListView;
+class QSplitter;
 class QToolBar;
 class QToolButton;
 struct OpenedSeveral;
@@ -81,6 +82,8 @@ private:
     std::vector<duplicates::FileRecord> files(int group) const;
     void showMember();
     void showButtons();
+    void setUsable(bool usable);
+    void showLooking();
     void afterRemoval(const duplicates::RemovalResult &result);
     void copyPath();
     void showMenu(const QPoint &where);
@@ -110,6 +113,7 @@ private:
     ElidedLabel *m_title;
     ElidedLabel *m_totals;
     NoticeBar *m_notice;
+    QSplitter *m_splitter;
     QLineEdit *m_search;
     QComboBox *m_order;
     FLTreeView *m_side;
@@ -119,7 +123,8 @@ private:
     QAction *m_explorerAction;
     QAction *m_copyAction;
     QAction *m_recycleAction;
-    QAction *m_openBin; // in the notice after a removal
+    QAction *m_openBin;    // in the notice after a removal
+    QAction *m_cancelLook; // in the notice before its question
 
     QTimer m_searchLater;       // a fast typist is not kept waiting by every letter
     bool m_searchWaits = false; // for the end of a removal

@@ -50,6 +50,7 @@ FindDuplicateImageResultForm::FindDuplicateImageResultForm(QWidget *parent)
       m_title(new ElidedLabel(this, Qt::ElideMiddle)),
       m_totals(new ElidedLabel(this)),
       m_notice(new NoticeBar(this)),
+      m_splitter(new QSplitter(Qt::Horizontal, this)),
       m_search(new QLineEdit(this)),
       m_order(new QComboBox(this)),
       m_side(new FLTreeView(this)),
@@ -180,20 +181,19 @@ void FindDuplicateImageResultForm::buildLayout()
     column->addWidget(m_order);
     column->addWidget(m_side, 1);
 
-    auto *splitter = new QSplitter(Qt::Horizontal, this);
-    splitter->addWidget(left);
-    splitter->addWidget(buildRight());
-    splitter->setStretchFactor(0, 0);
-    splitter->setStretchFactor(1, 1);
-    splitter->setChildrenCollapsible(false);
-    splitter->setSizes({236, 640});
+    m_splitter->addWidget(left);
+    m_splitter->addWidget(buildRight());
+    m_splitter->setStretchFactor(0, 0);
+    m_splitter->setStretchFactor(1, 1);
+    m_splitter->setChildrenCollapsible(false);
+    m_splitter->setSizes({236, 640});
 
     auto *layout = new QVBoxLayout(this);
     layout->setContentsMargins(theme::space, theme::spaceSnug, theme::space, theme::space);
     layout->setSpacing(theme::spaceSnug);
     layout->addWidget(m_toolBar);
     layout->addWidget(m_notice);
-    layout->addWidget(splitter, 1);
+    layout->addWidget(m_splitter, 1);
 }
 
 void FindDuplicateImageResultForm::buildActions()
@@ -228,6 +228,8 @@ void FindDuplicateImageResultForm::buildActions()
         if (!platform::shell().openRecycleBin())
             warn(tr("The recycle bin could not be opened."));
     });
+    m_cancelLook = new QAction(tr("Cancel"), this);
+    connect(m_cancelLook, &QAction::triggered, m_removal, &duplicates::MemberRemoval::requestStop);
     add(this, tr("Refresh"), QKeySequence::Refresh, &FindDuplicateImageResultForm::refresh);
     add(this, tr("Search"), QKeySequence::Find, [this] {
         m_search->setFocus();
@@ -257,6 +259,9 @@ void FindDuplicateImageResultForm::connectAll()
             &FindDuplicateImageResultForm::showMember);
     connect(m_main, &QWidget::customContextMenuRequested, this, &FindDuplicateImageResultForm::showMenu);
     connect(m_side, &QWidget::customContextMenuRequested, this, &FindDuplicateImageResultForm::showGroupMenu);
+    connect(m_removal, &duplicates::MemberRemoval::lookTakesLong, this,
+            &FindDuplicateImageResultForm::showLooking);
+    connect(m_removal, &duplicates::MemberRemoval::lookEnded, m_notice, &QWidget::hide);
     connect(m_removal, &duplicates::MemberRemoval::finished, this,
             &FindDuplicateImageResultForm::afterRemoval);
 }

@@ -17,6 +17,8 @@ using Step = RemovalThread::Step;
 namespace
 {
 
+constexpr int patience = 300; // ms until a look at the disk takes long
+
 QString obstacleText(Removal obstacle)
 {
     switch (obstacle) {
@@ -74,7 +76,15 @@ RemovalResult::Outcome resultOf(Outcome outcome)
 
 } // namespace
 
-MemberRemoval::MemberRemoval(QObject *parent) : QObject(parent) {}
+MemberRemoval::MemberRemoval(QObject *parent) : QObject(parent)
+{
+    m_patience.setSingleShot(true);
+    m_patience.setInterval(patience);
+    connect(&m_patience, &QTimer::timeout, this, [this] {
+        m_toldLong = true;
+        emit lookTakesLong();
+    });
+}
 
 MemberRemoval::~MemberRemoval() = default;
 
@@ -85,12 +95,14 @@ void MemberRemoval::start(RemovalRequest request, std::function<bool()> stillSho
     m_stillShown = std::move(stillShown);
     m_stopRequested = false;
     startThread(Step::Check, std::move(request));
+    m_patience.start();
 }
 
 void MemberRemoval::requestStop()
 {
     if (m_check) {
         m_check.reset();
+        endPatience();
         finish();
         return;
     }
@@ -119,11 +131,19 @@ void MemberRemoval::onProcessFinish()
     std::vector<MemberFacts> members = thread.takeMembers();
     m_check.reset();
     m_move.reset();
+    endPatience();
     if (outcome == Outcome::Ready)
         ask(std::move(request));
     else
         finish({resultOf(outcome), about(noticeText(outcome, obstacle), request.file().fullPath()),
                 std::move(members)});
+}
+
+void MemberRemoval::endPatience()
+{
+    m_patience.stop();
+    if (std::exchange(m_toldLong, false))
+        emit lookEnded();
 }
 
 // The box has no owner: window messages are handled while it is up, and anything may be gone afterwards.

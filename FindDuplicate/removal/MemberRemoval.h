@@ -4,6 +4,7 @@
 #include "FindDuplicate/removal/RemovalThread.h"
 
 #include <QObject>
+#include <QTimer>
 
 #include <functional>
 
@@ -48,17 +49,23 @@ public:
     void requestStop();
 
 signals:
+    // The first look takes the disk a while; followed by lookEnded(), before the question or finished().
+    void lookTakesLong();
+    void lookEnded();
     void finished(const duplicates::RemovalResult &result);
 
 private:
     void startThread(RemovalThread::Step step, RemovalRequest request);
     void onProcessFinish();
+    void endPatience();
     void ask(RemovalRequest request);
     void finish(RemovalResult result = {});
 
     std::function<bool()> m_stillShown;
     bool m_asking = false;
     bool m_stopRequested = false;
+    QTimer m_patience;
+    bool m_toldLong = false;
     core::RetiringPointer<RemovalThread> m_check; // its disk may take minutes to answer
     core::WorkerPointer<RemovalThread> m_move;
 };

@@ -8,6 +8,7 @@
 #include "widgets/ElidedLabel.h"
 
 #include <QFile>
+#include <QToolButton>
 
 using namespace Qt::StringLiterals;
 using namespace tests;
@@ -39,6 +40,7 @@ private slots:
     void nobodyWaitsForTheLookBeforeTheQuestion();
     void nobodyWaitsForAComparison();
     void aGroupIsListedBeforeTheDiskAnswers();
+    void aLongLookIsToldAndGivenUp();
 };
 
 void FindDuplicateDiskTest::aSleepingDiskStopsNothing()
@@ -237,6 +239,34 @@ void FindDuplicateDiskTest::aGroupIsListedBeforeTheDiskAnswers()
     QVERIFY(isAsked(probe));
     QVERIFY(scene.badges(0).isEmpty()); // nothing is made up
     QVERIFY(scene.memberText(0).startsWith(u"other.mp3\n"_s));
+}
+
+// Or the disk answers after all.
+void FindDuplicateDiskTest::aLongLookIsToldAndGivenUp()
+{
+    for (const bool givenUp : {true, false}) {
+        FakeFileProbe probe;
+        ThreeCopies scene;
+        FakeFileProbe::Hold sleeping = probe.hold(scene.memberPath(0));
+        scene.selectMember(0);
+        scene.click("RecycleBinButton");
+        QTRY_VERIFY(scene.notice().contains(u"Looking"_s));
+        QVERIFY(!scene.members()->isEnabled() && !scene.isEnabled("backButton"));
+        auto *cancel = scene.find<NoticeBar>("noticeBar")->findChild<QToolButton *>(u"noticeActionButton"_s);
+        if (givenUp) {
+            QVERIFY(cancel->isEnabled());
+            cancel->click();
+            QVERIFY(!scene.form->isBusy());
+        } else {
+            scene.dialogs.nextMessageBox.enqueue(platform::idNo);
+            scene.dialogs.whileOpen = [&] { QVERIFY(scene.notice().isEmpty()); };
+            sleeping.reset();
+            QVERIFY(scene.waitForEnd());
+        }
+        QCOMPARE(scene.dialogs.questions.size(), givenUp ? 0 : 1);
+        QVERIFY(scene.notice().isEmpty());
+        QVERIFY(scene.members()->isEnabled() && scene.members()->hasFocus() && scene.toolsAre(true));
+    }
 }
 
 QTEST_MAIN(FindDuplicateDiskTest)

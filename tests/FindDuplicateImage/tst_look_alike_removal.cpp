@@ -63,6 +63,7 @@ private slots:
     void aFileTheListDidNotKnowYetIsGuardedAsWell();
     void saysWhatIsNoCopyAnyMore();
     void nobodyWaitsForTheOthersAfterAMove();
+    void aLongLookIsToldAndGivenUp();
 };
 
 void LookAlikeRemovalTest::noLeavesEverything()
@@ -235,6 +236,25 @@ void LookAlikeRemovalTest::nobodyWaitsForTheOthersAfterAMove()
     QVERIFY(scene.main()->isEnabled());
     QVERIFY(scene.toolbarIsBack());
     QCOMPARE(scene.note(1), u"Moved to the recycle bin"_s);
+}
+
+void LookAlikeRemovalTest::aLongLookIsToldAndGivenUp()
+{
+    tests::FakeFileProbe probe;
+    Trio scene;
+    const tests::FakeFileProbe::Hold sleeping = probe.hold(scene.third);
+    scene.select(2);
+    scene.recycle()->click();
+    QTRY_VERIFY(scene.notice().contains(u"Looking"_s));
+    QVERIFY(!scene.main()->isEnabled() && !scene.find<QWidget>("backButton")->isEnabled());
+    auto *cancel = scene.form->findChild<FindDuplicateImageResultForm *>()->findChild<QToolButton *>(
+        u"noticeActionButton"_s);
+    QVERIFY(cancel->isEnabled());
+    cancel->click();
+    QVERIFY(!scene.form->isBusy());
+    QVERIFY(scene.dialogs.questions.isEmpty() && scene.notice().isEmpty());
+    QVERIFY(scene.main()->isEnabled() && scene.recycle()->isEnabled());
+    QVERIFY(scene.toolbarIsBack());
 }
 
 QTEST_MAIN(LookAlikeRemovalTest)
