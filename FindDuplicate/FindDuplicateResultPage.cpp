@@ -131,6 +131,7 @@ void FindDuplicateResultForm::buildGroupList(QVBoxLayout *column)
         m_order->addItem(text, static_cast<int>(order));
     m_groupTree->setObjectName(QStringLiteral("sideTreeView"));
     m_groupTree->setAccessibleName(tr("Groups of duplicates"));
+    m_groupTree->setPlaceholder(tr("No group has a file of that name or folder."));
     dressList(m_groupTree);
     // Of several, the first files can be opened; the members shown are those of the current one.
     m_groupTree->setSelectionMode(QAbstractItemView::ExtendedSelection);

@@ -128,6 +128,7 @@ void FindDuplicateImageResultForm::buildGroupList()
 
     m_side->setObjectName(QStringLiteral("sideTreeView"));
     m_side->setAccessibleName(tr("Groups of pictures that are alike"));
+    m_side->setPlaceholder(tr("No group has a file of that name or folder."));
     m_side->setModel(m_groups);
     m_side->setItemDelegate(new ImageGroupDelegate(m_side));
     setFocusProxy(m_side);

@@ -26,6 +26,14 @@ void dress(QTreeView *view)
     view->header()->setHighlightSections(false);
 }
 
+void paintPlaceholder(QWidget *viewport, const QString &text)
+{
+    QPainter painter(viewport);
+    painter.setPen(theme::colors(viewport).textMuted);
+    painter.drawText(viewport->rect().adjusted(theme::space, theme::space, -theme::space, -theme::space),
+                     Qt::AlignCenter | Qt::TextWordWrap, text);
+}
+
 } // namespace
 
 FLTreeView::FLTreeView(QWidget *parent) : QTreeView(parent)
@@ -52,6 +60,19 @@ void FLTreeView::setStretchColumn(int column, int smallest)
     m_smallest = smallest;
     header()->setStretchLastSection(false);
     stretch();
+}
+
+void FLTreeView::setPlaceholder(const QString &text)
+{
+    m_placeholder = text;
+    viewport()->update();
+}
+
+void FLTreeView::paintEvent(QPaintEvent *event)
+{
+    QTreeView::paintEvent(event);
+    if (!model() || model()->rowCount(rootIndex()) == 0)
+        paintPlaceholder(viewport(), m_placeholder);
 }
 
 void FLTreeView::stretch()
@@ -106,10 +127,6 @@ void FLTreeWidget::setPlaceholder(const QString &text)
 void FLTreeWidget::paintEvent(QPaintEvent *event)
 {
     QTreeWidget::paintEvent(event);
-    if (topLevelItemCount() > 0 || m_placeholder.isEmpty())
-        return;
-    QPainter painter(viewport());
-    painter.setPen(theme::colors(this).textMuted);
-    painter.drawText(viewport()->rect().adjusted(theme::space, theme::space, -theme::space, -theme::space),
-                     Qt::AlignCenter | Qt::TextWordWrap, m_placeholder);
+    if (topLevelItemCount() == 0)
+        paintPlaceholder(viewport(), m_placeholder);
 }

@@ -19,11 +19,14 @@ public:
     // Gives this column what the others leave, but never less than `smallest`: then the view scrolls. Until
     // the user sizes it.
     void setStretchColumn(int column, int smallest);
+    // Shown while there is no row.
+    void setPlaceholder(const QString &text);
 
     void keyboardSearch(const QString &search) override;
 
 protected:
     void keyPressEvent(QKeyEvent *event) override;
+    void paintEvent(QPaintEvent *event) override;
     void resizeEvent(QResizeEvent *event) override;
 
 private:
@@ -33,6 +36,7 @@ private:
     int m_stretchColumn = -1;
     int m_smallest = 0;
     bool m_stretching = false;
+    QString m_placeholder;
 };
 
 // The same look for short lists that hold their own items.

@@ -74,6 +74,7 @@ private slots:
     void oneColumnTakesWhatIsLeft();
     void anAsteriskExpandsNothing();
     void typingLooksForARowInShortListsOnly();
+    void emptyTreesSaySo();
 };
 
 void WidgetsTest::cardsFillTheWidth()
@@ -367,6 +368,23 @@ void WidgetsTest::typingLooksForARowInShortListsOnly()
             QVERIFY(model.asked < 20'000);
         }
     }
+}
+
+void WidgetsTest::emptyTreesSaySo()
+{
+    QStringListModel model({u"row"_s});
+    FLTreeView view;
+    view.setModel(&model);
+    view.setHeaderHidden(true);
+    view.resize(300, 200);
+    view.show();
+    const auto look = [&view](const QString &placeholder) {
+        view.setPlaceholder(placeholder);
+        return view.viewport()->grab().toImage();
+    };
+    QCOMPARE(look(u"Nothing."_s), look({}));
+    model.setStringList({});
+    QVERIFY(look(u"Nothing."_s) != look({}));
 }
 
 QTEST_MAIN(WidgetsTest)
