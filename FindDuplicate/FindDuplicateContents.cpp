@@ -52,6 +52,7 @@ void FindDuplicateResultForm::cancelComparison()
     retire(std::move(m_comparison));
     showComparing(false);
     showNotice(tr("The comparison was cancelled."), false);
+    emit jobEnded(false);
 }
 
 void FindDuplicateResultForm::showComparing(bool comparing)
@@ -101,4 +102,5 @@ void FindDuplicateResultForm::onCompareFinish()
                      QString::number(count(ContentState::Different)),
                      QString::number(count(ContentState::Unreadable) + count(ContentState::Placeholder))),
             count(ContentState::Different) > 0);
+    emit jobEnded(true);
 }

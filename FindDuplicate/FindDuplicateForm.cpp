@@ -65,10 +65,8 @@ bool FindDuplicateForm::isBusy() const
 
 void FindDuplicateForm::requestStop()
 {
-    if (isScanning()) {
-        m_closeRequested = true;
-        handleScanCancel();
-    }
+    m_closeRequested = isBusy();
+    handleScanCancel();
     if (m_results)
         m_results->requestStop();
 }
@@ -223,6 +221,7 @@ void FindDuplicateForm::prepareReport()
     connect(m_results, &FindDuplicateResultForm::resultReady, this, &FindDuplicateForm::OnResultReady);
     connect(m_results, &FindDuplicateResultForm::showToolbarSignal, this,
             &FindDuplicateForm::showToolbarSignal);
+    connect(m_results, &FindDuplicateResultForm::jobEnded, this, &FindDuplicateForm::onJobEnded);
     m_pages->addWidget(m_results);
     if (!m_results->start()) {
         delete std::exchange(m_results, nullptr);
@@ -235,6 +234,15 @@ void FindDuplicateForm::OnResultReady()
     m_pages->setCurrentWidget(m_results);
     dropPage(m_progress);
     emit resultsShown();
+}
+
+// What the user should see before the window closes keeps it open.
+void FindDuplicateForm::onJobEnded(bool hasNews)
+{
+    if (!std::exchange(m_closeRequested, false) || hasNews)
+        return;
+    // Later: a job that ends at once does so while the window is still refusing to close.
+    QMetaObject::invokeMethod(this, &FLWidget::closeApp, Qt::QueuedConnection);
 }
 
 void FindDuplicateForm::showNoResult()

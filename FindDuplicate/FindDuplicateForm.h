@@ -31,7 +31,7 @@ public:
 
     // A scan, or a job of the results page.
     bool isBusy() const override;
-    // During a scan: the window is to close, and is closed when the scan has ended.
+    // The window is to close, and is closed when what runs has ended.
     void requestStop() override;
     QString busyText() const override;
 
@@ -64,6 +64,7 @@ private:
     void startThread(const QString &root);
     void showProgress(const core::ScanProgress &progress);
     void prepareReport();
+    void onJobEnded(bool hasNews);
     void showNoResult();
     void showStartPage(const QString &notice = {});
     void showScope();

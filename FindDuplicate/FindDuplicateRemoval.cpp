@@ -74,6 +74,7 @@ void FindDuplicateResultForm::afterRemoval(const RemovalResult &result)
     else if (result.outcome == RemovalResult::Outcome::LeftAlone && !result.notice.isEmpty())
         showNotice(result.notice);
     emit showToolbarSignal(true);
+    emit jobEnded(!result.notice.isEmpty());
 }
 
 // Also after a failure: the file was asked to go, and the row says on its last line what the disk says.

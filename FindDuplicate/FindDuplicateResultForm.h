@@ -74,6 +74,8 @@ signals:
     void resultReady();
     // False from the moment on when a removal is asked for, true when it has ended in any way.
     void showToolbarSignal(bool show);
+    // A comparison or a removal, however it ended; with something that the user should see, or without.
+    void jobEnded(bool hasNews);
 
 private:
     // In FindDuplicateResultPage.cpp.

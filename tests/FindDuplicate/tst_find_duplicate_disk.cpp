@@ -41,6 +41,7 @@ private slots:
     void nobodyWaitsForAComparison();
     void aGroupIsListedBeforeTheDiskAnswers();
     void aLongLookIsToldAndGivenUp();
+    void closingEndsAJobAndThenCloses();
 };
 
 void FindDuplicateDiskTest::aSleepingDiskStopsNothing()
@@ -267,6 +268,33 @@ void FindDuplicateDiskTest::aLongLookIsToldAndGivenUp()
         QVERIFY(scene.notice().isEmpty());
         QVERIFY(scene.members()->isEnabled() && scene.members()->hasFocus() && scene.toolsAre(true));
     }
+}
+
+void FindDuplicateDiskTest::closingEndsAJobAndThenCloses()
+{
+    FakeFileProbe probe;
+    ThreeCopies scene;
+    QSignalSpy close(scene.form.get(), &FLWidget::closeApp);
+    for (const char *job : {"compareButton", "RecycleBinButton"}) {
+        const FakeFileProbe::Hold sleeping = probe.hold(scene.memberPath(0));
+        scene.click(job);
+        QVERIFY(isAsked(probe));
+        scene.form->requestStop();
+        QVERIFY(!scene.form->isBusy());
+        QVERIFY(close.isEmpty()); // the window is in the middle of being closed
+        QTRY_COMPARE(close.count(), 1);
+        close.clear();
+    }
+    // What went wrong meanwhile is shown first, and later jobs close nothing.
+    scene.bin.fails = true;
+    scene.bin.beforeMove = [&](const QString &) { // on the thread that moves
+        QMetaObject::invokeMethod(
+            scene.form.get(), [&] { scene.form->requestStop(); }, Qt::BlockingQueuedConnection);
+    };
+    QVERIFY(scene.remove(0, platform::idYes));
+    QVERIFY(scene.remove(1, platform::idNo));
+    QTest::qWait(50);
+    QVERIFY(close.isEmpty());
 }
 
 QTEST_MAIN(FindDuplicateDiskTest)
