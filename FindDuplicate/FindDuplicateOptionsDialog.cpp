@@ -54,7 +54,8 @@ FindDuplicateOptionsDialog::FindDuplicateOptionsDialog(FinderSettings settings, 
       m_remove(new QPushButton(image("Delete24"), tr("Remove"), this)),
       m_ignoreSmall(new QCheckBox(tr("Ignore files smaller than"), this)),
       m_smallSize(new QSpinBox(this)),
-      m_nothing(new QLabel(tr("No file type is selected: a search would find nothing."), this))
+      m_nothing(new QLabel(tr("No file type is selected: a search would find nothing."), this)),
+      m_notStored(new QLabel(tr("The options could not be stored: Windows refused it."), this))
 {
     setWindowTitle(tr("Options"));
     auto *layout = new QVBoxLayout(this);
@@ -141,6 +142,10 @@ void FindDuplicateOptionsDialog::buildButtons(QVBoxLayout *layout)
     buttons->addButton(cancel, QDialogButtonBox::RejectRole);
     connect(buttons, &QDialogButtonBox::accepted, this, &FindDuplicateOptionsDialog::accept);
     connect(buttons, &QDialogButtonBox::rejected, this, &QDialog::reject);
+    m_notStored->setObjectName(QStringLiteral("notStoredLabel"));
+    m_notStored->setWordWrap(true);
+    m_notStored->hide();
+    layout->addWidget(m_notStored);
     layout->addWidget(buttons);
 }
 
@@ -263,6 +268,8 @@ void FindDuplicateOptionsDialog::removeCustomType()
 
 void FindDuplicateOptionsDialog::accept()
 {
-    duplicates::saveFinderSettings(edited());
-    QDialog::accept();
+    const bool stored = duplicates::saveFinderSettings(edited());
+    m_notStored->setVisible(!stored);
+    if (stored)
+        QDialog::accept();
 }

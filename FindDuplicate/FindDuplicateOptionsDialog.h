@@ -15,7 +15,7 @@ class QTreeWidgetItem;
 class QVBoxLayout;
 
 // Which file types are searched for, the smallest size, and the user's own types. Stores what was edited when
-// it is accepted.
+// it is accepted, and stays open when that fails.
 class FindDuplicateOptionsDialog : public QDialog
 {
     Q_OBJECT
@@ -53,4 +53,5 @@ private:
     QCheckBox *m_ignoreSmall;
     QSpinBox *m_smallSize;
     QLabel *m_nothing;
+    QLabel *m_notStored;
 };

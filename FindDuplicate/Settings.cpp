@@ -30,16 +30,19 @@ std::vector<CustomFileType> loadCustomTypes()
     return types;
 }
 
-void saveCustomTypes(const std::vector<CustomFileType> &types)
+bool saveCustomTypes(const std::vector<CustomFileType> &types)
 {
     const int count = static_cast<int>(std::min<std::size_t>(types.size(), mostCustomFileTypes));
-    settings::writeDword(key, customFileTypeCount, static_cast<quint32>(count));
-    for (int index = 0; index < count; ++index)
-        settings::writeString(key, settings::numbered(customFileType, index),
-                              types[static_cast<std::size_t>(index)].storedText());
+    bool stored = settings::writeDword(key, customFileTypeCount, static_cast<quint32>(count));
+    for (int index = 0; stored && index < count; ++index)
+        stored = settings::writeString(key, settings::numbered(customFileType, index),
+                                       types[static_cast<std::size_t>(index)].storedText());
+    if (!stored)
+        return false;
     // What an earlier, longer list left behind; the flags below likewise.
     for (int index = count; settings::deleteValue(key, settings::numbered(customFileType, index)); ++index)
         ;
+    return true;
 }
 
 std::optional<quint32> storedFlag(int category)
@@ -92,16 +95,17 @@ void reloadFinderSettings(FinderSettings &held)
     held.smallFileSize = smallFileSizeValue.read();
 }
 
-void saveFinderSettings(const FinderSettings &changed)
+bool saveFinderSettings(const FinderSettings &changed)
 {
-    saveCustomTypes(changed.customTypes);
-    ignoreSmallFileValue.write(changed.ignoreSmallFile);
-    smallFileSizeValue.write(changed.smallFileSize);
+    bool stored = saveCustomTypes(changed.customTypes) &&
+                  ignoreSmallFileValue.write(changed.ignoreSmallFile) &&
+                  smallFileSizeValue.write(changed.smallFileSize);
     int index = 0;
     for (const SelectableCategory &category : changed.categories)
-        settings::writeDword(key, QString::number(index++), category.selected ? 1 : 0);
-    while (settings::deleteValue(key, QString::number(index)))
+        stored = stored && settings::writeDword(key, QString::number(index++), category.selected ? 1 : 0);
+    while (stored && settings::deleteValue(key, QString::number(index)))
         ++index;
+    return stored;
 }
 
 } // namespace duplicates

@@ -40,7 +40,8 @@ FinderSettings defaultFinderSettings();
 // Replaces what is held by what is stored, absent values by their defaults. Without the settings key nothing
 // was ever stored: what is held stays, but for the extensions of the categories.
 void reloadFinderSettings(FinderSettings &held);
-// Takes the flags from `categories`, which must have an entry for each custom type.
-void saveFinderSettings(const FinderSettings &changed);
+// Takes the flags from `categories`, which must have an entry for each custom type. False when Windows
+// refuses any of it.
+bool saveFinderSettings(const FinderSettings &changed);
 
 } // namespace duplicates

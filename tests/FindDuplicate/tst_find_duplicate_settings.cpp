@@ -5,9 +5,11 @@
 #include "app/settings/FileTypeStore.h"
 #include "app/settings/Settings.h"
 #include "core/FileTypes.h"
+#include "platform/Handle.h"
 #include "tests/support/TestPrefix.h"
 
 #include <QCheckBox>
+#include <QLabel>
 #include <QLineEdit>
 #include <QPushButton>
 #include <QSpinBox>
@@ -97,6 +99,7 @@ private slots:
     void customTypeDialogTakesOnlyWhatWorks_data();
     void customTypeDialogTakesOnlyWhatWorks();
     void theListFitsTheTypesWheneverItTells();
+    void optionsThatAreNotStoredStayOpen();
 
 private:
     std::unique_ptr<tests::RegistryGuard> m_guard;
@@ -287,6 +290,27 @@ void FindDuplicateSettingsTest::theListFitsTheTypesWheneverItTells()
     QCOMPARE(options.list()->topLevelItemCount(), 13);
     QCOMPARE(options.list()->currentItem(), options.row(12));
     QVERIFY(options.dialog.findChild<QPushButton *>(u"removeButton"_s)->isEnabled());
+}
+
+void FindDuplicateSettingsTest::optionsThatAreNotStoredStayOpen()
+{
+    {
+        // Below a key that goes with the session nothing is made that stays.
+        platform::RegKey session;
+        QCOMPARE(RegCreateKeyExW(HKEY_CURRENT_USER, L"Software\\Fernlight", 0, nullptr, REG_OPTION_VOLATILE,
+                                 KEY_ALL_ACCESS, nullptr, session.put(), nullptr),
+                 ERROR_SUCCESS);
+    }
+    Options options;
+    options.row(3)->setCheckState(0, Qt::Unchecked);
+    options.click("OKButton");
+    QVERIFY(options.dialog.isVisible());
+    const auto *notStored = options.dialog.findChild<QLabel *>(u"notStoredLabel"_s);
+    QVERIFY(notStored->isVisible());
+    tests::RegistryGuard(); // the key is gone
+    options.click("OKButton");
+    QVERIFY(!options.dialog.isVisible());
+    QVERIFY(!loaded().categories[3].selected);
 }
 
 QTEST_MAIN(FindDuplicateSettingsTest)
