@@ -5,6 +5,7 @@
 #include "app/settings/Settings.h"
 
 #include <algorithm>
+#include <numeric>
 
 namespace duplicates
 {
@@ -14,18 +15,24 @@ namespace
 
 constexpr QStringView key = settings::keys::findDuplicate;
 
-std::vector<CustomFileType> loadCustomTypes()
+// With the index that it is stored under, which its flag goes by: a damaged one before it is passed over.
+struct StoredType {
+    int index;
+    CustomFileType type;
+};
+
+std::vector<StoredType> loadCustomTypes()
 {
     quint32 count = 0;
     settings::readDword(key, customFileTypeCount, count);
-    std::vector<CustomFileType> types;
+    std::vector<StoredType> types;
     const int last = static_cast<int>(std::min(count, mostCustomFileTypes));
     for (int index = 0; index < last; ++index) {
         QString stored;
         if (!settings::readString(key, settings::numbered(customFileType, index), stored))
             continue;
         if (auto type = parseStoredCustomFileType(stored))
-            types.push_back(*std::move(type));
+            types.push_back({index, *std::move(type)});
     }
     return types;
 }
@@ -78,13 +85,22 @@ FinderSettings defaultFinderSettings()
 
 void reloadFinderSettings(FinderSettings &held)
 {
+    const core::FileTypeTable named = namedCategories();
     const bool stored = settings::keyExists(key);
-    if (stored)
-        held.customTypes = loadCustomTypes();
-    CategorySelection categories = categorySelection(namedCategories(), held.customTypes);
+    std::vector<int> flags; // where they are stored, by category
+    if (stored) {
+        flags.resize(named.size());
+        std::iota(flags.begin(), flags.end(), 0);
+        held.customTypes.clear();
+        for (StoredType &custom : loadCustomTypes()) {
+            flags.push_back(static_cast<int>(named.size()) + custom.index);
+            held.customTypes.push_back(std::move(custom.type));
+        }
+    }
+    CategorySelection categories = categorySelection(named, held.customTypes);
     for (std::size_t i = 0; i < categories.size(); ++i) {
         if (stored)
-            categories[i].selected = isSelectedByStoredFlag(storedFlag(static_cast<int>(i)));
+            categories[i].selected = isSelectedByStoredFlag(storedFlag(flags[i]));
         else if (i < held.categories.size())
             categories[i].selected = held.categories[i].selected;
     }

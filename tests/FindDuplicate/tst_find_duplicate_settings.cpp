@@ -119,11 +119,12 @@ void FindDuplicateSettingsTest::readsTheStoredFormat()
     settings::writeString(key, u"CustomFileType2", u"Notes;.note;.n\\;1");
     settings::writeString(key, u"CustomFileType3", u"Logs;.log");
     settings::writeDword(key, u"12", 5);
+    settings::writeDword(key, u"15", 5); // of the last one, by the index that it is stored under
     const FinderSettings settings = loaded();
     QCOMPARE(settings.ignoreSmallFile, false);
     QCOMPARE(settings.smallFileSize, -1);
     QCOMPARE(settings.categories.size(), 14u);
-    QCOMPARE(selected(settings), (QList<int>{1, 3, 4, 5, 6, 7, 8, 9, 10, 11, 13}));
+    QCOMPARE(selected(settings), (QList<int>{1, 3, 4, 5, 6, 7, 8, 9, 10, 11, 12}));
     QCOMPARE(settings.categories[12].name, u"Notes"_s);
     QCOMPARE(settings.categories[12].extensions, (QStringList{u".note"_s, u".n;1"_s}));
 }
