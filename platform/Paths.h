@@ -25,6 +25,10 @@ std::wstring apiPath(const QString &path);
 // The form to show and to store: native separators, no "\\?\".
 QString shownPath(const QString &path);
 
+// Whether Win32, and with it the shell, takes a path in the shown form for the item of exactly that name. It
+// does not when it would drop a trailing dot or space, resolve "..", or see a device: that is another item.
+bool survivesWin32(const QString &path);
+
 // "C:", "C:\" and "\\server\share", in either separator, with or without "\\?\".
 bool isDriveRoot(const QString &path);
 

@@ -2,11 +2,8 @@
 #include "platform/RecycleBin.h"
 
 #include "platform/Paths.h"
-#include "platform/Text.h"
 
 #include <QFile>
-
-#include <windows.h>
 
 namespace platform
 {
@@ -20,21 +17,6 @@ protected:
     // The shell answers with success for an operation that it broke off, for one on a drive without a bin.
     bool move(const QString &path) override { return QFile::moveToTrash(path) && !fileExists(path); }
 };
-
-// The shell reads a path as Win32 does, which drops trailing dots and spaces, resolves ".." and knows device
-// names. Whatever does not come out of that as it went in would be another item.
-bool survivesWin32(const QString &path)
-{
-    std::wstring buffer(MAX_PATH, L'\0');
-    const DWORD length =
-        GetFullPathNameW(wide(path), static_cast<DWORD>(buffer.size()), buffer.data(), nullptr);
-    if (length > buffer.size()) {
-        buffer.resize(length);
-        return GetFullPathNameW(wide(path), length, buffer.data(), nullptr) == length - 1 &&
-               fromWide(buffer.data(), length - 1) == path;
-    }
-    return length > 0 && fromWide(buffer.data(), length) == path;
-}
 
 bool mayTry(const QString &path, RecycleBin::Accept accept)
 {

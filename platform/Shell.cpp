@@ -25,6 +25,12 @@ bool shellExecute(const QString &file, int show, const wchar_t *parameters = nul
     return reinterpret_cast<INT_PTR>(answer) > 32;
 }
 
+// "C:" as well, which Win32 takes for the current folder of the drive: that is a place on it at least.
+bool namesOneItem(const QString &path)
+{
+    return isDriveRoot(path) || survivesWin32(shownPath(path));
+}
+
 struct InterfaceTraits {
     using Raw = ITaskbarList3 *;
     static Raw none() noexcept { return nullptr; }
@@ -45,10 +51,15 @@ UniqueHandle<InterfaceTraits> taskbar()
 class WindowsShell : public Shell
 {
 public:
-    bool openFile(const QString &path) override { return shellExecute(shownPath(path), SW_SHOWNORMAL); }
+    bool openFile(const QString &path) override
+    {
+        return namesOneItem(path) && shellExecute(shownPath(path), SW_SHOWNORMAL);
+    }
 
     bool revealInExplorer(const QString &path) override
     {
+        if (!namesOneItem(path))
+            return false;
         QProcess explorer;
         explorer.setProgram(QStringLiteral("explorer.exe"));
         // Explorer wants the quotes round the path alone. QProcess would put them round the whole argument,

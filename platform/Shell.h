@@ -14,8 +14,9 @@ class Shell
 public:
     virtual ~Shell() = default;
 
-    // Opens a file or folder with its default program, as a double click would: an executable runs. False
-    // when the shell refuses; it shows no box of its own.
+    // Opens a file or folder by its full path with its default program, as a double click would: an
+    // executable runs. False when the shell refuses; it shows no box of its own. What it would take for
+    // another item (see survivesWin32() in platform/Paths.h) it is not asked for, here and below.
     virtual bool openFile(const QString &path) = 0;
 
     // Opens the folder in Explorer with the item selected. False when Explorer could not be started.

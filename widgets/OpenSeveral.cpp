@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "widgets/OpenSeveral.h"
 
+#include "platform/Paths.h"
 #include "platform/Shell.h"
 
 #include <QCoreApplication>
@@ -21,9 +22,16 @@ OpenedSeveral openFirst(const QStringList &paths, bool (platform::Shell::*open)(
                         const QString &refused, const QString &onlySome)
 {
     QStringList failed;
+    QStringList others;
     for (const QString &path : paths.first(qMin(paths.size(), mostOpenedAtOnce)))
-        if (!(platform::shell().*open)(path))
+        if (!platform::survivesWin32(platform::shownPath(path)))
+            others.append(path);
+        else if (!(platform::shell().*open)(path))
             failed.append(path);
+    if (!others.isEmpty())
+        return {tr("%1: Windows would take this name for that of another file.")
+                    .arg(others.join(QStringLiteral(", "))),
+                true};
     if (!failed.isEmpty())
         return {refused.arg(failed.join(QStringLiteral(", "))), true};
     if (paths.size() > mostOpenedAtOnce)

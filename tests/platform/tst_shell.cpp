@@ -110,6 +110,11 @@ void TestShell::opensOnlyWhatExists()
     QVERIFY(!awaitNote(roles[1]).isEmpty());
     QVERIFY(!platform::shell().openFile(program + u".none"_s));
     QVERIFY(!platform::shell().startAgent(program + u".none"_s));
+    // These would be read as the program's name.
+    for (const QString &other : {program + u'.', program + u' '}) {
+        QVERIFY(!platform::shell().openFile(other));
+        QVERIFY(!platform::shell().revealInExplorer(other));
+    }
     // The shell's own error box would wait here for ever.
     platform::shell().runElevated(0, u"C:/nowhere\\Taskwick.exe"_s, u"C:/nowhere"_s);
 }

@@ -6,6 +6,7 @@
 #include "widgets/FLTableView.h"
 #include "widgets/FLTreeView.h"
 #include "widgets/NoticeBar.h"
+#include "widgets/OpenSeveral.h"
 #include "widgets/PathBar.h"
 #include "widgets/RowDelegate.h"
 #include "widgets/ScanPage.h"
@@ -75,6 +76,7 @@ private slots:
     void anAsteriskExpandsNothing();
     void typingLooksForARowInShortListsOnly();
     void emptyTreesSaySo();
+    void noNeighbourIsOpened();
 };
 
 void WidgetsTest::cardsFillTheWidth()
@@ -385,6 +387,19 @@ void WidgetsTest::emptyTreesSaySo()
     QCOMPARE(look(u"Nothing."_s), look({}));
     model.setStringList({});
     QVERIFY(look(u"Nothing."_s) != look({}));
+}
+
+// What Windows would take for another file.
+void WidgetsTest::noNeighbourIsOpened()
+{
+    tests::FakeShell shell;
+    const QString odd = u"C:\\x\\a.exe."_s;
+    for (const OpenedSeveral &opened : {openFiles({odd, u"C:\\x\\b"_s}), revealFiles({odd})}) {
+        QVERIFY(opened.failed);
+        QVERIFY2(opened.notice.startsWith(odd), qPrintable(opened.notice));
+    }
+    QCOMPARE(shell.opened, QStringList{u"C:\\x\\b"_s});
+    QVERIFY(shell.revealed.isEmpty());
 }
 
 QTEST_MAIN(WidgetsTest)
