@@ -39,6 +39,33 @@ OpenedSeveral openFirst(const QStringList &paths, bool (platform::Shell::*open)(
     return {};
 }
 
+// Whether opening a file of that name may start a program, or change the system, by what it holds.
+bool isProgram(const QString &path)
+{
+    static const QSet<QString> extensions{
+        QStringLiteral("appref-ms"), QStringLiteral("application"), QStringLiteral("bat"),
+        QStringLiteral("chm"),       QStringLiteral("cmd"),         QStringLiteral("com"),
+        QStringLiteral("cpl"),       QStringLiteral("exe"),         QStringLiteral("hta"),
+        QStringLiteral("jar"),       QStringLiteral("js"),          QStringLiteral("jse"),
+        QStringLiteral("lnk"),       QStringLiteral("msc"),         QStringLiteral("msi"),
+        QStringLiteral("msp"),       QStringLiteral("pif"),         QStringLiteral("ps1"),
+        QStringLiteral("reg"),       QStringLiteral("scr"),         QStringLiteral("url"),
+        QStringLiteral("vbe"),       QStringLiteral("vbs"),         QStringLiteral("wsf"),
+        QStringLiteral("wsh")};
+    const qsizetype dot = path.lastIndexOf(u'.');
+    return dot > path.lastIndexOf(u'\\') && extensions.contains(path.mid(dot + 1).toLower());
+}
+
+// Several programs are not to run by one entry of a menu that does not name them.
+OpenedSeveral openDocuments(QStringList paths)
+{
+    const bool programs = paths.removeIf(isProgram) > 0;
+    OpenedSeveral opened = openFiles(paths);
+    if (programs)
+        opened.notice = (opened.notice + QLatin1Char(' ') + tr("Programs were not opened.")).trimmed();
+    return opened;
+}
+
 } // namespace
 
 OpenedSeveral openFiles(const QStringList &paths)
@@ -66,9 +93,10 @@ OpenedSeveral revealFiles(const QStringList &paths)
 void addOpenFirsts(QMenu *menu, const QStringList &firsts, std::function<void(const OpenedSeveral &)> tell)
 {
     const bool several = firsts.size() > 1;
-    QAction *open = menu->addAction(QIcon(QStringLiteral(":/resources/images/Activate24.png")),
-                                    several ? tr("Open the First File of Each") : tr("Open the First File"),
-                                    menu, [firsts, tell] { tell(openFiles(firsts)); });
+    QAction *open = menu->addAction(
+        QIcon(QStringLiteral(":/resources/images/Activate24.png")),
+        several ? tr("Open the First File of Each") : tr("Open the First File"), menu,
+        [firsts, several, tell] { tell(several ? openDocuments(firsts) : openFiles(firsts)); });
     QAction *reveal = menu->addAction(QIcon(QStringLiteral(":/resources/images/FolderSearch24.png")),
                                       several ? tr("Show the First File of Each in Explorer")
                                               : tr("Show the First File in Explorer"),

@@ -17,7 +17,8 @@ struct OpenedSeveral {
 // At most so many files are opened, or folders shown, by one click.
 inline constexpr qsizetype mostOpenedAtOnce = 10;
 
-// In a menu: to open, and to show in Explorer, the first file of each of the selected groups.
+// In a menu: to open, and to show in Explorer, the first file of each of the selected groups. Of several, no
+// programs are opened.
 void addOpenFirsts(QMenu *menu, const QStringList &firsts, std::function<void(const OpenedSeveral &)> tell);
 
 OpenedSeveral openFiles(const QStringList &paths);

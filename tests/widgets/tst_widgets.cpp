@@ -77,6 +77,7 @@ private slots:
     void typingLooksForARowInShortListsOnly();
     void emptyTreesSaySo();
     void noNeighbourIsOpened();
+    void severalGroupsStartNoPrograms();
 };
 
 void WidgetsTest::cardsFillTheWidth()
@@ -400,6 +401,26 @@ void WidgetsTest::noNeighbourIsOpened()
     }
     QCOMPARE(shell.opened, QStringList{u"C:\\x\\b"_s});
     QVERIFY(shell.revealed.isEmpty());
+}
+
+void WidgetsTest::severalGroupsStartNoPrograms()
+{
+    tests::FakeShell shell;
+    QString notice;
+    const auto open = [&](const QStringList &firsts) {
+        QMenu menu;
+        addOpenFirsts(&menu, firsts, [&](const OpenedSeveral &opened) { notice = opened.notice; });
+        menu.actions().first()->trigger();
+        return std::exchange(shell.opened, {});
+    };
+    const QString text = u"C:\\x.exe\\a.txt"_s;
+    const QString program = u"C:\\x\\setup.EXE"_s;
+    QCOMPARE(open({program, text, u"C:\\x\\run.ps1"_s, u"C:\\x\\exe"_s}),
+             (QStringList{text, u"C:\\x\\exe"_s}));
+    QCOMPARE(notice, u"Programs were not opened."_s);
+    QCOMPARE(open({text, text}), (QStringList{text, text}));
+    QVERIFY(notice.isEmpty());
+    QCOMPARE(open({program}), QStringList{program}); // which the entry means alone
 }
 
 QTEST_MAIN(WidgetsTest)
