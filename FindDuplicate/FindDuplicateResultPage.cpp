@@ -69,7 +69,7 @@ FindDuplicateResultForm::FindDuplicateResultForm(QString root, std::shared_ptr<G
       m_order(new QComboBox(this)),
       m_groupTree(new FLTreeView(this)),
       m_groupTitle(new ElidedLabel(this)),
-      m_compare(new QPushButton(image("Compare24"), tr("Compare Contents"), this)),
+      m_compare(new QPushButton(image("Compare24"), tr("Compare contents"), this)),
       m_compareBar(new QProgressBar(this)),
       m_compareCancel(new QPushButton(tr("Cancel"), this)),
       m_memberTree(new FLTreeView(this)),
@@ -109,8 +109,9 @@ void FindDuplicateResultForm::buildToolBar()
                      tr("Open the selected files with their programs; a program runs (Ctrl+O)"));
     m_explorer = addTool("explorerButton", "FolderSearch24", tr("Explorer"),
                          tr("Show the selected files in their folders (Ctrl+E)"));
-    m_recycleBin = addTool("RecycleBinButton", "RecycleBin24", tr("Move to Recycle Bin"),
-                           tr("Ask, and move this one file to the recycle bin (Delete)"));
+    m_recycleBin =
+        addTool("RecycleBinButton", "RecycleBin24", tr("Move to Recycle Bin"),
+                tr("Ask, and move this one file to the recycle bin (Delete in the list of files)"));
 }
 
 void FindDuplicateResultForm::buildGroupList(QVBoxLayout *column)
@@ -182,7 +183,7 @@ void FindDuplicateResultForm::buildLayout()
     m_summary->setFont(theme::sectionTitle(font()));
     m_note->setObjectName(QStringLiteral("metadataNoteLabel"));
     m_note->setText(
-        tr("Only type, size and last change were compared, not the contents: \"Compare Contents\" "
+        tr("Only type, size and last change were compared, not the contents: \"Compare contents\" "
            "tells whether the files of a group really are the same."));
     m_note->setWordWrap(true);
     theme::makeMuted(m_note);

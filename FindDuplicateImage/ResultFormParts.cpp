@@ -90,7 +90,8 @@ void FindDuplicateImageResultForm::buildToolBar()
     m_explorer = addTool("explorerButton", "FolderSearch24", tr("Explorer"));
     m_explorer->setToolTip(tr("Show the selected pictures in Explorer (Ctrl+E)"));
     m_recycle = addTool("RecycleBinButton", "RecycleBin24", tr("Move to Recycle Bin"));
-    m_recycle->setToolTip(tr("Move the selected picture to the recycle bin (Delete)"));
+    m_recycle->setToolTip(
+        tr("Move the selected picture to the recycle bin (Delete in the list of pictures)"));
 
     auto *texts = new QWidget(m_toolBar);
     auto *column = new QVBoxLayout(texts);

@@ -67,7 +67,10 @@ void FindDuplicateResultsTest::theToolBarIsAsAgreed()
             buttons.append(button->objectName() + u'=' + button->text());
     QCOMPARE(buttons, (QStringList{u"backButton=Back"_s, u"openButton=Open File"_s,
                                    u"explorerButton=Explorer"_s, u"RecycleBinButton=Move to Recycle Bin"_s}));
-    QVERIFY(page.findChild<QLabel *>(u"metadataNoteLabel"_s)->text().contains(u"not the contents"_s));
+    const QString compare = page.findChild<QAbstractButton *>(u"compareButton"_s)->text();
+    QCOMPARE(compare, u"Compare contents"_s);
+    const QString note = page.findChild<QLabel *>(u"metadataNoteLabel"_s)->text();
+    QVERIFY(note.contains(u"not the contents: \"%1\""_s.arg(compare)));
     for (const char *slot : {"on_openButton_clicked()", "on_explorerButton_clicked()",
                              "on_RecycleBinButton_clicked()", "onMainResultProcessFinish()",
                              "onProcessFinish()", "onMainTreeItemChanged(QItemSelection,QItemSelection)",
