@@ -12,7 +12,10 @@
 #include <QRegularExpression>
 #include <QVBoxLayout>
 
+#include <algorithm>
+
 using duplicates::CustomFileType;
+using duplicates::SelectableCategory;
 
 namespace
 {
@@ -34,9 +37,11 @@ bool isUsable(const QString &extension)
 
 } // namespace
 
-CustomFileTypeDialog::CustomFileTypeDialog(const CustomFileType &type, QStringList taken, QWidget *parent)
+CustomFileTypeDialog::CustomFileTypeDialog(const CustomFileType &type, duplicates::CategorySelection others,
+                                           std::size_t before, QWidget *parent)
     : QDialog(parent),
-      m_taken(std::move(taken)),
+      m_others(std::move(others)),
+      m_before(std::min(before, m_others.size())),
       m_name(new QLineEdit(type.name, this)),
       m_extensions(new QLineEdit(type.extensions.join(QLatin1Char(' ')), this)),
       m_problem(new QLabel(this)),
@@ -93,19 +98,39 @@ std::optional<CustomFileType> CustomFileTypeDialog::entered() const
         if (!type.extensions.contains(extension))
             type.extensions.append(extension);
     }
-    if (!type.isValid() || m_taken.contains(type.name, Qt::CaseInsensitive))
+    if (!type.isValid() || isTaken(type.name))
         return std::nullopt;
     return type;
 }
 
+bool CustomFileTypeDialog::isTaken(const QString &name) const
+{
+    return std::any_of(m_others.cbegin(), m_others.cend(), [&name](const SelectableCategory &other) {
+        return other.name.compare(name, Qt::CaseInsensitive) == 0;
+    });
+}
+
 QString CustomFileTypeDialog::problem() const
 {
-    if (m_taken.contains(m_name->text().trimmed(), Qt::CaseInsensitive))
+    if (isTaken(m_name->text().trimmed()))
         return tr("There is a file type of that name already.");
-    for (const QString &piece : pieces(m_extensions->text()))
-        if (!isUsable(core::normalisedExtension(piece)))
+    QStringList extensions;
+    for (const QString &piece : pieces(m_extensions->text())) {
+        extensions.append(core::normalisedExtension(piece));
+        if (!isUsable(extensions.last()))
             return tr("\"%1\" is not an extension with one dot, such as \".log\".").arg(piece);
-    return tr("Separate several extensions by spaces.");
+    }
+    const QString remarked = remark(extensions);
+    return remarked.isEmpty() ? tr("Separate several extensions by spaces.") : remarked;
+}
+
+QString CustomFileTypeDialog::remark(const QStringList &extensions) const
+{
+    for (const QString &extension : extensions)
+        for (std::size_t i = 0; i < m_before; ++i)
+            if (m_others[i].selected && m_others[i].extensions.contains(extension, Qt::CaseInsensitive))
+                return tr("\"%1\" already belongs to %2, which goes first.").arg(extension, m_others[i].name);
+    return {};
 }
 
 void CustomFileTypeDialog::checkInput()

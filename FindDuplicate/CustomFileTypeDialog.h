@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
-#include "FindDuplicate/engine/CustomFileType.h"
+#include "FindDuplicate/engine/Categories.h"
 
 #include <QDialog>
 
@@ -15,9 +15,10 @@ class CustomFileTypeDialog : public QDialog
     Q_OBJECT
 
 public:
-    // `taken` are the names of the other types.
-    CustomFileTypeDialog(const duplicates::CustomFileType &type, QStringList taken,
-                         QWidget *parent = nullptr);
+    // `others` are the other types; the first `before` of them come before this one in a search, and take
+    // the files of an extension that they have as well.
+    CustomFileTypeDialog(const duplicates::CustomFileType &type, duplicates::CategorySelection others,
+                         std::size_t before, QWidget *parent = nullptr);
 
     // What was entered; empty when it cannot be stored.
     std::optional<duplicates::CustomFileType> entered() const;
@@ -28,10 +29,14 @@ signals:
 private:
     void buildLayout();
     QString problem() const;
+    bool isTaken(const QString &name) const;
+    // The text about an extension that finds nothing; empty when each finds something.
+    QString remark(const QStringList &extensions) const;
     void checkInput();
     void accept() override;
 
-    QStringList m_taken;
+    const duplicates::CategorySelection m_others;
+    const std::size_t m_before;
     QLineEdit *m_name;
     QLineEdit *m_extensions;
     QLabel *m_problem;

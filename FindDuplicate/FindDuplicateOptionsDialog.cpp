@@ -224,13 +224,14 @@ int FindDuplicateOptionsDialog::currentCustomType() const
 
 void FindDuplicateOptionsDialog::editCustomType(int index)
 {
-    QStringList taken;
-    for (int row = 0; row < m_categories->topLevelItemCount(); ++row)
-        if (index < 0 || row != builtIn() + index)
-            taken.append(m_settings.categories[static_cast<std::size_t>(row)].name);
+    duplicates::CategorySelection others = edited().categories;
+    const std::size_t before =
+        index < 0 ? others.size() : static_cast<std::size_t>(builtIn()) + static_cast<std::size_t>(index);
+    if (index >= 0)
+        others.erase(others.begin() + builtIn() + index);
     const CustomFileType type =
         index < 0 ? CustomFileType() : m_settings.customTypes[static_cast<std::size_t>(index)];
-    auto *dialog = new CustomFileTypeDialog(type, taken, this);
+    auto *dialog = new CustomFileTypeDialog(type, std::move(others), before, this);
     dialog->setAttribute(Qt::WA_DeleteOnClose);
     connect(dialog, &CustomFileTypeDialog::typeEntered, this,
             [this, index](const CustomFileType &entered) { putCustomType(index, entered); });

@@ -100,6 +100,7 @@ private slots:
     void customTypeDialogTakesOnlyWhatWorks();
     void theListFitsTheTypesWheneverItTells();
     void optionsThatAreNotStoredStayOpen();
+    void aTypeThatFindsNothingSaysSo();
 
 private:
     std::unique_ptr<tests::RegistryGuard> m_guard;
@@ -263,7 +264,7 @@ void FindDuplicateSettingsTest::customTypeDialogTakesOnlyWhatWorks()
     QFETCH(QString, name);
     QFETCH(QString, extensions);
     QFETCH(QStringList, expected);
-    CustomFileTypeDialog dialog({}, {u"Audio Files"_s});
+    CustomFileTypeDialog dialog({}, {{u"Audio Files"_s, {}, true}}, 1);
     dialog.findChild<QLineEdit *>(u"nameLineEdit"_s)->setText(name);
     dialog.findChild<QLineEdit *>(u"extensionsLineEdit"_s)->setText(extensions);
     const std::optional<CustomFileType> entered = dialog.entered();
@@ -312,6 +313,24 @@ void FindDuplicateSettingsTest::optionsThatAreNotStoredStayOpen()
     options.click("OKButton");
     QVERIFY(!options.dialog.isVisible());
     QVERIFY(!loaded().categories[3].selected);
+}
+
+// The type that comes first takes the files.
+void FindDuplicateSettingsTest::aTypeThatFindsNothingSaysSo()
+{
+    CustomFileTypeDialog dialog({},
+                                {{u"Pictures"_s, {u".jpg"_s, u".png"_s}, true},
+                                 {u"Left out"_s, {u".log"_s}, false},
+                                 {u"Behind"_s, {u".note"_s}, true}},
+                                2);
+    dialog.findChild<QLineEdit *>(u"nameLineEdit"_s)->setText(u"Mine"_s);
+    const auto remark = [&](const QString &extensions) {
+        dialog.findChild<QLineEdit *>(u"extensionsLineEdit"_s)->setText(extensions);
+        return dialog.findChild<QLabel *>(u"problemLabel"_s)->text();
+    };
+    QCOMPARE(remark(u".raw JPG"_s), u"\".jpg\" already belongs to Pictures, which goes first."_s);
+    QVERIFY(dialog.entered());
+    QVERIFY(!remark(u".log .note"_s).contains(u"belongs"_s));
 }
 
 QTEST_MAIN(FindDuplicateSettingsTest)
