@@ -128,19 +128,6 @@ bool survivesWin32(const QString &path)
     return length > 0 && fromWide(buffer.data(), length) == path;
 }
 
-bool survivesWin32(const QString &path)
-{
-    std::wstring buffer(MAX_PATH, L'\0');
-    const DWORD length =
-        GetFullPathNameW(wide(path), static_cast<DWORD>(buffer.size()), buffer.data(), nullptr);
-    if (length > buffer.size()) {
-        buffer.resize(length);
-        return GetFullPathNameW(wide(path), length, buffer.data(), nullptr) == length - 1 &&
-               fromWide(buffer.data(), length - 1) == path;
-    }
-    return length > 0 && fromWide(buffer.data(), length) == path;
-}
-
 bool isDriveRoot(const QString &path)
 {
     const QString native = shownPath(path);
