@@ -287,8 +287,18 @@ void DiskUsageForm::scanFolderAgain(const QModelIndex &folder)
         scanAllAgain();
         return;
     }
+    const FolderItem *item = m_folders->folderItem(folder);
+    if (item->folder().cycle) {
+        // Scanned as a root it would be listed, and all that it leads to counted a second time.
+        m_results->showNotice(
+            tr("%1 is a link to a folder above it, where it is counted.").arg(item->path()));
+        return;
+    }
     m_folderIndex = folder;
-    m_folderScan.reset(new DiskUsageFolderScanThread(makeJob(m_folders->folderItem(folder)->path())));
+    ScanJob job = makeJob(item->path());
+    for (const FolderItem *above = item->parentFolder(); above; above = above->parentFolder())
+        job.options.ancestors.append(above->path());
+    m_folderScan.reset(new DiskUsageFolderScanThread(std::move(job)));
     connect(m_folderScan.get(), &DiskUsageFolderScanThread::updateFolderItemScan, &m_folderRelay,
             &core::ProgressRelay::setItems, Qt::DirectConnection);
     connect(m_folderScan.get(), &DiskUsageFolderScanThread::resultReady, this,

@@ -22,18 +22,31 @@ public:
           m_cancel(cancel),
           m_source(enumerator, cancel, options)
     {
+        for (const QString &path : options.ancestors)
+            m_above.push_back({walkRoot(path), {}});
     }
 
     void run(const QString &root);
 
 private:
+    // Asked for once, and only for the sake of a link.
+    struct LazyIdentity {
+        bool known = false;
+        std::optional<FileIdentity> identity;
+    };
+
     // A folder that the walk is in. Frames take the place of recursion: thousands of levels are legal.
     struct Frame {
         ReadAhead::Folder *folder = nullptr;
         std::size_t next = 0;
         qsizetype pathLength = 0; // m_path up to this folder
-        bool identityKnown = false;
-        std::optional<FileIdentity> identity;
+        LazyIdentity identity;
+    };
+
+    // One of the folders above the root that the options name.
+    struct Above {
+        QString path;
+        LazyIdentity identity;
     };
 
     void enter(ReadAhead::Folder *folder, QStringView name);
@@ -41,6 +54,7 @@ private:
     void meet(const DirectoryEntry &entry);
     void meetFolder(const DirectoryEntry &entry);
     bool leadsToAncestor();
+    bool isAt(const FileIdentity &target, LazyIdentity &folder, const QString &path);
     int depth() const { return static_cast<int>(m_frames.size()); }
 
     DirectoryEnumerator &m_enumerator;
@@ -48,6 +62,7 @@ private:
     const CancelFlag &m_cancel;
     ReadAhead m_source;
     std::vector<Frame> m_frames;
+    std::vector<Above> m_above; // innermost first
     // One text for all levels: the innermost folder, or the entry that is being met.
     QString m_path;
 };
@@ -125,22 +140,30 @@ void Walk::meetFolder(const DirectoryEntry &entry)
     m_path.truncate(parent.pathLength);
 }
 
-// Whether the link at m_path ends at a folder that the walk is in. Only links are opened, and for their sake,
-// once each, the folders above them.
+// Whether the link at m_path ends at a folder that the walk is in, or that the options put above it.
 bool Walk::leadsToAncestor()
 {
     const std::optional<FileIdentity> target = m_enumerator.identity(m_path);
     if (!target)
         return false;
     for (auto frame = m_frames.rbegin(); frame != m_frames.rend(); ++frame) {
-        if (!frame->identityKnown) {
-            frame->identity = m_enumerator.identity(m_path.first(frame->pathLength));
-            frame->identityKnown = true;
-        }
-        if (frame->identity == target)
+        if (isAt(*target, frame->identity, m_path.first(frame->pathLength)))
+            return true;
+    }
+    for (Above &above : m_above) {
+        if (isAt(*target, above.identity, above.path))
             return true;
     }
     return false;
+}
+
+bool Walk::isAt(const FileIdentity &target, LazyIdentity &folder, const QString &path)
+{
+    if (!folder.known) {
+        folder.identity = m_enumerator.identity(path);
+        folder.known = true;
+    }
+    return folder.identity == target;
 }
 
 } // namespace

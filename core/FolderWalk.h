@@ -5,6 +5,7 @@
 #include "core/DirectoryEnumerator.h"
 
 #include <QString>
+#include <QStringList>
 #include <QStringView>
 
 #include <cstddef>
@@ -48,14 +49,17 @@ public:
 };
 
 struct WalkOptions {
-    // Folders are listed ahead of the walk on this many threads, without any influence on order or result; 0
-    // lists every folder when the walk reaches it. Memory is bounded by `readAheadEntries` entries held
-    // ready.
+    // Folders are listed ahead of the walk on this many threads (at most ReadAhead::mostThreads), without any
+    // influence on order or result; 0 lists every folder when the walk reaches it. Memory is bounded by
+    // `readAheadEntries` entries held ready.
     int readAheadThreads = 0;
     std::size_t readAheadEntries = 200'000;
     // When set: a folder for which it is false is not listed before the walk enters it. Called on any thread,
     // on several at once; for folders that acceptFolder() will refuse, so that these are never touched.
     std::function<bool(const QString &path)> mayListAhead;
+    // The folders above the root that count as ancestors of its links too, innermost first, in any spelling
+    // that walkRoot() takes: of a walk that repeats a part of a larger one, the folders that this one was in.
+    QStringList ancestors;
 };
 
 // "C:\" -> "C:", "C:\x\" -> "C:\x", "C:/x" -> "C:\x": the form in which a folder and "\" + a name make a
@@ -63,7 +67,8 @@ struct WalkOptions {
 QString walkRoot(const QString &chosen);
 
 // Walks `root` (any spelling that walkRoot() takes) until the end or until cancelled. Uses no recursion on
-// the machine's stack. Links are entered like folders, except one that leads to an ancestor of itself.
+// the machine's stack. Links are entered like folders, except one that leads to an ancestor of itself; what
+// stands above the root is no ancestor, unless the options name it.
 void walkFolders(const QString &root, DirectoryEnumerator &enumerator, WalkVisitor &visitor,
                  const CancelFlag &cancel, const WalkOptions &options = {});
 

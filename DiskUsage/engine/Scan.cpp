@@ -90,7 +90,7 @@ private:
     int m_current = -1; // the folder that the walk is in
     int m_depth = -1;
     int m_completed = 0;
-    int m_records = 0; // of files that a category took
+    int m_records = 0;                      // of files that a category took
     std::vector<LargestChildren> m_largest; // of the current folder and those above it, by depth
 };
 
@@ -222,6 +222,7 @@ ScanResult scanFolder(const QString &root, const ScanOptions &options, core::Dir
         const Exclusions exclusions(options);
         core::WalkOptions walk;
         walk.readAheadThreads = options.readAheadThreads;
+        walk.ancestors = options.ancestors;
         if (!exclusions.isEmpty())
             walk.mayListAhead = [&exclusions](const QString &path) { return !exclusions.isExcluded(path); };
         ScanVisitor visitor(options, exclusions, listener, result);

@@ -26,6 +26,9 @@ struct ScanOptions {
     bool excludeOneDrive = false;
     QString oneDriveFolder; // empty when there is none
     int readAheadThreads = 0;
+    // Of the scan of one folder out of a larger scan: the folders above it in that one, innermost first. A
+    // link to one of them is not entered, as it was not then.
+    QStringList ancestors;
     // False keeps the scan from adding to the category lists, as DiskUsageFolderScanThread does.
     bool collectFileTypes = true;
 };

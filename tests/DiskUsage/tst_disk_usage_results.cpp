@@ -60,6 +60,7 @@ private slots:
     void longPathsDoNotWidenTheWindow();
     void keysAndMenuActOnTheSelection();
     void tablesAreExported();
+    void aFolderScanEntersNoLinkToAFolderAbove();
 };
 
 void DiskUsageResultsTest::theTreeOpensAsItShould()
@@ -340,6 +341,27 @@ void DiskUsageResultsTest::tablesAreExported()
     dialogs.nextFileToSave.enqueue(QString());
     QTest::mouseClick(scene.find<QPushButton>("exportButton"), Qt::LeftButton);
     QVERIFY(!scene.form->isBusy());
+}
+
+void DiskUsageResultsTest::aFolderScanEntersNoLinkToAFolderAbove()
+{
+    Scene scene;
+    scene.disk.addLink(u"C:\\r\\a\\b\\up"_s, u"C:\\r"_s);
+    QVERIFY(scene.scan(u"C:\\r"_s));
+    const auto total = [&scene] {
+        return scene.row({}).siblingAtColumn(FolderModel::SizeText).data().toString();
+    };
+    const QString before = total();
+    scene.select({u"loop"_s}); // itself such a link
+    QTest::keyClick(scene.tree(), Qt::Key_F5);
+    QVERIFY(!scene.form->isBusy());
+    QVERIFY(scene.notice().contains(u"C:\\r\\loop"_s));
+    scene.select({u"a"_s}); // has one somewhere below
+    QTest::keyClick(scene.tree(), Qt::Key_F5);
+    QVERIFY(scene.form->isBusy());
+    QTRY_VERIFY(!scene.form->isBusy());
+    QCOMPARE(total(), before);
+    QCOMPARE(scene.find<QTabWidget>("resultTabWidget")->tabText(3), u"Not Counted (3)"_s);
 }
 
 QTEST_MAIN(DiskUsageResultsTest)
