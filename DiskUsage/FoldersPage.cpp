@@ -15,7 +15,9 @@
 #include <QAction>
 #include <QHeaderView>
 #include <QLabel>
+#include <QScrollBar>
 #include <QSplitter>
+#include <QStyle>
 #include <QVBoxLayout>
 
 namespace
@@ -24,7 +26,16 @@ namespace
 constexpr int graphLevels = 4;
 constexpr int smallestPart = 400; // of the folder, to be shown with what is in it
 constexpr int drawDelay = 30;     // ms
-constexpr int smallestBar = 44;
+constexpr int smallestBar = 32;
+constexpr int levelIndent = 12; // the tree shares the window with the graph, and folders lie deep
+
+int levelOf(QModelIndex folder)
+{
+    int level = 0;
+    while ((folder = folder.parent()).isValid())
+        ++level;
+    return level;
+}
 
 } // namespace
 
@@ -56,6 +67,8 @@ void FoldersPage::buildTree()
     m_tree->setModel(m_sorted);
     m_tree->setItemDelegateForColumn(FolderModel::Percentage, new BarDelegate(m_tree));
     m_tree->setContextMenuPolicy(Qt::CustomContextMenu);
+    m_tree->setIndentation(levelIndent);
+    m_tree->setExpandsOnDoubleClick(false); // it activates, as Enter does
     m_actions->addScanAgain();
     setFocusProxy(m_tree);
 }
@@ -82,7 +95,7 @@ void FoldersPage::buildLayout()
     splitter->setStretchFactor(0, 3);
     splitter->setStretchFactor(1, 2);
     splitter->setChildrenCollapsible(false);
-    splitter->setSizes({610, 390}); // a proportion: the splitter fits it to its width
+    splitter->setSizes({640, 360}); // a proportion: the splitter fits it to its width
 
     auto *layout = new QVBoxLayout(this);
     layout->setContentsMargins(0, theme::spaceSnug, 0, 0);
@@ -95,8 +108,17 @@ void FoldersPage::connectTree()
 {
     connect(m_tree, &QWidget::customContextMenuRequested, this,
             [this](const QPoint &where) { m_actions->showMenu(m_tree->viewport()->mapToGlobal(where)); });
+    connect(m_tree, &QAbstractItemView::activated, this, [this](const QModelIndex &index) {
+        const QModelIndex row = index.siblingAtColumn(FolderModel::Name);
+        m_tree->setExpanded(row, !m_tree->isExpanded(row));
+    });
+    connect(m_tree, &QTreeView::expanded, this,
+            [this](const QModelIndex &folder) { makeRoomForLevel(levelOf(folder) + 1); });
     connect(m_tree->selectionModel(), &QItemSelectionModel::currentRowChanged, this,
-            [this] { m_later.start(); });
+            [this](const QModelIndex &row) {
+                scrollToName(row);
+                m_later.start();
+            });
     connect(m_actions, &PathActions::scanAgain, this, [this] { emit scanAgain(currentFolder()); });
     connect(m_pathBar, &PathBar::partActivated, this, [this](int part) {
         QModelIndex folder = currentFolder();
@@ -146,8 +168,8 @@ void FoldersPage::setModel(FolderModel *model, const core::FileTypeTable &fileTy
         m_categories.append(category.name);
     m_tree->showColumns({FolderModel::Name, FolderModel::Percentage, FolderModel::SizeText,
                          FolderModel::FileCount, FolderModel::FolderCount});
-    showColumnWidths();
     m_tree->setSortingEnabled(true);
+    showColumnWidths();
     m_tree->sortByColumn(FolderModel::SizeText, Qt::DescendingOrder);
     const QModelIndex root = m_sorted->index(0, 0);
     m_tree->expand(root);
@@ -157,16 +179,46 @@ void FoldersPage::setModel(FolderModel *model, const core::FileTypeTable &fileTy
 
 void FoldersPage::showColumnWidths()
 {
-    const QFontMetrics metrics(m_tree->font());
-    const auto widthOf = [&metrics](const QString &text) {
-        return metrics.horizontalAdvance(text) + 2 * theme::space;
-    };
     QHeaderView *header = m_tree->header();
-    header->resizeSection(FolderModel::Percentage, widthOf(QStringLiteral("100.0 %")) + smallestBar);
-    header->resizeSection(FolderModel::SizeText, widthOf(QStringLiteral("1000.00 GB")));
-    header->resizeSection(FolderModel::FileCount, widthOf(tr("File Count")));
-    header->resizeSection(FolderModel::FolderCount, widthOf(tr("Folder Count")));
-    m_tree->setStretchColumn(FolderModel::Name, widthOf(QStringLiteral("a folder's name")));
+    const QFontMetrics metrics(m_tree->font());
+    const auto resize = [header, &metrics](int column, const QString &widest, int more) {
+        const int text = metrics.horizontalAdvance(widest) + 2 * theme::spaceSnug;
+        header->resizeSection(column, qMax(text + more, header->sectionSizeHint(column)));
+    };
+    resize(FolderModel::Percentage, QStringLiteral("100.0 %"), smallestBar);
+    resize(FolderModel::SizeText, QStringLiteral("1000.00 GB"), 0);
+    resize(FolderModel::FileCount, QStringLiteral("1000000"), 0);
+    resize(FolderModel::FolderCount, QStringLiteral("100000"), 0);
+    m_deepestLevel = 1;
+    m_tree->setStretchColumn(FolderModel::Name, nameWidth(m_deepestLevel));
+}
+
+// Of a row so many levels below the root: what stands before the name, and room for a name.
+int FoldersPage::nameWidth(int level) const
+{
+    const QFontMetrics metrics(m_tree->font());
+    return (level + 1) * m_tree->indentation() + m_tree->style()->pixelMetric(QStyle::PM_SmallIconSize) +
+           metrics.horizontalAdvance(QStringLiteral("a folder's name")) + 2 * theme::space;
+}
+
+// The deeper the rows, the wider their column, and the view scrolls: a name of which nothing is left tells
+// nobody anything. It does not shrink again, which would move all columns whenever a folder is closed.
+void FoldersPage::makeRoomForLevel(int level)
+{
+    if (level <= m_deepestLevel)
+        return;
+    m_deepestLevel = level;
+    m_tree->setStretchMinimum(nameWidth(level));
+}
+
+// A view brings the beginning of a cell into sight; in a row many levels down that is the space before the
+// name.
+void FoldersPage::scrollToName(const QModelIndex &row)
+{
+    const QRect cell = m_tree->visualRect(row.siblingAtColumn(FolderModel::Name));
+    const int hidden = cell.left() + nameWidth(0) - m_tree->viewport()->width();
+    if (hidden > 0)
+        m_tree->horizontalScrollBar()->setValue(m_tree->horizontalScrollBar()->value() + hidden);
 }
 
 QModelIndex FoldersPage::currentFolder() const

@@ -59,6 +59,9 @@ private:
     // The file or folder that is current in the graph.
     QString graphPath() const;
     void showColumnWidths();
+    int nameWidth(int level) const;
+    void makeRoomForLevel(int level);
+    void scrollToName(const QModelIndex &row);
 
     FolderModel *m_model = nullptr;
     std::unique_ptr<core::FileTypeMatcher> m_matcher;
@@ -70,5 +73,6 @@ private:
     ElidedLabel *m_graphTitle;
     PathActions *m_actions;
     PathActions *m_graphActions;
+    int m_deepestLevel = 0; // that has been opened; the root is level 0
     QTimer m_later; // a held arrow key passes many folders in a second: only the one it stops at is drawn
 };

@@ -75,6 +75,12 @@ void FLTreeView::paintEvent(QPaintEvent *event)
         paintPlaceholder(viewport(), m_placeholder);
 }
 
+void FLTreeView::setStretchMinimum(int smallest)
+{
+    m_smallest = smallest;
+    stretch();
+}
+
 void FLTreeView::stretch()
 {
     if (m_stretchColumn < 0 || header()->count() <= m_stretchColumn)

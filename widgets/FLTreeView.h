@@ -19,6 +19,8 @@ public:
     // Gives this column what the others leave, but never less than `smallest`: then the view scrolls. Until
     // the user sizes it.
     void setStretchColumn(int column, int smallest);
+    // Changes how narrow that column may become.
+    void setStretchMinimum(int smallest);
     // Shown while there is no row.
     void setPlaceholder(const QString &text);
 

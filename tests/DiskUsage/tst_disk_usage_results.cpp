@@ -24,6 +24,8 @@
 #include <QToolButton>
 #include <QTreeView>
 
+#include <functional>
+
 using namespace Qt::StringLiterals;
 using diskusage::loadRecentFolders;
 using tests::column;
@@ -61,6 +63,8 @@ private slots:
     void keysAndMenuActOnTheSelection();
     void tablesAreExported();
     void aFolderScanEntersNoLinkToAFolderAbove();
+    void enterAndDoubleClickOpenAndCloseFolders();
+    void namesKeepTheirRoomInDeepFolders();
 };
 
 void DiskUsageResultsTest::theTreeOpensAsItShould()
@@ -362,6 +366,49 @@ void DiskUsageResultsTest::aFolderScanEntersNoLinkToAFolderAbove()
     QTRY_VERIFY(!scene.form->isBusy());
     QCOMPARE(total(), before);
     QCOMPARE(scene.find<QTabWidget>("resultTabWidget")->tabText(3), u"Not Counted (3)"_s);
+}
+
+void DiskUsageResultsTest::enterAndDoubleClickOpenAndCloseFolders()
+{
+    Scene scene;
+    QVERIFY(scene.scan(u"C:\\r"_s));
+    QTreeView *tree = scene.tree();
+    scene.select({u"a"_s});
+    const auto doubleClick = [tree] {
+        const QPoint name = tree->visualRect(tree->currentIndex()).center();
+        QTest::mouseClick(tree->viewport(), Qt::LeftButton, {}, name);
+        QTest::mouseDClick(tree->viewport(), Qt::LeftButton, {}, name);
+    };
+    const auto enter = [tree] { QTest::keyClick(tree, Qt::Key_Return); };
+    for (const std::function<void()> &act : {std::function<void()>(enter), {doubleClick}}) {
+        act();
+        QVERIFY(tree->isExpanded(scene.row({u"a"_s})));
+        act();
+        QVERIFY(!tree->isExpanded(scene.row({u"a"_s})));
+    }
+}
+
+// In the window as it first opens, and where the indentation alone is wider than the tree.
+void DiskUsageResultsTest::namesKeepTheirRoomInDeepFolders()
+{
+    constexpr int levels = 60;
+    Scene scene;
+    scene.form->resize(886, 513);
+    QString path = u"C:\\deep"_s;
+    for (int level = 0; level < levels; ++level)
+        path += u"\\node_modules"_s;
+    scene.disk.addFile(path + u"\\f"_s, megabyte);
+    QVERIFY(scene.scan(u"C:\\deep"_s));
+    QTreeView *tree = scene.tree();
+    const int icon = tree->style()->pixelMetric(QStyle::PM_SmallIconSize);
+    const int name = icon + tree->fontMetrics().horizontalAdvance(u"node_modules"_s);
+    for (int level = 0; level < levels; ++level) {
+        QTest::keyClick(tree, Qt::Key_Right); // opens
+        QTest::keyClick(tree, Qt::Key_Down);
+        const QRect cell = tree->visualRect(tree->currentIndex().siblingAtColumn(0));
+        const QRect seen = cell & tree->viewport()->rect();
+        QVERIFY2(seen.left() == cell.left() && seen.width() >= name, qPrintable(QString::number(level)));
+    }
 }
 
 QTEST_MAIN(DiskUsageResultsTest)
