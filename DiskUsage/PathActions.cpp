@@ -13,22 +13,22 @@
 // Asks whether a path is there: a disk may have to wake up for the answer.
 class PathLook : public core::WorkerThread
 {
+    Q_OBJECT
+
 public:
-    PathLook(QString path, std::function<void(const QString &path, bool exists)> answered)
-        : m_path(std::move(path)),
-          m_answered(std::move(answered))
-    {
-    }
+    explicit PathLook(QString path) : m_path(std::move(path)) {}
+
+signals:
+    void answered(const QString &path, bool exists);
 
 protected:
     void run() override
     {
-        deliver([this, exists = platform::fileExists(m_path)] { m_answered(m_path, exists); });
+        deliver([this, exists = platform::fileExists(m_path)] { emit answered(m_path, exists); });
     }
 
 private:
     const QString m_path;
-    const std::function<void(const QString &, bool)> m_answered;
 };
 
 PathActions::PathActions(QWidget *view, std::function<QString()> path)
@@ -100,7 +100,8 @@ void PathActions::showInExplorer()
     const QString path = m_path();
     if (path.isEmpty())
         return;
-    m_look.reset(new PathLook(path, [this](const QString &asked, bool exists) { reveal(asked, exists); }));
+    m_look.reset(new PathLook(path));
+    connect(m_look.get(), &PathLook::answered, this, &PathActions::reveal);
     m_look->start();
 }
 
@@ -119,3 +120,5 @@ void PathActions::copyPath()
     if (!path.isEmpty())
         QGuiApplication::clipboard()->setText(path);
 }
+
+#include "PathActions.moc"

@@ -65,6 +65,7 @@ private slots:
     void aFolderScanEntersNoLinkToAFolderAbove();
     void enterAndDoubleClickOpenAndCloseFolders();
     void namesKeepTheirRoomInDeepFolders();
+    void onlyTheLastAskedForIsShownInExplorer();
 };
 
 void DiskUsageResultsTest::theTreeOpensAsItShould()
@@ -409,6 +410,23 @@ void DiskUsageResultsTest::namesKeepTheirRoomInDeepFolders()
         const QRect seen = cell & tree->viewport()->rect();
         QVERIFY2(seen.left() == cell.left() && seen.width() >= name, qPrintable(QString::number(level)));
     }
+}
+
+void DiskUsageResultsTest::onlyTheLastAskedForIsShownInExplorer()
+{
+    FakeShell shell;
+    TestFolder folder;
+    folder.makeFolder(u"there"_s);
+    Scene scene;
+    scene.disk.addFolder(folder.path(u"there"_s));
+    QVERIFY(scene.scan(folder.path()));
+    scene.select({u"there"_s});
+    for (int i = 0; i < 4; ++i) // an impatient user, whose disk wakes up
+        QTest::keyClick(scene.tree(), Qt::Key_E, Qt::ControlModifier);
+    QTRY_VERIFY(!shell.revealed.isEmpty());
+    core::waitForRetiredWorkers();
+    QTest::qWait(100);
+    QCOMPARE(shell.revealed.size(), 1);
 }
 
 QTEST_MAIN(DiskUsageResultsTest)
