@@ -132,7 +132,8 @@ void ScanPage::setPath(const QString &path)
 void ScanPage::setTotalSteps(int total)
 {
     m_steps = 0;
-    m_bar->setRange(0, total);
+    // A single step says nothing until everything is done, which may take long: the bar goes on as it began.
+    m_bar->setRange(0, total > 1 ? total : 0);
     m_bar->setValue(0);
 }
 

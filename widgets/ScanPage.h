@@ -24,8 +24,8 @@ public:
     void begin(const QString &title, const QString &root);
     void setTitle(const QString &title);
     void setPath(const QString &path);
-    void setTotalSteps(int total);
-    void addStep(); // cheap: the bar follows when the event loop runs again
+    void setTotalSteps(int total); // one step is as good as none: the bar does not move until complete()
+    void addStep();                // cheap: the bar follows when the event loop runs again
     void setItems(int items);
     // Cancel was asked for: the end is near. Disables the button.
     void showStopping(const QString &title);

@@ -16,6 +16,7 @@
 #include <QHeaderView>
 #include <QLabel>
 #include <QMenu>
+#include <QProgressBar>
 #include <QSignalSpy>
 #include <QStandardItemModel>
 #include <QStringListModel>
@@ -76,6 +77,7 @@ private slots:
     void anAsteriskExpandsNothing();
     void typingLooksForARowInShortListsOnly();
     void emptyTreesSaySo();
+    void aSingleStepMovesNoBar();
     void noNeighbourIsOpened();
     void severalGroupsStartNoPrograms();
 };
@@ -421,6 +423,21 @@ void WidgetsTest::severalGroupsStartNoPrograms()
     QCOMPARE(open({text, text}), (QStringList{text, text}));
     QVERIFY(notice.isEmpty());
     QCOMPARE(open({program}), QStringList{program}); // which the entry means alone
+}
+
+// A folder of thousands of files and no subfolder is one step.
+void WidgetsTest::aSingleStepMovesNoBar()
+{
+    ScanPage page;
+    const auto *bar = page.findChild<QProgressBar *>();
+    page.begin(u"Scanning"_s, u"C:\\r"_s);
+    page.setTotalSteps(1);
+    QCOMPARE(bar->maximum(), 0); // goes back and forth
+    page.complete();
+    QVERIFY(bar->maximum() > 0 && bar->value() == bar->maximum());
+    page.begin(u"Scanning"_s, u"C:\\r"_s);
+    page.setTotalSteps(2);
+    QCOMPARE(bar->maximum(), 2);
 }
 
 QTEST_MAIN(WidgetsTest)
