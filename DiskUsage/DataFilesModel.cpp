@@ -145,14 +145,15 @@ void FileSortThread::run()
 
 DataFilesModel::DataFilesModel(QObject *parent) : QAbstractTableModel(parent) {}
 
-void DataFilesModel::setResult(std::shared_ptr<const ScanResult> result)
+void DataFilesModel::setResult(std::shared_ptr<const ScanResult> result, const core::CancelFlag &cancel)
 {
     clear();
     m_result = std::move(result);
-    const core::CancelFlag never;
     for (int i = 0; i < categoryTotal(); ++i)
         m_bySize.push_back(
-            sortedFiles(*m_result, category(i).files, FileRawSize, Qt::DescendingOrder, never));
+            sortedFiles(*m_result, category(i).files, FileRawSize, Qt::DescendingOrder, cancel));
+    if (cancel.isSet())
+        clear();
 }
 
 void DataFilesModel::clear()

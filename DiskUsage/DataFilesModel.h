@@ -62,7 +62,8 @@ class DataFilesModel : public QAbstractTableModel
 public:
     explicit DataFilesModel(QObject *parent = nullptr);
 
-    void setResult(std::shared_ptr<const diskusage::ScanResult> result);
+    // Empty afterwards when cancelled.
+    void setResult(std::shared_ptr<const diskusage::ScanResult> result, const core::CancelFlag &cancel = {});
     void clear();
 
     // The categories in table order, and after them the files of no category.

@@ -50,8 +50,10 @@ void DiskUsageWorkerThread::scan()
 void DiskUsageWorkerThread::buildReport()
 {
     m_folders.setResult(m_result);
+    if (stopRequested())
+        return;
     m_biggestFiles.setFiles(m_result->biggestFiles);
-    m_dataFiles.setResult(m_result);
+    m_dataFiles.setResult(m_result, cancelFlag());
 }
 
 void DiskUsageWorkerThread::totalSubFolders(int total)

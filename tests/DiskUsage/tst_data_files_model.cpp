@@ -72,6 +72,7 @@ private slots:
     void aLackOfMemoryKeepsTheOrder();
     void aMillionFilesAreReadyAtOnce();
     void theBiggestFilesSortByTheirNumbers();
+    void aCancelledReportLeavesNothing();
 };
 
 void DataFilesModelTest::showsOneCategoryAtATime()
@@ -200,6 +201,17 @@ void DataFilesModelTest::theBiggestFilesSortByTheirNumbers()
     QCOMPARE(column(model, FileName).join(QLatin1Char(',')), u"a,b,C"_s);
     model.sort(FilePath, Qt::AscendingOrder);
     QCOMPARE(column(model, FileName).join(QLatin1Char(',')), u"a,C,b"_s);
+}
+
+void DataFilesModelTest::aCancelledReportLeavesNothing()
+{
+    DataFilesModel model;
+    model.setResult(someFiles());
+    QVERIFY(model.categoryTotal() > 0);
+    core::CancelFlag cancelled;
+    cancelled.set();
+    model.setResult(someFiles(), cancelled);
+    QCOMPARE(model.categoryTotal(), 0);
 }
 
 QTEST_GUILESS_MAIN(DataFilesModelTest)
