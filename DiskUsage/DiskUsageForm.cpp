@@ -88,6 +88,8 @@ void DiskUsageForm::buildPages()
 void DiskUsageForm::connectPages()
 {
     connect(m_start, &DiskUsageStartForm::folderChosen, this, &DiskUsageForm::scan);
+    connect(m_start, &DropFrame::othersLeftOut, this,
+            [this](const QString &notice) { m_resultNotice = notice; });
     connect(m_start, &DiskUsageStartForm::optionsRequested, this, &DiskUsageForm::showOptions);
     connect(m_start, &DiskUsageStartForm::recentFoldersCleared, this, [this] {
         saveRecentFolders({});
@@ -174,6 +176,8 @@ ScanJob DiskUsageForm::makeJob(const QString &root) const
 void DiskUsageForm::startScan(const QString &root)
 {
     m_root = root;
+    m_start->hideNotice(); // it was about an earlier scan
+    m_resultNotice.clear();
     ScanJob job = makeJob(root);
     m_scanFileTypes = job.options.fileTypes;
     m_scan.reset(new DiskUsageWorkerThread(std::move(job), *m_folders, *m_biggestFiles, *m_dataFiles));
@@ -274,6 +278,8 @@ void DiskUsageForm::showResults(std::shared_ptr<ScanResult> result)
     view.milliseconds = m_progress->elapsed();
     view.drive = m_start->drive(m_root);
     m_results->showScan(view);
+    if (!m_resultNotice.isEmpty())
+        m_results->showNotice(std::exchange(m_resultNotice, {}));
     m_pages->setCurrentWidget(m_results);
     m_results->setFocus();
     emit resultsShown();

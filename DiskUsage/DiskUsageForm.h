@@ -94,6 +94,7 @@ private:
 
     QString m_root;                      // of the scan that runs or is shown
     QString m_nextRoot;                  // what to scan when the models are free again
+    QString m_resultNotice;              // to be shown with the result of the scan that runs
     core::FileTypeTable m_scanFileTypes; // with which the result was made
     QPersistentModelIndex m_folderIndex; // being scanned again
     int m_stepsShown = 0;

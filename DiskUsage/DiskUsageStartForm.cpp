@@ -18,6 +18,7 @@
 #include <QLabel>
 #include <QPushButton>
 #include <QScrollArea>
+#include <QShowEvent>
 #include <QToolButton>
 #include <QVBoxLayout>
 
@@ -218,7 +219,6 @@ void DiskUsageStartForm::connectAll()
     connect(m_options, &QAbstractButton::clicked, this, &DiskUsageStartForm::optionsRequested);
     connect(m_clearRecent, &ClickableLabel::clicked, this, &DiskUsageStartForm::recentFoldersCleared);
     connect(this, &DropFrame::folderDropped, this, &DiskUsageStartForm::folderChosen);
-    connect(this, &DropFrame::othersLeftOut, this, &DiskUsageStartForm::showNotice);
     connect(&m_lister, &platform::DriveLister::driveRead, this, &DiskUsageStartForm::showDrive);
     auto *refresh = new QAction(this);
     refresh->setShortcuts(QKeySequence::Refresh);
@@ -230,7 +230,8 @@ void DiskUsageStartForm::connectAll()
 void DiskUsageStartForm::showEvent(QShowEvent *event)
 {
     DropFrame::showEvent(event);
-    m_select->setFocus();
+    if (!event->spontaneous()) // a window that is restored has its focus where it was
+        m_select->setFocus();
     refreshDrives();
 }
 
@@ -336,4 +337,9 @@ void DiskUsageStartForm::orderTabs()
 void DiskUsageStartForm::showNotice(const QString &text)
 {
     m_notice->showNotice(QIcon(image(QStringLiteral("Warning16"))), text);
+}
+
+void DiskUsageStartForm::hideNotice()
+{
+    m_notice->hide();
 }

@@ -31,6 +31,7 @@ public:
 
     void showRecentFolders(const QStringList &folders);
     void showNotice(const QString &text);
+    void hideNotice();
     // What is known of the drive, when it has been read.
     std::optional<platform::Drive> drive(const QString &root) const;
 

@@ -96,7 +96,7 @@ void DropFrame::dropEvent(QDropEvent *event)
     const bool others = event->mimeData()->urls().size() > 1;
     emit folderDropped(folder);
     if (others)
-        emit othersLeftOut(tr("Only %1 was searched: one folder is taken at a time.").arg(folder));
+        emit othersLeftOut(tr("Only %1 was scanned: one folder is taken at a time.").arg(folder));
 }
 
 void DropFrame::resizeEvent(QResizeEvent *event)

@@ -45,6 +45,8 @@ private slots:
     void aMissingFolderIsNoError();
     void aDeepChainIsShownAndFreed();
     void aSleepingDriveBlocksNothing();
+    void noticesAreSeenWhereTheyBelong();
+    void aRestoredWindowKeepsTheFocus();
 };
 
 void DiskUsageFormTest::aRealFolderIsMeasured()
@@ -231,6 +233,39 @@ void DiskUsageFormTest::aSleepingDriveBlocksNothing()
         QVERIFY(scene.scan(u"C:\\r"_s));
     }
     awake->release(1000); // every drive
+}
+
+void DiskUsageFormTest::noticesAreSeenWhereTheyBelong()
+{
+    Scene scene;
+    auto *start = scene.form->findChild<DiskUsageStartForm *>();
+    const auto *old = start->findChild<NoticeBar *>();
+    start->showNotice(u"The scan ran out of memory."_s);
+    QVERIFY(old->isVisible());
+    // What is said of a drop comes after the folder; the scan has begun then.
+    QSignalSpy results(scene.form.get(), &DiskUsageForm::resultsShown);
+    emit start->folderDropped(u"C:\\r\\a"_s);
+    emit start->othersLeftOut(u"Only a"_s);
+    QVERIFY(results.wait());
+    QVERIFY(scene.find<NoticeBar>("noticeBar")->isVisible());
+    QCOMPARE(scene.notice(), u"Only a"_s);
+    QVERIFY(scene.goBack());
+    QVERIFY(!old->isVisible());
+    QVERIFY(scene.scan(u"C:\\r\\c"_s)); // it was about that one result
+    QVERIFY(!scene.find<NoticeBar>("noticeBar")->isVisible());
+}
+
+void DiskUsageFormTest::aRestoredWindowKeepsTheFocus()
+{
+    Scene scene;
+    auto *options = scene.find<QToolButton>("optionsButton");
+    options->setFocus();
+    scene.form->showMinimized();
+    QTRY_VERIFY(scene.form->isMinimized());
+    scene.form->showNormal();
+    scene.form->activateWindow();
+    QVERIFY(QTest::qWaitForWindowActive(scene.form.get()));
+    QCOMPARE(QApplication::focusWidget(), static_cast<QWidget *>(options));
 }
 
 QTEST_MAIN(DiskUsageFormTest)
