@@ -234,8 +234,10 @@ void DiskUsageResultsForm::folderReplaced(const QString &path, const Folder &bef
     m_notCounted->replaceFolder(path, now);
     showTotals();
     showNotCounted();
-    showNotice(tr("%1 was scanned again: %2, %3. The file types are still those of the whole scan.")
-                   .arg(path, core::sizeText(after.bytes), change));
+    showNotice(
+        tr("%1 was scanned again: %2, %3. The file types and the 20 biggest files of the whole scan are as "
+           "they were.")
+            .arg(path, core::sizeText(after.bytes), change));
 }
 
 void DiskUsageResultsForm::showNotice(const QString &text, bool warning)
