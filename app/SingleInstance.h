@@ -11,9 +11,13 @@ class SingleInstance
 {
 public:
     SingleInstance();
+    ~SingleInstance();
+    SingleInstance(const SingleInstance &) = delete;
+    SingleInstance &operator=(const SingleInstance &) = delete;
 
-    // Brings the window of the process that came first to the front. False when this is the first one, or the
-    // other has no window to show; then this process opens one of its own.
+    // Brings the window of the process that came first to the front; when that one is just starting, waits up
+    // to two seconds for its window. False when this is the first one, or the other has no window to show;
+    // then this process opens one of its own.
     bool activateFirst(const QString &windowTitle) const;
 
 private:
