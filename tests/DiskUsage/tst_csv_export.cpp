@@ -50,7 +50,6 @@ private slots:
     void writesWhatExcelReads();
     void aFailureLeavesTheOldFile();
     void whatEndsEarlyLeavesTheOldFile();
-    void longTablesAreComplete();
 };
 
 void CsvExportTest::fieldsAreQuotedAndHarmless()
@@ -72,13 +71,18 @@ void CsvExportTest::fieldsAreQuotedAndHarmless()
 void CsvExportTest::writesWhatExcelReads()
 {
     const tests::TestFolder folder;
-    CsvExportThread job(folder.path(u"t.csv"_s), numbers(2));
+    const QString file = folder.makeFile(u"t.csv"_s, "old"_ba);
+    CsvExportThread job(file, numbers(50'000));
     job.start();
     QVERIFY(job.wait());
+    job.requestStop(); // too late to change anything
+    QCOMPARE(job.outcome(), CsvExportThread::Outcome::Written);
     QCOMPARE(job.error(), QString());
-    QCOMPARE(job.rows(), 2);
-    QCOMPARE(contents(folder.path(u"t.csv"_s)),
-             QByteArray("\xEF\xBB\xBFName,Number\r\nn\xC3\xA4me,0\r\nn\xC3\xA4me,1\r\n"));
+    QCOMPARE(job.rows(), 50'000);
+    const QByteArray written = contents(file);
+    QVERIFY(written.startsWith("\xEF\xBB\xBFName,Number\r\nn\xC3\xA4me,0\r\nn\xC3\xA4me,1\r\n"));
+    QVERIFY(written.endsWith("\r\nn\xC3\xA4me,49999\r\n"));
+    QCOMPARE(written.count('\n'), 50'001);
 }
 
 void CsvExportTest::aFailureLeavesTheOldFile()
@@ -117,20 +121,6 @@ void CsvExportTest::whatEndsEarlyLeavesTheOldFile()
         QCOMPARE(contents(file), "old"_ba);
         QCOMPARE(filesIn(folder.path()), QStringList({u"t.csv"_s}));
     }
-}
-
-void CsvExportTest::longTablesAreComplete()
-{
-    const tests::TestFolder folder;
-    const QString file = folder.makeFile(u"t.csv"_s, "old"_ba);
-    CsvExportThread job(file, numbers(50'000));
-    job.start();
-    QVERIFY(job.wait());
-    job.requestStop(); // too late to change anything
-    QCOMPARE(job.outcome(), CsvExportThread::Outcome::Written);
-    const QList<QByteArray> lines = contents(file).split('\n');
-    QCOMPARE(lines.size(), 50'002);
-    QCOMPARE(lines.at(50'000), QByteArray("n\xC3\xA4me,49999\r"));
 }
 
 QTEST_GUILESS_MAIN(CsvExportTest)

@@ -70,7 +70,6 @@ private slots:
     void sorts();
     void clearingDuringASortEnds();
     void aLackOfMemoryKeepsTheOrder();
-    void aMillionFilesAreReadyAtOnce();
     void theBiggestFilesSortByTheirNumbers();
     void aCancelledReportLeavesNothing();
 };
@@ -164,22 +163,6 @@ void DataFilesModelTest::aLackOfMemoryKeepsTheOrder()
     QCOMPARE(model.sortOrder(), Qt::AscendingOrder);
     model.sort(FileRawSize, Qt::AscendingOrder); // and with memory it works
     QTRY_COMPARE(model.record(2).name, u"2"_s);
-}
-
-void DataFilesModelTest::aMillionFilesAreReadyAtOnce()
-{
-    auto result = std::make_shared<ScanResult>();
-    result->folders.push_back({});
-    constexpr int count = 1'000'000;
-    const QString name = u"name"_s;
-    for (int i = 0; i < count; ++i)
-        result->others.files.push_back({name, 0, i, static_cast<quint64>(i) * 7919 % 1'000'003, 0});
-    DataFilesModel model;
-    model.setResult(result);
-    model.showCategory(0);
-    model.sort(FileLastAccess, Qt::DescendingOrder);
-    QCOMPARE(model.rowCount(), count);
-    QCOMPARE(model.record(0).size, quint64(1'000'002));
 }
 
 void DataFilesModelTest::theBiggestFilesSortByTheirNumbers()

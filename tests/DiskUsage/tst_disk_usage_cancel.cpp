@@ -11,7 +11,6 @@
 
 #include <QFile>
 #include <QLabel>
-#include <QPushButton>
 #include <QToolButton>
 
 #include <functional>
@@ -101,8 +100,7 @@ void DiskUsageCancelTest::inTheMiddle()
     scene.form->scan(root);
     QTRY_VERIFY(scene.find<QLabel>("itemsLabel")->text().toInt() > 0);
     QCOMPARE(scene.find<QLabel>("scanTitleLabel")->text(), u"Scanning in progress. Please wait ..."_s);
-    QVERIFY(scene.endsOnTheStartPageAfter(
-        [&scene] { QTest::mouseClick(scene.find<QPushButton>("cancelButton"), Qt::LeftButton); }));
+    QVERIFY(scene.endsOnTheStartPageAfter([&scene] { tests::click(*scene.form, "cancelButton"); }));
     QVERIFY(scene.disk.listCount() < 400);
 }
 
@@ -140,7 +138,7 @@ void DiskUsageCancelTest::ofAFolderScan()
     QVERIFY(scene.form->isBusy());
     QCOMPARE(scene.toolbar.last(), false);
     QVERIFY(!scene.find<QToolButton>("backButton")->isEnabled());
-    QTest::mouseClick(scene.find<QPushButton>("busyCancelButton"), Qt::LeftButton);
+    tests::click(*scene.form, "busyCancelButton");
     QTRY_VERIFY(!scene.form->isBusy());
     QVERIFY(scene.toolbarIsBack());
     QCOMPARE(model.index(0, FolderModel::MaxData).data().toString(), before);
@@ -172,7 +170,7 @@ void DiskUsageCancelTest::theFormMayGoDuringAnExport()
         scene.disk.addFolder(root + u"\\d1\\e%1"_s.arg(i));
     QVERIFY(scene.scan(root));
     dialogs.nextFileToSave.enqueue(file);
-    QTest::mouseClick(scene.find<QPushButton>("exportButton"), Qt::LeftButton);
+    tests::click(*scene.form, "exportButton");
     auto *page = scene.form->findChild<DiskUsageResultsForm *>();
     QVERIFY(page->isExporting());
     page->detach(); // whoever takes the models away ends what reads them
@@ -182,7 +180,7 @@ void DiskUsageCancelTest::theFormMayGoDuringAnExport()
     Scene next;
     QVERIFY(next.scan(root));
     dialogs.nextFileToSave.enqueue(file);
-    QTest::mouseClick(next.find<QPushButton>("exportButton"), Qt::LeftButton);
+    tests::click(*next.form, "exportButton");
     QVERIFY(next.form->isBusy());
     next.form.reset();
     QTest::qWait(50);
@@ -196,7 +194,7 @@ void DiskUsageCancelTest::aStopThatComesTooLateIsNoCancel()
     Scene scene;
     QVERIFY(scene.scan(root));
     dialogs.nextFileToSave.enqueue(file);
-    QTest::mouseClick(scene.find<QPushButton>("exportButton"), Qt::LeftButton);
+    tests::click(*scene.form, "exportButton");
     for (int i = 0; i < 100 && !QFile::exists(file); ++i)
         QThread::msleep(50); // the worker ends; this thread has not heard of it
     QThread::msleep(100);
@@ -222,7 +220,7 @@ void DiskUsageCancelTest::backFreesEverything()
     QVERIFY(scene.scan(root));
     const auto *notice = scene.find<QLabel>("clearRamLabel");
     QVERIFY(scene.endsOnTheStartPageAfter([&] {
-        QTest::mouseClick(scene.find<QToolButton>("backButton"), Qt::LeftButton);
+        tests::click(*scene.form, "backButton");
         QVERIFY(scene.form->isClearingRam());
         QVERIFY(notice->isVisible());
         QCOMPARE(notice->text(), u"Clearing RAM back to the system in progress."_s);

@@ -45,7 +45,6 @@ private slots:
     void siblingsThatGoTooAreNamed();
     void siblingsAreLookedForOnTheScreenOnly();
     void aServerThatDoesNotAnswerHoldsNothingUp();
-    void longPathsDoNotWidenTheWindow();
     void theOneDriveFolderIsOpened();
 };
 
@@ -147,21 +146,6 @@ void DiskUsageExcludeTabTest::aServerThatDoesNotAnswerHoldsNothingUp()
     form.reset();              // would wait for ever
     server->answers.release(); // the late answer goes nowhere
     QTest::qWait(50);
-}
-
-void DiskUsageExcludeTabTest::longPathsDoNotWidenTheWindow()
-{
-    const QString path = u"C:\\"_s + QString(3000, QLatin1Char('w'));
-    saveExcludedFolders({{true, path}});
-    settings::writeString(u"Environment", u"OneDrive", path);
-    DiskUsageOptionsForm form(
-        [](const QString &folder, const core::CancelFlag &) { return QStringList{folder + u" more"_s}; });
-    showTab(form);
-    QTRY_VERIFY(find<ElidedLabel>(form, "siblingNoteLabel")->isVisible());
-    QCoreApplication::processEvents(); // the layouts around hear of the note
-    const int width = form.minimumSizeHint().width();
-    QVERIFY2(width < 800, qPrintable(QString::number(width)));
-    settings::deleteValue(u"Environment", u"OneDrive");
 }
 
 void DiskUsageExcludeTabTest::theOneDriveFolderIsOpened()

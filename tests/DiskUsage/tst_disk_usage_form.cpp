@@ -80,7 +80,7 @@ void DiskUsageFormTest::foldersAreChosenAndRemembered()
     Scene scene;
     QSignalSpy results(scene.form.get(), &DiskUsageForm::resultsShown);
     dialogs.nextFolder.enqueue(u"C:\\r\\a"_s);
-    QTest::mouseClick(scene.find<QPushButton>("selectFolderButton"), Qt::LeftButton);
+    tests::click(*scene.form, "selectFolderButton");
     QVERIFY(results.wait());
     QCOMPARE(dialogs.fileDialogs.first().title, u"Select folder to scan"_s);
     QVERIFY(scene.goBack());
@@ -127,7 +127,7 @@ void DiskUsageFormTest::unsavedOptionsAskBeforeTheFormIsLeft()
     FakeDialogs dialogs;
     Scene scene;
     QVERIFY(scene.form->mayLeave());
-    QTest::mouseClick(scene.find<QToolButton>("optionsButton"), Qt::LeftButton);
+    tests::click(*scene.form, "optionsButton");
     auto *oneDrive = scene.find<QCheckBox>("excludeOneDrivecheckBox");
     QVERIFY(scene.form->mayLeave()); // nothing was edited
     oneDrive->setChecked(true);

@@ -3,27 +3,13 @@
 #include "DiskUsage/DataFilesModel.h"
 #include "DiskUsage/DiskUsageClearRamThread.h"
 #include "DiskUsage/DiskUsageFolderScanThread.h"
-#include "DiskUsage/DiskUsageForm.h"
 #include "DiskUsage/FolderModel.h"
-#include "tests/DiskUsage/Scans.h"
+#include "tests/DiskUsage/Scene.h"
 
 #include <QMetaMethod>
-#include <QTest>
 
 using namespace Qt::StringLiterals;
 using tests::MemoryEnumerator;
-
-namespace
-{
-
-void fill(MemoryEnumerator &disk)
-{
-    disk.addFile(u"C:\\r\\a\\one.txt"_s, 400);
-    disk.addFile(u"C:\\r\\a\\two.xyz"_s, 300);
-    disk.addFile(u"C:\\r\\three.mp4"_s, 200);
-}
-
-} // namespace
 
 class DiskUsageThreadsTest : public QObject
 {
@@ -61,7 +47,7 @@ void DiskUsageThreadsTest::namesAreTheAgreedOnes()
 void DiskUsageThreadsTest::theModelsAreFreedInFiveSteps()
 {
     MemoryEnumerator disk;
-    fill(disk);
+    tests::fill(disk);
     const auto result = tests::scanned(u"C:\\r"_s, disk);
     FolderModel folders;
     BiggestFilesModel biggest;
@@ -98,7 +84,7 @@ void DiskUsageThreadsTest::theModelsAreFreedInFiveSteps()
 void DiskUsageThreadsTest::aFolderScanKeepsNoFileRecords()
 {
     MemoryEnumerator disk;
-    fill(disk);
+    tests::fill(disk);
     ScanJob job;
     job.root = u"C:\\r\\a"_s;
     job.options.fileTypes = core::defaultFileTypes();
@@ -108,7 +94,7 @@ void DiskUsageThreadsTest::aFolderScanKeepsNoFileRecords()
     QVERIFY(thread.wait(5000));
     const auto result = thread.takeResult();
     QVERIFY(result);
-    QCOMPARE(result->folders.front().bytes, quint64(700));
+    QCOMPARE(result->folders.front().bytes, 19 * tests::megabyte);
     QCOMPARE(result->biggestFiles.size(), std::size_t(2));
     // Nobody reads them, and a drive has millions.
     for (const diskusage::FileTypeResult &type : result->fileTypes)

@@ -7,12 +7,13 @@
 
 #include <QTest>
 
+using namespace Qt::StringLiterals;
+
 Q_DECLARE_METATYPE(WindowGeometry)
 
 char *toString(const WindowGeometry &g)
 {
-    return qstrdup(qPrintable(QStringLiteral("x %1 y %2 w %3 h %4")
-                                  .arg(static_cast<int>(g.x))
+    return qstrdup(qPrintable(u"x %1 y %2 w %3 h %4"_s.arg(static_cast<int>(g.x))
                                   .arg(static_cast<int>(g.y))
                                   .arg(g.width)
                                   .arg(g.height)));
@@ -35,7 +36,6 @@ class tst_WindowGeometry : public QObject
 private slots:
     void fits_data();
     void fits();
-    void keepsTheTitleBarVisible_data();
     void keepsTheTitleBarVisible();
     void readsAndWritesTheRegistry();
 };
@@ -76,26 +76,20 @@ void tst_WindowGeometry::fits()
     QCOMPARE(fitted(stored, cx, cy), expected);
 }
 
-void tst_WindowGeometry::keepsTheTitleBarVisible_data()
-{
-    QTest::addColumn<QRect>("frame");
-    QTest::addColumn<QPoint>("expected");
-    // Two screens side by side, the left one lower; a title bar of 30.
-    QTest::newRow("on the left screen") << QRect(-900, 300, 986, 543) << QPoint(-900, 300);
-    QTest::newRow("its corner alone") << QRect(1279, 799, 986, 543) << QPoint(1279, 799);
-    QTest::newRow("its last row alone") << QRect(100, -29, 986, 543) << QPoint(100, -29);
-    QTest::newRow("above") << QRect(100, -219, 986, 1030) << QPoint(100, 0);
-    QTest::newRow("below") << QRect(100, 900, 986, 543) << QPoint(100, 770);
-    QTest::newRow("above the left screen") << QRect(-1000, 50, 800, 543) << QPoint(-1000, 200);
-    QTest::newRow("far left, wider than the screen") << QRect(-9000, 300, 1100, 543) << QPoint(-1024, 300);
-}
-
+// Two screens side by side, the left one lower; a title bar of 30.
 void tst_WindowGeometry::keepsTheTitleBarVisible()
 {
-    QFETCH(const QRect, frame);
-    QFETCH(const QPoint, expected);
     const QList<QRect> screens{QRect(0, 0, 1280, 800), QRect(-1024, 200, 1024, 768)};
-    QCOMPARE(visiblePosition(frame, 30, screens), expected);
+    const auto placed = [&screens](int x, int y, int width = 986, int height = 543) {
+        return visiblePosition(QRect(x, y, width, height), 30, screens);
+    };
+    QCOMPARE(placed(-900, 300), QPoint(-900, 300));
+    QCOMPARE(placed(1279, 799), QPoint(1279, 799));         // its corner alone is seen
+    QCOMPARE(placed(100, -29), QPoint(100, -29));           // its last row
+    QCOMPARE(placed(100, -219, 986, 1030), QPoint(100, 0)); // above
+    QCOMPARE(placed(100, 900), QPoint(100, 770));           // below
+    QCOMPARE(placed(-1000, 50, 800), QPoint(-1000, 200));   // above the left screen
+    QCOMPARE(placed(-9000, 300, 1100), QPoint(-1024, 300)); // far left, wider than the screen
 }
 
 void tst_WindowGeometry::readsAndWritesTheRegistry()
