@@ -28,6 +28,7 @@ signals:
 
 protected:
     void run() override;
+    void interrupt() override { m_job.enumerator->interrupt(); }
 
 private:
     void totalSubFolders(int) override {}

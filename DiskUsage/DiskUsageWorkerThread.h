@@ -45,6 +45,7 @@ signals:
 
 protected:
     void run() override;
+    void interrupt() override { m_job.enumerator->interrupt(); }
 
 private:
     void scan();

@@ -36,6 +36,7 @@ signals:
 
 protected:
     void run() override;
+    void interrupt() override { m_job.enumerator->interrupt(); }
 
 private:
     void totalSubFolders(int total) override;

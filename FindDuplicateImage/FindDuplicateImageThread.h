@@ -43,6 +43,7 @@ signals:
 
 protected:
     void run() override;
+    void interrupt() override { m_job.enumerator->interrupt(); }
 
 private:
     void totalSubFolders(int total) override { emit updateTotalSubFolder(total); }

@@ -116,6 +116,11 @@ public:
 
     // Opens the object; used at links only. Empty when it cannot be opened.
     virtual std::optional<FileIdentity> identity(const QString &path) = 0;
+
+    // From any thread, of a walk whose cancel flag is set: ends the calls in which the other threads wait for
+    // a disk, where the system can. One that is about to begin is missed, so it is called until the walk
+    // ends.
+    virtual void interrupt() {}
 };
 
 } // namespace core

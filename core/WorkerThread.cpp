@@ -3,6 +3,7 @@
 
 #include <QCoreApplication>
 #include <QList>
+#include <QTimer>
 
 #include <utility>
 
@@ -12,6 +13,8 @@ namespace core
 namespace
 {
 
+constexpr int interruptInterval = 100; // ms
+
 // On the thread that they live in, that of the interface.
 QList<WorkerThread *> &retiredWorkers()
 {
@@ -20,6 +23,22 @@ QList<WorkerThread *> &retiredWorkers()
 }
 
 } // namespace
+
+void WorkerThread::requestStop()
+{
+    if (stopRequested())
+        return;
+    m_cancel.set();
+    QMetaObject::invokeMethod(this, &WorkerThread::insist, Qt::QueuedConnection);
+}
+
+void WorkerThread::insist()
+{
+    if (!isRunning())
+        return;
+    interrupt();
+    QTimer::singleShot(interruptInterval, this, &WorkerThread::insist);
+}
 
 void WorkerThread::deliver(std::function<void()> emission)
 {
@@ -32,7 +51,8 @@ void EndWorker::operator()(WorkerThread *worker) const
 {
     worker->disconnect();
     worker->requestStop();
-    worker->wait();
+    while (!worker->wait(interruptInterval))
+        worker->interrupt();
     delete worker;
 }
 

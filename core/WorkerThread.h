@@ -21,11 +21,15 @@ public:
     using QThread::QThread;
 
     // From any thread; the job ends soon through its normal finish signal.
-    void requestStop() noexcept { m_cancel.set(); }
+    void requestStop();
     bool stopRequested() const noexcept { return m_cancel.isSet(); }
 
 protected:
     const CancelFlag &cancelFlag() const noexcept { return m_cancel; }
+
+    // Ends a call in which run() waits for a disk or a share, where the system can. Called on the thread that
+    // this object lives in, from requestStop() until run() has ended, several times a second.
+    virtual void interrupt() {}
 
     // Called by run(): does `emission` later, on the thread that this object lives in, and not at all when
     // the worker is ended first. A finish signal is emitted through it: deliver([this] { emit resultReady();
@@ -33,6 +37,10 @@ protected:
     void deliver(std::function<void()> emission);
 
 private:
+    friend struct EndWorker;
+
+    void insist();
+
     CancelFlag m_cancel;
 };
 
@@ -47,7 +55,8 @@ using WorkerPointer = std::unique_ptr<Worker, EndWorker>;
 
 // Ends a worker without waiting for it, which may take as long as a disk that does not answer: it is silenced
 // and asked to stop like one that is ended, and deleted when it has come to its end. Only for workers that
-// hold nothing but their own data, and of whose signals none is connected directly.
+// hold nothing but their own data and answer by signals, none of which is connected directly: a function that
+// deliver() calls itself is called all the same.
 struct RetireWorker {
     void operator()(WorkerThread *worker) const;
 };

@@ -45,6 +45,7 @@ void Win32Enumerator::list(const QString &folder, core::DirectoryListing &out, c
     std::wstring pattern = apiPath(folder);
     pattern += pattern.ends_with(L'\\') ? L"*" : L"\\*";
 
+    const InterruptibleCalls::Call call(m_calls);
     WIN32_FIND_DATAW found;
     const FindHandle search(FindFirstFileW(pattern.c_str(), &found));
     // The root of an empty drive has no "." entry and answers "file not found": readable, and empty.
@@ -59,11 +60,12 @@ void Win32Enumerator::list(const QString &folder, core::DirectoryListing &out, c
             return;
     } while (FindNextFileW(search.get(), &found));
     // A share that went away, a bad sector: what came until then is kept.
-    out.brokenOff = GetLastError() != ERROR_NO_MORE_FILES;
+    out.brokenOff = GetLastError() != ERROR_NO_MORE_FILES && !cancel.isSet();
 }
 
 std::optional<core::FileIdentity> Win32Enumerator::identity(const QString &path)
 {
+    const InterruptibleCalls::Call call(m_calls);
     const std::optional<FileFacts> facts = fileFacts(path);
     if (!facts)
         return std::nullopt;

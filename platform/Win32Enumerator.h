@@ -2,17 +2,22 @@
 #pragma once
 
 #include "core/DirectoryEnumerator.h"
+#include "platform/InterruptibleCalls.h"
 
 namespace platform
 {
 
-// Folders as FindFirstFileW and FindNextFileW list them, in their order; names are passed on unchanged. Keeps
-// no state, so one object serves any number of threads.
+// Folders as FindFirstFileW and FindNextFileW list them, in their order; names are passed on unchanged. One
+// object serves any number of threads.
 class Win32Enumerator : public core::DirectoryEnumerator
 {
 public:
     void list(const QString &folder, core::DirectoryListing &out, const core::CancelFlag &cancel) override;
     std::optional<core::FileIdentity> identity(const QString &path) override;
+    void interrupt() override { m_calls.interrupt(); }
+
+private:
+    InterruptibleCalls m_calls;
 };
 
 } // namespace platform

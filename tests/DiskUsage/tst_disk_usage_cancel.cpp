@@ -11,6 +11,7 @@
 
 #include <QFile>
 #include <QLabel>
+#include <QSemaphore>
 #include <QToolButton>
 
 #include <functional>
@@ -61,6 +62,22 @@ struct Scene : tests::Scene {
     QList<bool> toolbar;
 };
 
+// Nobody answers, until the call is given up.
+class DeadShare : public core::DirectoryEnumerator
+{
+public:
+    void list(const QString &, core::DirectoryListing &out, const core::CancelFlag &) override
+    {
+        out.clear();
+        m_given.acquire();
+    }
+    std::optional<core::FileIdentity> identity(const QString &) override { return std::nullopt; }
+    void interrupt() override { m_given.release(); }
+
+private:
+    QSemaphore m_given;
+};
+
 } // namespace
 
 class DiskUsageCancelTest : public tests::RegistryTest
@@ -78,6 +95,7 @@ private slots:
     void aStopThatComesTooLateIsNoCancel();
     void aScanThatFailsEndsOnTheStartPage();
     void backFreesEverything();
+    void aShareThatDoesNotAnswerIsGivenUp();
 };
 
 void DiskUsageCancelTest::atTheStart()
@@ -228,6 +246,38 @@ void DiskUsageCancelTest::backFreesEverything()
         QCOMPARE(scene.toolbar.last(), false);
     }));
     QVERIFY(!notice->isVisible());
+}
+
+void DiskUsageCancelTest::aShareThatDoesNotAnswerIsGivenUp()
+{
+    tests::MemoryEnumerator disk;
+    tests::fill(disk);
+    bool dead = false;
+    const auto enumerators = [&]() -> std::unique_ptr<core::DirectoryEnumerator> {
+        if (dead)
+            return std::make_unique<DeadShare>();
+        return std::make_unique<tests::BorrowedEnumerator>(disk);
+    };
+    tests::Scene scene(new DiskUsageForm(enumerators, tests::noDrive));
+    QVERIFY(scene.scan(u"C:\\r"_s));
+    dead = true;
+    scene.select({u"a"_s});
+    QTest::keyClick(scene.tree(), Qt::Key_F5);
+    QTest::qWait(50);
+    QVERIFY(scene.form->isScanning());
+    scene.form->requestStop();
+    QTRY_VERIFY(!scene.form->isScanning());
+
+    QVERIFY(scene.goBack());
+    QSignalSpy start(scene.form.get(), &DiskUsageForm::startPageShown);
+    scene.form->scan(u"C:\\r"_s);
+    QTest::qWait(50);
+    QVERIFY(scene.form->isScanning());
+    scene.form->requestStop();
+    QVERIFY(start.wait());
+    // The window may go as well.
+    scene.form->scan(u"C:\\r"_s);
+    scene.form.reset();
 }
 
 QTEST_MAIN(DiskUsageCancelTest)

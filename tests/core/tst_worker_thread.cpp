@@ -59,6 +59,19 @@ private:
     QSemaphore &m_disk;
 };
 
+// In a call that can be ended from outside.
+class WaitingJob : public StuckJob
+{
+public:
+    explicit WaitingJob(QSemaphore &disk) : StuckJob(disk), m_call(disk) {}
+
+protected:
+    void interrupt() override { m_call.release(); }
+
+private:
+    QSemaphore &m_call;
+};
+
 } // namespace
 
 class TestWorkerThread : public QObject
@@ -70,6 +83,7 @@ private slots:
     void finishSignalOnItsWayIsDropped();
     void aRetiredWorkerIsNotWaitedFor();
     void retiredWorkersCanBeWaitedFor();
+    void aStopInterruptsWhatTheJobWaitsFor();
 };
 
 // Also right after the start, when run() may not have been reached, and without a start.
@@ -141,6 +155,21 @@ void TestWorkerThread::retiredWorkersCanBeWaitedFor()
     disk.release();
     core::waitForRetiredWorkers();
     QVERIFY(!retired);
+}
+
+void TestWorkerThread::aStopInterruptsWhatTheJobWaitsFor()
+{
+    QSemaphore disk;
+    core::WorkerPointer<WaitingJob> job(new WaitingJob(disk));
+    QSignalSpy spy(job.get(), &StuckJob::resultReady);
+    job->start();
+    QVERIFY(!job->wait(50));
+    job->requestStop();
+    QVERIFY(spy.wait(5000));
+    // And without an event loop.
+    job.reset(new WaitingJob(disk));
+    job->start();
+    job.reset();
 }
 
 QTEST_GUILESS_MAIN(TestWorkerThread)
