@@ -80,7 +80,6 @@ private slots:
     void equalsPlainRule_data();
     void equalsPlainRule();
     void statistics();
-    void marks_data();
     void marks();
 };
 
@@ -139,35 +138,30 @@ void DuplicateGroupingTest::statistics()
     QCOMPARE(statisticsOf(groups), (GroupStatistics{2, 2, 100, 3, 114}));
 }
 
-void DuplicateGroupingTest::marks_data()
+void DuplicateGroupingTest::marks()
 {
+    using States = std::vector<MemberState>;
+    using Marks = std::vector<MemberMark>;
     const MemberState gone{false, std::nullopt};
     const MemberState unknown{true, std::nullopt};
     const MemberState one{true, identity(1)};
     const MemberState two{true, identity(2)};
-    const MemberState otherVolume{true, core::FileIdentity{8, 1}};
+    const MemberState otherVolume{true, core::FileIdentity{8, 1}}; // the same number there
     const MemberMark copy{true, false};
     const MemberMark last{true, true};
-
-    QTest::addColumn<std::vector<MemberState>>("members");
-    QTest::addColumn<std::vector<MemberMark>>("expected");
-    using States = std::vector<MemberState>;
-    using Marks = std::vector<MemberMark>;
-    QTest::newRow("two files") << States{one, two} << Marks{copy, copy};
-    QTest::newRow("same number on two volumes") << States{one, otherVolume} << Marks{copy, copy};
-    QTest::newRow("the other one is gone") << States{gone, two} << Marks{{}, last};
-    QTest::newRow("one file by two paths") << States{one, one} << Marks{last, {true, true, 0}};
-    QTest::newRow("and a copy") << States{one, two, one} << Marks{copy, copy, {true, false, 0}};
-    QTest::newRow("a second identity is needed") << States{one, unknown} << Marks{last, last};
-    QTest::newRow("it may be either") << States{unknown, one, two} << Marks{copy, copy, copy};
-    QTest::newRow("nothing is known") << States{unknown, unknown} << Marks{last, last};
-}
-
-void DuplicateGroupingTest::marks()
-{
-    QFETCH(std::vector<MemberState>, members);
-    QFETCH(std::vector<MemberMark>, expected);
-    QVERIFY(markMembers(members) == expected);
+    const auto areMarked = [](const States &members, const Marks &expected) {
+        return markMembers(members) == expected;
+    };
+    QVERIFY(areMarked({one, two}, {copy, copy}));
+    QVERIFY(areMarked({one, otherVolume}, {copy, copy}));
+    QVERIFY(areMarked({gone, two}, {{}, last}));
+    // One file by two paths.
+    QVERIFY(areMarked({one, one}, {last, {true, true, 0}}));
+    QVERIFY(areMarked({one, two, one}, {copy, copy, {true, false, 0}}));
+    // An unknown one may be any other.
+    QVERIFY(areMarked({one, unknown}, {last, last}));
+    QVERIFY(areMarked({unknown, one, two}, {copy, copy, copy}));
+    QVERIFY(areMarked({unknown, unknown}, {last, last}));
 }
 
 QTEST_APPLESS_MAIN(DuplicateGroupingTest)

@@ -75,7 +75,6 @@ class MembersTest : public QObject
 private slots:
     void factsOfAMember_data();
     void factsOfAMember();
-    void proposesOneToKeep_data();
     void proposesOneToKeep();
     void aCancelledReadingEnds();
     void oneMemberIsJudgedLikeInTheWholeGroup();
@@ -134,7 +133,7 @@ void MembersTest::factsOfAMember()
     QCOMPARE(probe.opened.contains(group[1].fullPath()), file.attributes != core::AttributeRecallOnOpen);
 }
 
-void MembersTest::proposesOneToKeep_data()
+void MembersTest::proposesOneToKeep()
 {
     struct Member {
         const char *name;
@@ -142,10 +141,8 @@ void MembersTest::proposesOneToKeep_data()
         MemberFacts facts{{true, false, -1}, std::nullopt};
         bool moved = false;
     };
-    QTest::addColumn<std::vector<FileRecord>>("members");
-    QTest::addColumn<std::vector<MemberFacts>>("facts");
-    QTest::addColumn<int>("proposed");
-    const auto row = [](const char *name, const std::vector<Member> &group, int proposed) {
+    // The row of the one that is proposed, -1 when none is.
+    const auto proposed = [](const std::vector<Member> &group) {
         std::vector<FileRecord> members;
         std::vector<MemberFacts> facts;
         for (const Member &member : group) {
@@ -154,32 +151,26 @@ void MembersTest::proposesOneToKeep_data()
             members.back().moved = member.moved;
             facts.push_back(member.facts);
         }
-        QTest::newRow(name) << members << facts << proposed;
+        const std::optional<std::size_t> found = proposedToKeep(members, facts);
+        return found ? static_cast<int>(*found) : -1;
     };
     const MemberFacts there{{true, false, -1}, std::nullopt};
     const MemberFacts last{{true, true, -1}, std::nullopt};
-    row("created first", {{"a", 3}, {"long name", 1}, {"c", 2}}, 1);
-    row("shortest path", {{"long", 1}, {"ab", 1}, {"cd", 1}, {"x", 2}}, 1);
-    row("moved, gone, changed, through a link",
-        {{"a", 1, there, true},
-         {"b", 1, {}},
-         {"c", 1, {there.mark, std::nullopt, true}},
-         {"d", 1, {there.mark, std::nullopt, false, true}},
-         {"e", 2},
-         {"f", 3}},
-        4);
-    row("one left", {{"a", 1, {}}, {"b", 1, last}}, -1);
-    row("one file by two paths", {{"a", 1, last}, {"b", 1, last}}, -1);
-    row("none left", {{"a", 1, {}}, {"b", 1, {}}}, -1);
-}
-
-void MembersTest::proposesOneToKeep()
-{
-    QFETCH(std::vector<FileRecord>, members);
-    QFETCH(std::vector<MemberFacts>, facts);
-    QFETCH(int, proposed);
-    const std::optional<std::size_t> found = proposedToKeep(members, facts);
-    QCOMPARE(found ? static_cast<int>(*found) : -1, proposed);
+    // Created first; of those the shortest path.
+    QCOMPARE(proposed({{"a", 3}, {"long name", 1}, {"c", 2}}), 1);
+    QCOMPARE(proposed({{"long", 1}, {"ab", 1}, {"cd", 1}, {"x", 2}}), 1);
+    // Nothing that was moved, has gone, was changed or lies behind a link.
+    QCOMPARE(proposed({{"a", 1, there, true},
+                       {"b", 1, {}},
+                       {"c", 1, {there.mark, std::nullopt, true}},
+                       {"d", 1, {there.mark, std::nullopt, false, true}},
+                       {"e", 2},
+                       {"f", 3}}),
+             4);
+    // Where there is no choice.
+    QCOMPARE(proposed({{"a", 1, {}}, {"b", 1, last}}), -1);
+    QCOMPARE(proposed({{"a", 1, last}, {"b", 1, last}}), -1); // one file by two paths
+    QCOMPARE(proposed({{"a", 1, {}}, {"b", 1, {}}}), -1);
 }
 
 void MembersTest::aCancelledReadingEnds()

@@ -62,7 +62,6 @@ class ImageViewsTest : public QObject
     Q_OBJECT
 
 private slots:
-    void listsGroups_data();
     void listsGroups();
     void thumbnailsComeBack();
     void fullDisk();
@@ -72,30 +71,9 @@ private slots:
     void differenceOfOtherSizes();
 };
 
-void ImageViewsTest::listsGroups_data()
-{
-    using enum GroupOrder;
-    QTest::addColumn<QString>("search");
-    QTest::addColumn<GroupOrder>("order");
-    QTest::addColumn<QList<int>>("listed");
-    QTest::newRow("all") << QString() << Report << QList<int>{0, 1, 2, 3};
-    QTest::newRow("any member's name, whatever its case") << u"COPY"_s << Report << QList<int>{0, 2};
-    QTest::newRow("no pattern") << u"*"_s << Report << QList<int>();
-    QTest::newRow("a folder below the root") << u"summer"_s << Report << QList<int>{1, 2};
-    QTest::newRow("not the root") << u"pictures"_s << Report << QList<int>();
-    QTest::newRow("a path has its separators") << u"\\2019\\"_s << Report << QList<int>();
-    // 50, 40, 40 and, since one was removed, nothing.
-    QTest::newRow("most to free") << QString() << Freeable << QList<int>{1, 0, 2, 3};
-    QTest::newRow("most members") << QString() << Members << QList<int>{1, 0, 2, 3};
-    QTest::newRow("name") << QString() << Name << QList<int>{1, 3, 2, 0};
-    QTest::newRow("folder") << QString() << Folder << QList<int>{3, 0, 2, 1};
-}
-
 void ImageViewsTest::listsGroups()
 {
-    QFETCH(const QString, search);
-    QFETCH(const GroupOrder, order);
-    QFETCH(const QList<int>, listed);
+    using enum GroupOrder;
     const std::vector<ImageGroup> groups{
         {{picture(u"C:\\Pictures\\2019\\zebra.jpg"_s, 90), picture(u"C:\\Pictures\\2019\\a Copy.jpg"_s, 40)}},
         {{picture(u"C:\\Pictures\\Summer\\alp.jpg"_s, 70), picture(u"C:\\Pictures\\Summer\\b.jpg"_s, 30),
@@ -103,8 +81,20 @@ void ImageViewsTest::listsGroups()
         {{picture(u"C:\\Pictures\\2020\\m.jpg"_s, 60),
           picture(u"C:\\Pictures\\late summer\\copy.jpg"_s, 40)}},
         {{picture(u"C:\\Pictures\\Lake.jpg"_s, 50), picture(u"C:\\Pictures\\x.jpg"_s, 50, true)}}};
-    const std::vector<int> found = listedGroups(groups, u"C:\\Pictures\\"_s, search, order, &freeableBytes);
-    QCOMPARE(QList<int>(found.cbegin(), found.cend()), listed);
+    const auto listed = [&](const QString &search, GroupOrder order) {
+        const auto found = listedGroups(groups, u"C:\\Pictures\\"_s, search, order, &freeableBytes);
+        return QList<int>(found.cbegin(), found.cend());
+    };
+    QCOMPARE(listed(u"COPY"_s, Report), QList({0, 2}));   // of any member's name
+    QCOMPARE(listed(u"summer"_s, Report), QList({1, 2})); // of a folder below the root
+    for (const QString &text : {u"*"_s, u"pictures"_s, u"\\2019\\"_s})
+        QCOMPARE(listed(text, Report), QList<int>());
+    QCOMPARE(listed(QString(), Report), QList({0, 1, 2, 3}));
+    // 50, 40, 40 and, since one was removed, nothing.
+    QCOMPARE(listed(QString(), Freeable), QList({1, 0, 2, 3}));
+    QCOMPARE(listed(QString(), Members), QList({1, 0, 2, 3}));
+    QCOMPARE(listed(QString(), Name), QList({1, 3, 2, 0}));
+    QCOMPARE(listed(QString(), Folder), QList({3, 0, 2, 1}));
 }
 
 void ImageViewsTest::thumbnailsComeBack()

@@ -105,7 +105,6 @@ private slots:
     void equalsPlainRule();
     void firstOfManyIsFound();
     void reportOrder();
-    void proposal_data();
     void proposal();
 };
 
@@ -164,27 +163,23 @@ void SimilarityGroupingTest::reportOrder()
     QCOMPARE(order, u"dbace"_s);
 }
 
-void SimilarityGroupingTest::proposal_data()
-{
-    QTest::addColumn<ImageGroup>("group");
-    QTest::addColumn<int>("kept");
-    QTest::newRow("most pixels") << ImageGroup{{picture(100, 100, 900, 1), picture(50, 300, 10, 9)}} << 1;
-    // 3 * 2^31 pixels, which are fewer than 2^31 in 32 bits.
-    const ImageRecord large = picture(0x18000, 0x10000, 1, 1);
-    QTest::newRow("counted in 64 bits") << ImageGroup{{picture(60'000, 30'000, 1, 1), large}} << 1;
-    QTest::newRow("then the larger file") << ImageGroup{{picture(20, 10, 5, 1), picture(10, 20, 6, 9)}} << 1;
-    QTest::newRow("then the oldest") << ImageGroup{{picture(9, 9, 5, 7), picture(9, 9, 5, 3)}} << 1;
-    QTest::newRow("then the first") << ImageGroup{{picture(9, 9, 5, 7), picture(9, 9, 5, 7)}} << 0;
-    QTest::newRow("not a removed one") << ImageGroup{{picture(9, 9, 5, 7, true), picture(8, 8, 5, 7)}} << 1;
-    QTest::newRow("none is left") << ImageGroup{{picture(9, 9, 5, 7, true), picture(8, 8, 5, 7, true)}} << -1;
-}
-
 void SimilarityGroupingTest::proposal()
 {
-    QFETCH(ImageGroup, group);
-    QFETCH(int, kept);
-    const auto proposed = proposedToKeep(group);
-    QCOMPARE(proposed ? int(*proposed) : -1, kept);
+    // The one that is proposed, -1 when none is.
+    const auto kept = [](const std::vector<ImageRecord> &members) {
+        const auto proposed = proposedToKeep(ImageGroup{members});
+        return proposed ? int(*proposed) : -1;
+    };
+    // Most pixels. 3 * 2^31 of them are fewer than 2^31 in 32 bits.
+    QCOMPARE(kept({picture(100, 100, 900, 1), picture(50, 300, 10, 9)}), 1);
+    QCOMPARE(kept({picture(60'000, 30'000, 1, 1), picture(0x18000, 0x10000, 1, 1)}), 1);
+    // Then the larger file, the oldest, the first.
+    QCOMPARE(kept({picture(20, 10, 5, 1), picture(10, 20, 6, 9)}), 1);
+    QCOMPARE(kept({picture(9, 9, 5, 7), picture(9, 9, 5, 3)}), 1);
+    QCOMPARE(kept({picture(9, 9, 5, 7), picture(9, 9, 5, 7)}), 0);
+    // None that was removed.
+    QCOMPARE(kept({picture(9, 9, 5, 7, true), picture(8, 8, 5, 7)}), 1);
+    QCOMPARE(kept({picture(9, 9, 5, 7, true), picture(8, 8, 5, 7, true)}), -1);
 }
 
 QTEST_APPLESS_MAIN(SimilarityGroupingTest)
