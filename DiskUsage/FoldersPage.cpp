@@ -243,6 +243,7 @@ void FoldersPage::selectFolder(const QModelIndex &folder)
     m_tree->setCurrentIndex(row);
     m_tree->expand(row);
     m_tree->scrollTo(row);
+    scrollToName(row);
 }
 
 void FoldersPage::showCurrent()
