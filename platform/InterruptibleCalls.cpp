@@ -6,20 +6,7 @@
 namespace platform
 {
 
-namespace
-{
-
-// Opened once a thread: a scan makes hundreds of thousands of calls. Null when it cannot be opened; then
-// interrupting does nothing.
-HANDLE thisThread()
-{
-    thread_local const ObjectHandle self(OpenThread(THREAD_TERMINATE, FALSE, GetCurrentThreadId()));
-    return self.get();
-}
-
-} // namespace
-
-InterruptibleCalls::Call::Call(InterruptibleCalls &calls) : m_calls(calls), m_thread(thisThread())
+InterruptibleCalls::Call::Call(InterruptibleCalls &calls) : m_calls(calls), m_thread(GetCurrentThreadId())
 {
     const std::lock_guard lock(m_calls.m_mutex);
     m_calls.m_threads.push_back(m_thread);
@@ -33,9 +20,13 @@ InterruptibleCalls::Call::~Call()
 
 void InterruptibleCalls::interrupt()
 {
+    // No thread leaves its call meanwhile, so each number is still that of its thread.
     const std::lock_guard lock(m_mutex);
-    for (const HANDLE thread : m_threads)
-        CancelSynchronousIo(thread);
+    for (const unsigned long id : m_threads) {
+        const ObjectHandle thread(OpenThread(THREAD_TERMINATE, FALSE, id));
+        if (thread)
+            CancelSynchronousIo(thread.get());
+    }
 }
 
 } // namespace platform

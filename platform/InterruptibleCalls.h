@@ -23,7 +23,7 @@ public:
 
     private:
         InterruptibleCalls &m_calls;
-        void *const m_thread; // a HANDLE
+        const unsigned long m_thread; // its id
     };
 
     // From any thread. What waits fails with ERROR_OPERATION_ABORTED, if the driver beneath can give it up. A
@@ -32,7 +32,7 @@ public:
 
 private:
     std::mutex m_mutex;
-    std::vector<void *> m_threads;
+    std::vector<unsigned long> m_threads;
 };
 
 } // namespace platform
