@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
+#include "FindDuplicateImage/CompareView.h"
 #include "FindDuplicateImage/ImageGroupModel.h"
 #include "platform/Paths.h"
 #include "tests/FindDuplicateImage/Trio.h"
@@ -242,8 +243,10 @@ void LookAlikeRemovalTest::aLongLookIsToldAndGivenUp()
 {
     tests::FakeFileProbe probe;
     Trio scene;
-    const tests::FakeFileProbe::Hold sleeping = probe.hold(scene.third);
     scene.select(2);
+    // The comparison, which asks about the picture as well, is over.
+    QTRY_COMPARE(scene.form->findChild<CompareView *>()->pair().second.path, scene.third);
+    const tests::FakeFileProbe::Hold sleeping = probe.hold(scene.third);
     scene.recycle()->click();
     QTRY_VERIFY(scene.notice().contains(u"Looking"_s));
     QVERIFY(!scene.main()->isEnabled() && !scene.find<QWidget>("backButton")->isEnabled());
