@@ -6,7 +6,7 @@
 #include "app/settings/Settings.h"
 #include "core/FileTypes.h"
 #include "platform/Handle.h"
-#include "tests/support/TestPrefix.h"
+#include "tests/support/RegistryTest.h"
 
 #include <QCheckBox>
 #include <QLabel>
@@ -81,29 +81,21 @@ public:
 
 } // namespace
 
-class FindDuplicateSettingsTest : public QObject
+class FindDuplicateSettingsTest : public tests::RegistryTest
 {
     Q_OBJECT
 
 private slots:
-    void initTestCase() { tests::requireTestPrefix(); }
-    void init() { m_guard = std::make_unique<tests::RegistryGuard>(); }
-    void cleanup() { m_guard.reset(); }
-
     void readsTheStoredFormat();
     void keepsWhatItHeldWithoutTheKey();
     void sharesTheExtensionsOfTheFileTypes();
     void optionsStoreWhatWasChosenAndAccepted();
     void customTypesAreAddedEditedAndRemoved();
     void aNumberBeyondTheBoxSurvives();
-    void customTypeDialogTakesOnlyWhatWorks_data();
     void customTypeDialogTakesOnlyWhatWorks();
     void theListFitsTheTypesWheneverItTells();
     void optionsThatAreNotStoredStayOpen();
     void aTypeThatFindsNothingSaysSo();
-
-private:
-    std::unique_ptr<tests::RegistryGuard> m_guard;
 };
 
 void FindDuplicateSettingsTest::readsTheStoredFormat()
@@ -246,30 +238,21 @@ void FindDuplicateSettingsTest::aNumberBeyondTheBoxSurvives()
     QCOMPARE(loaded().smallFileSize, 50'000);
 }
 
-void FindDuplicateSettingsTest::customTypeDialogTakesOnlyWhatWorks_data()
-{
-    QTest::addColumn<QString>("name");
-    QTest::addColumn<QString>("extensions");
-    QTest::addColumn<QStringList>("expected");
-    QTest::newRow("twice") << u"Notes"_s << u"note;.NOTE"_s << QStringList{u".note"_s};
-    QTest::newRow("two dots never match") << u"Notes"_s << u".tar.gz"_s << QStringList();
-    QTest::newRow("no extension") << u"Notes"_s << u" , "_s << QStringList();
-    QTest::newRow("no name") << u"  "_s << u".note"_s << QStringList();
-    QTest::newRow("a name that is taken") << u"audio files"_s << u".note"_s << QStringList();
-    QTest::newRow("no file name's character") << u"Notes"_s << u"a:b"_s << QStringList();
-}
-
 void FindDuplicateSettingsTest::customTypeDialogTakesOnlyWhatWorks()
 {
-    QFETCH(QString, name);
-    QFETCH(QString, extensions);
-    QFETCH(QStringList, expected);
-    CustomFileTypeDialog dialog({}, {{u"Audio Files"_s, {}, true}}, 1);
-    dialog.findChild<QLineEdit *>(u"nameLineEdit"_s)->setText(name);
-    dialog.findChild<QLineEdit *>(u"extensionsLineEdit"_s)->setText(extensions);
-    const std::optional<CustomFileType> entered = dialog.entered();
-    QCOMPARE(entered ? entered->extensions : QStringList(), expected);
-    QCOMPARE(dialog.findChild<QPushButton *>(u"OKButton"_s)->isEnabled(), !expected.isEmpty());
+    const auto entered = [](const QString &name, const QString &extensions) {
+        CustomFileTypeDialog dialog({}, {{u"Audio Files"_s, {}, true}}, 1);
+        dialog.findChild<QLineEdit *>(u"nameLineEdit"_s)->setText(name);
+        dialog.findChild<QLineEdit *>(u"extensionsLineEdit"_s)->setText(extensions);
+        const bool mayBeAccepted = dialog.findChild<QPushButton *>(u"OKButton"_s)->isEnabled();
+        return mayBeAccepted && dialog.entered() ? dialog.entered()->extensions : QStringList();
+    };
+    QCOMPARE(entered(u"Notes"_s, u"note;.NOTE"_s), QStringList{u".note"_s});
+    QVERIFY(entered(u"Notes"_s, u".tar.gz"_s).isEmpty()); // two dots never match
+    QVERIFY(entered(u"Notes"_s, u" , "_s).isEmpty());
+    QVERIFY(entered(u"Notes"_s, u"a:b"_s).isEmpty()); // no character of a file name
+    QVERIFY(entered(u"  "_s, u".note"_s).isEmpty());
+    QVERIFY(entered(u"audio files"_s, u".note"_s).isEmpty()); // taken
 }
 
 // Whoever is told of another current row reads the types by the rows.

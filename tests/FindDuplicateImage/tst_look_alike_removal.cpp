@@ -52,8 +52,6 @@ class LookAlikeRemovalTest : public QObject
     Q_OBJECT
 
 private slots:
-    void initTestCase() { requireTestPrefix(); }
-
     void noLeavesEverything();
     void yesMovesThatOneOnly();
     void theLastCopyIsToldBeforeItIsAskedFor();
@@ -200,7 +198,7 @@ void LookAlikeRemovalTest::aFileTheListDidNotKnowYetIsGuardedAsWell()
     FakeFileProbe probe;
     Trio scene;
     {
-        const FakeFileProbe::Hold sleeping = probe.hold(scene.first);
+        const FakeFileProbe::Hold sleeping = probe.hold(scene.third);
         lookAnew(scene);
         QVERIFY(QTest::qWaitFor([&] { return probe.held().tryAcquire(); }));
         QVERIFY(!scene.inspected());
