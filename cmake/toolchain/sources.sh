@@ -1,12 +1,10 @@
 # Fetching Debian source packages of another suite than the machine's own, under a private apt configuration:
 # apt checks the signatures, and the machine's own package lists stay as they are. The mirror is the one that
-# the machine already uses. Sourced by the stages.
+# the machine already uses, in any form that apt takes ("mirror+file:" among them). Sourced by the stages.
 
 mirror() {
-  { sed -n 's/^URIs:[[:space:]]*//p' /etc/apt/sources.list.d/*.sources
-    sed -n 's/^deb[[:space:]]\+\(\[[^]]*\][[:space:]]*\)\?\([^[:space:]]*\).*/\2/p' /etc/apt/sources.list
-    sed -n 's/^deb[[:space:]]\+\(\[[^]]*\][[:space:]]*\)\?\([^[:space:]]*\).*/\2/p' /etc/apt/sources.list.d/*.list
-  } 2>/dev/null | tr ' ' '\n' | grep -E '/debian/?$' | head -n 1
+  apt-get indextargets --format '$(ORIGIN) $(CODENAME) $(REPO_URI)' |
+    awk '$1 == "Debian" && $2 !~ /-/ && !seen++ { print $3 }'
 }
 
 # private_apt FOLDER SUITE...: the configuration and the package lists of those suites.
@@ -14,7 +12,8 @@ private_apt() {
   local folder=$1 suite address
   shift
   address=$(mirror)
-  [ -n "$address" ] || { echo "no Debian mirror in the machine's apt sources"; return 1; }
+  [ -n "$address" ] || { as_root apt-get update && address=$(mirror); }
+  [ -n "$address" ] || { echo "none of the machine's apt sources is Debian's"; return 1; }
   mkdir -p "$folder/lists/partial" "$folder/cache/archives/partial"
   : >"$folder/sources.list"
   for suite in "$@"; do
