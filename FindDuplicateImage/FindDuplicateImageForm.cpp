@@ -84,6 +84,8 @@ void FindDuplicateImageForm::connectPages()
             &FindDuplicateImageForm::OnBackToMain);
     connect(m_results, &FindDuplicateImageResultForm::removingChanged, this,
             [this](bool removing) { emit showToolbarSignal(!removing); });
+    connect(m_results, &FindDuplicateImageResultForm::removalEnded, this,
+            &FindDuplicateImageForm::onRemovalEnded);
     connect(m_noResult, &FindDuplicateImageNoResultFoundForm::noResult_backToMain, this,
             &FindDuplicateImageForm::OnNoResult_backToMain);
     connect(&m_relay, &core::ProgressRelay::changed, this, &FindDuplicateImageForm::showProgress);
@@ -98,7 +100,7 @@ bool FindDuplicateImageForm::isBusy() const
 
 void FindDuplicateImageForm::requestStop()
 {
-    m_closeRequested = m_scan || m_results->isPreparing();
+    m_closeRequested = isBusy();
     handleScanCancel();
     m_results->requestStop(); // of a removal too
 }
@@ -261,6 +263,15 @@ void FindDuplicateImageForm::endWithoutResult(const QString &notice)
     showStartPage(notice);
     if (m_closeRequested)
         emit closeApp();
+}
+
+// What the user should see before the window closes keeps it open.
+void FindDuplicateImageForm::onRemovalEnded(bool hasNews)
+{
+    if (!std::exchange(m_closeRequested, false) || hasNews)
+        return;
+    // Later: a look that is given up ends while the window is still refusing to close.
+    QMetaObject::invokeMethod(this, &FLWidget::closeApp, Qt::QueuedConnection);
 }
 
 void FindDuplicateImageForm::OnBackToMain()

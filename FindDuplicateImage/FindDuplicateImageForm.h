@@ -35,7 +35,7 @@ public:
     ~FindDuplicateImageForm() override;
 
     bool isBusy() const override;
-    // During a scan and its report: the window is to close, and is closed when they have ended.
+    // The window is to close, and is closed when what runs has ended.
     void requestStop() override;
     QString busyText() const override;
     bool isScanning() const { return m_scan != nullptr; }
@@ -62,6 +62,7 @@ signals:
     void noResultShown();
 
 private:
+    void onRemovalEnded(bool hasNews);
     void buildPages();
     void connectPages();
     void connectScan();

@@ -349,6 +349,7 @@ void FindDuplicateImageResultForm::afterRemoval(const RemovalResult &result)
     if (std::exchange(m_searchWaits, false))
         m_searchLater.start();
     emit removingChanged(false);
+    emit removalEnded(!result.notice.isEmpty());
 }
 
 void FindDuplicateImageResultForm::copyPath()

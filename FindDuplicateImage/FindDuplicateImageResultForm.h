@@ -55,6 +55,8 @@ signals:
     void resultReady();
     void backToMain();
     void removingChanged(bool removing);
+    // However it ended; with something that the user should see, or without.
+    void removalEnded(bool hasNews);
 
 public slots:
     void on_openButton_clicked();

@@ -63,6 +63,7 @@ private slots:
     void saysWhatIsNoCopyAnyMore();
     void nobodyWaitsForTheOthersAfterAMove();
     void aLongLookIsToldAndGivenUp();
+    void closingGivesUpALookAndThenCloses();
 };
 
 void LookAlikeRemovalTest::noLeavesEverything()
@@ -256,6 +257,26 @@ void LookAlikeRemovalTest::aLongLookIsToldAndGivenUp()
     QVERIFY(scene.dialogs.questions.isEmpty() && scene.notice().isEmpty());
     QVERIFY(scene.main()->isEnabled() && scene.recycle()->isEnabled());
     QVERIFY(scene.toolbarIsBack());
+}
+
+void LookAlikeRemovalTest::closingGivesUpALookAndThenCloses()
+{
+    FakeFileProbe probe;
+    Trio scene;
+    scene.select(0);
+    QTRY_COMPARE(scene.form->findChild<CompareView *>()->pair().first.path, scene.first);
+    QSignalSpy close(scene.form.get(), &FLWidget::closeApp);
+    {
+        const FakeFileProbe::Hold sleeping = probe.hold(scene.first);
+        scene.recycle()->click();
+        scene.form->requestStop();
+        QVERIFY(!scene.form->isBusy());
+        QVERIFY(close.isEmpty()); // the window is in the middle of being closed
+    }
+    QTRY_COMPARE(close.count(), 1);
+    scene.clickRecycle(0, platform::idNo); // a later one closes nothing
+    QTest::qWait(50);
+    QCOMPARE(close.count(), 1);
 }
 
 QTEST_MAIN(LookAlikeRemovalTest)
