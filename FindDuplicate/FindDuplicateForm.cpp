@@ -48,6 +48,8 @@ FindDuplicateForm::FindDuplicateForm(EnumeratorFactory enumerators, QWidget *par
     m_pages->addWidget(m_start);
     showScope();
     connect(m_start, &FindDuplicateStartForm::folderChosen, this, &FindDuplicateForm::scan);
+    connect(m_start, &DropFrame::othersLeftOut, this,
+            [this](const QString &notice) { m_resultNotice = notice; });
     connect(m_start, &FindDuplicateStartForm::optionsRequested, this, &FindDuplicateForm::showOptions);
     connect(&m_relay, &core::ProgressRelay::changed, this, &FindDuplicateForm::showProgress);
 }
@@ -99,6 +101,8 @@ void FindDuplicateForm::scan(const QString &folder)
     destroyInBackground(std::exchange(m_groups, std::make_shared<Groups>()));
     duplicates::reloadFinderSettings(m_settings);
     m_root = core::walkRoot(folder);
+    m_start->hideNotice(); // it was about an earlier scan
+    m_resultNotice.clear();
     m_cancelRequested = false;
     m_closeRequested = false;
     m_stepsShown = 0;
@@ -231,6 +235,8 @@ void FindDuplicateForm::prepareReport()
 
 void FindDuplicateForm::OnResultReady()
 {
+    if (!m_resultNotice.isEmpty())
+        m_results->showNotice(m_resultNotice);
     m_pages->setCurrentWidget(m_results);
     dropPage(m_progress);
     emit resultsShown();
@@ -254,6 +260,8 @@ void FindDuplicateForm::showNoResult()
     if (m_foldersUnread > 0)
         text += QLatin1Char('\n') + core::countText(m_foldersUnread, tr("1 folder could not be read."),
                                                     tr("%1 folders could not be read."));
+    if (!m_resultNotice.isEmpty())
+        text += QLatin1Char('\n') + m_resultNotice;
     m_noResult = new FindDuplicateNoResultFoundForm(text, this);
     connect(m_noResult, &FindDuplicateNoResultFoundForm::noResult_backToMain, this,
             &FindDuplicateForm::OnNoResult_backToMain);

@@ -87,6 +87,7 @@ private:
 
     QString m_root; // of the scan that runs or is shown
     bool m_cancelRequested = false;
+    QString m_resultNotice; // to be shown with the result of the scan that runs
     bool m_closeRequested = false;
     int m_stepsShown = 0;
     bool m_totalShown = false;

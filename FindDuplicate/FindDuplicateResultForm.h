@@ -58,6 +58,8 @@ public:
     void requestStop();
     QString busyText() const;
 
+    void showNotice(const QString &text, bool warning = true, QAction *action = nullptr);
+
     const duplicates::GroupStatistics &statistics() const { return m_statistics; }
 
 public slots:
@@ -119,7 +121,6 @@ private:
     const duplicates::FileRecord &record(const Selected &member) const;
     void copyPath();
     void tell(const OpenedSeveral &opened);
-    void showNotice(const QString &text, bool warning = true, QAction *action = nullptr);
 
     // In FindDuplicateContents.cpp.
     void compareContents();

@@ -61,7 +61,6 @@ FindDuplicateStartForm::FindDuplicateStartForm(QWidget *parent)
     connect(m_select, &QAbstractButton::clicked, this, &FindDuplicateStartForm::selectFolder);
     connect(m_options, &QAbstractButton::clicked, this, &FindDuplicateStartForm::optionsRequested);
     connect(this, &DropFrame::folderDropped, this, &FindDuplicateStartForm::folderChosen);
-    connect(this, &DropFrame::othersLeftOut, this, &FindDuplicateStartForm::showNotice);
 }
 
 void FindDuplicateStartForm::buildHeader(QVBoxLayout *page)
@@ -139,6 +138,11 @@ void FindDuplicateStartForm::selectFolder()
     const QString folder = platform::dialogs().chooseFolder(this, tr("Select Folder"));
     if (!folder.isEmpty())
         emit folderChosen(folder);
+}
+
+void FindDuplicateStartForm::hideNotice()
+{
+    m_notice->hide();
 }
 
 void FindDuplicateStartForm::showNotice(const QString &text)

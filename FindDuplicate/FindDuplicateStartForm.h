@@ -18,6 +18,7 @@ public:
     explicit FindDuplicateStartForm(QWidget *parent = nullptr);
 
     void showNotice(const QString &text);
+    void hideNotice();
     // What the next scan compares, in a sentence.
     void showScope(const QString &text);
 

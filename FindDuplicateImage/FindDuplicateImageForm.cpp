@@ -74,6 +74,8 @@ void FindDuplicateImageForm::buildPages()
 void FindDuplicateImageForm::connectPages()
 {
     connect(m_start, &FindDuplicateImageStartForm::folderChosen, this, &FindDuplicateImageForm::scan);
+    connect(m_start, &DropFrame::othersLeftOut, this,
+            [this](const QString &notice) { m_resultNotice = notice; });
     connect(m_scanInfo, &FindDuplicateImageScanInfoForm::scanCancel, this,
             &FindDuplicateImageForm::handleScanCancel);
     connect(m_results, &FindDuplicateImageResultForm::prepareReportUpdatePath, &m_reportRelay,
@@ -118,6 +120,8 @@ void FindDuplicateImageForm::scan(const QString &folder)
         return;
     m_results->clear();
     m_root = shownRoot(folder);
+    m_start->hideNotice(); // it was about an earlier scan
+    m_resultNotice.clear();
     m_decoders = m_tools.decoders();
     m_thumbnails = std::make_shared<ThumbnailFile>(m_tools.temporaryFolder);
     m_scan.reset(new FindDuplicateImageThread(makeJob(m_root)));
@@ -246,12 +250,14 @@ void FindDuplicateImageForm::OnResultReady()
     }
     emit showToolbarSignal(true);
     if (m_results->report().groups.empty()) {
-        m_noResult->showScan(m_results->report());
+        m_noResult->showScan(m_results->report(), m_resultNotice);
         m_results->clear();
         m_pages->setCurrentWidget(m_noResult);
         emit noResultShown();
         return;
     }
+    if (!m_resultNotice.isEmpty())
+        m_results->warn(m_resultNotice);
     m_pages->setCurrentWidget(m_results);
     m_results->setFocus();
     emit resultsShown();

@@ -30,7 +30,7 @@ FindDuplicateImageNoResultFoundForm::FindDuplicateImageNoResultFoundForm(QWidget
     layout->addStretch(3);
 }
 
-void FindDuplicateImageNoResultFoundForm::showScan(const ImageReport &report)
+void FindDuplicateImageNoResultFoundForm::showScan(const ImageReport &report, const QString &notice)
 {
     QString text = report.imagesCompared == 0
                        ? tr("%1 holds no pictures that can be compared.").arg(report.root)
@@ -39,6 +39,8 @@ void FindDuplicateImageNoResultFoundForm::showScan(const ImageReport &report)
                              .arg(report.root);
     for (const QString &remark : remarks(report))
         text += QLatin1Char('\n') + remark;
+    if (!notice.isEmpty())
+        text += QLatin1Char('\n') + notice;
     m_state->setContent(QIcon(QStringLiteral(":/resources/images/FindDuplicateImage48.png")),
                         tr("No Duplicate Files Found"), text);
 }

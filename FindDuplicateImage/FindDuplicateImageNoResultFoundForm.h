@@ -15,7 +15,7 @@ class FindDuplicateImageNoResultFoundForm : public QWidget
 public:
     explicit FindDuplicateImageNoResultFoundForm(QWidget *parent = nullptr);
 
-    void showScan(const ImageReport &report);
+    void showScan(const ImageReport &report, const QString &notice = {});
 
 signals:
     void noResult_backToMain();

@@ -48,6 +48,7 @@ public:
     // Ends the preparation soon; it then ends with resultReady(). Whatever is answered to a question about a
     // removal is a no.
     void requestStop();
+    void warn(const QString &text);
     const ImageReport &report() const { return m_report; }
 
 signals:
@@ -91,7 +92,6 @@ private:
     void showMenu(const QPoint &where);
     void showGroupMenu(const QPoint &where);
     void tell(const OpenedSeveral &opened);
-    void warn(const QString &text);
     // Rows of m_members, -1 for none.
     QList<int> selectedMembers() const;
     std::pair<int, int> comparedMembers() const;

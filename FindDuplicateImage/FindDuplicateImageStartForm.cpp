@@ -39,7 +39,6 @@ FindDuplicateImageStartForm::FindDuplicateImageStartForm(QWidget *parent)
     connect(m_select, &QAbstractButton::clicked, this,
             &FindDuplicateImageStartForm::on_selectFolderButton_clicked);
     connect(this, &DropFrame::folderDropped, this, &FindDuplicateImageStartForm::folderChosen);
-    connect(this, &DropFrame::othersLeftOut, this, &FindDuplicateImageStartForm::showNotice);
 }
 
 void FindDuplicateImageStartForm::buildPage()
@@ -129,6 +128,11 @@ QWidget *FindDuplicateImageStartForm::buildFolders()
     layout->addWidget(title);
     layout->addLayout(grid);
     return section;
+}
+
+void FindDuplicateImageStartForm::hideNotice()
+{
+    m_notice->hide();
 }
 
 void FindDuplicateImageStartForm::showNotice(const QString &text)

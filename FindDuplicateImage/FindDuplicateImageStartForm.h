@@ -17,6 +17,7 @@ public:
     explicit FindDuplicateImageStartForm(QWidget *parent = nullptr);
 
     void showNotice(const QString &text);
+    void hideNotice();
 
 signals:
     void folderChosen(const QString &folder);

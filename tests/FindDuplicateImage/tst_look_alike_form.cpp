@@ -8,6 +8,7 @@
 #include "core/ThumbnailStore.h"
 #include "tests/FindDuplicateImage/Scene.h"
 #include "widgets/ElidedLabel.h"
+#include "widgets/NoticeBar.h"
 
 #include <QDir>
 #include <QElapsedTimer>
@@ -91,9 +92,15 @@ void LookAlikeFormTest::startPage()
     QVERIFY(shown.wait(30'000));
     QCOMPARE(scene.form->findChild<FindDuplicateImageResultForm *>()->report().root, scene.folder.path());
     QTest::mouseClick(scene.find<QAbstractButton>("backButton"), Qt::LeftButton);
-    emit scene.form->findChild<FindDuplicateImageStartForm *>()->folderDropped(scene.folder.path());
+    // What is said of a drop comes after the folder, and is shown with the result.
+    auto *start = scene.form->findChild<FindDuplicateImageStartForm *>();
+    emit start->folderDropped(scene.folder.path());
+    emit start->othersLeftOut(u"Only this one"_s);
     QVERIFY(scene.form->isBusy());
     QVERIFY(shown.wait(30'000));
+    const auto *notice = scene.form->findChild<FindDuplicateImageResultForm *>()->findChild<NoticeBar *>();
+    QVERIFY(notice->isVisible());
+    QCOMPARE(notice->text(), u"Only this one"_s);
 }
 
 void LookAlikeFormTest::findsCopiesInOtherFormatsAndSizes()
