@@ -103,4 +103,8 @@ function(larkspur_bench name)
     add_custom_target(benchmarks)
   endif()
   add_dependencies(benchmarks ${name})
+  if(NOT MSVC)
+    # What is compared with is a loop as anybody would write it, without our checks of indexes.
+    target_compile_options(${name} PRIVATE -U_GLIBCXX_ASSERTIONS)
+  endif()
 endfunction()
