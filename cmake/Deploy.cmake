@@ -32,6 +32,10 @@ if(LARKSPUR_FORMATS)
   install(DIRECTORY ${LARKSPUR_FORMATS}/licenses/ DESTINATION licenses)
 endif()
 
+if(LARKSPUR_LIBRARIES)
+  install(DIRECTORY ${LARKSPUR_LIBRARIES}/licenses/ DESTINATION licenses)
+endif()
+
 install(FILES LICENSE DESTINATION licenses RENAME FernlightLarkspur.txt)
 install(FILES THIRD-PARTY-NOTICES.md DESTINATION licenses)
 install(DIRECTORY licenses/ DESTINATION licenses)
