@@ -2,6 +2,7 @@
 #include "FindDuplicateImage/ThumbnailFile.h"
 
 #include "core/ThumbnailStore.h"
+#include "platform/Guard.h"
 #include "platform/Paths.h"
 
 #include <QDir>
@@ -27,12 +28,10 @@ ThumbnailFile::~ThumbnailFile()
     m_file.close();
     if (m_file.fileName().isEmpty())
         return;
-    if (platform::isInside(m_temporaryFolder, m_file.fileName()))
-        m_file.remove();
-    // The window that closes during a scan could remove neither.
-    const QString folder = core::ThumbnailStore::folder(m_temporaryFolder);
-    if (platform::isInside(m_temporaryFolder, folder))
-        QDir().rmdir(folder); // only when empty
+    const QString root = QDir::toNativeSeparators(m_temporaryFolder);
+    platform::eraseOwn(root, QDir::toNativeSeparators(m_file.fileName()));
+    // The window that closes during a scan could remove neither. The folder goes only when it is empty.
+    platform::eraseOwn(root, QDir::toNativeSeparators(core::ThumbnailStore::folder(m_temporaryFolder)));
 }
 
 qint64 ThumbnailFile::store(const QImage &thumbnail)

@@ -2,7 +2,8 @@
 #include "app/ThumbnailRemovalDialog.h"
 
 #include "core/ThumbnailStore.h"
-#include "platform/Paths.h"
+#include "platform/Guard.h"
+#include "platform/Win32Enumerator.h"
 #include "widgets/Theme.h"
 
 #include <QDir>
@@ -13,18 +14,27 @@
 
 int removeThumbnails(const QString &temporaryFolder, const core::CancelFlag &cancel)
 {
-    const QDir folder(core::ThumbnailStore::folder(temporaryFolder));
-    if (!platform::isInside(temporaryFolder, folder.path()))
-        return 0; // missing, or a link to another place
+    const QString root = QDir::toNativeSeparators(temporaryFolder);
+    const QString path = QDir::toNativeSeparators(core::ThumbnailStore::folder(temporaryFolder));
     int count = 0;
-    for (const QString &name : folder.entryList(QDir::Files | QDir::Hidden | QDir::System)) {
-        if (cancel.isSet())
-            return count;
-        const QString file = folder.filePath(name);
-        if (platform::isInside(temporaryFolder, file) && QFile::remove(file))
-            ++count;
+    {
+        const platform::GuardedFolder folder(platform::GuardedRoot(root), path);
+        if (folder.state() != platform::Guarded::Done)
+            return 0; // missing, or a link to another place
+        core::DirectoryListing listing;
+        platform::Win32Enumerator().list(path, listing, cancel);
+        for (std::size_t index = 0; index < listing.size() && !cancel.isSet(); ++index) {
+            const core::DirectoryEntry entry = listing.at(index);
+            const platform::ListedItem item{.name = entry.name.toString(),
+                                            .kind = platform::ItemKind::File,
+                                            .size = entry.size,
+                                            .lastWriteTime = entry.lastWriteTime};
+            if (folder.erase(item) == platform::Guarded::Done)
+                ++count;
+        }
     }
-    QDir().rmdir(folder.path()); // only when empty
+    if (!cancel.isSet())
+        platform::eraseOwn(root, path); // only when empty
     return count;
 }
 

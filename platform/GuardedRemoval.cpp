@@ -3,6 +3,7 @@
 
 #include "platform/FileProbe.h"
 #include "platform/HeldFile.h"
+#include "platform/ProtectedPlaces.h"
 #include "platform/RecycleBin.h"
 
 namespace platform
@@ -11,62 +12,69 @@ namespace platform
 namespace
 {
 
-// What can be told without opening the file.
-std::optional<Removal> unopenedObstacle(const ShownFile &file)
+// What can be told without opening the item.
+std::optional<Guarded> unopenedObstacle(const ShownItem &item)
 {
-    if (!RecycleBin::takesPath(file.path))
-        return Removal::Refused;
-    const std::optional<quint32> attributes = fileProbe().listedAttributes(file.path);
+    // The bin would take a link for what it leads to.
+    if (item.kind == ItemKind::Link || !RecycleBin::takesPath(item.path))
+        return Guarded::Refused;
+    const std::optional<quint32> attributes = fileProbe().listedAttributes(item.path);
     if (!attributes)
-        return Removal::Vanished;
+        return Guarded::Vanished;
     if ((*attributes & core::AttributeRecallOnOpen) != 0)
-        return Removal::InCloud;
+        return Guarded::InCloud;
     return std::nullopt;
 }
 
-std::optional<Removal> obstacle(const ShownFile &file, const HeldFile &held)
+std::optional<Guarded> obstacle(const ShownItem &item, const HeldFile &held)
 {
     const std::optional<core::FileFacts> facts = held.facts();
     // It is there and cannot be opened even without any access: a link to nothing, a device, a lost share.
     if (!facts)
-        return Removal::Refused;
-    if ((facts->attributes & core::AttributeDirectory) != 0)
-        return Removal::Refused;
-    // Before the comparison: behind a link the facts are those of the file that it leads to.
-    if (!isInside(file.root, file.path, held))
-        return Removal::ThroughLink;
-    const bool same = facts->size == file.size && facts->lastWriteTime == file.lastWriteTime &&
-                      (!file.identity || facts->identity == *file.identity);
-    return same ? std::nullopt : std::optional(Removal::Changed);
+        return Guarded::Refused;
+    const bool isFolder = (facts->attributes & core::AttributeDirectory) != 0;
+    if (isFolder != (item.kind == ItemKind::Folder))
+        return Guarded::Refused;
+    // Before the comparison: behind a link the facts are those of the item that it leads to.
+    if (!isInside(item.root, item.path, held))
+        return Guarded::ThroughLink;
+    if (isFolder && protectionOf(held.finalPath(), protectedPlaces()) == Protection::Holds)
+        return Guarded::Protected;
+    const bool same =
+        (isFolder || (facts->size == item.size && facts->lastWriteTime == item.lastWriteTime)) &&
+        (!item.identity || facts->identity == *item.identity);
+    return same ? std::nullopt : std::optional(Guarded::Changed);
 }
 
 } // namespace
 
-std::optional<Removal> removalObstacle(const ShownFile &file)
+std::optional<Guarded> removalObstacle(const ShownItem &item)
 {
-    if (const std::optional<Removal> found = unopenedObstacle(file))
+    if (const std::optional<Guarded> found = unopenedObstacle(item))
         return found;
-    return obstacle(file, HeldFile(file.path));
+    return obstacle(item, HeldFile(item.path));
 }
 
-Removal moveShownFile(const ShownFile &file)
+Guarded moveShownItem(const ShownItem &item)
 {
-    if (const std::optional<Removal> found = unopenedObstacle(file))
+    if (const std::optional<Guarded> found = unopenedObstacle(item))
         return *found;
-    // Held to the end, so that no folder on its path can be exchanged. The file itself still could: keeping
+    // Held to the end, so that no folder on its path can be exchanged. The item itself still could: keeping
     // it from that would keep the shell from moving it.
-    const HeldFile held(file.path);
-    if (const std::optional<Removal> found = obstacle(file, held))
+    const HeldFile held(item.path);
+    if (const std::optional<Guarded> found = obstacle(item, held))
         return *found;
-    switch (recycleBin().moveToTrash(file.path)) {
+    const auto accept =
+        item.kind == ItemKind::Folder ? RecycleBin::Accept::FilesAndFolders : RecycleBin::Accept::FilesOnly;
+    switch (recycleBin().moveToTrash(item.path, accept)) {
     case RecycleBin::Outcome::Moved:
-        return Removal::Moved;
+        return Guarded::Done;
     case RecycleBin::Outcome::Refused:
-        return Removal::Refused;
+        return Guarded::Refused;
     case RecycleBin::Outcome::Failed:
         break;
     }
-    return Removal::Failed;
+    return Guarded::Failed;
 }
 
 } // namespace platform

@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "platform/HeldFile.h"
 
+#include "platform/HandleFacts.h"
 #include "platform/Paths.h"
-#include "platform/Text.h"
 
 #include <cstring>
 #include <limits>
@@ -37,7 +37,9 @@ std::optional<core::FileIdentity> identityOf(HANDLE file, const BY_HANDLE_FILE_I
     return isNone || (identity.file == 0 && identity.fileHigh == 0) ? std::nullopt : std::optional(identity);
 }
 
-DWORD flagsOf(HeldFile::Form form)
+} // namespace
+
+DWORD finalPathFlags(HeldFile::Form form)
 {
     switch (form) {
     case HeldFile::Form::Drive:
@@ -50,7 +52,35 @@ DWORD flagsOf(HeldFile::Form form)
     return FILE_NAME_OPENED | VOLUME_NAME_NT;
 }
 
-} // namespace
+std::optional<core::FileFacts> factsOf(HANDLE file)
+{
+    BY_HANDLE_FILE_INFORMATION facts = {};
+    if (!GetFileInformationByHandle(file, &facts))
+        return std::nullopt;
+    return core::FileFacts{
+        .identity = identityOf(file, facts),
+        .linkCount = facts.nNumberOfLinks,
+        .attributes = facts.dwFileAttributes,
+        .size = wholeNumber(facts.nFileSizeHigh, facts.nFileSizeLow),
+        .lastWriteTime =
+            wholeNumber(facts.ftLastWriteTime.dwHighDateTime, facts.ftLastWriteTime.dwLowDateTime),
+    };
+}
+
+std::wstring rawFinalPath(HANDLE file, HeldFile::Form form)
+{
+    std::wstring buffer(MAX_PATH, L'\0');
+    for (;;) {
+        const DWORD length = GetFinalPathNameByHandleW(file, buffer.data(), static_cast<DWORD>(buffer.size()),
+                                                       finalPathFlags(form));
+        // When the buffer is too small, the answer is the size that would do, and so larger than the buffer.
+        if (length < buffer.size()) {
+            buffer.resize(length);
+            return buffer;
+        }
+        buffer.resize(length + 1);
+    }
+}
 
 // The flag lets folders be opened.
 HeldFile::HeldFile(const QString &path)
@@ -61,33 +91,12 @@ HeldFile::HeldFile(const QString &path)
 
 std::optional<core::FileFacts> HeldFile::facts() const
 {
-    BY_HANDLE_FILE_INFORMATION facts = {};
-    if (!m_file || !GetFileInformationByHandle(m_file.get(), &facts))
-        return std::nullopt;
-    return core::FileFacts{
-        .identity = identityOf(m_file.get(), facts),
-        .linkCount = facts.nNumberOfLinks,
-        .attributes = facts.dwFileAttributes,
-        .size = wholeNumber(facts.nFileSizeHigh, facts.nFileSizeLow),
-        .lastWriteTime =
-            wholeNumber(facts.ftLastWriteTime.dwHighDateTime, facts.ftLastWriteTime.dwLowDateTime),
-    };
+    return m_file ? factsOf(m_file.get()) : std::nullopt;
 }
 
 QString HeldFile::finalPath(Form form) const
 {
-    std::wstring buffer(MAX_PATH, L'\0');
-    while (m_file) {
-        const DWORD length = GetFinalPathNameByHandleW(m_file.get(), buffer.data(),
-                                                       static_cast<DWORD>(buffer.size()), flagsOf(form));
-        if (length == 0)
-            break;
-        // When the buffer is too small, the answer is the size that would do, and so larger than the buffer.
-        if (length < buffer.size())
-            return shownPath(fromWide(buffer.data(), length));
-        buffer.resize(length + 1);
-    }
-    return {};
+    return m_file ? shownPath(QString::fromStdWString(rawFinalPath(m_file.get(), form))) : QString();
 }
 
 } // namespace platform

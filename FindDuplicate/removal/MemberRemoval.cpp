@@ -10,7 +10,7 @@
 namespace duplicates
 {
 
-using platform::Removal;
+using platform::Guarded;
 using Outcome = RemovalThread::Outcome;
 using Step = RemovalThread::Step;
 
@@ -19,17 +19,17 @@ namespace
 
 constexpr int patience = 300; // ms until a look at the disk takes long
 
-QString obstacleText(Removal obstacle)
+QString obstacleText(Guarded obstacle)
 {
     switch (obstacle) {
-    case Removal::Changed:
+    case Guarded::Changed:
         return MemberRemoval::tr("%1 was not moved: it has changed since the scan.");
-    case Removal::Vanished:
+    case Guarded::Vanished:
         return MemberRemoval::tr("%1 was not moved: it is no longer there.");
-    case Removal::ThroughLink:
+    case Guarded::ThroughLink:
         return MemberRemoval::tr(
             "%1 was not moved: it is reached through a link, and lies in another place.");
-    case Removal::InCloud:
+    case Guarded::InCloud:
         return MemberRemoval::tr("%1 was not moved: it lies in a cloud store only, and would have to be "
                                  "fetched from there first.");
     default:
@@ -38,7 +38,7 @@ QString obstacleText(Removal obstacle)
 }
 
 // Empty when there is nothing to say.
-QString noticeText(Outcome outcome, Removal obstacle)
+QString noticeText(Outcome outcome, Guarded obstacle)
 {
     switch (outcome) {
     case Outcome::Refused:
@@ -127,7 +127,7 @@ void MemberRemoval::onProcessFinish()
     RemovalThread &thread = m_check ? *m_check : *m_move;
     const Outcome outcome = thread.outcome();
     RemovalRequest request = thread.takeRequest();
-    const Removal obstacle = thread.obstacle();
+    const Guarded obstacle = thread.obstacle();
     std::vector<MemberFacts> members = thread.takeMembers();
     m_check.reset();
     m_move.reset();

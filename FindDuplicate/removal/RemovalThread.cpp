@@ -3,7 +3,7 @@
 
 #include "platform/FileProbe.h"
 
-using platform::Removal;
+using platform::Guarded;
 
 namespace duplicates
 {
@@ -45,7 +45,7 @@ RemovalThread::Outcome RemovalThread::checked()
     // When the list did not know it yet, the question is about the file that is there now.
     if (!m_request.shown.identity)
         m_request.shown.identity = now.identity;
-    if (const std::optional<Removal> obstacle = platform::removalObstacle(shownFile())) {
+    if (const std::optional<Guarded> obstacle = platform::removalObstacle(shownItem())) {
         m_obstacle = *obstacle;
         return Outcome::Refused;
     }
@@ -56,18 +56,18 @@ RemovalThread::Outcome RemovalThread::moved()
 {
     if (stopRequested())
         return Outcome::Stopped;
-    m_obstacle = platform::moveShownFile(shownFile());
+    m_obstacle = platform::moveShownItem(shownItem());
     switch (m_obstacle) {
-    case Removal::Moved:
+    case Guarded::Done:
         return Outcome::Moved;
-    case Removal::Failed:
+    case Guarded::Failed:
         return Outcome::Failed;
     default:
         return Outcome::Refused;
     }
 }
 
-platform::ShownFile RemovalThread::shownFile() const
+platform::ShownItem RemovalThread::shownItem() const
 {
     const FileRecord &file = m_request.file();
     return {m_request.root, file.fullPath(), file.size, file.lastWriteTime, m_request.shown.identity};

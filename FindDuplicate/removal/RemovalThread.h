@@ -42,7 +42,7 @@ public:
 
     // All after processFinish().
     Outcome outcome() const { return m_outcome; }
-    platform::Removal obstacle() const { return m_obstacle; }
+    platform::Guarded obstacle() const { return m_obstacle; }
     // After a check: the file's identity is known where the disk tells it, so that nothing else is moved.
     RemovalRequest takeRequest() { return std::move(m_request); }
     // Of the whole group, as it is now; empty but for a LastCopy, and when they could not be read.
@@ -58,12 +58,12 @@ private:
     void work();
     Outcome checked();
     Outcome moved();
-    platform::ShownFile shownFile() const;
+    platform::ShownItem shownItem() const;
 
     const Step m_step;
     RemovalRequest m_request;
     Outcome m_outcome = Outcome::NoMemory; // until there is another one
-    platform::Removal m_obstacle = platform::Removal::Refused;
+    platform::Guarded m_obstacle = platform::Guarded::Refused;
     std::vector<MemberFacts> m_members;
 };
 

@@ -12,9 +12,9 @@
 #include <QTest>
 
 using namespace Qt::StringLiterals;
+using platform::Guarded;
 using platform::RecycleBin;
-using platform::Removal;
-using platform::ShownFile;
+using platform::ShownItem;
 using tests::FakeRecycleBin;
 using tests::TestFolder;
 
@@ -24,12 +24,12 @@ namespace
 constexpr quint64 written = 133'000'000'000'000'000;
 
 // Written down as a list does it.
-ShownFile shown(const TestFolder &folder, const QString &relative)
+ShownItem shown(const TestFolder &folder, const QString &relative)
 {
     const QString path = folder.path(relative);
     const auto facts = platform::fileFacts(path);
-    return facts ? ShownFile{folder.path(), path, facts->size, facts->lastWriteTime, facts->identity}
-                 : ShownFile{folder.path(), path, 0, 0, std::nullopt};
+    return facts ? ShownItem{folder.path(), path, facts->size, facts->lastWriteTime, facts->identity}
+                 : ShownItem{folder.path(), path, 0, 0, std::nullopt};
 }
 
 } // namespace
@@ -54,18 +54,18 @@ void TestGuardedRemoval::movesTheFileThatWasShown()
     TestFolder folder;
     FakeRecycleBin bin(folder.path());
     folder.makeFile(u"sub\\a.txt"_s, "content");
-    ShownFile file = shown(folder, u"sub\\a.txt"_s);
+    ShownItem file = shown(folder, u"sub\\a.txt"_s);
     // Another spelling of the chosen folder is the same folder.
     file.root = file.root.toUpper() + u'\\';
     QVERIFY(!platform::removalObstacle(file));
     QVERIFY(bin.asked.isEmpty());
     bin.fails = true;
-    QCOMPARE(platform::moveShownFile(file), Removal::Failed);
+    QCOMPARE(platform::moveShownItem(file), Guarded::Failed);
     QVERIFY(platform::fileExists(file.path));
     bin.fails = false;
-    QCOMPARE(platform::moveShownFile(file), Removal::Moved);
+    QCOMPARE(platform::moveShownItem(file), Guarded::Done);
     QCOMPARE(bin.taken, QStringList{file.path});
-    QCOMPARE(platform::moveShownFile(file), Removal::Vanished);
+    QCOMPARE(platform::moveShownItem(file), Guarded::Vanished);
     QCOMPARE(bin.asked.size(), 2);
 }
 
@@ -82,7 +82,7 @@ void TestGuardedRemoval::leavesWhatIsAnotherFileNow()
         FakeRecycleBin bin(folder.path());
         const QString path = folder.makeFile(u"a.txt"_s, "content");
         folder.setTimes(u"a.txt"_s, written, written);
-        const ShownFile file = shown(folder, u"a.txt"_s);
+        const ShownItem file = shown(folder, u"a.txt"_s);
         if (change.replaced) {
             // The old file stays under another name, so that its identity cannot be given out again.
             tests::requireBelow(folder.path(), path);
@@ -90,8 +90,8 @@ void TestGuardedRemoval::leavesWhatIsAnotherFileNow()
         }
         folder.makeFile(u"a.txt"_s, change.content);
         folder.setTimes(u"a.txt"_s, change.time, written);
-        QCOMPARE(platform::removalObstacle(file), std::optional(Removal::Changed));
-        QCOMPARE(platform::moveShownFile(file), Removal::Changed);
+        QCOMPARE(platform::removalObstacle(file), std::optional(Guarded::Changed));
+        QCOMPARE(platform::moveShownItem(file), Guarded::Changed);
         QVERIFY(platform::fileExists(path));
         QVERIFY(bin.asked.isEmpty());
     }
@@ -105,16 +105,16 @@ void TestGuardedRemoval::neverGoesThroughALink()
     folder.makeLink(u"link"_s, u"there"_s);
     folder.makeLink(u"a.txt"_s, u"there\\a.txt"_s);
     for (const QString &name : {u"link\\a.txt"_s, u"a.txt"_s})
-        QCOMPARE(platform::moveShownFile(shown(folder, name)), Removal::ThroughLink);
+        QCOMPARE(platform::moveShownItem(shown(folder, name)), Guarded::ThroughLink);
     // A file outside the chosen folder was never in a list of it.
-    ShownFile outside = shown(folder, u"there\\a.txt"_s);
+    ShownItem outside = shown(folder, u"there\\a.txt"_s);
     outside.root = folder.makeFolder(u"chosen"_s);
-    QCOMPARE(platform::moveShownFile(outside), Removal::ThroughLink);
+    QCOMPARE(platform::moveShownItem(outside), Guarded::ThroughLink);
     QVERIFY(bin.asked.isEmpty());
     QVERIFY(platform::fileExists(target));
 
     // A chosen folder that is a link itself is what the user meant.
-    ShownFile below = shown(folder, u"link\\a.txt"_s);
+    ShownItem below = shown(folder, u"link\\a.txt"_s);
     below.root = folder.path(u"link"_s);
     QVERIFY(!platform::removalObstacle(below));
 }
@@ -131,11 +131,11 @@ void TestGuardedRemoval::refusesWhatTheBinWouldRefuse()
                         folder.makeFile(u"dir.\\a.txt"_s), folder.makeFile(u"nul"_s)};
     refused += {QString(), u"C:"_s, u"C:\\"_s};
     for (const QString &path : std::as_const(refused)) {
-        const ShownFile file{folder.path(), path, 0, 0, std::nullopt};
-        QCOMPARE(platform::removalObstacle(file), std::optional(Removal::Refused));
-        QCOMPARE(platform::moveShownFile(file), Removal::Refused);
+        const ShownItem file{folder.path(), path, 0, 0, std::nullopt};
+        QCOMPARE(platform::removalObstacle(file), std::optional(Guarded::Refused));
+        QCOMPARE(platform::moveShownItem(file), Guarded::Refused);
     }
-    QCOMPARE(platform::moveShownFile(shown(folder, u"outside"_s)), Removal::Refused); // a folder
+    QCOMPARE(platform::moveShownItem(shown(folder, u"outside"_s)), Guarded::Refused); // a folder
     refused += {folder.path(u"x\\..\\a.txt"_s),
                 folder.makeLink(u"link.txt"_s, u"outside\\b.txt"_s),
                 folder.makeLink(u"link"_s, u"outside"_s),
@@ -155,15 +155,15 @@ void TestGuardedRemoval::leavesInTheCloudWhatIsOnlyThere()
     TestFolder folder;
     FakeRecycleBin bin(folder.path());
     folder.makeFile(u"a.txt"_s, "content");
-    const ShownFile file = shown(folder, u"a.txt"_s);
+    const ShownItem file = shown(folder, u"a.txt"_s);
     tests::FakeFileProbe probe;
     probe.setAttributes(file.path, core::AttributeRecallOnOpen);
-    QCOMPARE(platform::removalObstacle(file), std::optional(Removal::InCloud));
-    QCOMPARE(platform::moveShownFile(file), Removal::InCloud);
+    QCOMPARE(platform::removalObstacle(file), std::optional(Guarded::InCloud));
+    QCOMPARE(platform::moveShownItem(file), Guarded::InCloud);
     QVERIFY(bin.asked.isEmpty());
     // What is fetched only when its content is read can be moved as it is.
     probe.setAttributes(file.path, core::AttributeRecallOnDataAccess);
-    QCOMPARE(platform::moveShownFile(file), Removal::Moved);
+    QCOMPARE(platform::moveShownItem(file), Guarded::Done);
 }
 
 void TestGuardedRemoval::holdsTheFileUntilItIsMoved()
@@ -181,13 +181,13 @@ void TestGuardedRemoval::holdsTheFileUntilItIsMoved()
         else
             held = !QDir().rename(folder.path(u"sub"_s), folder.path(u"other"_s));
     };
-    const Removal result = platform::moveShownFile(shown(folder, u"sub\\a.txt"_s));
+    const Guarded result = platform::moveShownItem(shown(folder, u"sub\\a.txt"_s));
     QCOMPARE(bin.asked, QStringList{path});
     QVERIFY(held);
     // And no longer; nor does it stand in the way of the move.
     QVERIFY(!platform::fileExists(path));
     if (!tests::isWine())
-        QCOMPARE(result, Removal::Moved);
+        QCOMPARE(result, Guarded::Done);
 }
 
 void TestGuardedRemoval::takesFoldersOnlyWhenAccepted()
