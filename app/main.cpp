@@ -16,8 +16,7 @@ int main(int argc, char *argv[])
     // 125 % and 150 % are drawn as such, not rounded to whole factors.
     QGuiApplication::setHighDpiScaleFactorRoundingPolicy(Qt::HighDpiScaleFactorRoundingPolicy::PassThrough);
     QApplication application(argc, argv);
-    QApplication::setStyle(QStringLiteral("Fusion"));
-    theme::keepSelectionVisible();
+    theme::install();
     QApplication::setWindowIcon(QIcon(QStringLiteral(":/resources/images/rocket.ico")));
     QApplication::setApplicationVersion(product::version().toString());
 

@@ -15,7 +15,7 @@ namespace
 {
 
 // Each is a question to its disk, on the interface thread.
-constexpr qsizetype mostLookedAt = 20;
+constexpr qsizetype maxAsked = 20;
 
 // The first folder among the dropped things, which may come behind files. Whoever drags them has just been
 // shown them, so asking what they are does not take long; it is asked when the drag enters, and what was
@@ -23,12 +23,21 @@ constexpr qsizetype mostLookedAt = 20;
 QString droppedFolder(const QMimeData *data)
 {
     const QList<QUrl> urls = data->urls();
-    for (const QUrl &url : urls.first(qMin(urls.size(), mostLookedAt))) {
+    for (const QUrl &url : urls.first(qMin(urls.size(), maxAsked))) {
         const QString path = url.toLocalFile();
         if (!path.isEmpty() && QFileInfo(path).isDir())
             return QDir::toNativeSeparators(path);
     }
     return {};
+}
+
+QStringList droppedPaths(const QMimeData *data)
+{
+    QStringList paths;
+    for (const QUrl &url : data->urls())
+        if (url.isLocalFile())
+            paths.append(QDir::toNativeSeparators(url.toLocalFile()));
+    return paths;
 }
 
 // Lies over the children of the frame, which would paint over anything that the frame itself paints.
@@ -73,8 +82,10 @@ DropFrame::DropFrame(QWidget *parent) : QWidget(parent), m_overlay(new Overlay(t
 
 void DropFrame::dragEnterEvent(QDragEnterEvent *event)
 {
-    m_folder = isEnabled() ? droppedFolder(event->mimeData()) : QString();
-    if (m_folder.isEmpty())
+    if (!isEnabled() || !event->mimeData()->hasUrls())
+        return;
+    if (m_accepts == Accepts::Anything ? droppedPaths(event->mimeData()).isEmpty()
+                                       : (m_folder = droppedFolder(event->mimeData())).isEmpty())
         return;
     m_overlay->raise();
     m_overlay->show();
@@ -89,6 +100,12 @@ void DropFrame::dragLeaveEvent(QDragLeaveEvent *)
 void DropFrame::dropEvent(QDropEvent *event)
 {
     m_overlay->hide();
+    if (m_accepts == Accepts::Anything) {
+        event->acceptProposedAction();
+        if (const QStringList paths = droppedPaths(event->mimeData()); !paths.isEmpty())
+            emit pathsDropped(paths);
+        return;
+    }
     const QString folder = std::exchange(m_folder, {});
     if (folder.isEmpty())
         return;

@@ -1,17 +1,24 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
+#include <QStringList>
 #include <QWidget>
 
-// A page onto which a folder can be dropped: shows a frame and a hint while one is dragged over it. Of
-// several things the first folder is taken.
+// A page onto which files and folders can be dropped: shows a frame and a hint while they are dragged over
+// it.
 class DropFrame : public QWidget
 {
     Q_OBJECT
 
 public:
+    enum class Accepts {
+        OneFolder, // the first folder among what is dropped; folderDropped() and othersLeftOut()
+        Anything   // all local files and folders, unseen: what they are is asked by a worker; pathsDropped()
+    };
+
     explicit DropFrame(QWidget *parent = nullptr);
 
+    void setAccepts(Accepts accepts) { m_accepts = accepts; }
     void setHint(const QString &hint) { m_hint = hint; }
 
 signals:
@@ -19,6 +26,8 @@ signals:
     void folderDropped(const QString &folder);
     // After it, when there was more than that folder; in words for the user.
     void othersLeftOut(const QString &notice);
+    // With native separators, in the order in which they were dropped, never empty.
+    void pathsDropped(const QStringList &paths);
 
 protected:
     void dragEnterEvent(QDragEnterEvent *event) override;
@@ -27,6 +36,7 @@ protected:
     void resizeEvent(QResizeEvent *event) override;
 
 private:
+    Accepts m_accepts = Accepts::OneFolder;
     QString m_hint;
     QString m_folder; // that is being dragged over it
     QWidget *m_overlay;

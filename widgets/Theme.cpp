@@ -1,6 +1,9 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "widgets/Theme.h"
 
+#include "platform/ContrastTheme.h"
+#include "widgets/FlatStyle.h"
+
 #include <QApplication>
 #include <QEvent>
 #include <QPainter>
@@ -21,6 +24,9 @@ namespace
 
 constexpr double textContrast = 4.5; // WCAG 2.1, AA: text
 constexpr double lineContrast = 3.0; // WCAG 2.1, AA: lines and areas that carry meaning
+constexpr char primaryProperty[] = "larkspurPrimary";
+
+bool highContrast = false;
 
 double linear(double channel)
 {
@@ -136,8 +142,39 @@ bool isDark(const QPalette &palette)
            luminance(palette.color(QPalette::Active, QPalette::WindowText));
 }
 
+bool isHighContrast()
+{
+    return highContrast;
+}
+
+void setHighContrast(bool on)
+{
+    highContrast = on;
+}
+
+namespace
+{
+
+// Only colours that the user chose, and no line that is fainter than text.
+Colors contrastColors(const QPalette &palette)
+{
+    const auto role = [&palette](QPalette::ColorRole r) { return palette.color(QPalette::Active, r); };
+    Colors c;
+    c.window = c.card = c.cardHover = c.cardPressed = c.field = c.accentText = role(QPalette::Window);
+    c.text = c.textMuted = c.border = c.controlBorder = c.indicatorBorder = role(QPalette::WindowText);
+    c.good = c.warning = c.danger = c.text;
+    c.accent = c.borderHover = readable(role(QPalette::Highlight), c.card, textContrast);
+    c.accentSoft = mix(c.card, c.accent, 0.2);
+    c.track = mix(c.card, c.text, 0.3);
+    return c;
+}
+
+} // namespace
+
 Colors colors(const QPalette &palette)
 {
+    if (highContrast)
+        return contrastColors(palette);
     const bool dark = isDark(palette);
     const auto role = [&palette](QPalette::ColorRole r) { return palette.color(QPalette::Active, r); };
     Colors c;
@@ -148,6 +185,9 @@ Colors colors(const QPalette &palette)
     c.cardPressed = dark ? mix(c.card, Qt::black, 0.12) : mix(c.card, c.text, 0.08);
     c.border = mix(c.card, c.text, dark ? 0.14 : 0.13);
     c.borderHover = mix(c.card, c.text, dark ? 0.28 : 0.25);
+    c.field = dark ? mix(c.window, Qt::black, 0.15) : QColor(Qt::white);
+    c.controlBorder = mix(c.card, c.text, dark ? 0.22 : 0.24);
+    c.indicatorBorder = readable(mix(c.card, c.text, 0.4), c.card, lineContrast);
     c.textMuted = readable(mix(c.text, c.card, 0.35), c.card, textContrast);
     c.accent = readable(accentOf(role(QPalette::Highlight)), c.card, textContrast);
     c.accentText = contrast(Qt::white, c.accent) >= textContrast ? QColor(Qt::white) : QColor(Qt::black);
@@ -257,9 +297,11 @@ QPalette visibleSelection(const QPalette &system)
     return own;
 }
 
-void keepSelectionVisible()
+void install()
 {
+    QApplication::setStyle(new FlatStyle);
     const auto keep = [] {
+        highContrast = platform::contrastTheme();
         QApplication::setPalette({}); // the system's own, as it is now
         QApplication::setPalette(visibleSelection(QApplication::palette()));
     };
@@ -269,7 +311,13 @@ void keepSelectionVisible()
 
 void makePrimary(QPushButton *button)
 {
+    button->setProperty(primaryProperty, true);
     new PaletteKeeper(button, primaryRule);
+}
+
+bool isPrimary(const QWidget *widget)
+{
+    return widget && widget->property(primaryProperty).toBool();
 }
 
 void makeMuted(QWidget *widget)

@@ -27,6 +27,7 @@ inline constexpr int cardRadius = 8;
 inline constexpr int controlRadius = 4;
 inline constexpr int barHeight = 6; // share and progress bars
 inline constexpr int rowHeight = 28;
+inline constexpr int buttonHeight = 36; // of the buttons in headers and start pages
 
 struct Colors {
     QColor window;      // behind the cards
@@ -35,6 +36,9 @@ struct Colors {
     QColor cardPressed; // held down
     QColor border;      // around cards and between rows
     QColor borderHover;
+    QColor field;           // behind text that can be edited
+    QColor controlBorder;   // around buttons and fields
+    QColor indicatorBorder; // around what can be ticked: its outline alone says that it is there
     QColor text;
     QColor textMuted;  // second lines, hints; still readable (contrast at least 4.5)
     QColor accent;     // readable as text and as a line on a card
@@ -47,6 +51,10 @@ struct Colors {
 };
 
 bool isDark(const QPalette &palette);
+// The contrast themes of Windows: every line and text at full strength, in the user's own colours. Read by
+// install(), and again when the palette changes.
+bool isHighContrast();
+void setHighContrast(bool on); // for tests
 Colors colors(const QPalette &palette);
 Colors colors(const QWidget *widget);
 
@@ -82,11 +90,13 @@ void paintBar(QPainter &painter, const QRectF &rect, double share, const QColor 
 // The colours of a selection that stands out, where that of `system` is black or a grey among the rows around
 // it: the dark palette of a Windows without an accent colour. Else a palette with nothing set.
 QPalette visibleSelection(const QPalette &system);
-// Gives the application that selection, also when the system turns dark or light. Call it once at the start.
-void keepSelectionVisible();
+// Gives the application FlatStyle and that selection, also when the system turns dark or light. Call it once
+// at the start.
+void install();
 
 // Gives a button the accent colour, and keeps it through palette changes: the one main action of a page.
 void makePrimary(QPushButton *button);
+bool isPrimary(const QWidget *widget);
 // Draws a widget's texts in the muted colour, and keeps it so through palette changes.
 void makeMuted(QWidget *widget);
 

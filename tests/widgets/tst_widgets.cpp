@@ -233,7 +233,7 @@ void WidgetsTest::noticesBreakLongPaths()
     layout->addStretch();
     page.resize(500, 300);
     page.show();
-    bar->showNotice({}, text);
+    bar->showNotice(NoticeBar::Kind::Info, text);
     QVERIFY(page.minimumSizeHint().width() < 250);
     QVERIFY(page.minimumSizeHint().height() < 100);
     QVERIFY(page.sizeHint().width() < 700);

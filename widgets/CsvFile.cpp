@@ -1,0 +1,98 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "widgets/CsvFile.h"
+
+#include <QSaveFile>
+
+#include <exception>
+#include <new>
+
+namespace
+{
+constexpr qsizetype writeAt = 1 << 16; // characters collected before they are written
+constexpr char byteOrderMark[] = "\xEF\xBB\xBF";
+} // namespace
+
+namespace csv
+{
+
+void Table::setRows(QList<QStringList> rows)
+{
+    next = [rows = std::move(rows), at = qsizetype(0)](QStringList &row) mutable {
+        if (at == rows.size())
+            return false;
+        row = rows.at(at++);
+        return true;
+    };
+}
+
+QString field(const QString &text)
+{
+    constexpr QStringView formulaBegins = u"=+-@\t\r";
+    QString written = text;
+    if (!written.isEmpty() && formulaBegins.contains(written.front()))
+        written.prepend(QLatin1Char('\''));
+    const bool quoted = written.contains(QLatin1Char(',')) || written.contains(QLatin1Char('"')) ||
+                        written.contains(QLatin1Char('\n')) || written.contains(QLatin1Char('\r'));
+    if (!quoted)
+        return written;
+    return QLatin1Char('"') + written.replace(QLatin1Char('"'), QLatin1String("\"\"")) + QLatin1Char('"');
+}
+
+QString line(const QStringList &fields)
+{
+    QString text;
+    for (qsizetype i = 0; i < fields.size(); ++i) {
+        if (i > 0)
+            text += QLatin1Char(',');
+        text += field(fields.at(i));
+    }
+    return text + QLatin1String("\r\n");
+}
+
+} // namespace csv
+
+CsvWriter::CsvWriter(QString file, csv::Table table) : m_file(std::move(file)), m_table(std::move(table)) {}
+
+void CsvWriter::run()
+{
+    try {
+        m_outcome = write();
+    } catch (const std::bad_alloc &) {
+        m_outcome = Outcome::Failed;
+        m_error = tr("There is not enough memory.");
+    } catch (const std::exception &error) {
+        m_outcome = Outcome::Failed;
+        m_error = QString::fromUtf8(error.what());
+    }
+}
+
+void CsvWriter::interrupt()
+{
+    if (m_table.stopWaiting)
+        m_table.stopWaiting();
+}
+
+CsvWriter::Outcome CsvWriter::write()
+{
+    QSaveFile file(m_file);
+    const auto failed = [this, &file] {
+        m_error = file.errorString();
+        return Outcome::Failed;
+    };
+    // Anything short of commit() leaves the old file as it was.
+    if (!file.open(QIODevice::WriteOnly))
+        return failed();
+    file.write(byteOrderMark);
+    QString text = csv::line(m_table.titles);
+    for (QStringList row; !stopRequested() && m_table.next(row); ++m_rows) {
+        text += csv::line(row);
+        if (text.size() >= writeAt) {
+            file.write(text.toUtf8());
+            text.clear();
+        }
+    }
+    if (stopRequested())
+        return Outcome::Cancelled;
+    file.write(text.toUtf8());
+    return file.commit() ? Outcome::Written : failed();
+}

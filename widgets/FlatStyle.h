@@ -1,0 +1,31 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include <QProxyStyle>
+
+// The look of the controls: flat shapes with one line around them, in the colours of theme::colors(), beside
+// the cards. Metrics, keys and everything that is not drawn here are those of the Fusion style. A button that
+// theme::makePrimary() was called for is filled with the accent colour.
+class FlatStyle : public QProxyStyle
+{
+    Q_OBJECT
+
+public:
+    FlatStyle();
+
+    void drawPrimitive(PrimitiveElement element, const QStyleOption *option, QPainter *painter,
+                       const QWidget *widget) const override;
+    void drawControl(ControlElement element, const QStyleOption *option, QPainter *painter,
+                     const QWidget *widget) const override;
+    void drawComplexControl(ComplexControl control, const QStyleOptionComplex *option, QPainter *painter,
+                            const QWidget *widget) const override;
+    QRect subElementRect(SubElement element, const QStyleOption *option,
+                         const QWidget *widget) const override;
+    QSize sizeFromContents(ContentsType type, const QStyleOption *option, const QSize &size,
+                           const QWidget *widget) const override;
+    // Icons of selected rows keep their colours.
+    QPixmap generatedIconPixmap(QIcon::Mode mode, const QPixmap &pixmap,
+                                const QStyleOption *option) const override;
+    int styleHint(StyleHint hint, const QStyleOption *option, const QWidget *widget,
+                  QStyleHintReturn *data) const override;
+};

@@ -1,0 +1,46 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include "widgets/Controls.h"
+
+#include <QWidget>
+
+class ElidedLabel;
+class QHBoxLayout;
+class WrappedLabel;
+
+// The head of a page: perhaps a way back, a title, a line below it, and the page's buttons on the right.
+class PageHeader : public QWidget
+{
+    Q_OBJECT
+
+public:
+    enum class Kind {
+        Start, // a large title and a description of the tool, over several lines where it must be
+        Result // what is shown, a path perhaps, and its totals, one line each
+    };
+
+    explicit PageHeader(Kind kind, QWidget *parent = nullptr);
+
+    void setTitle(const QString &title);
+    // The description, or the totals.
+    void setText(const QString &text);
+    // Shows the button "backButton"; Alt+Left presses it while the focus is on the page around the header.
+    void showBack(const QString &tip);
+    QToolButton *backButton() const { return m_back; } // null before showBack()
+
+    // Buttons from left to right, placed by their objectName in tests; the header owns them.
+    QPushButton *addButton(const controls::Button &button, controls::Rank rank = controls::Rank::Secondary);
+    QToolButton *addToolButton(const controls::Button &button, bool showText = true);
+    void addWidget(QWidget *widget);
+
+signals:
+    void back();
+
+private:
+    QToolButton *m_back = nullptr;
+    ElidedLabel *m_title;
+    ElidedLabel *m_totals = nullptr;
+    WrappedLabel *m_description = nullptr;
+    QHBoxLayout *m_row;
+};

@@ -1,0 +1,133 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include "widgets/CsvExporter.h"
+
+#include <QAbstractItemView>
+#include <QWidget>
+
+class EmptyState;
+class FLPopupMenu;
+class FLTableView;
+class FLTreeView;
+class QHBoxLayout;
+class QSortFilterProxyModel;
+class QStackedLayout;
+class SearchLine;
+
+// A list or tree of results with what a user expects of each: whole rows selected, a context menu (Menu key
+// too), copying (Ctrl+C, fields separated by tabs), export as CSV (Ctrl+S), a menu of columns on the header,
+// a search line on request (Ctrl+F), and something to read where there is nothing to show. Works with any
+// model; the model belongs to the caller and must go, or be replaced by null, before what it reads.
+//
+//     m_list = new ResultTable(u"resultTableView", tr("Removed files"), this);
+//     m_list->setModel(m_model);
+//     m_list->setEmpty(controls::image("Info16"), tr("Nothing was removed"));
+//     m_list->addAction(open);            // own actions stand first in the context menu
+//     connect(m_list, &ResultView::told, m_notice, ...);
+//
+// Sorting is the model's: a click on a header calls QAbstractItemModel::sort(). Nothing is asked of the model
+// for rows that are not on the screen, so a million rows are as quick as ten, except by the search.
+class ResultView : public QWidget
+{
+    Q_OBJECT
+
+public:
+    enum class Search {
+        None,
+        Filter, // rows whose shown texts hold the words; reads every row, so for up to maxFiltered rows
+        Own     // the caller filters, on searched()
+    };
+    static constexpr int maxFiltered = 20'000;
+
+    // Takes `view`. `name` says what is listed: for a screen reader, and as the exported file's name.
+    ResultView(QAbstractItemView *view, const QString &objectName, const QString &name,
+               QWidget *parent = nullptr);
+    ~ResultView() override;
+
+    void setModel(QAbstractItemModel *model);
+    QAbstractItemModel *model() const { return m_model; }
+    QAbstractItemView *view() const { return m_view; }
+    void setSearch(Search search);
+    SearchLine *searchLine() const { return m_search; } // null for Search::None
+    void setEmpty(const QIcon &icon, const QString &title, const QString &text = {});
+    // In the row of the search line, on its left.
+    void addToolWidget(QWidget *widget);
+
+    // Indexes of the caller's model, column 0, from top to bottom.
+    QModelIndex current() const;
+    QModelIndexList selected() const;
+    void select(const QModelIndex &index); // and scrolls there
+
+    void exportRows();
+    CsvExporter *exporter() const { return m_exporter; }
+
+signals:
+    void activated(const QModelIndex &index); // by double click or Enter; of the caller's model, column 0
+    void currentChanged(const QModelIndex &index);
+    void selectionChanged();
+    // Before the context menu is shown; what is right-clicked is current by then.
+    void menuAboutToShow(FLPopupMenu *menu);
+    void searched(const QString &text);
+    // Something for the page's notice bar.
+    void told(NoticeBar::Kind kind, const QString &notice);
+
+protected:
+    bool eventFilter(QObject *watched, QEvent *event) override;
+    void actionEvent(QActionEvent *event) override;
+
+private:
+    void buildLayout(const QString &objectName, const QString &name);
+    void buildActions();
+    void attach();
+    void copy();
+    void filter(const QString &text);
+    void showMenu(const QPoint &globalPosition);
+    void showColumnMenu(const QPoint &position);
+    void showEmpty();
+    QModelIndex toSource(const QModelIndex &index) const;
+    QModelIndex fromSource(const QModelIndex &index) const;
+
+    QAbstractItemView *m_view;
+    QAbstractItemModel *m_model = nullptr;
+    QSortFilterProxyModel *m_filter = nullptr;
+    Search m_searchKind = Search::None;
+    SearchLine *m_search = nullptr;
+    QHBoxLayout *m_tools;
+    QStackedLayout *m_stack = nullptr;
+    EmptyState *m_empty;
+    QIcon m_emptyIcon;
+    QString m_emptyTitle;
+    QString m_emptyText;
+    CsvExporter *m_exporter;
+    QAction *m_copy = nullptr;
+    QAction *m_export = nullptr;
+    QList<QMetaObject::Connection> m_modelConnections;
+};
+
+// For flat lists of any length.
+class ResultTable : public ResultView
+{
+    Q_OBJECT
+
+public:
+    ResultTable(const QString &objectName, const QString &name, QWidget *parent = nullptr);
+
+    FLTableView *table() const;
+};
+
+// For facts: the columns "Field" and "Value", sections expanded. Rows keep the model's order.
+class FieldValueTree : public ResultView
+{
+    Q_OBJECT
+
+public:
+    static constexpr int fieldWidth = 300;
+
+    FieldValueTree(const QString &objectName, const QString &name, QWidget *parent = nullptr);
+
+    FLTreeView *tree() const;
+    // Attaches the model, gives the first column fieldWidth and expands all rows. Both titles are the
+    // model's.
+    void showFacts(QAbstractItemModel *model);
+};
