@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
-#include "app/settings/Keys.h"
-#include "app/settings/Values.h"
 #include "core/FileTypes.h"
+#include "settings/Keys.h"
+#include "settings/Values.h"
 
 #include <QStringList>
 

@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "FindDuplicate/Settings.h"
 
-#include "app/settings/FileTypeStore.h"
-#include "app/settings/Settings.h"
+#include "settings/FileTypeStore.h"
+#include "settings/Settings.h"
 
 #include <algorithm>
 #include <numeric>

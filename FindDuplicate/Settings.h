@@ -3,8 +3,8 @@
 
 #include "FindDuplicate/engine/Categories.h"
 #include "FindDuplicate/engine/CustomFileType.h"
-#include "app/settings/Keys.h"
-#include "app/settings/Values.h"
+#include "settings/Keys.h"
+#include "settings/Values.h"
 
 #include <vector>
 

@@ -2,7 +2,7 @@
 #include "FindDuplicateImage/ComparePane.h"
 
 #include "FindDuplicateImage/CompareView.h"
-#include "FindDuplicateImage/DecoderPool.h"
+#include "imaging/DecoderPool.h"
 #include "widgets/ElidedLabel.h"
 #include "widgets/RowDelegate.h"
 #include "widgets/Theme.h"
@@ -110,7 +110,7 @@ void ComparePane::clear()
 }
 
 void ComparePane::compare(const QString &first, const QString &firstText, const QString &second,
-                          const QString &secondText, std::shared_ptr<DecoderPool> decoders)
+                          const QString &secondText, std::shared_ptr<imaging::DecoderPool> decoders)
 {
     const QString wanted = first % u'\n' % second;
     m_firstText->setText(firstText);

@@ -24,7 +24,7 @@ public:
 
     // `second` is empty when the first picture itself is selected. The texts stand above the pictures.
     void compare(const QString &first, const QString &firstText, const QString &second,
-                 const QString &secondText, std::shared_ptr<DecoderPool> decoders);
+                 const QString &secondText, std::shared_ptr<imaging::DecoderPool> decoders);
     void clear();
 
 signals:

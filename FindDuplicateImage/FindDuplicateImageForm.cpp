@@ -1,13 +1,13 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "FindDuplicateImage/FindDuplicateImageForm.h"
 
-#include "FindDuplicateImage/DecoderPool.h"
 #include "FindDuplicateImage/FindDuplicateImageNoResultFoundForm.h"
 #include "FindDuplicateImage/FindDuplicateImageResultForm.h"
 #include "FindDuplicateImage/FindDuplicateImageScanInfoForm.h"
 #include "FindDuplicateImage/FindDuplicateImageStartForm.h"
-#include "FindDuplicateImage/ThumbnailFile.h"
 #include "core/FolderWalk.h"
+#include "imaging/DecoderPool.h"
+#include "imaging/ThumbnailFile.h"
 #include "platform/Processors.h"
 #include "platform/Win32Enumerator.h"
 
@@ -35,7 +35,10 @@ QString shownRoot(const QString &chosen)
 FindDuplicateImageForm::Tools FindDuplicateImageForm::windowsTools()
 {
     return {[] { return std::make_unique<platform::Win32Enumerator>(); },
-            [] { return std::make_shared<DecoderPool>(DecoderPool::Options{DecoderPool::decoderProgram()}); },
+            [] {
+                return std::make_shared<imaging::DecoderPool>(
+                    imaging::DecoderPool::Options{imaging::DecoderPool::decoderProgram()});
+            },
             QDir::tempPath()};
 }
 
@@ -123,7 +126,7 @@ void FindDuplicateImageForm::scan(const QString &folder)
     m_start->hideNotice(); // it was about an earlier scan
     m_resultNotice.clear();
     m_decoders = m_tools.decoders();
-    m_thumbnails = std::make_shared<ThumbnailFile>(m_tools.temporaryFolder);
+    m_thumbnails = std::make_shared<imaging::ThumbnailFile>(m_tools.temporaryFolder);
     m_scan.reset(new FindDuplicateImageThread(makeJob(m_root)));
     connectScan();
     m_cancelled = false;

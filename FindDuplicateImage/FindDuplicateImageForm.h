@@ -8,7 +8,10 @@
 #include <functional>
 #include <memory>
 
+namespace imaging
+{
 class DecoderPool;
+}
 class FindDuplicateImageNoResultFoundForm;
 class FindDuplicateImageResultForm;
 class FindDuplicateImageScanInfoForm;
@@ -25,7 +28,7 @@ public:
     // What the form works with; the default is the real thing.
     struct Tools {
         std::function<std::unique_ptr<core::DirectoryEnumerator>()> enumerator; // one for each scan
-        std::function<std::shared_ptr<DecoderPool>()> decoders;                 // one for each scan
+        std::function<std::shared_ptr<imaging::DecoderPool>()> decoders;        // one for each scan
         QString temporaryFolder;
     };
     static Tools windowsTools();
@@ -86,7 +89,7 @@ private:
     bool m_totalShown = false;
     core::ProgressRelay m_relay;       // of the scan
     core::ProgressRelay m_reportRelay; // of the report's preparation
-    std::shared_ptr<DecoderPool> m_decoders;
-    std::shared_ptr<ThumbnailFile> m_thumbnails;
+    std::shared_ptr<imaging::DecoderPool> m_decoders;
+    std::shared_ptr<imaging::ThumbnailFile> m_thumbnails;
     core::WorkerPointer<FindDuplicateImageThread> m_scan;
 };

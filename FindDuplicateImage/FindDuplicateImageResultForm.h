@@ -4,8 +4,8 @@
 #include "FindDuplicate/removal/MemberRemoval.h"
 #include "FindDuplicateImage/ImageReport.h"
 #include "FindDuplicateImage/LatestTask.h"
-#include "FindDuplicateImage/ThumbnailCache.h"
 #include "core/WorkerThread.h"
+#include "imaging/ThumbnailCache.h"
 
 #include <QTimer>
 #include <QWidget>
@@ -100,7 +100,7 @@ private:
     void selectGroupRow(int row);
 
     ImageReport m_report;
-    ThumbnailCache m_thumbnails;
+    imaging::ThumbnailCache m_thumbnails;
     ImageGroupModel *m_groups;
     ImageMemberModel *m_members;
     duplicates::MemberRemoval *m_removal;

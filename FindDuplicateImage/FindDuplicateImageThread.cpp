@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "FindDuplicateImage/FindDuplicateImageThread.h"
 
-#include "FindDuplicateImage/DecoderPool.h"
-#include "FindDuplicateImage/ThumbnailFile.h"
+#include "imaging/DecoderPool.h"
+#include "imaging/ThumbnailFile.h"
 
 FindDuplicateImageThread::FindDuplicateImageThread(ImageScanJob job) : m_job(std::move(job)) {}
 
@@ -10,8 +10,13 @@ FindDuplicateImageThread::~FindDuplicateImageThread() = default;
 
 void FindDuplicateImageThread::run()
 {
-    const lookalikes::Examine examine = [this](const QString &path, const core::BeforeDecode &beforeDecode) {
-        return m_job.decoders->examine(path, beforeDecode, cancelFlag());
+    const lookalikes::Examine examine =
+        [this](const QString &path,
+               const imaging::BeforeDecode &beforeDecode) -> std::optional<lookalikes::ExaminedImage> {
+        auto examination = m_job.decoders->examine(path, beforeDecode, cancelFlag());
+        if (!examination)
+            return std::nullopt;
+        return lookalikes::examinedImage(std::move(*examination));
     };
     try {
         m_result = lookalikes::findLookalikes(m_job.root, m_job.options, *m_job.enumerator, examine,

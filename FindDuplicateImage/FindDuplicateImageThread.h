@@ -6,16 +6,22 @@
 
 #include <memory>
 
+namespace imaging
+{
 class DecoderPool;
+}
+namespace imaging
+{
 class ThumbnailFile;
+}
 
 // What a scan needs, put together before it starts. The pool and the thumbnails are the form's.
 struct ImageScanJob {
     QString root;
     lookalikes::ScanOptions options;
     std::unique_ptr<core::DirectoryEnumerator> enumerator;
-    std::shared_ptr<DecoderPool> decoders;
-    std::shared_ptr<ThumbnailFile> thumbnails;
+    std::shared_ptr<imaging::DecoderPool> decoders;
+    std::shared_ptr<imaging::ThumbnailFile> thumbnails;
 };
 
 // Scans a folder for pictures that look alike. The signals are emitted on this thread, updateTotalItemScan()

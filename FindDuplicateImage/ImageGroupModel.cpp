@@ -2,14 +2,14 @@
 #include "FindDuplicateImage/ImageGroupModel.h"
 
 #include "FindDuplicateImage/ImageReport.h"
-#include "FindDuplicateImage/ThumbnailCache.h"
 #include "core/SizeText.h"
+#include "imaging/ThumbnailCache.h"
 
 #include <numeric>
 
 using lookalikes::ImageRecord;
 
-ImageGroupModel::ImageGroupModel(ThumbnailCache &thumbnails, QObject *parent)
+ImageGroupModel::ImageGroupModel(imaging::ThumbnailCache &thumbnails, QObject *parent)
     : QAbstractListModel(parent),
       m_thumbnails(thumbnails)
 {

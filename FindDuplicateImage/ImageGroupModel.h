@@ -5,7 +5,10 @@
 
 #include <vector>
 
+namespace imaging
+{
 class ThumbnailCache;
+}
 struct ImageReport;
 
 // The groups of a report, a row each. Texts and pictures are made when a row is painted, so that a list of
@@ -21,7 +24,7 @@ public:
         GoneRole                   // the first picture was moved or removed
     };
 
-    ImageGroupModel(ThumbnailCache &thumbnails, QObject *parent);
+    ImageGroupModel(imaging::ThumbnailCache &thumbnails, QObject *parent);
 
     // Null for none; must live until the next call. Lists all groups.
     void setReport(const ImageReport *report);
@@ -40,7 +43,7 @@ public:
 private:
     QString detailText(std::size_t group) const;
 
-    ThumbnailCache &m_thumbnails;
+    imaging::ThumbnailCache &m_thumbnails;
     const ImageReport *m_report = nullptr;
     std::vector<int> m_listed;
     std::vector<int> m_rowOf; // by group

@@ -2,15 +2,15 @@
 #include "FindDuplicateImage/ImageMemberModel.h"
 
 #include "FindDuplicateImage/ImageReport.h"
-#include "FindDuplicateImage/ThumbnailCache.h"
 #include "core/SizeText.h"
+#include "imaging/ThumbnailCache.h"
 #include "platform/FileTime.h"
 
 #include <utility>
 
 using lookalikes::ImageRecord;
 
-ImageMemberModel::ImageMemberModel(ThumbnailCache &thumbnails, QObject *parent)
+ImageMemberModel::ImageMemberModel(imaging::ThumbnailCache &thumbnails, QObject *parent)
     : QAbstractListModel(parent),
       m_thumbnails(thumbnails)
 {

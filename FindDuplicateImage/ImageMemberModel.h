@@ -9,7 +9,10 @@
 #include <optional>
 #include <vector>
 
+namespace imaging
+{
 class ThumbnailCache;
+}
 struct ImageReport;
 
 namespace lookalikes
@@ -34,7 +37,7 @@ public:
     };
     enum NoteKind { NoNote, Proposal, Warning, Gone };
 
-    ImageMemberModel(ThumbnailCache &thumbnails, QObject *parent);
+    ImageMemberModel(imaging::ThumbnailCache &thumbnails, QObject *parent);
 
     // A group of the report, or none.
     void setGroup(const ImageReport *report, int group);
@@ -63,7 +66,7 @@ private:
     QString accessibleText(int row) const;
     void findProposal();
 
-    ThumbnailCache &m_thumbnails;
+    imaging::ThumbnailCache &m_thumbnails;
     const ImageReport *m_report = nullptr;
     int m_group = -1;
     int m_proposal = -1; // the row that is proposed to be kept; -1 when there is nothing to choose from

@@ -9,8 +9,14 @@
 #include <memory>
 #include <vector>
 
+namespace imaging
+{
 class DecoderPool;
+}
+namespace imaging
+{
 class ThumbnailFile;
+}
 
 // What the results page shows.
 struct ImageReport {
@@ -19,9 +25,9 @@ struct ImageReport {
     std::size_t imagesCompared = 0;
     std::size_t placeholders = 0; // not compared, their content lies in a cloud store
     int foldersUnread = 0;        // that could not be listed, or in part only
-    bool decodedHere = false;     // no decoder could be started, see DecoderPool::usesThisProcess()
-    std::shared_ptr<DecoderPool> decoders;
-    std::shared_ptr<ThumbnailFile> thumbnails;
+    bool decodedHere = false;     // no decoder could be started, see imaging::DecoderPool::usesThisProcess()
+    std::shared_ptr<imaging::DecoderPool> decoders;
+    std::shared_ptr<imaging::ThumbnailFile> thumbnails;
     std::vector<bool> firstGone; // for each group: its first picture was not there when the report was made
 };
 

@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "FindDuplicateImage/PicturePair.h"
 
-#include "FindDuplicateImage/DecoderPool.h"
 #include "core/DirectoryEnumerator.h"
+#include "imaging/DecoderPool.h"
 #include "platform/FileProbe.h"
 
 #include <algorithm>
@@ -11,7 +11,7 @@
 namespace
 {
 
-LoadedPicture loadPicture(const QString &path, const PicturePair &known, DecoderPool &decoders,
+LoadedPicture loadPicture(const QString &path, const PicturePair &known, imaging::DecoderPool &decoders,
                           const core::CancelFlag &cancel)
 {
     if (path.isEmpty() || cancel.isSet())
@@ -24,7 +24,7 @@ LoadedPicture loadPicture(const QString &path, const PicturePair &known, Decoder
     picture.inCloud = attributes && core::isPlaceholder(*attributes);
     if (picture.inCloud)
         return picture;
-    if (std::optional<core::LoadedImage> loaded = decoders.picture(path, cancel)) {
+    if (std::optional<imaging::LoadedImage> loaded = decoders.picture(path, cancel)) {
         picture.full = std::move(loaded->image);
         picture.full.setDevicePixelRatio(1); // "@2x" in a name says nothing here
         picture.fitted = picture.full;
@@ -39,7 +39,7 @@ LoadedPicture loadPicture(const QString &path, const PicturePair &known, Decoder
 } // namespace
 
 PicturePair loadPictures(const QString &first, const QString &second, const PicturePair &known,
-                         DecoderPool &decoders, const core::CancelFlag &cancel)
+                         imaging::DecoderPool &decoders, const core::CancelFlag &cancel)
 {
     PicturePair pair;
     pair.first = loadPicture(first, known, decoders, cancel);

@@ -7,7 +7,10 @@
 #include <QImage>
 #include <QString>
 
+namespace imaging
+{
 class DecoderPool;
+}
 
 // A picture for looking at.
 struct LoadedPicture {
@@ -29,4 +32,4 @@ inline constexpr int fittedSide = 1600;
 
 // Reads and compares; takes as long as decoding two pictures takes. A picture of `known` is not read again.
 PicturePair loadPictures(const QString &first, const QString &second, const PicturePair &known,
-                         DecoderPool &decoders, const core::CancelFlag &cancel);
+                         imaging::DecoderPool &decoders, const core::CancelFlag &cancel);

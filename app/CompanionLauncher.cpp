@@ -5,11 +5,11 @@
 #include "app/InstallationFolder.h"
 #include "app/ModuleTable.h"
 #include "app/OpenAdminModuleDialog.h"
-#include "app/settings/Settings.h"
 #include "platform/Dialogs.h"
 #include "platform/Paths.h"
 #include "platform/Shell.h"
 #include "platform/TopLevelWindows.h"
+#include "settings/Settings.h"
 
 #include <QWidget>
 

@@ -3,8 +3,8 @@
 
 #include "app/CardSlots.h"
 #include "app/ModuleCard.h"
-#include "app/settings/Keys.h"
-#include "app/settings/Values.h"
+#include "settings/Keys.h"
+#include "settings/Values.h"
 #include "widgets/SlimScrollBar.h"
 #include "widgets/Theme.h"
 

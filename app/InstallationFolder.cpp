@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "app/InstallationFolder.h"
 
-#include "app/settings/Keys.h"
-#include "app/settings/Settings.h"
+#include "settings/Keys.h"
+#include "settings/Settings.h"
 
 #include <QDir>
 

@@ -5,7 +5,7 @@
 #include "app/MainWindow.h"
 #include "app/ThumbnailRemovalDialog.h"
 #include "app/WindowGeometry.h"
-#include "core/ThumbnailStore.h"
+#include "imaging/engine/ThumbnailStore.h"
 #include "platform/TopLevelWindows.h"
 #include "widgets/FLWidget.h"
 
@@ -77,7 +77,7 @@ void MainWindow::closeEvent(QCloseEvent *event)
     if (!check.mayClose)
         showStopping(check.stopping);
     // Also while a page is busy: for one that still uses them, a thumbnail that is gone is an empty picture.
-    if (core::ThumbnailStore::produced()) {
+    if (imaging::ThumbnailStore::produced()) {
         event->ignore();
         removeThumbnailsThenClose();
     }

@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
-#include "app/settings/Keys.h"
-#include "app/settings/Values.h"
+#include "settings/Keys.h"
+#include "settings/Values.h"
 
 #include <QVersionNumber>
 

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "app/ThumbnailRemovalDialog.h"
 
-#include "core/ThumbnailStore.h"
+#include "imaging/engine/ThumbnailStore.h"
 #include "platform/Guard.h"
 #include "platform/Win32Enumerator.h"
 #include "widgets/Theme.h"
@@ -15,7 +15,7 @@
 int removeThumbnails(const QString &temporaryFolder, const core::CancelFlag &cancel)
 {
     const QString root = QDir::toNativeSeparators(temporaryFolder);
-    const QString path = QDir::toNativeSeparators(core::ThumbnailStore::folder(temporaryFolder));
+    const QString path = QDir::toNativeSeparators(imaging::ThumbnailStore::folder(temporaryFolder));
     int count = 0;
     {
         const platform::GuardedFolder folder(platform::GuardedRoot(root), path);
@@ -90,6 +90,6 @@ void ThumbnailRemovalDialog::finish(bool allTried)
     if (!allTried)
         return;
     // Before the window is asked to close again, or it would ask for the removal for ever.
-    core::ThumbnailStore::noteRemoved();
+    imaging::ThumbnailStore::noteRemoved();
     emit closeApp();
 }

@@ -45,7 +45,7 @@ public:
     void done(int result) override;
 
 signals:
-    // The thumbnails are removed, and core::ThumbnailStore says so. A scan that goes on still has its own,
+    // The thumbnails are removed, and imaging::ThumbnailStore says so. A scan that goes on still has its own,
     // and removes them and the folder when it goes.
     void closeApp();
 

@@ -51,7 +51,7 @@ bool compareWithPlainLoop(Draw draw)
     std::vector<PlainFingerprint> plain;
     for (int i = 0; i < 1000; ++i) {
         const QImage image = draw(random);
-        compact.push_back(lookalikes::reduceImage(image)->fingerprint);
+        compact.push_back(tests::reduceImage(image)->fingerprint);
         plain.push_back(PlainFingerprint::of(image));
     }
     std::vector<double> plainTimes, compactTimes;
@@ -83,7 +83,7 @@ void searchMany(Draw draw, const std::vector<std::size_t> &sizes)
     std::mt19937 random(2);
     std::vector<Fingerprint> kinds;
     for (int i = 0; i < 4000; ++i)
-        kinds.push_back(lookalikes::reduceImage(draw(random))->fingerprint);
+        kinds.push_back(tests::reduceImage(draw(random))->fingerprint);
     constexpr std::size_t later = 50;
     lookalikes::FingerprintList list;
     for (const std::size_t size : sizes) {

@@ -5,10 +5,10 @@
 // not exist. usage: finder_stall duplicates|pictures
 
 #include "FindDuplicate/FindDuplicateForm.h"
-#include "FindDuplicateImage/DecoderPool.h"
 #include "FindDuplicateImage/FindDuplicateImageResultForm.h"
 #include "FindDuplicateImage/ImageReport.h"
 #include "bench/Heartbeat.h"
+#include "imaging/DecoderPool.h"
 #include "tests/support/MemoryEnumerator.h"
 
 #include <QAbstractButton>
@@ -126,7 +126,8 @@ Stall picturesPage()
         report.groups.push_back(std::move(made));
     }
     report.imagesCompared = groupCount * 2;
-    report.decoders = std::make_shared<DecoderPool>(DecoderPool::Options{DecoderPool::decoderProgram()});
+    report.decoders = std::make_shared<imaging::DecoderPool>(
+        imaging::DecoderPool::Options{imaging::DecoderPool::decoderProgram()});
     FindDuplicateImageResultForm form;
     form.resize(1200, 800);
     form.show();

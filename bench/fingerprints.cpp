@@ -5,11 +5,11 @@
 // as the application does it, in processes of their own, as many as there are cores. All ways take turns; the
 // medians are compared. usage: fingerprints FOLDER DECODER [PHOTOGRAPHS] [ROUNDS]
 
-#include "FindDuplicateImage/DecoderPool.h"
 #include "FindDuplicateImage/engine/Scan.h"
-#include "FindDuplicateImage/engine/ThumbnailSpool.h"
 #include "bench/Bench.h"
-#include "core/ImageLoader.h"
+#include "imaging/DecoderPool.h"
+#include "imaging/engine/ImageLoader.h"
+#include "imaging/engine/ThumbnailSpool.h"
 #include "tests/support/MemoryEnumerator.h"
 
 #include <QCoreApplication>
@@ -87,7 +87,7 @@ std::size_t scanAll(const QStringList &paths, int threads, const lookalikes::Exa
     QTemporaryFile file;
     if (!file.open())
         qFatal("no temporary file");
-    lookalikes::ThumbnailSpool thumbnails(file);
+    imaging::ThumbnailSpool thumbnails(file);
     Silent listener;
     const core::CancelFlag cancel;
     lookalikes::ScanOptions options;
@@ -113,11 +113,16 @@ int main(int argc, char **argv)
         return 2;
     const QStringList paths = photographs(folder, count);
     const int cores = QThread::idealThreadCount();
-    DecoderPool decoders({QString::fromLocal8Bit(argv[2])});
+    imaging::DecoderPool decoders({QString::fromLocal8Bit(argv[2])});
     const core::CancelFlag cancel;
-    const lookalikes::Examine examineHere = lookalikes::examineWith(core::readImage);
-    const lookalikes::Examine examineApart = [&](const QString &path, const core::BeforeDecode &before) {
-        return decoders.examine(path, before, cancel);
+    const lookalikes::Examine examineHere = lookalikes::examineWith(imaging::readImage);
+    const lookalikes::Examine examineApart =
+        [&](const QString &path,
+            const imaging::BeforeDecode &before) -> std::optional<lookalikes::ExaminedImage> {
+        auto examination = decoders.examine(path, before, cancel);
+        if (!examination)
+            return std::nullopt;
+        return lookalikes::examinedImage(std::move(*examination));
     };
 
     readAll(paths); // warms the system's cache

@@ -1,7 +1,8 @@
 # `cmake --install BUILD --prefix FOLDER` makes one runnable folder: the executables, Qt, its plugins, the compiler's
 # runtime and the licences. Plugin folders lie beside the executable, where Qt looks first.
 
-install(TARGETS FernlightLarkspur LarkspurDecoder RUNTIME DESTINATION .)
+get_property(companions GLOBAL PROPERTY LARKSPUR_COMPANIONS)
+install(TARGETS FernlightLarkspur ${companions} RUNTIME DESTINATION .)
 
 foreach(library Core Gui Widgets Network)
   install(FILES $<TARGET_FILE:Qt6::${library}> DESTINATION .)

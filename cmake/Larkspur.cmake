@@ -9,13 +9,18 @@ set(CMAKE_EXPORT_COMPILE_COMMANDS ON)
 
 find_program(CCACHE ccache)
 if(CCACHE)
-  set(CMAKE_CXX_COMPILER_LAUNCHER ${CCACHE})
+  # Without this it does not keep what was compiled with a precompiled header.
+  set(CMAKE_CXX_COMPILER_LAUNCHER ${CMAKE_COMMAND} -E env CCACHE_SLOPPINESS=pch_defines,time_macros ${CCACHE})
 endif()
 
 if(WIN32)
   find_package(Qt6 6.5 REQUIRED COMPONENTS Core Gui Widgets Network Test)
 else()
   find_package(Qt6 6.4 REQUIRED COMPONENTS Core Gui Test)
+endif()
+
+if(WIN32)
+  include(${CMAKE_CURRENT_LIST_DIR}/../resources/WindowsResources.cmake)
 endif()
 
 # Every target links this one; it carries all flags.
@@ -45,34 +50,91 @@ if(LARKSPUR_FUZZ)
   target_compile_options(larkspur_flags INTERFACE -fsanitize=fuzzer-no-link)
 endif()
 
+# Nine tenths of compiling a source are the toolkit's headers. They are parsed once; every source still includes what it
+# uses, which the native build of the engines and MSVC show.
+if(WIN32 AND NOT MSVC)
+  file(GENERATE OUTPUT ${CMAKE_BINARY_DIR}/precompiled.cpp CONTENT "")
+  add_library(larkspur_precompiled OBJECT ${CMAKE_BINARY_DIR}/precompiled.cpp)
+  # Without the definitions of the toolkit's upper libraries: GCC refuses a precompiled header that was made with one
+  # that its user lacks.
+  target_link_libraries(larkspur_precompiled PRIVATE larkspur_flags Qt6::Core)
+  target_include_directories(larkspur_precompiled SYSTEM PRIVATE
+    $<TARGET_PROPERTY:Qt6::Gui,INTERFACE_INCLUDE_DIRECTORIES> $<TARGET_PROPERTY:Qt6::Widgets,INTERFACE_INCLUDE_DIRECTORIES>)
+  set_target_properties(larkspur_precompiled PROPERTIES AUTOMOC OFF)
+  target_precompile_headers(larkspur_precompiled PRIVATE
+    <QAction> <QApplication> <QBoxLayout> <QCheckBox> <QComboBox> <QDebug> <QDir> <QFile> <QHash> <QHeaderView>
+    <QIcon> <QImage> <QLabel> <QLineEdit> <QMenu> <QPainter> <QPushButton> <QSet> <QStackedLayout> <QStringList>
+    <QTimer> <QToolButton> <QTreeView> <QWidget> <algorithm> <array> <atomic> <functional> <memory> <mutex>
+    <optional> <thread> <utility> <vector>)
+endif()
+
+# larkspur_precompile(TARGET): compiles the target with the precompiled headers, where there are any.
+function(larkspur_precompile target)
+  if(TARGET larkspur_precompiled)
+    target_precompile_headers(${target} REUSE_FROM larkspur_precompiled)
+  endif()
+endfunction()
+
 # larkspur_library(NAME [LINK library...]): a static library of every source in the current folder (not below it).
 function(larkspur_library name)
   cmake_parse_arguments(arg "" "" "LINK" ${ARGN})
   file(GLOB sources CONFIGURE_DEPENDS *.cpp *.h)
   add_library(${name} STATIC ${sources})
   target_link_libraries(${name} PUBLIC larkspur_flags ${arg_LINK})
+  larkspur_precompile(${name})
 endfunction()
 
-# larkspur_module(NAME [LINK library...]): a module's folder: engine/ is the portable library NAME_engine; the forms,
-# on Windows only, are the library NAME, which the application links.
+# larkspur_module(NAME [LINK library...] [ENGINE_LINK library...]): a module is the folder that calls this. Its pure logic in
+# engine/, where it has one, is the portable library NAME_engine; its forms, here and in folders below that have no
+# CMakeLists.txt of their own, are the library NAME, on Windows only, which the application links.
 function(larkspur_module name)
   cmake_parse_arguments(arg "" "" "LINK;ENGINE_LINK" ${ARGN})
   file(GLOB engine CONFIGURE_DEPENDS engine/*.cpp engine/*.h)
-  add_library(${name}_engine STATIC ${engine})
-  target_link_libraries(${name}_engine PUBLIC larkspur_flags core ${arg_ENGINE_LINK})
-  file(GLOB forms CONFIGURE_DEPENDS *.cpp)
-  if(WIN32 AND forms)
-    larkspur_library(${name} LINK ${name}_engine widgets settings platform ${arg_LINK})
+  if(engine)
+    add_library(${name}_engine STATIC ${engine})
+    target_link_libraries(${name}_engine PUBLIC larkspur_flags core ${arg_ENGINE_LINK})
+    larkspur_precompile(${name}_engine)
+    set(engine ${name}_engine)
+  endif()
+  if(NOT WIN32)
+    return()
+  endif()
+  file(GLOB forms CONFIGURE_DEPENDS *.cpp *.h)
+  file(GLOB folders LIST_DIRECTORIES true CONFIGURE_DEPENDS *)
+  foreach(folder IN LISTS folders)
+    if(IS_DIRECTORY ${folder} AND NOT folder MATCHES "/engine$" AND NOT EXISTS ${folder}/CMakeLists.txt)
+      file(GLOB more CONFIGURE_DEPENDS ${folder}/*.cpp ${folder}/*.h)
+      list(APPEND forms ${more})
+    endif()
+  endforeach()
+  if(forms)
+    add_library(${name} STATIC ${forms})
+    target_link_libraries(${name} PUBLIC larkspur_flags ${engine} widgets settings platform ${arg_LINK})
+    larkspur_precompile(${name})
     set_property(GLOBAL APPEND PROPERTY LARKSPUR_MODULES ${name})
   endif()
 endfunction()
 
-# larkspur_test(NAME LINK library... [GUI]): the test program tests/.../NAME.cpp. Tests that link only portable
+# larkspur_companion(NAME DESCRIPTION SOURCES file... [LINK library...]): another executable that is built, deployed and
+# packaged beside the application. The description is what Windows shows of the file.
+function(larkspur_companion name description)
+  if(NOT WIN32)
+    return()
+  endif()
+  cmake_parse_arguments(arg "" "" "SOURCES;LINK" ${ARGN})
+  add_executable(${name} WIN32 ${arg_SOURCES})
+  target_link_libraries(${name} PRIVATE larkspur_flags ${arg_LINK})
+  larkspur_windows_resources(${name} "${description}")
+  set_property(GLOBAL APPEND PROPERTY LARKSPUR_COMPANIONS ${name})
+endfunction()
+
+# larkspur_test(NAME LINK library...): the test program NAME.cpp of the current folder. Tests that link only portable
 # libraries exist in both builds.
 function(larkspur_test name)
   cmake_parse_arguments(arg "" "" "LINK" ${ARGN})
   add_executable(${name} ${name}.cpp)
   target_link_libraries(${name} PRIVATE larkspur_flags ${arg_LINK} Qt6::Test)
+  larkspur_precompile(${name})
   if(NOT MSVC)
     # QTRY_COMPARE narrows inside; a source's options stand after those of larkspur_flags.
     set_source_files_properties(${name}.cpp PROPERTIES COMPILE_OPTIONS -Wno-conversion)
@@ -80,6 +142,40 @@ function(larkspur_test name)
   add_test(NAME ${name} COMMAND ${name})
   # All Windows tests share one registry, and forms share one desktop.
   set_tests_properties(${name} PROPERTIES TIMEOUT 120 RUN_SERIAL $<BOOL:${WIN32}>)
+endfunction()
+
+# larkspur_tests(LINK library...): every test program and fuzzer of the current folder that has not been registered yet.
+function(larkspur_tests)
+  file(GLOB tests CONFIGURE_DEPENDS tst_*.cpp)
+  file(GLOB fuzzers CONFIGURE_DEPENDS fuzz_*.cpp)
+  foreach(file IN LISTS tests fuzzers)
+    get_filename_component(name ${file} NAME_WE)
+    if(TARGET ${name})
+      continue()
+    elseif(name MATCHES "^fuzz_")
+      larkspur_fuzzer(${name} ${ARGN})
+    else()
+      larkspur_test(${name} ${ARGN})
+    endif()
+  endforeach()
+endfunction()
+
+# Fails when a test program or a fuzzer of the tree is registered nowhere, and so would never run. Called last.
+function(larkspur_check_tests)
+  if(WIN32)
+    file(GLOB_RECURSE files CONFIGURE_DEPENDS tst_*.cpp)
+    if(NOT LARKSPUR_FORMATS)
+      list(FILTER files EXCLUDE REGEX "/tests/formats/")
+    endif()
+  elseif(LARKSPUR_FUZZ)
+    file(GLOB_RECURSE files CONFIGURE_DEPENDS fuzz_*.cpp)
+  endif()
+  foreach(file IN LISTS files)
+    get_filename_component(name ${file} NAME_WE)
+    if(NOT TARGET ${name})
+      message(FATAL_ERROR "No CMakeLists.txt registers ${file}")
+    endif()
+  endforeach()
 endfunction()
 
 # larkspur_fuzzer(NAME LINK library...): NAME.cpp with an LLVMFuzzerTestOneInput; only in the fuzz build.

@@ -4,6 +4,7 @@ set -euo pipefail
 
 root=$(cd "$(dirname "${BASH_SOURCE[0]}")/.." && pwd)
 cache=${LARKSPUR_CACHE:-${XDG_CACHE_HOME:-$HOME/.cache}/fernlight-larkspur}
+checkout=$(printf '%s' "$root" | sha256sum | cut -c1-8)
 started=$SECONDS
 
 say() { printf '%s\n' "$*"; }
@@ -14,8 +15,8 @@ die() { printf 'error: %s\n' "$*" >&2; exit 1; }
 step() {
   local title=$1 log begin=$SECONDS
   shift
-  mkdir -p "$cache/log"
-  log="$cache/log/$(printf '%s' "$title" | tr -c 'A-Za-z0-9' '-' | cut -c1-60).log"
+  mkdir -p "$cache/log/$checkout"
+  log="$cache/log/$checkout/$(printf '%s' "$title" | tr -c 'A-Za-z0-9' '-' | cut -c1-60).log"
   printf '%-58s ' "$title ..."
   if "$@" >"$log" 2>&1; then
     printf 'done, %d s (%d s in all)\n' $((SECONDS - begin)) $((SECONDS - started))

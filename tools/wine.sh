@@ -94,7 +94,8 @@ build_prefix() {
 use_prefix() {
   local drive recipe
   recipe=$(sha256sum "$root/tools/wine.sh" | cut -c1-12)
-  export WINEPREFIX="$cache/wine/$1-$recipe" FONTCONFIG_FILE="$cache/wine/$1-$recipe/fonts.conf"
+  # One for each checkout: the drives lead into its build folder, and tests of two checkouts may run at once.
+  export WINEPREFIX="$cache/wine/$1-$recipe-$checkout" FONTCONFIG_FILE="$cache/wine/$1-$recipe-$checkout/fonts.conf"
   shift
   [ -e "$WINEPREFIX/complete" ] || step "Wine prefix $(basename "$WINEPREFIX")" build_prefix
   find "$WINEPREFIX/dosdevices" -type l ! -name 'c:' -delete

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
+#include "imaging/engine/Examination.h"
+
 #include <QtGlobal>
 
 #include <array>
@@ -10,7 +12,7 @@
 namespace lookalikes
 {
 
-inline constexpr int fingerprintSide = 40;
+inline constexpr int fingerprintSide = imaging::sampleSide;
 inline constexpr int fingerprintPositions = fingerprintSide * fingerprintSide;
 
 // Two pictures are alike when fewer than this many positions differ.

@@ -2,6 +2,7 @@
 #pragma once
 
 #include "FindDuplicate/engine/FileRecord.h"
+#include "imaging/engine/ThumbnailSink.h"
 
 #include <QByteArray>
 
@@ -12,16 +13,13 @@
 namespace lookalikes
 {
 
-// What stands for a thumbnail that could not be kept.
-inline constexpr qint64 noThumbnail = -1;
-
 // A picture that was compared.
 struct ImageRecord : duplicates::FileRecord {
     int width = 0; // pixels of the decoded picture, upright
     int height = 0;
-    QByteArray format;              // what the content is, core::LoadedImage::format
-    quint32 groupId = 0;            // the number of the first picture that this one is alike to; from 1
-    qint64 thumbnail = noThumbnail; // what ThumbnailSink::store() returned
+    QByteArray format;   // what the content is, imaging::LoadedImage::format
+    quint32 groupId = 0; // the number of the first picture that this one is alike to; from 1
+    qint64 thumbnail = imaging::noThumbnail; // what ThumbnailSink::store() returned
 
     bool operator==(const ImageRecord &) const = default;
 };

@@ -4,6 +4,7 @@
 #include "FindDuplicateImage/engine/PreparationQueue.h"
 #include "FindDuplicateImage/engine/SimilarityGrouper.h"
 #include "core/FileTypes.h"
+#include "imaging/engine/MemoryBudget.h"
 
 #include <QDebug>
 
@@ -31,7 +32,7 @@ duplicates::CategorySelection rasterImages()
 class ImageScan
 {
 public:
-    ImageScan(const ScanOptions &options, const Examine &examine, ThumbnailSink &thumbnails,
+    ImageScan(const ScanOptions &options, const Examine &examine, imaging::ThumbnailSink &thumbnails,
               const core::CancelFlag &cancel)
         : m_examine(examine),
           m_thumbnails(thumbnails),
@@ -51,9 +52,9 @@ private:
     void groupFirst();
 
     const Examine &m_examine;
-    ThumbnailSink &m_thumbnails;
+    imaging::ThumbnailSink &m_thumbnails;
     const core::CancelFlag &m_cancel;
-    MemoryBudget m_budget;
+    imaging::MemoryBudget m_budget;
     SimilarityGrouper m_grouper;
     std::size_t m_compared = 0;
     std::size_t m_placeholders = 0;
@@ -108,7 +109,7 @@ PreparedImage ImageScan::prepare(duplicates::FileRecord file)
 
 void ImageScan::fingerprint(PreparedImage &prepared)
 {
-    MemoryBudget::Share memory(m_budget);
+    imaging::MemoryBudget::Share memory(m_budget);
     const std::optional<ExaminedImage> examined =
         m_examine(prepared.image.fullPath(), [&memory](qint64 bytes) { memory.take(bytes); });
     if (!examined)
@@ -116,30 +117,28 @@ void ImageScan::fingerprint(PreparedImage &prepared)
     prepared.image.width = examined->width;
     prepared.image.height = examined->height;
     prepared.image.format = examined->format;
-    prepared.image.thumbnail = m_thumbnails.store(examined->reduced.thumbnail);
-    prepared.fingerprint = examined->reduced.fingerprint;
+    prepared.image.thumbnail = m_thumbnails.store(examined->thumbnail);
+    prepared.fingerprint = examined->fingerprint;
 }
 
 } // namespace
 
-Examine examineWith(Decode decode)
+Examine examineWith(imaging::Decode decode)
 {
-    return [decode = std::move(decode)](
-               const QString &path, const core::BeforeDecode &beforeDecode) -> std::optional<ExaminedImage> {
-        std::optional<core::LoadedImage> loaded = decode(path, beforeDecode);
-        if (!loaded)
-            return std::nullopt;
-        const QSize size = loaded->image.size();
-        std::optional<ReducedImage> reduced = reduceImage(std::move(loaded->image));
-        if (!reduced)
-            return std::nullopt;
-        return ExaminedImage{size.width(), size.height(), loaded->format, std::move(*reduced)};
-    };
+    return
+        [decode = std::move(decode)](
+            const QString &path, const imaging::BeforeDecode &beforeDecode) -> std::optional<ExaminedImage> {
+            std::optional<imaging::LoadedImage> loaded = decode(path, beforeDecode);
+            if (!loaded)
+                return std::nullopt;
+            std::optional<imaging::Examination> examination = imaging::examine(std::move(*loaded));
+            return examination ? std::optional(examinedImage(std::move(*examination))) : std::nullopt;
+        };
 }
 
 ScanResult findLookalikes(const QString &root, const ScanOptions &options,
-                          core::DirectoryEnumerator &enumerator, const Decode &decode,
-                          ThumbnailSink &thumbnails, duplicates::ScanListener &listener,
+                          core::DirectoryEnumerator &enumerator, const imaging::Decode &decode,
+                          imaging::ThumbnailSink &thumbnails, duplicates::ScanListener &listener,
                           const core::CancelFlag &cancel)
 {
     return findLookalikes(root, options, enumerator, examineWith(decode), thumbnails, listener, cancel);
@@ -147,7 +146,7 @@ ScanResult findLookalikes(const QString &root, const ScanOptions &options,
 
 ScanResult findLookalikes(const QString &root, const ScanOptions &options,
                           core::DirectoryEnumerator &enumerator, const Examine &examine,
-                          ThumbnailSink &thumbnails, duplicates::ScanListener &listener,
+                          imaging::ThumbnailSink &thumbnails, duplicates::ScanListener &listener,
                           const core::CancelFlag &cancel)
 {
     ScanResult result;

@@ -6,7 +6,8 @@
 #include "FindDuplicateImage/engine/Reduction.h"
 #include "core/CancelFlag.h"
 #include "core/DirectoryEnumerator.h"
-#include "core/ImageLoader.h"
+#include "imaging/engine/Examination.h"
+#include "imaging/engine/ThumbnailSink.h"
 
 #include <QImage>
 #include <QString>
@@ -21,26 +22,13 @@
 namespace lookalikes
 {
 
-// core::readImage, or a fake. Called on several threads at once. What it throws counts as a failure.
-using Decode =
-    std::function<std::optional<core::LoadedImage>(const QString &path, const core::BeforeDecode &)>;
-
 // Decodes a file and keeps what a comparison needs, here or in another process. Empty for what is not
 // compared. Called on several threads at once. What it throws counts as a failure.
-using Examine = std::function<std::optional<ExaminedImage>(const QString &path, const core::BeforeDecode &)>;
+using Examine =
+    std::function<std::optional<ExaminedImage>(const QString &path, const imaging::BeforeDecode &)>;
 
 // In this process.
-Examine examineWith(Decode decode);
-
-// Takes the thumbnails as they are made: none is kept in memory here.
-class ThumbnailSink
-{
-public:
-    virtual ~ThumbnailSink() = default;
-    // Called on several threads at once, in no particular order. Returns what ImageRecord::thumbnail will
-    // hold, noThumbnail when it cannot be kept.
-    virtual qint64 store(const QImage &thumbnail) = 0;
-};
+Examine examineWith(imaging::Decode decode);
 
 struct ScanOptions {
     int readAheadThreads = 0; // core::WalkOptions
@@ -48,7 +36,7 @@ struct ScanOptions {
     // numbers or progress; 0 decodes each when the walk reaches it.
     int decodeThreads = 0;
     // Decoded pictures in memory at a time. One picture is always allowed, and takes up to
-    // core::imageAllocationLimit.
+    // imaging::imageAllocationLimit.
     qint64 decodedBytes = qint64(512) << 20;
 };
 
@@ -71,11 +59,11 @@ struct ScanResult {
 // damaged or hostile file may take more than it states: what bounds that is the owner of `examine`.
 ScanResult findLookalikes(const QString &root, const ScanOptions &options,
                           core::DirectoryEnumerator &enumerator, const Examine &examine,
-                          ThumbnailSink &thumbnails, duplicates::ScanListener &listener,
+                          imaging::ThumbnailSink &thumbnails, duplicates::ScanListener &listener,
                           const core::CancelFlag &cancel);
 ScanResult findLookalikes(const QString &root, const ScanOptions &options,
-                          core::DirectoryEnumerator &enumerator, const Decode &decode,
-                          ThumbnailSink &thumbnails, duplicates::ScanListener &listener,
+                          core::DirectoryEnumerator &enumerator, const imaging::Decode &decode,
+                          imaging::ThumbnailSink &thumbnails, duplicates::ScanListener &listener,
                           const core::CancelFlag &cancel);
 
 } // namespace lookalikes

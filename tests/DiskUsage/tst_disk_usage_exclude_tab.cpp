@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "DiskUsage/DiskUsageOptionsForm.h"
 #include "DiskUsage/Settings.h"
-#include "app/settings/Settings.h"
+#include "settings/Settings.h"
 #include "tests/DiskUsage/Find.h"
 #include "tests/support/FakeDialogs.h"
 #include "tests/support/FakeShell.h"

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "DiskUsage/Settings.h"
-#include "app/settings/FileTypeStore.h"
-#include "app/settings/Settings.h"
+#include "settings/FileTypeStore.h"
+#include "settings/Settings.h"
 #include "tests/support/RegistryTest.h"
 
 #include <QTest>

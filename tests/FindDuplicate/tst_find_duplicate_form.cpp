@@ -3,8 +3,8 @@
 #include "FindDuplicate/FindDuplicateStartForm.h"
 #include "FindDuplicate/FindDuplicateThread.h"
 #include "FindDuplicate/ScanInfoForm.h"
-#include "app/settings/Settings.h"
 #include "platform/Win32Enumerator.h"
+#include "settings/Settings.h"
 #include "tests/FindDuplicate/Pages.h"
 #include "tests/support/FakeDialogs.h"
 

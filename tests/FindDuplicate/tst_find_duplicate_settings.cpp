@@ -2,10 +2,10 @@
 #include "FindDuplicate/CustomFileTypeDialog.h"
 #include "FindDuplicate/FindDuplicateOptionsDialog.h"
 #include "FindDuplicate/Settings.h"
-#include "app/settings/FileTypeStore.h"
-#include "app/settings/Settings.h"
 #include "core/FileTypes.h"
 #include "platform/Handle.h"
+#include "settings/FileTypeStore.h"
+#include "settings/Settings.h"
 #include "tests/support/RegistryTest.h"
 
 #include <QCheckBox>

@@ -3,7 +3,7 @@
 
 #include "FindDuplicateImage/FindDuplicateImageForm.h"
 #include "platform/Win32Enumerator.h"
-#include "tests/FindDuplicateImage/Pictures.h"
+#include "tests/imaging/Pictures.h"
 #include "tests/support/FakeDialogs.h"
 #include "tests/support/FakeRecycleBin.h"
 #include "tests/support/FakeShell.h"
@@ -22,7 +22,9 @@ struct Scene {
     {
         form = std::make_unique<FindDuplicateImageForm>(FindDuplicateImageForm::Tools{
             [] { return std::make_unique<platform::Win32Enumerator>(); },
-            [decoder] { return std::make_shared<DecoderPool>(DecoderPool::Options{decoder}); },
+            [decoder] {
+                return std::make_shared<imaging::DecoderPool>(imaging::DecoderPool::Options{decoder});
+            },
             temporary.path()});
         QObject::connect(form.get(), &FLWidget::showToolbarSignal, form.get(),
                          [this](bool show) { toolbar.append(show); });

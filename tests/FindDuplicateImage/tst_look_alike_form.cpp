@@ -4,8 +4,8 @@
 #include "FindDuplicateImage/FindDuplicateImageScanInfoForm.h"
 #include "FindDuplicateImage/FindDuplicateImageStartForm.h"
 #include "FindDuplicateImage/ImageMemberModel.h"
-#include "FindDuplicateImage/ThumbnailFile.h"
-#include "core/ThumbnailStore.h"
+#include "imaging/ThumbnailFile.h"
+#include "imaging/engine/ThumbnailStore.h"
 #include "tests/FindDuplicateImage/Scene.h"
 #include "widgets/ElidedLabel.h"
 #include "widgets/NoticeBar.h"
@@ -32,7 +32,7 @@ void saveTwins(const Scene &scene)
 
 QStringList thumbnailFiles(const Scene &scene)
 {
-    return QDir(core::ThumbnailStore::folder(scene.temporary.path())).entryList(QDir::Files);
+    return QDir(imaging::ThumbnailStore::folder(scene.temporary.path())).entryList(QDir::Files);
 }
 
 // Scans a picture that is being decoded, and will be for long.
@@ -52,7 +52,7 @@ class LookAlikeFormTest : public QObject
     Q_OBJECT
 
 private slots:
-    void init() { core::ThumbnailStore::noteRemoved(); }
+    void init() { imaging::ThumbnailStore::noteRemoved(); }
 
     void startPage();
     void findsCopiesInOtherFormatsAndSizes();
@@ -187,8 +187,8 @@ void LookAlikeFormTest::workerSignals()
     ImageScanJob job;
     job.root = scene.folder.path();
     job.enumerator = std::make_unique<platform::Win32Enumerator>();
-    job.decoders = std::make_shared<DecoderPool>(DecoderPool::Options{realDecoder()});
-    job.thumbnails = std::make_shared<ThumbnailFile>(scene.temporary.path());
+    job.decoders = std::make_shared<imaging::DecoderPool>(imaging::DecoderPool::Options{realDecoder()});
+    job.thumbnails = std::make_shared<imaging::ThumbnailFile>(scene.temporary.path());
     FindDuplicateImageThread thread(std::move(job));
     QSignalSpy total(&thread, &FindDuplicateImageThread::updateTotalSubFolder);
     QSignalSpy steps(&thread, &FindDuplicateImageThread::updateScanProgress);
@@ -290,13 +290,14 @@ void LookAlikeFormTest::keepsThumbnailsInItsOwnFolder()
     scene.temporary.makeFile(u"Fernlight Larkspur\\Thumbnails\\"_s + earlier);
     for (const bool removed : {false, true}) {
         QVERIFY(scene.scan());
-        QVERIFY(core::ThumbnailStore::produced());
+        QVERIFY(imaging::ThumbnailStore::produced());
         QStringList files = thumbnailFiles(scene);
         QVERIFY(files.removeOne(earlier));
         QCOMPARE(files.size(), 1);
         if (removed) {
             // As the main window does while it closes: the file is not held open.
-            const QString file = core::ThumbnailStore::folder(scene.temporary.path()) + u'/' + files.first();
+            const QString file =
+                imaging::ThumbnailStore::folder(scene.temporary.path()) + u'/' + files.first();
             requireBelow(scene.temporary.path(), file);
             QVERIFY(QFile::remove(file));
         }
@@ -318,15 +319,15 @@ void LookAlikeFormTest::keepsNoThumbnailsBehindALink()
     QVERIFY(scene.scan());
     QCOMPARE(Scene::rows(scene.main()).size(), 2);
     QVERIFY(QDir(elsewhere + u"\\Thumbnails"_s).entryList(QDir::Files).isEmpty());
-    QVERIFY(!core::ThumbnailStore::produced());
+    QVERIFY(!imaging::ThumbnailStore::produced());
 }
 
 void LookAlikeFormTest::takesItsEmptyFolderAlong()
 {
     const TestFolder temporary;
-    const QString folder = core::ThumbnailStore::folder(temporary.path());
-    auto first = std::make_unique<ThumbnailFile>(temporary.path());
-    auto second = std::make_unique<ThumbnailFile>(temporary.path());
+    const QString folder = imaging::ThumbnailStore::folder(temporary.path());
+    auto first = std::make_unique<imaging::ThumbnailFile>(temporary.path());
+    auto second = std::make_unique<imaging::ThumbnailFile>(temporary.path());
     // As the main window does while a scan still writes.
     requireBelow(temporary.path(), first->fileName());
     QVERIFY(!QFile::remove(first->fileName()));
@@ -341,10 +342,10 @@ void LookAlikeFormTest::removesNoFolderBehindALink()
 {
     TestFolder temporary;
     const QString elsewhere = temporary.makeFolder(u"elsewhere\\Thumbnails"_s);
-    auto file = std::make_unique<ThumbnailFile>(temporary.path());
+    auto file = std::make_unique<imaging::ThumbnailFile>(temporary.path());
     file->close();
     // Replaced behind its back.
-    const QDir folder(core::ThumbnailStore::folder(temporary.path()));
+    const QDir folder(imaging::ThumbnailStore::folder(temporary.path()));
     requireBelow(temporary.path(), file->fileName());
     QVERIFY(QFile::remove(file->fileName()));
     QVERIFY(QDir(temporary.path()).rmpath(QDir(temporary.path()).relativeFilePath(folder.path())));

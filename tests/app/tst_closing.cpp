@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "app/ThumbnailRemovalDialog.h"
 #include "app/WindowGeometry.h"
-#include "app/settings/Keys.h"
-#include "app/settings/Settings.h"
-#include "core/ThumbnailStore.h"
+#include "imaging/engine/ThumbnailStore.h"
+#include "settings/Keys.h"
+#include "settings/Settings.h"
 #include "tests/app/ShellTest.h"
 
 #include <QAbstractButton>
@@ -44,7 +44,7 @@ namespace
 
 QString thumbnailFolder()
 {
-    return core::ThumbnailStore::folder(QDir::tempPath());
+    return imaging::ThumbnailStore::folder(QDir::tempPath());
 }
 
 void writeFile(const QString &path)
@@ -65,7 +65,7 @@ void tst_Closing::init()
 void tst_Closing::cleanup()
 {
     closeShell();
-    core::ThumbnailStore::noteRemoved();
+    imaging::ThumbnailStore::noteRemoved();
 }
 
 void tst_Closing::makeThumbnails()
@@ -74,7 +74,7 @@ void tst_Closing::makeThumbnails()
     tests::requireBelow(QDir::tempPath() + u"/Fernlight Larkspur"_s, thumbnailFolder());
     for (int i = 0; i < 3; ++i)
         writeFile(thumbnailFolder() + u"/%1.png"_s.arg(i));
-    core::ThumbnailStore::noteProduced();
+    imaging::ThumbnailStore::noteProduced();
 }
 
 void tst_Closing::opensWhereItWasClosed()
@@ -160,7 +160,7 @@ void tst_Closing::removesThumbnailsThenCloses()
     QTRY_VERIFY(!m_window->isVisible());
     QTRY_COMPARE(removals().size(), 0);
     QCOMPARE(m_log->count(u"removeThumbnailsDialog"_s), 1);
-    QVERIFY(!core::ThumbnailStore::produced());
+    QVERIFY(!imaging::ThumbnailStore::produced());
     QVERIFY(!QDir(thumbnailFolder()).exists());
 }
 
@@ -195,7 +195,7 @@ void tst_Closing::staysWhenTheRemovalIsCancelled()
     removals().first()->findChild<QAbstractButton *>()->click();
     QTRY_COMPARE(removals().size(), 0);
     QVERIFY(m_window->isVisible());
-    QVERIFY(core::ThumbnailStore::produced());
+    QVERIFY(imaging::ThumbnailStore::produced());
     QVERIFY(!m_window->close());
     QTRY_VERIFY(!m_window->isVisible());
     QVERIFY(!QDir(thumbnailFolder()).exists());
@@ -205,7 +205,7 @@ void tst_Closing::removesNothingButThumbnails()
 {
     const QTemporaryDir temporary;
     const QString root = temporary.path();
-    const QString folder = core::ThumbnailStore::folder(root);
+    const QString folder = imaging::ThumbnailStore::folder(root);
     QVERIFY(QDir().mkpath(folder + u"/sub"_s));
     tests::requireBelow(root, folder);
     writeFile(folder + u"/a.png"_s);

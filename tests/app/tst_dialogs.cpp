@@ -3,9 +3,9 @@
 #include "app/InstallationFolder.h"
 #include "app/Product.h"
 #include "app/UpdateDialog.h"
-#include "app/settings/Keys.h"
-#include "app/settings/Settings.h"
 #include "platform/Paths.h"
+#include "settings/Keys.h"
+#include "settings/Settings.h"
 #include "tests/app/ShellTest.h"
 #include "tests/support/FakeDialogs.h"
 

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "app/WindowGeometry.h"
-#include "app/settings/Keys.h"
-#include "app/settings/Settings.h"
+#include "settings/Keys.h"
+#include "settings/Settings.h"
 #include "tests/app/LogCapture.h"
 #include "tests/support/TestPrefix.h"
 

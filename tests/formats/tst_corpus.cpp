@@ -2,7 +2,7 @@
 // Reads image files that others made (tools/image-corpus), the broken and the hostile among them: each one is
 // read as the picture that its makers say it is, or is refused. Its folder is in the environment as
 // LARKSPUR_IMAGE_CORPUS.
-#include "core/ImageLoader.h"
+#include "imaging/engine/ImageLoader.h"
 #include "tests/formats/Pictures.h"
 #include "tests/support/TestPrefix.h"
 
@@ -31,7 +31,7 @@ namespace
 constexpr qint64 longestMilliseconds = 20000;
 constexpr quint64 mebibyte = 1 << 20;
 // A picture at the limit, and as much again for its decoder.
-constexpr quint64 mostMemory = 2 * quint64(core::imageAllocationLimit) * mebibyte;
+constexpr quint64 mostMemory = 2 * quint64(imaging::imageAllocationLimit) * mebibyte;
 
 // What kimageformats wrote beside a picture: which file it must look like, by the version of Qt.
 std::optional<QString> statedReference(const QFileInfo &picture)
@@ -171,7 +171,7 @@ void TestCorpus::reads()
     QFETCH(QString, path);
     QElapsedTimer timer;
     timer.start();
-    const auto loaded = core::readImage(path);
+    const auto loaded = imaging::readImage(path);
     QVERIFY2(timer.elapsed() < longestMilliseconds, qPrintable(QString::number(timer.elapsed())));
     // The peak never falls: the first file above the bound is the one that fails.
     const quint64 taken = peakMemory() - m_memoryBefore;
@@ -181,7 +181,7 @@ void TestCorpus::reads()
     const QString reference = referenceOf(QFileInfo(path));
     if (reference.isEmpty())
         return;
-    const auto expected = core::readImage(reference);
+    const auto expected = imaging::readImage(reference);
     QVERIFY2(expected, qPrintable(reference));
     QVERIFY2(loaded, "has a reference and is not read");
     ++m_compared;

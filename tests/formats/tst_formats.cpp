@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // Every image format of the suite through the plugins that are deployed: what is written is read again.
-#include "core/ImageLoader.h"
+#include "imaging/engine/ImageLoader.h"
 #include "tests/formats/Pictures.h"
 #include "tests/support/TestFolder.h"
 #include "tests/support/TestPrefix.h"
@@ -57,7 +57,7 @@ private slots:
 void TestFormats::initTestCase()
 {
     tests::requireTestPrefix();
-    QImageReader::setAllocationLimit(core::imageAllocationLimit);
+    QImageReader::setAllocationLimit(imaging::imageAllocationLimit);
 }
 
 void TestFormats::isSupported_data()
@@ -94,7 +94,7 @@ void TestFormats::roundTrip()
     const QImage image = picture(size);
     QImageWriter writer(path);
     QVERIFY2(writer.write(image), qPrintable(writer.errorString()));
-    const auto loaded = core::readImage(path);
+    const auto loaded = imaging::readImage(path);
     QVERIFY(loaded);
     QCOMPARE(loaded->image.size(), size);
     VERIFY_NEAR(loaded->image, image, 4);
@@ -185,7 +185,7 @@ void TestFormats::isUpright()
     const QByteArray content = encoded(image, format, 90, static_cast<Transformation>(transformation));
     const tests::TestFolder folder;
     QImage loaded;
-    QVERIFY(core::loadImage(folder.makeFile(u"turned"_s, content), loaded));
+    QVERIFY(imaging::loadImage(folder.makeFile(u"turned"_s, content), loaded));
     VERIFY_NEAR(loaded, expected, 3);
     // The size is known before the pixels are, and is that of the stored picture or of the upright one.
     QBuffer buffer;

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // Picture files that are not what they seem, through the loader and the plugins that are deployed: wrong
 // suffix, cut off, damaged, and claims of more than there is.
-#include "core/ImageLoader.h"
+#include "imaging/engine/ImageLoader.h"
 #include "tests/formats/Pictures.h"
 #include "tests/support/TestFolder.h"
 #include "tests/support/TestPrefix.h"
@@ -128,7 +128,7 @@ private slots:
 void TestHostilePictures::initTestCase()
 {
     tests::requireTestPrefix();
-    QImageReader::setAllocationLimit(core::imageAllocationLimit);
+    QImageReader::setAllocationLimit(imaging::imageAllocationLimit);
 }
 
 void TestHostilePictures::contentDecides()
@@ -139,16 +139,16 @@ void TestHostilePictures::contentDecides()
     const tests::TestFolder folder;
     for (const QString &name : {u"picture"_s, u"wrong.png"_s, u"wrong.jpg"_s, u"wrong.heic"_s,
                                 u"odd.pspimage"_s, u"a b\u00e9\u4e2d.txt"_s}) {
-        const auto loaded = core::readImage(folder.makeFile(name, content));
+        const auto loaded = imaging::readImage(folder.makeFile(name, content));
         QVERIFY2(loaded, qPrintable(name));
         VERIFY_NEAR(loaded->image, image, 4);
         QCOMPARE(loaded->format, format == "jpg" ? QByteArray("jpeg") : format);
     }
     // And the other way round: the right suffix with something else inside.
     const QString suffix = QString::fromLatin1(format);
-    QVERIFY(!core::readImage(
+    QVERIFY(!imaging::readImage(
         folder.makeFile(u"text."_s + suffix, "no picture at all, but long enough for headers")));
-    QVERIFY(!core::readImage(folder.makeFile(u"empty."_s + suffix)));
+    QVERIFY(!imaging::readImage(folder.makeFile(u"empty."_s + suffix)));
 }
 
 void TestHostilePictures::survivesTruncation()
@@ -184,7 +184,7 @@ void TestHostilePictures::survivesDamage()
         }
         const QImage image = decoded(damaged);
         readable += !image.isNull();
-        QVERIFY(image.sizeInBytes() <= qint64(core::imageAllocationLimit) << 20);
+        QVERIFY(image.sizeInBytes() <= qint64(imaging::imageAllocationLimit) << 20);
     }
     QVERIFY(readable < variants);
 }
@@ -256,7 +256,7 @@ void TestHostilePictures::pngChunksAreHarmless()
     const quint64 before = peakMemory();
     QByteArray huge = png;
     huge.insert(33, pngChunk("tEXt", "Comment", 0x7ffffff0));
-    QVERIFY(!core::readImage(folder.makeFile(u"huge.png"_s, huge)));
+    QVERIFY(!imaging::readImage(folder.makeFile(u"huge.png"_s, huge)));
     QVERIFY2(peakMemory() < before + 64 * mebibyte,
              qPrintable(QString::number((peakMemory() - before) / mebibyte)));
 
@@ -265,13 +265,13 @@ void TestHostilePictures::pngChunksAreHarmless()
     slow.insert(end, pngChunk("eXIf", exif, quint32(exif.size())));
     QElapsedTimer timer;
     timer.start();
-    auto loaded = core::readImage(folder.makeFile(u"slow.png"_s, slow));
+    auto loaded = imaging::readImage(folder.makeFile(u"slow.png"_s, slow));
     QVERIFY(loaded);
     QVERIFY2(timer.elapsed() < 20'000, qPrintable(QString::number(timer.elapsed())));
     VERIFY_NEAR(loaded->image, image, 0.01);
 
     // What follows the end is no chunk.
-    loaded = core::readImage(folder.makeFile(u"behind.png"_s, png + QByteArray(100, '\xff')));
+    loaded = imaging::readImage(folder.makeFile(u"behind.png"_s, png + QByteArray(100, '\xff')));
     QVERIFY(loaded);
     VERIFY_NEAR(loaded->image, image, 0.01);
 }

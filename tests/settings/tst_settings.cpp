@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include "app/settings/Keys.h"
-#include "app/settings/Settings.h"
-#include "app/settings/Values.h"
 #include "platform/Handle.h"
 #include "platform/Text.h"
+#include "settings/Keys.h"
+#include "settings/Settings.h"
+#include "settings/Values.h"
 #include "tests/support/RegistryTest.h"
 
 #include <QByteArray>

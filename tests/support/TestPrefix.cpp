@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "tests/support/TestPrefix.h"
 
-#include "app/settings/Settings.h"
 #include "platform/Paths.h"
+#include "settings/Settings.h"
 
 #include <QDir>
 

@@ -1,7 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
-#include "FindDuplicateImage/engine/Fingerprint.h"
+#include "FindDuplicateImage/engine/Reduction.h"
+#include "tests/imaging/engine/BlockPicture.h"
 
 #include <QColor>
 #include <QImage>
@@ -81,14 +82,11 @@ inline lookalikes::Fingerprint compact(const PlainFingerprint &plain)
     return lookalikes::Fingerprint(Plane(red), Plane(green), Plane(blue));
 }
 
-// A picture of `across` by `across` random blocks.
-inline QImage blockPicture(QSize size, int across, std::mt19937 &random)
+// What the scan keeps of a decoded picture.
+inline std::optional<lookalikes::ExaminedImage> reduceImage(const QImage &image)
 {
-    QImage small(across, across, QImage::Format_RGB32);
-    for (int y = 0; y < across; ++y)
-        for (int x = 0; x < across; ++x)
-            small.setPixel(x, y, static_cast<QRgb>(random()) | 0xff000000U);
-    return small.scaled(size);
+    std::optional<imaging::Examination> examination = imaging::examine({image, {}});
+    return examination ? std::optional(lookalikes::examinedImage(std::move(*examination))) : std::nullopt;
 }
 
 } // namespace tests

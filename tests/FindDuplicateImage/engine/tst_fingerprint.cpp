@@ -99,13 +99,13 @@ void FingerprintTest::reductionEqualsPlainRule()
                 image.setPixel(x, x % image.height(), qRgba(200, 100, 50, x % 256));
         }
         image = image.convertToFormat(format);
-        const auto reduced = reduceImage(image);
+        const auto reduced = tests::reduceImage(image);
         QVERIFY(reduced);
         const Fingerprint expected = compact(PlainFingerprint::of(image));
         QVERIFY(reduced->fingerprint == expected);
         // The resolution that it is meant for does not matter.
         image.setDevicePixelRatio(2);
-        const auto again = reduceImage(image);
+        const auto again = tests::reduceImage(image);
         QVERIFY(again->fingerprint == expected);
         QCOMPARE(again->thumbnail.devicePixelRatio(), 1.0);
         QCOMPARE(std::min(reduced->thumbnail.width(), reduced->thumbnail.height()), 128);
@@ -163,24 +163,24 @@ void FingerprintTest::comparisonEqualsPlainRule()
 
 void FingerprintTest::countingEndsEarly()
 {
-    const Fingerprint black = reduceImage(filled(100, 100, Qt::black))->fingerprint;
+    const Fingerprint black = tests::reduceImage(filled(100, 100, Qt::black))->fingerprint;
     QImage half = filled(400, 400, Qt::black);
     std::fill_n(reinterpret_cast<QRgb *>(half.bits()), 400 * 200, qRgb(255, 255, 255));
-    const Fingerprint other = reduceImage(half)->fingerprint;
+    const Fingerprint other = tests::reduceImage(half)->fingerprint;
     QCOMPARE(differingPositions(black, other, allPositions), 1600);
     QCOMPARE(differingPositions(black, other), Fingerprint::blockSize); // one look
 }
 
 void FingerprintTest::pictures()
 {
-    const Fingerprint black = reduceImage(filled(400, 400, Qt::black))->fingerprint;
+    const Fingerprint black = tests::reduceImage(filled(400, 400, Qt::black))->fingerprint;
     for (const int blocks : {14, 15}) {
-        const Fingerprint other = reduceImage(whiteBlocks(blocks))->fingerprint;
+        const Fingerprint other = tests::reduceImage(whiteBlocks(blocks))->fingerprint;
         QCOMPARE(differingPositions(black, other, allPositions), blocks);
         QCOMPARE(areAlike(black, other), blocks < 15);
     }
     // Without their means, plain surfaces are one.
-    QVERIFY(areAlike(black, reduceImage(filled(100, 100, Qt::white))->fingerprint));
+    QVERIFY(areAlike(black, tests::reduceImage(filled(100, 100, Qt::white))->fingerprint));
 }
 
 void FingerprintTest::sizeLimits()
@@ -188,7 +188,7 @@ void FingerprintTest::sizeLimits()
     const auto reduced = [](int width, int height) {
         QImage image(width, height, QImage::Format_Grayscale8);
         image.fill(200);
-        return reduceImage(image);
+        return tests::reduceImage(image);
     };
     for (const int side : {39, 169'000}) { // the thumbnail would take 263 MiB
         QVERIFY(!reduced(side, 40));
@@ -198,7 +198,7 @@ void FingerprintTest::sizeLimits()
     const auto longest = reduced(40, 160'000);
     QVERIFY(longest);
     QCOMPARE(longest->fingerprint.means().green, weightedGreen(200));
-    QVERIFY(!reduceImage(QImage()));
+    QVERIFY(!tests::reduceImage(QImage()));
 }
 
 QTEST_APPLESS_MAIN(FingerprintTest)

@@ -4,7 +4,8 @@
 
 #include "FindDuplicate/engine/ListedGroups.h"
 #include "FindDuplicateImage/engine/Difference.h"
-#include "FindDuplicateImage/engine/ThumbnailSpool.h"
+#include "FindDuplicateImage/engine/ImageRecord.h"
+#include "imaging/engine/ThumbnailSpool.h"
 #include "tests/FindDuplicateImage/engine/PlainFingerprint.h"
 
 #include <QBuffer>
@@ -12,6 +13,7 @@
 
 #include <thread>
 
+using namespace imaging;
 using namespace lookalikes;
 using duplicates::GroupOrder;
 using namespace Qt::StringLiterals;

@@ -15,6 +15,7 @@
 #include <new>
 #include <thread>
 
+using namespace imaging;
 using namespace lookalikes;
 using namespace Qt::StringLiterals;
 
@@ -46,7 +47,7 @@ public:
     Decode decoder()
     {
         return [this](const QString &path,
-                      const core::BeforeDecode &before) -> std::optional<core::LoadedImage> {
+                      const imaging::BeforeDecode &before) -> std::optional<imaging::LoadedImage> {
             ++decoded;
             if (path.endsWith(u"throws.png"))
                 throw std::bad_alloc();
@@ -60,7 +61,7 @@ public:
             const QImage image = byPath.value(path);
             if (image.isNull())
                 return std::nullopt;
-            return core::LoadedImage{image, "png"};
+            return imaging::LoadedImage{image, "png"};
         };
     }
 };

@@ -1,0 +1,59 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "imaging/ThumbnailFile.h"
+
+#include "imaging/engine/ThumbnailStore.h"
+#include "platform/Guard.h"
+#include "platform/Paths.h"
+
+#include <QDir>
+#include <QUuid>
+
+namespace imaging
+{
+
+ThumbnailFile::ThumbnailFile(const QString &temporaryFolder)
+    : m_temporaryFolder(temporaryFolder),
+      m_spool(m_file)
+{
+    const QString folder = ThumbnailStore::folder(temporaryFolder);
+    if (!QDir().mkpath(folder) || !platform::isInside(temporaryFolder, folder))
+        return;
+    m_file.setFileName(
+        folder +
+        QStringLiteral("/Lookalikes-%1.thumbnails").arg(QUuid::createUuid().toString(QUuid::WithoutBraces)));
+    // Noted before the file is there: nothing is left behind whenever the window closes.
+    ThumbnailStore::noteProduced();
+    m_file.open(QIODevice::ReadWrite | QIODevice::NewOnly);
+}
+
+ThumbnailFile::~ThumbnailFile()
+{
+    m_file.close();
+    if (m_file.fileName().isEmpty())
+        return;
+    const QString root = QDir::toNativeSeparators(m_temporaryFolder);
+    platform::eraseOwn(root, QDir::toNativeSeparators(m_file.fileName()));
+    // The window that closes during a scan could remove neither. The folder goes only when it is empty.
+    platform::eraseOwn(root, QDir::toNativeSeparators(ThumbnailStore::folder(m_temporaryFolder)));
+}
+
+qint64 ThumbnailFile::store(const QImage &thumbnail)
+{
+    return m_file.isOpen() ? m_spool.store(thumbnail) : noThumbnail;
+}
+
+void ThumbnailFile::close()
+{
+    m_file.close();
+}
+
+QImage ThumbnailFile::load(qint64 thumbnail)
+{
+    if (thumbnail == noThumbnail || !m_file.open(QIODevice::ReadOnly))
+        return {};
+    QImage image = m_spool.load(thumbnail);
+    m_file.close();
+    return image;
+}
+
+} // namespace imaging

@@ -1,0 +1,90 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "imaging/engine/ImageLoader.h"
+
+#include "imaging/engine/PictureFile.h"
+
+#include <QFile>
+#include <QFileInfo>
+#include <QImageReader>
+#include <QPixelFormat>
+
+#include <algorithm>
+#include <utility>
+
+namespace imaging
+{
+
+namespace
+{
+
+constexpr qint64 limitBytes = qint64(imageAllocationLimit) << 20;
+
+// Qt keeps the limit in a plain variable: it is written once, before any thread of ours reads it.
+void limitAllocations()
+{
+    [[maybe_unused]] static const bool once = [] {
+        QImageReader::setAllocationLimit(imageAllocationLimit);
+        return true;
+    }();
+}
+
+// As Qt's own check counts them: at least 32 bits a pixel, since every picture may be converted to that. The
+// limit itself where the header does not tell the size. Empty when the picture is too large.
+std::optional<qint64> expectedBytes(const QImageReader &reader)
+{
+    const QSize size = reader.size();
+    if (!size.isValid())
+        return limitBytes;
+    const QImage::Format format = reader.imageFormat();
+    const int depth = format == QImage::Format_Invalid ? 32 : QImage::toPixelFormat(format).bitsPerPixel();
+    const qint64 pixels = qint64(size.width()) * size.height();
+    const qint64 bytesPerPixel = std::max(depth, 32) / 8;
+    if (pixels > limitBytes / bytesPerPixel)
+        return std::nullopt;
+    return pixels * bytesPerPixel;
+}
+
+} // namespace
+
+std::optional<LoadedImage> decodeImage(std::unique_ptr<QIODevice> file, const BeforeDecode &beforeDecode)
+{
+    limitAllocations();
+    const std::unique_ptr<QIODevice> guarded = file ? guardedPicture(std::move(file)) : nullptr;
+    if (!guarded)
+        return std::nullopt;
+    QImageReader reader(guarded.get());
+    reader.setDecideFormatFromContent(true);
+    reader.setAutoTransform(true);
+    LoadedImage loaded;
+    loaded.format = reader.format();
+    if (loaded.format.isEmpty())
+        return std::nullopt;
+    const std::optional<qint64> bytes = expectedBytes(reader);
+    if (!bytes)
+        return std::nullopt;
+    if (beforeDecode)
+        beforeDecode(*bytes);
+    // Not every decoder asks Qt for its memory, hence the look at what came out.
+    if (!reader.read(&loaded.image) || loaded.image.isNull() || loaded.image.sizeInBytes() > limitBytes)
+        return std::nullopt;
+    return loaded;
+}
+
+std::optional<LoadedImage> readImage(const QString &path, const BeforeDecode &beforeDecode)
+{
+    auto file = std::make_unique<QFile>(path);
+    if (!QFileInfo(path).isFile() || !file->open(QIODevice::ReadOnly))
+        return std::nullopt;
+    return decodeImage(std::unique_ptr<QIODevice>(std::move(file)), beforeDecode);
+}
+
+bool loadImage(const QString &path, QImage &out)
+{
+    std::optional<LoadedImage> loaded = readImage(path);
+    if (!loaded)
+        return false;
+    out = std::move(loaded->image);
+    return true;
+}
+
+} // namespace imaging

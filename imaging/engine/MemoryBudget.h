@@ -1,0 +1,43 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include <QtGlobal>
+
+#include <condition_variable>
+#include <mutex>
+
+namespace imaging
+{
+
+// Bounds the memory that several threads hold at a time. A request above the whole budget is granted once
+// nothing else is held, so that none waits for ever.
+class MemoryBudget
+{
+public:
+    explicit MemoryBudget(qint64 bytes) : m_budget(bytes) {}
+
+    // Memory held until it goes out of scope. One thread holds one share at a time.
+    class Share
+    {
+    public:
+        explicit Share(MemoryBudget &budget) : m_from(budget) {}
+        ~Share();
+        Share(const Share &) = delete;
+        Share &operator=(const Share &) = delete;
+
+        // Waits until there is room. Once only.
+        void take(qint64 bytes);
+
+    private:
+        MemoryBudget &m_from;
+        qint64 m_bytes = 0;
+    };
+
+private:
+    const qint64 m_budget;
+    std::mutex m_mutex;
+    std::condition_variable m_freed;
+    qint64 m_held = 0;
+};
+
+} // namespace imaging

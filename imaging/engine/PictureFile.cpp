@@ -1,0 +1,51 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "imaging/engine/PictureFile.h"
+
+#include "imaging/engine/ImageLoader.h"
+
+#include <QBuffer>
+#include <QByteArray>
+#include <QtEndian>
+
+namespace imaging
+{
+
+namespace
+{
+
+constexpr qsizetype signatureBytes = 8;
+
+// What the loader takes is no larger than this as a file, unless most of it is ballast.
+constexpr qint64 mostBytesInMemory = qint64(imageAllocationLimit) << 20;
+
+// A chunk is length, name, content and checksum. What stands behind the end chunk belongs to someone else.
+bool chunksFit(const QByteArray &png)
+{
+    constexpr qsizetype headBytes = 8;
+    constexpr qsizetype checksumBytes = 4;
+    qsizetype at = signatureBytes;
+    while (png.size() - at >= headBytes) {
+        const qint64 length = qFromBigEndian<quint32>(png.constData() + at);
+        if (png.mid(at + 4, 4) == "IEND")
+            return true;
+        if (length > png.size() - at - headBytes)
+            return false;
+        at += headBytes + length + checksumBytes;
+    }
+    return true;
+}
+
+} // namespace
+
+std::unique_ptr<QIODevice> guardedPicture(std::unique_ptr<QIODevice> file)
+{
+    if (file->peek(signatureBytes) != "\x89PNG\r\n\x1a\n" || file->size() > mostBytesInMemory)
+        return file;
+    auto memory = std::make_unique<QBuffer>();
+    memory->setData(file->readAll());
+    if (!chunksFit(memory->data()) || !memory->open(QIODevice::ReadOnly))
+        return nullptr;
+    return memory;
+}
+
+} // namespace imaging

@@ -1,0 +1,60 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "imaging/engine/ThumbnailSpool.h"
+
+#include <QBuffer>
+#include <QIODevice>
+
+#include <algorithm>
+
+namespace imaging
+{
+
+namespace
+{
+
+constexpr int jpegQuality = 85;
+
+QByteArray compressed(const QImage &image)
+{
+    QByteArray bytes;
+    QBuffer buffer(&bytes);
+    buffer.open(QIODevice::WriteOnly);
+    const bool done =
+        image.hasAlphaChannel() ? image.save(&buffer, "PNG") : image.save(&buffer, "JPG", jpegQuality);
+    return done ? bytes : QByteArray();
+}
+
+} // namespace
+
+qint64 ThumbnailSpool::store(const QImage &thumbnail)
+{
+    const bool tooLong = std::max(thumbnail.width(), thumbnail.height()) > longestSide;
+    const QByteArray bytes =
+        compressed(tooLong ? thumbnail.scaled(longestSide, longestSide, Qt::KeepAspectRatio) : thumbnail);
+    if (bytes.isEmpty())
+        return noThumbnail;
+    const std::lock_guard lock(m_mutex);
+    // A half-written thumbnail is overwritten by the next one.
+    if (!m_device.seek(m_end) || m_device.write(bytes) != bytes.size())
+        return noThumbnail;
+    m_places.push_back({m_end, bytes.size()});
+    m_end += bytes.size();
+    return static_cast<qint64>(m_places.size() - 1);
+}
+
+QImage ThumbnailSpool::load(qint64 thumbnail)
+{
+    QByteArray bytes;
+    {
+        const std::lock_guard lock(m_mutex);
+        if (thumbnail < 0 || thumbnail >= static_cast<qint64>(m_places.size()))
+            return {};
+        const Place place = m_places[static_cast<std::size_t>(thumbnail)];
+        if (!m_device.seek(place.offset))
+            return {};
+        bytes = m_device.read(place.length);
+    }
+    return QImage::fromData(bytes);
+}
+
+} // namespace imaging

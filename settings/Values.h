@@ -1,0 +1,61 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include "settings/Settings.h"
+
+#include <QStringView>
+
+#include <limits>
+
+// A setting declared once, with type, limits and default, as a constant in its module's header:
+//
+//     inline constexpr settings::Number quality{settings::keys::convertImage, u"targeFileQuality", 90, 1,
+//     100};
+//
+// and then quality.read(), quality.write(75). What is not usable (absent, another type, out of range) reads
+// as the default.
+namespace settings
+{
+
+// A DWORD taken as signed 32-bit: -50 is stored as 0xFFFFFFCE.
+struct Number {
+    QStringView key;
+    QStringView name;
+    qint32 fallback = 0;
+    qint32 minimum = std::numeric_limits<qint32>::min();
+    qint32 maximum = std::numeric_limits<qint32>::max();
+
+    qint32 read() const { return dwordInRange(key, name, fallback, minimum, maximum); }
+    bool write(qint32 value) const { return writeDword(key, name, static_cast<quint32>(value)); }
+};
+
+// A DWORD, any value but 0 is on; written as 1 or 0.
+struct Flag {
+    QStringView key;
+    QStringView name;
+    bool fallback = false;
+
+    bool read() const
+    {
+        quint32 value = fallback ? 1 : 0;
+        readDword(key, name, value);
+        return value != 0;
+    }
+    bool write(bool on) const { return writeDword(key, name, on ? 1 : 0); }
+};
+
+struct Text {
+    QStringView key;
+    QStringView name;
+    QStringView fallback = {};
+
+    // A stored empty text is an empty text, not the default.
+    QString read() const
+    {
+        QString text;
+        return readString(key, name, text) ? text : fallback.toString();
+    }
+    bool write(QStringView text) const { return writeString(key, name, text); }
+};
+
+} // namespace settings
