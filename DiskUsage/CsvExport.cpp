@@ -3,8 +3,6 @@
 
 #include <QSaveFile>
 
-#include <exception>
-
 namespace
 {
 constexpr qsizetype writeAt = 1 << 16; // characters collected before they are written
@@ -56,21 +54,16 @@ CsvExportThread::CsvExportThread(QString file, diskusage::CsvTable table)
 {
 }
 
-void CsvExportThread::run()
+void CsvExportThread::work()
 {
-    try {
-        m_outcome = write();
-    } catch (const std::exception &) { // what is thrown here is a lack of memory
-        m_outcome = Outcome::Failed;
-        m_error = tr("There is not enough memory.");
-    }
+    m_outcome = write();
 }
 
 CsvExportThread::Outcome CsvExportThread::write()
 {
     QSaveFile file(m_file);
     const auto failed = [this, &file] {
-        m_error = file.errorString();
+        m_fileError = file.errorString();
         return Outcome::Failed;
     };
     // Anything short of commit() leaves the old file as it was.

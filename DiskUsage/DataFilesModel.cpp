@@ -126,21 +126,18 @@ const FileTypeResult &categoryOf(const ScanResult &result, int index)
 
 FileSortThread::FileSortThread(std::shared_ptr<const ScanResult> result, int category, FileColumn column,
                                Qt::SortOrder order)
-    : m_result(std::move(result)),
+    : WorkerThread(LowPriority),
+      m_result(std::move(result)),
       m_category(category),
       m_column(column),
       m_sortOrder(order)
 {
 }
 
-void FileSortThread::run()
+void FileSortThread::work()
 {
-    try {
-        m_order = sortedFiles(*m_result, categoryOf(*m_result, m_category).files, m_column, m_sortOrder,
-                              cancelFlag());
-    } catch (const std::exception &) { // what is thrown here is a lack of memory
-        m_outOfMemory = true;
-    }
+    m_order =
+        sortedFiles(*m_result, categoryOf(*m_result, m_category).files, m_column, m_sortOrder, cancelFlag());
 }
 
 DataFilesModel::DataFilesModel(QObject *parent) : QAbstractTableModel(parent) {}
@@ -218,9 +215,9 @@ void DataFilesModel::sort(int column, Qt::SortOrder order)
         return;
     }
     m_sorter.reset(new FileSortThread(m_result, m_category, static_cast<FileColumn>(column), order));
-    connect(m_sorter.get(), &QThread::finished, this, &DataFilesModel::takeSorted);
+    connect(m_sorter.get(), &core::WorkerThread::done, this, &DataFilesModel::takeSorted);
     emit sortingChanged(true);
-    m_sorter->start(QThread::LowPriority);
+    m_sorter->start();
 }
 
 bool DataFilesModel::isBySize() const
@@ -239,18 +236,15 @@ void DataFilesModel::endSorting()
 
 void DataFilesModel::takeSorted()
 {
-    // The word of one that was ended in the meantime may still come.
-    if (!m_sorter || !m_sorter->isFinished())
-        return;
-    const bool failed = m_sorter->outOfMemory();
-    if (!failed) {
+    const QString error = m_sorter->error();
+    if (error.isEmpty()) {
         applyOrder(m_sorter->takeOrder());
         m_shown = m_asked;
     }
     endSorting();
-    if (failed) {
+    if (!error.isEmpty()) {
         m_asked = m_shown;
-        emit sortingFailed(tr("There is not enough memory to sort this list."));
+        emit sortingFailed(tr("This list could not be sorted. %1").arg(error));
     }
 }
 

@@ -36,12 +36,11 @@ public:
     FileSortThread(std::shared_ptr<const diskusage::ScanResult> result, int category,
                    diskusage::FileColumn column, Qt::SortOrder order);
 
-    // After finished().
+    // After done().
     diskusage::FileOrder takeOrder() { return std::move(m_order); }
-    bool outOfMemory() const { return m_outOfMemory; }
 
 protected:
-    void run() override;
+    void work() override;
 
 private:
     std::shared_ptr<const diskusage::ScanResult> m_result;
@@ -49,7 +48,6 @@ private:
     diskusage::FileColumn m_column;
     Qt::SortOrder m_sortOrder;
     diskusage::FileOrder m_order;
-    bool m_outOfMemory = false;
 };
 
 // The files of one file-type category at a time, out of the records of a scan: texts are made for the rows

@@ -7,15 +7,16 @@
 
 DiskUsageClearRamThread::DiskUsageClearRamThread(FolderModel &folders, BiggestFilesModel &biggestFiles,
                                                  DataFilesModel &dataFiles)
-    : m_folders(folders),
+    : WorkerThread(QThread::HighPriority),
+      m_folders(folders),
       m_biggestFiles(biggestFiles),
       m_dataFiles(dataFiles)
 {
+    connect(this, &WorkerThread::done, this, &DiskUsageClearRamThread::clearRAMFinish);
 }
 
-void DiskUsageClearRamThread::run()
+void DiskUsageClearRamThread::work()
 {
-    setPriority(QThread::HighPriority);
     emit clearRAMStart();
     m_folders.removeColumns(0, m_folders.columnCount());
     emit clearRAMStep();
@@ -27,5 +28,4 @@ void DiskUsageClearRamThread::run()
     emit clearRAMStep();
     m_dataFiles.clear();
     emit clearRAMStep();
-    deliver([this] { emit clearRAMFinish(); });
 }

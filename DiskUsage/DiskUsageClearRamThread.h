@@ -25,7 +25,7 @@ signals:
     void clearRAMFinish();
 
 protected:
-    void run() override;
+    void work() override;
 
 private:
     FolderModel &m_folders;

@@ -19,7 +19,6 @@ public:
     std::shared_ptr<diskusage::ScanResult> takeResult() { return std::move(m_result); }
     // The rows for FolderModel::replaceFolder().
     std::unique_ptr<FolderItem> takeTree() { return std::move(m_tree); }
-    QString error() const { return m_error; }
 
 signals:
     // The running count of entries, for every entry.
@@ -27,7 +26,7 @@ signals:
     void resultReady();
 
 protected:
-    void run() override;
+    void work() override;
     void interrupt() override { m_job.enumerator->interrupt(); }
 
 private:
@@ -38,5 +37,4 @@ private:
     ScanJob m_job;
     std::shared_ptr<diskusage::ScanResult> m_result;
     std::unique_ptr<FolderItem> m_tree;
-    QString m_error;
 };

@@ -12,11 +12,9 @@
 #include "DiskUsage/DiskUsageStartForm.h"
 #include "DiskUsage/FolderModel.h"
 #include "DiskUsage/Settings.h"
-#include "core/FolderWalk.h"
 #include "platform/Processors.h"
 #include "platform/Win32Enumerator.h"
 
-#include <QStackedLayout>
 #include <QThreadPool>
 
 using namespace diskusage;
@@ -27,13 +25,6 @@ namespace
 std::unique_ptr<core::DirectoryEnumerator> windowsEnumerator()
 {
     return std::make_unique<platform::Win32Enumerator>();
-}
-
-// The form in which a folder is shown and stored: "C:\\", "C:\\x".
-QString shownRoot(const QString &chosen)
-{
-    const QString root = core::walkRoot(chosen);
-    return root.endsWith(QLatin1Char(':')) ? root + QLatin1Char('\\') : root;
 }
 
 // Destroying many rows takes longer than the interface may wait.
@@ -52,14 +43,12 @@ DiskUsageForm::DiskUsageForm(QWidget *parent) : DiskUsageForm(windowsEnumerator,
 
 DiskUsageForm::DiskUsageForm(EnumeratorFactory enumerators, platform::DriveLister::Reader drives,
                              QWidget *parent)
-    : FLWidget(parent),
+    : ScanForm(new DiskUsageScanProgressForm, parent),
       m_enumerators(std::move(enumerators)),
       m_folders(std::make_unique<FolderModel>()),
       m_biggestFiles(std::make_unique<BiggestFilesModel>()),
       m_dataFiles(std::make_unique<DataFilesModel>()),
-      m_pages(new QStackedLayout(this)),
       m_start(new DiskUsageStartForm(std::move(drives), this)),
-      m_progress(new DiskUsageScanProgressForm(this)),
       m_results(new DiskUsageResultsForm(this)),
       m_clearing(new DiskUsageClearRamForm(this)),
       m_options(new DiskUsageOptionsForm(this))
@@ -70,18 +59,15 @@ DiskUsageForm::DiskUsageForm(EnumeratorFactory enumerators, platform::DriveListe
 
 DiskUsageForm::~DiskUsageForm()
 {
-    m_scan.reset();
-    m_folderScan.reset();
-    m_clear.reset();
+    m_jobs.drop(); // it works on the models
     m_results->detach();
 }
 
 void DiskUsageForm::buildPages()
 {
-    for (QWidget *page : {static_cast<QWidget *>(m_start), static_cast<QWidget *>(m_progress),
-                          static_cast<QWidget *>(m_results), static_cast<QWidget *>(m_clearing),
-                          static_cast<QWidget *>(m_options)})
+    for (QWidget *page : std::initializer_list<QWidget *>{m_start, m_results, m_clearing, m_options})
         m_pages->addWidget(page);
+    m_pages->setCurrentWidget(m_start);
     m_start->showRecentFolders(loadRecentFolders());
 }
 
@@ -95,53 +81,16 @@ void DiskUsageForm::connectPages()
         saveRecentFolders({});
         m_start->showRecentFolders({});
     });
-    connect(m_progress, &DiskUsageScanProgressForm::scanCancel, this, &DiskUsageForm::handleScanCancel);
     connect(m_results, &DiskUsageResultsForm::back, this, &DiskUsageForm::startClearing);
     connect(m_results, &DiskUsageResultsForm::scanAllAgain, this, &DiskUsageForm::scanAllAgain);
     connect(m_results, &DiskUsageResultsForm::scanFolderAgain, this, &DiskUsageForm::scanFolderAgain);
-    connect(m_results, &DiskUsageResultsForm::exportingChanged, this,
-            [this](bool running) { emit showToolbarSignal(!running); });
-    connect(m_results, &DiskUsageResultsForm::stopFolderScan, this, &DiskUsageForm::requestStop);
+    connect(m_results, &DiskUsageResultsForm::stopFolderScan, this, &DiskUsageForm::handleScanCancel);
     connect(m_options, &DiskUsageOptionsForm::closed, this, [this] { showStartPage(); });
-    connect(&m_relay, &core::ProgressRelay::changed, this, &DiskUsageForm::showProgress);
-    connect(&m_folderRelay, &core::ProgressRelay::changed, this, [this](const core::ScanProgress &progress) {
-        if (m_folderScan)
-            m_results->setBusy(true, tr("Scanning %1 again, %2 items ...")
-                                         .arg(m_folderScan->folder(), QString::number(progress.items)));
-    });
-}
-
-bool DiskUsageForm::isScanning() const
-{
-    return m_scan || m_folderScan;
-}
-
-bool DiskUsageForm::isBusy() const
-{
-    return isScanning() || isClearingRam() || m_results->isExporting();
-}
-
-void DiskUsageForm::requestStop()
-{
-    if (m_scan)
-        handleScanCancel();
-    if (m_folderScan)
-        m_folderScan->requestStop();
-    m_results->requestStop();
 }
 
 bool DiskUsageForm::mayLeave()
 {
     return m_pages->currentWidget() != m_options || !m_options->hasUnsavedChanges() || m_options->tryClose();
-}
-
-QString DiskUsageForm::busyText() const
-{
-    if (isClearingRam())
-        return tr("the freeing of memory");
-    if (m_results->isExporting())
-        return tr("the export of a table");
-    return isScanning() ? tr("the scan of a folder") : QString();
 }
 
 void DiskUsageForm::scan(const QString &folder)
@@ -156,7 +105,7 @@ void DiskUsageForm::scan(const QString &folder)
     if (m_folders->rootFolder())
         startClearing();
     else
-        startScan(std::exchange(m_nextRoot, {}));
+        startScanOf(std::exchange(m_nextRoot, {}));
 }
 
 ScanJob DiskUsageForm::makeJob(const QString &root) const
@@ -173,101 +122,33 @@ ScanJob DiskUsageForm::makeJob(const QString &root) const
     return job;
 }
 
-void DiskUsageForm::startScan(const QString &root)
+void DiskUsageForm::startScanOf(const QString &root)
 {
     m_root = root;
     m_start->hideNotice(); // it was about an earlier scan
     m_resultNotice.clear();
     ScanJob job = makeJob(root);
     m_scanFileTypes = job.options.fileTypes;
-    m_scan.reset(new DiskUsageWorkerThread(std::move(job), *m_folders, *m_biggestFiles, *m_dataFiles));
-    DiskUsageWorkerThread *thread = m_scan.get();
-    // These come by the hundred thousand; the relay passes on what a person can follow.
-    connect(thread, &DiskUsageWorkerThread::updatePath, &m_relay, &core::ProgressRelay::setPath,
-            Qt::DirectConnection);
-    connect(thread, &DiskUsageWorkerThread::updateTotalSubFolder, &m_relay,
-            &core::ProgressRelay::setTotalSteps, Qt::DirectConnection);
-    connect(thread, &DiskUsageWorkerThread::updateScanProgress, &m_relay, &core::ProgressRelay::addStep,
-            Qt::DirectConnection);
-    connect(thread, &DiskUsageWorkerThread::updateTotalItemScan, &m_relay, &core::ProgressRelay::setItems,
-            Qt::DirectConnection);
-    connect(thread, &DiskUsageWorkerThread::resultReady, this, &DiskUsageForm::handleResults);
-    m_stepsShown = 0;
-    m_totalShown = false;
-    m_relay.restart();
-    m_pages->setCurrentWidget(m_progress);
-    m_progress->begin(root);
-    emit showToolbarSignal(false);
-    thread->start();
-}
-
-void DiskUsageForm::showProgress(const core::ScanProgress &progress)
-{
-    if (!m_scan)
-        return;
-    if (!progress.path.isEmpty())
-        handleUpdatePath(progress.path);
-    if (progress.totalSteps > 0 && !std::exchange(m_totalShown, true))
-        handleUpdateTotalSubFolder(progress.totalSteps);
-    for (; m_stepsShown < progress.steps; ++m_stepsShown)
-        handleUpdateScanProgress();
-    handleUpdateTotalItemScan(progress.items);
-}
-
-void DiskUsageForm::handleUpdatePath(const QString &path)
-{
-    m_progress->setPath(path);
-}
-
-void DiskUsageForm::handleUpdateTotalSubFolder(int total)
-{
-    m_progress->setTotalSteps(total);
-}
-
-void DiskUsageForm::handleUpdateScanProgress()
-{
-    m_progress->addStep();
-}
-
-void DiskUsageForm::handleUpdateTotalItemScan(int items)
-{
-    m_progress->setItems(items);
-}
-
-void DiskUsageForm::handleScanCancel()
-{
-    if (!m_scan)
-        return;
-    m_scan->requestStop();
-    m_progress->showStopping();
+    m_scan = new DiskUsageWorkerThread(std::move(job), *m_folders, *m_biggestFiles, *m_dataFiles);
+    startScan(tr("Scanning in progress. Please wait ..."), tr("Stopping the scan ..."),
+              tr("the scan of a folder"), m_scan, [this](const auto &) { handleResults(); });
 }
 
 void DiskUsageForm::handleResults()
 {
-    if (!m_scan)
+    const DiskUsageWorkerThread *scan = std::exchange(m_scan, nullptr);
+    if (!scan)
         return;
-    m_relay.finish();
-    const bool cancelled = m_scan->stopRequested();
-    const QString error = m_scan->error();
-    std::shared_ptr<ScanResult> result = m_scan->result();
-    m_scan.reset();
-    emit showToolbarSignal(true);
-    if (result && !cancelled) {
-        showResults(std::move(result));
-        return;
-    }
-    // A cancel that came after the models had been filled.
-    if (result) {
-        result.reset();
+    if (!scan->result())
+        showStartPage(failureText(scan->error()));
+    else if (scan->stopRequested()) // after the models had been filled
         startClearing();
-        return;
-    }
-    showStartPage(error);
+    else
+        showResults(scan->result());
 }
 
 void DiskUsageForm::showResults(std::shared_ptr<ScanResult> result)
 {
-    m_progress->complete();
     ScanView view;
     view.root = m_root;
     view.folders = m_folders.get();
@@ -304,36 +185,31 @@ void DiskUsageForm::scanFolderAgain(const QModelIndex &folder)
     ScanJob job = makeJob(item->path());
     for (const FolderItem *above = item->parentFolder(); above; above = above->parentFolder())
         job.options.ancestors.append(above->path());
-    m_folderScan.reset(new DiskUsageFolderScanThread(std::move(job)));
-    connect(m_folderScan.get(), &DiskUsageFolderScanThread::updateFolderItemScan, &m_folderRelay,
+    m_folderScan = new DiskUsageFolderScanThread(std::move(job));
+    connect(m_folderScan, &DiskUsageFolderScanThread::updateFolderItemScan, &m_jobs.relay(),
             &core::ProgressRelay::setItems, Qt::DirectConnection);
-    connect(m_folderScan.get(), &DiskUsageFolderScanThread::resultReady, this,
-            &DiskUsageForm::handleFolderResults);
-    m_folderRelay.restart();
-    m_results->setBusy(true, tr("Scanning %1 again ...").arg(m_folderScan->folder()));
-    emit showToolbarSignal(false);
-    m_folderScan->start();
+    JobOptions options{.busyText = tr("the scan of a folder")};
+    options.progress = [this, path = item->path()](const core::ScanProgress &progress) {
+        m_results->setBusy(true,
+                           tr("Scanning %1 again, %2 items ...").arg(path, QString::number(progress.items)));
+    };
+    m_results->setBusy(true, tr("Scanning %1 again ...").arg(item->path()));
+    m_jobs.start(std::move(options), m_folderScan,
+                 [this](DiskUsageFolderScanThread &scan) { handleFolderResults(scan); });
 }
 
-void DiskUsageForm::handleFolderResults()
+void DiskUsageForm::handleFolderResults(DiskUsageFolderScanThread &scan)
 {
-    if (!m_folderScan)
-        return;
-    m_folderRelay.finish();
-    const QString path = m_folderScan->folder();
-    const QString error = m_folderScan->error();
-    std::shared_ptr<ScanResult> result = m_folderScan->takeResult();
-    std::unique_ptr<FolderItem> tree = m_folderScan->takeTree();
-    m_folderScan.reset();
+    m_folderScan = nullptr;
     m_results->setBusy(false);
+    std::shared_ptr<ScanResult> result = scan.takeResult();
     if (result && m_folderIndex.isValid()) {
         const Folder before = m_folders->folderItem(m_folderIndex)->folder();
-        destroyInBackground(m_folders->replaceFolder(m_folderIndex, result, std::move(tree)));
-        m_results->folderReplaced(path, before, *result);
-    } else if (!error.isEmpty()) {
-        m_results->showNotice(error, true);
+        destroyInBackground(m_folders->replaceFolder(m_folderIndex, result, scan.takeTree()));
+        m_results->folderReplaced(scan.folder(), before, *result);
+    } else if (!scan.error().isEmpty()) {
+        m_results->showNotice(failureText(scan.error()), true);
     }
-    emit showToolbarSignal(true);
 }
 
 void DiskUsageForm::scanAllAgain()
@@ -349,26 +225,23 @@ void DiskUsageForm::startClearing()
     if (isBusy())
         return;
     m_results->detach();
-    m_clear.reset(new DiskUsageClearRamThread(*m_folders, *m_biggestFiles, *m_dataFiles));
-    connect(m_clear.get(), &DiskUsageClearRamThread::clearRAMStep, m_clearing,
-            &DiskUsageClearRamForm::addStep);
-    connect(m_clear.get(), &DiskUsageClearRamThread::clearRAMFinish, this, &DiskUsageForm::onClearRamFinish);
+    auto *clear = new DiskUsageClearRamThread(*m_folders, *m_biggestFiles, *m_dataFiles);
+    connect(clear, &DiskUsageClearRamThread::clearRAMStep, m_clearing, &DiskUsageClearRamForm::addStep);
     m_clearing->begin(DiskUsageClearRamThread::steps);
     m_pages->setCurrentWidget(m_clearing);
-    emit showToolbarSignal(false);
-    m_clear->start();
+    m_isClearing = true;
+    m_jobs.start({.busyText = tr("the freeing of memory")}, clear,
+                 [this](const auto &) { onClearRamFinish(); });
 }
 
 void DiskUsageForm::onClearRamFinish()
 {
-    if (!m_clear)
+    if (!std::exchange(m_isClearing, false))
         return;
-    m_clear.reset();
-    emit showToolbarSignal(true);
     if (m_nextRoot.isEmpty())
         showStartPage();
     else
-        startScan(std::exchange(m_nextRoot, {}));
+        startScanOf(std::exchange(m_nextRoot, {}));
 }
 
 void DiskUsageForm::showStartPage(const QString &notice)

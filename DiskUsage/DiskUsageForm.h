@@ -2,9 +2,8 @@
 #pragma once
 
 #include "DiskUsage/DiskUsageWorkerThread.h"
-#include "core/ScanProgress.h"
 #include "platform/Drives.h"
-#include "widgets/FLWidget.h"
+#include "widgets/ScanForm.h"
 
 #include <QPersistentModelIndex>
 
@@ -12,17 +11,14 @@
 #include <memory>
 
 class DiskUsageClearRamForm;
-class DiskUsageClearRamThread;
 class DiskUsageFolderScanThread;
 class DiskUsageOptionsForm;
 class DiskUsageResultsForm;
-class DiskUsageScanProgressForm;
 class DiskUsageStartForm;
-class QStackedLayout;
 
 // The Folder Size Analyzer. Shows one of its pages at a time and runs one job at a time: a scan, the scan of
 // one folder of the result, an export, or the freeing of a result.
-class DiskUsageForm : public FLWidget
+class DiskUsageForm : public ScanForm
 {
     Q_OBJECT
 
@@ -35,13 +31,10 @@ public:
                   QWidget *parent = nullptr);
     ~DiskUsageForm() override;
 
-    bool isBusy() const override;
-    void requestStop() override;
     bool mayLeave() override;
-    QString busyText() const override;
 
-    bool isScanning() const;
-    bool isClearingRam() const { return m_clear != nullptr; }
+    bool isScanning() const { return m_scan || m_folderScan; }
+    bool isClearingRam() const { return m_isClearing; }
     // The models of the result, empty while there is none.
     const FolderModel &folderModel() const { return *m_folders; }
     const BiggestFilesModel &biggestFilesModel() const { return *m_biggestFiles; }
@@ -51,29 +44,18 @@ public slots:
     // Scans a folder in any spelling, and remembers it among the recent ones. Does nothing while a job runs.
     void scan(const QString &folder);
 
-    void handleUpdatePath(const QString &path);
-    void handleUpdateTotalSubFolder(int total);
-    void handleUpdateScanProgress();
-    void handleUpdateTotalItemScan(int items);
     void handleResults();
-    void handleScanCancel();
     void onClearRamFinish();
-
-signals:
-    // A page is on show; for whoever watches the form from outside.
-    void startPageShown();
-    void resultsShown();
 
 private:
     void buildPages();
     void connectPages();
 
-    void startScan(const QString &root);
+    void startScanOf(const QString &root);
     ScanJob makeJob(const QString &root) const;
-    void showProgress(const core::ScanProgress &progress);
     void showResults(std::shared_ptr<diskusage::ScanResult> result);
     void scanFolderAgain(const QModelIndex &folder);
-    void handleFolderResults();
+    void handleFolderResults(DiskUsageFolderScanThread &scan);
     void scanAllAgain();
     void startClearing();
     void showStartPage(const QString &notice = {});
@@ -85,23 +67,17 @@ private:
     std::unique_ptr<BiggestFilesModel> m_biggestFiles;
     std::unique_ptr<DataFilesModel> m_dataFiles;
 
-    QStackedLayout *m_pages;
     DiskUsageStartForm *m_start;
-    DiskUsageScanProgressForm *m_progress;
     DiskUsageResultsForm *m_results;
     DiskUsageClearRamForm *m_clearing;
     DiskUsageOptionsForm *m_options;
 
-    QString m_root;                      // of the scan that runs or is shown
     QString m_nextRoot;                  // what to scan when the models are free again
     QString m_resultNotice;              // to be shown with the result of the scan that runs
     core::FileTypeTable m_scanFileTypes; // with which the result was made
     QPersistentModelIndex m_folderIndex; // being scanned again
-    int m_stepsShown = 0;
-    bool m_totalShown = false;
-    core::ProgressRelay m_relay;
-    core::ProgressRelay m_folderRelay;
-    core::WorkerPointer<DiskUsageWorkerThread> m_scan;
-    core::WorkerPointer<DiskUsageFolderScanThread> m_folderScan;
-    core::WorkerPointer<DiskUsageClearRamThread> m_clear;
+    // The job that runs; the host's.
+    DiskUsageWorkerThread *m_scan = nullptr;
+    DiskUsageFolderScanThread *m_folderScan = nullptr;
+    bool m_isClearing = false;
 };

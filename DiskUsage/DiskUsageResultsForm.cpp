@@ -57,7 +57,8 @@ DiskUsageResultsForm::DiskUsageResultsForm(QWidget *parent)
       m_folders(new FoldersPage(this)),
       m_biggest(new BiggestFilesPage(this)),
       m_types(new FileTypesPage(this)),
-      m_notCounted(new NotCountedPage(this))
+      m_notCounted(new NotCountedPage(this)),
+      m_jobs(this)
 {
     buildHeader();
     buildTabs();
@@ -157,7 +158,7 @@ void DiskUsageResultsForm::connectPages()
     connect(m_again, &QAbstractButton::clicked, this, &DiskUsageResultsForm::scanAllAgain);
     connect(m_exportButton, &QAbstractButton::clicked, this, &DiskUsageResultsForm::exportCurrentTable);
     connect(m_busyStop, &QAbstractButton::clicked, this, [this] {
-        requestStop();
+        m_jobs.cancel();
         emit stopFolderScan();
     });
     connect(m_folders, &FoldersPage::scanAgain, this, &DiskUsageResultsForm::scanFolderAgain);
@@ -191,7 +192,10 @@ void DiskUsageResultsForm::showScan(const ScanView &view)
 
 void DiskUsageResultsForm::detach()
 {
-    m_export.reset();
+    if (isExporting()) {
+        m_jobs.drop();
+        setBusy(false);
+    }
     m_folders->setModel(nullptr);
     m_biggest->setModel(nullptr);
     m_types->setModel(nullptr);
@@ -284,36 +288,23 @@ void DiskUsageResultsForm::exportTable(const std::function<CsvTable()> &table)
     const QString file = platform::dialogs().chooseFileToSave(this, tr("Export as CSV"),
                                                               shown.suggestedName + QStringLiteral(".csv"),
                                                               tr("Comma-separated values (*.csv)"));
-    if (!alive || file.isEmpty() || !m_view.result || m_export)
+    if (!alive || file.isEmpty() || !m_view.result || isExporting())
         return;
-    m_export.reset(new CsvExportThread(file, table()));
-    connect(m_export.get(), &QThread::finished, this, &DiskUsageResultsForm::endExport);
     setBusy(true, tr("Exporting to %1 ...").arg(QDir::toNativeSeparators(file)));
-    emit exportingChanged(true);
-    m_export->start();
+    m_jobs.start({.busyText = tr("the export of a table")}, new CsvExportThread(file, table()),
+                 [this](const CsvExportThread &ended) { endExport(ended); });
 }
 
-void DiskUsageResultsForm::endExport()
+void DiskUsageResultsForm::endExport(const CsvExportThread &ended)
 {
-    if (!m_export)
-        return;
-    const CsvExportThread::Outcome outcome = m_export->outcome();
-    const QString error = m_export->error();
-    const QString file = QDir::toNativeSeparators(m_export->file());
-    const QString rows = QString::number(m_export->rows());
-    m_export.reset();
+    const CsvExportThread::Outcome outcome = ended.outcome();
+    const QString file = QDir::toNativeSeparators(ended.file());
+    const QString rows = QString::number(ended.rows());
     setBusy(false);
-    emit exportingChanged(false);
     if (outcome == CsvExportThread::Outcome::Failed)
-        showNotice(tr("%1 could not be written: %2").arg(file, error), true);
+        showNotice(tr("%1 could not be written: %2").arg(file, ended.reason()), true);
     else if (outcome == CsvExportThread::Outcome::Cancelled)
         showNotice(tr("The export was cancelled; nothing was written."));
     else
         showNotice(tr("%1 rows were exported to %2.").arg(rows, file));
-}
-
-void DiskUsageResultsForm::requestStop()
-{
-    if (m_export)
-        m_export->requestStop();
 }

@@ -3,8 +3,8 @@
 
 #include "DiskUsage/CsvExport.h"
 #include "DiskUsage/engine/Scan.h"
-#include "core/WorkerThread.h"
 #include "platform/Drives.h"
+#include "widgets/JobHost.h"
 
 #include <QModelIndex>
 #include <QPointer>
@@ -59,8 +59,7 @@ public:
                         const diskusage::ScanResult &now);
     void showNotice(const QString &text, bool warning = false);
 
-    bool isExporting() const { return m_export != nullptr; }
-    void requestStop();
+    bool isExporting() const { return m_jobs.isBusy(); }
     // While a job runs that the result must not be changed under.
     void setBusy(bool busy, const QString &text = {});
 
@@ -68,7 +67,6 @@ signals:
     void back();
     void scanAllAgain();
     void scanFolderAgain(const QModelIndex &folder);
-    void exportingChanged(bool running);
     void stopFolderScan();
 
 private:
@@ -84,7 +82,7 @@ private:
     void exportCurrentTable();
     // `table` is asked twice: what is shown may change while the file dialog is open.
     void exportTable(const std::function<diskusage::CsvTable()> &table);
-    void endExport();
+    void endExport(const CsvExportThread &ended);
 
     ScanView m_view;
     QToolButton *m_back;
@@ -102,5 +100,5 @@ private:
     BiggestFilesPage *m_biggest;
     FileTypesPage *m_types;
     NotCountedPage *m_notCounted;
-    core::WorkerPointer<CsvExportThread> m_export;
+    JobHost m_jobs;
 };

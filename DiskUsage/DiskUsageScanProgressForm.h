@@ -10,7 +10,4 @@ class DiskUsageScanProgressForm : public ScanPage
 
 public:
     using ScanPage::ScanPage;
-
-    void begin(const QString &root);
-    void showStopping();
 };

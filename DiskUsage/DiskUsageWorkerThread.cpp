@@ -13,31 +13,16 @@ DiskUsageWorkerThread::DiskUsageWorkerThread(ScanJob job, FolderModel &folders,
       m_biggestFiles(biggestFiles),
       m_dataFiles(dataFiles)
 {
-}
-
-DiskUsageWorkerThread::~DiskUsageWorkerThread() = default;
-
-void DiskUsageWorkerThread::run()
-{
-    try {
-        scan();
-    } catch (const std::exception &) { // what is thrown here is a lack of memory
-        m_error = tr("The scan ran out of memory.");
-    }
-    if (stopRequested() || !m_error.isEmpty()) {
-        m_folders.removeColumns(0, FolderModel::ColumnTotal);
-        m_dataFiles.clear();
-        m_biggestFiles.clear();
-        m_result.reset();
-    }
-    deliver([this, cancelled = stopRequested()] {
-        if (cancelled)
+    connect(this, &WorkerThread::done, this, [this] {
+        if (stopRequested())
             emit scanCancel();
         emit resultReady();
     });
 }
 
-void DiskUsageWorkerThread::scan()
+DiskUsageWorkerThread::~DiskUsageWorkerThread() = default;
+
+void DiskUsageWorkerThread::work()
 {
     m_folders.beginScan(m_job.root);
     m_folders.setFolderImage(platform::systemFolderIcon());
@@ -45,6 +30,16 @@ void DiskUsageWorkerThread::scan()
         diskusage::scanFolder(m_job.root, m_job.options, *m_job.enumerator, *this, cancelFlag()));
     if (!stopRequested())
         buildReport();
+    if (stopRequested())
+        abandon();
+}
+
+void DiskUsageWorkerThread::abandon()
+{
+    m_folders.removeColumns(0, FolderModel::ColumnTotal);
+    m_dataFiles.clear();
+    m_biggestFiles.clear();
+    m_result.reset();
 }
 
 void DiskUsageWorkerThread::buildReport()

@@ -31,8 +31,6 @@ public:
 
     // After resultReady(): null for a cancelled or failed scan.
     const std::shared_ptr<diskusage::ScanResult> &result() const { return m_result; }
-    // What went wrong, in words for the user; empty when nothing did.
-    QString error() const { return m_error; }
 
 signals:
     void updatePath(const QString &path);
@@ -44,11 +42,11 @@ signals:
     void resultReady();
 
 protected:
-    void run() override;
+    void work() override;
+    void abandon() override;
     void interrupt() override { m_job.enumerator->interrupt(); }
 
 private:
-    void scan();
     void buildReport();
 
     void totalSubFolders(int total) override;
@@ -60,5 +58,4 @@ private:
     BiggestFilesModel &m_biggestFiles;
     DataFilesModel &m_dataFiles;
     std::shared_ptr<diskusage::ScanResult> m_result;
-    QString m_error;
 };

@@ -22,7 +22,7 @@ signals:
     void answered(const QString &path, bool exists);
 
 protected:
-    void run() override
+    void work() override
     {
         deliver([this, exists = platform::fileExists(m_path)] { emit answered(m_path, exists); });
     }

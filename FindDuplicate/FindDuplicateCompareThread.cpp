@@ -38,9 +38,10 @@ FindDuplicateCompareThread::FindDuplicateCompareThread(QStringList paths, quint6
     : m_paths(std::move(paths)),
       m_fileSize(fileSize)
 {
+    connect(this, &WorkerThread::done, this, &FindDuplicateCompareThread::compareFinish);
 }
 
-void FindDuplicateCompareThread::run()
+void FindDuplicateCompareThread::work()
 {
     DiskReader reader;
     const auto progress = [this](quint64 done, quint64 total) {
@@ -49,10 +50,5 @@ void FindDuplicateCompareThread::run()
                 static_cast<int>(1000.0 * static_cast<double>(done) / static_cast<double>(total)),
                 std::memory_order_relaxed);
     };
-    try {
-        m_states = duplicates::compareContents(m_paths, m_fileSize, reader, progress, cancelFlag());
-    } catch (const std::exception &) { // what is thrown here is a lack of memory
-        m_states.assign(static_cast<std::size_t>(m_paths.size()), duplicates::ContentState::NotCompared);
-    }
-    deliver([this] { emit compareFinish(); });
+    m_states = duplicates::compareContents(m_paths, m_fileSize, reader, progress, cancelFlag());
 }

@@ -19,14 +19,14 @@ public:
 
     // How far it is, 0 to 1000; any thread.
     int permille() const noexcept { return m_permille.load(std::memory_order_relaxed); }
-    // After compareFinish(), one a path.
+    // After compareFinish(), one a path; none when it failed.
     std::vector<duplicates::ContentState> takeStates() { return std::move(m_states); }
 
 signals:
     void compareFinish(); // once, also after a cancel; on the thread that this object lives in
 
 protected:
-    void run() override;
+    void work() override;
 
 private:
     QStringList m_paths;

@@ -39,6 +39,7 @@ void FindDuplicateResultForm::compareContents()
     m_comparison.reset(new FindDuplicateCompareThread(paths, compared.size));
     connect(m_comparison.get(), &FindDuplicateCompareThread::compareFinish, this,
             &FindDuplicateResultForm::onCompareFinish);
+    m_jobs.begin({.busyText = tr("the comparison of files")}, [this] { cancelComparison(); });
     m_comparison->start();
     m_compareBar->setValue(0);
     showComparing(true);
@@ -50,9 +51,9 @@ void FindDuplicateResultForm::cancelComparison()
     if (!m_comparison)
         return;
     retire(std::move(m_comparison));
+    m_jobs.end();
     showComparing(false);
     showNotice(tr("The comparison was cancelled."), false);
-    emit jobEnded(false);
 }
 
 void FindDuplicateResultForm::showComparing(bool comparing)
@@ -81,6 +82,8 @@ void FindDuplicateResultForm::onCompareFinish()
 {
     const std::vector<ContentState> states = m_comparison->takeStates();
     m_comparison.reset();
+    m_jobs.keepOpen();
+    m_jobs.end();
     showComparing(false);
 
     const std::size_t all = groupAt(m_comparedGroup).members.size();
@@ -102,5 +105,4 @@ void FindDuplicateResultForm::onCompareFinish()
                      QString::number(count(ContentState::Different)),
                      QString::number(count(ContentState::Unreadable) + count(ContentState::Placeholder))),
             count(ContentState::Different) > 0);
-    emit jobEnded(true);
 }

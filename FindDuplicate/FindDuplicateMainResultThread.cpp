@@ -4,6 +4,7 @@
 #include "platform/FileProbe.h"
 
 #include <numeric>
+#include <utility>
 
 namespace
 {
@@ -16,23 +17,20 @@ FindDuplicateMainResultThread::FindDuplicateMainResultThread(
 {
 }
 
-void FindDuplicateMainResultThread::run()
+void FindDuplicateMainResultThread::work()
 {
-    const auto failed = [this] { deliver([this] { emit outOfMemory(); }); };
-    try {
-        prepare();
-    } catch (const std::exception &) { // what is thrown here is a lack of memory
-        m_firstFiles.clear();
-        failed();
-    }
+    prepare();
     m_groups.reset();
     deliver([this] { emit processFinish(); });
     // The list does not wait for this: it may take seconds, and on a lost network drive minutes.
-    try {
-        checkFirstFiles();
-    } catch (const std::exception &) {
-        failed();
-    }
+    checkFirstFiles();
+}
+
+void FindDuplicateMainResultThread::abandon()
+{
+    m_firstFiles.clear();
+    if (std::exchange(m_groups, nullptr))
+        deliver([this] { emit processFinish(); }); // of what could be listed
 }
 
 void FindDuplicateMainResultThread::prepare()

@@ -27,11 +27,10 @@ signals:
     void processFinish();
     // For all groups in turn, some at a time: from `first` on, whether the first file is there.
     void firstFilesChecked(int first, const QList<bool> &exist);
-    // There is not enough memory: what has not been told by now is not.
-    void outOfMemory();
 
 protected:
-    void run() override;
+    void work() override;
+    void abandon() override;
 
 private:
     void prepare();

@@ -39,7 +39,7 @@ void FindDuplicateResultForm::on_RecycleBinButton_clicked()
     m_readWaits = false;
     retire(std::move(m_result));
     m_notice->hide();
-    emit showToolbarSignal(false);
+    m_jobs.begin({.busyText = tr("the removal of a file")}, [this] { m_removal->requestStop(); });
     setUsable(false);
     m_removed = *member;
     RemovalRequest request{m_root, groupAt(member->group).members, static_cast<std::size_t>(member->member),
@@ -52,6 +52,9 @@ void FindDuplicateResultForm::on_RecycleBinButton_clicked()
 
 void FindDuplicateResultForm::afterRemoval(const RemovalResult &result)
 {
+    if (!result.notice.isEmpty())
+        m_jobs.keepOpen();
+    m_jobs.end();
     if (m_memberModel->groupIndex() == m_removed.group) {
         if (result.outcome == RemovalResult::Outcome::Moved)
             m_memberModel->setGone(m_removed.member);
@@ -73,8 +76,6 @@ void FindDuplicateResultForm::afterRemoval(const RemovalResult &result)
                    m_openBin);
     else if (result.outcome == RemovalResult::Outcome::LeftAlone && !result.notice.isEmpty())
         showNotice(result.notice);
-    emit showToolbarSignal(true);
-    emit jobEnded(!result.notice.isEmpty());
 }
 
 // Also after a failure: the file was asked to go, and the row says on its last line what the disk says.

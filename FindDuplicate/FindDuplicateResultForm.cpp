@@ -55,8 +55,10 @@ void FindDuplicateResultForm::checkFirstFiles()
     m_mainResult.reset(new FindDuplicateMainResultThread(m_groups));
     connect(m_mainResult.get(), &FindDuplicateMainResultThread::firstFilesChecked, m_groupModel,
             &GroupModel::setFirstFilesExist);
-    connect(m_mainResult.get(), &FindDuplicateMainResultThread::outOfMemory, this,
-            [this] { showNotice(tr("There is not enough memory to look at all groups.")); });
+    connect(m_mainResult.get(), &core::WorkerThread::done, this, [this] {
+        if (!m_mainResult->error().isEmpty())
+            showNotice(tr("Not all groups could be looked at. %1").arg(m_mainResult->error()));
+    });
     m_mainResult->start();
 }
 
@@ -204,8 +206,8 @@ void FindDuplicateResultForm::onProcessFinish()
 {
     if (m_memberModel->groupIndex() != m_result->groupIndex())
         return;
-    if (m_result->outOfMemory())
-        showNotice(tr("There is not enough memory to look at the files of this group."));
+    if (!m_result->error().isEmpty())
+        showNotice(tr("The files of this group could not be looked at. %1").arg(m_result->error()));
     else
         m_memberModel->setFacts(m_result->takeMembers());
 }
@@ -301,22 +303,4 @@ void FindDuplicateResultForm::showNotice(const QString &text, bool warning, QAct
     m_notice->showNotice(QIcon(warning ? QStringLiteral(":/resources/images/Warning16.png")
                                        : QStringLiteral(":/resources/images/Info16.png")),
                          text, action);
-}
-
-bool FindDuplicateResultForm::isBusy() const
-{
-    return m_comparison || isRemoving();
-}
-
-void FindDuplicateResultForm::requestStop()
-{
-    cancelComparison();
-    m_removal->requestStop();
-}
-
-QString FindDuplicateResultForm::busyText() const
-{
-    if (isRemoving())
-        return tr("the removal of a file");
-    return m_comparison ? tr("the comparison of files") : QString();
 }

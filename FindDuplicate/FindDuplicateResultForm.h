@@ -6,6 +6,7 @@
 #include "FindDuplicate/FindDuplicateResultThread.h"
 #include "FindDuplicate/engine/Grouping.h"
 #include "FindDuplicate/removal/MemberRemoval.h"
+#include "widgets/JobHost.h"
 
 #include <QHash>
 #include <QTimer>
@@ -53,10 +54,9 @@ public:
     bool start();
 
     // A comparison or a removal runs.
-    bool isBusy() const;
+    bool isBusy() const { return m_jobs.isBusy(); }
     bool isRemoving() const { return m_removal->isRunning(); }
-    void requestStop();
-    QString busyText() const;
+    void requestStop() { m_jobs.cancel(); }
 
     void showNotice(const QString &text, bool warning = true, QAction *action = nullptr);
 
@@ -74,10 +74,6 @@ public slots:
 signals:
     void backToMain();
     void resultReady();
-    // False from the moment on when a removal is asked for, true when it has ended in any way.
-    void showToolbarSignal(bool show);
-    // A comparison or a removal, however it ended; with something that the user should see, or without.
-    void jobEnded(bool hasNews);
 
 private:
     // In FindDuplicateResultPage.cpp.
@@ -178,4 +174,5 @@ private:
     core::RetiringPointer<FindDuplicateMainResultThread> m_mainResult;
     core::RetiringPointer<FindDuplicateResultThread> m_result;
     core::RetiringPointer<FindDuplicateCompareThread> m_comparison;
+    JobHost m_jobs;
 };

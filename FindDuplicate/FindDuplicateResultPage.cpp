@@ -75,7 +75,8 @@ FindDuplicateResultForm::FindDuplicateResultForm(QString root, std::shared_ptr<G
       m_memberTree(new FLTreeView(this)),
       m_groupModel(new GroupModel(this)),
       m_memberModel(new MemberModel(this)),
-      m_removal(new duplicates::MemberRemoval(this))
+      m_removal(new duplicates::MemberRemoval(this)),
+      m_jobs(this)
 {
     buildToolBar();
     buildLayout();

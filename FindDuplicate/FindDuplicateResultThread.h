@@ -16,26 +16,21 @@ public:
           m_group(std::move(group)),
           m_groupIndex(groupIndex)
     {
+        connect(this, &WorkerThread::done, this, &FindDuplicateResultThread::processFinish);
     }
 
     int groupIndex() const { return m_groupIndex; }
 
-    // Both after processFinish(). One entry a member, unless memory did not suffice.
-    bool outOfMemory() const { return m_outOfMemory; }
+    // After processFinish(). One entry a member, none when it failed.
     std::vector<duplicates::MemberFacts> takeMembers() { return std::move(m_members); }
 
 signals:
     void processFinish();
 
 protected:
-    void run() override
+    void work() override
     {
-        try {
-            m_members = duplicates::readMembers(m_root, m_group.members, platform::fileProbe(), cancelFlag());
-        } catch (const std::exception &) { // what is thrown here is a lack of memory
-            m_outOfMemory = true;
-        }
-        deliver([this] { emit processFinish(); });
+        m_members = duplicates::readMembers(m_root, m_group.members, platform::fileProbe(), cancelFlag());
     }
 
 private:
@@ -43,5 +38,4 @@ private:
     duplicates::DuplicateGroup m_group;
     const int m_groupIndex;
     std::vector<duplicates::MemberFacts> m_members;
-    bool m_outOfMemory = false;
 };

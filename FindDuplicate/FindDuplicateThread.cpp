@@ -1,17 +1,14 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "FindDuplicate/FindDuplicateThread.h"
 
-FindDuplicateThread::FindDuplicateThread(FindDuplicateJob job) : m_job(std::move(job)) {}
-
-void FindDuplicateThread::run()
+FindDuplicateThread::FindDuplicateThread(FindDuplicateJob job) : m_job(std::move(job))
 {
-    try {
-        m_result =
-            duplicates::findDuplicates(m_job.root, m_job.options, *m_job.enumerator, *this, cancelFlag());
-    } catch (const std::exception &) { // what is thrown here is a lack of memory
-        m_error = tr("The scan ran out of memory.");
-    }
-    deliver([this] { emit scanFinish(); });
+    connect(this, &WorkerThread::done, this, &FindDuplicateThread::scanFinish);
+}
+
+void FindDuplicateThread::work()
+{
+    m_result = duplicates::findDuplicates(m_job.root, m_job.options, *m_job.enumerator, *this, cancelFlag());
 }
 
 void FindDuplicateThread::totalSubFolders(int total)

@@ -24,8 +24,6 @@ public:
 
     // After scanFinish(). A cancelled scan has the groups of what it met.
     duplicates::ScanResult takeResult() { return std::move(m_result); }
-    // What went wrong, in words for the user; empty when nothing did.
-    QString error() const { return m_error; }
 
 signals:
     void scanFinish(); // once, also after a cancel; on the thread that this object lives in
@@ -35,7 +33,7 @@ signals:
     void updateTotalItemScan(int totalItem);
 
 protected:
-    void run() override;
+    void work() override;
     void interrupt() override { m_job.enumerator->interrupt(); }
 
 private:
@@ -46,5 +44,4 @@ private:
 
     FindDuplicateJob m_job;
     duplicates::ScanResult m_result;
-    QString m_error;
 };

@@ -3,7 +3,6 @@
 
 #include "FindDuplicate/engine/ListedGroups.h"
 #include "FindDuplicateImage/ComparePane.h"
-#include "FindDuplicateImage/FindDuplicateImageMainResultThread.h"
 #include "FindDuplicateImage/ImageGroupModel.h"
 #include "FindDuplicateImage/ImageMemberModel.h"
 #include "core/CountText.h"
@@ -43,46 +42,9 @@ void FindDuplicateImageResultForm::prepare(ImageReport report)
 {
     clear();
     m_report = std::move(report);
-    QStringList first;
-    for (const lookalikes::ImageGroup &group : m_report.groups)
-        first.append(group.members.front().fullPath());
-    m_prepareThread.reset(new FindDuplicateImageMainResultThread(std::move(first)));
-    connect(m_prepareThread.get(), &FindDuplicateImageMainResultThread::path, this,
-            &FindDuplicateImageResultForm::prepareReportUpdatePath, Qt::DirectConnection);
-    connect(m_prepareThread.get(), &FindDuplicateImageMainResultThread::processFinish, this,
-            &FindDuplicateImageResultForm::showReport);
-    m_prepareThread->start();
-}
-
-void FindDuplicateImageResultForm::clear()
-{
-    m_prepareThread.reset();
-    m_inspection.cancel();
-    m_firsts.cancel();
-    m_searchLater.stop();
-    m_compare->clear();
-    m_members->setGroup(nullptr, -1);
-    m_groups->setReport(nullptr);
-    m_thumbnails.setFile(nullptr);
-    m_report = {};
-}
-
-bool FindDuplicateImageResultForm::isRemoving() const
-{
-    return m_removal->isRunning();
-}
-
-void FindDuplicateImageResultForm::requestStop()
-{
-    if (m_prepareThread)
-        m_prepareThread->requestStop();
-    m_removal->requestStop();
-}
-
-void FindDuplicateImageResultForm::showReport()
-{
-    m_report.firstGone = m_prepareThread->takeGone();
-    m_prepareThread.reset();
+    m_report.firstGone.assign(m_report.groups.size(), false);
+    if (!m_report.groups.empty())
+        emit prepareReportUpdatePath(m_report.groups.front().members.front().fullPath());
     m_thumbnails.setFile(m_report.thumbnails);
     m_notice->hide();
     showEmptySearch();
@@ -91,7 +53,20 @@ void FindDuplicateImageResultForm::showReport()
     m_groups->setReport(&m_report);
     selectGroupRow(0);
     showGroup();
+    askFirsts();
     emit resultReady();
+}
+
+void FindDuplicateImageResultForm::clear()
+{
+    m_inspection.cancel();
+    m_firsts.cancel();
+    m_searchLater.stop();
+    m_compare->clear();
+    m_members->setGroup(nullptr, -1);
+    m_groups->setReport(nullptr);
+    m_thumbnails.setFile(nullptr);
+    m_report = {};
 }
 
 void FindDuplicateImageResultForm::showEmptySearch()
@@ -132,6 +107,11 @@ void FindDuplicateImageResultForm::refresh()
     if (isRemoving() || m_members->group() < 0)
         return;
     inspectGroup();
+    askFirsts();
+}
+
+void FindDuplicateImageResultForm::askFirsts()
+{
     QStringList paths;
     for (const lookalikes::ImageGroup &group : m_report.groups)
         paths.append(group.members.front().fullPath());
@@ -306,8 +286,8 @@ void FindDuplicateImageResultForm::on_RecycleBinButton_clicked()
                          const ImageRecord *shown = m_members->record(m_removingMember);
                          return m_members->group() == m_removingGroup && shown && shown->fullPath() == path;
                      });
+    m_jobs.begin({.busyText = tr("the removal of a picture")}, [this] { m_removal->requestStop(); });
     setUsable(false);
-    emit removingChanged(true);
 }
 
 // The question has no owner: without this the page behind it could be used meanwhile. The notice stays
@@ -326,6 +306,9 @@ void FindDuplicateImageResultForm::showLooking()
 
 void FindDuplicateImageResultForm::afterRemoval(const RemovalResult &result)
 {
+    if (!result.notice.isEmpty())
+        m_jobs.keepOpen();
+    m_jobs.end();
     setUsable(true);
     m_main->setFocus();
     if (result.outcome == RemovalResult::Outcome::Moved) {
@@ -348,8 +331,6 @@ void FindDuplicateImageResultForm::afterRemoval(const RemovalResult &result)
     showButtons();
     if (std::exchange(m_searchWaits, false))
         m_searchLater.start();
-    emit removingChanged(false);
-    emit removalEnded(!result.notice.isEmpty());
 }
 
 void FindDuplicateImageResultForm::copyPath()

@@ -4,8 +4,8 @@
 #include "FindDuplicate/removal/MemberRemoval.h"
 #include "FindDuplicateImage/ImageReport.h"
 #include "FindDuplicateImage/LatestTask.h"
-#include "core/WorkerThread.h"
 #include "imaging/ThumbnailCache.h"
+#include "widgets/JobHost.h"
 
 #include <QTimer>
 #include <QWidget>
@@ -14,7 +14,6 @@
 
 class ComparePane;
 class ElidedLabel;
-class FindDuplicateImageMainResultThread;
 class FLTreeView;
 class ImageGroupModel;
 class ImageMemberModel;
@@ -38,26 +37,20 @@ public:
     explicit FindDuplicateImageResultForm(QWidget *parent = nullptr);
     ~FindDuplicateImageResultForm() override;
 
-    // Begins to make the report on a worker thread; resultReady() tells its end, unless clear() comes first.
+    // Shows the report; resultReady() follows. Which pictures are still there is asked of the disk
+    // afterwards.
     void prepare(ImageReport report);
     // Lets go of the report, and of the thumbnails and decoders that it holds.
     void clear();
-    bool isPreparing() const { return m_prepareThread != nullptr; }
     // A file is being asked about or moved.
-    bool isRemoving() const;
-    // Ends the preparation soon; it then ends with resultReady(). Whatever is answered to a question about a
-    // removal is a no.
-    void requestStop();
+    bool isRemoving() const { return m_removal->isRunning(); }
     void warn(const QString &text);
     const ImageReport &report() const { return m_report; }
 
 signals:
-    void prepareReportUpdatePath(QString path); // on the worker thread, for every group
+    void prepareReportUpdatePath(QString path); // of the first group, while the report is made
     void resultReady();
     void backToMain();
-    void removingChanged(bool removing);
-    // However it ended; with something that the user should see, or without.
-    void removalEnded(bool hasNews);
 
 public slots:
     void on_openButton_clicked();
@@ -74,11 +67,11 @@ private:
     void buildActions();
     void connectAll();
 
-    void showReport();
     void showEmptySearch();
     void showTotals();
     void showListed();
     void refresh();
+    void askFirsts();
     void showGroup();
     void inspectGroup();
     void showFacts(int group, const std::vector<duplicates::MemberFacts> &facts);
@@ -132,5 +125,5 @@ private:
     bool m_searchWaits = false; // for the end of a removal
     LatestTask m_firsts;
     LatestTask m_inspection;
-    core::WorkerPointer<FindDuplicateImageMainResultThread> m_prepareThread;
+    JobHost m_jobs;
 };

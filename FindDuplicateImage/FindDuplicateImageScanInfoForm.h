@@ -3,15 +3,11 @@
 
 #include "widgets/ScanPage.h"
 
-// What is shown while pictures are scanned, and while the report about them is prepared.
+// What is shown while pictures are scanned.
 class FindDuplicateImageScanInfoForm : public ScanPage
 {
     Q_OBJECT
 
 public:
     using ScanPage::ScanPage;
-
-    void begin(const QString &root);
-    void showPreparing();
-    void showStopping();
 };

@@ -4,11 +4,14 @@
 #include "imaging/DecoderPool.h"
 #include "imaging/ThumbnailFile.h"
 
-FindDuplicateImageThread::FindDuplicateImageThread(ImageScanJob job) : m_job(std::move(job)) {}
+FindDuplicateImageThread::FindDuplicateImageThread(ImageScanJob job) : m_job(std::move(job))
+{
+    connect(this, &WorkerThread::done, this, &FindDuplicateImageThread::scanFinish);
+}
 
 FindDuplicateImageThread::~FindDuplicateImageThread() = default;
 
-void FindDuplicateImageThread::run()
+void FindDuplicateImageThread::work()
 {
     const lookalikes::Examine examine =
         [this](const QString &path,
@@ -18,13 +21,13 @@ void FindDuplicateImageThread::run()
             return std::nullopt;
         return lookalikes::examinedImage(std::move(*examination));
     };
-    try {
-        m_result = lookalikes::findLookalikes(m_job.root, m_job.options, *m_job.enumerator, examine,
-                                              *m_job.thumbnails, *this, cancelFlag());
-    } catch (const std::exception &) { // what is thrown here is a lack of memory
-        m_result = {};
-        m_error = tr("The scan ran out of memory.");
-    }
+    m_result = lookalikes::findLookalikes(m_job.root, m_job.options, *m_job.enumerator, examine,
+                                          *m_job.thumbnails, *this, cancelFlag());
     m_job.thumbnails->close();
-    deliver([this] { emit scanFinish(); });
+}
+
+void FindDuplicateImageThread::abandon()
+{
+    m_result = {};
+    m_job.thumbnails->close();
 }

@@ -37,8 +37,6 @@ public:
 
     // After scanFinish().
     lookalikes::ScanResult takeResult() { return std::move(m_result); }
-    // What went wrong, in words for the user; empty when nothing did.
-    QString error() const { return m_error; }
 
 signals:
     void scanFinish();
@@ -48,7 +46,8 @@ signals:
     void updateTotalItemScan(int totalItem);
 
 protected:
-    void run() override;
+    void work() override;
+    void abandon() override;
     void interrupt() override { m_job.enumerator->interrupt(); }
 
 private:
@@ -59,5 +58,4 @@ private:
 
     ImageScanJob m_job;
     lookalikes::ScanResult m_result;
-    QString m_error;
 };

@@ -55,7 +55,8 @@ FindDuplicateImageResultForm::FindDuplicateImageResultForm(QWidget *parent)
       m_order(new QComboBox(this)),
       m_side(new FLTreeView(this)),
       m_main(new QListView(this)),
-      m_compare(new ComparePane(this))
+      m_compare(new ComparePane(this)),
+      m_jobs(this)
 {
     buildToolBar();
     buildGroupList();

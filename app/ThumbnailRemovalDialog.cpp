@@ -38,10 +38,10 @@ int removeThumbnails(const QString &temporaryFolder, const core::CancelFlag &can
     return count;
 }
 
-void ThumbnailRemovalThread::run()
+void ThumbnailRemovalThread::work()
 {
     removeThumbnails(m_temporaryFolder, cancelFlag());
-    deliver([this, allTried = !cancelFlag().isSet()] { emit removed(allTried); });
+    m_allTried = !stopRequested();
 }
 
 ThumbnailRemovalDialog::ThumbnailRemovalDialog(QWidget *parent) : QDialog(parent)
@@ -71,8 +71,8 @@ ThumbnailRemovalDialog::~ThumbnailRemovalDialog() = default;
 void ThumbnailRemovalDialog::start(const QString &temporaryFolder)
 {
     m_thread.reset(new ThumbnailRemovalThread(temporaryFolder));
-    connect(m_thread.get(), &ThumbnailRemovalThread::removed, this, &ThumbnailRemovalDialog::finish);
-    m_thread->start(QThread::LowPriority);
+    connect(m_thread.get(), &ThumbnailRemovalThread::done, this, &ThumbnailRemovalDialog::finish);
+    m_thread->start();
 }
 
 // Cancelled, or finished. An answer that is on its way must not close the window any more.
@@ -85,9 +85,9 @@ void ThumbnailRemovalDialog::done(int result)
     QDialog::done(result);
 }
 
-void ThumbnailRemovalDialog::finish(bool allTried)
+void ThumbnailRemovalDialog::finish()
 {
-    if (!allTried)
+    if (!m_thread->allTried())
         return;
     // Before the window is asked to close again, or it would ask for the removal for ever.
     imaging::ThumbnailStore::noteRemoved();

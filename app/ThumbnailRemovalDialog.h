@@ -15,20 +15,22 @@ class ThumbnailRemovalThread : public core::WorkerThread
     Q_OBJECT
 
 public:
-    explicit ThumbnailRemovalThread(QString temporaryFolder) : m_temporaryFolder(std::move(temporaryFolder))
+    explicit ThumbnailRemovalThread(QString temporaryFolder)
+        : WorkerThread(LowPriority),
+          m_temporaryFolder(std::move(temporaryFolder))
     {
     }
 
-signals:
-    // False after a request to stop. All tried are not all gone: Windows removes no file that is open, and a
-    // scan holds its own open.
-    void removed(bool allTried);
+    // After done(): false when it was stopped or failed. All tried are not all gone: Windows removes no file
+    // that is open, and a scan holds its own open.
+    bool allTried() const { return m_allTried; }
 
 protected:
-    void run() override;
+    void work() override;
 
 private:
     QString m_temporaryFolder;
+    bool m_allTried = false;
 };
 
 // Shown while the thumbnails of this run are removed before the program ends. Cancelling it keeps what is not
@@ -50,7 +52,7 @@ signals:
     void closeApp();
 
 private:
-    void finish(bool allTried);
+    void finish();
 
     core::WorkerPointer<ThumbnailRemovalThread> m_thread;
 };

@@ -3,12 +3,21 @@
 
 #include <QMutexLocker>
 
+#include <algorithm>
+
 namespace core
 {
 
 namespace
 {
 constexpr int millisecondsBetweenReports = 50;
+}
+
+double ScanProgress::fraction() const
+{
+    if (totalBytes > 0)
+        return std::min(1.0, static_cast<double>(bytes) / static_cast<double>(totalBytes));
+    return totalSteps > 0 ? std::min(1.0, static_cast<double>(steps) / totalSteps) : -1;
 }
 
 ProgressRelay::ProgressRelay(QObject *parent) : QObject(parent), m_timer(this)
@@ -53,6 +62,11 @@ void ProgressRelay::setTotalSteps(int total)
     change([total](ScanProgress &progress) { progress.totalSteps = total; });
 }
 
+void ProgressRelay::setSteps(int steps)
+{
+    change([steps](ScanProgress &progress) { progress.steps = steps; });
+}
+
 void ProgressRelay::addStep()
 {
     change([](ScanProgress &progress) { ++progress.steps; });
@@ -61,6 +75,16 @@ void ProgressRelay::addStep()
 void ProgressRelay::setItems(int items)
 {
     change([items](ScanProgress &progress) { progress.items = items; });
+}
+
+void ProgressRelay::setTotalBytes(quint64 total)
+{
+    change([total](ScanProgress &progress) { progress.totalBytes = total; });
+}
+
+void ProgressRelay::setBytes(quint64 bytes)
+{
+    change([bytes](ScanProgress &progress) { progress.bytes = bytes; });
 }
 
 template <class Change>

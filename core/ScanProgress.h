@@ -9,16 +9,22 @@
 namespace core
 {
 
+// How far a job is. What it does not count stays 0.
 struct ScanProgress {
-    QString path;       // what is being scanned now
-    int steps = 0;      // done
-    int totalSteps = 0; // 0 = not known yet
-    int items = 0;      // entries seen
+    QString path;           // what is being worked on now
+    int steps = 0;          // done, of totalSteps
+    int totalSteps = 0;     // 0 = not known yet
+    int items = 0;          // entries seen
+    quint64 bytes = 0;      // done, of totalBytes
+    quint64 totalBytes = 0; // 0 = not known yet
+
+    // 0 to 1, by bytes where their total is known, else by steps; negative when neither is.
+    double fraction() const;
 };
 
-// Stands between a worker whose signals fire for every entry and a form: keeps the latest values and passes
-// them on at most twenty times a second, on the thread that the relay lives in. The slots are thread-safe and
-// cheap; connect a worker's signals to them with Qt::DirectConnection.
+// Stands between a worker that reports every entry and a form: keeps the latest values and passes them on at
+// most twenty times a second, on the thread that the relay lives in. The slots are thread-safe and cheap;
+// call them from the worker's thread, or connect its signals to them with Qt::DirectConnection.
 class ProgressRelay : public QObject
 {
     Q_OBJECT
@@ -35,8 +41,11 @@ public:
 public slots:
     void setPath(const QString &path);
     void setTotalSteps(int total);
+    void setSteps(int steps);
     void addStep();
     void setItems(int items);
+    void setTotalBytes(quint64 total);
+    void setBytes(quint64 bytes);
 
 signals:
     void changed(const core::ScanProgress &progress);

@@ -5,6 +5,8 @@
 #include <QList>
 #include <QTimer>
 
+#include <new>
+#include <stdexcept>
 #include <utility>
 
 namespace core
@@ -30,6 +32,28 @@ void WorkerThread::requestStop()
         return;
     m_cancel.set();
     QMetaObject::invokeMethod(this, &WorkerThread::insist, Qt::QueuedConnection);
+}
+
+void WorkerThread::run()
+{
+    if (m_priority != InheritPriority)
+        setPriority(m_priority);
+    try {
+        work();
+    } catch (const std::bad_alloc &) {
+        fail(tr("There is not enough memory."));
+    } catch (const std::length_error &) { // of a container that would be larger than any memory
+        fail(tr("There is not enough memory."));
+    } catch (const std::exception &error) {
+        fail(QString::fromLocal8Bit(error.what()));
+    }
+    deliver([this] { emit done(); });
+}
+
+void WorkerThread::fail(const QString &error)
+{
+    m_error = error;
+    abandon();
 }
 
 void WorkerThread::insist()
@@ -60,7 +84,7 @@ void RetireWorker::operator()(WorkerThread *worker) const
 {
     worker->disconnect();
     worker->requestStop();
-    // Deleting one that ends just now takes the event of this away with it.
+    // A worker that has already finished is deleted below, and its pending deleteLater() goes with it.
     QObject::connect(worker, &QThread::finished, worker, &QObject::deleteLater);
     if (!worker->isRunning()) {
         delete worker;

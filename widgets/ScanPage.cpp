@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "widgets/ScanPage.h"
 
+#include "core/SizeText.h"
 #include "platform/Shell.h"
 #include "widgets/ElidedLabel.h"
 #include "widgets/Theme.h"
@@ -18,7 +19,10 @@ namespace
 {
 
 constexpr int tickInterval = 250; // ms
-constexpr int widest = 560;
+constexpr int maxWidth = 560;
+constexpr int barSteps = 1000;    // of a bar that shows bytes
+constexpr double minShare = 0.01; // done before the time that is left can be told
+constexpr QLatin1String unknown("-");
 
 QString timeText(qint64 milliseconds)
 {
@@ -26,35 +30,67 @@ QString timeText(qint64 milliseconds)
     return QStringLiteral("%1:%2").arg(seconds / 60).arg(seconds % 60, 2, 10, QLatin1Char('0'));
 }
 
+QLatin1String objectNameOf(ScanPage::Figure figure)
+{
+    switch (figure) {
+    case ScanPage::Figure::Items:
+        return QLatin1String("itemsLabel");
+    case ScanPage::Figure::Steps:
+        return QLatin1String("stepsLabel");
+    case ScanPage::Figure::Bytes:
+        return QLatin1String("bytesLabel");
+    case ScanPage::Figure::Time:
+        return QLatin1String("timeLabel");
+    case ScanPage::Figure::Rate:
+        return QLatin1String("rateLabel");
+    case ScanPage::Figure::TimeLeft:
+        break;
+    }
+    return QLatin1String("timeLeftLabel");
+}
+
+QString nameOf(ScanPage::Figure figure, bool bytes)
+{
+    switch (figure) {
+    case ScanPage::Figure::Items:
+        return ScanPage::tr("Items");
+    case ScanPage::Figure::Steps:
+        return ScanPage::tr("Done");
+    case ScanPage::Figure::Bytes:
+        return ScanPage::tr("Size");
+    case ScanPage::Figure::Time:
+        return ScanPage::tr("Elapsed time");
+    case ScanPage::Figure::Rate:
+        return bytes ? ScanPage::tr("Speed") : ScanPage::tr("Items a second");
+    case ScanPage::Figure::TimeLeft:
+        break;
+    }
+    return ScanPage::tr("Time left");
+}
+
 } // namespace
 
-ScanPage::ScanPage(QWidget *parent)
+ScanPage::ScanPage(QWidget *parent, const QList<Figure> &figures)
     : QWidget(parent),
       m_title(new QLabel(this)),
       m_path(new ElidedLabel(this, Qt::ElideMiddle)),
       m_bar(new QProgressBar(this)),
-      m_items{new QLabel(this), tr("Items")},
-      m_time{new QLabel(this), tr("Elapsed time")},
-      m_rate{new QLabel(this), tr("Items a second")},
       m_cancel(new QPushButton(tr("Cancel"), this))
 {
-    buildLayout();
+    buildLayout(figures);
     m_ticker.setInterval(tickInterval);
-    connect(&m_ticker, &QTimer::timeout, this, &ScanPage::showTimes);
+    connect(&m_ticker, &QTimer::timeout, this, &ScanPage::showFigures);
     connect(&m_ticker, &QTimer::timeout, this, &ScanPage::showOnTaskbar);
-    m_stepTimer.setSingleShot(true);
-    m_stepTimer.setInterval(0);
-    connect(&m_stepTimer, &QTimer::timeout, this, &ScanPage::showSteps);
     connect(m_cancel, &QAbstractButton::clicked, this, &ScanPage::scanCancel);
 }
 
-void ScanPage::Figure::show(const QString &text) const
+void ScanPage::Shown::show(const QString &text) const
 {
     value->setText(text);
     value->setAccessibleName(tr("%1: %2").arg(name, text));
 }
 
-void ScanPage::buildLayout()
+void ScanPage::buildLayout(const QList<Figure> &figures)
 {
     m_title->setObjectName(QStringLiteral("scanTitleLabel"));
     m_title->setFont(theme::headline(font()));
@@ -64,28 +100,28 @@ void ScanPage::buildLayout()
     m_bar->setObjectName(QStringLiteral("scanProgressBar"));
     m_bar->setTextVisible(false);
     m_bar->setFixedHeight(2 * theme::barHeight);
-    m_bar->setAccessibleName(tr("Progress of the scan"));
-    m_items.value->setObjectName(QStringLiteral("itemsLabel"));
-    m_time.value->setObjectName(QStringLiteral("timeLabel"));
-    m_rate.value->setObjectName(QStringLiteral("rateLabel"));
+    m_bar->setAccessibleName(tr("Progress"));
     m_cancel->setObjectName(QStringLiteral("cancelButton"));
     m_cancel->setShortcut(Qt::Key_Escape);
 
     auto *numbers = new QGridLayout;
     numbers->setHorizontalSpacing(theme::spaceSection);
     numbers->setVerticalSpacing(0);
-    int column = 0;
-    for (const Figure &figure : {m_items, m_time, m_rate}) {
-        auto *name = new QLabel(figure.name, this);
+    for (int column = 0; column < figures.size(); ++column) {
+        const Figure figure = figures.at(column);
+        const Shown shown{figure, new QLabel(this), nameOf(figure, figures.contains(Figure::Bytes))};
+        shown.value->setObjectName(objectNameOf(figure));
+        shown.value->setFont(theme::sectionTitle(font()));
+        auto *name = new QLabel(shown.name, this);
         theme::makeMuted(name);
-        figure.value->setFont(theme::sectionTitle(font()));
         numbers->addWidget(name, 0, column);
-        numbers->addWidget(figure.value, 1, column);
-        numbers->setColumnStretch(column++, 1);
+        numbers->addWidget(shown.value, 1, column);
+        numbers->setColumnStretch(column, 1);
+        m_figures.append(shown);
     }
 
     auto *center = new QWidget(this);
-    center->setMaximumWidth(widest);
+    center->setMaximumWidth(maxWidth);
     auto *box = new QVBoxLayout(center);
     box->setSpacing(theme::space);
     box->addWidget(m_title);
@@ -105,18 +141,25 @@ void ScanPage::buildLayout()
     layout->addStretch(3);
 }
 
-void ScanPage::begin(const QString &title, const QString &root)
+void ScanPage::begin(const QString &title, const QString &subject)
 {
     m_clock.start();
-    m_stepTimer.stop();
-    m_steps = 0;
+    m_progress = {};
     m_title->setText(title);
-    m_path->setText(root);
-    m_bar->setRange(0, 0); // the number of steps is not known yet
+    m_path->setText(subject);
     m_cancel->setEnabled(true);
-    setItems(0);
-    showTimes();
+    showBar();
+    showFigures();
     m_cancel->setFocus();
+}
+
+void ScanPage::showProgress(const core::ScanProgress &progress)
+{
+    if (!progress.path.isEmpty())
+        m_path->setText(progress.path);
+    m_progress = progress;
+    showBar();
+    showFigures();
 }
 
 void ScanPage::setTitle(const QString &title)
@@ -131,52 +174,101 @@ void ScanPage::setPath(const QString &path)
 
 void ScanPage::setTotalSteps(int total)
 {
-    m_steps = 0;
-    // A single step says nothing until everything is done, which may take long: the bar goes on as it began.
-    m_bar->setRange(0, total > 1 ? total : 0);
-    m_bar->setValue(0);
+    m_progress.totalSteps = total;
+    showBar();
 }
 
-void ScanPage::addStep()
+void ScanPage::setSteps(int steps)
 {
-    ++m_steps;
-    if (!m_stepTimer.isActive())
-        m_stepTimer.start();
-}
-
-// The bar draws itself at every new value, before anything else gets its turn: not thirty thousand times in a
-// row.
-void ScanPage::showSteps()
-{
-    m_bar->setValue(m_steps);
+    m_progress.steps = steps;
+    showBar();
 }
 
 void ScanPage::setItems(int items)
 {
-    m_itemCount = items;
-    m_items.show(QString::number(items));
+    m_progress.items = items;
+    showFigures();
 }
 
 void ScanPage::showStopping(const QString &title)
 {
-    m_title->setText(title);
+    if (!title.isEmpty())
+        m_title->setText(title);
     m_cancel->setEnabled(false);
 }
 
 void ScanPage::complete()
 {
-    m_stepTimer.stop();
     m_bar->setRange(0, 1);
     m_bar->setValue(1);
-    showTimes();
+    showFigures();
 }
 
-void ScanPage::showTimes()
+void ScanPage::showBar()
+{
+    if (m_progress.totalBytes > 0) {
+        m_bar->setRange(0, barSteps);
+        m_bar->setValue(static_cast<int>(m_progress.fraction() * barSteps));
+        return;
+    }
+    // A single step says nothing until everything is done, which may take long: the bar goes on as it began.
+    m_bar->setRange(0, m_progress.totalSteps > 1 ? m_progress.totalSteps : 0);
+    m_bar->setValue(m_progress.steps);
+}
+
+void ScanPage::showFigures()
+{
+    for (const Shown &shown : std::as_const(m_figures))
+        shown.show(figureText(shown.figure));
+}
+
+bool ScanPage::shows(Figure figure) const
+{
+    return std::any_of(m_figures.cbegin(), m_figures.cend(),
+                       [figure](const Shown &shown) { return shown.figure == figure; });
+}
+
+QString ScanPage::figureText(Figure figure) const
 {
     const qint64 milliseconds = m_clock.isValid() ? m_clock.elapsed() : 0;
-    m_time.show(timeText(milliseconds));
-    m_rate.show(milliseconds < tickInterval ? QStringLiteral("-")
-                                            : QString::number(m_itemCount * qint64(1000) / milliseconds));
+    switch (figure) {
+    case Figure::Items:
+        return QString::number(m_progress.items);
+    case Figure::Steps:
+        return m_progress.totalSteps > 0
+                   ? tr("%1 of %2")
+                         .arg(QString::number(m_progress.steps), QString::number(m_progress.totalSteps))
+                   : QString::number(m_progress.steps);
+    case Figure::Bytes:
+        return m_progress.totalBytes > 0
+                   ? tr("%1 of %2")
+                         .arg(core::sizeText(m_progress.bytes), core::sizeText(m_progress.totalBytes))
+                   : core::sizeText(m_progress.bytes);
+    case Figure::Time:
+        return timeText(milliseconds);
+    case Figure::Rate:
+        return rateText(milliseconds);
+    case Figure::TimeLeft:
+        break;
+    }
+    return timeLeftText(milliseconds);
+}
+
+QString ScanPage::rateText(qint64 milliseconds) const
+{
+    if (milliseconds < tickInterval)
+        return unknown;
+    if (shows(Figure::Bytes))
+        return tr("%1/s").arg(core::sizeText(m_progress.bytes * 1000 / static_cast<quint64>(milliseconds)));
+    return QString::number(m_progress.items * qint64(1000) / milliseconds);
+}
+
+QString ScanPage::timeLeftText(qint64 milliseconds) const
+{
+    const double share = m_progress.fraction();
+    if (share < minShare || milliseconds < 4 * tickInterval)
+        return unknown;
+    return timeText(static_cast<qint64>(static_cast<double>(milliseconds) * (1 - share) / share));
 }
 
 void ScanPage::showOnTaskbar()

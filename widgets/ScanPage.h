@@ -1,7 +1,10 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
+#include "core/ScanProgress.h"
+
 #include <QElapsedTimer>
+#include <QList>
 #include <QTimer>
 #include <QWidget>
 
@@ -10,28 +13,40 @@ class QLabel;
 class QProgressBar;
 class QPushButton;
 
-// What is shown while a scan runs: what it does, where it is, how far, how many items in what time, and a
-// button that cancels it. The window's button on the task bar shows how far it is. Modules derive their own
-// scan pages from it.
+// What is shown while a job runs: what it does, where it is, how far, the figures that its module chooses,
+// and a button that cancels it. The window's button on the task bar shows how far it is. Modules derive their
+// own scan pages from it. A JobHost begins it, shows the progress on it and completes it.
 class ScanPage : public QWidget
 {
     Q_OBJECT
 
 public:
-    explicit ScanPage(QWidget *parent = nullptr);
+    enum class Figure {
+        Items,    // entries seen
+        Steps,    // "3 of 17"
+        Bytes,    // "1.20 GB of 3.00 GB"
+        Time,     // since begin()
+        Rate,     // bytes a second when Bytes is shown, else items
+        TimeLeft, // from the share that is done, "-" while that is not known
+    };
+
+    explicit ScanPage(QWidget *parent = nullptr,
+                      const QList<Figure> &figures = {Figure::Items, Figure::Time, Figure::Rate});
 
     // Starts from zero; the number of steps is not known yet.
-    void begin(const QString &title, const QString &root);
+    void begin(const QString &title, const QString &subject);
+    // All of it at once; an empty path leaves the one that is shown.
+    void showProgress(const core::ScanProgress &progress);
     void setTitle(const QString &title);
     void setPath(const QString &path);
     void setTotalSteps(int total); // one step is as good as none: the bar does not move until complete()
-    void addStep();                // cheap: the bar follows when the event loop runs again
+    void setSteps(int steps);
     void setItems(int items);
     // Cancel was asked for: the end is near. Disables the button.
     void showStopping(const QString &title);
     // Fills the bar, which excluded and unreadable folders leave short.
     void complete();
-    qint64 elapsed() const { return m_clock.elapsed(); }
+    qint64 elapsed() const { return m_clock.elapsed(); } // ms since begin()
 
 signals:
     void scanCancel();
@@ -42,28 +57,29 @@ protected:
 
 private:
     // A number and what it is, for the eye in two labels, for a screen reader in one text.
-    struct Figure {
+    struct Shown {
+        Figure figure;
         QLabel *value;
         QString name;
 
         void show(const QString &text) const;
     };
 
-    void buildLayout();
-    void showSteps();
-    void showTimes();
+    void buildLayout(const QList<Figure> &figures);
+    void showBar();
+    void showFigures();
     void showOnTaskbar();
+    QString figureText(Figure figure) const;
+    QString rateText(qint64 milliseconds) const;
+    QString timeLeftText(qint64 milliseconds) const;
+    bool shows(Figure figure) const;
 
     QLabel *m_title;
     ElidedLabel *m_path;
     QProgressBar *m_bar;
-    Figure m_items;
-    Figure m_time;
-    Figure m_rate;
+    QList<Shown> m_figures;
     QPushButton *m_cancel;
     QElapsedTimer m_clock;
     QTimer m_ticker;
-    QTimer m_stepTimer; // single-shot: steps were added that the bar does not show
-    int m_steps = 0;
-    int m_itemCount = 0;
+    core::ScanProgress m_progress;
 };

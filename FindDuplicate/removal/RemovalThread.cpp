@@ -10,16 +10,7 @@ namespace duplicates
 
 RemovalThread::RemovalThread(Step step, RemovalRequest request) : m_step(step), m_request(std::move(request))
 {
-}
-
-void RemovalThread::run()
-{
-    try {
-        work();
-    } catch (const std::exception &) {
-        // What is thrown here is a lack of memory. The outcome is what had been reached.
-    }
-    deliver([this] { emit processFinish(); });
+    connect(this, &WorkerThread::done, this, &RemovalThread::processFinish);
 }
 
 void RemovalThread::work()

@@ -52,10 +52,9 @@ signals:
     void processFinish(); // on the thread that this object lives in
 
 protected:
-    void run() override;
+    void work() override;
 
 private:
-    void work();
     Outcome checked();
     Outcome moved();
     platform::ShownItem shownItem() const;

@@ -77,7 +77,7 @@ void CsvExportTest::writesWhatExcelReads()
     QVERIFY(job.wait());
     job.requestStop(); // too late to change anything
     QCOMPARE(job.outcome(), CsvExportThread::Outcome::Written);
-    QCOMPARE(job.error(), QString());
+    QCOMPARE(job.reason(), QString());
     QCOMPARE(job.rows(), 50'000);
     const QByteArray written = contents(file);
     QVERIFY(written.startsWith("\xEF\xBB\xBFName,Number\r\nn\xC3\xA4me,0\r\nn\xC3\xA4me,1\r\n"));
@@ -94,7 +94,7 @@ void CsvExportTest::aFailureLeavesTheOldFile()
     job.start();
     QVERIFY(job.wait());
     QCOMPARE(job.outcome(), CsvExportThread::Outcome::Failed);
-    QVERIFY(!job.error().isEmpty());
+    QVERIFY(!job.reason().isEmpty());
     QCOMPARE(filesIn(folder.path()), QStringList());
 }
 
@@ -117,7 +117,7 @@ void CsvExportTest::whatEndsEarlyLeavesTheOldFile()
         QVERIFY(job.wait());
         using Outcome = CsvExportThread::Outcome;
         QCOMPARE(job.outcome(), cancelled ? Outcome::Cancelled : Outcome::Failed);
-        QCOMPARE(job.error().isEmpty(), cancelled);
+        QCOMPARE(job.reason().isEmpty(), cancelled);
         QCOMPARE(contents(file), "old"_ba);
         QCOMPARE(filesIn(folder.path()), QStringList({u"t.csv"_s}));
     }

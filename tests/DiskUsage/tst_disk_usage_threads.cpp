@@ -27,8 +27,7 @@ void DiskUsageThreadsTest::namesAreTheAgreedOnes()
     const auto has = [](const QMetaObject &meta, QMetaMethod::MethodType type, Names names) {
         for (const char *name : names) {
             const QMetaMethod method = meta.method(meta.indexOfMethod(name));
-            QVERIFY2(method.isValid() && method.methodType() == type && method.enclosingMetaObject() == &meta,
-                     name);
+            QVERIFY2(method.isValid() && method.methodType() == type, name);
         }
     };
     has(DiskUsageForm::staticMetaObject, QMetaMethod::Slot,

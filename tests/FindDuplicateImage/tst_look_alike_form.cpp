@@ -60,7 +60,7 @@ private slots:
     void nothingFound();
     void workerSignals();
     void cancelDuringADecoding();
-    void cancelWhileTheReportIsPrepared();
+    void aFinishedScanIsNotThrownAway();
     void closesWhenAScanIsStoppedForIt();
     void theFormMayGoDuringAScan();
     void keepsThumbnailsInItsOwnFolder();
@@ -223,30 +223,16 @@ void LookAlikeFormTest::cancelDuringADecoding()
     QCOMPARE(Scene::rows(scene.main()).size(), 2);
 }
 
-void LookAlikeFormTest::cancelWhileTheReportIsPrepared()
+// A cancel that comes after the scan has ended finds nothing to cancel.
+void LookAlikeFormTest::aFinishedScanIsNotThrownAway()
 {
-    for (const bool close : {false, true}) {
-        Scene scene;
-        saveTwins(scene);
-        QSignalSpy start(scene.form.get(), &FindDuplicateImageForm::startPageShown);
-        QSignalSpy results(scene.form.get(), &FindDuplicateImageForm::resultsShown);
-        QSignalSpy closing(scene.form.get(), &FLWidget::closeApp);
-        // In the moment in which the scan has ended and its report is not there yet.
-        const auto *page = scene.form->findChild<FindDuplicateImageResultForm *>();
-        connect(page, &FindDuplicateImageResultForm::prepareReportUpdatePath, scene.form.get(), [&] {
-            QVERIFY(page->isPreparing());
-            QVERIFY(scene.form->isBusy());
-            if (close)
-                scene.form->requestStop();
-            else
-                scene.form->handleScanCancel();
-        });
-        scene.form->scan(scene.folder.path());
-        QVERIFY(start.wait(30'000));
-        QCOMPARE(results.count(), 0);
-        QCOMPARE(closing.count(), close ? 1 : 0);
-        QVERIFY(scene.toolbarIsBack());
-    }
+    Scene scene;
+    saveTwins(scene);
+    const auto *page = scene.form->findChild<FindDuplicateImageResultForm *>();
+    connect(page, &FindDuplicateImageResultForm::prepareReportUpdatePath, scene.form.get(),
+            [&] { scene.form->handleScanCancel(); });
+    QVERIFY(scene.scan());
+    QVERIFY(!scene.form->isBusy() && scene.toolbarIsBack());
 }
 
 void LookAlikeFormTest::closesWhenAScanIsStoppedForIt()
@@ -261,7 +247,7 @@ void LookAlikeFormTest::closesWhenAScanIsStoppedForIt()
     scene.form->requestStop();
     QVERIFY(busy.isEmpty());
     QVERIFY(start.wait(quickly));
-    QCOMPARE(busy, QList<bool>({false}));
+    QTRY_COMPARE(busy, QList<bool>({false}));
     // Whoever only cancels the next one stays.
     beginHanging(scene);
     QTest::mouseClick(scene.find<QPushButton>("cancelButton"), Qt::LeftButton);

@@ -7,6 +7,11 @@
 #include <QTest>
 
 #include <atomic>
+#include <functional>
+#include <stdexcept>
+#include <vector>
+
+using namespace Qt::StringLiterals;
 
 namespace
 {
@@ -19,17 +24,13 @@ class Job : public core::WorkerThread
 public:
     Job(bool brief, std::atomic_int &running) : m_brief(brief), m_running(running) {}
 
-signals:
-    void resultReady();
-
 protected:
-    void run() override
+    void work() override
     {
         ++m_running;
         while (!m_brief && !cancelFlag().isSet())
             QThread::yieldCurrentThread();
         --m_running;
-        deliver([this] { emit resultReady(); });
     }
 
 private:
@@ -45,15 +46,8 @@ class StuckJob : public core::WorkerThread
 public:
     explicit StuckJob(QSemaphore &disk) : m_disk(disk) {}
 
-signals:
-    void resultReady();
-
 protected:
-    void run() override
-    {
-        m_disk.acquire();
-        deliver([this] { emit resultReady(); });
-    }
+    void work() override { m_disk.acquire(); }
 
 private:
     QSemaphore &m_disk;
@@ -72,6 +66,20 @@ private:
     QSemaphore &m_call;
 };
 
+class FailingJob : public core::WorkerThread
+{
+public:
+    explicit FailingJob(std::function<void()> action) : m_action(std::move(action)) {}
+    bool isAbandoned = false;
+
+protected:
+    void work() override { m_action(); }
+    void abandon() override { isAbandoned = true; }
+
+private:
+    std::function<void()> m_action;
+};
+
 } // namespace
 
 class TestWorkerThread : public QObject
@@ -84,6 +92,8 @@ private slots:
     void aRetiredWorkerIsNotWaitedFor();
     void retiredWorkersCanBeWaitedFor();
     void aStopInterruptsWhatTheJobWaitsFor();
+    void whatAJobThrowsIsToldByText_data();
+    void whatAJobThrowsIsToldByText();
 };
 
 // Also right after the start, when run() may not have been reached, and without a start.
@@ -93,7 +103,7 @@ void TestWorkerThread::endedWorkerIsSilent()
         std::atomic_int running = 0;
         int signalCount = 0;
         core::WorkerPointer<Job> job(new Job(false, running));
-        connect(job.get(), &Job::resultReady, this, [&] { ++signalCount; });
+        connect(job.get(), &core::WorkerThread::done, this, [&] { ++signalCount; });
         connect(job.get(), &QThread::finished, this, [&] { ++signalCount; });
         if (round > 0)
             job->start();
@@ -111,7 +121,7 @@ void TestWorkerThread::finishSignalOnItsWayIsDropped()
     std::atomic_int running = 0;
     int signalCount = 0;
     core::WorkerPointer<Job> job(new Job(true, running));
-    connect(job.get(), &Job::resultReady, this, [&] { ++signalCount; });
+    connect(job.get(), &core::WorkerThread::done, this, [&] { ++signalCount; });
     job->start();
     QVERIFY(job->wait(5000)); // it is posted now, and no event has been processed
     job.reset();
@@ -125,7 +135,7 @@ void TestWorkerThread::aRetiredWorkerIsNotWaitedFor()
     int signalCount = 0;
     core::RetiringPointer<StuckJob> job(new StuckJob(disk));
     QPointer<StuckJob> retired(job.get());
-    connect(job.get(), &StuckJob::resultReady, this, [&] { ++signalCount; });
+    connect(job.get(), &core::WorkerThread::done, this, [&] { ++signalCount; });
     job->start();
     job.reset(new StuckJob(disk)); // would hang here
     QVERIFY(retired && retired->isRunning() && retired->stopRequested());
@@ -161,7 +171,7 @@ void TestWorkerThread::aStopInterruptsWhatTheJobWaitsFor()
 {
     QSemaphore disk;
     core::WorkerPointer<WaitingJob> job(new WaitingJob(disk));
-    QSignalSpy spy(job.get(), &StuckJob::resultReady);
+    QSignalSpy spy(job.get(), &core::WorkerThread::done);
     job->start();
     QVERIFY(!job->wait(50));
     job->requestStop();
@@ -170,6 +180,35 @@ void TestWorkerThread::aStopInterruptsWhatTheJobWaitsFor()
     job.reset(new WaitingJob(disk));
     job->start();
     job.reset();
+}
+
+void TestWorkerThread::whatAJobThrowsIsToldByText_data()
+{
+    QTest::addColumn<std::function<void()>>("action");
+    QTest::addColumn<QString>("error");
+    QTest::newRow("nothing") << std::function<void()>([] {}) << QString();
+    QTest::newRow("memory") << std::function<void()>([] { throw std::bad_alloc(); })
+                            << u"There is not enough memory."_s;
+    QTest::newRow("too long") << std::function<void()>([] { std::vector<int>().reserve(SIZE_MAX); })
+                              << u"There is not enough memory."_s;
+    QTest::newRow("other") << std::function<void()>([] { throw std::runtime_error("no drive"); })
+                           << u"no drive"_s;
+}
+
+// And it ends as any other.
+void TestWorkerThread::whatAJobThrowsIsToldByText()
+{
+    QFETCH(std::function<void()>, action);
+    QFETCH(QString, error);
+    FailingJob job(action);
+    QSignalSpy spy(&job, &core::WorkerThread::done);
+    job.start();
+    QVERIFY(spy.wait(5000));
+    QVERIFY(job.wait(5000));
+    QCOMPARE(job.error(), error);
+    QCOMPARE(job.isAbandoned, !error.isEmpty());
+    QVERIFY(!job.stopRequested());
+    QCOMPARE(spy.count(), 1);
 }
 
 QTEST_GUILESS_MAIN(TestWorkerThread)

@@ -1,0 +1,116 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "core/LatestAnswer.h"
+
+namespace core
+{
+
+namespace
+{
+
+constexpr int retryInterval = 100; // ms
+
+// Of all objects; interface thread.
+QList<QPointer<QObject>> &allHanging()
+{
+    static QList<QPointer<QObject>> threads;
+    return threads;
+}
+
+qsizetype countAlive(QList<QPointer<QObject>> &threads)
+{
+    threads.removeIf([](const QPointer<QObject> &thread) { return !thread; });
+    return threads.size();
+}
+
+} // namespace
+
+class LatestAnswer::Thread : public WorkerThread
+{
+public:
+    explicit Thread(Question question) : m_question(std::move(question)) {}
+
+    const Question &question() const { return m_question; }
+    // After done(); empty when asking failed.
+    Effect takeEffect() { return std::move(m_effect); }
+
+protected:
+    void work() override
+    {
+        m_effect = m_question.ask(
+            Asking(cancelFlag(), [this](std::function<void()> part) { deliver(std::move(part)); }));
+    }
+    void interrupt() override
+    {
+        if (m_question.interrupt)
+            m_question.interrupt();
+    }
+
+private:
+    Question m_question;
+    Effect m_effect;
+};
+
+LatestAnswer::LatestAnswer(QObject *parent) : QObject(parent)
+{
+    m_retry.setInterval(retryInterval);
+    connect(&m_retry, &QTimer::timeout, this, &LatestAnswer::startNext);
+}
+
+LatestAnswer::~LatestAnswer()
+{
+    forget();
+}
+
+void LatestAnswer::forget()
+{
+    m_next.reset();
+    m_retry.stop();
+    retireCurrent();
+}
+
+void LatestAnswer::start(Question question)
+{
+    retireCurrent();
+    m_next = std::make_unique<Question>(std::move(question));
+    startNext();
+}
+
+void LatestAnswer::startNext()
+{
+    if (!mayStart()) {
+        m_retry.start();
+        return;
+    }
+    m_retry.stop();
+    const std::unique_ptr<Question> question = std::move(m_next);
+    m_current.reset(new Thread(std::move(*question)));
+    connect(m_current.get(), &WorkerThread::done, this, &LatestAnswer::finish);
+    m_current->start();
+}
+
+bool LatestAnswer::mayStart()
+{
+    return countAlive(m_hanging) < maxHanging && countAlive(allHanging()) < maxHangingTogether;
+}
+
+void LatestAnswer::retireCurrent()
+{
+    const QPointer<QObject> thread(m_current.get());
+    m_current.reset();
+    if (!thread) // it had ended
+        return;
+    m_hanging.append(thread);
+    allHanging().append(thread);
+}
+
+void LatestAnswer::finish()
+{
+    // Not hanging: it ends at once.
+    const RetiringPointer<Thread> thread = std::move(m_current);
+    if (const Effect effect = thread->takeEffect())
+        effect();
+    else if (thread->question().failed)
+        thread->question().failed(thread->error());
+}
+
+} // namespace core

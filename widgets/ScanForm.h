@@ -1,0 +1,60 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include "widgets/FLWidget.h"
+#include "widgets/JobHost.h"
+#include "widgets/ScanPage.h"
+
+#include <QStackedLayout>
+
+#include <initializer_list>
+
+// The form of a module that scans a folder: a stack of pages, one of which shows the progress of the scan.
+// What the scan tells goes through the slots below, at most twenty times a second.
+class ScanForm : public FLWidget
+{
+    Q_OBJECT
+
+public:
+    // The form that a scanned folder is stored and shown in, from any spelling: "C:\\", "C:\\x".
+    static QString shownRoot(const QString &chosen);
+
+public slots:
+    void handleUpdatePath(const QString &path) { m_progress->setPath(path); }
+    void handleUpdateTotalSubFolder(int total) { m_progress->setTotalSteps(total); }
+    void handleUpdateScanProgress() { m_progress->setSteps(m_jobs.progress().steps); }
+    void handleUpdateTotalItemScan(int items) { m_progress->setItems(items); }
+    void handleScanCancel() { m_jobs.cancel(); }
+
+signals:
+    // A page is on show; for whoever watches the form from outside.
+    void startPageShown();
+    void resultsShown();
+
+protected:
+    // What to say about a job's error; empty when there is none.
+    static QString failureText(const QString &error);
+
+    // The progress page becomes a child.
+    ScanForm(ScanPage *progress, QWidget *parent);
+
+    // Shows the progress page and runs the scan, a worker with the signals that JobHost::follow() takes.
+    template <class Worker, class Ended>
+    void startScan(const QString &title, const QString &stopping, const QString &busyText, Worker *worker,
+                   Ended ended)
+    {
+        JobOptions options{busyText, m_progress, title, m_root, stopping, {}, {}};
+        options.progress = [this](const core::ScanProgress &progress) { showProgress(progress); };
+        m_jobs.follow(worker);
+        m_pages->setCurrentWidget(m_progress);
+        m_jobs.start(std::move(options), worker, std::move(ended));
+    }
+
+    QStackedLayout *m_pages;
+    ScanPage *m_progress;
+    QString m_root; // of the scan that runs or is shown
+    JobHost m_jobs; // a form whose members a job uses calls its drop() in the destructor
+
+private:
+    void showProgress(const core::ScanProgress &progress);
+};
