@@ -2,6 +2,7 @@
 #pragma once
 
 #include "widgets/CsvFile.h"
+#include "widgets/JobHost.h"
 #include "widgets/NoticeBar.h"
 
 #include <QPointer>
@@ -15,23 +16,22 @@ class CsvExporter : public QObject
 public:
     // `page` is the parent of the file dialog.
     explicit CsvExporter(QWidget *page);
-    ~CsvExporter() override;
 
     // `table` is asked after the file is chosen: what is shown may change while the dialog is open. One
     // without `next` exports nothing.
     void start(const QString &suggestedName, const std::function<csv::Table()> &table);
-    bool isRunning() const { return m_thread != nullptr; }
-    void requestStop();
+    bool isRunning() const { return m_jobs.isBusy(); }
+    void requestStop() { m_jobs.cancel(); }
     // Ends an export without a word.
-    void abandon() { m_thread.reset(); }
+    void abandon() { m_jobs.drop(); }
 
 signals:
     void started(const QString &what); // "Exporting to D:\\list.csv ..."
     void ended(NoticeBar::Kind kind, const QString &notice);
 
 private:
-    void tellEnd();
+    void tellEnd(const CsvWriter &writer);
 
     QWidget *m_page;
-    core::WorkerPointer<CsvWriter> m_thread;
+    JobHost m_jobs; // the page is busy while an export runs
 };

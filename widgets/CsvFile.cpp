@@ -3,9 +3,6 @@
 
 #include <QSaveFile>
 
-#include <exception>
-#include <new>
-
 namespace
 {
 constexpr qsizetype writeAt = 1 << 16; // characters collected before they are written
@@ -53,17 +50,9 @@ QString line(const QStringList &fields)
 
 CsvWriter::CsvWriter(QString file, csv::Table table) : m_file(std::move(file)), m_table(std::move(table)) {}
 
-void CsvWriter::run()
+void CsvWriter::work()
 {
-    try {
-        m_outcome = write();
-    } catch (const std::bad_alloc &) {
-        m_outcome = Outcome::Failed;
-        m_error = tr("There is not enough memory.");
-    } catch (const std::exception &error) {
-        m_outcome = Outcome::Failed;
-        m_error = QString::fromUtf8(error.what());
-    }
+    m_outcome = write();
 }
 
 void CsvWriter::interrupt()
@@ -76,7 +65,7 @@ CsvWriter::Outcome CsvWriter::write()
 {
     QSaveFile file(m_file);
     const auto failed = [this, &file] {
-        m_error = file.errorString();
+        m_fileError = file.errorString();
         return Outcome::Failed;
     };
     // Anything short of commit() leaves the old file as it was.

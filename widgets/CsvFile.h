@@ -46,13 +46,14 @@ public:
     enum class Outcome { Written, Cancelled, Failed };
 
     QString file() const { return m_file; }
-    // After finished().
+    // After done().
     Outcome outcome() const { return m_outcome; }
     qint64 rows() const { return m_rows; }
-    QString error() const { return m_error; } // why it failed, in words for the user
+    // Why it failed, in words for the user.
+    QString reason() const { return m_fileError.isEmpty() ? error() : m_fileError; }
 
 protected:
-    void run() override;
+    void work() override;
     void interrupt() override;
 
 private:
@@ -62,5 +63,5 @@ private:
     csv::Table m_table;
     Outcome m_outcome = Outcome::Failed;
     qint64 m_rows = 0;
-    QString m_error;
+    QString m_fileError;
 };
