@@ -3,7 +3,6 @@
 // How the results page is put together.
 #include "FindDuplicate/engine/ListedGroups.h"
 #include "FindDuplicateImage/ComparePane.h"
-#include "FindDuplicateImage/FindDuplicateImageMainResultThread.h"
 #include "FindDuplicateImage/FindDuplicateImageResultForm.h"
 #include "FindDuplicateImage/ImageGroupModel.h"
 #include "FindDuplicateImage/ImageMemberModel.h"
