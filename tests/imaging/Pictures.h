@@ -30,8 +30,8 @@ inline QString savePicture(const TestFolder &folder, const QString &name, const 
 
 inline QString doublesProgram()
 {
-    return QDir::toNativeSeparators(QCoreApplication::applicationDirPath() +
-                                    QStringLiteral("/decoder_double.exe"));
+    return QDir::toNativeSeparators(QDir::cleanPath(QCoreApplication::applicationDirPath() +
+                                                    QStringLiteral("/../imaging/decoder_double.exe")));
 }
 
 inline QString realDecoder()
