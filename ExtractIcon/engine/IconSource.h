@@ -1,0 +1,46 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include "ExtractIcon/engine/IconDirectory.h"
+
+#include <QByteArray>
+#include <QByteArrayView>
+#include <QList>
+
+#include <optional>
+
+namespace icons
+{
+
+// Where icons come from: the resources of a module, or an icon file. One thread at a time.
+class IconSource
+{
+public:
+    virtual ~IconSource() = default;
+
+    // The numbers of the icons, in the order in which the source has them.
+    virtual QList<quint32> iconIds() = 0;
+    // The directory of an icon; empty when it cannot be read.
+    virtual std::optional<IconDirectory> directory(quint32 id) = 0;
+    // The bytes of one image of that directory, valid as long as the source; empty when it cannot be read.
+    virtual std::optional<QByteArrayView> image(const DirectoryEntry &entry) = 0;
+};
+
+// The one icon of an icon file.
+class IconFileSource final : public IconSource
+{
+public:
+    static constexpr quint32 onlyId = 0;
+
+    explicit IconFileSource(QByteArray file);
+
+    QList<quint32> iconIds() override;
+    std::optional<IconDirectory> directory(quint32 id) override;
+    std::optional<QByteArrayView> image(const DirectoryEntry &entry) override;
+
+private:
+    QByteArray m_file;
+    std::optional<IconDirectory> m_directory;
+};
+
+} // namespace icons
