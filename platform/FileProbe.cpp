@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "platform/FileProbe.h"
 
-#include "platform/Handle.h"
 #include "platform/Paths.h"
+#include "platform/Win32Enumerator.h"
 
 namespace platform
 {
@@ -15,15 +15,9 @@ class Win32FileProbe : public core::FileProbe
 public:
     std::optional<quint32> listedAttributes(const QString &path) override
     {
-        if (isDriveRoot(path))
-            return std::nullopt; // no folder lists it
-        const std::wstring name = apiPath(path);
-        // The verbatim prefix has a question mark of its own; any other one would be a pattern.
-        if (name.find_first_of(L"*?", 4) != std::wstring::npos)
-            return std::nullopt;
-        WIN32_FIND_DATAW found;
-        const FindHandle search(FindFirstFileW(name.c_str(), &found));
-        return search ? std::optional<quint32>(found.dwFileAttributes) : std::nullopt;
+        core::DirectoryListing found;
+        listItem(path, found);
+        return found.size() > 0 ? std::optional<quint32>(found.at(0).attributes) : std::nullopt;
     }
 
     std::optional<core::FileFacts> facts(const QString &path) override { return fileFacts(path); }

@@ -195,6 +195,16 @@ Guarded GuardedFolder::erase(const ListedItem &item) const
     return open(item, Access::Remove).erase();
 }
 
+// By its name in the held file: nothing else can be reached.
+FileHandle GuardedItem::openStream(const QString &stream, Guarded &result) const
+{
+    FileHandle opened;
+    const Opening opening = openingOf(GuardedFolder::Access::Write);
+    const NTSTATUS status = openAt(m_file.get(), stream, opening.access, shareAll, opening.options, opened);
+    result = status < 0 ? guardedStatus(status) : Guarded::Done;
+    return opened;
+}
+
 Guarded GuardedItem::rename(const QString &name)
 {
     if (m_state != Guarded::Done)

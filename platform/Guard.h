@@ -91,6 +91,8 @@ public:
     HANDLE handle() const { return m_file.get(); }
     const QString &name() const { return m_name; }
 
+    // A stream of the held file, opened as the file was for Write; ":name:$DATA".
+    FileHandle openStream(const QString &stream, Guarded &result) const;
     // Within its folder, never onto another item. The name is one component. Onto its own name: Done.
     Guarded rename(const QString &name);
     // For good. Of a file one name; other hard links stay. The item is gone when this object goes, or when

@@ -72,4 +72,18 @@ std::optional<core::FileIdentity> Win32Enumerator::identity(const QString &path)
     return facts->identity;
 }
 
+void listItem(const QString &path, core::DirectoryListing &out)
+{
+    out.clear();
+    const std::wstring name = apiPath(path);
+    // The verbatim prefix has a question mark of its own; any other one would be a pattern.
+    if (isDriveRoot(path) || name.find_first_of(L"*?", 4) != std::wstring::npos)
+        return;
+    WIN32_FIND_DATAW found;
+    const FindHandle search(FindFirstFileW(name.c_str(), &found));
+    out.readable = static_cast<bool>(search);
+    if (search)
+        out.add(entryOf(found));
+}
+
 } // namespace platform

@@ -20,4 +20,7 @@ private:
     InterruptibleCalls m_calls;
 };
 
+// Disk, any thread. One item as its folder lists it; nothing when it is not there. The listing owns its name.
+void listItem(const QString &path, core::DirectoryListing &out);
+
 } // namespace platform

@@ -1,0 +1,81 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "SecureDelete/engine/Overwrite.h"
+
+#include <QDebug>
+
+#include <algorithm>
+
+namespace securedelete
+{
+
+namespace
+{
+
+constexpr quint64 chunkSize = PassBuffers::size;
+
+} // namespace
+
+Overwriter::Overwriter(Method method, int randomPasses, PassBuffers &buffers, WriteListener &listener,
+                       const core::CancelFlag &cancel)
+    : m_method(method),
+      m_passes(passCount(method, randomPasses)),
+      m_buffers(buffers),
+      m_listener(listener),
+      m_cancel(cancel)
+{
+}
+
+bool Overwriter::overwriteContent(Target &target, quint64 size)
+{
+    if (size == 0)
+        return true;
+    return overwriteRange(target, size - 1, 1) && overwriteRange(target, 0, size - 1);
+}
+
+bool Overwriter::overwriteRange(Target &target, quint64 offset, quint64 length)
+{
+    if (length > 0 && !target.moveTo(offset))
+        return false;
+    for (quint64 done = 0; done < length; done += chunkSize) {
+        if (!runPasses(target, std::min(chunkSize, length - done)))
+            return false;
+    }
+    return true;
+}
+
+bool Overwriter::overwriteRun(Target &target, quint64 offset, quint64 length)
+{
+    return target.moveTo(offset) && runPasses(target, length);
+}
+
+bool Overwriter::runPasses(Target &target, quint64 length)
+{
+    for (int pass = 1; pass <= m_passes; ++pass) {
+        if (m_method == Method::Gutmann && m_cancel.isSet())
+            return false;
+        if (pass > 1 && !target.moveBack(length))
+            return false;
+        if (!writePass(target, pass, length))
+            return false;
+    }
+    return true;
+}
+
+bool Overwriter::writePass(Target &target, int pass, quint64 length)
+{
+    const char *data = m_buffers.data(m_method, pass);
+    quint64 done = 0;
+    while (done < length) {
+        const quint64 wanted = std::min(chunkSize, length - done);
+        const quint64 written = target.write(data, wanted);
+        if (m_method == Method::Dod3 || m_method == Method::Dod7)
+            qDebug().nospace() << "WriteFile: " << pass << ":" << wanted << " " << written;
+        if (written == 0 || written > wanted)
+            return false;
+        done += written;
+        m_listener.bytesWritten(written);
+    }
+    return true;
+}
+
+} // namespace securedelete
