@@ -4,6 +4,9 @@
 get_property(companions GLOBAL PROPERTY LARKSPUR_COMPANIONS)
 install(TARGETS FernlightLarkspur ${companions} RUNTIME DESTINATION .)
 
+# What is deployed, without the tests; and what walks through it.
+add_custom_target(runnable DEPENDS FernlightLarkspur ${companions} larkspur_probe)
+
 foreach(library Core Gui Widgets Network)
   install(FILES $<TARGET_FILE:Qt6::${library}> DESTINATION .)
 endforeach()
@@ -23,6 +26,11 @@ if(MINGW)
       set(file ${file_${library}})
     endif()
     install(FILES ${file} DESTINATION .)
+    # The install step strips what is built, not what is copied; the C++ library has 20 MB of symbols.
+    get_filename_component(name ${file} NAME)
+    install(CODE "if(CMAKE_INSTALL_DO_STRIP)
+      execute_process(COMMAND ${CMAKE_STRIP} --strip-unneeded \"\${CMAKE_INSTALL_PREFIX}/${name}\" COMMAND_ERROR_IS_FATAL ANY)
+    endif()")
   endforeach()
 endif()
 

@@ -13,13 +13,16 @@ configure() {
   (cd "$root" && cmake --preset "$preset" "$@")
 }
 
+# build_windows [TARGET]
 build_windows() {
   "$root/tools/toolchain"
   need ccache
   step "configuring the Windows build" configure windows-cross -DLARKSPUR_FORMATS="$("$root/tools/toolchain" --formats)"
-  step "building the Windows executables" cmake --build "$root/build/windows"
+  step "building the Windows executables" cmake --build "$root/build/windows" ${1:+--target "$1"}
 }
 
+# Into an empty folder: nothing loads what an earlier build left.
 deploy_windows() {
+  rm -rf "$root/build/windows/dist"
   step "deploying to build/windows/dist" cmake --install "$root/build/windows" --prefix "$root/build/windows/dist" --strip
 }

@@ -84,9 +84,10 @@ build_prefix() {
   prefix_registry >"$WINEPREFIX/drive_c/larkspur.reg" &&
   wine regedit 'C:\larkspur.reg' && wineserver -w || return 1
   find "$WINEPREFIX/drive_c/users" -type l | while read -r link; do
-    rm "$link" && mkdir "$link"
-  done
-  rm -f "$WINEPREFIX"/dosdevices/z: "$WINEPREFIX"/dosdevices/z::
+    rm "$link" && mkdir "$link" || return 1
+  done &&
+  rm -f "$WINEPREFIX"/dosdevices/z: "$WINEPREFIX"/dosdevices/z:: &&
+  [ -z "$(find "$WINEPREFIX/drive_c/users" -type l)" ] &&
   touch "$WINEPREFIX/complete"
 }
 
