@@ -1,0 +1,90 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include "TrackCleaner/engine/Traces.h"
+#include "core/CancelFlag.h"
+
+#include <memory>
+#include <vector>
+
+namespace tracks
+{
+
+// What became of a trace.
+enum class Outcome {
+    Removed,
+    Vanished,    // it was gone already
+    Changed,     // it is not what was listed any more: written to, or replaced
+    ThroughLink, // the path leads somewhere else by now
+    InUse,
+    ReadOnly,
+    Denied,     // the user has no right to remove it
+    HasSubkeys, // of a value: its key holds keys that are no traces, and goes as a whole or not at all
+    Failed,
+};
+
+struct FileToRemove {
+    QString root; // the trusted root: no link may stand between it and the file
+    QString path;
+    quint64 size = 0;
+    quint64 lastWriteTime = 0; // FILETIME
+    quint32 attributes = 0;
+};
+
+// Removes one file for good: the one that was listed, or none. Called on the thread of clearTraces().
+class TraceRemover
+{
+public:
+    virtual ~TraceRemover() = default;
+    virtual Outcome remove(const FileToRemove &file) = 0;
+};
+
+// What to clear: the rows of these items that are neither kept nor left out.
+struct ClearPlan {
+    std::shared_ptr<const ScanResult> found;
+    LeftOut leftOut;
+    ItemFlags items{};
+};
+
+struct ClearTotals {
+    int files = 0;
+    int values = 0;
+    quint64 bytes = 0; // of the files
+
+    int all() const { return files + values; }
+};
+ClearTotals totalsOf(const ClearPlan &plan);
+
+// A row that was to be cleared and is still there.
+struct Stayed {
+    Item item;
+    std::size_t row; // of the plan's list
+    Outcome why;
+};
+
+struct ClearResult {
+    ItemFlags done{};
+    int deletedFiles = 0;
+    quint64 deletedBytes = 0;
+    int deletedValues = 0;
+    std::vector<Stayed> stayed;
+    bool cancelled = false;
+};
+
+// Called on the thread of clearTraces().
+class ClearListener
+{
+public:
+    virtual ~ClearListener() = default;
+    virtual void itemBegins(Item item) = 0;
+    // Before each file. `done` counts files.
+    virtual void fileBegins(const QString &path, int done) = 0;
+    virtual void itemCleared(Item item) = 0;
+};
+
+// Clears the plan's items in the catalogue's order. The flag is tested before each item and between files;
+// the item in hand is then told as cleared all the same, and later ones are not begun.
+ClearResult clearTraces(const ClearPlan &plan, TraceRegistry &registry, TraceRemover &remover,
+                        ClearListener &listener, const core::CancelFlag &cancel);
+
+} // namespace tracks
