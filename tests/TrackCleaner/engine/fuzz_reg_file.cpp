@@ -4,13 +4,18 @@
 // keys only, and comes out the same when it is written and read again.
 
 #include "TrackCleaner/engine/RegFile.h"
+#include "tests/fuzz/FuzzText.h"
 
 #include <cstdlib>
 
-extern "C" int LLVMFuzzerTestOneInput(const unsigned char *data, std::size_t size)
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size)
 {
-    const tracks::RegFileContent content =
-        tracks::parseRegFile(QByteArray(reinterpret_cast<const char *>(data), static_cast<qsizetype>(size)));
+    // Behind what every such file begins with, to which the fuzzer would not find its way.
+    const QString text = QStringLiteral("Windows Registry Editor Version 5.00\r\n[HKEY_CURRENT_USER\\") +
+                         tracks::keySource(tracks::Item::RecentFiles)->path() +
+                         QStringLiteral("]\r\n\"a\"=") + tests::fuzzText(data, size);
+    const QByteArray bytes(reinterpret_cast<const char *>(text.utf16()), text.size() * 2);
+    const tracks::RegFileContent content = tracks::parseRegFile("\xFF\xFE" + bytes);
     for (const tracks::RegistryKey &key : content.keys) {
         if (!tracks::isTraceKey(key.path))
             std::abort();
