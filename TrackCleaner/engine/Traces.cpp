@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "TrackCleaner/engine/Traces.h"
 
+#include <QSet>
 #include <QStringBuilder>
 
 #include <cstring>
@@ -81,6 +82,23 @@ bool isLeftOut(const LeftOut &leftOut, Item item, std::size_t row)
 bool isChosen(const ScanResult &result, const LeftOut &leftOut, Item item, std::size_t row)
 {
     return result[item].keep(row) == Keep::No && !isLeftOut(leftOut, item, row);
+}
+
+LeftOut carriedOver(const ScanResult &from, const LeftOut &leftOut, const ScanResult &to)
+{
+    LeftOut carried;
+    for (const CatalogueRow &catalogueRow : catalogue()) {
+        const Item item = catalogueRow.item;
+        QSet<QString> paths;
+        for (std::size_t row = 0; row < leftOut[indexOf(item)].size(); ++row) {
+            if (leftOut[indexOf(item)][row])
+                paths.insert(from[item].pathOf(row).toLower());
+        }
+        std::vector<bool> &rows = carried[indexOf(item)];
+        for (std::size_t row = 0; !paths.isEmpty() && row < to[item].count(); ++row)
+            rows.push_back(paths.contains(to[item].pathOf(row).toLower()));
+    }
+    return carried;
 }
 
 QString valueText(Item item, const RegistryValue &value)

@@ -123,6 +123,9 @@ bool isLeftOut(const LeftOut &leftOut, Item item, std::size_t row);
 // Whether the row is to be cleared.
 bool isChosen(const ScanResult &result, const LeftOut &leftOut, Item item, std::size_t row);
 
+// The same entries left out of a newer list.
+LeftOut carriedOver(const ScanResult &from, const LeftOut &leftOut, const ScanResult &to);
+
 // The text that a value of the registry stands for: the command without the mark at its end, the words
 // searched for, the name of the document. Empty when it is no text (an order list).
 QString valueText(Item item, const RegistryValue &value);
