@@ -1,0 +1,41 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include "TrackCleaner/engine/Catalogue.h"
+
+#include <QWidget>
+
+class QCheckBox;
+class QLabel;
+class QPushButton;
+class WrappedLabel;
+
+// One item of the catalogue on the page: check box, what was found, the way to the list of it, what the item
+// is, and what stands in its way.
+class ItemRow : public QWidget
+{
+    Q_OBJECT
+
+public:
+    explicit ItemRow(const tracks::CatalogueRow &row, QWidget *parent = nullptr);
+
+    tracks::Item item() const { return m_item; }
+    bool isChecked() const;
+    void setChecked(bool checked);
+    // Empty while nothing was looked for.
+    void showFound(const QString &text, const QString &note, bool canView);
+    void setBusy(bool busy);
+
+signals:
+    void checkedChanged(bool checked);
+    void viewRequested(tracks::Item item);
+
+private:
+    tracks::Item m_item;
+    QCheckBox *m_check;
+    QLabel *m_found;
+    QPushButton *m_view;
+    WrappedLabel *m_text;
+    WrappedLabel *m_note;
+    bool m_canView = false;
+};

@@ -1,0 +1,225 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+
+// What the page of the track cleaner shows of its jobs, and the files of registry entries.
+
+#include "TrackCleaner/ItemRow.h"
+#include "TrackCleaner/TraceTexts.h"
+#include "TrackCleaner/TrackCleanerForm.h"
+#include "TrackCleaner/WindowsMachine.h"
+#include "TrackCleaner/engine/RegFile.h"
+#include "platform/Dialogs.h"
+#include "widgets/ElidedLabel.h"
+
+#include <QCheckBox>
+#include <QDir>
+#include <QFile>
+#include <QLabel>
+#include <QProgressBar>
+#include <QPushButton>
+#include <QSaveFile>
+#include <QToolButton>
+
+#include <algorithm>
+
+using tracks::Item;
+using tracks::ItemFlags;
+
+namespace
+{
+
+constexpr qint64 maxRegFile = qint64{64} << 20;
+
+QString fileFilter()
+{
+    return TrackCleanerForm::tr("Registry entries (*.reg)");
+}
+
+} // namespace
+
+void TrackCleanerForm::showCount(Item item, int count, int size)
+{
+    const bool sized = tracks::catalogue()[tracks::indexOf(item)].sized;
+    m_rows[tracks::indexOf(item)]->showFound(
+        sized ? tracks::countText(count, static_cast<quint64>(std::max(size, 0)) << 20)
+              : tracks::countText(count),
+        {}, false);
+}
+
+// To the byte, where the signal has whole megabytes only.
+void TrackCleanerForm::showItem(Item item)
+{
+    ItemRow *row = m_rows[tracks::indexOf(item)];
+    if (!m_found || !(*m_found)[item].scanned) {
+        row->showFound({}, {}, false);
+        return;
+    }
+    const tracks::ItemTraces &traces = (*m_found)[item];
+    const int count = static_cast<int>(traces.count());
+    row->showFound(tracks::catalogue()[tracks::indexOf(item)].sized ? tracks::countText(count, traces.bytes)
+                                                                    : tracks::countText(count),
+                   tracks::noteText(*m_found, item), count > 0);
+}
+
+void TrackCleanerForm::showState()
+{
+    const bool busy = m_jobs.isBusy();
+    const ItemFlags items = checked();
+    const tracks::ClearPlan toClear = plan();
+    const tracks::ClearTotals totals = m_found ? tracks::totalsOf(toClear) : tracks::ClearTotals();
+    for (ItemRow *row : m_rows)
+        row->setBusy(busy);
+    m_keepUsedToday->setEnabled(!busy);
+    m_analyze->setEnabled(!busy && std::ranges::find(items, true) != items.end());
+    m_clear->setEnabled(!busy && totals.all() > 0);
+    m_cancel->setEnabled(busy);
+    m_cancel->setVisible(busy);
+    for (QWidget *widget : std::initializer_list<QWidget *>{m_progressLabel, m_progress, m_progressPath})
+        widget->setVisible(busy);
+    m_summary->setVisible(!busy);
+    m_putBack->setEnabled(!busy);
+    m_save->setEnabled(!busy && m_found && !tracks::foundKeys(*m_found, items).empty());
+    if (!m_found)
+        m_summary->setText(tr("Analyze shows what there is; nothing is cleared by it."));
+    else if (totals.all() > 0)
+        m_summary->setText(tr("To be cleared: %1.").arg(tracks::totalsText(totals)));
+    else
+        m_summary->setText(tr("There is nothing to clear."));
+}
+
+void TrackCleanerForm::showProgress(const QString &title, const core::ScanProgress &progress, bool known)
+{
+    m_progressLabel->setText(title);
+    m_progress->setRange(0, known ? std::max(progress.totalSteps, 1) : 0);
+    m_progress->setValue(progress.steps);
+    QString path = progress.path;
+    if (!known && progress.items > 0)
+        path = tr("%1 found, %2").arg(QString::number(progress.items), path);
+    m_progressPath->setText(path);
+}
+
+bool TrackCleanerForm::saveRegistryEntries()
+{
+    if (!m_found)
+        return false;
+    const std::vector<tracks::RegistryKey> keys = tracks::foundKeys(*m_found, checked());
+    const QString suggested = QDir::toNativeSeparators(QDir::homePath()) + QLatin1Char('\\') +
+                              tr("Track Cleaner registry entries") + QStringLiteral(".reg");
+    const QString file =
+        platform::dialogs().chooseFileToSave(this, tr("Save the registry entries"), suggested, fileFilter());
+    if (file.isEmpty())
+        return false;
+    // To a temporary name first: a full disk must not cost the copy of the last time.
+    QSaveFile target(file);
+    const QByteArray bytes = tracks::regFile(keys);
+    if (target.open(QIODevice::WriteOnly) && target.write(bytes) == bytes.size() && target.commit()) {
+        m_notice->showNotice(NoticeBar::Kind::Success,
+                             tr("The registry entries were saved to %1.").arg(file));
+        return true;
+    }
+    m_notice->showNotice(NoticeBar::Kind::Error,
+                         tr("%1 could not be written: %2").arg(file, target.errorString()));
+    return false;
+}
+
+void TrackCleanerForm::putRegistryEntriesBack()
+{
+    const QStringList chosen = platform::dialogs().chooseFilesToOpen(
+        this, tr("Put back registry entries"), QDir::toNativeSeparators(QDir::homePath()), fileFilter());
+    if (chosen.isEmpty() || m_jobs.isBusy())
+        return;
+    QFile file(chosen.first());
+    if (!file.open(QIODevice::ReadOnly) || file.size() > maxRegFile) {
+        m_notice->showNotice(NoticeBar::Kind::Error, tr("%1 could not be read.").arg(chosen.first()));
+        return;
+    }
+    const tracks::RegFileContent content = tracks::parseRegFile(file.readAll());
+    tracks::WindowsRegistry registry;
+    if (content.fault != tracks::RegFileFault::None)
+        m_notice->showNotice(NoticeBar::Kind::Error, tracks::faultText(content));
+    else if (!tracks::putBack(content.keys, registry))
+        m_notice->showNotice(NoticeBar::Kind::Error, tr("Windows refused some of the entries."));
+    else
+        m_notice->showNotice(NoticeBar::Kind::Success, tr("The registry entries were put back."));
+    if (content.fault == tracks::RegFileFault::None)
+        forget(); // the counts are not true any more
+}
+
+void TrackCleanerForm::onFileExplorerRecentFilesScanFinish(int count)
+{
+    showCount(Item::RecentFiles, count, 0);
+}
+
+void TrackCleanerForm::onFileExplorerTypedPathsScanFinish(int count)
+{
+    showCount(Item::TypedPaths, count, 0);
+}
+
+void TrackCleanerForm::onFileExplorerSearchHistoryScanFinish(int count)
+{
+    showCount(Item::SearchHistory, count, 0);
+}
+
+void TrackCleanerForm::onWindowsRunDialogScanFinish(int count)
+{
+    showCount(Item::RunDialog, count, 0);
+}
+
+void TrackCleanerForm::onWindowsLogFilesScanFinish(int count, int size)
+{
+    showCount(Item::LogFiles, count, size);
+}
+
+void TrackCleanerForm::onWindowsErrorReportingScanFinish(int count, int size)
+{
+    showCount(Item::ErrorReporting, count, size);
+}
+
+void TrackCleanerForm::onWindowsNetworkDataScanFinish(int count, int size)
+{
+    showCount(Item::NetworkData, count, size);
+}
+
+void TrackCleanerForm::onWindowsTempFilesScanFinish(int count, int size)
+{
+    showCount(Item::TempFiles, count, size);
+}
+
+void TrackCleanerForm::onFileExplorerRecentFilesClearFinish(int count)
+{
+    showCount(Item::RecentFiles, count, 0);
+}
+
+void TrackCleanerForm::onFileExplorerTypedPathsClearFinish(int count)
+{
+    showCount(Item::TypedPaths, count, 0);
+}
+
+void TrackCleanerForm::onFileExplorerSearchHistoryClearFinish(int count)
+{
+    showCount(Item::SearchHistory, count, 0);
+}
+
+void TrackCleanerForm::onWindowsRunDialogClearFinish(int count)
+{
+    showCount(Item::RunDialog, count, 0);
+}
+
+void TrackCleanerForm::onWindowsLogFilesClearFinish(int count, int size)
+{
+    showCount(Item::LogFiles, count, size);
+}
+
+void TrackCleanerForm::onWindowsErrorReportingClearFinish(int count, int size)
+{
+    showCount(Item::ErrorReporting, count, size);
+}
+
+void TrackCleanerForm::onWindowsNetworkDataClearFinish(int count, int size)
+{
+    showCount(Item::NetworkData, count, size);
+}
+
+void TrackCleanerForm::onWindowsTempFilesClearFinish(int count, int size)
+{
+    showCount(Item::TempFiles, count, size);
+}

@@ -1,0 +1,59 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include "TrackCleaner/engine/Scan.h"
+#include "core/WorkerThread.h"
+#include "platform/Win32Enumerator.h"
+
+#include <functional>
+#include <memory>
+
+// Counts the traces of the items whose flag is set, in the catalogue's order. The result signals are emitted
+// on the thread that this object lives in; an item that was not asked for, or not reached before a cancel,
+// has none.
+class TrackCleanerThread : public core::WorkerThread, private tracks::ScanListener
+{
+    Q_OBJECT
+
+public:
+    using LocationReader = std::function<tracks::Locations()>;
+
+    // Locations and time of `options` are filled in by the thread.
+    TrackCleanerThread(tracks::ScanOptions options, LocationReader locations);
+
+    // After processFinish(); null when the job failed.
+    const std::shared_ptr<const tracks::ScanResult> &result() const { return m_result; }
+
+signals:
+    // For every folder and trace, on this thread: take them through a core::ProgressRelay.
+    void updatePath(const QString &path);
+    void updateTotalItemScan(int items);
+
+    // The size is in MB, rounded down.
+    void fileExplorerRecentFilesFinish(int count);
+    void fileExplorerTypedPathsFinish(int count);
+    void fileExplorerSearchHistoryFinish(int count);
+    void windowsRunDialogFinish(int count);
+    void windowsLogFilesFinish(int count, int size);
+    void windowsErrorReportingFinish(int count, int size);
+    void windowsNetworkDataFinish(int count, int size);
+    void windowsTempFilesFinish(int count, int size);
+    // Once, last, also after a cancel.
+    void processFinish();
+
+protected:
+    void work() override;
+    void interrupt() override { m_enumerator.interrupt(); }
+
+private:
+    void itemBegins(tracks::Item) override {}
+    void folderEntered(const QString &path) override;
+    void traceFound(int tracesSoFar) override;
+    void itemScanned(tracks::Item item, const tracks::ItemTraces &traces) override;
+    void emitItem(tracks::Item item, int count, int size);
+
+    tracks::ScanOptions m_options;
+    LocationReader m_locations;
+    platform::Win32Enumerator m_enumerator;
+    std::shared_ptr<const tracks::ScanResult> m_result;
+};

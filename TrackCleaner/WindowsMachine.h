@@ -1,0 +1,45 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include "TrackCleaner/engine/Clear.h"
+#include "TrackCleaner/engine/Scan.h"
+#include "platform/Guard.h"
+
+// The computer as the engine sees it. Disk and registry of the user who runs the program, with that user's
+// rights.
+namespace tracks
+{
+
+// Where this Windows keeps what the catalogue names. Disk, any thread.
+Locations windowsLocations();
+
+quint64 currentFileTime();
+
+class WindowsRegistry : public TraceRegistry
+{
+public:
+    std::optional<RegistryKey> read(const QString &key) override;
+    bool deleteTree(const QString &key) override;
+    bool deleteSubkey(const QString &parent, const QString &name) override;
+    bool createKey(const QString &key) override;
+    bool setValue(const QString &key, const RegistryValue &value) override;
+    bool deleteValue(const QString &key, const QString &name) override;
+};
+
+class WindowsRights : public RemovalRights
+{
+public:
+    bool mayRemove(const QString &file) override;
+};
+
+// Removes through the guard: the file that was listed, reached through no link, or none.
+class GuardedRemover : public TraceRemover
+{
+public:
+    Outcome remove(const FileToRemove &file) override;
+
+private:
+    platform::GuardedErasure m_erasure;
+};
+
+} // namespace tracks
