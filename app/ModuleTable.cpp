@@ -4,6 +4,7 @@
 #include "DiskUsage/DiskUsageForm.h"
 #include "FindDuplicate/FindDuplicateForm.h"
 #include "FindDuplicateImage/FindDuplicateImageForm.h"
+#include "TrackCleaner/TrackCleanerForm.h"
 #include "widgets/FLWidget.h"
 
 #include <algorithm>
@@ -160,7 +161,8 @@ ModuleTable ModuleTable::suite()
          .panelText = QT_TR_NOOP("Track Cleaner"),
          .panelOrder = 13,
          .hasLongJobs = true,
-         .closeOrder = 6},
+         .closeOrder = 6,
+         .create = create<TrackCleanerForm>},
         {.id = 7,
          .cardTitle = QT_TR_NOOP("Transparent Taskbar"),
          .description = QT_TR_NOOP("Make your Windows Taskbar completely transparent"),

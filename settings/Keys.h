@@ -17,6 +17,7 @@ inline constexpr QStringView glasswick = u"Software\\Fernlight Larkspur\\Glasswi
 inline constexpr QStringView convertImage = u"Software\\Fernlight Larkspur\\ConvertImage";
 inline constexpr QStringView extractIcon = u"Software\\Fernlight Larkspur\\ExtractIcon";
 inline constexpr QStringView qrCodeGen = u"Software\\Fernlight Larkspur\\QRCodeGen";
+inline constexpr QStringView trackCleaner = u"Software\\Fernlight Larkspur\\TrackCleaner";
 
 // The folder-size family keeps the paths of the time before the suite.
 inline constexpr QStringView findDuplicate = u"Software\\Fernlight\\Folder Size Analyzer\\Find Duplicate";

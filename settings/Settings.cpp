@@ -197,6 +197,21 @@ bool deleteKeyWithSubkeys(QAnyStringView key)
     return isDeletable(keyPath) && deleteTree(HKEY_CURRENT_USER, wide(keyPath));
 }
 
+bool deleteSubkey(QAnyStringView parent, QAnyStringView name)
+{
+    const QString subkey = name.toString();
+    const RegKey opened = openKey(parent.toString(), KEY_READ);
+    return opened && !subkey.isEmpty() && RegDeleteKeyW(opened.get(), wide(subkey)) == ERROR_SUCCESS;
+}
+
+bool createKey(QAnyStringView key)
+{
+    const QString keyPath = key.toString();
+    RegKey created;
+    return RegCreateKeyExW(HKEY_CURRENT_USER, wide(keyPath), 0, nullptr, REG_OPTION_NON_VOLATILE, KEY_WRITE,
+                           nullptr, created.put(), nullptr) == ERROR_SUCCESS;
+}
+
 qint32 dwordInRange(QAnyStringView key, QAnyStringView name, qint32 fallback, qint32 minimum, qint32 maximum)
 {
     quint32 stored = 0;

@@ -36,6 +36,10 @@ bool deleteValue(QAnyStringView key, QAnyStringView name);
 // empty one would be the whole of the user's settings, "Software" those of all programs), with an empty
 // component or a NUL.
 bool deleteKeyWithSubkeys(QAnyStringView key);
+// Deletes one key, which must have no subkeys of its own.
+bool deleteSubkey(QAnyStringView parent, QAnyStringView name);
+// True also when the key is there already.
+bool createKey(QAnyStringView key);
 
 // A stored number read as signed, for indexes, limits and numbers that may be negative; `fallback` when it is
 // absent or outside of minimum..maximum.
