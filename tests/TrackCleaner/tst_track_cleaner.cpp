@@ -236,7 +236,8 @@ void TrackCleanerTest::refusalsClearNothing()
     scene.dialogs.nextAnswer.enqueue(QMessageBox::No);
     clear->click();
     // No file for the entries of the registry, and no clearing without one.
-    scene.dialogs.nextAnswer = {QMessageBox::Yes, QMessageBox::No};
+    scene.dialogs.nextAnswer.enqueue(QMessageBox::Yes);
+    scene.dialogs.nextAnswer.enqueue(QMessageBox::No);
     scene.dialogs.nextFileToSave.enqueue({});
     clear->click();
     QVERIFY(!scene.form->isBusy());
