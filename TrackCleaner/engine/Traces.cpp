@@ -25,8 +25,7 @@ QString storedText(const QByteArray &data)
 
 quint32 FileTraces::addFolder(const QString &path, const QString &trustedRoot)
 {
-    QString kept = path; // the walk goes on writing to its own
-    kept.detach();
+    const QString kept(path.constData(), path.size()); // the walk goes on writing to its own
     m_folders.push_back({kept, trustedRoot});
     return static_cast<quint32>(m_folders.size() - 1);
 }
