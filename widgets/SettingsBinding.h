@@ -1,0 +1,82 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include "settings/Values.h"
+
+#include <QObject>
+
+#include <functional>
+#include <vector>
+
+class QAbstractButton;
+class QButtonGroup;
+class QComboBox;
+class QLineEdit;
+class QSlider;
+class QSpinBox;
+
+// Ties the controls of a form to its stored settings, both ways. A control shows the stored value from add()
+// on, its own signals included, so that what depends on it follows; what is stored and out of range, or of
+// another type, shows as the setting's default. The settings must outlive the binding (they are constants of
+// the module's header).
+//
+//     m_binding.add(ui.qualitySlider, settings::quality);     // Number, with its limits as the control's
+//     m_binding.add(ui.keepNamesCheckBox, settings::keepNames); // Flag
+//     m_binding.add(ui.formatComboBox, settings::format);      // Number, the current index
+class SettingsBinding : public QObject
+{
+    Q_OBJECT
+
+public:
+    enum class Write {
+        OnChange, // each change is stored at once; a text when it is edited to its end
+        OnSave    // nothing is stored before save(): dialogs with a button "Save" or "OK"
+    };
+
+    explicit SettingsBinding(Write write, QObject *parent = nullptr) : QObject(parent), m_write(write) {}
+
+    // A check box, or any button that can be checked.
+    void add(QAbstractButton *button, const settings::Flag &flag);
+    // The current index; fill the box first. An index that the box does not have counts as absent.
+    void add(QComboBox *box, const settings::Number &number);
+    // The data of the current item, for stored numbers that are no index.
+    void addData(QComboBox *box, const settings::Number &number);
+    // These get the setting's limits, where it has any.
+    void add(QSpinBox *box, const settings::Number &number);
+    void add(QSlider *slider, const settings::Number &number);
+    // The id of the checked button; an id that no button has counts as absent.
+    void add(QButtonGroup *group, const settings::Number &number);
+    void add(QLineEdit *line, const settings::Text &text);
+
+    // Shows what is stored now, in all controls.
+    void load();
+    // Stores what all controls show. False when Windows refused one of them; the others are stored.
+    bool save();
+    // Shows the defaults; they are stored as changes are.
+    void showDefaults();
+    // Whether a control shows something else than load() or save() left there.
+    bool isChanged() const;
+
+signals:
+    // By the user or by a program, not by load().
+    void changed();
+
+private:
+    struct Tie {
+        std::function<QVariant()> shown;
+        std::function<void(const QVariant &)> show;
+        std::function<QVariant()> stored;
+        std::function<bool(const QVariant &)> store;
+        QVariant fallback;
+        QVariant saved; // what load() or save() left
+    };
+
+    std::size_t tie(Tie tie);
+    void addNumber(const settings::Number &number, std::function<int()> shown, std::function<void(int)> show,
+                   std::function<bool(int)> usable);
+    void handleChange(std::size_t index);
+
+    Write m_write;
+    bool m_loading = false;
+    std::vector<Tie> m_ties;
+};
