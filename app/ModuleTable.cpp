@@ -4,6 +4,7 @@
 #include "DiskUsage/DiskUsageForm.h"
 #include "FindDuplicate/FindDuplicateForm.h"
 #include "FindDuplicateImage/FindDuplicateImageForm.h"
+#include "SecureDelete/SecureDeleteForm.h"
 #include "TrackCleaner/TrackCleanerForm.h"
 #include "widgets/FLWidget.h"
 
@@ -123,6 +124,7 @@ ModuleTable ModuleTable::suite()
          .buttonName = "secureDeleteButton",
          .panelText = QT_TR_NOOP("Secure Delete"),
          .panelOrder = 9,
+         .create = create<SecureDeleteForm>,
          .hasLongJobs = true,
          .closeOrder = 2},
         {.id = 13,

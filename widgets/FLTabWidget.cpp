@@ -11,6 +11,7 @@ namespace
 {
 
 constexpr int underline = 3;
+constexpr int textFlags = Qt::TextSingleLine | Qt::TextHideMnemonic; // "&&" is one "&"
 
 class FlatTabBar : public QTabBar
 {
@@ -28,8 +29,8 @@ protected:
     {
         const QFontMetrics metrics(currentFont());
         const int icon = tabIcon(index).isNull() ? 0 : iconSize().width() + theme::spaceSnug;
-        return {metrics.horizontalAdvance(tabText(index)) + icon + 2 * theme::space,
-                metrics.height() + 2 * theme::spaceSnug + underline};
+        const int text = metrics.size(textFlags, tabText(index)).width();
+        return {text + icon + 2 * theme::space, metrics.height() + 2 * theme::spaceSnug + underline};
     }
 
     void paintEvent(QPaintEvent *) override
@@ -66,7 +67,7 @@ private:
         }
         painter.setFont(current ? currentFont() : font());
         painter.setPen(current || hovered ? colors.text : colors.textMuted);
-        painter.drawText(text, Qt::AlignCenter | Qt::TextSingleLine, tabText(index));
+        painter.drawText(text, Qt::AlignCenter | textFlags, tabText(index));
         if (current) {
             const QRectF line(tab.left() + theme::space / 2, tab.bottom() - underline + 1,
                               tab.width() - theme::space, underline);

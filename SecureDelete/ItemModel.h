@@ -1,0 +1,56 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include "SecureDelete/ItemReader.h"
+
+#include <QAbstractTableModel>
+#include <QCoreApplication>
+
+namespace securedelete
+{
+
+// What all rows come to.
+struct ItemTotals {
+    quint64 files = 0;
+    quint64 bytes = 0;
+    int links = 0;
+    bool counted = true;     // all folders
+    Remarks remarks;         // of any of them
+    bool solidState = false; // any of them lies on a medium that does not seek
+};
+
+// The files and folders that are to be destroyed, each once, in the order in which they were added.
+class ItemModel : public QAbstractTableModel
+{
+    Q_OBJECT
+
+public:
+    enum Column { Name, Folder, Kind, Size, Files, Notes, ColumnCount };
+
+    using QAbstractTableModel::QAbstractTableModel;
+
+    // Leaves out what is in the list already, also inside a folder of it; returns the number of these. A
+    // folder takes the place of rows inside it.
+    int add(const std::vector<ListRow> &rows);
+    void setCounts(int id, quint64 files, quint64 bytes, bool complete);
+    void removeIds(const QList<int> &ids);
+    void clear();
+
+    const std::vector<ListRow> &rows() const { return m_rows; }
+    ItemTotals totals() const;
+
+    int rowCount(const QModelIndex &parent = {}) const override;
+    int columnCount(const QModelIndex &parent = {}) const override;
+    QVariant data(const QModelIndex &index, int role) const override;
+    QVariant headerData(int section, Qt::Orientation orientation, int role) const override;
+    void sort(int column, Qt::SortOrder order) override;
+
+    static QString remarksText(Remarks remarks);
+
+private:
+    QString text(const ListRow &row, int column) const;
+
+    std::vector<ListRow> m_rows;
+};
+
+} // namespace securedelete

@@ -1,0 +1,46 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include "SecureDelete/BinModel.h"
+
+#include <QWidget>
+
+class QLabel;
+class QPushButton;
+class ResultTable;
+
+// The page "Recycle Bin": what the user's recycle bins hold.
+class SecureDeleteBinPage : public QWidget
+{
+    Q_OBJECT
+
+public:
+    explicit SecureDeleteBinPage(securedelete::BinReader::BinFolders folders, QWidget *parent = nullptr);
+    ~SecureDeleteBinPage() override;
+
+    bool isReading() const { return m_reader != nullptr; }
+    std::vector<securedelete::BinRow> allRows() const { return m_model->rows(); }
+    std::vector<securedelete::BinRow> selectedRows() const;
+
+public slots:
+    void refresh();
+
+signals:
+    void deleteRequested(bool all);
+
+protected:
+    void showEvent(QShowEvent *event) override;
+
+private:
+    void onReaderDone();
+    void enableButtons();
+
+    const securedelete::BinReader::BinFolders m_folders;
+    securedelete::BinModel *m_model;
+    ResultTable *m_list;
+    QPushButton *m_refresh;
+    QPushButton *m_deleteSelected;
+    QPushButton *m_empty;
+    QLabel *m_totals;
+    core::WorkerPointer<securedelete::BinReader> m_reader;
+};

@@ -1,0 +1,92 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include "SecureDelete/ReportFile.h"
+#include "SecureDelete/SecureDeleteThread.h"
+#include "SecureDelete/engine/FreeSpace.h"
+#include "platform/RawVolume.h"
+#include "widgets/FLWidget.h"
+#include "widgets/JobHost.h"
+
+#include <functional>
+
+class DropFrame;
+class FLTabWidget;
+class NoticeBar;
+class QStackedLayout;
+class ScanPage;
+class SecureDeleteBinPage;
+class SecureDeleteListPage;
+class SecureDeleteReportPage;
+
+// Overwrites, renames and deletes what the user chose, and says what became of it.
+class SecureDeleteForm : public FLWidget
+{
+    Q_OBJECT
+
+public:
+    // What of this computer a test must be able to replace.
+    struct Environment {
+        std::function<platform::Medium(const QString &path)> mediumOf;
+        std::function<QStringList()> binFolders;
+        // The folder in which a drive's free space is filled; the drive's root.
+        std::function<QString(const QString &drive)> freeSpacePlace;
+
+        static Environment real();
+    };
+
+    explicit SecureDeleteForm(QWidget *parent = nullptr);
+    explicit SecureDeleteForm(Environment environment, QWidget *parent = nullptr);
+    ~SecureDeleteForm() override;
+
+public slots:
+    // Adds files and folders to the list.
+    void addPaths(const QStringList &paths);
+
+    void handleUpdateTotalProgress(int total);
+    void handleUpdateDeleteProgress();
+    void onDeleteFinish();
+    void handleScanCancel();
+
+    void on_deleteButton_clicked();
+    void on_optionsButton_clicked();
+    void on_wipeFreeSpaceButton_clicked();
+
+signals:
+    // For whoever watches the form from outside.
+    void reportShown();
+    void startPageShown();
+
+private:
+    void buildStartPage();
+    void buildProgressPage();
+    void connectAll();
+    void showMethod();
+    void deleteFromBin(bool all);
+    bool mayStart(const QString &what);
+    QString questionText(const QString &what, quint64 files, quint64 bytes) const;
+    void start(SecureDeleteJob job, QList<int> rowIds);
+    void onRowDestroyed(int row);
+    void showReport(SecureDeleteThread &thread);
+    void showStartPage();
+    void saveReport(const QString &file, const securedelete::ReportOptions &options);
+    void wipeFreeSpace(const QString &drive, quint64 freeBytes);
+    void showFreeSpaceEnd(const QString &drive, const securedelete::FreeSpaceResult &result, bool stopped,
+                          const QString &error);
+    void removeLeftOverFreeSpace();
+
+    const Environment m_environment;
+    QStackedLayout *m_pages;
+    DropFrame *m_startPage = nullptr;
+    NoticeBar *m_notice = nullptr;
+    FLTabWidget *m_tabs = nullptr;
+    SecureDeleteListPage *m_list = nullptr;
+    SecureDeleteBinPage *m_bin = nullptr;
+    ScanPage *m_progress = nullptr;
+    SecureDeleteReportPage *m_report = nullptr;
+    QList<int> m_rowIds; // of the list, by the row of the job that runs
+    QString m_method;    // of the job that runs, with its passes
+    int m_steps = 0;
+    int m_totalSteps = 0;
+    JobHost m_jobs;
+};

@@ -1,0 +1,27 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include "SecureDelete/Settings.h"
+
+#include <QDialog>
+
+class QButtonGroup;
+class QLabel;
+class QSpinBox;
+
+// The method of overwriting. What is changed is stored at once; so there is nothing to accept.
+class SecureDeleteOptionsDialog : public QDialog
+{
+    Q_OBJECT
+
+public:
+    explicit SecureDeleteOptionsDialog(QWidget *parent = nullptr);
+
+private:
+    void buildMethods(class QVBoxLayout *layout);
+    void store();
+
+    QButtonGroup *m_methods;
+    QSpinBox *m_passes;
+    QLabel *m_notStored;
+};

@@ -1,0 +1,41 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include "SecureDelete/engine/FreeSpace.h"
+#include "platform/Guard.h"
+
+#include <QFile>
+
+#include <memory>
+
+namespace securedelete
+{
+
+// The folder on a drive that fills its free space: "C:\Fernlight Larkspur Free Space", with numbered files.
+class Win32FreeSpace : public FreeSpaceFolder
+{
+public:
+    // `place` is the folder in which it is made: a drive's root but in tests.
+    explicit Win32FreeSpace(const QString &place);
+    ~Win32FreeSpace() override;
+
+    QString path() const { return m_path; }
+    // Disk. False when it cannot be made, or is there already and is not ours alone.
+    bool make();
+
+    quint64 freeBytes() override;
+    Target *newFile(int number) override;
+    bool removeAll() override;
+
+    // Removes what an earlier run left, when `path` can be such a folder: only the numbered files in it, and
+    // then the folder if that is empty. False when something of ours is still there.
+    static bool removeLeftOver(const QString &path);
+
+private:
+    const QString m_place;
+    const QString m_path;
+    std::unique_ptr<Target> m_target;
+    QFile m_file;
+};
+
+} // namespace securedelete
