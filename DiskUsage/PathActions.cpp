@@ -10,27 +10,6 @@
 #include <QGuiApplication>
 #include <QWidget>
 
-// Asks whether a path is there: a disk may have to wake up for the answer.
-class PathLook : public core::WorkerThread
-{
-    Q_OBJECT
-
-public:
-    explicit PathLook(QString path) : m_path(std::move(path)) {}
-
-signals:
-    void answered(const QString &path, bool exists);
-
-protected:
-    void work() override
-    {
-        deliver([this, exists = platform::fileExists(m_path)] { emit answered(m_path, exists); });
-    }
-
-private:
-    const QString m_path;
-};
-
 PathActions::PathActions(QWidget *view, std::function<QString()> path)
     : QObject(view),
       m_view(view),
@@ -100,9 +79,8 @@ void PathActions::showInExplorer()
     const QString path = m_path();
     if (path.isEmpty())
         return;
-    m_look.reset(new PathLook(path));
-    connect(m_look.get(), &PathLook::answered, this, &PathActions::reveal);
-    m_look->start();
+    m_check.ask([path](const core::Asking &) { return platform::fileExists(path); },
+                [this, path](bool exists) { reveal(path, exists); });
 }
 
 // For a path that is gone Explorer opens some other folder without a word.
@@ -120,5 +98,3 @@ void PathActions::copyPath()
     if (!path.isEmpty())
         QGuiApplication::clipboard()->setText(path);
 }
-
-#include "PathActions.moc"

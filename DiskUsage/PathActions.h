@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
-#include "core/WorkerThread.h"
+#include "core/LatestAnswer.h"
 
 #include <QObject>
 #include <QString>
@@ -11,7 +11,6 @@
 class QAction;
 class QPoint;
 class QWidget;
-class PathLook;
 
 // What can be done with the file or folder that is current in a list or picture: open it, show it in
 // Explorer, copy its path, scan it again, and export the list. The actions belong to the view: their keys
@@ -49,5 +48,5 @@ private:
     QAction *m_copy;
     QAction *m_scanAgain = nullptr;
     QAction *m_export;
-    core::RetiringPointer<PathLook> m_look;
+    core::LatestAnswer m_check; // a disk may have to wake up to say whether the path is there
 };

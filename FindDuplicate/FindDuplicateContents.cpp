@@ -9,7 +9,6 @@
 #include <QPushButton>
 
 #include <algorithm>
-#include <utility>
 
 using duplicates::ContentState;
 
@@ -31,16 +30,12 @@ void FindDuplicateResultForm::compareContents()
         showNotice(tr("There is only one file left in this group."), false);
         return;
     }
-    if (!mayAskDisk()) {
-        showNotice(tr("The drive has not answered earlier questions yet. Try again later."));
-        return;
-    }
     m_comparedGroup = group;
-    m_comparison.reset(new FindDuplicateCompareThread(paths, compared.size));
-    connect(m_comparison.get(), &FindDuplicateCompareThread::compareFinish, this,
+    auto *worker = new FindDuplicateCompareThread(paths, compared.size);
+    connect(worker, &FindDuplicateCompareThread::compareFinish, this,
             &FindDuplicateResultForm::onCompareFinish);
     m_jobs.begin({.busyText = tr("the comparison of files")}, [this] { cancelComparison(); });
-    m_comparison->start();
+    m_comparing.run(worker);
     m_compareBar->setValue(0);
     showComparing(true);
 }
@@ -48,9 +43,9 @@ void FindDuplicateResultForm::compareContents()
 // At once: it may be in the middle of a read that takes a lost share minutes.
 void FindDuplicateResultForm::cancelComparison()
 {
-    if (!m_comparison)
+    if (!m_comparing.isWaiting())
         return;
-    retire(std::move(m_comparison));
+    m_comparing.forget();
     m_jobs.end();
     showComparing(false);
     showNotice(tr("The comparison was cancelled."), false);
@@ -74,14 +69,16 @@ void FindDuplicateResultForm::showComparing(bool comparing)
 
 void FindDuplicateResultForm::showCompareProgress()
 {
-    if (m_comparison)
-        m_compareBar->setValue(m_comparison->permille());
+    if (const auto *worker = m_comparing.current<FindDuplicateCompareThread>())
+        m_compareBar->setValue(worker->permille());
 }
 
 void FindDuplicateResultForm::onCompareFinish()
 {
-    const std::vector<ContentState> states = m_comparison->takeStates();
-    m_comparison.reset();
+    auto *worker = m_comparing.current<FindDuplicateCompareThread>();
+    const std::vector<ContentState> states = worker->takeStates();
+    const QString error = worker->error();
+    m_comparing.forget();
     m_jobs.keepOpen();
     m_jobs.end();
     showComparing(false);
@@ -93,10 +90,11 @@ void FindDuplicateResultForm::onCompareFinish()
     m_contents.insert(m_comparedGroup, byMember);
     if (m_memberModel->groupIndex() == m_comparedGroup)
         m_memberModel->setContents(byMember);
+    noteSpareBytes();
 
     const auto count = [&](ContentState state) { return std::count(states.cbegin(), states.cend(), state); };
     if (count(ContentState::Reference) == 0)
-        showNotice(tr("None of these files could be compared."));
+        showNotice(tr("None of these files could be compared. %1").arg(error).trimmed());
     else
         showNotice(
             tr("Compared byte by byte with the first file that could be read: %1 identical, %2 "

@@ -36,14 +36,14 @@ void FindDuplicateResultForm::on_RecycleBinButton_clicked()
     m_searchWaits = m_searchLater.isActive();
     m_searchLater.stop();
     m_readLater.stop();
-    m_readWaits = false;
-    retire(std::move(m_result));
+    m_reading.forget();
     m_notice->hide();
     m_jobs.begin({.busyText = tr("the removal of a file")}, [this] { m_removal->requestStop(); });
     setUsable(false);
     m_removed = *member;
     RemovalRequest request{m_root, groupAt(member->group).members, static_cast<std::size_t>(member->member),
-                           m_memberModel->facts(member->member).value_or(duplicates::MemberFacts())};
+                           m_memberModel->facts(member->member).value_or(duplicates::MemberFacts()),
+                           m_memberModel->contents()};
     const duplicates::FileRecord shown = request.file();
     m_removal->start(std::move(request), [this, shown] {
         return m_memberModel->groupIndex() == m_removed.group && record(m_removed) == shown;
@@ -59,7 +59,7 @@ void FindDuplicateResultForm::afterRemoval(const RemovalResult &result)
         if (result.outcome == RemovalResult::Outcome::Moved)
             m_memberModel->setGone(m_removed.member);
         if (!result.members.empty())
-            m_memberModel->setFacts(result.members);
+            showFacts(result.members);
     }
     if (result.outcome != RemovalResult::Outcome::LeftAlone)
         markRemoved(result.outcome == RemovalResult::Outcome::Moved);
@@ -74,7 +74,7 @@ void FindDuplicateResultForm::afterRemoval(const RemovalResult &result)
     if (result.outcome == RemovalResult::Outcome::Moved)
         showNotice(tr("%1 was moved to the recycle bin.").arg(record(m_removed).fullPath()), false,
                    m_openBin);
-    else if (result.outcome == RemovalResult::Outcome::LeftAlone && !result.notice.isEmpty())
+    else if (result.outcome != RemovalResult::Outcome::Failed && !result.notice.isEmpty())
         showNotice(result.notice);
 }
 
@@ -87,7 +87,12 @@ void FindDuplicateResultForm::markRemoved(bool moved)
     file.moved = moved;
     if (m_memberModel->groupIndex() == m_removed.group)
         m_memberModel->membersChanged();
+    if (moved && m_removed.member == 0)
+        m_groupModel->setFirstFilesExist(m_removed.group, {false});
     m_groupModel->groupChanged(m_removed.group);
+    showGroupTitle();
     m_statistics = duplicates::statisticsOf(*m_groups);
+    m_spareBytes.remove(m_removed.group);
+    noteSpareBytes();
     showSummary();
 }

@@ -28,66 +28,34 @@
 using duplicates::DuplicateGroup;
 using duplicates::FileRecord;
 
-namespace
-{
-constexpr int mostHanging = 4; // threads that one page leaves behind in calls that do not return
-} // namespace
-
 FindDuplicateResultForm::~FindDuplicateResultForm() = default;
 
 bool FindDuplicateResultForm::start()
 {
     if (m_groups->empty())
         return false;
-    checkFirstFiles();
-    connect(m_mainResult.get(), &FindDuplicateMainResultThread::processFinish, this,
+    auto *worker = new FindDuplicateMainResultThread(m_groups);
+    connect(worker, &FindDuplicateMainResultThread::processFinish, this,
             &FindDuplicateResultForm::onMainResultProcessFinish);
+    checkFirstFiles(worker);
     return true;
 }
 
-// In place of the look that may still be going on. What the worker tells comes through the event loop.
-void FindDuplicateResultForm::checkFirstFiles()
+void FindDuplicateResultForm::checkFirstFiles(FindDuplicateMainResultThread *worker)
 {
-    retire(std::move(m_mainResult));
-    m_checkWaits = !mayAskDisk();
-    if (m_checkWaits)
-        return;
-    m_mainResult.reset(new FindDuplicateMainResultThread(m_groups));
-    connect(m_mainResult.get(), &FindDuplicateMainResultThread::firstFilesChecked, m_groupModel,
+    connect(worker, &FindDuplicateMainResultThread::firstFilesChecked, m_groupModel,
             &GroupModel::setFirstFilesExist);
-    connect(m_mainResult.get(), &core::WorkerThread::done, this, [this] {
-        if (!m_mainResult->error().isEmpty())
-            showNotice(tr("Not all groups could be looked at. %1").arg(m_mainResult->error()));
+    connect(worker, &core::WorkerThread::done, this, [this, worker] {
+        if (!worker->error().isEmpty())
+            showNotice(tr("Not all groups could be checked. %1").arg(worker->error()));
     });
-    m_mainResult->start();
-}
-
-// A share that does not answer is not asked by one thread more for every key: the newest wish waits.
-bool FindDuplicateResultForm::mayAskDisk() const
-{
-    return m_hanging < mostHanging;
-}
-
-void FindDuplicateResultForm::retire(core::RetiringPointer<core::WorkerThread> worker)
-{
-    const QPointer<core::WorkerThread> left(worker.get());
-    worker.reset();
-    if (!left)
-        return;
-    ++m_hanging;
-    connect(left.data(), &QObject::destroyed, this, [this] {
-        --m_hanging;
-        if (std::exchange(m_readWaits, false))
-            m_readLater.start();
-        if (m_checkWaits)
-            checkFirstFiles();
-    });
+    m_firsts.run(worker);
 }
 
 void FindDuplicateResultForm::onMainResultProcessFinish()
 {
     m_statistics = duplicates::statisticsOf(*m_groups);
-    m_groupModel->setGroups(m_groups.get(), m_mainResult->takeListed());
+    m_groupModel->setGroups(m_groups.get(), m_firsts.current<FindDuplicateMainResultThread>()->takeListed());
     m_groupTree->showColumns({GroupModel::Text});
     m_groupTree->setStretchColumn(GroupModel::Text, 0);
     m_memberTree->showColumns({MemberModel::Text});
@@ -100,10 +68,14 @@ void FindDuplicateResultForm::onMainResultProcessFinish()
 
 void FindDuplicateResultForm::showSummary()
 {
-    QString text = tr("%1 with %2; %3 free when one of each is kept")
-                       .arg(core::countText(m_statistics.groups, tr("1 group"), tr("%1 groups")),
-                            core::countText(m_statistics.files, tr("1 file"), tr("%1 files")),
-                            core::sizeText(m_statistics.freeableBytes));
+    // Where the disk was asked, other names of a file and files that differ are known.
+    quint64 freeable = m_statistics.freeableBytes;
+    for (auto known = m_spareBytes.cbegin(); known != m_spareBytes.cend(); ++known)
+        freeable += known.value() - duplicates::freeableBytes(groupAt(known.key()));
+    QString text =
+        tr("%1 with %2; %3 free when one of each is kept")
+            .arg(core::countText(m_statistics.groups, tr("1 group"), tr("%1 groups")),
+                 core::countText(m_statistics.files, tr("1 file"), tr("%1 files")), core::sizeText(freeable));
     if (m_statistics.removedFiles > 0)
         text +=
             tr("; %1 moved to the recycle bin (%2)")
@@ -133,10 +105,18 @@ void FindDuplicateResultForm::refresh()
 {
     if (isRemoving() || m_memberModel->groupIndex() < 0)
         return;
-    m_contents.clear();
+    const int group = m_memberModel->groupIndex();
+    m_contents.remove(group);
+    m_spareBytes.remove(group);
+    // What could not be moved may be tried again.
+    for (FileRecord &file : groupAt(group).members)
+        file.checked = file.moved;
     m_memberModel->setContents({});
+    m_groupModel->groupChanged(group);
+    showSummary();
+    enableTools();
     m_readLater.start();
-    checkFirstFiles();
+    checkFirstFiles(new FindDuplicateMainResultThread(m_groups));
 }
 
 int FindDuplicateResultForm::selectedGroup() const
@@ -177,10 +157,7 @@ void FindDuplicateResultForm::showGroup()
     if (index != m_memberModel->groupIndex()) {
         m_memberModel->setGroup(index < 0 ? nullptr : &groupAt(index), index);
         m_memberModel->setContents(m_contents.value(index));
-        m_groupTitle->setText(index < 0 ? QString()
-                                        : tr("%1 files of %2 each")
-                                              .arg(QString::number(groupAt(index).members.size()),
-                                                   core::sizeText(groupAt(index).size)));
+        showGroupTitle();
         m_memberTree->selectionModel()->setCurrentIndex(m_memberModel->index(0, MemberModel::Text),
                                                         QItemSelectionModel::ClearAndSelect |
                                                             QItemSelectionModel::Rows);
@@ -189,27 +166,55 @@ void FindDuplicateResultForm::showGroup()
     m_readLater.start();
 }
 
+void FindDuplicateResultForm::showGroupTitle()
+{
+    const int index = m_memberModel->groupIndex();
+    if (index < 0) {
+        m_groupTitle->setText({});
+        return;
+    }
+    const QString left = core::countText(duplicates::filesLeft(groupAt(index)), tr("1 file"), tr("%1 files"));
+    m_groupTitle->setText(tr("%1 of %2 each").arg(left, core::sizeText(groupAt(index).size)));
+}
+
 void FindDuplicateResultForm::readGroup()
 {
     const int group = m_memberModel->groupIndex();
-    retire(std::move(m_result));
-    m_readWaits = group >= 0 && !mayAskDisk();
-    if (group < 0 || m_readWaits)
+    if (group < 0) {
+        m_reading.forget();
         return;
-    m_result.reset(new FindDuplicateResultThread(m_root, groupAt(group), group));
-    connect(m_result.get(), &FindDuplicateResultThread::processFinish, this,
+    }
+    auto *worker = new FindDuplicateResultThread(m_root, groupAt(group), group);
+    connect(worker, &FindDuplicateResultThread::processFinish, this,
             &FindDuplicateResultForm::onProcessFinish);
-    m_result->start();
+    m_reading.run(worker);
 }
 
 void FindDuplicateResultForm::onProcessFinish()
 {
-    if (m_memberModel->groupIndex() != m_result->groupIndex())
+    auto *worker = m_reading.current<FindDuplicateResultThread>();
+    if (m_memberModel->groupIndex() != worker->groupIndex())
         return;
-    if (!m_result->error().isEmpty())
-        showNotice(tr("The files of this group could not be looked at. %1").arg(m_result->error()));
+    if (!worker->error().isEmpty())
+        showNotice(tr("The files of this group could not be checked. %1").arg(worker->error()));
     else
-        m_memberModel->setFacts(m_result->takeMembers());
+        showFacts(worker->takeMembers());
+}
+
+void FindDuplicateResultForm::showFacts(std::vector<duplicates::MemberFacts> facts)
+{
+    m_memberModel->setFacts(std::move(facts));
+    noteSpareBytes();
+}
+
+void FindDuplicateResultForm::noteSpareBytes()
+{
+    if (m_memberModel->allFacts().empty())
+        return;
+    const int group = m_memberModel->groupIndex();
+    m_spareBytes.insert(group, duplicates::spareBytes(groupAt(group).size, m_memberModel->allFacts(),
+                                                      m_memberModel->contents()));
+    showSummary();
 }
 
 void FindDuplicateResultForm::onItemChanged(const QItemSelection &, const QItemSelection &)

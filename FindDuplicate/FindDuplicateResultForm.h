@@ -6,6 +6,7 @@
 #include "FindDuplicate/FindDuplicateResultThread.h"
 #include "FindDuplicate/engine/Grouping.h"
 #include "FindDuplicate/removal/MemberRemoval.h"
+#include "core/LatestAnswer.h"
 #include "widgets/JobHost.h"
 
 #include <QHash>
@@ -92,11 +93,12 @@ private:
     void showListed();
     void refresh();
     void showGroup();
+    void showGroupTitle();
     void readGroup();
+    void showFacts(std::vector<duplicates::MemberFacts> facts);
+    void noteSpareBytes();
     void enableTools();
-    void checkFirstFiles();
-    bool mayAskDisk() const;
-    void retire(core::RetiringPointer<core::WorkerThread> worker);
+    void checkFirstFiles(FindDuplicateMainResultThread *worker);
     struct Selected {
         int group = -1;
         int member = -1;
@@ -164,15 +166,12 @@ private:
 
     Selected m_removed;         // of the removal that runs
     bool m_searchWaits = false; // until it has ended
-    int m_hanging = 0;          // workers that were retired and have not ended yet
-    bool m_readWaits = false;   // until one of them has
-    bool m_checkWaits = false;  // likewise
     int m_comparedGroup = -1;
     std::vector<int> m_comparedMembers;
-    QHash<int, std::vector<duplicates::ContentState>> m_contents; // by group
-    // Each may be in the middle of a call that takes the disk minutes, when it is not needed any more.
-    core::RetiringPointer<FindDuplicateMainResultThread> m_mainResult;
-    core::RetiringPointer<FindDuplicateResultThread> m_result;
-    core::RetiringPointer<FindDuplicateCompareThread> m_comparison;
+    QHash<int, duplicates::GroupContents> m_contents; // by group
+    QHash<int, quint64> m_spareBytes;                 // of the groups that the disk was asked about
+    core::LatestAnswer m_firsts;                      // which groups still have their first file
+    core::LatestAnswer m_reading;                     // the members of the group on show
+    core::LatestAnswer m_comparing;                   // their contents
     JobHost m_jobs;
 };

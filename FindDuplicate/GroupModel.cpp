@@ -1,11 +1,11 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "FindDuplicate/GroupModel.h"
 
+#include "FindDuplicate/engine/Grouping.h"
+#include "core/CountText.h"
 #include "core/SizeText.h"
 #include "platform/FileTime.h"
 #include "widgets/FileRowDelegate.h"
-
-#include <algorithm>
 
 using duplicates::DuplicateGroup;
 using duplicates::FileRecord;
@@ -31,11 +31,11 @@ QString wholeText(const FileRecord &file)
 
 QList<RowBadge> badges(const DuplicateGroup &group)
 {
-    const auto removed = std::count_if(group.members.cbegin(), group.members.cend(),
-                                       [](const FileRecord &file) { return file.moved; });
-    QList<RowBadge> result{
-        {GroupModel::tr("%1 files").arg(QString::number(group.members.size())), RowBadge::Tone::Neutral},
-        {core::sizeText(group.size), RowBadge::Tone::Neutral}};
+    const std::size_t left = duplicates::filesLeft(group);
+    const std::size_t removed = group.members.size() - left;
+    QList<RowBadge> result{{core::countText(left, GroupModel::tr("1 file"), GroupModel::tr("%1 files")),
+                            RowBadge::Tone::Neutral},
+                           {core::sizeText(group.size), RowBadge::Tone::Neutral}};
     if (removed > 0)
         result.append({GroupModel::tr("%1 removed").arg(QString::number(removed)), RowBadge::Tone::Good});
     return result;

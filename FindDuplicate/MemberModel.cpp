@@ -64,6 +64,8 @@ void MemberModel::setFacts(std::vector<MemberFacts> facts)
     if (!m_group || facts.size() != m_group->members.size())
         return;
     m_facts = std::move(facts);
+    if (!m_contents.empty())
+        duplicates::markAgain(m_facts, m_contents);
     membersChanged();
 }
 
@@ -84,6 +86,8 @@ void MemberModel::setGone(int member)
 void MemberModel::setContents(std::vector<ContentState> contents)
 {
     m_contents = std::move(contents);
+    if (!m_contents.empty())
+        duplicates::markAgain(m_facts, m_contents);
     membersChanged();
 }
 
@@ -92,7 +96,7 @@ void MemberModel::membersChanged()
     if (rowCount() == 0)
         return;
     if (!m_facts.empty())
-        m_proposed = duplicates::proposedToKeep(m_group->members, m_facts);
+        m_proposed = duplicates::proposedToKeep(m_group->members, m_facts, m_contents);
     emit dataChanged(index(0, 0), index(rowCount() - 1, ColumnTotal - 1));
 }
 

@@ -36,6 +36,9 @@ public:
     void membersChanged();
 
     int groupIndex() const { return m_groupIndex; }
+    const duplicates::GroupContents &contents() const { return m_contents; }
+    // Empty until the disk has answered.
+    const std::vector<duplicates::MemberFacts> &allFacts() const { return m_facts; }
     // Empty until it is known.
     std::optional<duplicates::MemberFacts> facts(int member) const;
 

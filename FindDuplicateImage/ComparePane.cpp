@@ -101,7 +101,7 @@ void ComparePane::buildLayout()
 
 void ComparePane::clear()
 {
-    m_loading.cancel();
+    m_loading.forget();
     m_wanted.clear();
     m_firstText->setText({});
     m_secondText->setText({});
@@ -126,13 +126,14 @@ void ComparePane::compare(const QString &first, const QString &firstText, const 
         m_view->showMessage(tr("Loading ..."));
         m_view->setZoom(1);
     }
-    m_loading.start(
-        [this, first, second, known, decoders = std::move(decoders)](const core::CancelFlag &cancel) {
-            return [this, pair = loadPictures(first, second, known, *decoders, cancel)] { showPair(pair); };
+    m_loading.ask(
+        [first, second, known, decoders = std::move(decoders)](const core::Asking &asking) {
+            return loadPictures(first, second, known, *decoders, asking.cancel());
         },
-        [this] {
+        [this](const PicturePair &pair) { showPair(pair); },
+        [this](const QString &error) {
             m_wanted.clear();
-            m_view->showMessage(tr("There is not enough memory to show these pictures."));
+            m_view->showMessage(tr("These pictures cannot be shown. %1").arg(error));
             showButtons();
         });
     showButtons();

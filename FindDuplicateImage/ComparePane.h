@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
-#include "FindDuplicateImage/LatestTask.h"
 #include "FindDuplicateImage/PicturePair.h"
+#include "core/LatestAnswer.h"
 
 #include <QWidget>
 
@@ -48,5 +48,5 @@ private:
     QToolButton *m_zoomIn;
     QString m_secondCaption;
     QString m_wanted; // what is being loaded or shown
-    LatestTask m_loading;
+    core::LatestAnswer m_loading;
 };

@@ -59,8 +59,8 @@ void FindDuplicateImageResultForm::prepare(ImageReport report)
 
 void FindDuplicateImageResultForm::clear()
 {
-    m_inspection.cancel();
-    m_firsts.cancel();
+    m_inspection.forget();
+    m_firsts.forget();
     m_searchLater.stop();
     m_compare->clear();
     m_members->setGroup(nullptr, -1);
@@ -115,18 +115,24 @@ void FindDuplicateImageResultForm::askFirsts()
     QStringList paths;
     for (const lookalikes::ImageGroup &group : m_report.groups)
         paths.append(group.members.front().fullPath());
-    m_firsts.start([this, paths](const core::CancelFlag &cancel) -> LatestTask::Effect {
-        std::vector<bool> gone;
-        for (const QString &path : paths) {
-            if (cancel.isSet())
-                return {};
-            gone.push_back(!platform::fileExists(path));
-        }
-        return [this, gone = std::move(gone)] {
-            m_report.firstGone = gone;
-            m_groups->refreshAll();
-        };
-    });
+    m_firsts.ask(
+        [this, paths](const core::Asking &asking) {
+            constexpr qsizetype askedAtOnce = 500;
+            for (qsizetype first = 0; first < paths.size(); first += askedAtOnce) {
+                std::vector<bool> gone;
+                for (const QString &path : paths.mid(first, askedAtOnce)) {
+                    if (asking.isCancelled())
+                        return false;
+                    gone.push_back(!platform::fileExists(path));
+                }
+                asking.tell([this, first, gone] {
+                    std::copy(gone.cbegin(), gone.cend(), m_report.firstGone.begin() + first);
+                    m_groups->refreshAll();
+                });
+            }
+            return true;
+        },
+        [](bool) {});
 }
 
 // Whatever keys are held down: the view itself would add to a selection with Ctrl or Shift.
@@ -164,16 +170,14 @@ void FindDuplicateImageResultForm::inspectGroup()
     const int group = m_members->group();
     if (group < 0)
         return;
-    m_inspection.start(
-        [this, group, root = m_report.root,
-         pictures = files(group)](const core::CancelFlag &cancel) -> LatestTask::Effect {
-            std::vector<duplicates::MemberFacts> facts =
-                duplicates::readMembers(root, pictures, platform::fileProbe(), cancel);
-            if (cancel.isSet())
-                return {};
-            return [this, group, facts = std::move(facts)] { showFacts(group, facts); };
+    m_inspection.ask(
+        [root = m_report.root, pictures = files(group)](const core::Asking &asking) {
+            return duplicates::readMembers(root, pictures, platform::fileProbe(), asking.cancel());
         },
-        [this] { warn(tr("There is not enough memory to look at the files of this group.")); });
+        [this, group](const std::vector<duplicates::MemberFacts> &facts) { showFacts(group, facts); },
+        [this](const QString &error) {
+            warn(tr("The files of this group could not be checked. %1").arg(error));
+        });
 }
 
 void FindDuplicateImageResultForm::showFacts(int group, const std::vector<duplicates::MemberFacts> &facts)
@@ -276,7 +280,7 @@ void FindDuplicateImageResultForm::on_RecycleBinButton_clicked()
     m_removingGroup = m_members->group();
     m_removingMember = row;
     m_notice->hide();
-    m_inspection.cancel();
+    m_inspection.forget();
     // The group is not changed under the question.
     m_searchWaits = m_searchLater.isActive();
     m_searchLater.stop();

@@ -3,7 +3,7 @@
 
 #include "FindDuplicate/removal/MemberRemoval.h"
 #include "FindDuplicateImage/ImageReport.h"
-#include "FindDuplicateImage/LatestTask.h"
+#include "core/LatestAnswer.h"
 #include "imaging/ThumbnailCache.h"
 #include "widgets/JobHost.h"
 
@@ -121,9 +121,9 @@ private:
     QAction *m_openBin;    // in the notice after a removal
     QAction *m_cancelLook; // in the notice before its question
 
-    QTimer m_searchLater;       // a fast typist is not kept waiting by every letter
-    bool m_searchWaits = false; // for the end of a removal
-    LatestTask m_firsts;
-    LatestTask m_inspection;
+    QTimer m_searchLater;            // a fast typist is not kept waiting by every letter
+    bool m_searchWaits = false;      // for the end of a removal
+    core::LatestAnswer m_firsts;     // which groups still have their first picture
+    core::LatestAnswer m_inspection; // the pictures of the group on show
     JobHost m_jobs;
 };

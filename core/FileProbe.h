@@ -13,8 +13,11 @@ namespace core
 // What an open handle tells about a file or folder, links followed.
 struct FileFacts {
     std::optional<FileIdentity> identity; // empty where the file system has none
-    quint32 linkCount = 1;                // hard links
-    quint32 attributes = 0;               // FileAttribute
+    // False for a file server that numbers its files in the old, short way: two of its numbers need not be
+    // two files.
+    bool identityIsCertain = true;
+    quint32 linkCount = 1;  // hard links
+    quint32 attributes = 0; // FileAttribute
     quint64 size = 0;
     quint64 lastWriteTime = 0; // FILETIME
 };

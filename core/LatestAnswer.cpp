@@ -36,8 +36,12 @@ public:
 protected:
     void work() override
     {
-        m_effect = m_question.ask(
-            Asking(cancelFlag(), [this](std::function<void()> part) { deliver(std::move(part)); }));
+        m_effect = m_question.ask(Asking(cancelFlag(), [this](std::function<void()> part) {
+            deliver([this, part = std::move(part)] {
+                if (!stopRequested())
+                    part();
+            });
+        }));
     }
     void interrupt() override
     {
@@ -68,10 +72,26 @@ void LatestAnswer::forget()
     retireCurrent();
 }
 
-void LatestAnswer::start(Question question)
+void LatestAnswer::runQuestion(Question question)
+{
+    auto *thread = new Thread(std::move(question));
+    // The next question may be asked in what is called here, and takes the thread away.
+    connect(thread, &WorkerThread::done, this, [this, thread] {
+        m_done = true;
+        const Effect effect = thread->takeEffect();
+        const std::function<void(const QString &)> failed = thread->question().failed;
+        if (effect)
+            effect();
+        else if (failed)
+            failed(thread->error());
+    });
+    run(thread);
+}
+
+void LatestAnswer::run(WorkerThread *worker)
 {
     retireCurrent();
-    m_next = std::make_unique<Question>(std::move(question));
+    m_next.reset(worker);
     startNext();
 }
 
@@ -82,9 +102,9 @@ void LatestAnswer::startNext()
         return;
     }
     m_retry.stop();
-    const std::unique_ptr<Question> question = std::move(m_next);
-    m_current.reset(new Thread(std::move(*question)));
-    connect(m_current.get(), &WorkerThread::done, this, &LatestAnswer::finish);
+    m_current = std::move(m_next);
+    m_done = false;
+    connect(m_current.get(), &WorkerThread::done, this, [this] { m_done = true; });
     m_current->start();
 }
 
@@ -101,16 +121,6 @@ void LatestAnswer::retireCurrent()
         return;
     m_hanging.append(thread);
     allHanging().append(thread);
-}
-
-void LatestAnswer::finish()
-{
-    // Not hanging: it ends at once.
-    const RetiringPointer<Thread> thread = std::move(m_current);
-    if (const Effect effect = thread->takeEffect())
-        effect();
-    else if (thread->question().failed)
-        thread->question().failed(thread->error());
 }
 
 } // namespace core

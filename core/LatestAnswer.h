@@ -59,16 +59,25 @@ public:
              std::function<void()> interrupt = {})
     {
         using Answer = std::invoke_result_t<Ask &, const Asking &>;
-        start({[ask = std::move(ask), answered = std::move(answered)](const Asking &asking) mutable {
-                   auto answer = std::make_shared<Answer>(ask(asking));
-                   return Effect([answer, answered] { answered(std::move(*answer)); });
-               },
-               std::move(failed), std::move(interrupt)});
+        runQuestion({[ask = std::move(ask), answered = std::move(answered)](const Asking &asking) mutable {
+                         auto answer = std::make_shared<Answer>(ask(asking));
+                         return Effect([answer, answered] { answered(std::move(*answer)); });
+                     },
+                     std::move(failed), std::move(interrupt)});
+    }
+    // The same for a worker of a class of its own, which answers by its signals and holds nothing but its own
+    // data. Takes it over; started at once, or when it may be.
+    void run(WorkerThread *worker);
+    // The worker that was started last; null after forget(). For a slot of its signals.
+    template <class Worker>
+    Worker *current() const
+    {
+        return static_cast<Worker *>(m_current.get());
     }
     // Gives up the question that is being answered or waits.
     void forget();
     // A question has not been answered.
-    bool isWaiting() const { return m_current || m_next; }
+    bool isWaiting() const { return (m_current && !m_done) || m_next; }
 
 private:
     using Effect = std::function<void()>;
@@ -79,14 +88,14 @@ private:
     };
     class Thread;
 
-    void start(Question question);
+    void runQuestion(Question question);
     void startNext();
     void retireCurrent();
     bool mayStart();
-    void finish();
 
-    RetiringPointer<Thread> m_current;
-    std::unique_ptr<Question> m_next; // waits for a hanging one to end
+    RetiringPointer<WorkerThread> m_current;
+    bool m_done = false;                  // the current one
+    RetiringPointer<WorkerThread> m_next; // waits for a hanging one to end
     QList<QPointer<QObject>> m_hanging;
     QTimer m_retry;
 };

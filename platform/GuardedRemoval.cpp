@@ -21,7 +21,7 @@ std::optional<Guarded> unopenedObstacle(const ShownItem &item)
     const std::optional<quint32> attributes = fileProbe().listedAttributes(item.path);
     if (!attributes)
         return Guarded::Vanished;
-    if ((*attributes & core::AttributeRecallOnOpen) != 0)
+    if (core::isPlaceholder(*attributes)) // not fully here, whichever way it is said
         return Guarded::InCloud;
     return std::nullopt;
 }

@@ -37,6 +37,18 @@ std::optional<core::FileIdentity> identityOf(HANDLE file, const BY_HANDLE_FILE_I
     return isNone || (identity.file == 0 && identity.fileHigh == 0) ? std::nullopt : std::optional(identity);
 }
 
+bool isRemote(HANDLE file)
+{
+    FILE_REMOTE_PROTOCOL_INFO protocol;
+    return GetFileInformationByHandleEx(file, FileRemoteProtocolInfo, &protocol, sizeof protocol);
+}
+
+bool hasWholeIdentity(HANDLE file)
+{
+    FILE_ID_INFO whole;
+    return GetFileInformationByHandleEx(file, FileIdInfo, &whole, sizeof whole);
+}
+
 } // namespace
 
 DWORD finalPathFlags(HeldFile::Form form)
@@ -59,6 +71,7 @@ std::optional<core::FileFacts> factsOf(HANDLE file)
         return std::nullopt;
     return core::FileFacts{
         .identity = identityOf(file, facts),
+        .identityIsCertain = !isRemote(file) || hasWholeIdentity(file),
         .linkCount = facts.nNumberOfLinks,
         .attributes = facts.dwFileAttributes,
         .size = wholeNumber(facts.nFileSizeHigh, facts.nFileSizeLow),

@@ -15,7 +15,12 @@ class WindowsRecycleBin : public RecycleBin
 {
 protected:
     // The shell answers with success for an operation that it broke off, for one on a drive without a bin.
-    bool move(const QString &path) override { return QFile::moveToTrash(path) && !fileExists(path); }
+    // Nor has it moved what it cannot tell the new place of.
+    bool move(const QString &path) override
+    {
+        QString place;
+        return QFile::moveToTrash(path, &place) && !fileExists(path) && !place.isEmpty();
+    }
 };
 
 bool mayTry(const QString &path, RecycleBin::Accept accept)

@@ -56,23 +56,19 @@ bool isProgram(const QString &path)
     return dot > path.lastIndexOf(u'\\') && extensions.contains(path.mid(dot + 1).toLower());
 }
 
-// Several programs are not to run by one entry of a menu that does not name them.
-OpenedSeveral openDocuments(QStringList paths)
-{
-    const bool programs = paths.removeIf(isProgram) > 0;
-    OpenedSeveral opened = openFiles(paths);
-    if (programs)
-        opened.notice = (opened.notice + QLatin1Char(' ') + tr("Programs were not opened.")).trimmed();
-    return opened;
-}
-
 } // namespace
 
 OpenedSeveral openFiles(const QStringList &paths)
 {
-    return openFirst(paths, &platform::Shell::openFile,
-                     tr("%1 could not be opened. It may have been moved or deleted since the scan."),
-                     tr("Only the first %1 of the %2 selected files were opened."));
+    QStringList opened = paths;
+    const bool programs = paths.size() > 1 && opened.removeIf(isProgram) > 0;
+    OpenedSeveral result =
+        openFirst(opened, &platform::Shell::openFile,
+                  tr("%1 could not be opened. It may have been moved or deleted since the scan."),
+                  tr("Only the first %1 of the %2 selected files were opened."));
+    if (programs)
+        result.notice = (result.notice + QLatin1Char(' ') + tr("Programs were not opened.")).trimmed();
+    return result;
 }
 
 OpenedSeveral revealFiles(const QStringList &paths)
@@ -93,10 +89,9 @@ OpenedSeveral revealFiles(const QStringList &paths)
 void addOpenFirsts(QMenu *menu, const QStringList &firsts, std::function<void(const OpenedSeveral &)> tell)
 {
     const bool several = firsts.size() > 1;
-    QAction *open = menu->addAction(
-        QIcon(QStringLiteral(":/resources/images/Activate24.png")),
-        several ? tr("Open the First File of Each") : tr("Open the First File"), menu,
-        [firsts, several, tell] { tell(several ? openDocuments(firsts) : openFiles(firsts)); });
+    QAction *open = menu->addAction(QIcon(QStringLiteral(":/resources/images/Activate24.png")),
+                                    several ? tr("Open the First File of Each") : tr("Open the First File"),
+                                    menu, [firsts, tell] { tell(openFiles(firsts)); });
     QAction *reveal = menu->addAction(QIcon(QStringLiteral(":/resources/images/FolderSearch24.png")),
                                       several ? tr("Show the First File of Each in Explorer")
                                               : tr("Show the First File in Explorer"),

@@ -17,10 +17,10 @@ struct OpenedSeveral {
 // At most so many files are opened, or folders shown, by one click.
 inline constexpr qsizetype mostOpenedAtOnce = 10;
 
-// In a menu: to open, and to show in Explorer, the first file of each of the selected groups. Of several, no
-// programs are opened.
+// In a menu: to open, and to show in Explorer, the first file of each of the selected groups.
 void addOpenFirsts(QMenu *menu, const QStringList &firsts, std::function<void(const OpenedSeveral &)> tell);
 
+// Of several, no programs: they are not to run by one key that names none of them.
 OpenedSeveral openFiles(const QStringList &paths);
 // A window for each folder, with the first of its files selected.
 OpenedSeveral revealFiles(const QStringList &paths);

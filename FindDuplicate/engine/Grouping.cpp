@@ -97,20 +97,15 @@ std::vector<DuplicateGroup> combinedGroups(std::vector<std::vector<DuplicateGrou
     return combined;
 }
 
-namespace
-{
-
-std::size_t movedMembers(const DuplicateGroup &group)
+std::size_t filesLeft(const DuplicateGroup &group)
 {
     return static_cast<std::size_t>(std::count_if(group.members.cbegin(), group.members.cend(),
-                                                  [](const FileRecord &file) { return file.moved; }));
+                                                  [](const FileRecord &file) { return !file.moved; }));
 }
-
-} // namespace
 
 quint64 freeableBytes(const DuplicateGroup &group)
 {
-    const std::size_t left = group.members.size() - movedMembers(group);
+    const std::size_t left = filesLeft(group);
     return left > 1 ? group.size * (left - 1) : 0;
 }
 
@@ -119,8 +114,9 @@ GroupStatistics statisticsOf(const std::vector<DuplicateGroup> &groups)
     GroupStatistics result;
     result.groups = groups.size();
     for (const DuplicateGroup &group : groups) {
-        const std::size_t moved = movedMembers(group);
-        result.files += group.members.size() - moved;
+        const std::size_t left = filesLeft(group);
+        const std::size_t moved = group.members.size() - left;
+        result.files += left;
         result.removedFiles += moved;
         result.removedBytes += group.size * moved;
         result.freeableBytes += freeableBytes(group);

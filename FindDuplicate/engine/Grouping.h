@@ -64,6 +64,8 @@ struct GroupStatistics {
     bool operator==(const GroupStatistics &) const = default;
 };
 
+// Members that were not moved away.
+std::size_t filesLeft(const DuplicateGroup &group);
 // What removing all but one of those that are still there would free.
 quint64 freeableBytes(const DuplicateGroup &group);
 // Members already moved away count as removed only; a group that has one member left frees nothing.

@@ -5,6 +5,7 @@
 
 #include <cstddef>
 #include <unordered_map>
+#include <unordered_set>
 
 namespace duplicates
 {
@@ -34,8 +35,12 @@ std::vector<MemberMark> markMembers(const std::vector<MemberState> &members)
             marks[i].sameFileAs = first->second;
     }
     // Each known identity is a file of its own. A member of unknown identity may be any one of them.
+    std::unordered_map<int, std::unordered_set<core::FileIdentity, IdentityHash>> filesOf; // by content
+    for (const MemberState &member : members)
+        if (member.exists && member.identity && member.isCopy)
+            filesOf[member.content].insert(*member.identity);
     for (std::size_t i = 0; i < members.size(); ++i)
-        marks[i].lastCopy = members[i].exists && firstWith.size() < 2;
+        marks[i].lastCopy = members[i].exists && filesOf[members[i].content].size() < 2;
     return marks;
 }
 

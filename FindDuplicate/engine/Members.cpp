@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "FindDuplicate/engine/Members.h"
 
+#include <algorithm>
+
 namespace duplicates
 {
 
@@ -22,6 +24,7 @@ MemberFacts factsOf(const FileRecord &file, core::FileProbe &probe)
         return facts;
     if (const std::optional<core::FileFacts> opened = probe.facts(path)) {
         facts.identity = opened->identity;
+        facts.uncertain = opened->identity && !opened->identityIsCertain;
         facts.hardLinked = opened->linkCount > 1;
         facts.changed = opened->size != file.size || opened->lastWriteTime != file.lastWriteTime;
     }
@@ -32,6 +35,21 @@ bool isThroughLink(const QString &root, const FileRecord &file, const MemberFact
                    core::FileProbe &probe)
 {
     return facts.identity && !probe.isInside(root, file.fullPath());
+}
+
+// Nothing where no file could be read: that says nothing about their contents.
+GroupContents found(const GroupContents &contents)
+{
+    const bool any =
+        std::find(contents.cbegin(), contents.cend(), ContentState::Reference) != contents.cend();
+    return any ? contents : GroupContents();
+}
+
+// Of what a comparison found alike. Everything is, as long as there was none.
+bool isAlike(const GroupContents &contents, std::size_t member)
+{
+    return contents.empty() || contents[member] == ContentState::Reference ||
+           contents[member] == ContentState::Identical;
 }
 
 // Whether it may be the one to be kept.
@@ -47,58 +65,96 @@ bool isBetterToKeep(const FileRecord &a, const FileRecord &b)
     return a.fullPath().size() < b.fullPath().size();
 }
 
-// What has changed is no copy of the others, so it must not keep one of them from being the last.
-MemberState stateOf(const MemberFacts &facts)
+// What has changed is no copy of the others, so it must not keep one of them from being the last. Nor must a
+// file in another place that a link happens to lead to, one that may be another member under a second name,
+// and one that was compared and differs, or could not be compared: each of those is a content of its own.
+MemberState stateOf(const MemberFacts &facts, const GroupContents &contents, std::size_t member)
 {
-    return {facts.mark.exists, facts.changed ? std::nullopt : facts.identity};
+    const int content = isAlike(contents, member) ? 0 : static_cast<int>(member) + 1;
+    return {facts.mark.exists, facts.changed ? std::nullopt : facts.identity,
+            !facts.throughLink && !facts.uncertain, content};
+}
+
+// The identity by which it counts as a copy for a member of content 0.
+std::optional<core::FileIdentity> copyIdentity(const MemberState &state)
+{
+    return state.isCopy && state.content == 0 ? state.identity : std::nullopt;
 }
 
 } // namespace
 
 std::vector<MemberFacts> readMembers(const QString &root, const std::vector<FileRecord> &members,
-                                     core::FileProbe &probe, const core::CancelFlag &cancel)
+                                     core::FileProbe &probe, const core::CancelFlag &cancel,
+                                     const GroupContents &contents)
 {
     std::vector<MemberFacts> all;
-    std::vector<MemberState> states;
     for (const FileRecord &file : members) {
         if (cancel.isSet())
             return all;
         MemberFacts facts = factsOf(file, probe);
         facts.throughLink = isThroughLink(root, file, facts, probe);
-        states.push_back(stateOf(facts));
         all.push_back(std::move(facts));
     }
-    const std::vector<MemberMark> marks = markMembers(states);
-    for (std::size_t i = 0; i < all.size(); ++i)
-        all[i].mark = marks[i];
+    markAgain(all, contents);
     return all;
 }
 
-MemberFacts readMember(const QString &root, const std::vector<FileRecord> &members, std::size_t member,
-                       core::FileProbe &probe, const core::CancelFlag &cancel)
+void markAgain(std::vector<MemberFacts> &facts, const GroupContents &compared)
 {
-    MemberFacts asked = factsOf(members[member], probe);
-    asked.throughLink = isThroughLink(root, members[member], asked, probe);
-    std::optional<core::FileIdentity> first = stateOf(asked).identity;
-    bool twoKnown = false;
-    for (std::size_t i = 0; i < members.size() && !twoKnown && !cancel.isSet(); ++i) {
-        if (i == member)
+    const GroupContents contents = found(compared);
+    std::vector<MemberState> states;
+    for (std::size_t i = 0; i < facts.size(); ++i)
+        states.push_back(stateOf(facts[i], contents, i));
+    const std::vector<MemberMark> marks = markMembers(states);
+    for (std::size_t i = 0; i < facts.size(); ++i)
+        facts[i].mark = marks[i];
+}
+
+MemberFacts readMember(const QString &root, const std::vector<FileRecord> &members, std::size_t member,
+                       core::FileProbe &probe, const core::CancelFlag &cancel, const GroupContents &compared)
+{
+    const GroupContents contents = found(compared);
+    const auto read = [&](std::size_t i) {
+        MemberFacts facts = factsOf(members[i], probe);
+        facts.throughLink = isThroughLink(root, members[i], facts, probe);
+        return facts;
+    };
+    MemberFacts asked = read(member);
+    asked.mark.lastCopy = asked.mark.exists;
+    if (!isAlike(contents, member))
+        return asked;
+    std::optional<core::FileIdentity> first = copyIdentity(stateOf(asked, contents, member));
+    for (std::size_t i = 0; i < members.size() && asked.mark.lastCopy && !cancel.isSet(); ++i) {
+        if (i == member || !isAlike(contents, i))
             continue;
-        const std::optional<core::FileIdentity> identity = stateOf(factsOf(members[i], probe)).identity;
-        twoKnown = first && identity && *identity != *first;
+        const std::optional<core::FileIdentity> identity = copyIdentity(stateOf(read(i), contents, i));
+        if (first && identity && *identity != *first)
+            asked.mark.lastCopy = false; // two are known
         if (!first)
             first = identity;
     }
-    asked.mark.lastCopy = asked.mark.exists && !twoKnown;
     return asked;
 }
 
-std::optional<std::size_t> proposedToKeep(const std::vector<FileRecord> &members,
-                                          const std::vector<MemberFacts> &facts)
+quint64 spareBytes(quint64 size, const std::vector<MemberFacts> &facts, const GroupContents &compared)
 {
+    const GroupContents contents = found(compared);
+    quint64 files = 0;
+    for (std::size_t i = 0; i < facts.size(); ++i)
+        if (facts[i].mark.exists && facts[i].mark.sameFileAs < 0 && !facts[i].changed && isAlike(contents, i))
+            ++files;
+    return files > 1 ? (files - 1) * size : 0;
+}
+
+std::optional<std::size_t> proposedToKeep(const std::vector<FileRecord> &members,
+                                          const std::vector<MemberFacts> &facts,
+                                          const GroupContents &compared)
+{
+    const GroupContents contents = found(compared);
     std::optional<std::size_t> best;
     for (std::size_t i = 0; i < members.size(); ++i)
-        if (isChoice(members[i], facts[i]) && (!best || isBetterToKeep(members[i], members[*best])))
+        if (isChoice(members[i], facts[i]) && isAlike(contents, i) &&
+            (!best || isBetterToKeep(members[i], members[*best])))
             best = i;
     return best && !facts[*best].mark.lastCopy ? best : std::nullopt;
 }

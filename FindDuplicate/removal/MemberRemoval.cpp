@@ -44,8 +44,13 @@ QString noticeText(Outcome outcome, Guarded obstacle)
     case Outcome::Refused:
         return obstacleText(obstacle);
     case Outcome::LastCopy:
-        return MemberRemoval::tr("%1 was not moved: it has become the last copy of this group. Ask again to "
-                                 "move it all the same.");
+        return MemberRemoval::tr(
+            "%1 was not moved: it is the last copy of this group, as far as can be told. Ask "
+            "again to move it all the same.");
+    case Outcome::Untraced:
+        return MemberRemoval::tr(
+            "%1 is gone from its place, but Windows did not tell where it went. Look for it "
+            "in the recycle bin before you remove more.");
     case Outcome::Failed:
         return MemberRemoval::tr("Windows did not move %1 to the recycle bin. It may be in use, or its drive "
                                  "has no recycle bin.");
@@ -67,6 +72,8 @@ RemovalResult::Outcome resultOf(Outcome outcome)
     switch (outcome) {
     case Outcome::Moved:
         return RemovalResult::Outcome::Moved;
+    case Outcome::Untraced:
+        return RemovalResult::Outcome::Untraced;
     case Outcome::Failed:
         return RemovalResult::Outcome::Failed;
     default:
@@ -94,6 +101,8 @@ void MemberRemoval::start(RemovalRequest request, std::function<bool()> stillSho
         return;
     m_stillShown = std::move(stillShown);
     m_stopRequested = false;
+    // Only what the user was told last, and asks for right afterwards.
+    request.toldLastCopy = std::exchange(m_toldLastCopy, {}) == request.file().fullPath();
     startThread(Step::Check, std::move(request));
     m_patience.start();
 }
@@ -132,6 +141,8 @@ void MemberRemoval::onProcessFinish()
     m_check.reset();
     m_move.reset();
     endPatience();
+    if (outcome == Outcome::LastCopy)
+        m_toldLastCopy = request.file().fullPath();
     if (outcome == Outcome::Ready)
         ask(std::move(request));
     else

@@ -15,6 +15,7 @@ namespace duplicates
 struct RemovalResult {
     enum class Outcome {
         Moved,    // to the recycle bin
+        Untraced, // it is gone from its place, and Windows did not tell where to
         Failed,   // Windows was asked to move it, and did not
         LeftAlone // it was not tried, or the user said no
     };
@@ -22,14 +23,15 @@ struct RemovalResult {
     Outcome outcome = Outcome::LeftAlone;
     // Why the file is where it was, in words for the user; empty when it was moved, or the user said no.
     QString notice;
-    // What the disk says about the group's members now, when the file has become the last copy. Empty
+    // What the disk says about the group's members now, when the file is the last copy. Empty
     // otherwise: they are to be read again then, and nobody has to wait for it.
     std::vector<MemberFacts> members;
 };
 
 // The removal of one member of a group, asked each time. Three steps: a look at the disk, the question, the
-// move with another look right before it. What is moved is the file that was shown, or nothing, and never the
-// last copy of a group unless the user was told. For the page that shows the group; interface thread.
+// move with another look right before it. What is moved is the file that was shown, or nothing. The last copy
+// of a group is not asked about at first: the user is told in words, and has to ask for it again. For the
+// page that shows the group; interface thread.
 class MemberRemoval : public QObject
 {
     Q_OBJECT
@@ -66,6 +68,7 @@ private:
     bool m_stopRequested = false;
     QTimer m_patience;
     bool m_toldLong = false;
+    QString m_toldLastCopy;                       // the path of which the last result said so
     core::RetiringPointer<RemovalThread> m_check; // its disk may take minutes to answer
     core::WorkerPointer<RemovalThread> m_move;
 };

@@ -22,15 +22,16 @@ void RemovalThread::work()
     // The user is told before asking again. After anything else the page reads the group while it is used.
     if (outcome != Outcome::LastCopy)
         return;
-    m_members = readMembers(m_request.root, m_request.members, platform::fileProbe(), cancelFlag());
+    m_members = readMembers(m_request.root, m_request.members, platform::fileProbe(), cancelFlag(),
+                            m_request.contents);
     if (stopRequested())
         m_members.clear(); // it may be a part of them
 }
 
 RemovalThread::Outcome RemovalThread::checked()
 {
-    const MemberFacts now =
-        readMember(m_request.root, m_request.members, m_request.member, platform::fileProbe(), cancelFlag());
+    const MemberFacts now = readMember(m_request.root, m_request.members, m_request.member,
+                                       platform::fileProbe(), cancelFlag(), m_request.contents);
     if (stopRequested())
         return Outcome::Stopped;
     // When the list did not know it yet, the question is about the file that is there now.
@@ -40,7 +41,7 @@ RemovalThread::Outcome RemovalThread::checked()
         m_obstacle = *obstacle;
         return Outcome::Refused;
     }
-    return now.mark.lastCopy && !m_request.shown.mark.lastCopy ? Outcome::LastCopy : Outcome::Ready;
+    return now.mark.lastCopy && !m_request.toldLastCopy ? Outcome::LastCopy : Outcome::Ready;
 }
 
 RemovalThread::Outcome RemovalThread::moved()
@@ -51,8 +52,9 @@ RemovalThread::Outcome RemovalThread::moved()
     switch (m_obstacle) {
     case Guarded::Done:
         return Outcome::Moved;
-    case Guarded::Failed:
-        return Outcome::Failed;
+    case Guarded::Failed: // gone all the same when Windows does not tell where to
+        return platform::fileProbe().listedAttributes(m_request.file().fullPath()) ? Outcome::Failed
+                                                                                   : Outcome::Untraced;
     default:
         return Outcome::Refused;
     }

@@ -16,6 +16,9 @@ struct RemovalRequest {
     std::size_t member = 0;
     // Of that member, as the user saw it; as it is by default when the disk had not answered yet.
     MemberFacts shown;
+    GroupContents contents = {};
+    // The user was told in words that it is the last copy, and asked again all the same.
+    bool toldLastCopy = false;
 
     const FileRecord &file() const { return members[member]; }
 };
@@ -31,10 +34,11 @@ public:
     enum class Outcome {
         Ready,    // checked: nothing stands in the way
         Moved,    // to the recycle bin
+        Untraced, // it is gone from its place, and Windows did not tell where to
         Failed,   // Windows was asked to move it, and did not
         Refused,  // see obstacle()
         Stopped,  // before anything was done
-        LastCopy, // it has become the last copy, and the user was not told
+        LastCopy, // it is the last copy, and the user was not told in words
         NoMemory
     };
 

@@ -3,7 +3,6 @@
 #include "FindDuplicateImage/CompareView.h"
 #include "FindDuplicateImage/ImageGroupModel.h"
 #include "FindDuplicateImage/ImageMemberModel.h"
-#include "FindDuplicateImage/LatestTask.h"
 #include "tests/FindDuplicateImage/Trio.h"
 #include "tests/support/FakeFileProbe.h"
 #include "widgets/ElidedLabel.h"
@@ -56,7 +55,6 @@ private slots:
     void comparesTwoThatAreSelected();
     void fetchesNothingFromTheCloud();
     void zoom();
-    void onlyTheLatestTaskHasAnEffect();
     void severalGroupsOpenTheirFirstPicturesThatAreLeft();
 };
 
@@ -322,39 +320,6 @@ void LookAlikeResultsTest::zoom()
     QVERIFY(qGray(shown.pixel(300, 100)) > 200);
     QVERIFY(qGray(shown.pixel(300 + 408, 100)) > 200);
     QVERIFY(qGray(shown.pixel(250, 100)) < 30);
-}
-
-void LookAlikeResultsTest::onlyTheLatestTaskHasAnEffect()
-{
-    LatestTask tasks;
-    QStringList effects;
-    const auto effect = [&effects](const QString &text) { return [=, &effects] { effects.append(text); }; };
-    QSemaphore begun;
-    QSemaphore goOn;
-    bool told = false;
-    tasks.start([&](const core::CancelFlag &cancel) -> LatestTask::Effect {
-        begun.release();
-        goOn.acquire();
-        told = cancel.isSet();
-        return effect(u"first"_s);
-    });
-    begun.acquire();
-    tasks.start([&](const core::CancelFlag &) { return effect(u"second"_s); });
-    tasks.start([&](const core::CancelFlag &) { return effect(u"third"_s); });
-    goOn.release();
-    QTRY_VERIFY(!tasks.isRunning());
-    QVERIFY(told);
-    QCOMPARE(effects, QStringList({u"third"_s}));
-    // Also when it throws.
-    const LatestTask::Task throws = [](const core::CancelFlag &) -> LatestTask::Effect {
-        throw std::bad_alloc();
-    };
-    tasks.start(throws, effect(u"replaced"_s));
-    tasks.start(throws, effect(u"failed"_s));
-    QTRY_VERIFY(!tasks.isRunning());
-    QCOMPARE(effects, QStringList({u"third"_s, u"failed"_s}));
-    tasks.start(throws);
-    QTRY_VERIFY(!tasks.isRunning());
 }
 
 void LookAlikeResultsTest::severalGroupsOpenTheirFirstPicturesThatAreLeft()

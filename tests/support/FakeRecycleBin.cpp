@@ -27,7 +27,7 @@ bool FakeRecycleBin::move(const QString &path)
     if (fails || !QDir().rename(path, m_bin.filePath(QString::number(taken.size()))))
         return false;
     taken.append(path);
-    return true;
+    return !tellsNoPlace;
 }
 
 } // namespace tests

@@ -21,7 +21,8 @@ public:
     explicit FakeRecycleBin(const QString &root);
     ~FakeRecycleBin() override;
 
-    bool fails = false; // as on a drive without a recycle bin: nothing is moved
+    bool tellsNoPlace = false; // moves, and does not tell where to
+    bool fails = false;        // as on a drive without a recycle bin: nothing is moved
 
     // Called before a move, when all checks have been passed.
     std::function<void(const QString &path)> beforeMove;

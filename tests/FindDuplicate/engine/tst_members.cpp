@@ -76,6 +76,8 @@ private slots:
     void factsOfAMember_data();
     void factsOfAMember();
     void proposesOneToKeep();
+    void whatDiffersIsNoCopy_data();
+    void whatDiffersIsNoCopy();
     void aCancelledReadingEnds();
     void oneMemberIsJudgedLikeInTheWholeGroup();
     void oneMemberOfManyIsReadQuickly();
@@ -100,7 +102,11 @@ void MembersTest::factsOfAMember_data()
     QTest::newRow("recalled when opened") << file << MemberFacts{last, std::nullopt, false, false, true};
     file = existing(2);
     file.inside = false;
-    QTest::newRow("behind a link") << file << MemberFacts{mark, identity, false, true};
+    QTest::newRow("behind a link") << file << MemberFacts{last, identity, false, true};
+    file = existing(2);
+    file.facts->identityIsCertain = false;
+    QTest::newRow("on a server with short numbers")
+        << file << MemberFacts{last, identity, false, false, false, false, true};
     // What is no copy any more leaves the other one alone.
     file = existing(2);
     file.facts->size = size + 1;
@@ -173,6 +179,51 @@ void MembersTest::proposesOneToKeep()
     QCOMPARE(proposed({{"a", 1, {}}, {"b", 1, {}}}), -1);
 }
 
+void MembersTest::whatDiffersIsNoCopy_data()
+{
+    using enum ContentState;
+    QTest::addColumn<GroupContents>("contents");
+    QTest::addColumn<QList<bool>>("lastCopy");
+    QTest::addColumn<int>("spares");
+    QTest::addColumn<int>("proposed");
+    // The third is a second name of the first.
+    QTest::newRow("not compared") << GroupContents{} << QList<bool>{false, false, false, false} << 2 << 0;
+    QTest::newRow("all alike") << GroupContents{Reference, Identical, Identical, Identical}
+                               << QList<bool>{false, false, false, false} << 2 << 0;
+    QTest::newRow("none could be read") << GroupContents{Unreadable, Unreadable, Unreadable, NotCompared}
+                                        << QList<bool>{false, false, false, false} << 2 << 0;
+    QTest::newRow("one differs") << GroupContents{Reference, Different, Identical, Identical}
+                                 << QList<bool>{false, true, false, false} << 1 << 0;
+    QTest::newRow("nothing but a second name is alike")
+        << GroupContents{Reference, Different, Identical, Different} << QList<bool>{true, true, true, true}
+        << 0 << -1;
+    QTest::newRow("the first is in the cloud") << GroupContents{Placeholder, Reference, Unreadable, Identical}
+                                               << QList<bool>{true, false, true, false} << 1 << 1;
+}
+
+void MembersTest::whatDiffersIsNoCopy()
+{
+    QFETCH(GroupContents, contents);
+    const std::vector<FileRecord> group{record(u"a"_s), record(u"b"_s), record(u"c"_s), record(u"d"_s)};
+    MemoryProbe probe;
+    for (int i = 0; i < 4; ++i)
+        probe.files.insert(group[static_cast<std::size_t>(i)].fullPath(),
+                           existing(i == 2 ? 0U : static_cast<quint64>(i)));
+    const std::vector<MemberFacts> read = readMembers(u"C:\\r"_s, group, probe, never, contents);
+    std::vector<MemberFacts> marked = readMembers(u"C:\\r"_s, group, probe, never);
+    markAgain(marked, contents);
+    QVERIFY(marked == read);
+    QList<bool> last;
+    for (std::size_t i = 0; i < group.size(); ++i) {
+        last.append(read[i].mark.lastCopy);
+        QCOMPARE(readMember(u"C:\\r"_s, group, i, probe, never, contents).mark.lastCopy, last.back());
+    }
+    QTEST(last, "lastCopy");
+    QTEST(static_cast<int>(spareBytes(size, read, contents) / size), "spares");
+    const std::optional<std::size_t> proposed = proposedToKeep(group, read, contents);
+    QTEST(proposed ? static_cast<int>(*proposed) : -1, "proposed");
+}
+
 void MembersTest::aCancelledReadingEnds()
 {
     MemoryProbe probe;
@@ -198,6 +249,7 @@ void MembersTest::oneMemberIsJudgedLikeInTheWholeGroup()
                 file.facts->size = 1;
             if (below(5) == 0)
                 file.facts.reset();
+            file.inside = below(6) != 0;
             probe.files.insert(group.back().fullPath(), file);
         }
         const std::vector<MemberFacts> read = readMembers(u"C:\\r"_s, group, probe, never);
