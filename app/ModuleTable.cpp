@@ -6,6 +6,7 @@
 #include "FindDuplicateImage/FindDuplicateImageForm.h"
 #include "SecureDelete/SecureDeleteForm.h"
 #include "TrackCleaner/TrackCleanerForm.h"
+#include "automation/HotkeyForm.h"
 #include "widgets/FLWidget.h"
 
 #include <algorithm>
@@ -133,7 +134,8 @@ ModuleTable ModuleTable::suite()
          .icon = IMAGE("Keyboard48"),
          .buttonName = "hotkeyButton",
          .panelText = QT_TR_NOOP("Shortcut Keys"),
-         .panelOrder = 10},
+         .panelOrder = 10,
+         .create = create<HotkeyForm>},
         {.id = 10,
          .cardTitle = QT_TR_NOOP("Smart Shortcut"),
          .description = QT_TR_NOOP("Automatically specified priority level for your favourite apps"),

@@ -108,4 +108,12 @@ struct IconTraits {
 };
 using IconHandle = UniqueHandle<IconTraits>;
 
+// CreateFontIndirectW
+struct FontTraits {
+    using Raw = HFONT;
+    static Raw none() noexcept { return nullptr; }
+    static void close(Raw raw) noexcept { DeleteObject(raw); }
+};
+using FontHandle = UniqueHandle<FontTraits>;
+
 } // namespace platform

@@ -95,7 +95,10 @@ public:
         ShellExecuteExW(&launch);
     }
 
-    bool startAgent(const QString &file) override { return shellExecute(file, SW_SHOWDEFAULT); }
+    bool startAgent(const QString &file, bool hidden) override
+    {
+        return shellExecute(file, hidden ? SW_HIDE : SW_SHOWDEFAULT);
+    }
 
     void showTaskbarProgress(WId window, int done, int total) override
     {

@@ -35,9 +35,9 @@ public:
     // the shell at all, since the shell would show an error box of its own and block.
     virtual void runElevated(WId owner, const QString &file, const QString &folder) = 0;
 
-    // Starts the background agent: verb "open", no parameters, default window. Silent when the file is
-    // missing.
-    virtual bool startAgent(const QString &file) = 0;
+    // Starts the background agent: verb "open", no parameters, default window or a hidden one. Silent when
+    // the file is missing.
+    virtual bool startAgent(const QString &file, bool hidden = false) = 0;
 
     // Shows on the task bar's button of this top-level window how far a job is: `done` of `total`, and with a
     // total of 0 that something goes on. Where there is no task bar, nothing happens.

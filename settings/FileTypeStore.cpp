@@ -2,11 +2,9 @@
 #include "settings/FileTypeStore.h"
 
 #include "settings/Keys.h"
-#include "settings/Settings.h"
+#include "settings/Values.h"
 
 #include <QDebug>
-
-#include <algorithm>
 
 namespace settings
 {
@@ -14,7 +12,7 @@ namespace settings
 namespace
 {
 
-constexpr QStringView key = keys::folderSizeAnalyzer;
+constexpr TextList stored{keys::folderSizeAnalyzer, fileTypeData, fileTypeDataCount, mostFileTypes};
 
 } // namespace
 
@@ -22,15 +20,10 @@ bool loadFileTypes(core::FileTypeTable &table)
 {
     qDebug() << "readFileTypeData";
     table.clear();
-    quint32 count = 0;
-    readDword(key, fileTypeDataCount, count);
-    qDebug() << "fileTypeDataCount: " << count;
-    const int last = static_cast<int>(std::min(count, mostFileTypes));
-    for (int index = 0; index < last; ++index) {
-        QString stored;
-        if (!readString(key, numbered(fileTypeData, index), stored))
-            continue;
-        if (auto category = core::parseStoredFileType(stored))
+    const QStringList texts = stored.read();
+    qDebug() << "fileTypeDataCount: " << texts.size();
+    for (const QString &text : texts) {
+        if (auto category = core::parseStoredFileType(text))
             table.push_back(*std::move(category));
     }
     return !table.empty();
@@ -44,16 +37,10 @@ core::FileTypeTable loadFileTypesOrDefaults()
 
 bool saveFileTypes(const core::FileTypeTable &table)
 {
-    const int count = static_cast<int>(std::min<std::size_t>(table.size(), mostFileTypes));
-    bool saved = writeDword(key, fileTypeDataCount, static_cast<quint32>(count));
-    for (int index = 0; index < count; ++index)
-        saved &= writeString(key, numbered(fileTypeData, index),
-                             table[static_cast<std::size_t>(index)].storedText());
-    // What an earlier, longer table left behind.
-    int index = count;
-    while (deleteValue(key, numbered(fileTypeData, index)))
-        ++index;
-    return saved;
+    QStringList texts;
+    for (const core::FileTypeCategory &category : table)
+        texts.append(category.storedText());
+    return stored.write(texts);
 }
 
 } // namespace settings

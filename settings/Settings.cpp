@@ -4,6 +4,7 @@
 #include "platform/Handle.h"
 #include "platform/Text.h"
 #include "settings/Keys.h"
+#include "settings/Values.h"
 
 #include <QDebug>
 #include <QStringList>
@@ -224,6 +225,35 @@ qint32 dwordInRange(QAnyStringView key, QAnyStringView name, qint32 fallback, qi
 QString numbered(QStringView name, int index)
 {
     return name.toString() + QString::number(index);
+}
+
+QStringList TextList::read() const
+{
+    quint32 count = static_cast<quint32>(maxItems);
+    if (!countName.isEmpty() && !readDword(key, countName, count))
+        count = 0;
+    const int last = static_cast<int>(std::min(count, static_cast<quint32>(maxItems)));
+    QStringList items;
+    for (int index = 0; index < last; ++index) {
+        QString item;
+        if (readString(key, numbered(name, index), item))
+            items.append(item);
+    }
+    return items;
+}
+
+bool TextList::write(const QStringList &items) const
+{
+    const int count = static_cast<int>(std::min<qsizetype>(items.size(), maxItems));
+    bool written = true;
+    for (int index = 0; index < count; ++index)
+        written &= writeString(key, numbered(name, index), items.at(index));
+    if (!countName.isEmpty())
+        written &= writeDword(key, countName, static_cast<quint32>(count));
+    int index = count;
+    while (deleteValue(key, numbered(name, index)) || (countName.isEmpty() && index < maxItems))
+        ++index;
+    return written;
 }
 
 QString installationFolder()

@@ -3,6 +3,7 @@
 
 #include "settings/Settings.h"
 
+#include <QStringList>
 #include <QStringView>
 
 #include <limits>
@@ -42,6 +43,21 @@ struct Flag {
         return value != 0;
     }
     bool write(bool on) const { return writeDword(key, name, on ? 1 : 0); }
+};
+
+// Texts in numbered values ("command0", "command1", ...), with their number in a value of its own or, without
+// a name for it, as many of the first `maxItems` as are there.
+struct TextList {
+    QStringView key;
+    QStringView name;
+    QStringView countName = {};
+    int maxItems = 1000; // a damaged count must not cost four thousand million reads
+
+    // In the order of their numbers; what is absent or no text is passed over.
+    QStringList read() const;
+    // Items above maxItems are left out. What an earlier, longer list left behind is removed last, so that a
+    // reader in another process sees the old items or the new ones. False when Windows refused any of it.
+    bool write(const QStringList &items) const;
 };
 
 struct Text {

@@ -33,7 +33,7 @@ void FakeShell::runElevated(WId owner, const QString &file, const QString &folde
     elevated.append({owner, file, folder});
 }
 
-bool FakeShell::startAgent(const QString &file)
+bool FakeShell::startAgent(const QString &file, bool)
 {
     agents.append(file);
     return succeeds;

@@ -27,7 +27,7 @@ public:
     bool openRecycleBin() override;
     bool openWebPage(const QUrl &address) override;
     void runElevated(WId owner, const QString &file, const QString &folder) override;
-    bool startAgent(const QString &file) override;
+    bool startAgent(const QString &file, bool hidden) override;
     void showTaskbarProgress(WId window, int done, int total) override;
     void clearTaskbarProgress(WId window) override;
 

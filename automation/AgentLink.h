@@ -1,0 +1,20 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+// The background agent as the forms of the background features see it. Interface thread.
+namespace automation
+{
+
+bool agentRuns();
+
+// After the settings of a feature were stored: starts the agent, tells it to reload, or ends it when the
+// feature is off and no other is on.
+void applyToAgent(bool featureOn);
+
+// Starts the agent, hidden. Silent when it is not installed.
+void startAgent();
+
+// Puts a message into the agent's queue; false when it does not run.
+bool postToAgent(unsigned message, unsigned wParam = 0);
+
+} // namespace automation

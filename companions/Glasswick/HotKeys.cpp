@@ -1,0 +1,152 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "companions/Glasswick/HotKeys.h"
+
+#include "companions/Glasswick/Launch.h"
+#include "companions/Glasswick/Log.h"
+#include "platform/TopLevelWindows.h"
+#include "settings/HotKeySettings.h"
+
+using automation::Modifier;
+using automation::ShortcutAction;
+using automation::ShortcutCommand;
+
+namespace agent
+{
+
+namespace
+{
+
+UINT flagOf(Modifier modifier)
+{
+    switch (modifier) {
+    case Modifier::Ctrl:
+        return MOD_CONTROL;
+    case Modifier::Shift:
+        return MOD_SHIFT;
+    case Modifier::Windows:
+        return MOD_WIN;
+    }
+    return 0;
+}
+
+// The key that carries the character on the present keyboard, 0 when none does. Shift is not asked for: the
+// modifiers are the user's.
+UINT virtualKey(const QString &key)
+{
+    const SHORT scanned = key.size() == 1 ? VkKeyScanW(key[0].toUpper().unicode()) : SHORT(-1);
+    const UINT code = scanned == -1 ? 0 : LOBYTE(scanned);
+    return code == 0xff ? 0 : code;
+}
+
+} // namespace
+
+HotKeys::HotKeys(const Surroundings &surroundings)
+    : m_surroundings(surroundings),
+      m_paste(surroundings.window)
+{
+}
+
+HotKeys::~HotKeys()
+{
+    unregisterAll();
+}
+
+void HotKeys::reload()
+{
+    unregisterAll();
+    if (settings::hotKeysEnabled.read())
+        registerAll();
+}
+
+void HotKeys::registerAll()
+{
+    const QStringList commands = settings::hotKeyCommands.read();
+    for (const QString &text : commands) {
+        const auto command = automation::parseCommand(text);
+        if (!command) {
+            log(automation::keyText(text),
+                QStringLiteral("Not registered: the stored shortcut cannot be read"));
+            continue;
+        }
+        const UINT key = virtualKey(command->key);
+        const UINT modifiers = flagOf(command->first) | flagOf(command->second) | MOD_NOREPEAT;
+        if (key == 0) {
+            log(automation::keyText(*command),
+                QStringLiteral("Not registered: this keyboard has no such key"));
+        } else if (RegisterHotKey(m_surroundings.window, static_cast<int>(m_registered.size()), modifiers,
+                                  key)) {
+            m_registered.push_back(*command);
+        } else if (GetLastError() == ERROR_HOTKEY_ALREADY_REGISTERED) {
+            log(automation::keyText(*command),
+                QStringLiteral("Not registered: Windows or another program uses this combination"));
+        } else {
+            log(automation::keyText(*command),
+                QStringLiteral("Not registered: error %1").arg(GetLastError()));
+        }
+    }
+}
+
+void HotKeys::unregisterAll()
+{
+    for (std::size_t id = 0; id < m_registered.size(); ++id)
+        UnregisterHotKey(m_surroundings.window, static_cast<int>(id));
+    m_registered.clear();
+}
+
+bool HotKeys::handle(UINT message, WPARAM wParam, LPARAM)
+{
+    if (message == WM_HOTKEY) {
+        if (wParam < m_registered.size()) {
+            // Carrying one out may handle messages, and so reload the list.
+            const ShortcutCommand command = m_registered[wParam];
+            perform(command);
+        }
+        return true;
+    }
+    if (message == platform::messageTestHotKey) {
+        const QStringList commands = settings::hotKeyCommands.read();
+        if (wParam < static_cast<WPARAM>(commands.size())) {
+            if (const auto command = automation::parseCommand(commands.at(static_cast<qsizetype>(wParam))))
+                perform(*command);
+        }
+        return true;
+    }
+    return message == WM_TIMER && m_paste.handleTimer(wParam);
+}
+
+void HotKeys::perform(const ShortcutCommand &command)
+{
+    QString outcome;
+    switch (command.action) {
+    case ShortcutAction::OpenBuiltInApp:
+        outcome = startBuiltIn(command.target, command.workingFolder);
+        break;
+    case ShortcutAction::OpenFolder:
+        outcome = openFolder(command.target);
+        break;
+    case ShortcutAction::OpenWebsite:
+        outcome = openAddress(command.target);
+        break;
+    case ShortcutAction::OpenOtherApp:
+        outcome = startProgram(command.target, command.workingFolder);
+        break;
+    case ShortcutAction::PastePlainText:
+        outcome = m_paste.paste();
+        break;
+    case ShortcutAction::Restart:
+    case ShortcutAction::ShutDown:
+        outcome = m_countdown.begin(
+            command.action == ShortcutAction::Restart ? Countdown::End::Restart : Countdown::End::ShutDown,
+            command.delay,
+            [this, subject = automation::keyText(command)](const QString &text) { log(subject, text); });
+        break;
+    }
+    log(automation::keyText(command), outcome);
+}
+
+void HotKeys::log(const QString &subject, const QString &text) const
+{
+    m_surroundings.log.write(QStringLiteral("Shortcut keys"), subject, text);
+}
+
+} // namespace agent

@@ -1,0 +1,22 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include <QString>
+
+namespace agent
+{
+
+// Appends to the log that the forms show (automation/engine/AgentLog.h). A log that cannot be written keeps
+// nothing from working.
+class Log
+{
+public:
+    explicit Log(const QString &path);
+
+    void write(const QString &feature, const QString &subject, const QString &text);
+
+private:
+    QString m_path;
+};
+
+} // namespace agent

@@ -1,0 +1,165 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+
+// The background agent: carries out what must go on while the main window is closed. One process a session,
+// one thread, one hidden window that the application finds by class and title. The forms store settings and
+// tell it to reload them; it needs none of the toolkit's windows.
+#include "automation/engine/AgentLog.h"
+#include "companions/Glasswick/Feature.h"
+#include "companions/Glasswick/HotKeys.h"
+#include "companions/Glasswick/Log.h"
+#include "platform/Handle.h"
+#include "platform/KnownFolders.h"
+#include "platform/Text.h"
+#include "platform/TopLevelWindows.h"
+#include "settings/Settings.h"
+
+#include <array>
+#include <vector>
+
+namespace
+{
+
+constexpr wchar_t windowClass[] = L"GLASSWICK";
+constexpr wchar_t windowTitle[] = L"Transparent Taskbar";
+constexpr QStringView runKey = u"Software\\Microsoft\\Windows\\CurrentVersion\\Run";
+constexpr QStringView runValue = u"Fernlight Larkspur Agent";
+
+template <class Kind>
+std::unique_ptr<agent::Feature> make(const agent::Surroundings &surroundings)
+{
+    return std::make_unique<Kind>(surroundings);
+}
+
+constexpr std::array featureTable{agent::FeatureRow{"Shortcut keys", make<agent::HotKeys>}};
+
+class Agent
+{
+public:
+    Agent();
+    ~Agent();
+
+    bool run();
+
+private:
+    static LRESULT CALLBACK procedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam);
+    LRESULT handle(UINT message, WPARAM wParam, LPARAM lParam);
+    void reload();
+
+    agent::Log m_log;
+    HWND m_window = nullptr;
+    std::vector<std::unique_ptr<agent::Feature>> m_features;
+};
+
+// Started at logon while any feature is on.
+void keepStartedAtLogon()
+{
+    if (!settings::backgroundFeaturesEnabled()) {
+        settings::deleteValue(runKey, runValue);
+        return;
+    }
+    std::array<wchar_t, 32768> path{};
+    const DWORD length = GetModuleFileNameW(nullptr, path.data(), static_cast<DWORD>(path.size()));
+    if (length > 0 && length < path.size())
+        settings::writeString(runKey, runValue, u'"' + platform::fromWide(path.data()) + u'"');
+}
+
+Agent::Agent() : m_log(automation::agentLogPath(platform::knownFolder(platform::KnownFolder::LocalAppData)))
+{
+    const HINSTANCE instance = GetModuleHandleW(nullptr);
+    WNDCLASSEXW description = {};
+    description.cbSize = sizeof description;
+    description.lpfnWndProc = procedure;
+    description.hInstance = instance;
+    description.lpszClassName = windowClass;
+    RegisterClassExW(&description);
+    // Top-level, since a message-only window is not found by the others and hears no broadcasts.
+    m_window = CreateWindowExW(WS_EX_TOOLWINDOW, windowClass, windowTitle, WS_POPUP, 0, 0, 0, 0, nullptr,
+                               nullptr, instance, this);
+}
+
+Agent::~Agent()
+{
+    m_features.clear(); // undoes what they did, while the window is there
+    if (m_window) {
+        SetWindowLongPtrW(m_window, GWLP_USERDATA, 0);
+        DestroyWindow(m_window);
+    }
+}
+
+bool Agent::run()
+{
+    if (!m_window)
+        return false;
+    for (const agent::FeatureRow &row : featureTable)
+        m_features.push_back(row.make({m_window, m_log}));
+    reload();
+    MSG message;
+    while (GetMessageW(&message, nullptr, 0, 0) > 0) {
+        // Tab, Enter and Esc in the agent's small windows.
+        const HWND front = GetAncestor(message.hwnd, GA_ROOT);
+        if (front && front != m_window && IsDialogMessageW(front, &message))
+            continue;
+        TranslateMessage(&message);
+        DispatchMessageW(&message);
+    }
+    return true;
+}
+
+void Agent::reload()
+{
+    keepStartedAtLogon();
+    for (const auto &feature : m_features)
+        feature->reload();
+}
+
+LRESULT Agent::handle(UINT message, WPARAM wParam, LPARAM lParam)
+{
+    switch (message) {
+    case platform::messageReloadSettings:
+        reload();
+        return 0;
+    case WM_CLOSE:
+        keepStartedAtLogon();
+        PostQuitMessage(0);
+        return 0;
+    case WM_ENDSESSION:
+        if (wParam)
+            m_features.clear();
+        return 0;
+    default:
+        break;
+    }
+    for (const auto &feature : m_features) {
+        if (feature->handle(message, wParam, lParam))
+            return 0;
+    }
+    return DefWindowProcW(m_window, message, wParam, lParam);
+}
+
+LRESULT CALLBACK Agent::procedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam)
+{
+    if (message == WM_NCCREATE) {
+        const auto *creation = reinterpret_cast<const CREATESTRUCTW *>(lParam);
+        SetWindowLongPtrW(window, GWLP_USERDATA, reinterpret_cast<LONG_PTR>(creation->lpCreateParams));
+    }
+    auto *self = reinterpret_cast<Agent *>(GetWindowLongPtrW(window, GWLP_USERDATA));
+    if (!self || !self->m_window) // while it is being made
+        return DefWindowProcW(window, message, wParam, lParam);
+    return self->handle(message, wParam, lParam);
+}
+
+} // namespace
+
+int WINAPI WinMain(HINSTANCE, HINSTANCE, LPSTR, int)
+{
+    const platform::ObjectHandle first(CreateMutexW(nullptr, TRUE, L"Local\\Fernlight Larkspur Agent"));
+    if (GetLastError() == ERROR_ALREADY_EXISTS) {
+        // Started once more: what is stored may be newer than what the first has read.
+        if (const WId running = platform::findTopLevelWindow(platform::fromWide(windowClass),
+                                                             platform::fromWide(windowTitle)))
+            platform::postToWindow(running, platform::messageReloadSettings);
+        return 0;
+    }
+    Agent agent;
+    return agent.run() ? 0 : 1;
+}

@@ -1,0 +1,207 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+
+// Drives the real agent: its window, its keys, its log.
+#include "automation/engine/AgentLog.h"
+#include "platform/KnownFolders.h"
+#include "settings/HotKeySettings.h"
+#include "tests/support/RegistryTest.h"
+#include "tests/support/TestFolder.h"
+
+#include <QCoreApplication>
+#include <QDir>
+#include <QFile>
+#include <QProcess>
+#include <QTest>
+
+#include <windows.h>
+
+using namespace Qt::StringLiterals;
+
+namespace
+{
+
+constexpr unsigned reloadSettings = 1624, testHotKey = 1625;
+
+QString besideTests(const QString &path)
+{
+    return QDir::toNativeSeparators(QDir::cleanPath(QCoreApplication::applicationDirPath() + u'/' + path));
+}
+
+HWND agentWindow()
+{
+    return FindWindowW(L"GLASSWICK", L"Transparent Taskbar");
+}
+
+// An agent that is ended, at the latest, with the test.
+class Agent
+{
+public:
+    Agent() { start(m_process); }
+    ~Agent()
+    {
+        if (m_process.state() == QProcess::Running)
+            m_process.kill();
+        m_process.waitForFinished();
+    }
+
+    static void start(QProcess &process)
+    {
+        process.start(besideTests(u"../../companions/Glasswick/Glasswick.exe"_s), QStringList());
+        QVERIFY(process.waitForStarted());
+        QTRY_VERIFY_WITH_TIMEOUT(agentWindow(), 20'000);
+        // It answers once it has registered its keys.
+        SendMessageW(agentWindow(), WM_NULL, 0, 0);
+    }
+
+    QProcess &process() { return m_process; }
+
+private:
+    QProcess m_process;
+};
+
+void press(WORD key)
+{
+    for (const bool up : {false, true}) {
+        const std::array<WORD, 3> keys = up ? std::array<WORD, 3>{key, VK_SHIFT, VK_CONTROL}
+                                            : std::array<WORD, 3>{VK_CONTROL, VK_SHIFT, key};
+        for (const WORD one : keys) {
+            INPUT input = {};
+            input.type = INPUT_KEYBOARD;
+            input.ki.wVk = one;
+            input.ki.dwFlags = up ? KEYEVENTF_KEYUP : 0;
+            SendInput(1, &input, sizeof input);
+        }
+    }
+}
+
+QString logPath()
+{
+    return automation::agentLogPath(platform::knownFolder(platform::KnownFolder::LocalAppData));
+}
+
+bool isLogged(const QString &subject, const QString &text)
+{
+    QFile file(logPath());
+    if (!file.open(QIODevice::ReadOnly))
+        return false;
+    const auto entries = automation::parseLog(file.readAll());
+    return std::any_of(entries.begin(), entries.end(), [&](const automation::LogEntry &entry) {
+        return entry.subject == subject && entry.text.contains(text);
+    });
+}
+
+void store(const QStringList &commands)
+{
+    settings::hotKeyCommands.write(commands);
+    settings::hotKeysEnabled.write(true);
+}
+
+} // namespace
+
+class AgentTest : public tests::RegistryTest
+{
+    Q_OBJECT
+
+private slots:
+    void initTestCase();
+    void startsProgramsByKey();
+    void sparesWhatItCannotRead();
+    void restartCanBeStopped();
+    void oneAtATime();
+    void endsOnClose();
+};
+
+void AgentTest::initTestCase()
+{
+    tests::requireTestPrefix();
+    QFile::remove(logPath());
+}
+
+void AgentTest::startsProgramsByKey()
+{
+    const tests::TestFolder folder;
+    const QString program = besideTests(u"started_program.exe"_s);
+    store({u"01K3%1;%2"_s.arg(program, folder.path())});
+    Agent agent;
+    const QString note = folder.path() + u"\\started.txt"_s;
+    press('K');
+    QTRY_VERIFY_WITH_TIMEOUT(QFile::exists(note), 20'000);
+    QTRY_VERIFY(isLogged(u"Ctrl+Shift+K"_s, u"Opened"_s));
+
+    // A list that changed counts from the message on; the old key does nothing any more.
+    QVERIFY(QFile::remove(note));
+    store({u"01J3%1;%2"_s.arg(program, folder.path())});
+    SendMessageW(agentWindow(), reloadSettings, 0, 0);
+    press('K');
+    press('J');
+    QTRY_VERIFY_WITH_TIMEOUT(QFile::exists(note), 20'000);
+    QFile file(note);
+    QVERIFY(file.open(QIODevice::ReadOnly));
+    QCOMPARE(file.readAll().count("started"), 1);
+}
+
+void AgentTest::sparesWhatItCannotRead()
+{
+    const tests::TestFolder folder;
+    store(
+        {u"rubbish"_s, u"01F10x"_s, u"01M1%1\\gone"_s.arg(folder.path()), u"01N2file:///C:/x"_s, u"01K4"_s});
+    settings::writeDword(settings::keys::hotKey, u"commandCount", 0xffffffff);
+    Agent agent;
+    QTRY_VERIFY(isLogged(u"rubbish"_s, u"cannot be read"_s));
+    for (const WPARAM row : {WPARAM(2), WPARAM(3), WPARAM(900)})
+        SendMessageW(agentWindow(), testHotKey, row, 0);
+    QTRY_VERIFY(isLogged(u"Ctrl+Shift+M"_s, u"is not there"_s));
+    QTRY_VERIFY(isLogged(u"Ctrl+Shift+N"_s, u"no address"_s));
+    QCOMPARE(agent.process().state(), QProcess::Running);
+}
+
+void AgentTest::restartCanBeStopped()
+{
+    store({u"01K50"_s});
+    Agent agent;
+    PostMessageW(agentWindow(), testHotKey, 0, 0);
+    HWND countdown = nullptr;
+    QTRY_VERIFY(countdown = FindWindowW(L"LarkspurCountdown", nullptr));
+    QTRY_VERIFY(isLogged(u"Ctrl+Shift+K"_s, u"in 10 seconds"_s));
+    PostMessageW(countdown, WM_COMMAND, IDCANCEL, 0);
+    QTRY_VERIFY(!FindWindowW(L"LarkspurCountdown", nullptr));
+    QTRY_VERIFY(isLogged(u"Ctrl+Shift+K"_s, u"Stopped"_s));
+}
+
+void AgentTest::oneAtATime()
+{
+    settings::writeDword(settings::keys::root, u"ShowTrayIcon", 1);
+    Agent first;
+    const HWND window = agentWindow();
+    QProcess second;
+    Agent::start(second);
+    QVERIFY(second.state() == QProcess::NotRunning || second.waitForFinished());
+    QCOMPARE(second.exitCode(), 0);
+    QCOMPARE(agentWindow(), window);
+    // One that was killed leaves no trace that keeps the next from starting.
+    first.process().kill();
+    QVERIFY(first.process().waitForFinished());
+    QTRY_VERIFY(!agentWindow());
+    const Agent third;
+    QVERIFY(agentWindow());
+}
+
+void AgentTest::endsOnClose()
+{
+    constexpr QStringView run = u"Software\\Microsoft\\Windows\\CurrentVersion\\Run";
+    store({u"01K4"_s});
+    Agent agent;
+    QString command;
+    QTRY_VERIFY(settings::readString(run, u"Fernlight Larkspur Agent", command));
+    QVERIFY(command.contains(u"Glasswick.exe\""_s));
+    settings::hotKeysEnabled.write(false);
+    PostMessageW(agentWindow(), WM_CLOSE, 0, 0);
+    QVERIFY(agent.process().waitForFinished());
+    QCOMPARE(agent.process().exitCode(), 0);
+    QVERIFY(!settings::valueExists(run, u"Fernlight Larkspur Agent"));
+    QVERIFY(RegisterHotKey(nullptr, 1, MOD_CONTROL | MOD_SHIFT, 'K'));
+    UnregisterHotKey(nullptr, 1);
+}
+
+QTEST_MAIN(AgentTest)
+#include "tst_agent.moc"
