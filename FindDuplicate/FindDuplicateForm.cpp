@@ -46,6 +46,11 @@ FindDuplicateForm::FindDuplicateForm(EnumeratorFactory enumerators, QWidget *par
     m_pages->addWidget(m_start);
     m_pages->setCurrentWidget(m_start);
     showScope();
+    m_showLast.setText(tr("Show Result"));
+    connect(&m_showLast, &QAction::triggered, this, [this] {
+        if (m_results)
+            m_pages->setCurrentWidget(m_results);
+    });
     connect(m_start, &FindDuplicateStartForm::folderChosen, this, &FindDuplicateForm::scan);
     connect(m_start, &DropFrame::othersLeftOut, this,
             [this](const QString &notice) { m_resultNotice = notice; });
@@ -156,6 +161,8 @@ void FindDuplicateForm::OnBackToMain()
     if (m_results)
         m_results->requestStop(); // of a comparison that nobody waits for any more
     showStartPage();
+    if (m_results)
+        m_start->offerResult(tr("The result of %1 is kept until the next scan.").arg(m_root), &m_showLast);
 }
 
 void FindDuplicateForm::OnNoResult_backToMain()

@@ -5,6 +5,8 @@
 #include "FindDuplicate/Settings.h"
 #include "widgets/ScanForm.h"
 
+#include <QAction>
+
 #include <functional>
 #include <memory>
 #include <vector>
@@ -62,6 +64,7 @@ private:
     FindDuplicateResultForm *m_results = nullptr;
     FindDuplicateNoResultFoundForm *m_noResult = nullptr;
 
+    QAction m_showLast;
     QString m_resultNotice;                  // to be shown with the result of the scan that runs
     FindDuplicateThread *m_thread = nullptr; // of the scan that runs; the host's
 };

@@ -140,6 +140,11 @@ void FindDuplicateStartForm::selectFolder()
         emit folderChosen(folder);
 }
 
+void FindDuplicateStartForm::offerResult(const QString &text, QAction *show)
+{
+    m_notice->showNotice(image("Info16"), text, show);
+}
+
 void FindDuplicateStartForm::hideNotice()
 {
     m_notice->hide();

@@ -3,6 +3,7 @@
 
 #include "widgets/DropFrame.h"
 
+class QAction;
 class NoticeBar;
 class QLabel;
 class QPushButton;
@@ -19,6 +20,8 @@ public:
 
     void showNotice(const QString &text);
     void hideNotice();
+    // Says that there is a result to go back to.
+    void offerResult(const QString &text, QAction *show);
     // What the next scan compares, in a sentence.
     void showScope(const QString &text);
 

@@ -45,6 +45,9 @@ FindDuplicateImageForm::FindDuplicateImageForm(Tools tools, QWidget *parent)
       m_results(new FindDuplicateImageResultForm(this)),
       m_noResult(new FindDuplicateImageNoResultFoundForm(this))
 {
+    imaging::ThumbnailFile::clearLeftovers(m_tools.temporaryFolder);
+    m_showLast.setText(tr("Show Result"));
+    connect(&m_showLast, &QAction::triggered, this, [this] { m_pages->setCurrentWidget(m_results); });
     buildPages();
     connectPages();
 }
@@ -122,6 +125,7 @@ void FindDuplicateImageForm::onScanFinish()
     report.imagesCompared = result.imagesCompared;
     report.placeholders = result.placeholders;
     report.foldersUnread = result.foldersUnread;
+    report.picturesLost = m_decoders->lost();
     report.decodedHere = m_decoders->usesThisProcess();
     report.decoders = std::exchange(m_decoders, {});
     report.thumbnails = std::exchange(m_thumbnails, {});
@@ -149,9 +153,12 @@ void FindDuplicateImageForm::OnResultReady()
     emit resultsShown();
 }
 
+// The result, which may have taken hours, stays until the next scan.
 void FindDuplicateImageForm::OnBackToMain()
 {
-    showStartPage();
+    m_start->offerResult(tr("The result of %1 is kept until the next scan.").arg(m_root), &m_showLast);
+    m_pages->setCurrentWidget(m_start);
+    emit startPageShown();
 }
 
 void FindDuplicateImageForm::OnNoResult_backToMain()

@@ -4,6 +4,8 @@
 #include "FindDuplicateImage/FindDuplicateImageThread.h"
 #include "widgets/ScanForm.h"
 
+#include <QAction>
+
 #include <functional>
 #include <memory>
 
@@ -60,6 +62,7 @@ private:
     FindDuplicateImageResultForm *m_results;
     FindDuplicateImageNoResultFoundForm *m_noResult;
 
+    QAction m_showLast;
     QString m_resultNotice; // to be shown with the result of the scan that runs
     std::shared_ptr<imaging::DecoderPool> m_decoders;
     std::shared_ptr<imaging::ThumbnailFile> m_thumbnails;

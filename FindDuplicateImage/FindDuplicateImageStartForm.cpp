@@ -130,6 +130,11 @@ QWidget *FindDuplicateImageStartForm::buildFolders()
     return section;
 }
 
+void FindDuplicateImageStartForm::offerResult(const QString &text, QAction *show)
+{
+    m_notice->showNotice(image("Info16"), text, show);
+}
+
 void FindDuplicateImageStartForm::hideNotice()
 {
     m_notice->hide();

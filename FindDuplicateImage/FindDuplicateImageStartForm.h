@@ -3,6 +3,7 @@
 
 #include "widgets/DropFrame.h"
 
+class QAction;
 class NoticeBar;
 class QPushButton;
 class QVBoxLayout;
@@ -18,6 +19,8 @@ public:
 
     void showNotice(const QString &text);
     void hideNotice();
+    // Says that there is a result to go back to.
+    void offerResult(const QString &text, QAction *show);
 
 signals:
     void folderChosen(const QString &folder);

@@ -24,6 +24,7 @@ struct ImageReport {
     std::vector<lookalikes::ImageGroup> groups;
     std::size_t imagesCompared = 0;
     std::size_t placeholders = 0; // not compared, their content lies in a cloud store
+    int picturesLost = 0;         // not compared, their decoder crashed or did not answer
     int foldersUnread = 0;        // that could not be listed, or in part only
     bool decodedHere = false;     // no decoder could be started, see imaging::DecoderPool::usesThisProcess()
     std::shared_ptr<imaging::DecoderPool> decoders;

@@ -11,6 +11,14 @@
 namespace imaging
 {
 
+void ThumbnailFile::clearLeftovers(const QString &temporaryFolder)
+{
+    const QString root = QDir::toNativeSeparators(temporaryFolder);
+    const QDir folder(ThumbnailStore::folder(temporaryFolder));
+    for (const QString &name : folder.entryList({QStringLiteral("Lookalikes-*.thumbnails")}, QDir::Files))
+        platform::eraseOwn(root, QDir::toNativeSeparators(folder.filePath(name)));
+}
+
 ThumbnailFile::ThumbnailFile(const QString &temporaryFolder)
     : m_temporaryFolder(temporaryFolder),
       m_spool(m_file)

@@ -15,6 +15,9 @@ class ThumbnailFile : public ThumbnailSink
 {
 public:
     // Nothing can be stored when the folder cannot be made, or leads out of the temporary folder.
+    // Erases the files that an earlier run left when it crashed. Before the first one of this run.
+    static void clearLeftovers(const QString &temporaryFolder);
+
     explicit ThumbnailFile(const QString &temporaryFolder);
     ~ThumbnailFile() override;
 
