@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "app/ModuleTable.h"
 
+#include "ConvertImage/ConvertImageForm.h"
 #include "DiskUsage/DiskUsageForm.h"
 #include "FindDuplicate/FindDuplicateForm.h"
 #include "FindDuplicateImage/FindDuplicateImageForm.h"
@@ -54,6 +55,7 @@ ModuleTable ModuleTable::suite()
          .description =
              QT_TR_NOOP("Quickly convert multiple images to another format (jpg, png, heic, tiff, or webp)."),
          .icon = IMAGE("ConvertImage48"),
+         .create = create<ConvertImageForm>,
          .closeOrder = 7},
         {.id = 2,
          .cardTitle = QT_TR_NOOP("Folder Size Analyzer"),

@@ -185,19 +185,32 @@ std::optional<Examination> DecoderPool::examine(const QString &path, const Befor
     return loaded ? imaging::examine(std::move(*loaded)) : std::nullopt;
 }
 
-std::optional<imaging::LoadedImage> DecoderPool::picture(const QString &path, const core::CancelFlag &cancel)
+std::optional<imaging::LoadedImage>
+DecoderPool::askForPicture(Wish wish, const QString &path, const BeforeDecode &beforeDecode,
+                           const core::CancelFlag &cancel,
+                           std::optional<decoder::Picture> (*read)(platform::ByteChannel &))
 {
     Taken taken = take(path, cancel);
     if (!taken.process) {
         if (usesThisProcess() && !cancel.isSet())
-            return decoder::decodeFile(path);
+            return decoder::decodeFile(path, beforeDecode);
         return std::nullopt;
     }
-    auto found =
-        ask<decoder::Picture>(std::move(taken), Wish::Picture, path, {}, cancel, decoder::readPicture);
+    auto found = ask<decoder::Picture>(std::move(taken), wish, path, beforeDecode, cancel, read);
     if (!found)
         return std::nullopt;
     return imaging::LoadedImage{std::move(found->image), std::move(found->format)};
+}
+
+std::optional<imaging::LoadedImage> DecoderPool::picture(const QString &path, const core::CancelFlag &cancel)
+{
+    return askForPicture(Wish::Picture, path, {}, cancel, decoder::readPicture);
+}
+
+std::optional<imaging::LoadedImage> DecoderPool::source(const QString &path, const BeforeDecode &beforeDecode,
+                                                        const core::CancelFlag &cancel)
+{
+    return askForPicture(Wish::Source, path, beforeDecode, cancel, decoder::readSource);
 }
 
 } // namespace imaging

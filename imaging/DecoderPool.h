@@ -49,6 +49,9 @@ public:
     std::optional<Examination> examine(const QString &path, const imaging::BeforeDecode &beforeDecode,
                                        const core::CancelFlag &cancel);
     std::optional<imaging::LoadedImage> picture(const QString &path, const core::CancelFlag &cancel);
+    // The same with all that is stored: colour table, up to 16 bits a channel, resolution and colour profile.
+    std::optional<imaging::LoadedImage> source(const QString &path, const BeforeDecode &beforeDecode,
+                                               const core::CancelFlag &cancel);
 
     // Ends the decoders that have nothing to do; the next picture starts one again.
     void rest();
@@ -71,6 +74,10 @@ private:
     std::optional<Result> ask(Taken taken, decoder::Wish wish, const QString &path,
                               const imaging::BeforeDecode &beforeDecode, const core::CancelFlag &cancel,
                               std::optional<Result> (*read)(platform::ByteChannel &));
+    std::optional<imaging::LoadedImage>
+    askForPicture(decoder::Wish wish, const QString &path, const BeforeDecode &beforeDecode,
+                  const core::CancelFlag &cancel,
+                  std::optional<decoder::Picture> (*read)(platform::ByteChannel &));
     Taken take(const QString &path, const core::CancelFlag &cancel);
     Process startFor(const QString &path, const core::CancelFlag &cancel);
     Process start(const core::CancelFlag &cancel) const;

@@ -53,8 +53,11 @@ bool answer(platform::ByteChannel &application, const Request &request, const im
         return writeNumber(application, Reply::Failed);
     if (request.wish == Wish::Examine)
         return answerExamine(application, std::move(*loaded));
-    return writeNumber(application, Reply::Done) &&
-           writePicture(application, {loaded->format, std::move(loaded->image)});
+    if (!writeNumber(application, Reply::Done))
+        return false;
+    const Picture picture{loaded->format, std::move(loaded->image)};
+    return request.wish == Wish::Source ? writeSource(application, picture)
+                                        : writePicture(application, picture);
 }
 
 } // namespace

@@ -3,6 +3,10 @@
 
 #include "imaging/engine/ImageLoader.h"
 
+#include <QColorSpace>
+
+#include <algorithm>
+#include <array>
 #include <limits>
 
 namespace decoder
@@ -111,6 +115,118 @@ std::optional<Picture> readPicture(platform::ByteChannel &from)
     auto image = format ? readImage(from, std::numeric_limits<qint32>::max()) : std::nullopt;
     if (!image)
         return std::nullopt;
+    return Picture{std::move(*format), std::move(*image)};
+}
+
+namespace
+{
+
+// Those in which a source travels; the number that is sent is the place in this list.
+constexpr std::array sourceFormats{
+    QImage::Format_RGB32,    QImage::Format_ARGB32,     QImage::Format_RGBX64,     QImage::Format_RGBA64,
+    QImage::Format_Indexed8, QImage::Format_Grayscale8, QImage::Format_Grayscale16};
+constexpr quint32 longestProfile = 4 << 20;
+constexpr quint32 mostColors = 256;
+
+QImage asSource(const QImage &image)
+{
+    if (std::ranges::find(sourceFormats, image.format()) != sourceFormats.end())
+        return image;
+    const bool alpha = image.hasAlphaChannel();
+    if (image.depth() == 1)
+        return image.convertToFormat(QImage::Format_Indexed8);
+    const QPixelFormat pixel = image.pixelFormat();
+    if (pixel.colorModel() == QPixelFormat::CMYK && image.colorSpace().isValid()) {
+        const QImage colors =
+            image.convertedToColorSpace(QColorSpace(QColorSpace::SRgb), QImage::Format_RGB32);
+        if (!colors.isNull())
+            return colors;
+    }
+    const bool deep = image.depth() > 32 || pixel.redSize() > 8;
+    return image.convertToFormat(deep    ? alpha ? QImage::Format_RGBA64 : QImage::Format_RGBX64
+                                 : alpha ? QImage::Format_ARGB32
+                                         : QImage::Format_RGB32);
+}
+
+bool writeBlock(platform::ByteChannel &to, const void *data, quint32 bytes)
+{
+    return writeNumber(to, bytes) && (bytes == 0 || to.write(data, bytes));
+}
+
+std::optional<QByteArray> readBlock(platform::ByteChannel &from, quint32 longest)
+{
+    const auto bytes = readNumber<quint32>(from);
+    if (!bytes || *bytes > longest)
+        return std::nullopt;
+    QByteArray block(static_cast<qsizetype>(*bytes), '\0');
+    return *bytes == 0 || from.read(block.data(), *bytes) ? std::optional(block) : std::nullopt;
+}
+
+std::optional<QImage> readSourcePixels(platform::ByteChannel &from)
+{
+    const auto number = readNumber<quint8>(from);
+    const auto width = readNumber<qint32>(from);
+    const auto height = readNumber<qint32>(from);
+    if (!height || *number >= sourceFormats.size() || *width < 1 || *height < 1)
+        return std::nullopt;
+    const QImage::Format format = sourceFormats[*number];
+    const qint64 bytesPerPixel = QImage::toPixelFormat(format).bitsPerPixel() / 8;
+    if (qint64(*width) > mostBytes / bytesPerPixel / *height)
+        return std::nullopt;
+    QImage image(*width, *height, format);
+    if (image.isNull() || !from.read(image.bits(), static_cast<std::size_t>(image.sizeInBytes())))
+        return std::nullopt;
+    return image;
+}
+
+// Indexes beyond the table would be read as such by whoever trusts it.
+void keepWithinTable(QImage &image)
+{
+    const auto largest = static_cast<uchar>(std::max<qsizetype>(image.colorCount(), 1) - 1);
+    uchar *bits = image.bits();
+    std::transform(bits, bits + image.sizeInBytes(), bits,
+                   [largest](uchar index) { return std::min(index, largest); });
+}
+
+} // namespace
+
+bool writeSource(platform::ByteChannel &to, const Picture &picture)
+{
+    const QImage image = asSource(picture.image);
+    const auto format = std::ranges::find(sourceFormats, image.format());
+    if (format == sourceFormats.end())
+        return false;
+    const QList<QRgb> table = image.colorTable();
+    const QByteArray profile = image.colorSpace().iccProfile();
+    return writeFormat(to, picture.format) &&
+           writeNumber(to, static_cast<quint8>(format - sourceFormats.begin())) &&
+           writeNumber<qint32>(to, image.width()) && writeNumber<qint32>(to, image.height()) &&
+           to.write(image.constBits(), static_cast<std::size_t>(image.sizeInBytes())) &&
+           writeNumber<qint32>(to, image.dotsPerMeterX()) && writeNumber<qint32>(to, image.dotsPerMeterY()) &&
+           writeBlock(to, table.constData(), static_cast<quint32>(table.size() * qsizetype(sizeof(QRgb)))) &&
+           writeBlock(to, profile.constData(), static_cast<quint32>(profile.size()));
+}
+
+std::optional<Picture> readSource(platform::ByteChannel &from)
+{
+    auto format = readFormat(from);
+    auto image = format ? readSourcePixels(from) : std::nullopt;
+    const auto dotsX = image ? readNumber<qint32>(from) : std::nullopt;
+    const auto dotsY = dotsX ? readNumber<qint32>(from) : std::nullopt;
+    const auto table = dotsY ? readBlock(from, mostColors * sizeof(QRgb)) : std::nullopt;
+    const auto profile = table ? readBlock(from, longestProfile) : std::nullopt;
+    if (!profile || table->size() % qsizetype(sizeof(QRgb)) != 0)
+        return std::nullopt;
+    image->setDotsPerMeterX(std::max(*dotsX, 0));
+    image->setDotsPerMeterY(std::max(*dotsY, 0));
+    if (image->format() == QImage::Format_Indexed8) {
+        QList<QRgb> colors(table->size() / qsizetype(sizeof(QRgb)));
+        std::copy_n(table->constData(), table->size(), reinterpret_cast<char *>(colors.data()));
+        image->setColorTable(colors);
+        keepWithinTable(*image);
+    }
+    if (!profile->isEmpty())
+        image->setColorSpace(QColorSpace::fromIccProfile(*profile));
     return Picture{std::move(*format), std::move(*image)};
 }
 

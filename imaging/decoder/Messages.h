@@ -24,11 +24,12 @@
 namespace decoder
 {
 
-inline constexpr quint32 greeting = 0x4c4b4431; // "LKD1"; changes with the messages
+inline constexpr quint32 greeting = 0x4c4b4432; // "LKD2"; changes with the messages
 
 enum class Wish : quint8 {
     Examine, // an imaging::Examination
-    Picture  // the picture itself
+    Picture, // the picture itself, for the screen
+    Source   // the picture as it is stored, for a conversion
 };
 enum class Reply : quint8 { Failed, Needs, Done };
 
@@ -53,6 +54,11 @@ bool writeExamination(platform::ByteChannel &to, const imaging::Examination &exa
 std::optional<imaging::Examination> readExamination(platform::ByteChannel &from);
 bool writePicture(platform::ByteChannel &to, const Picture &picture);
 std::optional<Picture> readPicture(platform::ByteChannel &from);
+
+// The same for Wish::Source: with its colour table or up to 16 bits a channel, its resolution and its colour
+// profile. Inks become red, green and blue, by the profile if there is one.
+bool writeSource(platform::ByteChannel &to, const Picture &picture);
+std::optional<Picture> readSource(platform::ByteChannel &from);
 
 template <class Number>
 bool writeNumber(platform::ByteChannel &to, Number number)

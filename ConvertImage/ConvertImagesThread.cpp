@@ -1,0 +1,73 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "ConvertImage/ConvertImagesThread.h"
+
+#include "ConvertImage/DiskFiles.h"
+#include "imaging/DecoderPool.h"
+#include "platform/NewFile.h"
+
+#include <QSet>
+
+#include <algorithm>
+#include <utility>
+
+using conversion::FileResult;
+using conversion::Outcome;
+
+ConvertImagesThread::ConvertImagesThread(ConversionJob job) : m_job(std::move(job))
+{
+    connect(this, &WorkerThread::done, this, &ConvertImagesThread::tellEnd);
+}
+
+void ConvertImagesThread::work()
+{
+    if (m_job.files.empty())
+        return;
+    clearLeftovers();
+    DiskFiles files(m_job.decoders, cancelFlag(), m_job.keepTimes);
+    if (!m_job.markPath.isEmpty())
+        m_job.options.marks.picture = files.load(m_job.markPath, false, {}).image;
+    int count = 0;
+    const conversion::RunListener listener{[this](const QString &source) { emit currentFile(source); },
+                                           [this, &count](const FileResult &result) {
+                                               if (result.outcome == Outcome::Written &&
+                                                   result.outputBytes > 0)
+                                                   m_bytesSaved += result.sourceBytes - result.outputBytes;
+                                               emit fileFinished(++count);
+                                           }};
+    if (m_job.options.encoding.target != conversion::Target::Pdf) {
+        m_results = convertFiles(m_job.files, m_job.options, files, listener, cancelFlag());
+        return;
+    }
+    QStringList sources;
+    for (const conversion::PlannedFile &file : m_job.files)
+        sources.append(file.source);
+    m_results =
+        convertToPdf(sources, m_job.files.front().output, m_job.options, files, listener, cancelFlag());
+}
+
+// What a run that crashed has left in the folders of this one.
+void ConvertImagesThread::clearLeftovers() const
+{
+    QSet<QString> folders;
+    for (const conversion::PlannedFile &file : m_job.files)
+        folders.insert(conversion::folderOf(file.output).toLower());
+    for (const QString &folder : std::as_const(folders))
+        platform::NewFile::clearLeftovers(folder + u'\\');
+}
+
+void ConvertImagesThread::tellEnd()
+{
+    if (stopRequested()) {
+        emit cancelled();
+        return;
+    }
+    QStringList outputs;
+    QStringList sources;
+    for (const FileResult &result : m_results) {
+        if (result.outcome == Outcome::Exists) {
+            outputs.append(result.output);
+            sources.append(result.source);
+        }
+    }
+    emit finish(outputs, sources);
+}

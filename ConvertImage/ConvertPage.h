@@ -1,0 +1,75 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include "ConvertImage/PreviewRenderer.h"
+#include "ConvertImage/SourceModel.h"
+#include "widgets/DropFrame.h"
+
+#include <QTimer>
+
+class EmptyState;
+class NoticeBar;
+class PageHeader;
+class PreviewView;
+class QComboBox;
+class QLabel;
+class QListView;
+class QPushButton;
+class QStackedLayout;
+class QToolButton;
+class SettingsBinder;
+class SettingsPanel;
+
+// Where a conversion is prepared: the list of pictures, the live preview of the selected one, and the
+// settings.
+class ConvertPage : public DropFrame
+{
+    Q_OBJECT
+
+public:
+    ConvertPage(std::shared_ptr<imaging::DecoderPool> decoders, SettingsBinder *binder,
+                QWidget *parent = nullptr);
+
+    SourceModel *sources() const { return m_sources; }
+    NoticeBar *notice() const { return m_notice; }
+    // The preview's picture is read again: files may have changed.
+    void refreshPreview();
+
+signals:
+    void pathsAdded(const QStringList &paths);
+    void convertRequested();
+
+private:
+    QWidget *makeList();
+    QWidget *makePreview();
+    QWidget *makeSettings();
+    void addTools(class QHBoxLayout *row);
+    void chooseFiles();
+    void chooseFolder();
+    void paste();
+    void removeSelected();
+    void showList();
+    void wishPreview();
+    void showPicture(const std::shared_ptr<const PreviewPicture> &picture);
+    void placeMark(conversion::MarkKind kind, conversion::Position position, int margin);
+    void fillPresets();
+    void choosePreset(int index);
+    void savePreset();
+    void removePreset();
+
+    SettingsBinder *m_binder;
+    SourceModel *m_sources;
+    PreviewRenderer *m_renderer;
+    PageHeader *m_header;
+    NoticeBar *m_notice;
+    QPushButton *m_convert;
+    QListView *m_list = nullptr;
+    QStackedLayout *m_listStack = nullptr;
+    QLabel *m_totals = nullptr;
+    PreviewView *m_preview = nullptr;
+    QLabel *m_facts = nullptr;
+    QLabel *m_zoom = nullptr;
+    QComboBox *m_presets = nullptr;
+    SettingsPanel *m_settings = nullptr;
+    QTimer m_wishTimer;
+};

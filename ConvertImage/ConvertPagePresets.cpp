@@ -1,0 +1,43 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "ConvertImage/ConvertPage.h"
+
+#include "ConvertImage/SettingsBinder.h"
+#include "platform/Dialogs.h"
+#include "widgets/NoticeBar.h"
+
+#include <QComboBox>
+#include <QInputDialog>
+
+// A name that is taken is asked about: the set of that name is replaced.
+void ConvertPage::savePreset()
+{
+    QInputDialog ask(this);
+    ask.setWindowTitle(tr("Save these settings"));
+    ask.setLabelText(tr("Name of the set"));
+    ask.setTextValue(m_presets->currentIndex() > 0 ? m_presets->currentText() : QString());
+    if (ask.exec() != QDialog::Accepted)
+        return;
+    const QString name = ask.textValue().trimmed();
+    if (name.isEmpty())
+        return;
+    if (conversion::presetNames().contains(name) &&
+        platform::dialogs().ask(this, tr("Save these settings"), tr("Replace the set \"%1\"?").arg(name)) !=
+            QMessageBox::Yes)
+        return;
+    if (!conversion::savePreset(name, m_binder->settings()))
+        m_notice->showNotice(NoticeBar::Kind::Warning, tr("There is no room for more sets of settings."));
+    fillPresets();
+    m_presets->setCurrentText(name);
+}
+
+void ConvertPage::removePreset()
+{
+    if (m_presets->currentIndex() <= 0)
+        return;
+    const QString name = m_presets->currentText();
+    if (platform::dialogs().ask(this, tr("Remove a set"), tr("Remove the set \"%1\"?").arg(name)) !=
+        QMessageBox::Yes)
+        return;
+    conversion::removePreset(name);
+    fillPresets();
+}

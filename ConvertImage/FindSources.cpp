@@ -1,0 +1,111 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "ConvertImage/FindSources.h"
+
+#include "core/FileTypes.h"
+#include "core/FolderWalk.h"
+#include "platform/Paths.h"
+
+#include <QDateTime>
+#include <QFileInfo>
+
+#include <algorithm>
+
+namespace
+{
+
+const QStringList &pictureExtensions()
+{
+    static const QStringList extensions = [] {
+        const core::FileTypeTable &table = core::defaultFileTypes();
+        const auto raster =
+            std::ranges::find(table, QStringLiteral("Raster Image Files"), &core::FileTypeCategory::name);
+        return raster == table.end() ? QStringList() : raster->extensions;
+    }();
+    return extensions;
+}
+
+bool isPicture(QStringView name)
+{
+    const qsizetype dot = name.lastIndexOf(u'.');
+    return dot >= 0 && pictureExtensions().contains(name.mid(dot).toString(), Qt::CaseInsensitive);
+}
+
+// FILETIME: hundreds of nanoseconds since 1601.
+quint64 fileTime(const QDateTime &time)
+{
+    constexpr qint64 from1601To1970 = 11'644'473'600'000; // milliseconds
+    return static_cast<quint64>((time.toMSecsSinceEpoch() + from1601To1970) * 10'000);
+}
+
+bool isInCloud(quint32 attributes)
+{
+    constexpr quint32 recallOnDataAccess = 0x400000; // winnt.h
+    constexpr quint32 offline = 0x1000;
+    return (attributes & (recallOnDataAccess | offline)) != 0;
+}
+
+class Collector : public core::WalkVisitor
+{
+public:
+    Collector(bool withSubfolders, FoundSources &found) : m_withSubfolders(withSubfolders), m_found(found) {}
+
+    void rootCounted(int) override {}
+    void entryMet() override {}
+    bool acceptFolder(const QString &, const core::DirectoryEntry &entry) override
+    {
+        return m_withSubfolders && !entry.mayBeLink();
+    }
+    void enterFolder(const QString &, QStringView, int, FolderState state) override
+    {
+        m_found.unread += state == FolderState::Unreadable ? 1 : 0;
+    }
+    void file(const QString &folder, const core::DirectoryEntry &entry) override
+    {
+        if (!isPicture(entry.name))
+            return;
+        if (isInCloud(entry.attributes)) {
+            ++m_found.others;
+            return;
+        }
+        m_found.files.push_back({folder + u'\\' + entry.name.toString(), entry.size, entry.lastWriteTime});
+    }
+    void leaveFolder() override {}
+
+private:
+    bool m_withSubfolders;
+    FoundSources &m_found;
+};
+
+} // namespace
+
+FoundSources findSources(const QStringList &given, bool withSubfolders, core::DirectoryEnumerator &enumerator,
+                         const core::CancelFlag &cancel)
+{
+    FoundSources found;
+    for (const QString &path : given) {
+        const QFileInfo facts(path);
+        if (facts.isDir()) {
+            const auto before = static_cast<std::ptrdiff_t>(found.files.size());
+            Collector collector(withSubfolders, found);
+            core::walkFolders(path, enumerator, collector, cancel);
+            std::sort(found.files.begin() + before, found.files.end(),
+                      [](const SourceFile &one, const SourceFile &other) {
+                          return QString::compare(one.path, other.path, Qt::CaseInsensitive) < 0;
+                      });
+        } else if (facts.isFile()) {
+            found.files.push_back({platform::shownPath(path), static_cast<quint64>(facts.size()),
+                                   fileTime(facts.lastModified())});
+        } else {
+            ++found.others;
+        }
+    }
+    return found;
+}
+
+QString pictureFilter()
+{
+    QStringList patterns;
+    for (const QString &extension : pictureExtensions())
+        patterns.append(u'*' + extension);
+    return patterns.join(u' ');
+}

@@ -1,0 +1,316 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "ConvertImage/SettingsPanel.h"
+
+#include "ConvertImage/engine/PdfWriter.h"
+#include "ConvertImage/engine/Resizing.h"
+#include "ConvertImage/engine/Targets.h"
+#include "platform/Dialogs.h"
+#include "widgets/Controls.h"
+#include "widgets/Theme.h"
+#include "widgets/WrappedLabel.h"
+
+#include <QCheckBox>
+#include <QComboBox>
+#include <QFormLayout>
+#include <QHBoxLayout>
+#include <QLabel>
+#include <QLineEdit>
+#include <QPushButton>
+#include <QScrollArea>
+#include <QSlider>
+#include <QSpinBox>
+#include <QToolButton>
+
+using conversion::Settings;
+using conversion::Target;
+
+namespace
+{
+
+QFormLayout *makeForm(QWidget *page)
+{
+    auto *form = new QFormLayout(page);
+    form->setContentsMargins(theme::space, theme::space, theme::space, theme::space);
+    form->setHorizontalSpacing(theme::space);
+    form->setVerticalSpacing(theme::spaceSnug);
+    form->setFieldGrowthPolicy(QFormLayout::AllNonFixedFieldsGrow);
+    form->setRowWrapPolicy(QFormLayout::WrapLongRows);
+    return form;
+}
+
+const conversion::TargetFacts &facts(const Settings &settings)
+{
+    return conversion::factsOf(settings.encoding.target);
+}
+
+} // namespace
+
+SettingsPanel::SettingsPanel(SettingsBinder *binder, QWidget *parent) : FLTabWidget(parent), m_binder(binder)
+{
+    setObjectName(QStringLiteral("settingsTabWidget"));
+    addTab(scrolled(makeOutputPage()), tr("Output"));
+    addTab(scrolled(makeResizePage()), tr("Resize"));
+    addTab(scrolled(makeAdjustPage()), tr("Adjust"));
+    addTab(scrolled(makeMarksPage()), tr("Watermark"));
+    connect(binder, &SettingsBinder::changed, this, &SettingsPanel::showWhatApplies);
+    showWhatApplies();
+}
+
+QWidget *SettingsPanel::scrolled(QWidget *page)
+{
+    auto *area = new QScrollArea(this);
+    area->setWidget(page);
+    area->setWidgetResizable(true);
+    area->setFrameShape(QFrame::NoFrame);
+    area->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+    area->viewport()->setAutoFillBackground(false);
+    page->setAutoFillBackground(false);
+    return area;
+}
+
+void SettingsPanel::showWhatApplies()
+{
+    for (const auto &rule : m_rules)
+        rule(m_binder->settings());
+    showResult();
+}
+
+QSpinBox *SettingsPanel::addNumber(QFormLayout *form, const QString &label, QStringView name,
+                                   const QString &suffix)
+{
+    auto *box = new QSpinBox(this);
+    m_binder->bind(box, name);
+    box->setSuffix(suffix);
+    form->addRow(label, box);
+    return box;
+}
+
+// A slider, its number, and a button that puts it back.
+void SettingsPanel::addSliderRow(QFormLayout *form, const QString &label, QStringView name)
+{
+    auto *slider = new QSlider(Qt::Horizontal, this);
+    auto *box = new QSpinBox(this);
+    m_binder->bind(slider, name);
+    m_binder->bind(box, name);
+    slider->setAccessibleName(label);
+    const int preset = conversion::numberValue(name).fallback;
+    auto *reset = controls::toolButton(this, {.image = "Refresh24", .text = tr("Reset %1").arg(label)});
+    reset->setObjectName(name.toString() + QStringLiteral("ResetButton"));
+    connect(reset, &QToolButton::clicked, this, [this, name, preset] { m_binder->set(name, preset); });
+    auto *row = new QHBoxLayout;
+    row->setSpacing(theme::spaceTight);
+    row->addWidget(slider, 1);
+    row->addWidget(box);
+    row->addWidget(reset);
+    auto *caption = new QLabel(label, this);
+    caption->setBuddy(box);
+    form->addRow(caption);
+    form->addRow(row);
+}
+
+QCheckBox *SettingsPanel::addFlag(QFormLayout *form, const QString &text, QStringView name)
+{
+    auto *box = new QCheckBox(text, this);
+    m_binder->bind(box, name);
+    form->addRow(box);
+    return box;
+}
+
+void SettingsPanel::addPosition(QFormLayout *form, QStringView name)
+{
+    auto *box = new QComboBox(this);
+    for (int i = 0; i < conversion::positionCount; ++i)
+        box->addItem(tr(conversion::positionName(static_cast<conversion::Position>(i))));
+    m_binder->bind(box, name);
+    form->addRow(tr("Position"), box);
+}
+
+QLineEdit *SettingsPanel::addPath(QFormLayout *form, const QString &label, QStringView name,
+                                  std::function<QString()> choose)
+{
+    auto *line = new QLineEdit(this);
+    m_binder->bind(line, name);
+    line->setAccessibleName(label);
+    auto *button = controls::toolButton(this, {.image = "FolderOpen24", .text = tr("Browse ...")});
+    button->setObjectName(name.toString() + QStringLiteral("BrowseButton"));
+    connect(button, &QToolButton::clicked, this, [line, choose = std::move(choose)] {
+        if (const QString path = choose(); !path.isEmpty())
+            line->setText(path);
+    });
+    auto *row = new QHBoxLayout;
+    row->setSpacing(theme::spaceTight);
+    row->addWidget(line, 1);
+    row->addWidget(button);
+    auto *caption = new QLabel(label, this);
+    caption->setBuddy(line);
+    form->addRow(caption);
+    form->addRow(row);
+    return line;
+}
+
+void SettingsPanel::addSection(QFormLayout *form, const QString &title)
+{
+    auto *label = new QLabel(title, this);
+    label->setFont(theme::sectionTitle(font()));
+    if (form->rowCount() > 0)
+        form->addItem(new QSpacerItem(0, theme::space));
+    form->addRow(label);
+}
+
+QWidget *SettingsPanel::makeOutputPage()
+{
+    auto *page = new QWidget(this);
+    QFormLayout *form = makeForm(page);
+    auto *format = new QComboBox(this);
+    for (int i = 0; i < conversion::targetCount; ++i)
+        format->addItem(QString::fromLatin1(conversion::factsOf(static_cast<Target>(i)).name));
+    m_binder->bind(format, u"targeFileType");
+    form->addRow(tr("Format"), format);
+    QSpinBox *jpg = addNumber(form, tr("Quality"), u"targeFileQuality");
+    QSpinBox *other = addNumber(form, tr("Quality"), u"otherQuality");
+    other->setSpecialValueText(tr("Automatic"));
+    QCheckBox *lossless = addFlag(form, tr("Without any loss"), u"lossless");
+    m_rules.push_back([form, jpg, other, lossless](const Settings &settings) {
+        const bool isJpg = settings.encoding.target == Target::Jpg;
+        form->setRowVisible(jpg, isJpg);
+        form->setRowVisible(other, facts(settings).hasQuality && !isJpg);
+        form->setRowVisible(lossless, facts(settings).hasLossless);
+        other->setEnabled(!settings.encoding.lossless);
+    });
+    addFolderRows(form);
+    addDocumentRows(form);
+    QCheckBox *metadata = addFlag(form, tr("Keep the metadata (EXIF, XMP)"), u"keepMetadata");
+    QCheckBox *place = addFlag(form, tr("Keep the place where it was taken"), u"keepPlace");
+    QCheckBox *times = addFlag(form, tr("Keep the time of the file"), u"keepTimes");
+    m_rules.push_back([form, metadata, place, times](const Settings &settings) {
+        form->setRowVisible(metadata, facts(settings).hasMetadata);
+        form->setRowVisible(place, facts(settings).hasMetadata);
+        form->setRowVisible(times, settings.encoding.target != Target::Pdf);
+        place->setEnabled(settings.encoding.keepMetadata);
+    });
+    return page;
+}
+
+void SettingsPanel::addFolderRows(QFormLayout *form)
+{
+    QCheckBox *beside = addFlag(form, tr("Beside the source files"), u"besideSource");
+    const int firstRow = form->rowCount();
+    QLineEdit *folder = addPath(form, tr("Output folder"), u"OutputFolder", [this] {
+        return platform::dialogs().chooseFolder(this, tr("Output folder"), m_binder->settings().outputFolder);
+    });
+    m_rules.push_back([form, beside, folder, firstRow](const Settings &settings) {
+        const bool isDocument = settings.encoding.target == Target::Pdf;
+        form->setRowVisible(beside, !isDocument);
+        form->setRowVisible(firstRow, !isDocument);
+        form->setRowVisible(firstRow + 1, !isDocument);
+        folder->setEnabled(!settings.besideSource);
+    });
+}
+
+void SettingsPanel::addDocumentRows(QFormLayout *form)
+{
+    const int firstRow = form->rowCount();
+    addPath(form, tr("PDF document"), u"pdfFileName", [this] {
+        return platform::dialogs().chooseFileToSave(
+            this, tr("PDF document"), m_binder->settings().pdfFileName, tr("PDF documents (*.pdf)"));
+    });
+    auto *paper = new QComboBox(this);
+    for (int i = 0; i < conversion::paperSizeCount; ++i)
+        paper->addItem(tr(conversion::paperSizeName(static_cast<conversion::PaperSize>(i))));
+    m_binder->bind(paper, u"pdfPaperSize");
+    form->addRow(tr("Paper"), paper);
+    auto *hint = new WrappedLabel(this);
+    hint->setObjectName(QStringLiteral("paperHintLabel"));
+    hint->setText(tr("Pictures are fitted to A4. On this paper a part of them may be cut off."));
+    theme::makeMuted(hint);
+    form->addRow(hint);
+    m_rules.push_back([form, paper, hint, firstRow](const Settings &settings) {
+        const bool isDocument = settings.encoding.target == Target::Pdf;
+        form->setRowVisible(firstRow, isDocument);
+        form->setRowVisible(firstRow + 1, isDocument);
+        form->setRowVisible(paper, isDocument);
+        form->setRowVisible(hint, isDocument && conversion::cutOffOn(settings.paper));
+    });
+}
+
+QWidget *SettingsPanel::makeResizePage()
+{
+    auto *page = new QWidget(this);
+    QFormLayout *form = makeForm(page);
+    addFlag(form, tr("Resize the pictures"), u"scaleImage");
+    auto *mode = new QComboBox(this);
+    mode->addItems({tr("Percentage"), tr("Width and height"), tr("Relative to one side")});
+    m_binder->bind(mode, u"scaleType");
+    form->addRow(tr("By"), mode);
+    QSpinBox *percent = addNumber(form, tr("Percentage"), u"scalePercentage", QStringLiteral(" %"));
+    QSpinBox *width = addNumber(form, tr("Width"), u"scaleAbsoluteWitdh", tr(" px"));
+    QSpinBox *height = addNumber(form, tr("Height"), u"scaleAbsoluteHeight", tr(" px"));
+    auto *side = new QComboBox(this);
+    side->addItems({tr("Width"), tr("Height")});
+    m_binder->bind(side, u"scaleRelativeTo");
+    form->addRow(tr("Side"), side);
+    QSpinBox *relativeWidth = addNumber(form, tr("Width"), u"scaleRelativeWidth", tr(" px"));
+    QSpinBox *relativeHeight = addNumber(form, tr("Height"), u"scaleRelativeHeight", tr(" px"));
+    m_result = new QLabel(this);
+    m_result->setObjectName(QStringLiteral("resultSizeLabel"));
+    m_result->setWordWrap(true);
+    form->addRow(m_result);
+    m_rules.push_back([=](const Settings &settings) {
+        using conversion::ScaleMode;
+        const conversion::Resize &resize = settings.rendering.resize;
+        const bool relative = resize.mode == ScaleMode::Relative;
+        const bool toWidth = resize.relativeTo == conversion::Side::Width;
+        form->setRowVisible(percent, resize.mode == ScaleMode::Percentage);
+        form->setRowVisible(width, resize.mode == ScaleMode::Absolute);
+        form->setRowVisible(height, resize.mode == ScaleMode::Absolute);
+        form->setRowVisible(side, relative);
+        form->setRowVisible(relativeWidth, relative && toWidth);
+        form->setRowVisible(relativeHeight, relative && !toWidth);
+        for (QWidget *control : std::initializer_list<QWidget *>{mode, percent, width, height, side,
+                                                                 relativeWidth, relativeHeight})
+            control->setEnabled(resize.on);
+    });
+    return page;
+}
+
+void SettingsPanel::setPictureSize(const QSize &size)
+{
+    m_pictureSize = size;
+    showResult();
+}
+
+void SettingsPanel::showResult()
+{
+    if (m_pictureSize.isEmpty()) {
+        m_result->setText(tr("Select a picture to see its new size."));
+        return;
+    }
+    const QSize size = conversion::resizedSize(m_pictureSize, m_binder->settings().rendering.resize);
+    m_result->setText(tr("The selected picture: %1 x %2 becomes %3 x %4")
+                          .arg(m_pictureSize.width())
+                          .arg(m_pictureSize.height())
+                          .arg(size.width())
+                          .arg(size.height()));
+}
+
+QWidget *SettingsPanel::makeAdjustPage()
+{
+    auto *page = new QWidget(this);
+    QFormLayout *form = makeForm(page);
+    addSliderRow(form, tr("Contrast"), u"adjustContrast");
+    addSliderRow(form, tr("Brightness"), u"adjustBrightness");
+    addSliderRow(form, tr("Gamma"), u"adjustGamma");
+    addSliderRow(form, tr("Invert colours darker than"), u"adjustInvertColours");
+    addSliderRow(form, tr("Blur"), u"setBlurRadius");
+    addFlag(form, tr("Sepia"), u"adjustSepia");
+    addFlag(form, tr("Shades of grey"), u"adjustGrayScale");
+    auto *reset =
+        controls::pushButton(this, {.objectName = "resetAdjustmentsButton", .text = tr("Reset all")});
+    connect(reset, &QPushButton::clicked, this, [this] {
+        Settings next = m_binder->settings();
+        next.rendering.adjustments = {};
+        m_binder->apply(next);
+    });
+    form->addRow(reset);
+    return page;
+}

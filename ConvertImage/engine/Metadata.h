@@ -1,0 +1,35 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include "ConvertImage/engine/Options.h"
+
+#include <QIODevice>
+#include <QSize>
+
+namespace conversion
+{
+
+// What a camera or an editor noted beside the picture. The colour profile is not part of it: that goes with
+// the image.
+struct Metadata {
+    QByteArray exif; // as a TIFF file of its own, without a format's marker before it
+    QByteArray xmp;  // XML
+
+    bool isEmpty() const { return exif.isEmpty() && xmp.isEmpty(); }
+    bool operator==(const Metadata &) const = default;
+};
+
+// From JPEG, PNG, WebP and JPEG XL. The bytes come from outside: what makes no sense counts as absent. Reads
+// a few megabytes at most, and leaves `device` anywhere.
+Metadata readMetadata(QIODevice &device);
+
+// For a picture that is upright already and has another size: the orientation becomes normal, the stated size
+// `size`, and the thumbnail, which shows another picture, is cleared. Without `keepPlace` the position is
+// cleared as well. EXIF that cannot be followed is left out, as nobody could say what is in it.
+Metadata adaptedMetadata(const Metadata &metadata, const QSize &size, bool keepPlace);
+
+// `file` in the format of `target` (one of those with hasMetadata), with the metadata in it. What is too long
+// for the format is left out; a file that is not understood comes back as it is.
+QByteArray withMetadata(const QByteArray &file, Target target, const Metadata &metadata);
+
+} // namespace conversion

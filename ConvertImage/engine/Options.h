@@ -1,0 +1,133 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include <QByteArray>
+#include <QColor>
+#include <QImage>
+#include <QString>
+
+#include <array>
+
+// What the user can choose for a conversion. Plain values: a job takes a copy, and nothing is read while it
+// runs.
+namespace conversion
+{
+
+// In the order of the list of formats; the number is what is stored.
+enum class Target { Avif, Gif, Heic, Heif, Jpg, Jxl, Png, Tiff, Webp, Pdf };
+inline constexpr int targetCount = 10;
+
+enum class PaperSize { Letter, A4, A5, Legal, Executive };
+inline constexpr int paperSizeCount = 5;
+
+enum class ScaleMode { Percentage, Absolute, Relative };
+enum class Side { Width, Height };
+
+// Row by row: 0 is "Top - Left", 8 is "Bottom - Right".
+enum class Position {
+    TopLeft,
+    TopCenter,
+    TopRight,
+    CenterLeft,
+    Center,
+    CenterRight,
+    BottomLeft,
+    BottomCenter,
+    BottomRight
+};
+inline constexpr int positionCount = 9;
+
+struct Resize {
+    bool on = false;
+    ScaleMode mode = ScaleMode::Percentage;
+    int percentage = 100;
+    int absoluteWidth = 1920;
+    int absoluteHeight = 1080;
+    Side relativeTo = Side::Width;
+    int relativeWidth = 1920;
+    int relativeHeight = 1080;
+
+    bool operator==(const Resize &) const = default;
+};
+
+struct Adjustments {
+    int contrast = 0;   // 259 is the largest that makes sense, and no division by zero
+    int brightness = 0; // added to each channel
+    int gamma = 0;      // in percent above 1; -100 leaves the step out
+    bool sepia = false;
+    int invertBelow = 0; // channels below it are inverted; 0: none
+    int blurRadius = 0;
+    bool grayScale = false; // a step of its own, after the others
+
+    // Whether a step other than the grey one is to be done.
+    bool changeColours() const
+    {
+        return sepia || contrast != 0 || brightness != 0 || gamma != 0 || invertBelow != 0 || blurRadius != 0;
+    }
+    bool operator==(const Adjustments &) const = default;
+};
+
+struct TextMark {
+    QString content; // may have several lines; empty: no mark
+    QString font;    // family; empty: the application's
+    int points = 12; // of the output, by the resolution that the picture states
+    QColor color = Qt::white;
+    Position position = Position::BottomRight;
+    int opacity = 100; // percent
+    int margin = 0;    // pixels of the output, from the edges that the position names
+
+    bool operator==(const TextMark &) const = default;
+};
+
+struct PictureMark {
+    QString path;      // empty: no mark
+    int percent = 100; // of the picture's own size
+    Position position = Position::BottomRight;
+    int opacity = 100;
+    int margin = 0;
+
+    bool operator==(const PictureMark &) const = default;
+};
+
+struct QrMark {
+    QString text;   // empty: no mark
+    int size = 100; // pixels of the output, quiet zone included; the code is the largest that fits
+    Position position = Position::BottomRight;
+    int margin = 0;
+
+    bool operator==(const QrMark &) const = default;
+};
+
+struct Watermarks {
+    TextMark text;
+    PictureMark picture;
+    QrMark qr;
+
+    bool isEmpty() const { return text.content.isEmpty() && picture.path.isEmpty() && qr.text.isEmpty(); }
+    bool operator==(const Watermarks &) const = default;
+};
+
+// What is done to a picture between reading and writing it.
+struct Rendering {
+    Resize resize;
+    Adjustments adjustments;
+    Watermarks marks;
+
+    bool operator==(const Rendering &) const = default;
+};
+
+// How a picture is written.
+struct Encoding {
+    static constexpr int ownChoice = -1; // the format's own quality
+
+    Target target = Target::Avif;
+    int jpgQuality = 95;
+    int quality = ownChoice; // of the other formats that have one: 0 to 100
+    bool lossless = false;   // where the format can be
+    bool keepMetadata = true;
+    bool keepPlace = true; // false: the position in the metadata is left out
+
+    bool operator==(const Encoding &) const = default;
+};
+
+} // namespace conversion

@@ -1,0 +1,50 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include <QImage>
+
+#include <algorithm>
+#include <thread>
+#include <vector>
+
+// Small questions about the layout of pictures, and the one loop over rows on several cores.
+namespace conversion
+{
+
+// More than eight bits a channel.
+bool isDeep(const QImage &image);
+
+// Whether any pixel is not opaque; looks at all of them where the format has alpha.
+bool isTransparentAnywhere(const QImage &image);
+
+// In the colours of sRGB. A picture without a profile is taken for that already.
+QImage inSrgb(const QImage &image);
+
+// Gives `to` the resolution and the colour profile of `from`.
+void keepFacts(const QImage &from, QImage &to);
+
+// Calls `work(y)` for each row, on several threads where the picture is worth it. `work` must not detach an
+// image that others write to.
+template <class Work>
+void forEachRowInParallel(int rows, int width, const Work &work)
+{
+    constexpr qint64 pixelsWorthAThread = 1 << 18;
+    constexpr int maxThreads = 8;
+    const int cores = std::max(1, static_cast<int>(std::thread::hardware_concurrency()));
+    const auto worthwhile =
+        static_cast<int>(std::min<qint64>(qint64(rows) * width / pixelsWorthAThread, maxThreads));
+    const int threads = std::clamp(worthwhile, 1, cores);
+    const auto part = [rows, threads, &work](int index) {
+        const int end = static_cast<int>(qint64(rows) * (index + 1) / threads);
+        for (int y = static_cast<int>(qint64(rows) * index / threads); y < end; ++y)
+            work(y);
+    };
+    std::vector<std::thread> others;
+    for (int index = 1; index < threads; ++index)
+        others.emplace_back(part, index);
+    part(0);
+    for (std::thread &other : others)
+        other.join();
+}
+
+} // namespace conversion

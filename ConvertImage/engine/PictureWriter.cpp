@@ -1,0 +1,149 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "ConvertImage/engine/PictureWriter.h"
+
+#include "ConvertImage/engine/GifWriter.h"
+#include "ConvertImage/engine/PictureFormat.h"
+#include "ConvertImage/engine/Targets.h"
+
+#include <QBuffer>
+#include <QDebug>
+#include <QImageReader>
+#include <QImageWriter>
+#include <QPainter>
+
+#include <algorithm>
+#include <cmath>
+
+namespace conversion
+{
+
+namespace
+{
+
+constexpr int losslessQuality = 100; // of all formats here that have both ways
+
+QImage onWhite(const QImage &image)
+{
+    if (!image.hasAlphaChannel())
+        return image;
+    const bool deep = isDeep(image);
+    QImage flat(image.size(), deep ? QImage::Format_RGBX64 : QImage::Format_RGB32);
+    if (flat.isNull())
+        return {};
+    flat.fill(Qt::white);
+    QPainter painter(&flat);
+    painter.drawImage(0, 0, image);
+    painter.end();
+    keepFacts(image, flat);
+    return flat;
+}
+
+// The same pixels without the texts that the source had. Lives no longer than `image`.
+QImage withoutTexts(const QImage &image)
+{
+    QImage bare(image.constBits(), image.width(), image.height(), image.bytesPerLine(), image.format());
+    bare.setColorTable(image.colorTable());
+    keepFacts(image, bare);
+    return bare;
+}
+
+int qualityOf(const Encoding &encoding)
+{
+    const TargetFacts &facts = factsOf(encoding.target);
+    if (encoding.target == Target::Jpg)
+        return std::clamp(encoding.jpgQuality, 0, 100);
+    if (facts.hasLossless && encoding.lossless)
+        return losslessQuality;
+    // One below: the writers take the highest for lossless.
+    return facts.hasQuality ? std::min(encoding.quality, losslessQuality - 1) : Encoding::ownChoice;
+}
+
+QString writeWithQt(QIODevice &device, const QImage &image, const Encoding &encoding)
+{
+    QImageWriter writer(&device, writerFormat(encoding.target));
+    if (const int quality = qualityOf(encoding); quality != Encoding::ownChoice)
+        writer.setQuality(quality);
+    writer.setOptimizedWrite(true);
+    writer.setProgressiveScanWrite(true);
+    return writer.write(image) ? QString() : writer.errorString();
+}
+
+} // namespace
+
+QImage preparedFor(Target target, const QImage &image)
+{
+    const TargetFacts &facts = factsOf(target);
+    QImage prepared = facts.hasProfile ? image : inSrgb(image);
+    if (!facts.hasAlpha)
+        prepared = onWhite(prepared);
+    return prepared;
+}
+
+QString writePicture(QIODevice &device, const QImage &image, const Encoding &encoding,
+                     const Metadata &metadata)
+{
+    const QImage prepared = preparedFor(encoding.target, image);
+    if (prepared.isNull())
+        return QStringLiteral("Not enough memory");
+    if (encoding.target == Target::Gif)
+        return writeGif(device, prepared);
+    if (!encoding.keepMetadata)
+        return writeWithQt(device, withoutTexts(prepared), encoding);
+    const bool carries = factsOf(encoding.target).hasMetadata && !metadata.isEmpty();
+    if (!carries)
+        return writeWithQt(device, prepared, encoding);
+    QBuffer encoded;
+    encoded.open(QIODevice::ReadWrite);
+    if (const QString problem = writeWithQt(encoded, prepared, encoding); !problem.isEmpty())
+        return problem;
+    const QByteArray file = withMetadata(encoded.data(), encoding.target,
+                                         adaptedMetadata(metadata, image.size(), encoding.keepPlace));
+    return device.write(file) == file.size() ? QString() : device.errorString();
+}
+
+QString checkWritten(QIODevice &device, Target target, const QSize &size)
+{
+    QImageReader reader(&device, writerFormat(target));
+    QSize found = reader.size();
+    if (found.isValid() && (reader.transformation() & QImageIOHandler::TransformationRotate90))
+        found.transpose();
+    if (found == size)
+        return {};
+    return found.isValid() ? QStringLiteral("The written file has another size than the picture")
+                           : QStringLiteral("The written file cannot be read: ") + reader.errorString();
+}
+
+qint64 estimatedBytes(const QImage &image, const Encoding &encoding)
+{
+    // Nine tiles across the picture, put together, stand for all of it.
+    constexpr qint64 pixelsEncodedWhole = 1 << 20;
+    constexpr int tiles = 3;
+    const qint64 pixels = qint64(image.width()) * image.height();
+    QImage sample = image;
+    if (pixels > pixelsEncodedWhole) {
+        const double share = std::sqrt(double(pixelsEncodedWhole) / double(pixels)) / tiles;
+        const int width = std::max(16, static_cast<int>(image.width() * share) & ~15);
+        const int height = std::max(16, static_cast<int>(image.height() * share) & ~15);
+        sample = QImage(width * tiles, height * tiles, image.format());
+        sample.setColorTable(image.colorTable());
+        const int bytes = width * image.depth() / 8;
+        for (int y = 0; !sample.isNull() && y < sample.height(); ++y) {
+            const int row = std::min((image.height() - height) * (y / height) / (tiles - 1) + y % height,
+                                     image.height() - 1);
+            for (int tile = 0; tile < tiles; ++tile) {
+                const int column = std::max(0, (image.width() - width) * tile / (tiles - 1));
+                std::copy_n(image.constScanLine(row) + qsizetype(column) * image.depth() / 8, bytes,
+                            sample.scanLine(y) + qsizetype(tile) * bytes);
+            }
+        }
+        keepFacts(image, sample);
+    }
+    QBuffer buffer;
+    buffer.open(QIODevice::ReadWrite);
+    if (sample.isNull() || !writePicture(buffer, sample, encoding, {}).isEmpty())
+        return 0;
+    const double scale = double(pixels) / (double(sample.width()) * sample.height());
+    return static_cast<qint64>(double(buffer.size()) * scale);
+}
+
+} // namespace conversion

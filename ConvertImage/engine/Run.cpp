@@ -1,0 +1,211 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "ConvertImage/engine/Run.h"
+
+#include "ConvertImage/engine/PictureWriter.h"
+#include "ConvertImage/engine/Render.h"
+#include "ConvertImage/engine/Targets.h"
+#include "imaging/engine/MemoryBudget.h"
+
+#include <QDebug>
+#include <QHash>
+#include <QImageWriter>
+
+#include <algorithm>
+#include <condition_variable>
+#include <mutex>
+#include <thread>
+
+namespace conversion
+{
+
+namespace
+{
+
+class FileRun
+{
+public:
+    FileRun(const std::vector<PlannedFile> &plan, const RunOptions &options, ConversionFiles &files,
+            const RunListener &listener, const core::CancelFlag &cancel)
+        : m_plan(plan),
+          m_options(options),
+          m_files(files),
+          m_listener(listener),
+          m_cancel(cancel),
+          m_budget(options.decodedBytes),
+          m_results(plan.size()),
+          m_earlier(plan.size()),
+          m_ended(plan.size(), false)
+    {
+        QHash<QString, std::size_t> last;
+        for (std::size_t i = 0; i < plan.size(); ++i) {
+            m_results[i].source = plan[i].source;
+            m_results[i].output = plan[i].output;
+            const QString key = QString(plan[i].output).replace(u'/', u'\\').toLower();
+            if (const auto known = last.constFind(key); known != last.cend())
+                m_earlier[i] = *known;
+            last.insert(key, i);
+        }
+    }
+
+    std::vector<FileResult> run()
+    {
+        std::vector<std::thread> threads;
+        const std::size_t wanted =
+            std::min<std::size_t>(m_plan.size(), static_cast<std::size_t>(std::max(1, m_options.threads)));
+        for (std::size_t i = 1; i < wanted; ++i)
+            threads.emplace_back([this] { work(); });
+        work();
+        for (std::thread &thread : threads)
+            thread.join();
+        return std::move(m_results);
+    }
+
+private:
+    void work();
+    std::optional<std::size_t> takeNext();
+    void waitForEarlier(std::size_t index);
+    bool wasWrittenEarlier(std::size_t index);
+    void convert(std::size_t index);
+    void write(std::size_t index, const QImage &image, const Metadata &metadata);
+    QString encode(QIODevice &device, const QImage &image, const Metadata &metadata);
+
+    const std::vector<PlannedFile> &m_plan;
+    const RunOptions &m_options;
+    ConversionFiles &m_files;
+    const RunListener &m_listener;
+    const core::CancelFlag &m_cancel;
+    imaging::MemoryBudget m_budget;
+    std::mutex m_encoder; // of the encoders that use all cores by themselves
+
+    std::mutex m_mutex; // guards what follows; a result is its thread's own until it has ended
+    std::condition_variable m_endedOne;
+    std::vector<FileResult> m_results;
+    std::vector<std::optional<std::size_t>> m_earlier; // the file before it with the same output
+    std::vector<bool> m_ended;
+    std::size_t m_next = 0;
+};
+
+void FileRun::work()
+{
+    while (const auto index = takeNext()) {
+        try {
+            convert(*index);
+        } catch (const std::bad_alloc &) {
+            m_results[*index].outcome = Outcome::Failed;
+            m_results[*index].problem = problemText(RenderProblem::NoMemory);
+        }
+        const std::lock_guard lock(m_mutex);
+        m_ended[*index] = true;
+        m_endedOne.notify_all();
+        if (m_listener.finished)
+            m_listener.finished(m_results[*index]);
+    }
+}
+
+std::optional<std::size_t> FileRun::takeNext()
+{
+    const std::lock_guard lock(m_mutex);
+    if (m_cancel.isSet() || m_next == m_plan.size())
+        return std::nullopt;
+    if (m_listener.started)
+        m_listener.started(m_plan[m_next].source);
+    return m_next++;
+}
+
+// Those before it were begun before it, so one of the other threads is at work on them.
+void FileRun::waitForEarlier(std::size_t index)
+{
+    std::unique_lock lock(m_mutex);
+    if (const auto earlier = m_earlier[index])
+        m_endedOne.wait(lock, [this, earlier] { return m_ended[*earlier]; });
+}
+
+bool FileRun::wasWrittenEarlier(std::size_t index)
+{
+    const std::lock_guard lock(m_mutex);
+    for (auto earlier = m_earlier[index]; earlier; earlier = m_earlier[*earlier]) {
+        if (m_results[*earlier].outcome == Outcome::Written)
+            return true;
+    }
+    return false;
+}
+
+void FileRun::convert(std::size_t index)
+{
+    FileResult &result = m_results[index];
+    waitForEarlier(index);
+    if (wasWrittenEarlier(index) || (!m_options.overwriteAll && m_files.exists(result.output))) {
+        result.outcome = Outcome::Exists;
+        return;
+    }
+    imaging::MemoryBudget::Share memory(m_budget);
+    const bool wantsMetadata =
+        m_options.encoding.keepMetadata && factsOf(m_options.encoding.target).hasMetadata;
+    ConversionFiles::Source source = m_files.load(result.source, wantsMetadata, [&memory](qint64 bytes) {
+        memory.take(2 * bytes); // the picture, and what the steps make of it
+    });
+    result.sourceBytes = source.bytes;
+    Rendered rendered;
+    if (source.problem.isEmpty())
+        rendered = render(std::exchange(source.image, {}), m_options.rendering, m_options.marks, false);
+    if (rendered.image.isNull()) {
+        result.outcome = Outcome::Failed;
+        result.problem = source.problem.isEmpty() ? problemText(rendered.problem) : source.problem;
+        return;
+    }
+    if (m_cancel.isSet())
+        return;
+    write(index, rendered.image, source.metadata);
+}
+
+QString FileRun::encode(QIODevice &device, const QImage &image, const Metadata &metadata)
+{
+    std::unique_lock lock(m_encoder, std::defer_lock);
+    if (factsOf(m_options.encoding.target).isThreaded)
+        lock.lock();
+    const QString problem = writePicture(device, image, m_options.encoding, metadata);
+    if (lock)
+        lock.unlock();
+    if (!problem.isEmpty()) {
+        qDebug() << "Cannot write: " << problem << QImageWriter::supportedImageFormats();
+        return problem;
+    }
+    return device.seek(0) ? checkWritten(device, m_options.encoding.target, image.size())
+                          : device.errorString();
+}
+
+void FileRun::write(std::size_t index, const QImage &image, const Metadata &metadata)
+{
+    FileResult &result = m_results[index];
+    result.outcome = Outcome::Failed;
+    const std::unique_ptr<PendingOutput> pending =
+        m_files.begin(result.output, result.source, result.problem);
+    if (!pending)
+        return;
+    result.problem = encode(pending->device(), image, metadata);
+    if (!result.problem.isEmpty())
+        return;
+    result.outputBytes = pending->device().size();
+    result.size = image.size();
+    switch (pending->place(m_options.overwriteAll, result.problem)) {
+    case PendingOutput::Placed::Done:
+        result.outcome = Outcome::Written;
+        break;
+    case PendingOutput::Placed::Exists:
+        result.outcome = Outcome::Exists;
+        break;
+    case PendingOutput::Placed::Failed:
+        break;
+    }
+}
+
+} // namespace
+
+std::vector<FileResult> convertFiles(const std::vector<PlannedFile> &plan, const RunOptions &options,
+                                     ConversionFiles &files, const RunListener &listener,
+                                     const core::CancelFlag &cancel)
+{
+    return FileRun(plan, options, files, listener, cancel).run();
+}
+
+} // namespace conversion

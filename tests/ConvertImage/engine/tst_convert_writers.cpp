@@ -1,0 +1,253 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "ConvertImage/engine/ExifEditor.h"
+#include "ConvertImage/engine/GifWriter.h"
+#include "ConvertImage/engine/PdfWriter.h"
+#include "ConvertImage/engine/PictureWriter.h"
+
+#include <QBuffer>
+#include <QColorSpace>
+#include <QGuiApplication>
+#include <QTest>
+
+using namespace conversion;
+
+namespace
+{
+
+QImage colourful(int width, int height)
+{
+    QImage image(width, height, QImage::Format_RGB32);
+    for (int y = 0; y < height; ++y) {
+        for (int x = 0; x < width; ++x)
+            image.setPixel(x, y, qRgb(x * 255 / width, y * 255 / height, (x * 7 + y * 3) % 40));
+    }
+    return image;
+}
+
+QByteArray written(const QImage &image, Encoding encoding, const Metadata &metadata = {})
+{
+    QBuffer file;
+    file.open(QIODevice::ReadWrite);
+    const QString problem = writePicture(file, image, encoding, metadata);
+    file.seek(0);
+    if (!problem.isEmpty() || !checkWritten(file, encoding.target, image.size()).isEmpty())
+        return {};
+    return file.data();
+}
+
+// Orientation 6, a position with one entry, the size 4000 x 3000, and a thumbnail of eight bytes.
+QByteArray cameraExif()
+{
+    return QByteArray::fromHex("49492a0008000000"
+                               "0300"
+                               "120103000100000006000000"
+                               "698704000100000032000000"
+                               "258804000100000050000000"
+                               "62000000"
+                               "0200"
+                               "02a0040001000000a00f0000"
+                               "03a0040001000000b80b0000"
+                               "00000000"
+                               "0100"
+                               "010002000200000053000000"
+                               "00000000"
+                               "0200"
+                               "010204000100000080000000"
+                               "020204000100000008000000"
+                               "00000000"
+                               "5448554d424e4c21");
+}
+
+} // namespace
+
+class TestWriters : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void gifKeepsItsTable_data();
+    void gifKeepsItsTable();
+    void gifReducesOthers();
+    void transparencyBecomesWhite();
+    void estimates();
+    void metadataTravels_data();
+    void metadataTravels();
+    void placeIsCleared();
+    void damagedExif();
+    void pdfGeometry_data();
+    void pdfGeometry();
+    void pdfPages();
+};
+
+void TestWriters::gifKeepsItsTable_data()
+{
+    QTest::addColumn<int>("colours");
+    QTest::addColumn<int>("entries");
+    QTest::newRow("a bitmap") << 2 << 2;
+    QTest::newRow("3 colours") << 3 << 4;
+    QTest::newRow("16 colours") << 16 << 16;
+    QTest::newRow("256 colours") << 256 << 256;
+}
+
+void TestWriters::gifKeepsItsTable()
+{
+    QFETCH(int, colours);
+    QFETCH(int, entries);
+    QImage image(37, 11, colours == 2 ? QImage::Format_Mono : QImage::Format_Indexed8);
+    QList<QRgb> table;
+    for (int i = 0; i < colours; ++i)
+        table.append(qRgb(255 - i, i * 7 % 256, i));
+    image.setColorTable(table);
+    for (int y = 0; y < image.height(); ++y) {
+        for (int x = 0; x < image.width(); ++x)
+            image.setPixel(x, y, uint((x * 3 + y) % colours));
+    }
+    const QByteArray file = written(image, {.target = Target::Gif});
+    QVERIFY(file.startsWith("GIF89a"));
+    QCOMPARE(2 << (file[10] & 7), entries); // of the screen's colour map
+    QCOMPARE(QImage::fromData(file).convertToFormat(QImage::Format_RGB32),
+             image.convertToFormat(QImage::Format_RGB32));
+}
+
+void TestWriters::gifReducesOthers()
+{
+    const QImage image = colourful(64, 48);
+    const QImage read = QImage::fromData(written(image, {.target = Target::Gif}));
+    QCOMPARE(read.size(), image.size());
+    int difference = 0;
+    for (int y = 0; y < image.height(); ++y) {
+        for (int x = 0; x < image.width(); ++x)
+            difference += qAbs(qRed(read.pixel(x, y)) - qRed(image.pixel(x, y)));
+    }
+    QVERIFY(difference / (64 * 48) < 24);
+    QVERIFY(
+        !QImage::fromData(written(image.convertToFormat(QImage::Format_Grayscale8), {.target = Target::Gif}))
+             .isNull());
+}
+
+void TestWriters::transparencyBecomesWhite()
+{
+    QImage image(8, 8, QImage::Format_ARGB32);
+    image.fill(Qt::transparent);
+    for (const Target target : {Target::Jpg, Target::Gif}) {
+        const QImage read = QImage::fromData(written(image, {.target = target}));
+        QVERIFY(qGray(read.pixel(4, 4)) > 250);
+    }
+    QCOMPARE(qAlpha(QImage::fromData(written(image, {.target = Target::Png})).pixel(4, 4)), 0);
+    // Colours of a wider space are converted where there is no room for the profile.
+    QImage wide(1, 1, QImage::Format_RGB32);
+    wide.fill(qRgb(0, 200, 0));
+    wide.setColorSpace(QColorSpace::AdobeRgb);
+    QVERIFY(preparedFor(Target::Gif, wide).pixel(0, 0) != wide.pixel(0, 0));
+    QCOMPARE(preparedFor(Target::Png, wide).colorSpace(), wide.colorSpace());
+}
+
+void TestWriters::estimates()
+{
+    const QImage image = colourful(2600, 1900);
+    for (const Target target : {Target::Jpg, Target::Png}) {
+        const double real = double(written(image, {.target = target}).size());
+        const double estimate = double(estimatedBytes(image, {.target = target}));
+        QVERIFY2(estimate > real * 0.6 && estimate < real * 1.7,
+                 qPrintable(QString::number(estimate / real)));
+    }
+}
+
+void TestWriters::metadataTravels_data()
+{
+    QTest::addColumn<Target>("target");
+    QTest::newRow("JPEG") << Target::Jpg;
+    QTest::newRow("PNG") << Target::Png;
+}
+
+void TestWriters::metadataTravels()
+{
+    QFETCH(Target, target);
+    const Metadata camera{cameraExif(), "<x:xmpmeta tiff:Orientation=\"6\"/>"};
+    QCOMPARE(exifOrientation(camera.exif), 6);
+    const QByteArray file = written(colourful(64, 32), {.target = target}, camera);
+    QCOMPARE(QImage::fromData(file).size(), QSize(64, 32)); // upright: not turned again
+    QBuffer buffer;
+    buffer.setData(file);
+    buffer.open(QIODevice::ReadOnly);
+    const Metadata found = readMetadata(buffer);
+    QCOMPARE(exifOrientation(found.exif), 1);
+    QCOMPARE(found.exif.size(), camera.exif.size());
+    QCOMPARE(found.exif.mid(60, 4).toHex(), QByteArray("40000000")); // the width now
+    QVERIFY(!found.exif.contains("THUMBNL"));
+    QCOMPARE(found.xmp, QByteArray("<x:xmpmeta tiff:Orientation=\"1\"/>"));
+    QVERIFY(!written(colourful(64, 32), {.target = target, .keepMetadata = false}, camera).contains("Exif"));
+    QVERIFY(!written(colourful(64, 32), {.target = target, .keepMetadata = false}, camera).contains("eXIf"));
+}
+
+void TestWriters::placeIsCleared()
+{
+    const Metadata camera{
+        cameraExif(),
+        "<a exif:GPSLatitude=\"52,1N\" b=\"1\"><exif:GPSLongitude>4,2E</exif:GPSLongitude></a>"};
+    QVERIFY(adaptedMetadata(camera, {1, 1}, true).exif.contains(QByteArray::fromHex("53000000")));
+    const Metadata without = adaptedMetadata(camera, {1, 1}, false);
+    QVERIFY(!without.exif.contains(QByteArray::fromHex("53000000")));
+    QVERIFY(!without.exif.contains(QByteArray::fromHex("2588")));
+    QCOMPARE(without.exif.size(), camera.exif.size());
+    QCOMPARE(without.xmp, QByteArray("<a b=\"1\"></a>"));
+}
+
+void TestWriters::damagedExif()
+{
+    // No byte may bring it down, wherever it points to.
+    const QByteArray whole = cameraExif();
+    for (int at = 0; at < whole.size(); ++at) {
+        for (const char byte : {'\0', '\1', '\x7f', '\xff'}) {
+            QByteArray damaged = whole;
+            damaged[at] = byte;
+            const QByteArray result = adaptedExif(damaged, {1, 1}, at % 2 == 0);
+            QVERIFY(result.isEmpty() || result.size() == damaged.size());
+        }
+        QVERIFY(adaptedExif(whole.left(at), {1, 1}, false).size() <= at);
+    }
+}
+
+void TestWriters::pdfGeometry_data()
+{
+    QTest::addColumn<QSize>("picture");
+    QTest::addColumn<QSize>("expected");
+    const QSize box = pdfBox(1200, 1200);
+    QCOMPARE(box, QSize(9580, 13660));
+    QTest::newRow("small and wide: enlarged to the width") << QSize(200, 100) << QSize(9580, 4790);
+    QTest::newRow("small and high: enlarged to the height") << QSize(100, 200) << QSize(6830, 13660);
+    QTest::newRow("large") << QSize(19160, 100) << QSize(9580, 50);
+    QTest::newRow("one side larger") << QSize(100, 27320) << QSize(50, 13660);
+    QTest::newRow("the box itself") << box << box;
+    QTest::newRow("nothing") << QSize(0, 0) << QSize();
+}
+
+void TestWriters::pdfGeometry()
+{
+    QFETCH(QSize, picture);
+    QTEST(pdfPictureSize(picture, pdfBox(1200, 1200)), "expected");
+    QVERIFY(!cutOffOn(PaperSize::A4) && cutOffOn(PaperSize::Letter) && cutOffOn(PaperSize::A5));
+    QVERIFY(!cutOffOn(PaperSize::Legal) && cutOffOn(PaperSize::Executive));
+}
+
+void TestWriters::pdfPages()
+{
+    QBuffer file;
+    file.open(QIODevice::ReadWrite);
+    PdfDocument document(file, PaperSize::Letter);
+    for (const QImage &page : {colourful(50, 40), QImage(), colourful(40, 50)})
+        QCOMPARE(document.addPage(page), QString());
+    QVERIFY(document.finish());
+    QVERIFY(file.data().startsWith("%PDF-"));
+    QCOMPARE(file.data().count("/Type /Page\n"), 3);
+}
+
+int main(int argc, char **argv)
+{
+    qputenv("QT_QPA_PLATFORM", "offscreen");
+    QGuiApplication application(argc, argv);
+    TestWriters test;
+    return QTest::qExec(&test, argc, argv);
+}
+
+#include "tst_convert_writers.moc"

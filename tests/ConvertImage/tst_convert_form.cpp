@@ -1,0 +1,338 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "ConvertImage/ConvertImageForm.h"
+#include "ConvertImage/OverwriteFileDialog.h"
+#include "ConvertImage/PreviewView.h"
+#include "ConvertImage/Settings.h"
+#include "ConvertImage/engine/Blur.h"
+#include "ConvertImage/engine/Targets.h"
+#include "platform/NewFile.h"
+#include "settings/Keys.h"
+#include "settings/Settings.h"
+#include "tests/support/FakeDialogs.h"
+#include "tests/support/RegistryTest.h"
+#include "tests/support/TestFolder.h"
+
+#include <QApplication>
+#include <QComboBox>
+#include <QDir>
+#include <QGraphicsBlurEffect>
+#include <QGraphicsPixmapItem>
+#include <QGraphicsScene>
+#include <QImageWriter>
+#include <QLabel>
+#include <QListView>
+#include <QPainter>
+#include <QPushButton>
+#include <QSignalSpy>
+#include <QSpinBox>
+#include <QTableView>
+#include <QTest>
+#include <QTimer>
+
+#include <memory>
+
+using namespace Qt::StringLiterals;
+using tests::FakeDialogs;
+using tests::TestFolder;
+
+namespace
+{
+
+constexpr QStringView key = settings::keys::convertImage;
+
+QImage photograph(int width, int height)
+{
+    QImage image(width, height, QImage::Format_RGB32);
+    for (int y = 0; y < height; ++y) {
+        for (int x = 0; x < width; ++x)
+            image.setPixel(x, y, qRgb(x * 255 / width, y * 255 / height, 128 + (x * 5 + y * 3) % 31));
+    }
+    return image;
+}
+
+// A form with some pictures in a folder.
+struct Scene {
+    TestFolder folder;
+    FakeDialogs dialogs;
+    std::unique_ptr<ConvertImageForm> form;
+
+    Scene()
+    {
+        folder.makeFolder(u"in\\deep"_s);
+        folder.makeFolder(u"out"_s);
+        photograph(320, 200).save(folder.path(u"in\\a.png"_s));
+        photograph(200, 120).save(folder.path(u"in\\deep\\\u65e5\u672c.jpg"_s));
+        folder.makeFile(u"in\\broken.jpg"_s, "\xff\xd8\xff\xe0 no picture");
+        settings::writeString(key, u"OutputFolder", folder.path(u"out"_s));
+    }
+    void open()
+    {
+        form = std::make_unique<ConvertImageForm>();
+        form->resize(986, 513);
+        form->show();
+    }
+    QListView *list() const { return form->findChild<QListView *>(u"sourceListView"_s); }
+    bool add(const QStringList &paths, int expected)
+    {
+        form->addPaths(paths);
+        return QTest::qWaitFor([&] { return list()->model()->rowCount() == expected; }, 20'000);
+    }
+    bool convert()
+    {
+        QSignalSpy shown(form.get(), &ConvertImageForm::resultsShown);
+        form->convert();
+        return shown.count() > 0 || shown.wait(60'000);
+    }
+    QStringList results() const
+    {
+        const auto *table = form->findChild<QTableView *>(u"conversionTableView"_s);
+        QStringList texts;
+        for (int row = 0; row < table->model()->rowCount(); ++row)
+            texts.append(table->model()->index(row, 1).data().toString());
+        return texts;
+    }
+    QStringList outputs() const { return QDir(folder.path(u"out"_s)).entryList(QDir::Files, QDir::Name); }
+};
+
+// Gives the next overwrite dialog this answer for all rows.
+void answerExisting(OverwriteFileDialog::Answer answer, int expectedRows)
+{
+    QTimer::singleShot(400, qApp, [answer, expectedRows] {
+        auto *dialog = qobject_cast<OverwriteFileDialog *>(QApplication::activeModalWidget());
+        QVERIFY(dialog);
+        const auto boxes = dialog->findChildren<QComboBox *>();
+        int rows = 0;
+        for (QComboBox *box : boxes) {
+            if (box->count() == 3) {
+                box->setCurrentIndex(static_cast<int>(answer));
+                ++rows;
+            }
+        }
+        QCOMPARE(rows, expectedRows);
+        dialog->accept();
+    });
+}
+
+} // namespace
+
+class ConvertFormTest : public tests::RegistryTest
+{
+    Q_OBJECT
+
+private slots:
+    void initTestCase() { QApplication::setStyle(u"Fusion"_s); }
+
+    void settingsSurviveDamage();
+    void presets();
+    void everyFormat_data();
+    void everyFormat();
+    void existingFilesAreAskedAbout();
+    void leftoversAndLockedOutputs();
+    void controlsAreTheSettings();
+    void previewFollowsTheSettings();
+    void closedInTheMiddle();
+    void blursLikeTheEffect();
+};
+
+void ConvertFormTest::settingsSurviveDamage()
+{
+    const conversion::Settings defaults = conversion::loadSettings();
+    QCOMPARE(defaults, conversion::Settings());
+    settings::writeString(key, u"scalePercentage", u"50");
+    settings::writeDword(key, u"targeFileType", quint32(-3));
+    settings::writeDword(key, u"textPosition", 12);
+    settings::writeDword(key, u"scaleRelativeWidth", 0);
+    settings::writeDword(key, u"adjustContrast", quint32(-50));
+    conversion::Settings read = conversion::loadSettings();
+    QCOMPARE(read.rendering.adjustments.contrast, -50);
+    read.rendering.adjustments.contrast = 0;
+    QCOMPARE(read, defaults);
+    settings::writeDword(key, u"targeFileType", 77);
+    QCOMPARE(conversion::loadSettings().encoding.target, conversion::Target::Pdf);
+}
+
+void ConvertFormTest::presets()
+{
+    conversion::Settings small;
+    small.rendering.resize.on = true;
+    small.rendering.resize.percentage = 25;
+    small.outputFolder = u"C:\\elsewhere"_s;
+    QVERIFY(conversion::savePreset(u"Small"_s, small));
+    QVERIFY(conversion::savePreset(u"Plain"_s, {}));
+    QCOMPARE(conversion::presetNames(), QStringList({u"Plain"_s, u"Small"_s}));
+    conversion::Settings held;
+    held.outputFolder = u"C:\\here"_s;
+    QVERIFY(conversion::loadPreset(u"Small"_s, held));
+    QCOMPARE(held.rendering, small.rendering);
+    QCOMPARE(held.outputFolder, u"C:\\here"_s);
+    settings::writeString(key, u"preset0", u"{ damaged");
+    QVERIFY(!conversion::loadPreset(u"Small"_s, held));
+    conversion::removePreset(u"Plain"_s);
+    QVERIFY(conversion::presetNames().isEmpty());
+}
+
+void ConvertFormTest::everyFormat_data()
+{
+    QTest::addColumn<int>("target");
+    for (int i = 0; i < conversion::targetCount; ++i)
+        QTest::newRow(conversion::factsOf(static_cast<conversion::Target>(i)).extension) << i;
+}
+
+void ConvertFormTest::everyFormat()
+{
+    QFETCH(int, target);
+    const auto facts = conversion::factsOf(static_cast<conversion::Target>(target));
+    const bool isPdf = target == int(conversion::Target::Pdf);
+    const bool isGif = target == int(conversion::Target::Gif); // has a writer of our own
+    if (!isPdf && !isGif && !QImageWriter::supportedImageFormats().contains(QByteArray(facts.extension).mid(1)))
+        QSKIP("built without this format");
+    Scene scene;
+    settings::writeDword(key, u"targeFileType", quint32(target));
+    settings::writeString(key, u"pdfFileName", scene.folder.path(u"out\\all.pdf"_s));
+    settings::writeDword(key, u"scaleImage", 1);
+    settings::writeDword(key, u"scalePercentage", 50);
+    scene.open();
+    QVERIFY(scene.add({scene.folder.path(u"in"_s)}, 3));
+    QVERIFY(scene.convert());
+    QCOMPARE(scene.results(), QStringList({u"Converted"_s, u"Failed"_s, u"Converted"_s}));
+    const QString extension = QString::fromLatin1(facts.extension);
+    if (isPdf) {
+        QCOMPARE(scene.outputs(), QStringList{u"all.pdf"_s});
+        return;
+    }
+    QCOMPARE(scene.outputs(), QStringList({u"a"_s + extension, u"\u65e5\u672c"_s + extension}));
+    const QImage first(scene.folder.path(u"out\\a"_s + extension));
+    QCOMPARE(first.size(), QSize(160, 100));
+    QVERIFY(qAbs(qRed(first.pixel(120, 50)) - 191) < 40 && qAbs(qGreen(first.pixel(120, 50)) - 127) < 40);
+}
+
+void ConvertFormTest::existingFilesAreAskedAbout()
+{
+    Scene scene;
+    settings::writeDword(key, u"targeFileType", quint32(conversion::Target::Png));
+    scene.folder.makeFile(u"out\\a.png"_s, "old");
+    scene.open();
+    QVERIFY(scene.add({scene.folder.path(u"in\\a.png"_s)}, 1));
+    answerExisting(OverwriteFileDialog::Answer::Skip, 1);
+    QVERIFY(scene.convert());
+    QCOMPARE(QFileInfo(scene.folder.path(u"out\\a.png"_s)).size(), 3);
+    answerExisting(OverwriteFileDialog::Answer::KeepBoth, 1);
+    QVERIFY(scene.convert());
+    QCOMPARE(QFileInfo(scene.folder.path(u"out\\a.png"_s)).size(), 3);
+    QCOMPARE(QImage(scene.folder.path(u"out\\a (2).png"_s)).width(), 320);
+    answerExisting(OverwriteFileDialog::Answer::Replace, 1);
+    QVERIFY(scene.convert());
+    QCOMPARE(QImage(scene.folder.path(u"out\\a.png"_s)).width(), 320);
+    // Two of one name are told before anything is written.
+    photograph(10, 10).save(scene.folder.path(u"in\\A.2.bmp"_s));
+    QVERIFY(scene.add({scene.folder.path(u"in\\A.2.bmp"_s)}, 2));
+    scene.dialogs.nextAnswer.enqueue(QMessageBox::Cancel);
+    scene.form->convert();
+    QVERIFY(scene.dialogs.questions.last().text.contains(scene.folder.path(u"out\\A.2.png"_s)));
+}
+
+void ConvertFormTest::leftoversAndLockedOutputs()
+{
+    Scene scene;
+    settings::writeDword(key, u"targeFileType", quint32(conversion::Target::Png));
+    scene.folder.makeFile(u"out\\~larkspur-0123456789abcdef.new"_s, "of a crashed run");
+    scene.folder.makeFile(u"out\\~larkspur-notes.new"_s, "of the user");
+    scene.folder.makeFolder(u"out\\a.png"_s); // no file can have this name
+    scene.open();
+    QVERIFY(scene.add({scene.folder.path(u"in\\a.png"_s)}, 1));
+    answerExisting(OverwriteFileDialog::Answer::Replace, 1);
+    QVERIFY(scene.convert());
+    QCOMPARE(scene.results(), QStringList{u"Failed"_s});
+    QCOMPARE(scene.outputs(), QStringList{u"~larkspur-notes.new"_s});
+    QVERIFY(scene.form->findChild<QPushButton *>(u"tryAgainButton"_s)->isVisible());
+    QString problem;
+    platform::NewFile nowhere(scene.folder.path(u"missing\\x.png"_s));
+    QVERIFY(!nowhere.file().isOpen());
+}
+
+void ConvertFormTest::controlsAreTheSettings()
+{
+    Scene scene;
+    scene.open();
+    for (const conversion::NumberValue &value : conversion::numberValues()) {
+        if (value.name == u"withSubfolders")
+            continue; // in a menu
+        const QList<QWidget *> all = scene.form->findChildren<QWidget *>();
+        QVERIFY2(
+            std::ranges::any_of(
+                all, [&](const QWidget *control) { return control->objectName().startsWith(value.name); }),
+            qPrintable(value.name.toString()));
+    }
+    auto *contrast = scene.form->findChild<QSpinBox *>(u"adjustContrastSpinBox"_s);
+    contrast->setValue(-20);
+    quint32 stored = 0;
+    QVERIFY(settings::readDword(key, u"adjustContrast", stored));
+    QCOMPARE(qint32(stored), -20);
+    scene.form->findChild<QPushButton *>(u"resetAdjustmentsButton"_s)->click();
+    QCOMPARE(contrast->value(), 0);
+}
+
+void ConvertFormTest::previewFollowsTheSettings()
+{
+    Scene scene;
+    scene.open();
+    QVERIFY(scene.add({scene.folder.path(u"in\\a.png"_s)}, 1));
+    auto *facts = scene.form->findChild<QLabel *>(u"previewFactsLabel"_s);
+    QTRY_VERIFY_WITH_TIMEOUT(facts->text().startsWith(u"320 x 200 becomes 320 x 200"_s), 20'000);
+    auto *view = scene.form->findChild<PreviewView *>();
+    const auto middle = [view] { return view->grab().toImage().pixelColor(view->rect().center()); };
+    const QColor before = middle();
+    scene.form->findChild<QSpinBox *>(u"adjustInvertColoursSpinBox"_s)->setValue(256);
+    QTRY_VERIFY_WITH_TIMEOUT(qAbs(middle().blue() - (255 - before.blue())) < 12, 20'000);
+}
+
+void ConvertFormTest::closedInTheMiddle()
+{
+    Scene scene;
+    for (int i = 0; i < 40; ++i)
+        photograph(900, 700).save(scene.folder.path(u"in\\deep\\p%1.bmp"_s.arg(i)));
+    settings::writeDword(key, u"targeFileType", quint32(conversion::Target::Png));
+    scene.open();
+    QVERIFY(scene.add({scene.folder.path(u"in\\deep"_s)}, 41));
+    scene.form->convert();
+    QVERIFY(scene.form->isBusy());
+    scene.form->requestStop();
+    QTRY_VERIFY_WITH_TIMEOUT(!scene.form->isBusy(), 30'000);
+    scene.form.reset();
+    // No half file, and nothing of the temporary ones.
+    for (const QString &name : scene.outputs()) {
+        QVERIFY2(name.endsWith(u".png"_s), qPrintable(name));
+        QVERIFY(!QImage(scene.folder.path(u"out\\"_s + name)).isNull());
+    }
+}
+
+void ConvertFormTest::blursLikeTheEffect()
+{
+    QImage image = photograph(300, 220);
+    QPainter(&image).fillRect(120, 80, 60, 60, Qt::black);
+    for (const int radius : {1, 5, 12}) {
+        QGraphicsScene scene;
+        auto *item = scene.addPixmap(QPixmap::fromImage(image));
+        auto *effect = new QGraphicsBlurEffect;
+        effect->setBlurRadius(radius);
+        item->setGraphicsEffect(effect);
+        QImage expected(image.size(), QImage::Format_RGB32);
+        QPainter painter(&expected);
+        scene.render(&painter, expected.rect(), image.rect());
+        painter.end();
+        const QImage soft = conversion::blurred(image, radius);
+        double squares = 0;
+        int pixels = 0;
+        for (int y = 60; y < 160; ++y) { // the effect darkens the edges
+            for (int x = 60; x < 240; ++x, ++pixels) {
+                const double difference = qGreen(soft.pixel(x, y)) - qGreen(expected.pixel(x, y));
+                squares += difference * difference;
+            }
+        }
+        const double deviation = std::sqrt(squares / pixels);
+        QVERIFY2(deviation < 6.0, qPrintable(u"radius %1: %2"_s.arg(radius).arg(deviation)));
+    }
+}
+
+QTEST_MAIN(ConvertFormTest)
+#include "tst_convert_form.moc"
