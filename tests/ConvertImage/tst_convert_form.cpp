@@ -97,20 +97,23 @@ struct Scene {
 // Gives the next overwrite dialog this answer for all rows.
 void answerExisting(OverwriteFileDialog::Answer answer, int expectedRows)
 {
-    QTimer::singleShot(400, qApp, [answer, expectedRows] {
+    auto *poll = new QTimer(qApp);
+    QObject::connect(poll, &QTimer::timeout, qApp, [poll, answer, expectedRows] {
         auto *dialog = qobject_cast<OverwriteFileDialog *>(QApplication::activeModalWidget());
-        QVERIFY(dialog);
-        const auto boxes = dialog->findChildren<QComboBox *>();
+        if (!dialog)
+            return;
+        poll->deleteLater();
         int rows = 0;
-        for (QComboBox *box : boxes) {
-            if (box->count() == 3) {
-                box->setCurrentIndex(static_cast<int>(answer));
-                ++rows;
-            }
+        for (QComboBox *box : dialog->findChildren<QComboBox *>()) {
+            if (box->count() != 3)
+                continue;
+            box->setCurrentIndex(static_cast<int>(answer));
+            ++rows;
         }
-        QCOMPARE(rows, expectedRows);
         dialog->accept();
+        QCOMPARE(rows, expectedRows);
     });
+    poll->start(100);
 }
 
 } // namespace
@@ -184,7 +187,8 @@ void ConvertFormTest::everyFormat()
     const auto facts = conversion::factsOf(static_cast<conversion::Target>(target));
     const bool isPdf = target == int(conversion::Target::Pdf);
     const bool isGif = target == int(conversion::Target::Gif); // has a writer of our own
-    if (!isPdf && !isGif && !QImageWriter::supportedImageFormats().contains(QByteArray(facts.extension).mid(1)))
+    if (!isPdf && !isGif &&
+        !QImageWriter::supportedImageFormats().contains(QByteArray(facts.extension).mid(1)))
         QSKIP("built without this format");
     Scene scene;
     settings::writeDword(key, u"targeFileType", quint32(target));
