@@ -163,6 +163,7 @@ void SecureDeleteForm::on_deleteButton_clicked()
 {
     if (m_list->isReading())
         return;
+    showMethod(); // as it is stored now
     // A copy: what is destroyed is what the question was about.
     const std::vector<ListRow> rows = m_list->model().rows();
     const ItemTotals totals = m_list->model().totals();
@@ -191,6 +192,7 @@ void SecureDeleteForm::deleteFromBin(bool all)
     const std::vector<BinRow> rows = all ? m_bin->allRows() : m_bin->selectedRows();
     if (rows.empty())
         return;
+    showMethod();
     SecureDeleteJob job;
     job.mode = SecureDeleteJob::Mode::RecycleBin;
     for (const BinRow &row : rows) {

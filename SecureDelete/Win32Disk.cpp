@@ -128,8 +128,12 @@ std::optional<std::vector<Range>> Win32File::allocatedRanges()
 void Win32File::close()
 {
     m_stream.reset();
-    if (m_writing && m_writing->state() == Guarded::Done)
-        readFacts();
+    if (m_writing && m_writing->state() == Guarded::Done) {
+        if (const auto now = platform::sizeAndTimeOf(m_writing->handle())) {
+            m_listed.size = now->size;
+            m_listed.lastWriteTime = now->lastWriteTime;
+        }
+    }
     m_writing.reset();
 }
 

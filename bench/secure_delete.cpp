@@ -57,27 +57,34 @@ void makeFiles(const std::wstring &folder, int files, quint64 size)
     }
 }
 
-// What overwriting alone costs: the chunks and passes, and nothing else.
-void bareOverwrite(const std::wstring &path, quint64 size, const std::vector<char> &data)
+void bareRange(HANDLE file, quint64 offset, quint64 size, const std::vector<char> &data)
 {
-    const HANDLE file =
-        CreateFileW(path.c_str(), GENERIC_WRITE, FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE,
-                    nullptr, OPEN_EXISTING, FILE_FLAG_WRITE_THROUGH, nullptr);
+    SetFilePointer(file, static_cast<LONG>(offset), nullptr, FILE_BEGIN);
     for (quint64 done = 0; done < size; done += chunk) {
         const DWORD length = size - done < chunk ? static_cast<DWORD>(size - done) : chunk;
         for (int pass = 0; pass < passes; ++pass) {
             if (pass > 0)
                 SetFilePointer(file, -static_cast<LONG>(length), nullptr, FILE_CURRENT);
             DWORD written = 0;
-            WriteFile(file, data.data(), length, &written, nullptr);
+            WriteFile(file, data.data() + static_cast<std::size_t>(pass) * chunk, length, &written, nullptr);
         }
     }
+}
+
+// What overwriting alone costs: the same writes, last byte first, and nothing else.
+void bareOverwrite(const std::wstring &path, quint64 size, const std::vector<char> &data)
+{
+    const HANDLE file =
+        CreateFileW(path.c_str(), GENERIC_WRITE, FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE,
+                    nullptr, OPEN_EXISTING, FILE_FLAG_WRITE_THROUGH, nullptr);
+    bareRange(file, size - 1, 1, data);
+    bareRange(file, 0, size - 1, data);
     CloseHandle(file);
 }
 
 void bareShred(const std::wstring &folder, int files, quint64 size, bool rename)
 {
-    const std::vector<char> data(chunk, 'y');
+    const std::vector<char> data(passes * chunk, 'y'); // a buffer for each pass
     for (int index = 0; index < files; ++index) {
         std::wstring path = folder + L'\\' + nameOf(index);
         bareOverwrite(path, size, data);

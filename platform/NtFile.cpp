@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "platform/NtFile.h"
 
+#include "platform/HandleFacts.h"
+
 #include <cstddef>
 #include <vector>
 
@@ -61,6 +63,15 @@ bool openInformation(HANDLE file, FILE_NETWORK_OPEN_INFORMATION &information)
     IO_STATUS_BLOCK done = {};
     return NtQueryInformationFile(file, &done, &information, sizeof information,
                                   FileNetworkOpenInformation) >= 0;
+}
+
+std::optional<SizeAndTime> sizeAndTimeOf(HANDLE file)
+{
+    FILE_NETWORK_OPEN_INFORMATION facts;
+    if (!openInformation(file, facts))
+        return std::nullopt;
+    return SizeAndTime{static_cast<quint64>(facts.EndOfFile.QuadPart),
+                       static_cast<quint64>(facts.LastWriteTime.QuadPart)};
 }
 
 DWORD reparseTagOf(HANDLE file)
