@@ -32,6 +32,24 @@ private:
     HRESULT m_result;
 };
 
+// Owner of one reference to a COM object.
+template <class Interface>
+struct ComTraits {
+    using Raw = Interface *;
+    static Raw none() noexcept { return nullptr; }
+    static void close(Raw raw) noexcept { raw->Release(); }
+};
+template <class Interface>
+class ComPointer : public UniqueHandle<ComTraits<Interface>>
+{
+public:
+    using UniqueHandle<ComTraits<Interface>>::UniqueHandle;
+
+    Interface *operator->() const noexcept { return this->get(); }
+    // For calls that return an object through a pointer to void. Releases what was held.
+    void **putVoid() noexcept { return reinterpret_cast<void **>(this->put()); }
+};
+
 // Memory that COM and the shell hand out.
 struct CoTaskMemoryTraits {
     using Raw = void *;

@@ -12,12 +12,12 @@ namespace platform
 namespace
 {
 
-// With the attributes given, the name stands for anything so called and nothing is looked up on a disk.
-QImage shellIcon(const wchar_t *name, DWORD attributes, UINT size)
+// With SHGFI_USEFILEATTRIBUTES the name stands for anything so called and nothing is looked up on a disk.
+QImage shellIcon(const wchar_t *name, DWORD attributes, UINT flags)
 {
     const ComScope com; // the shell asks its icon handlers through COM
     SHFILEINFOW info = {};
-    if (!SHGetFileInfoW(name, attributes, &info, sizeof info, SHGFI_USEFILEATTRIBUTES | SHGFI_ICON | size))
+    if (!SHGetFileInfoW(name, attributes, &info, sizeof info, SHGFI_ICON | flags))
         return {};
     const IconHandle icon(info.hIcon);
     return icon ? QImage::fromHICON(icon.get()) : QImage();
@@ -27,12 +27,18 @@ QImage shellIcon(const wchar_t *name, DWORD attributes, UINT size)
 
 QImage systemFolderIcon()
 {
-    return shellIcon(L"folder", FILE_ATTRIBUTE_DIRECTORY | FILE_ATTRIBUTE_NORMAL, SHGFI_SMALLICON);
+    return shellIcon(L"folder", FILE_ATTRIBUTE_DIRECTORY | FILE_ATTRIBUTE_NORMAL,
+                     SHGFI_USEFILEATTRIBUTES | SHGFI_SMALLICON);
 }
 
 QImage systemFileIcon(const QString &fileName)
 {
-    return shellIcon(wide(fileName), FILE_ATTRIBUTE_NORMAL, SHGFI_LARGEICON);
+    return shellIcon(wide(fileName), FILE_ATTRIBUTE_NORMAL, SHGFI_USEFILEATTRIBUTES | SHGFI_LARGEICON);
+}
+
+QImage smallIconOf(const QString &path)
+{
+    return shellIcon(wide(path), 0, SHGFI_SMALLICON);
 }
 
 } // namespace platform

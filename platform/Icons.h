@@ -16,4 +16,8 @@ QImage systemFolderIcon();
 // it asks the shell each time. Null when the shell has none.
 QImage systemFileIcon(const QString &fileName);
 
+// The small icon (16 x 16 at 100 %) of this very file, folder or drive, which is looked at: not for the
+// interface thread. Null when the shell has none.
+QImage smallIconOf(const QString &path);
+
 } // namespace platform
