@@ -1,0 +1,91 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "SystemInfo/Gathering.h"
+
+#include "platform/DetachedThread.h"
+
+#include <QMutex>
+#include <QWaitCondition>
+
+#include <exception>
+
+namespace systeminfo
+{
+
+namespace
+{
+
+using Clock = std::chrono::steady_clock;
+
+// Between two looks at the cancel flag, which wakes nobody.
+constexpr std::chrono::milliseconds pause{20};
+
+} // namespace
+
+struct Gathering::Shared {
+    explicit Shared(PageId id) : latest(emptyPage(id)) {}
+
+    QMutex mutex;
+    QWaitCondition changed;
+    Page latest;
+    bool done = false;
+    core::CancelFlag cancel;
+
+    void take(Page page, bool last)
+    {
+        const QMutexLocker lock(&mutex);
+        latest = std::move(page);
+        done = done || last;
+        changed.wakeAll();
+    }
+
+    void fail()
+    {
+        const QMutexLocker lock(&mutex);
+        latest.notices << Words::tr("The page could not be gathered to its end.");
+        done = true;
+        changed.wakeAll();
+    }
+
+    void gather(PageId id, const MachineFactory &factory)
+    {
+        try {
+            const std::unique_ptr<Machine> machine = factory(cancel);
+            Page page =
+                pageSource(id).gather(*machine, [this](const Page &state) { take(state, false); });
+            take(std::move(page), true);
+        } catch (const std::exception &) {
+            fail();
+        }
+    }
+};
+
+Gathering::Gathering(PageId id, const MachineFactory &factory) : m_shared(std::make_shared<Shared>(id))
+{
+    try {
+        platform::runDetached([shared = m_shared, id, factory] { shared->gather(id, factory); });
+    } catch (const std::exception &) {
+        m_shared->fail(); // no thread to be had
+    }
+}
+
+Gathering::Gathering(Gathering &&) noexcept = default;
+
+Gathering::~Gathering()
+{
+    if (m_shared)
+        m_shared->cancel.set();
+}
+
+Page Gathering::wait(const core::CancelFlag &cancel, std::chrono::milliseconds limit)
+{
+    const auto end = Clock::now() + limit;
+    QMutexLocker lock(&m_shared->mutex);
+    while (!m_shared->done && !cancel.isSet() && Clock::now() < end)
+        m_shared->changed.wait(&m_shared->mutex, static_cast<unsigned long>(pause.count()));
+    Page page = m_shared->latest;
+    if (!m_shared->done && !cancel.isSet())
+        page.notices << Words::tr("Windows did not answer in time. What is missing here may come with Refresh.");
+    return page;
+}
+
+} // namespace systeminfo

@@ -1,0 +1,70 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include "SystemInfo/LoadPageThread.h"
+
+#include <QStandardItemModel>
+#include <QWidget>
+
+#include <functional>
+
+class FieldValueTree;
+class NoticeBar;
+class PageBar;
+class WrappedLabel;
+
+// One page of facts: a bar, what is missing, and the tree. It is gathered when the form is made and again on
+// refresh; the model is attached when the loader has filled it. The pages of pages/ only name their parts.
+class InfoPageForm : public QWidget
+{
+    Q_OBJECT
+
+public:
+    ~InfoPageForm() override;
+
+    systeminfo::PageId id() const { return m_id; }
+    // Null until the page was gathered, and while it is gathered again.
+    const systeminfo::Page *page() const { return m_isLoaded ? &m_page : nullptr; }
+    PageBar *bar() const { return m_bar; }
+
+    void refresh();
+    // Selects a row by the positions from its section on; does nothing when there is none.
+    void showRow(const std::vector<int> &row);
+    void tell(const QString &notice, bool isWarning = true);
+
+signals:
+    void loaded();
+
+protected:
+    using MakeLoader = std::function<LoadPageThread *(QStandardItemModel *model)>;
+
+    InfoPageForm(systeminfo::PageId id, const QString &treeName, MakeLoader makeLoader, QWidget *parent);
+
+    template <class Loader>
+    static LoadPageThread *make(QStandardItemModel *model)
+    {
+        return new Loader(model);
+    }
+
+private slots:
+    void onProcessFinish();
+
+private:
+    void buildActions();
+    void load();
+    void open(const QModelIndex &index);
+    void copyValue();
+    void copySection();
+    void copyPage();
+
+    const systeminfo::PageId m_id;
+    const MakeLoader m_makeLoader;
+    PageBar *m_bar;
+    NoticeBar *m_notice;
+    WrappedLabel *m_summary;
+    FieldValueTree *m_tree;
+    QStandardItemModel m_model;
+    systeminfo::Page m_page;
+    bool m_isLoaded = false;
+    core::WorkerPointer<LoadPageThread> m_loader; // ends first: it fills the model
+};

@@ -1,0 +1,97 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "SystemInfo/PageBar.h"
+
+#include "widgets/Controls.h"
+#include "widgets/FLPopupMenu.h"
+#include "widgets/SearchLine.h"
+#include "widgets/Theme.h"
+
+#include <QAbstractItemView>
+#include <QCompleter>
+#include <QHBoxLayout>
+#include <QToolButton>
+
+using systeminfo::Hit;
+
+PageBar::PageBar(QWidget *parent)
+    : QWidget(parent),
+      m_search(new SearchLine(this)),
+      m_refresh(controls::toolButton(this,
+                                     {.objectName = "refreshButton",
+                                      .image = "Refresh24",
+                                      .text = tr("Refresh"),
+                                      .tip = tr("Gather this page again"),
+                                      .key = QKeySequence::Refresh},
+                                     true)),
+      m_list(new QCompleter(&m_lines, this))
+{
+    m_search->setObjectName(QStringLiteral("searchLineEdit"));
+    m_search->setPlaceholderText(tr("Search all pages"));
+    m_search->setAccessibleName(tr("Search all pages"));
+    auto *report = controls::toolButton(this,
+                                        {.objectName = "reportButton",
+                                         .image = "Export24",
+                                         .text = tr("Report"),
+                                         .tip = tr("Copy, save or compare what is shown")},
+                                        true);
+    buildMenu(report);
+    auto *layout = new QHBoxLayout(this);
+    layout->setContentsMargins(theme::spaceSnug, theme::spaceSnug, theme::spaceSnug, theme::spaceSnug);
+    layout->addWidget(m_search, 1);
+    layout->addWidget(m_refresh);
+    layout->addWidget(report);
+
+    m_list->setWidget(m_search);
+    m_list->setCompletionMode(QCompleter::UnfilteredPopupCompletion);
+    m_list->setMaxVisibleItems(12);
+    connect(m_list, qOverload<const QModelIndex &>(&QCompleter::activated), this, &PageBar::choose);
+    connect(m_search, &SearchLine::searched, this, &PageBar::searched);
+    connect(m_refresh, &QToolButton::clicked, this, &PageBar::refreshRequested);
+    controls::shortcut(parent, QKeySequence::Find, [this] { m_search->setFocus(Qt::ShortcutFocusReason); });
+}
+
+void PageBar::buildMenu(QToolButton *button)
+{
+    auto *menu = new FLPopupMenu(button);
+    const auto add = [this, menu](const char *name, const QString &text, void (PageBar::*request)()) {
+        QAction *action = menu->addAction(text, this, request);
+        action->setObjectName(QLatin1String(name));
+    };
+    add("copyPageAction", tr("Copy This Page"), &PageBar::copyRequested);
+    add("saveReportAction", tr("Save Report ..."), &PageBar::saveRequested);
+    add("compareReportsAction", tr("Compare Two Saved Reports ..."), &PageBar::compareRequested);
+    button->setMenu(menu);
+    button->setPopupMode(QToolButton::InstantPopup);
+}
+
+void PageBar::setLoading(bool loading)
+{
+    m_refresh->setEnabled(!loading);
+}
+
+void PageBar::showHits(const std::vector<Hit> &hits, const QString &note)
+{
+    m_hits = hits;
+    m_lines.clear();
+    for (const Hit &hit : hits) {
+        const QString path = hit.path.join(QStringLiteral(" \u203a "));
+        m_lines.appendRow(new QStandardItem(hit.value.isEmpty() ? path : path + QStringLiteral(": ") + hit.value));
+    }
+    if (!note.isEmpty()) {
+        auto *line = new QStandardItem(note);
+        line->setFlags(Qt::ItemIsEnabled);
+        m_lines.appendRow(line);
+    }
+    if (m_lines.rowCount() > 0)
+        m_list->complete();
+    else
+        m_list->popup()->hide();
+}
+
+void PageBar::choose(const QModelIndex &index)
+{
+    // The index is that of the completer's own model, whose rows are ours.
+    const auto row = static_cast<std::size_t>(index.row());
+    if (row < m_hits.size())
+        emit hitChosen(m_hits[row]);
+}

@@ -1,0 +1,43 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include "SystemInfo/engine/Search.h"
+
+#include <QStandardItemModel>
+#include <QWidget>
+
+class QCompleter;
+class QToolButton;
+class SearchLine;
+
+// The bar above a page: a search through all pages, and what can be done with this page and the whole report.
+class PageBar : public QWidget
+{
+    Q_OBJECT
+
+public:
+    explicit PageBar(QWidget *parent = nullptr);
+
+    void setLoading(bool loading);
+    // The answer to searched(), listed below the line; `note` stands at its end when it is not empty.
+    void showHits(const std::vector<systeminfo::Hit> &hits, const QString &note);
+    SearchLine *searchLine() const { return m_search; }
+
+signals:
+    void searched(const QString &text);
+    void hitChosen(const systeminfo::Hit &hit);
+    void refreshRequested();
+    void copyRequested();
+    void saveRequested();
+    void compareRequested();
+
+private:
+    void buildMenu(QToolButton *button);
+    void choose(const QModelIndex &index);
+
+    SearchLine *m_search;
+    QToolButton *m_refresh;
+    QCompleter *m_list;
+    QStandardItemModel m_lines;
+    std::vector<systeminfo::Hit> m_hits;
+};
