@@ -50,8 +50,7 @@ struct Gathering::Shared {
     {
         try {
             const std::unique_ptr<Machine> machine = factory(cancel);
-            Page page =
-                pageSource(id).gather(*machine, [this](const Page &state) { take(state, false); });
+            Page page = pageSource(id).gather(*machine, [this](const Page &state) { take(state, false); });
             take(std::move(page), true);
         } catch (const std::exception &) {
             fail();
@@ -84,7 +83,8 @@ Page Gathering::wait(const core::CancelFlag &cancel, std::chrono::milliseconds l
         m_shared->changed.wait(&m_shared->mutex, static_cast<unsigned long>(pause.count()));
     Page page = m_shared->latest;
     if (!m_shared->done && !cancel.isSet())
-        page.notices << Words::tr("Windows did not answer in time. What is missing here may come with Refresh.");
+        page.notices << Words::tr(
+            "Windows did not answer in time. What is missing here may come with Refresh.");
     return page;
 }
 

@@ -13,9 +13,9 @@ namespace systeminfo
 // How long a page waits for Windows before it shows what has come and says that the rest is missing.
 inline constexpr std::chrono::milliseconds answerLimit{30'000};
 
-// Gathers a page on a thread of its own. The calls of a page wait in WMI, in drivers and on networks, some for
-// ever, and nothing ends them from outside: whoever waits here gives up when told to or after the limit, and the
-// thread is left behind with what it holds. It is never terminated; its late answer is dropped.
+// Gathers a page on a thread of its own. The calls of a page wait in WMI, in drivers and on networks, some
+// for ever, and nothing ends them from outside: whoever waits here gives up when told to or after the limit,
+// and the thread is left behind with what it holds. It is never terminated; its late answer is dropped.
 class Gathering
 {
 public:

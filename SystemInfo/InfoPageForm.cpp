@@ -36,8 +36,8 @@ InfoPageForm::InfoPageForm(PageId id, const QString &treeName, MakeLoader makeLo
     auto *layout = new QVBoxLayout(this);
     layout->setContentsMargins(0, 0, 0, 0);
     layout->setSpacing(0);
-    for (QWidget *part : {static_cast<QWidget *>(m_bar), static_cast<QWidget *>(m_notice),
-                          static_cast<QWidget *>(m_summary)})
+    for (QWidget *part :
+         {static_cast<QWidget *>(m_bar), static_cast<QWidget *>(m_notice), static_cast<QWidget *>(m_summary)})
         layout->addWidget(part);
     layout->addWidget(m_tree, 1);
     buildActions();
@@ -49,8 +49,8 @@ InfoPageForm::~InfoPageForm() = default;
 void InfoPageForm::buildActions()
 {
     const auto add = [this](const char *name, const QString &text, void (InfoPageForm::*copy)()) {
-        m_tree->addAction(controls::action(
-            this, {.objectName = name, .image = "Copy24", .text = text}, [this, copy] { (this->*copy)(); }));
+        m_tree->addAction(controls::action(this, {.objectName = name, .image = "Copy24", .text = text},
+                                           [this, copy] { (this->*copy)(); }));
     };
     add("copyValueAction", tr("Copy Value"), &InfoPageForm::copyValue);
     add("copySectionAction", tr("Copy Section"), &InfoPageForm::copySection);

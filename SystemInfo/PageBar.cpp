@@ -75,7 +75,8 @@ void PageBar::showHits(const std::vector<Hit> &hits, const QString &note)
     m_lines.clear();
     for (const Hit &hit : hits) {
         const QString path = hit.path.join(QStringLiteral(" \u203a "));
-        m_lines.appendRow(new QStandardItem(hit.value.isEmpty() ? path : path + QStringLiteral(": ") + hit.value));
+        m_lines.appendRow(
+            new QStandardItem(hit.value.isEmpty() ? path : path + QStringLiteral(": ") + hit.value));
     }
     if (!note.isEmpty()) {
         auto *line = new QStandardItem(note);

@@ -6,6 +6,7 @@
 #include "FindDuplicate/FindDuplicateForm.h"
 #include "FindDuplicateImage/FindDuplicateImageForm.h"
 #include "SecureDelete/SecureDeleteForm.h"
+#include "SystemInfo/SystemInfoForm.h"
 #include "TrackCleaner/TrackCleanerForm.h"
 #include "automation/HotkeyForm.h"
 #include "widgets/FLWidget.h"
@@ -158,7 +159,8 @@ ModuleTable ModuleTable::suite()
          .icon = IMAGE("computing48"),
          .buttonName = "systemInfoButton",
          .panelText = QT_TR_NOOP("System Information"),
-         .panelOrder = 12},
+         .panelOrder = 12,
+         .create = create<SystemInfoForm>},
         {.id = 6,
          .cardTitle = QT_TR_NOOP("Track Cleaner"),
          .description = QT_TR_NOOP("Protect your privacy by eliminating traces of your digital activities"),

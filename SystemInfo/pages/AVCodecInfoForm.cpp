@@ -3,7 +3,10 @@
 
 using systeminfo::PageId;
 
-LoadAVCodecInfoThread::LoadAVCodecInfoThread(QStandardItemModel *model) : LoadPageThread(PageId::Codecs, model) {}
+LoadAVCodecInfoThread::LoadAVCodecInfoThread(QStandardItemModel *model)
+    : LoadPageThread(PageId::Codecs, model)
+{
+}
 
 AVCodecInfoForm::AVCodecInfoForm(QWidget *parent)
     : InfoPageForm(PageId::Codecs, QStringLiteral("codecTreeView"), make<LoadAVCodecInfoThread>, parent)

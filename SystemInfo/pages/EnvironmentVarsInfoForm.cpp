@@ -3,9 +3,13 @@
 
 using systeminfo::PageId;
 
-LoadEnvironmentVarsInfoThread::LoadEnvironmentVarsInfoThread(QStandardItemModel *model) : LoadPageThread(PageId::EnvironmentVariables, model) {}
+LoadEnvironmentVarsInfoThread::LoadEnvironmentVarsInfoThread(QStandardItemModel *model)
+    : LoadPageThread(PageId::EnvironmentVariables, model)
+{
+}
 
 EnvironmentVarsInfoForm::EnvironmentVarsInfoForm(QWidget *parent)
-    : InfoPageForm(PageId::EnvironmentVariables, QStringLiteral("environmentVarsTreeView"), make<LoadEnvironmentVarsInfoThread>, parent)
+    : InfoPageForm(PageId::EnvironmentVariables, QStringLiteral("environmentVarsTreeView"),
+                   make<LoadEnvironmentVarsInfoThread>, parent)
 {
 }

@@ -3,7 +3,9 @@
 
 using systeminfo::PageId;
 
-LoadMemoryInfoThread::LoadMemoryInfoThread(QStandardItemModel *model) : LoadPageThread(PageId::Memory, model) {}
+LoadMemoryInfoThread::LoadMemoryInfoThread(QStandardItemModel *model) : LoadPageThread(PageId::Memory, model)
+{
+}
 
 MemoryInfoForm::MemoryInfoForm(QWidget *parent)
     : InfoPageForm(PageId::Memory, QStringLiteral("memoryTreeView"), make<LoadMemoryInfoThread>, parent)

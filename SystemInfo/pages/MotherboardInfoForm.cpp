@@ -3,9 +3,13 @@
 
 using systeminfo::PageId;
 
-LoadMotherboardInfoThread::LoadMotherboardInfoThread(QStandardItemModel *model) : LoadPageThread(PageId::Motherboard, model) {}
+LoadMotherboardInfoThread::LoadMotherboardInfoThread(QStandardItemModel *model)
+    : LoadPageThread(PageId::Motherboard, model)
+{
+}
 
 MotherboardInfoForm::MotherboardInfoForm(QWidget *parent)
-    : InfoPageForm(PageId::Motherboard, QStringLiteral("motherboardTreeView"), make<LoadMotherboardInfoThread>, parent)
+    : InfoPageForm(PageId::Motherboard, QStringLiteral("motherboardTreeView"),
+                   make<LoadMotherboardInfoThread>, parent)
 {
 }

@@ -3,9 +3,13 @@
 
 using systeminfo::PageId;
 
-LoadOperatingSystemInfoThread::LoadOperatingSystemInfoThread(QStandardItemModel *model) : LoadPageThread(PageId::OperatingSystem, model) {}
+LoadOperatingSystemInfoThread::LoadOperatingSystemInfoThread(QStandardItemModel *model)
+    : LoadPageThread(PageId::OperatingSystem, model)
+{
+}
 
 OperatingSystemInfoForm::OperatingSystemInfoForm(QWidget *parent)
-    : InfoPageForm(PageId::OperatingSystem, QStringLiteral("operatingSystemTreeView"), make<LoadOperatingSystemInfoThread>, parent)
+    : InfoPageForm(PageId::OperatingSystem, QStringLiteral("operatingSystemTreeView"),
+                   make<LoadOperatingSystemInfoThread>, parent)
 {
 }

@@ -3,9 +3,13 @@
 
 using systeminfo::PageId;
 
-LoadSpecialFoldersInfoThread::LoadSpecialFoldersInfoThread(QStandardItemModel *model) : LoadPageThread(PageId::SpecialFolders, model) {}
+LoadSpecialFoldersInfoThread::LoadSpecialFoldersInfoThread(QStandardItemModel *model)
+    : LoadPageThread(PageId::SpecialFolders, model)
+{
+}
 
 SpecialFoldersForm::SpecialFoldersForm(QWidget *parent)
-    : InfoPageForm(PageId::SpecialFolders, QStringLiteral("specialFoldersTreeView"), make<LoadSpecialFoldersInfoThread>, parent)
+    : InfoPageForm(PageId::SpecialFolders, QStringLiteral("specialFoldersTreeView"),
+                   make<LoadSpecialFoldersInfoThread>, parent)
 {
 }

@@ -3,9 +3,13 @@
 
 using systeminfo::PageId;
 
-LoadStartupItemsInfoThread::LoadStartupItemsInfoThread(QStandardItemModel *model) : LoadPageThread(PageId::StartupItems, model) {}
+LoadStartupItemsInfoThread::LoadStartupItemsInfoThread(QStandardItemModel *model)
+    : LoadPageThread(PageId::StartupItems, model)
+{
+}
 
 StartupItemsInfoForm::StartupItemsInfoForm(QWidget *parent)
-    : InfoPageForm(PageId::StartupItems, QStringLiteral("startupItemsTreeView"), make<LoadStartupItemsInfoThread>, parent)
+    : InfoPageForm(PageId::StartupItems, QStringLiteral("startupItemsTreeView"),
+                   make<LoadStartupItemsInfoThread>, parent)
 {
 }

@@ -3,7 +3,10 @@
 
 using systeminfo::PageId;
 
-LoadStorageInfoThread::LoadStorageInfoThread(QStandardItemModel *model) : LoadPageThread(PageId::Storage, model) {}
+LoadStorageInfoThread::LoadStorageInfoThread(QStandardItemModel *model)
+    : LoadPageThread(PageId::Storage, model)
+{
+}
 
 StorageInfoForm::StorageInfoForm(QWidget *parent)
     : InfoPageForm(PageId::Storage, QStringLiteral("storageTreeView"), make<LoadStorageInfoThread>, parent)

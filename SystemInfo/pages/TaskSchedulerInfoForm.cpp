@@ -3,9 +3,13 @@
 
 using systeminfo::PageId;
 
-LoadTaskSchedulerInfoThread::LoadTaskSchedulerInfoThread(QStandardItemModel *model) : LoadPageThread(PageId::TaskScheduler, model) {}
+LoadTaskSchedulerInfoThread::LoadTaskSchedulerInfoThread(QStandardItemModel *model)
+    : LoadPageThread(PageId::TaskScheduler, model)
+{
+}
 
 TaskSchedulerInfoForm::TaskSchedulerInfoForm(QWidget *parent)
-    : InfoPageForm(PageId::TaskScheduler, QStringLiteral("taskSchedulerTreeView"), make<LoadTaskSchedulerInfoThread>, parent)
+    : InfoPageForm(PageId::TaskScheduler, QStringLiteral("taskSchedulerTreeView"),
+                   make<LoadTaskSchedulerInfoThread>, parent)
 {
 }
