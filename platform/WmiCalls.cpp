@@ -125,7 +125,7 @@ public:
         ULONG count = 0;
         const HRESULT result = m_rows->Next(static_cast<long>(WBEM_INFINITE), 1, object.put(), &count);
         if (FAILED(result) || count == 0)
-            return FAILED(result) ? result : WBEM_S_FALSE;
+            return FAILED(result) ? result : static_cast<long>(WBEM_S_FALSE);
         for (const QString &property : properties)
             read(object, property, row);
         return WBEM_S_NO_ERROR;
