@@ -44,7 +44,10 @@ InfoPageForm::InfoPageForm(PageId id, const QString &treeName, MakeLoader makeLo
     load();
 }
 
-InfoPageForm::~InfoPageForm() = default;
+InfoPageForm::~InfoPageForm()
+{
+    m_tree->setModel(nullptr); // it goes before the tree
+}
 
 void InfoPageForm::buildActions()
 {
