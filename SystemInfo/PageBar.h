@@ -37,7 +37,7 @@ private:
 
     SearchLine *m_search;
     QToolButton *m_refresh;
+    QStandardItemModel m_lines; // before the list that reads it
     QCompleter *m_list;
-    QStandardItemModel m_lines;
     std::vector<systeminfo::Hit> m_hits;
 };
