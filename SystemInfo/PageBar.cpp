@@ -37,7 +37,8 @@ PageBar::PageBar(QWidget *parent)
     buildMenu(report);
     auto *layout = new QHBoxLayout(this);
     layout->setContentsMargins(theme::spaceSnug, theme::spaceSnug, theme::spaceSnug, theme::spaceSnug);
-    layout->addWidget(m_search, 1);
+    layout->addWidget(m_search);
+    layout->addStretch(1);
     layout->addWidget(m_refresh);
     layout->addWidget(report);
 
