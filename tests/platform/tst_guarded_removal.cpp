@@ -157,12 +157,14 @@ void TestGuardedRemoval::leavesInTheCloudWhatIsOnlyThere()
     folder.makeFile(u"a.txt"_s, "content");
     const ShownItem file = shown(folder, u"a.txt"_s);
     tests::FakeFileProbe probe;
-    probe.setAttributes(file.path, core::AttributeRecallOnOpen);
-    QCOMPARE(platform::removalObstacle(file), std::optional(Guarded::InCloud));
-    QCOMPARE(platform::moveShownItem(file), Guarded::InCloud);
+    for (const quint32 attribute :
+         {core::AttributeRecallOnOpen, core::AttributeRecallOnDataAccess, core::AttributeOffline}) {
+        probe.setAttributes(file.path, attribute);
+        QCOMPARE(platform::removalObstacle(file), std::optional(Guarded::InCloud));
+        QCOMPARE(platform::moveShownItem(file), Guarded::InCloud);
+    }
     QVERIFY(bin.asked.isEmpty());
-    // What is fetched only when its content is read can be moved as it is.
-    probe.setAttributes(file.path, core::AttributeRecallOnDataAccess);
+    probe.setAttributes(file.path, 0);
     QCOMPARE(platform::moveShownItem(file), Guarded::Done);
 }
 
