@@ -37,7 +37,7 @@ TrackCleanerDetailDialog::TrackCleanerDetailDialog(std::shared_ptr<const tracks:
     buildTexts(layout);
     buildTable(layout);
     buildButtons(layout);
-    resize(980, 600);
+    resize(1180, 620);
     connect(m_model, &TracesModel::choiceChanged, this, [this] {
         showChoice();
         emit leftOutChanged(m_item, m_model->leftOut());
@@ -73,12 +73,12 @@ void TrackCleanerDetailDialog::buildTable(QVBoxLayout *layout)
     const auto width = [&](const QString &text) {
         return metrics.horizontalAdvance(text) + 3 * theme::space;
     };
-    view->setColumnWidth(TracesModel::Entry, 230);
-    view->setColumnWidth(TracesModel::Place, 260);
+    view->setColumnWidth(TracesModel::Entry, 190);
+    view->setColumnWidth(TracesModel::Place, 230);
     view->setColumnWidth(TracesModel::Size, width(QStringLiteral("1000.00 MB")));
     view->setColumnWidth(TracesModel::Time, width(QStringLiteral("2000-00-00 00:00:00")));
     view->setColumnWidth(TracesModel::State, width(tr("kept: needs an administrator")));
-    view->setColumnWidth(TracesModel::Meaning, 420);
+    view->horizontalHeader()->setStretchLastSection(true);
     connect(m_table, &ResultView::searched, m_model, &TracesModel::search);
     connect(m_table, &ResultView::told, this,
             [this](NoticeBar::Kind kind, const QString &notice) { m_notice->showNotice(kind, notice); });
