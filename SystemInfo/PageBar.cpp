@@ -13,6 +13,13 @@
 
 using systeminfo::Hit;
 
+namespace
+{
+
+constexpr int listWidth = 560; // a hit names its page, section and value
+
+} // namespace
+
 PageBar::PageBar(QWidget *parent)
     : QWidget(parent),
       m_search(new SearchLine(this)),
@@ -85,7 +92,7 @@ void PageBar::showHits(const std::vector<Hit> &hits, const QString &note)
         m_lines.appendRow(line);
     }
     if (m_lines.rowCount() > 0)
-        m_list->complete();
+        m_list->complete(QRect(0, 0, qMax(m_search->width(), listWidth), m_search->height()));
     else
         m_list->popup()->hide();
 }
