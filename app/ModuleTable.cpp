@@ -3,6 +3,8 @@
 
 #include "ConvertImage/ConvertImageForm.h"
 #include "DiskUsage/DiskUsageForm.h"
+#include "ExtractIcon/ExtractIconForm.h"
+#include "ExtractIcon/Image2IcoForm.h"
 #include "FindDuplicate/FindDuplicateForm.h"
 #include "FindDuplicateImage/FindDuplicateImageForm.h"
 #include "SecureDelete/SecureDeleteForm.h"
@@ -200,11 +202,13 @@ ModuleTable ModuleTable::suite()
          .cardTitle = QT_TR_NOOP("Windows Icon Extractor"),
          .description = QT_TR_NOOP("Extract Icons from Windows libraries and exe files."),
          .icon = IMAGE("IconExtractor48"),
+         .create = create<ExtractIconForm>,
          .shellEvents = {ShellEvent::RefreshIcons, ShellEvent::WindowTitle}},
         {.id = 17,
          .cardTitle = QT_TR_NOOP("Windows Icon Generator"),
          .description = QT_TR_NOOP("Create Windows icon from any PNG or JPG image."),
          .icon = IMAGE("IconGenerator48"),
+         .create = create<Image2IcoForm>,
          .shellEvents = {ShellEvent::ShiftDown, ShellEvent::ShiftUp}},
     });
 }

@@ -1,0 +1,410 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "ExtractIcon/ExtractIconForm.h"
+
+#include "ExtractIcon/ExportIconDialog.h"
+#include "ExtractIcon/IconFiles.h"
+#include "ExtractIcon/IconSizesView.h"
+#include "ExtractIcon/Settings.h"
+#include "ExtractIcon/engine/BitmapDecoder.h"
+#include "platform/Dialogs.h"
+#include "platform/Shell.h"
+#include "platform/TopLevelWindows.h"
+#include "widgets/DropFrame.h"
+#include "widgets/ElidedLabel.h"
+#include "widgets/EmptyState.h"
+#include "widgets/FLPopupMenu.h"
+#include "widgets/NoticeBar.h"
+#include "widgets/PageHeader.h"
+#include "widgets/SearchLine.h"
+#include "widgets/Theme.h"
+
+#include <QAction>
+#include <QClipboard>
+#include <QDir>
+#include <QFileInfo>
+#include <QGuiApplication>
+#include <QLabel>
+#include <QListView>
+#include <QPushButton>
+#include <QRegularExpression>
+#include <QScrollArea>
+#include <QSortFilterProxyModel>
+#include <QSplitter>
+#include <QStackedLayout>
+#include <QVBoxLayout>
+
+#include <algorithm>
+
+namespace
+{
+
+constexpr int listIconSide = 48;
+constexpr int thumbnailSide = 2 * listIconSide; // for screens of 200 %
+constexpr int thumbnailBatch = 24;
+constexpr int sizesWidth = 290; // an icon of 256 pixels and its margins
+
+} // namespace
+
+ExtractIconForm::ExtractIconForm(QWidget *parent) : FLWidget(parent), m_proxy(new QSortFilterProxyModel(this))
+{
+    m_proxy->setSourceModel(&m_model);
+    auto *column = new QVBoxLayout(this);
+    column->setContentsMargins({});
+    column->addWidget(buildPage());
+    m_reveal = new QAction(tr("Show in Explorer"), this);
+    connect(m_reveal, &QAction::triggered, this, [this] { platform::shell().revealInExplorer(m_exported); });
+    icons::recordList() = {};
+}
+
+QWidget *ExtractIconForm::buildPage()
+{
+    auto *page = new DropFrame(this);
+    page->setAccepts(DropFrame::Accepts::Anything);
+    page->setHint(tr("Drop a library, a program or an icon file to see its icons"));
+    connect(page, &DropFrame::pathsDropped, this, [this](const QStringList &paths) { open(paths.first()); });
+    auto *column = new QVBoxLayout(page);
+    column->setContentsMargins(theme::pageMargin, theme::space, theme::pageMargin, theme::space);
+    column->setSpacing(theme::space);
+    column->addWidget(buildHeader());
+    m_notice = new NoticeBar(page);
+    column->addWidget(m_notice);
+
+    auto *line = new QHBoxLayout;
+    m_openFile = new ElidedLabel(page, Qt::ElideMiddle);
+    m_openFile->setObjectName(QStringLiteral("openFileLabel"));
+    m_openFile->setText(tr("No icon file is opened."));
+    line->addWidget(m_openFile, 1);
+    m_count = new QLabel(page);
+    m_count->setObjectName(QStringLiteral("countLabel"));
+    theme::makeMuted(m_count);
+    line->addWidget(m_count);
+    m_search = new SearchLine(page);
+    m_search->setObjectName(QStringLiteral("searchLine"));
+    m_search->setPlaceholderText(tr("Search by number"));
+    m_search->setAccessibleName(m_search->placeholderText());
+    m_search->setMaximumWidth(200);
+    connect(m_search, &SearchLine::searched, this, &ExtractIconForm::showFiltered);
+    line->addWidget(m_search);
+    column->addLayout(line);
+    column->addWidget(buildBody(), 1);
+    controls::shortcut(this, QKeySequence::Find, [this] { m_search->setFocus(); });
+    return page;
+}
+
+QWidget *ExtractIconForm::buildHeader()
+{
+    auto *header = new PageHeader(PageHeader::Kind::Start, this);
+    header->setTitle(tr("Windows Icon Extractor"));
+    header->setText(tr("Extract Icons from Windows libraries and exe files."));
+    m_load = header->addButton({.objectName = "loadButton",
+                                .image = "FolderSearch24",
+                                .text = tr("Load Icons from Windows Library")});
+    connect(m_load, &QPushButton::clicked, this, &ExtractIconForm::showLibraries);
+    QPushButton *file = header->addButton({.objectName = "loadFileButton",
+                                           .image = "FolderOpen24",
+                                           .text = tr("Load Icons from File"),
+                                           .key = QKeySequence::Open});
+    connect(file, &QPushButton::clicked, this, &ExtractIconForm::chooseFile);
+    m_recent = header->addButton({.objectName = "recentButton", .text = tr("Recent")});
+    m_recent->setEnabled(!icons::recentFiles().isEmpty());
+    connect(m_recent, &QPushButton::clicked, this, &ExtractIconForm::showRecent);
+    m_export = header->addButton({.objectName = "exportButton",
+                                  .image = "Export24",
+                                  .text = tr("Export Icon"),
+                                  .key = QKeySequence::Save},
+                                 controls::Rank::Primary);
+    m_export->setEnabled(false);
+    connect(m_export, &QPushButton::clicked, this, &ExtractIconForm::exportSelected);
+    return header;
+}
+
+QWidget *ExtractIconForm::buildBody()
+{
+    auto *body = new QWidget(this);
+    m_body = new QStackedLayout(body);
+    m_empty = new EmptyState(body);
+    m_empty->setContent(controls::image("Image24"), tr("No icons to show"),
+                        tr("Choose a library of Windows or a file, or drop a file here."));
+    m_body->addWidget(m_empty);
+    auto *splitter = new QSplitter(body);
+    splitter->addWidget(buildList());
+    auto *scroll = new QScrollArea(splitter);
+    m_sizes = new IconSizesView;
+    scroll->setWidgetResizable(true);
+    scroll->setFrameShape(QFrame::NoFrame);
+    scroll->setFocusPolicy(Qt::StrongFocus);
+    scroll->setWidget(m_sizes);
+    splitter->addWidget(scroll);
+    splitter->setStretchFactor(0, 1);
+    splitter->setCollapsible(0, false);
+    splitter->setSizes({3 * sizesWidth, sizesWidth});
+    m_body->addWidget(splitter);
+    return body;
+}
+
+QWidget *ExtractIconForm::buildList()
+{
+    m_list = new QListView(this);
+    m_list->setObjectName(QStringLiteral("listView"));
+    m_list->setAccessibleName(tr("Icons"));
+    m_list->setModel(m_proxy);
+    m_list->setViewMode(QListView::IconMode);
+    m_list->setMovement(QListView::Static);
+    m_list->setResizeMode(QListView::Adjust);
+    m_list->setUniformItemSizes(true);
+    m_list->setLayoutMode(QListView::Batched);
+    m_list->setIconSize(QSize(listIconSide, listIconSide));
+    m_list->setGridSize(QSize(listIconSide + 40, listIconSide + 36));
+    m_list->setSelectionMode(QAbstractItemView::ExtendedSelection);
+    m_list->setEditTriggers(QAbstractItemView::NoEditTriggers);
+    m_list->setContextMenuPolicy(Qt::ActionsContextMenu);
+    connect(m_list, &QListView::doubleClicked, this, &ExtractIconForm::OnDoubleClickListView);
+    connect(m_list->selectionModel(), &QItemSelectionModel::selectionChanged, this,
+            &ExtractIconForm::OnSelectionChanged);
+    m_list->addAction(controls::action(
+        m_list, {.objectName = "exportAction", .text = tr("Export Icon"), .key = Qt::Key_Return},
+        [this] { exportSelected(); }));
+    m_list->addAction(controls::action(
+        m_list, {.objectName = "copyAction", .text = tr("Copy Image"), .key = QKeySequence::Copy},
+        [this] { copySelected(); }));
+    return m_list;
+}
+
+void ExtractIconForm::shellEvent(ShellEvent event, quint32)
+{
+    if (event == ShellEvent::RefreshIcons)
+        refresh();
+}
+
+void ExtractIconForm::showLibraries()
+{
+    auto *menu = new FLPopupMenu(this);
+    for (const QString &name : icons::libraryNames())
+        connect(menu->addAction(name), &QAction::triggered, this,
+                [this, name] { open(icons::libraryPath(name)); });
+    menu->popup(m_load->mapToGlobal(m_load->rect().bottomLeft()));
+}
+
+void ExtractIconForm::showRecent()
+{
+    auto *menu = new FLPopupMenu(this);
+    for (const QString &path : icons::recentFiles())
+        connect(menu->addAction(QString(path).replace(u'&', QStringLiteral("&&"))), &QAction::triggered, this,
+                [this, path] { open(path); });
+    menu->popup(m_recent->mapToGlobal(m_recent->rect().bottomLeft()));
+}
+
+void ExtractIconForm::chooseFile()
+{
+    const QStringList chosen = platform::dialogs().chooseFilesToOpen(
+        this, tr("Load Icon Files"), icons::loadFolder.read(), tr("Icon Files (*.dll *.exe *.ico)"));
+    if (chosen.isEmpty())
+        return;
+    icons::loadFolder.write(QDir::toNativeSeparators(QFileInfo(chosen.first()).path()));
+    open(chosen.first());
+}
+
+void ExtractIconForm::open(const QString &path)
+{
+    const QString shown = QDir::toNativeSeparators(path);
+    m_openFile->setText(shown);
+    m_notice->hide();
+    m_search->clear();
+    m_proxy->setFilterRegularExpression(QString());
+    icons::recordList() = {.path = shown, .records = {}, .thumbnails = {}};
+    m_model.clear();
+    m_sizes->setImages({});
+    m_count->clear();
+    m_empty->setContent(controls::image("Image24"), tr("Loading ..."));
+    m_body->setCurrentIndex(0);
+    m_loading.ask(
+        [this, shown](const core::Asking &asking) {
+            const std::unique_ptr<icons::IconSource> source = icons::openIcons(shown);
+            const QList<icons::IconRecord> records = icons::listIcons(*source, asking.cancel());
+            asking.tell([this, records] { addRecords(records); });
+            QList<QImage> pictures;
+            for (qsizetype i = 0; i < records.size() && !asking.isCancelled(); ++i) {
+                pictures.append(icons::thumbnail(*source, records[i], thumbnailSide));
+                if (pictures.size() < thumbnailBatch && i + 1 < records.size())
+                    continue;
+                const int first = static_cast<int>(i + 1 - pictures.size());
+                asking.tell([this, first, pictures] { setThumbnails(first, pictures); });
+                pictures.clear();
+            }
+            return Opened{static_cast<int>(records.size())};
+        },
+        [this](const Opened &opened) { loaded(opened); }, [this](const QString &) { loaded({}); });
+}
+
+void ExtractIconForm::addRecords(QList<icons::IconRecord> records)
+{
+    icons::RecordList &list = icons::recordList();
+    list.thumbnails.resize(records.size());
+    list.records = std::move(records);
+    postRefresh();
+}
+
+// The window passes the message on to this page. A window that is none of ours has nothing to pass it to.
+void ExtractIconForm::postRefresh()
+{
+    if (!platform::postToWindow(window()->winId(), platform::messageRefreshIconExtractor))
+        refresh();
+}
+
+void ExtractIconForm::refresh()
+{
+    m_model.showNew();
+    const int shown = m_model.rowCount();
+    if (shown == 0)
+        return;
+    m_body->setCurrentIndex(1);
+    m_count->setText(shown == 1 ? tr("1 icon") : tr("%1 icons").arg(shown));
+    if (!m_list->currentIndex().isValid() && !m_search->hasFocus())
+        m_list->setFocus();
+    if (m_list->selectionModel()->selectedIndexes().isEmpty())
+        m_list->setCurrentIndex(m_proxy->index(0, 0));
+}
+
+void ExtractIconForm::setThumbnails(int first, QList<QImage> images)
+{
+    icons::RecordList &list = icons::recordList();
+    for (qsizetype i = 0; i < images.size() && first + i < list.thumbnails.size(); ++i)
+        list.thumbnails[first + i] = images[i];
+    m_model.thumbnailsChanged(first, first + static_cast<int>(images.size()) - 1);
+}
+
+void ExtractIconForm::loaded(const Opened &opened)
+{
+    if (opened.icons == 0) {
+        m_empty->setContent(controls::image("Image24"), tr("No icons found"),
+                            tr("The file cannot be read, or it has no icons with a number."));
+        return;
+    }
+    icons::addRecentFile(icons::recordList().path);
+    m_recent->setEnabled(true);
+}
+
+QList<int> ExtractIconForm::selectedRows() const
+{
+    QList<int> rows;
+    for (const QModelIndex &index : m_list->selectionModel()->selectedIndexes())
+        rows.append(m_proxy->mapToSource(index).row());
+    std::ranges::sort(rows);
+    return rows;
+}
+
+void ExtractIconForm::OnSelectionChanged(const QItemSelection &, const QItemSelection &)
+{
+    m_export->setEnabled(!m_list->selectionModel()->selectedIndexes().isEmpty());
+    showSizes();
+}
+
+// Of the one that was selected last, when there are several.
+void ExtractIconForm::showSizes()
+{
+    const QModelIndex current = m_list->currentIndex();
+    const QList<int> rows = selectedRows();
+    if (rows.isEmpty()) {
+        m_reading.forget();
+        m_sizes->setImages({});
+        return;
+    }
+    const int wanted = m_proxy->mapToSource(current).row();
+    const int row = rows.contains(wanted) ? wanted : rows.last();
+    const quint32 id = icons::recordList().records[row].id;
+    m_reading.ask(
+        [path = icons::recordList().path, id](const core::Asking &) {
+            const std::unique_ptr<icons::IconSource> source = icons::openIcons(path);
+            const std::optional<icons::StoredIcon> icon = icons::readIcon(*source, id);
+            return icon ? icons::decodeIcon(*icon) : QList<icons::IconImage>();
+        },
+        [this](const QList<icons::IconImage> &images) { m_sizes->setImages(images); });
+}
+
+void ExtractIconForm::OnDoubleClickListView(const QModelIndex &index)
+{
+    if (index.isValid())
+        openExport({m_proxy->mapToSource(index).row()});
+}
+
+void ExtractIconForm::exportSelected()
+{
+    openExport(selectedRows());
+}
+
+void ExtractIconForm::openExport(const QList<int> &rows)
+{
+    if (rows.isEmpty())
+        return;
+    ExportIconDialog::Choice choice;
+    choice.source = icons::recordList().path;
+    for (const int row : rows)
+        choice.records.append(icons::recordList().records[row]);
+    if (rows.size() > 1) {
+        showExport(new ExportIconDialog(std::move(choice), this));
+        return;
+    }
+    m_choosing.ask(
+        [path = choice.source, id = choice.records.first().id](const core::Asking &) {
+            const std::unique_ptr<icons::IconSource> source = icons::openIcons(path);
+            const std::optional<icons::StoredIcon> icon = icons::readIcon(*source, id);
+            return icon ? icons::decodeIcon(*icon) : QList<icons::IconImage>();
+        },
+        [this, choice](const QList<icons::IconImage> &images) {
+            ExportIconDialog::Choice whole = choice;
+            whole.images = images;
+            if (!images.isEmpty())
+                showExport(new ExportIconDialog(std::move(whole), this));
+            else
+                m_notice->showNotice(NoticeBar::Kind::Error, tr("The icon cannot be read any more."));
+        });
+}
+
+void ExtractIconForm::showExport(ExportIconDialog *dialog)
+{
+    connect(dialog, &ExportIconDialog::exported, this, [this](int files, const QString &first) {
+        m_exported = first;
+        const QString folder = QDir::toNativeSeparators(QFileInfo(first).path());
+        m_notice->showNotice(NoticeBar::Kind::Success,
+                             files == 1 ? tr("Exported to %1").arg(first)
+                                        : tr("%1 files were exported to %2").arg(files).arg(folder),
+                             m_reveal);
+    });
+    dialog->open();
+}
+
+void ExtractIconForm::copySelected()
+{
+    const QList<int> rows = selectedRows();
+    if (rows.isEmpty())
+        return;
+    m_choosing.ask(
+        [path = icons::recordList().path,
+         record = icons::recordList().records[rows.first()]](const core::Asking &) {
+            const std::unique_ptr<icons::IconSource> source = icons::openIcons(path);
+            return icons::thumbnail(*source, record, icons::maxSide);
+        },
+        [](const QImage &image) {
+            if (!image.isNull())
+                QGuiApplication::clipboard()->setImage(image);
+        });
+}
+
+void ExtractIconForm::showFiltered(const QString &number)
+{
+    m_proxy->setFilterRegularExpression(QRegularExpression(QRegularExpression::escape(number.trimmed()),
+                                                           QRegularExpression::CaseInsensitiveOption));
+    const int found = m_proxy->rowCount();
+    if (m_model.rowCount() > 0)
+        m_count->setText(number.isEmpty() ? tr("%1 icons").arg(found)
+                                          : tr("%1 of %2 icons").arg(found).arg(m_model.rowCount()));
+    // The number itself comes before those that only hold it.
+    for (int row = 0; row < found; ++row) {
+        if (m_proxy->index(row, 0).data().toString() == number.trimmed()) {
+            m_list->setCurrentIndex(m_proxy->index(row, 0));
+            return;
+        }
+    }
+    if (found > 0 && !number.isEmpty())
+        m_list->setCurrentIndex(m_proxy->index(0, 0));
+}

@@ -1,0 +1,86 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include "ExtractIcon/engine/IconPicture.h"
+#include "core/LatestAnswer.h"
+#include "imaging/DecoderPool.h"
+#include "widgets/FLWidget.h"
+
+#include <QImage>
+#include <QList>
+#include <QTimer>
+
+#include <memory>
+
+class CropView;
+class IconPreview;
+class JobHost;
+class NoticeBar;
+class QAction;
+class QCheckBox;
+class QListWidget;
+class QPushButton;
+
+// The icon generator: pictures in, icon files out. Each picture has its own square; sizes and sharpening are
+// the same for all. Pictures are decoded in processes of their own.
+class Image2IcoForm : public FLWidget
+{
+    Q_OBJECT
+
+public:
+    explicit Image2IcoForm(QWidget *parent = nullptr);
+
+    void shellEvent(ShellEvent event, quint32 value) override;
+
+    void addPictures(const QStringList &paths);
+
+private:
+    struct Picture {
+        QString path;
+        QRect square; // empty until the picture has been decoded
+    };
+    struct Saved {
+        QStringList files;
+        QStringList failures;
+    };
+
+    QWidget *buildHeader();
+    QWidget *buildSources();
+    QWidget *buildCrop();
+    QWidget *buildSizes();
+    void choosePictures();
+    void removePicture();
+    void showCurrent();
+    void showDecoded(const QString &path, const QImage &image);
+    void squareWasChanged(const QRect &square);
+    void setSquare(const QRect &square);
+    void updatePreview();
+    void updateButtons();
+    void saveCurrent();
+    void saveAll();
+    void save(QList<Picture> pictures, QStringList targets);
+    void showSaved(const Saved &saved, const QString &error);
+    QList<int> chosenSizes() const;
+    Picture *current();
+
+    QList<Picture> m_pictures; // one a row of the list
+    QListWidget *m_list = nullptr;
+    CropView *m_crop = nullptr;
+    IconPreview *m_preview = nullptr;
+    NoticeBar *m_notice = nullptr;
+    QList<QCheckBox *> m_sizes; // as usualSizes
+    QCheckBox *m_sharpen = nullptr;
+    QPushButton *m_save = nullptr;
+    QPushButton *m_saveAll = nullptr;
+    QPushButton *m_remove = nullptr;
+    QPushButton *m_largest = nullptr;
+    QPushButton *m_whole = nullptr;
+    QAction *m_reveal = nullptr;
+    QString m_lastSaved;
+    QImage m_image; // of the current row; null while it is decoded
+    std::shared_ptr<imaging::DecoderPool> m_decoders;
+    QTimer m_pause; // between a change of the square and the preview of it
+    core::LatestAnswer m_decoding;
+    core::LatestAnswer m_making;
+    JobHost *m_job;
+};

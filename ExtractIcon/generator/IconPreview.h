@@ -1,0 +1,26 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include <QImage>
+#include <QList>
+#include <QWidget>
+
+// The sizes of an icon as they will be, each pixel one of the screen, on light and on dark beside each other.
+class IconPreview : public QWidget
+{
+    Q_OBJECT
+
+public:
+    explicit IconPreview(QWidget *parent = nullptr);
+
+    void setImages(const QList<QImage> &images);
+
+protected:
+    void paintEvent(QPaintEvent *event) override;
+
+private:
+    void layOut();
+
+    QList<QImage> m_images; // largest first
+    int m_column = 0;       // width of one of both halves
+};
