@@ -38,10 +38,10 @@
 namespace
 {
 
-constexpr int listIconSide = 48;
+constexpr int listIconSide = icons::IconListModel::iconSide;
 constexpr int thumbnailSide = 2 * listIconSide; // for screens of 200 %
 constexpr int thumbnailBatch = 24;
-constexpr int sizesWidth = 290; // an icon of 256 pixels and its margins
+constexpr int sizesWidth = 310; // an icon of 256 pixels and its margins
 
 } // namespace
 
@@ -82,7 +82,7 @@ QWidget *ExtractIconForm::buildPage()
     m_search->setObjectName(QStringLiteral("searchLine"));
     m_search->setPlaceholderText(tr("Search by number"));
     m_search->setAccessibleName(m_search->placeholderText());
-    m_search->setMaximumWidth(200);
+    m_search->setFixedWidth(200);
     connect(m_search, &SearchLine::searched, this, &ExtractIconForm::showFiltered);
     line->addWidget(m_search);
     column->addLayout(line);
@@ -93,29 +93,42 @@ QWidget *ExtractIconForm::buildPage()
 
 QWidget *ExtractIconForm::buildHeader()
 {
+    auto *head = new QWidget(this);
+    auto *column = new QVBoxLayout(head);
+    column->setContentsMargins({});
+    column->setSpacing(theme::space);
     auto *header = new PageHeader(PageHeader::Kind::Start, this);
     header->setTitle(tr("Windows Icon Extractor"));
     header->setText(tr("Extract Icons from Windows libraries and exe files."));
-    m_load = header->addButton({.objectName = "loadButton",
-                                .image = "FolderSearch24",
-                                .text = tr("Load Icons from Windows Library")});
+    column->addWidget(header);
+    auto *row = new QHBoxLayout;
+    column->addLayout(row);
+    m_load = controls::pushButton(head, {.objectName = "loadButton",
+                                         .image = "FolderSearch24",
+                                         .text = tr("Load Icons from Windows Library")});
     connect(m_load, &QPushButton::clicked, this, &ExtractIconForm::showLibraries);
-    QPushButton *file = header->addButton({.objectName = "loadFileButton",
-                                           .image = "FolderOpen24",
-                                           .text = tr("Load Icons from File"),
-                                           .key = QKeySequence::Open});
+    QPushButton *file = controls::pushButton(head, {.objectName = "loadFileButton",
+                                                    .image = "FolderOpen24",
+                                                    .text = tr("Load Icons from File"),
+                                                    .key = QKeySequence::Open});
     connect(file, &QPushButton::clicked, this, &ExtractIconForm::chooseFile);
-    m_recent = header->addButton({.objectName = "recentButton", .text = tr("Recent")});
+    m_recent = controls::pushButton(head, {.objectName = "recentButton", .text = tr("Recent")});
     m_recent->setEnabled(!icons::recentFiles().isEmpty());
     connect(m_recent, &QPushButton::clicked, this, &ExtractIconForm::showRecent);
-    m_export = header->addButton({.objectName = "exportButton",
-                                  .image = "Export24",
-                                  .text = tr("Export Icon"),
-                                  .key = QKeySequence::Save},
-                                 controls::Rank::Primary);
+    m_export = controls::pushButton(head,
+                                    {.objectName = "exportButton",
+                                     .image = "Export24",
+                                     .text = tr("Export Icon"),
+                                     .key = QKeySequence::Save},
+                                    controls::Rank::Primary);
     m_export->setEnabled(false);
     connect(m_export, &QPushButton::clicked, this, &ExtractIconForm::exportSelected);
-    return header;
+    row->addWidget(m_load);
+    row->addWidget(file);
+    row->addWidget(m_recent);
+    row->addStretch();
+    row->addWidget(m_export);
+    return head;
 }
 
 QWidget *ExtractIconForm::buildBody()
@@ -154,7 +167,7 @@ QWidget *ExtractIconForm::buildList()
     m_list->setUniformItemSizes(true);
     m_list->setLayoutMode(QListView::Batched);
     m_list->setIconSize(QSize(listIconSide, listIconSide));
-    m_list->setGridSize(QSize(listIconSide + 40, listIconSide + 36));
+    m_list->setGridSize(icons::IconListModel::cellSize + QSize(theme::spaceTight, theme::spaceTight));
     m_list->setSelectionMode(QAbstractItemView::ExtendedSelection);
     m_list->setEditTriggers(QAbstractItemView::NoEditTriggers);
     m_list->setContextMenuPolicy(Qt::ActionsContextMenu);

@@ -65,8 +65,8 @@ QVariant IconListModel::data(const QModelIndex &index, int role) const
             sizes.append(sizeAndDepth(facts));
         return sizes.join(QLatin1Char('\n'));
     }
-    case RecordRole:
-        return index.row();
+    case Qt::SizeHintRole: // the same before the picture is there, since the view measures once
+        return cellSize;
     default:
         return {};
     }

@@ -24,7 +24,8 @@ class IconListModel : public QAbstractListModel
     Q_OBJECT
 
 public:
-    enum Role { RecordRole = Qt::UserRole }; // the row of the record
+    static constexpr int iconSide = 48; // shown, device-independent
+    static constexpr QSize cellSize{iconSide + 36, iconSide + 32};
 
     using QAbstractListModel::QAbstractListModel;
 

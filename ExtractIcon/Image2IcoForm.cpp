@@ -109,23 +109,35 @@ Image2IcoForm::Image2IcoForm(QWidget *parent)
 
 QWidget *Image2IcoForm::buildHeader()
 {
+    auto *head = new QWidget(this);
+    auto *column = new QVBoxLayout(head);
+    column->setContentsMargins({});
+    column->setSpacing(theme::space);
     auto *header = new PageHeader(PageHeader::Kind::Start, this);
     header->setTitle(tr("Windows Icon Generator"));
     header->setText(tr("Create Windows icon from any PNG or JPG image."));
-    QPushButton *add = header->addButton({.objectName = "addButton",
-                                          .image = "FolderOpen24",
-                                          .text = tr("Add Pictures"),
-                                          .key = QKeySequence::Open});
+    column->addWidget(header);
+    auto *row = new QHBoxLayout;
+    column->addLayout(row);
+    QPushButton *add = controls::pushButton(head, {.objectName = "addButton",
+                                                   .image = "FolderOpen24",
+                                                   .text = tr("Add Pictures"),
+                                                   .key = QKeySequence::Open});
     connect(add, &QPushButton::clicked, this, &Image2IcoForm::choosePictures);
-    m_saveAll = header->addButton({.objectName = "saveAllButton", .text = tr("Save All ...")});
+    m_saveAll = controls::pushButton(head, {.objectName = "saveAllButton", .text = tr("Save All ...")});
     connect(m_saveAll, &QPushButton::clicked, this, &Image2IcoForm::saveAll);
-    m_save = header->addButton({.objectName = "saveButton",
-                                .image = "Save24",
-                                .text = tr("Save Icon ..."),
-                                .key = QKeySequence::Save},
-                               controls::Rank::Primary);
+    m_save = controls::pushButton(head,
+                                  {.objectName = "saveButton",
+                                   .image = "Save24",
+                                   .text = tr("Save Icon ..."),
+                                   .key = QKeySequence::Save},
+                                  controls::Rank::Primary);
     connect(m_save, &QPushButton::clicked, this, &Image2IcoForm::saveCurrent);
-    return header;
+    row->addWidget(add);
+    row->addStretch();
+    row->addWidget(m_saveAll);
+    row->addWidget(m_save);
+    return head;
 }
 
 QWidget *Image2IcoForm::buildSources()
