@@ -6,6 +6,7 @@
 #include "tests/support/FakeDialogs.h"
 #include "tests/support/RegistryTest.h"
 #include "tests/support/TestFolder.h"
+#include "widgets/ElidedLabel.h"
 
 #include <QCheckBox>
 #include <QCoreApplication>
@@ -112,8 +113,7 @@ void tst_extract_icon_form::namesOfTheWindow()
     for (const auto &[name, text] : buttons)
         QCOMPARE(find<QPushButton>(name)->text(), QLatin1StringView(text));
     QVERIFY(!find<QPushButton>("exportButton")->isEnabled());
-    QCOMPARE(find<QWidget>("openFileLabel")->property("text").toString(),
-             QStringLiteral("No icon file is opened."));
+    QCOMPARE(find<ElidedLabel>("openFileLabel")->text(), QStringLiteral("No icon file is opened."));
     QCOMPARE(icons::libraryNames().size(), 25);
     QVERIFY(icons::libraryPath(QStringLiteral("explorer.exe"))
                 .endsWith(QStringLiteral("windows\\explorer.exe"), Qt::CaseInsensitive));
