@@ -52,7 +52,7 @@ void CompanionLauncher::launch(const Module &module)
         return;
     m_starting = false;
     if (start)
-        wait(id, name);
+        wait(id, name, platform::fileExists(file));
     else
         emit finished(id);
 }
@@ -72,11 +72,11 @@ bool CompanionLauncher::mayStart(const QString &file, const QString &folder, con
     return agreed;
 }
 
-void CompanionLauncher::wait(int id, const QString &name)
+void CompanionLauncher::wait(int id, const QString &name, bool installed)
 {
     QPointer<OpenAdminModuleDialog> &dialog = m_dialogs[id];
     if (!dialog) {
-        dialog = new OpenAdminModuleDialog(name, m_window);
+        dialog = new OpenAdminModuleDialog(name, installed, m_window);
         connect(dialog, &QObject::destroyed, this, [this, id] { emit finished(id); });
     }
     dialog->show();

@@ -36,7 +36,7 @@ signals:
 
 private:
     bool mayStart(const QString &file, const QString &folder, const QString &name);
-    void wait(int id, const QString &name);
+    void wait(int id, const QString &name, bool installed);
 
     QWidget *m_window;
     ChangeableTest m_changeable;

@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "app/HomeForm.h"
 
-#include "app/CardSlots.h"
 #include "app/ModuleCard.h"
+#include "app/NamedSlots.h"
 #include "settings/Keys.h"
 #include "settings/Values.h"
 #include "widgets/SlimScrollBar.h"
@@ -130,6 +130,8 @@ void HomeForm::buildCards(const ModuleTable &table)
     for (const Module &module : table.rows()) {
         auto *card = new ModuleCard(module, m_contents);
         m_cards.insert(module.id, card);
+        card->setObjectName(QLatin1StringView(module.cardName));
+        card->starButton()->setObjectName(QLatin1StringView(module.starName));
         connectCard(card);
     }
 }
@@ -137,15 +139,8 @@ void HomeForm::buildCards(const ModuleTable &table)
 void HomeForm::connectCard(ModuleCard *card)
 {
     const int id = card->moduleId();
-    if (const CardSlots *names = cardSlots(id)) {
-        card->setObjectName(QLatin1StringView(names->card));
-        card->starButton()->setObjectName(QLatin1StringView(names->star));
-        connect(card, &ModuleCard::clicked, this, names->open);
-        connect(card->starButton(), &QAbstractButton::clicked, this, names->toggle);
-    } else {
-        connect(card, &ModuleCard::clicked, this, [this, id] { emit openModule(id); });
-        connect(card->starButton(), &QAbstractButton::clicked, this, [this, id] { toggleStar(id); });
-    }
+    connectNamed(card, this, [this, id] { emit openModule(id); });
+    connectNamed(card->starButton(), this, [this, id] { toggleStar(id); });
     connect(card, &ModuleCard::moveRequested, this, [this, card](int key) { moveFrom(card, key); });
     card->installEventFilter(this);
     card->starButton()->installEventFilter(this);

@@ -2,16 +2,14 @@
 #pragma once
 
 #include "app/ModuleTable.h"
-#include "app/PageNumbers.h"
+#include "app/RunningJobs.h"
+#include "widgets/FLWidget.h"
 
 #include <QMainWindow>
 #include <QPointer>
 
 class CompanionLauncher;
-class FLWidget;
-class HomeForm;
-class NavigationLock;
-class QStackedLayout;
+class PageStack;
 class SidePanel;
 class ThumbnailRemovalDialog;
 
@@ -32,14 +30,15 @@ public slots:
     void OnExitApp();
     void OnCloseApp();
     void onOpenModule(int index);
-    // False from a page whose job must not be walked away from, true when it has ended.
+    // False from a page on which a job begins, true when it has ended: shown on its card and in the side
+    // panel, for the user may go elsewhere meanwhile.
     void OnShowToolbarSignal(bool show);
     // This tool bar has nothing to save; the pages have save buttons of their own.
     void enableSaveButton() {}
     void disableSaveButton() {}
 
     void on_HomeButton_clicked();
-    void on_miscToolsButton_clicked() { openFromPanel(PageNumbers::miscTools); }
+    void on_miscToolsButton_clicked() { openMiscTools(); }
     void on_autoDarkButton_clicked() { openFromPanel(0); }
     void on_autoWallpaperChangerButton_clicked() { openFromPanel(1); }
     void on_diskUsageButton_clicked() { openFromPanel(2); }
@@ -81,37 +80,27 @@ private:
     void buildLayouts();
     void buildShortcuts();
     void connectSidePanel();
-    void restoreGeometryValues();
 
     // Opening: numbers first, then the page behind the number.
     int openNumbered(int id);
     void openFromPanel(int id);
+    void openMiscTools();
     void showApp(int number);
     void goBack();
-    void makeHome();
-    void makePage(const Module &module);
-    void selectInStack(int number);
-    QWidget *pageOf(int number) const;
-    // Asks the page on the screen; true at once for one with nothing to ask.
-    bool mayLeaveShownPage();
-    int shownNumber() const; // the number of the page that stands on the screen
+    void connectPage(const Module &module, FLWidget *page);
     // Makes the page that stands on the screen the current one again, after something that has no page.
     void returnToShownPage();
     void onLauncherFinished(int id);
     void checkOnly(int number);
+    void showJob(int id, RunningJobs::State state);
 
-    void setNavigationEnabled(bool enabled);
     void tellPages(ShellEvent event, quint32 value = 0);
     void showStopping(const QStringList &jobs);
     void removeThumbnailsThenClose();
 
     const ModuleTable &m_table;
-    PageNumbers m_numbers;
-    QHash<int, FLWidget *> m_pages; // by module id; absent until first opened
-    HomeForm *m_home = nullptr;
-    QList<int> m_history; // numbers of the pages shown before, for going back
-    bool m_goingBack = false;
-    bool m_askingToLeave = false;
+    PageStack *m_pages = nullptr;
+    RunningJobs m_jobs;
     bool m_shownBefore = false;
 
     SidePanel *m_sidePanel = nullptr;
@@ -122,8 +111,6 @@ private:
     QAction *m_updateAction = nullptr;
     QAction *m_aboutAction = nullptr;
     QAction *m_exitAction = nullptr;
-    QStackedLayout *m_stack = nullptr;
     CompanionLauncher *m_launcher = nullptr;
-    NavigationLock *m_lock = nullptr;
     QPointer<ThumbnailRemovalDialog> m_thumbnailDialog;
 };

@@ -3,8 +3,9 @@
 #include "app/CloseCheck.h"
 #include "app/HomeForm.h"
 #include "app/MainWindow.h"
+#include "app/PageStack.h"
 #include "app/ThumbnailRemovalDialog.h"
-#include "app/WindowGeometry.h"
+#include "app/WindowPlacement.h"
 #include "imaging/engine/ThumbnailStore.h"
 #include "platform/TopLevelWindows.h"
 #include "widgets/FLWidget.h"
@@ -13,14 +14,12 @@
 #include <QDebug>
 #include <QDir>
 #include <QMenu>
-#include <QScreen>
 #include <QStatusBar>
-#include <QStyle>
 #include <QWindow>
 
 #include <windows.h>
 
-#include <algorithm>
+#include <utility>
 
 namespace
 {
@@ -29,47 +28,27 @@ constexpr int stoppingNote = 8000; // ms
 
 } // namespace
 
-void MainWindow::restoreGeometryValues()
-{
-    // The system speaks of physical pixels, Qt of its own, larger ones.
-    const platform::ScreenMetrics metrics = platform::fullScreenClientArea();
-    const auto logical = [this](quint32 pixels) {
-        return static_cast<quint32>(pixels / screen()->devicePixelRatio());
-    };
-    setGeometry(fitted(storedGeometry(), logical(metrics.cx), logical(metrics.cy)).rect());
-}
-
 void MainWindow::showEvent(QShowEvent *event)
 {
     QMainWindow::showEvent(event);
-    if (m_shownBefore)
+    if (std::exchange(m_shownBefore, true))
         return;
-    m_shownBefore = true;
     windowHandle()->installEventFilter(this);
-    m_home->setFocus(); // not the tool bar, which comes first
-    QList<QRect> screens;
-    for (const QScreen *each : screen()->virtualSiblings())
-        screens.append(each->availableGeometry());
-    const int titleHeight = std::max(geometry().top() - frameGeometry().top(),
-                                     style()->pixelMetric(QStyle::PM_TitleBarHeight, nullptr, this));
-    const QRect frame(frameGeometry().left(), geometry().top() - titleHeight, frameGeometry().width(),
-                      geometry().height() + titleHeight);
-    const QPoint place = visiblePosition(frame, titleHeight, screens);
-    if (place != frame.topLeft())
-        setGeometry(geometry().translated(place - frame.topLeft()));
+    m_pages->home()->setFocus(); // not the tool bar, which comes first
+    placement::moveIntoView(*this);
 }
 
 void MainWindow::closeEvent(QCloseEvent *event)
 {
-    storeGeometry(WindowGeometry::of(geometry()));
+    placement::store(*this);
 
-    if (!mayLeaveShownPage()) {
+    if (!m_pages->mayLeaveShownPage()) {
         event->ignore();
         return;
     }
     QList<FLWidget *> pages;
     for (const Module *module : m_table.inCloseOrder()) {
-        if (FLWidget *page = m_pages.value(module->id))
+        if (FLWidget *page = m_pages->page(module->id))
             pages.append(page);
     }
     const CloseCheck check = askPagesToStop(pages);
@@ -170,11 +149,9 @@ bool MainWindow::nativeEvent(const QByteArray &, void *message, qintptr *)
     return false;
 }
 
+// Windows may send messages while the window is still being built.
 void MainWindow::tellPages(ShellEvent event, quint32 value)
 {
-    for (auto page = m_pages.cbegin(); page != m_pages.cend(); ++page) {
-        const Module *module = m_table.find(page.key());
-        if (module && module->wants(event))
-            page.value()->shellEvent(event, value);
-    }
+    if (m_pages)
+        m_pages->tell(event, value);
 }

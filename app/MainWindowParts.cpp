@@ -3,7 +3,8 @@
 #include "app/AboutDialog.h"
 #include "app/CompanionLauncher.h"
 #include "app/MainWindow.h"
-#include "app/NavigationLock.h"
+#include "app/NamedSlots.h"
+#include "app/PageStack.h"
 #include "app/SidePanel.h"
 #include "app/ToolStrip.h"
 #include "app/UpdateDialog.h"
@@ -20,31 +21,6 @@ namespace
 {
 
 constexpr QSize toolIconSize(24, 24);
-
-// The slots of the side panel's buttons, by module id. The names do not follow from anything else.
-using Slot = void (MainWindow::*)();
-const QHash<int, Slot> &panelSlots()
-{
-    static const QHash<int, Slot> slotsById = {
-        {0, &MainWindow::on_autoDarkButton_clicked},
-        {1, &MainWindow::on_autoWallpaperChangerButton_clicked},
-        {2, &MainWindow::on_diskUsageButton_clicked},
-        {3, &MainWindow::on_findDuplicateButton_clicked},
-        {4, &MainWindow::on_secureDeleteButton_clicked},
-        {5, &MainWindow::on_systemInfoButton_clicked},
-        {6, &MainWindow::on_trackCleanerButton_clicked},
-        {7, &MainWindow::on_transparentTaskbarButton_clicked},
-        {8, &MainWindow::on_troubleshooterButton_clicked},
-        {9, &MainWindow::on_larkspurButton_clicked},
-        {10, &MainWindow::on_smartShortcutButton_clicked},
-        {11, &MainWindow::on_processManagerButton_clicked},
-        {12, &MainWindow::on_myTrayIconButton_clicked},
-        {13, &MainWindow::on_hotkeyButton_clicked},
-        {14, &MainWindow::on_regwickButton_clicked},
-        {20, &MainWindow::on_findDuplicateImageButton_clicked},
-    };
-    return slotsById;
-}
 
 QIcon image(QLatin1StringView name)
 {
@@ -68,9 +44,6 @@ void MainWindow::buildWidgets()
     m_sidePanel = new SidePanel(m_table, central);
     m_launcher = new CompanionLauncher(this);
     connect(m_launcher, &CompanionLauncher::finished, this, &MainWindow::onLauncherFinished);
-    m_lock = new NavigationLock(this);
-    connect(m_lock, &NavigationLock::lockedChanged, this,
-            [this](bool locked) { setNavigationEnabled(!locked); });
 }
 
 void MainWindow::buildToolBar()
@@ -103,7 +76,7 @@ void MainWindow::buildLayouts()
     layout->setContentsMargins(0, 0, 0, 0);
     layout->setSpacing(0);
     layout->addWidget(m_sidePanel);
-    layout->addLayout(m_stack, 1);
+    layout->addLayout(m_pages->layout(), 1);
 }
 
 void MainWindow::buildShortcuts()
@@ -130,13 +103,8 @@ void MainWindow::connectSidePanel()
     connect(m_sidePanel->miscToolsButton(), &QToolButton::clicked, this,
             &MainWindow::on_miscToolsButton_clicked);
     const QHash<int, QToolButton *> &buttons = m_sidePanel->buttons();
-    for (auto each = buttons.cbegin(); each != buttons.cend(); ++each) {
-        if (const Slot slot = panelSlots().value(each.key()))
-            connect(each.value(), &QToolButton::clicked, this, slot);
-        else
-            connect(each.value(), &QToolButton::clicked, this,
-                    [this, id = each.key()] { openFromPanel(id); });
-    }
+    for (auto each = buttons.cbegin(); each != buttons.cend(); ++each)
+        connectNamed(each.value(), this, [this, id = each.key()] { openFromPanel(id); });
 }
 
 // The menu of the tool bar and of every place that has none of its own. Qt's would offer to hide the tool
@@ -155,13 +123,6 @@ QMenu *MainWindow::createPopupMenu()
     return menu;
 }
 
-void MainWindow::setNavigationEnabled(bool enabled)
-{
-    m_homeAction->setEnabled(enabled);
-    m_backAction->setEnabled(enabled);
-    m_sidePanel->setEnabled(enabled);
-}
-
 void MainWindow::OnAbout(bool)
 {
     (new AboutDialog(this))->open();
@@ -175,12 +136,4 @@ void MainWindow::OnUpdate(bool)
 void MainWindow::OnExitApp()
 {
     QApplication::quit();
-}
-
-void MainWindow::OnShowToolbarSignal(bool show)
-{
-    if (show)
-        m_lock->release(sender());
-    else
-        m_lock->hold(sender());
 }

@@ -64,6 +64,17 @@ void ModuleCard::setStarred(bool starred, bool lastStar)
     m_star->setStarred(starred, text(), lastStar);
 }
 
+void ModuleCard::showJob(RunningJobs::State state)
+{
+    m_job = state;
+    const QString job = RunningJobs::text(state);
+    setAccessibleDescription(job.isEmpty() ? m_description
+                                           : QStringLiteral("%1. %2").arg(job, m_description));
+    m_places.clear();
+    updateGeometry();
+    update();
+}
+
 int ModuleCard::narrowest(const QFont &font)
 {
     const double points = font.pointSizeF() > 0 ? font.pointSizeF() : defaultPointSize;
@@ -73,7 +84,8 @@ int ModuleCard::narrowest(const QFont &font)
 int ModuleCard::heightForWidth(int width) const
 {
     const TextPlaces &places = textPlaces(width);
-    const int content = std::max(iconSide, places.description.bottom() + 1 - places.title.top());
+    const int bottom = std::max(places.description.bottom(), places.job.bottom());
+    const int content = std::max(iconSide, bottom + 1 - places.title.top());
     return content + 2 * padding + gap;
 }
 
@@ -112,6 +124,9 @@ const ModuleCard::TextPlaces &ModuleCard::textPlaces(int cardWidth) const
     places.title = QRect(left, top, titleWidth, heightOf(titleFont, text(), titleWidth));
     places.description =
         QRect(left, places.title.bottom() + 1 + titleGap, width, heightOf(font(), m_description, width));
+    if (m_job != RunningJobs::State::None)
+        places.job = QRect(left, places.description.bottom() + 1 + titleGap, width,
+                           heightOf(font(), RunningJobs::text(m_job), width));
     return places;
 }
 
@@ -188,4 +203,10 @@ void ModuleCard::paintEvent(QPaintEvent *)
     painter.setFont(font());
     painter.setPen(colors.textMuted);
     painter.drawText(mirrored(places.description), titleFlags, m_description);
+    if (m_job == RunningJobs::State::None)
+        return;
+    const QColor color = m_job == RunningJobs::State::Running ? colors.accent : colors.good;
+    painter.setPen(theme::readable(color, colors.card, 4.5));
+    painter.drawText(mirrored(places.job), titleFlags,
+                     QStringLiteral("\u25cf %1").arg(RunningJobs::text(m_job)));
 }

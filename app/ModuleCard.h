@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
+#include "app/RunningJobs.h"
+
 #include <QAbstractButton>
 #include <QHash>
 
@@ -21,6 +23,9 @@ public:
     QAbstractButton *starButton() const;
     // See StarButton::setStarred().
     void setStarred(bool starred, bool lastStar);
+
+    // Says below the description what runs on the module's page.
+    void showJob(RunningJobs::State state);
 
     // The narrowest card, with the gap around it; all cards of a page are at least as wide.
     static int narrowest(const QFont &font);
@@ -47,11 +52,13 @@ private:
     struct TextPlaces {
         QRect title;
         QRect description;
+        QRect job; // empty while nothing runs
     };
     const TextPlaces &textPlaces(int cardWidth) const;
 
     int m_id;
     QString m_description;
+    RunningJobs::State m_job = RunningJobs::State::None;
     StarButton *m_star;
     mutable QHash<int, TextPlaces> m_places; // by the card's width
     bool m_focusVisible = false;             // the focus came by keyboard

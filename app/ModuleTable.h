@@ -22,6 +22,8 @@ struct Module {
     // Stable: stored in the registry, never renumbered, and in no order.
     int id = -1;
     const char *cardTitle = "";
+    const char *cardName = nullptr; // object names on the home page; null for a card that is not asked for
+    const char *starName = nullptr;
     const char *description = "";
     const char *icon = ""; // a 48-pixel image resource
     Kind kind = Kind::Page;

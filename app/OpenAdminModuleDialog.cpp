@@ -17,7 +17,7 @@ constexpr int lookInterval = 1000; // ms
 
 } // namespace
 
-OpenAdminModuleDialog::OpenAdminModuleDialog(const QString &moduleName, QWidget *parent)
+OpenAdminModuleDialog::OpenAdminModuleDialog(const QString &moduleName, bool installed, QWidget *parent)
     : QDialog(parent),
       m_moduleName(moduleName)
 {
@@ -28,10 +28,17 @@ OpenAdminModuleDialog::OpenAdminModuleDialog(const QString &moduleName, QWidget 
         new QLabel(tr("Preparing to open %1 in administrator mode.\n Please Wait...").arg(moduleName));
     label->setObjectName(QStringLiteral("label"));
     label->setTextFormat(Qt::PlainText);
+    auto *missing = new QLabel(
+        tr("%1 is not installed: there is no such program in the installation folder.").arg(moduleName));
+    missing->setObjectName(QStringLiteral("notInstalledLabel"));
+    missing->setTextFormat(Qt::PlainText);
+    missing->setWordWrap(true);
+    missing->setHidden(installed);
     auto *progress = new QProgressBar;
     progress->setRange(0, 0);
     progress->setTextVisible(false);
     progress->setMaximumHeight(theme::barHeight);
+    progress->setVisible(installed);
     auto *cancel = new QPushButton(tr("Cancel"));
     cancel->setObjectName(QStringLiteral("pushButton"));
     connect(cancel, &QPushButton::clicked, this, &OpenAdminModuleDialog::on_pushButton_clicked);
@@ -41,6 +48,7 @@ OpenAdminModuleDialog::OpenAdminModuleDialog(const QString &moduleName, QWidget 
                                theme::spaceWide);
     layout->setSpacing(theme::spaceWide);
     layout->addWidget(label);
+    layout->addWidget(missing);
     layout->addWidget(progress);
     layout->addWidget(cancel, 0, Qt::AlignTrailing);
     layout->setSizeConstraint(QLayout::SetFixedSize);

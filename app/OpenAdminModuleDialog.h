@@ -12,7 +12,8 @@ class OpenAdminModuleDialog : public QDialog
 
 public:
     // The name of the module is also the title of the window that is waited for.
-    explicit OpenAdminModuleDialog(const QString &moduleName, QWidget *parent = nullptr);
+    // One that is not installed is said to be so, and waited for all the same.
+    OpenAdminModuleDialog(const QString &moduleName, bool installed, QWidget *parent = nullptr);
 
 public slots:
     void MyTimerSlot();

@@ -11,6 +11,7 @@ namespace
 
 constexpr int iconSide = 24;
 constexpr int barWidth = 3;
+constexpr int dotSide = 11; // with a ring in the panel's colour around it
 constexpr int textFlags = Qt::AlignLeading | Qt::AlignVCenter | Qt::TextWordWrap;
 
 int textLeft()
@@ -29,6 +30,16 @@ PanelButton::PanelButton(QWidget *parent) : QToolButton(parent)
     setIconSize({iconSide, iconSide});
     setFocusPolicy(Qt::TabFocus);
     setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Fixed);
+}
+
+void PanelButton::showJob(RunningJobs::State state)
+{
+    m_job = state;
+    const QString name = text().simplified();
+    const QString job = RunningJobs::text(state);
+    setAccessibleName(job.isEmpty() ? name : QStringLiteral("%1: %2").arg(name, job));
+    setToolTip(accessibleName());
+    update();
 }
 
 QSize PanelButton::sizeHint() const
@@ -65,6 +76,12 @@ void PanelButton::paintEvent(QPaintEvent *)
     const QRect iconPlace(theme::space, (height() - iconSide) / 2, iconSide, iconSide);
     icon().paint(&painter, QStyle::visualRect(layoutDirection(), rect(), iconPlace), Qt::AlignCenter,
                  isEnabled() ? QIcon::Normal : QIcon::Disabled);
+    if (m_job != RunningJobs::State::None) {
+        const QRect dot(iconPlace.right() - dotSide + 2, iconPlace.bottom() - dotSide + 2, dotSide, dotSide);
+        painter.setPen(QPen(colors.window, 2));
+        painter.setBrush(m_job == RunningJobs::State::Running ? colors.accent : colors.good);
+        painter.drawEllipse(QStyle::visualRect(layoutDirection(), rect(), dot));
+    }
     const QRect textPlace = rect().adjusted(textLeft(), 0, -theme::spaceTight, 0);
     painter.setPen(isEnabled() ? colors.text : palette().color(QPalette::Disabled, QPalette::WindowText));
     painter.drawText(QStyle::visualRect(layoutDirection(), rect(), textPlace), textFlags, text());

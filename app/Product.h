@@ -16,8 +16,8 @@ inline constexpr QLatin1StringView name{"Fernlight Larkspur"};
 // From the build.
 QVersionNumber version();
 
-// Where the newest release is announced. The value is there for tests and for those who serve the releases
-// themselves.
+// Where the newest release is announced. The address that is built in stands for one that is still to be set
+// up; the value is there for tests and for those who serve the releases themselves.
 inline constexpr settings::Text updateFeed{settings::keys::root, u"UpdateFeed",
                                            u"https://updates.fernlight.example/larkspur/latest.json"};
 

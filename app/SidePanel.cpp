@@ -65,6 +65,12 @@ void SidePanel::layOut()
         layout->addWidget(button);
 }
 
+void SidePanel::showJob(int id, RunningJobs::State state)
+{
+    if (auto *button = static_cast<PanelButton *>(m_buttons.value(id)))
+        button->showJob(state);
+}
+
 QToolButton *SidePanel::makeButton(const QString &name, const QString &text, const QString &icon)
 {
     auto *button = new PanelButton(m_contents);

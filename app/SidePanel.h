@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
+#include "app/RunningJobs.h"
+
 #include <QHash>
 #include <QWidget>
 
@@ -19,6 +21,9 @@ public:
     // Limits the width and lays the buttons out.
     void limitWidth();
     void layOut();
+
+    // Marks the button of a module with what runs on its page.
+    void showJob(int id, RunningJobs::State state);
 
     QToolButton *homeButton() const { return m_home; }
     QToolButton *miscToolsButton() const { return m_miscTools; }

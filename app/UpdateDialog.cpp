@@ -87,7 +87,20 @@ void UpdateDialog::check()
     m_again->hide();
     m_close->setText(tr("Cancel"));
     m_close->setFocus();
-    m_check->start(QUrl(product::updateFeed.read(), QUrl::StrictMode), product::version());
+    const QString feed = product::updateFeed.read();
+    if (feed == product::updateFeed.fallback)
+        showNoFeed();
+    else
+        m_check->start(QUrl(feed, QUrl::StrictMode), product::version());
+}
+
+void UpdateDialog::showNoFeed()
+{
+    m_title->setText(tr("Updates cannot be checked"));
+    m_detail->setText(tr("No release feed is set up for this build. You have version %1.")
+                          .arg(product::version().toString()));
+    m_progress->hide();
+    m_close->setText(tr("Close"));
 }
 
 void UpdateDialog::showAnswer(const UpdateAnswer &answer)

@@ -22,6 +22,7 @@ public:
 private:
     void buildWidgets();
     void check();
+    void showNoFeed();
     void showAnswer(const UpdateAnswer &answer);
     void openPage();
 

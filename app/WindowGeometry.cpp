@@ -2,7 +2,7 @@
 #include "app/WindowGeometry.h"
 
 #include "settings/Keys.h"
-#include "settings/Settings.h"
+#include "settings/Values.h"
 
 #include <algorithm>
 #include <limits>
@@ -13,6 +13,7 @@ namespace
 constexpr quint32 defaultPosition = 100;
 constexpr quint32 minimumWidth = 986;
 constexpr quint32 minimumHeight = 513;
+constexpr settings::Flag maximizedFlag{settings::keys::root, u"maximized", false};
 
 // Square of the distance between a point and the nearest point of a rectangle.
 qint64 distance(const QRect &rect, const QPoint &point)
@@ -48,19 +49,26 @@ WindowGeometry fitted(WindowGeometry stored, quint32 cx, quint32 cy)
     return g;
 }
 
+bool isOn(const QRect &content, const QList<QRect> &screens)
+{
+    return content.width() >= static_cast<int>(minimumWidth) &&
+           content.height() >= static_cast<int>(minimumHeight) &&
+           std::ranges::any_of(screens, [&](const QRect &screen) { return screen.contains(content); });
+}
+
 QPoint visiblePosition(const QRect &frame, int titleHeight, const QList<QRect> &screens)
 {
-    const QRect title(frame.topLeft(), QSize(frame.width(), titleHeight));
-    if (screens.isEmpty() ||
-        std::ranges::any_of(screens, [&title](const QRect &screen) { return screen.intersects(title); }))
+    if (screens.isEmpty())
         return frame.topLeft();
-
-    const QPoint middle = title.center();
-    const QRect &home = *std::ranges::min_element(
-        screens, {}, [&middle](const QRect &screen) { return distance(screen, middle); });
-    // The later limit wins, so a title bar wider than the screen shows its left end.
+    const QRect title(frame.topLeft(), QSize(frame.width(), titleHeight));
+    const auto seenOf = [&title](const QRect &screen) {
+        const QRect seen = screen & title;
+        return seen.isEmpty() ? -distance(screen, title.center()) : qint64(seen.width()) * seen.height();
+    };
+    const QRect &home = *std::ranges::max_element(screens, {}, seenOf);
+    // The later limit wins.
     const int x = std::max(std::min(frame.x(), home.right() - frame.width() + 1), home.left());
-    const int y = std::max(std::min(frame.y(), home.bottom() - titleHeight + 1), home.top());
+    const int y = std::max(std::min(frame.y(), home.bottom() - frame.height() + 1), home.top());
     return QPoint(x, y);
 }
 
@@ -74,10 +82,16 @@ WindowGeometry storedGeometry()
     return g;
 }
 
-void storeGeometry(const WindowGeometry &geometry)
+bool storedMaximized()
+{
+    return maximizedFlag.read();
+}
+
+void storeGeometry(const WindowGeometry &geometry, bool maximized)
 {
     settings::writeDword(settings::keys::root, u"posX", geometry.x);
     settings::writeDword(settings::keys::root, u"posY", geometry.y);
     settings::writeDword(settings::keys::root, u"width", geometry.width);
     settings::writeDword(settings::keys::root, u"height", geometry.height);
+    maximizedFlag.write(maximized);
 }

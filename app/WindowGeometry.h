@@ -33,11 +33,16 @@ struct WindowGeometry {
 // would leave the user without a title bar.
 WindowGeometry fitted(WindowGeometry stored, quint32 cx, quint32 cy);
 
-// The position for a window of this frame (title bar and borders included). It stays where it is as long as
-// any part of the title bar, its upper `titleHeight` rows, lies on a screen; otherwise it moves to the
-// nearest screen, to where the whole title bar can be seen, or its left end when it is wider.
+// Whether a window with this content was left on one of these screens: its size is not below the smallest,
+// and all of it lies there. Such a window opens where it was left.
+bool isOn(const QRect &content, const QList<QRect> &screens);
+
+// The position for a window of this frame (title bar of `titleHeight` and borders included): within the
+// screen on which most of the title bar lies, or the nearest one, as far as it fits there. Of one that is
+// wider than the screen the left end of the title bar is seen, of one that is higher its title bar.
 QPoint visiblePosition(const QRect &frame, int titleHeight, const QList<QRect> &screens);
 
 // The registry's values `posX`, `posY`, `width` and `height` of the root key; what is absent has the default.
 WindowGeometry storedGeometry();
-void storeGeometry(const WindowGeometry &geometry);
+bool storedMaximized(); // `maximized`
+void storeGeometry(const WindowGeometry &geometry, bool maximized = false);

@@ -85,6 +85,16 @@ void tst_Closing::opensWhereItWasClosed()
     m_window.emplace(nullptr, m_modules->table);
     QCOMPARE(m_window->geometry(), QRect(140, 120, 1010, 560));
 
+    // Maximised: what is stored is where it goes back to.
+    m_window->show();
+    m_window->showMaximized();
+    QTRY_VERIFY(m_window->width() > 1010);
+    QVERIFY(m_window->close());
+    QCOMPARE(storedGeometry().rect(), QRect(140, 120, 1010, 560));
+    m_window.emplace(nullptr, m_modules->table);
+    QVERIFY(m_window->isMaximized());
+    settings::deleteValue(settings::keys::root, u"maximized");
+
     // Far above the screen: the smallest size, and a title bar within reach.
     settings::writeDword(settings::keys::root, u"posX", 5000000);
     settings::writeDword(settings::keys::root, u"width", 500);

@@ -153,6 +153,7 @@ void tst_Companions::handsTheExecutableToTheShell()
         QCOMPARE(dialog->findChild<QLabel *>()->text(), u"Preparing to open "_s +
                                                             QLatin1StringView(expected.panelText) +
                                                             u" in administrator mode.\n Please Wait..."_s);
+        QVERIFY(!dialog->findChild<QLabel *>(u"notInstalledLabel"_s)->isHidden());
         QCOMPARE(dialog->findChild<QPushButton *>()->text(), u"Cancel"_s);
         for (const char *slot : {"MyTimerSlot()", "on_pushButton_clicked()"})
             QVERIFY(dialog->metaObject()->indexOfSlot(slot) >= 0);

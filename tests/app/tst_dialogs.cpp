@@ -164,6 +164,15 @@ void tst_Dialogs::saysWhyTheCheckFailedAndTriesAgain()
     QTRY_VERIFY(child<QLabel>(dialog, "updateTitleLabel")->text().contains(u"up to date"_s));
     QVERIFY(child<QPushButton>(dialog, "openPageButton")->isHidden());
     QVERIFY(again->isHidden());
+    m_window->findChild<UpdateDialog *>()->close();
+    QTRY_VERIFY(!m_window->findChild<UpdateDialog *>());
+
+    // The address that is built in is nobody's: no server is asked, and none is blamed.
+    settings::deleteValue(settings::keys::root, u"UpdateFeed");
+    dialog = openByToolBar<UpdateDialog>(u"Check Update"_s);
+    QVERIFY(dialog);
+    QVERIFY(child<QLabel>(dialog, "updateDetailLabel")->text().contains(u"No release feed"_s));
+    QVERIFY(child<QPushButton>(dialog, "tryAgainButton")->isHidden());
 }
 
 void tst_Dialogs::canBeClosedWhileItWaits()

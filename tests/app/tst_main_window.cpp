@@ -37,7 +37,7 @@ private slots:
     void numbersWhatIsOpened();
     void opensEverythingByEveryWay();
     void startsACompanionUntilItIsRefused();
-    void locksTheNavigation();
+    void tellsElsewhereWhatRuns();
     void passesMessagesOnAndAsksForTheTitleOnce();
     void passesKeysOn();
     void saysWhatIsMissing();
@@ -246,34 +246,33 @@ void tst_MainWindow::startsACompanionUntilItIsRefused()
     QCOMPARE(m_log->numbers(u"showApp:"_s), (QList<int>{1, 2, 2, 2, 3, 3, 0}));
 }
 
-void tst_MainWindow::locksTheNavigation()
+void tst_MainWindow::tellsElsewhereWhatRuns()
 {
-    const QAction *homeAction = m_window->findChild<QToolBar *>()->actions().first();
-    const QWidget *panel = m_window->findChild<QWidget *>(u"sidePanelWidget"_s);
+    const auto told = [this](int id) {
+        return std::pair{
+            m_window->findChild<HomeForm *>()->card(id)->accessibleDescription().section(u'.', 0, 0),
+            button("findDuplicateButton")->accessibleName()};
+    };
+    const QString about = u"Find and remove duplicate files"_s;
     open(3);
-    open(2);
-    tests::FakePage *first = page(2);
-    emit first->showToolbarSignal(false);
-    QVERIFY(!homeAction->isEnabled());
-    QVERIFY(!panel->isEnabled());
-    emit first->showToolbarSignal(false);
     emit page(3)->showToolbarSignal(false);
-    emit first->showToolbarSignal(true);
-    QVERIFY(!homeAction->isEnabled()); // the other page's job goes on
+    QCOMPARE(told(3), std::pair(u"Running"_s, u"Find Duplicate: Running"_s));
+    // The user walks, and the job ends meanwhile.
+    open(home);
+    QCOMPARE(shownId(), home);
+    open(2);
     emit page(3)->showToolbarSignal(true);
-    QVERIFY(homeAction->isEnabled());
-    QVERIFY(panel->isEnabled());
-    emit first->showToolbarSignal(true); // once too often
-    QVERIFY(homeAction->isEnabled());
-
-    emit first->showToolbarSignal(false);
-    first->close();
-    QVERIFY(homeAction->isEnabled());
-
-    open(4);
-    emit page(4)->showToolbarSignal(false);
-    QVERIFY(!homeAction->isEnabled());
+    emit page(2)->showToolbarSignal(true); // none had begun
+    QCOMPARE(told(3), std::pair(u"Finished"_s, u"Find Duplicate: Finished"_s));
+    QCOMPARE(button("diskUsageButton")->accessibleName(), u"Folder Size Analyzer"_s);
+    open(3);
+    QCOMPARE(told(3), std::pair(about, u"Find Duplicate"_s));
+    // One that ends before the eyes of the user leaves nothing to tell.
+    emit page(3)->showToolbarSignal(false);
+    emit page(3)->showToolbarSignal(true);
+    QCOMPARE(told(3), std::pair(about, u"Find Duplicate"_s));
     // A page that goes with the window must not call back into it.
+    emit page(3)->showToolbarSignal(false);
 }
 
 void tst_MainWindow::passesMessagesOnAndAsksForTheTitleOnce()

@@ -64,11 +64,11 @@ void tst_Navigation::goesBack()
     QVERIFY(isHome());
     QCOMPARE(m_log->numbers(u"showApp:"_s), (QList<int>{3, 1, 0}));
 
-    // Not while a job must not be walked away from.
+    // Also from a page with a job: the user comes back to it.
     m_window->onOpenModule(3);
     emit page(3)->showToolbarSignal(false);
     press(Qt::Key_Left, Qt::AltModifier);
-    QCOMPARE(shown(), page(3));
+    QVERIFY(isHome());
 }
 
 void tst_Navigation::leavesTheBackKeyToThePageFirst()

@@ -62,6 +62,10 @@ void tst_StarredModules::tracesTheSplit()
     QCOMPARE(log.values(u"index:"_s), (tests::strings({"2", "1"})));
     QCOMPARE(log.values(u"moduleIndexStr:"_s), (tests::strings({"10", "2"})));
     QCOMPARE(log.values(u"dataStr:"_s), (tests::strings({"2,5", "5"})));
+    // Of a damaged value only the beginning is read: each step logs all that is left.
+    QVERIFY(StarredModules(u"10,2,"_s.repeated(7200)).text().size() < 1000);
+    QVERIFY(log.values(u"dataStr:"_s).size() < 1000);
+    QVERIFY(StarredModules(QString(30'000, u'1')).text().isEmpty());
 }
 
 QTEST_GUILESS_MAIN(tst_StarredModules)

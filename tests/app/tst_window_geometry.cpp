@@ -36,7 +36,7 @@ class tst_WindowGeometry : public QObject
 private slots:
     void fits_data();
     void fits();
-    void keepsTheTitleBarVisible();
+    void comesIntoView();
     void readsAndWritesTheRegistry();
 };
 
@@ -77,19 +77,28 @@ void tst_WindowGeometry::fits()
 }
 
 // Two screens side by side, the left one lower; a title bar of 30.
-void tst_WindowGeometry::keepsTheTitleBarVisible()
+void tst_WindowGeometry::comesIntoView()
 {
     const QList<QRect> screens{QRect(0, 0, 1280, 800), QRect(-1024, 200, 1024, 768)};
     const auto placed = [&screens](int x, int y, int width = 986, int height = 543) {
         return visiblePosition(QRect(x, y, width, height), 30, screens);
     };
-    QCOMPARE(placed(-900, 300), QPoint(-900, 300));
-    QCOMPARE(placed(1279, 799), QPoint(1279, 799));         // its corner alone is seen
-    QCOMPARE(placed(100, -29), QPoint(100, -29));           // its last row
-    QCOMPARE(placed(100, -219, 986, 1030), QPoint(100, 0)); // above
-    QCOMPARE(placed(100, 900), QPoint(100, 770));           // below
-    QCOMPARE(placed(-1000, 50, 800), QPoint(-1000, 200));   // above the left screen
-    QCOMPARE(placed(-9000, 300, 1100), QPoint(-1024, 300)); // far left, wider than the screen
+    QCOMPARE(placed(100, 100), QPoint(100, 100));
+    QCOMPARE(placed(400, 100), QPoint(294, 100));  // over the right edge
+    QCOMPARE(placed(1279, 799), QPoint(294, 257)); // its corner alone is seen
+    QCOMPARE(placed(100, -29), QPoint(100, 0));
+    QCOMPARE(placed(-1000, 300), QPoint(-1000, 300)); // all of it on the left screen
+    QCOMPARE(placed(-900, 300), QPoint(-986, 300));   // most of it
+    QCOMPARE(placed(-1000, 50, 800), QPoint(-1000, 200));
+    // What does not fit: the title bar, and its left end.
+    QCOMPARE(placed(100, -219, 986, 1030), QPoint(100, 0));
+    QCOMPARE(placed(-9000, 300, 1100), QPoint(-1024, 300));
+    QCOMPARE(visiblePosition(QRect(5, 6, 7, 8), 30, {}), QPoint(5, 6));
+
+    QVERIFY(isOn(QRect(-1020, 230, 986, 513), {screens.at(1)}));
+    QVERIFY(!isOn(QRect(-1020, 230, 985, 513), {screens.at(1)})); // smaller than it may be
+    QVERIFY(!isOn(QRect(-1030, 230, 986, 513), {screens.at(1)}));
+    QVERIFY(!isOn(QRect(100, 100, 986, 513), {}));
 }
 
 void tst_WindowGeometry::readsAndWritesTheRegistry()
@@ -107,6 +116,9 @@ void tst_WindowGeometry::readsAndWritesTheRegistry()
         QVERIFY(settings::readDword(u"Software\\Fernlight Larkspur", name, value));
         QCOMPARE(value, expected);
     }
+    QVERIFY(!storedMaximized());
+    storeGeometry(storedGeometry(), true);
+    QVERIFY(storedMaximized());
     settings::writeString(settings::keys::root, u"width", u"500"); // no number: as if it were absent
     QCOMPARE(storedGeometry().rect(), QRect(-300, -7, 986, 700));
 }
