@@ -108,7 +108,12 @@ void BiggestFilesPage::addFolder(const QString &folder, const std::vector<Bigges
     }
     BiggestFilesModel *shownModel = model.get();
     m_lists.push_back({folder, std::move(model), shownModel});
-    m_choice->addItem(tr("%1 (20 Biggest Files)").arg(QFileInfo(folder).fileName()));
+    // Of two folders with one name the second says where it is.
+    QString text = tr("%1 (20 Biggest Files)").arg(QFileInfo(folder).fileName());
+    if (m_choice->findText(text) >= 0)
+        text = tr("%1 (20 Biggest Files)").arg(folder);
+    m_choice->addItem(text);
+    m_choice->setItemData(m_choice->count() - 1, folder, Qt::ToolTipRole);
     m_choice->show();
 }
 

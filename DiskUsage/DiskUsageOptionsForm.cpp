@@ -211,8 +211,10 @@ void DiskUsageOptionsForm::on_excludeRemoveButton_clicked()
 void DiskUsageOptionsForm::showEvent(QShowEvent *event)
 {
     QWidget::showEvent(event);
-    if (!event->spontaneous())
-        checkSiblings();
+    if (event->spontaneous())
+        return;
+    m_checkedFolders.reset(); // the folders on the disks may have changed
+    checkSiblings();
 }
 
 // A disk is woken and a server asked for a page on the screen only.
@@ -226,7 +228,8 @@ void DiskUsageOptionsForm::checkSiblings()
             folders.append(folder.path);
     if (m_excludeOneDrive->isChecked() && !m_oneDrive.isEmpty())
         folders.append(m_oneDrive);
-    m_siblingCheck.check(folders);
+    if (std::exchange(m_checkedFolders, folders) != folders)
+        m_siblingCheck.check(folders);
 }
 
 void DiskUsageOptionsForm::showSiblings(const QStringList &siblings)

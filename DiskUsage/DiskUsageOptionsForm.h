@@ -85,4 +85,5 @@ private:
     NoticeBar *m_notice;
     bool m_loading = false;
     SiblingCheck m_siblingCheck;
+    std::optional<QStringList> m_checkedFolders; // for which the check was last made
 };

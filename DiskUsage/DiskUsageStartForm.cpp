@@ -261,6 +261,10 @@ void DiskUsageStartForm::refreshDrives()
         card->setShare(0);
         m_driveCards.insert(root, card);
     }
+    while (QLayoutItem *item = m_driveGrid->takeAt(0))
+        delete item;
+    for (const QString &root : roots) // one that is plugged in stands in its place among the others
+        m_driveGrid->addWidget(m_driveCards.value(root));
     orderTabs();
     m_lister.refresh(roots);
 }
@@ -271,6 +275,7 @@ void DiskUsageStartForm::showDrive(const Drive &drive)
     if (!card)
         return;
     m_drives.insert(drive.root, drive);
+    emit driveRead(drive);
     card->setText(driveName(drive));
     card->setAccessibleName(card->text());
     card->setIcon(QIcon(image(driveIcon(drive.type))));

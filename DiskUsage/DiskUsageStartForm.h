@@ -35,7 +35,11 @@ public:
     // What is known of the drive, when it has been read.
     std::optional<platform::Drive> drive(const QString &root) const;
 
+    // Reads the drives again; driveRead() follows for each.
+    void refreshDrives();
+
 signals:
+    void driveRead(const platform::Drive &drive);
     void folderChosen(const QString &folder);
     void optionsRequested();
     void recentFoldersCleared();
@@ -53,7 +57,6 @@ private:
     FLCardButton *addCard(CardGridLayout *grid, const QString &title, const QString &icon,
                           const QString &folder);
     void selectFolder();
-    void refreshDrives();
     void showDrive(const platform::Drive &drive);
     void orderTabs();
 

@@ -71,6 +71,7 @@ FileTypesPage::FileTypesPage(QWidget *parent)
       m_typeModel(new QStandardItemModel(this)),
       m_types(new FLTreeView(this)),
       m_title(new QLabel(this)),
+      m_note(new QLabel(this)),
       m_table(new FLTableView(this)),
       m_empty(new EmptyState(this)),
       m_actions(new PathActions(m_table, [this] { return currentPath(); }))
@@ -110,6 +111,13 @@ void FileTypesPage::buildLayout()
     column->setContentsMargins(theme::space, 0, 0, 0);
     column->setSpacing(theme::spaceTight);
     column->addWidget(m_title);
+    m_note->setWordWrap(true);
+    m_note->setText(
+        tr("Files whose extension belongs to no type that is searched for. An extension begins at the first "
+           "dot of a name: that of backup.tar.gz is .tar.gz, that of photo.2024.jpg is .2024.jpg."));
+    m_note->hide();
+    theme::makeMuted(m_note);
+    column->addWidget(m_note);
     auto *body = new QWidget(right);
     m_stack = new QStackedLayout(body);
     m_stack->addWidget(m_table);
@@ -244,6 +252,7 @@ void FileTypesPage::showTitle()
     if (!m_model || m_model->shownCategory() < 0)
         return;
     const FileTypeResult &type = m_model->category(m_model->shownCategory());
+    m_note->setVisible(m_model->shownCategory() == m_model->categoryTotal() - 1);
     m_title->setText(m_sorting ? tr("%1, sorting ...").arg(type.category.name) : type.category.name);
 }
 

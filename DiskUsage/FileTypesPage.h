@@ -53,6 +53,7 @@ private:
     QStandardItemModel *m_typeModel;
     FLTreeView *m_types;
     QLabel *m_title;
+    QLabel *m_note; // on the files of no type
     FLTableView *m_table;
     EmptyState *m_empty;
     QStackedLayout *m_stack;

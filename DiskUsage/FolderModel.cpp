@@ -139,24 +139,27 @@ std::unique_ptr<FolderItem> FolderModel::buildTree(diskusage::ScanResult &result
 {
     // Parents stand before their children, and the children of one folder in the order of the list: one pass
     // builds the rows of every folder in order.
-    std::vector<FolderItem *> items;
+    // They own what is not yet a child, so that nothing is lost when memory ends.
+    std::vector<std::unique_ptr<FolderItem>> items;
     items.reserve(result.folders.size());
     std::vector<QList<QStandardItem *>> children(result.folders.size());
     for (const diskusage::Folder &folder : result.folders) {
         QList<QStandardItem *> none;
         QList<QStandardItem *> &siblings =
             folder.parent < 0 ? none : children[static_cast<std::size_t>(folder.parent)];
-        items.push_back(
-            new FolderItem(result, static_cast<int>(items.size()), static_cast<int>(siblings.size())));
-        siblings.append(items.back());
+        items.push_back(std::make_unique<FolderItem>(result, static_cast<int>(items.size()),
+                                                     static_cast<int>(siblings.size())));
+        siblings.append(items.back().get());
     }
     for (std::size_t i = 0; i < items.size(); ++i) {
         if (children[i].isEmpty())
             continue;
         items[i]->appendRows(children[i]);
+        for (QStandardItem *child : std::as_const(children[i]))
+            (void)items[static_cast<FolderItem *>(child)->number()].release();
         rankNames(children[i]);
     }
-    return std::unique_ptr<FolderItem>(items.empty() ? nullptr : items.front());
+    return items.empty() ? nullptr : std::move(items.front());
 }
 
 void FolderModel::destroyTree(std::unique_ptr<FolderItem> tree)
@@ -291,7 +294,12 @@ QVariant FolderModel::data(const QModelIndex &index, int role) const
                    ? QVariant(Qt::AlignLeading | Qt::AlignVCenter)
                    : QVariant(Qt::AlignTrailing | Qt::AlignVCenter);
     case Qt::ToolTipRole:
-        return column == Name ? QVariant(item->path()) : QVariant();
+        if (column != Name)
+            return {};
+        return item->folder().link && !item->folder().cycle
+                   ? tr("%1\nA link. What it leads to is counted here, and again where it lies.")
+                         .arg(item->path())
+                   : item->path();
     default:
         return {};
     }
@@ -347,6 +355,9 @@ const QIcon &FolderModel::icon(const diskusage::Folder &folder) const
         m_folderIcon = m_folderImage.isNull() ? QIcon(QStringLiteral(":/resources/images/Folder16.png"))
                                               : QIcon(QPixmap::fromImage(m_folderImage));
         m_cloudIcon = QIcon(QStringLiteral(":/resources/images/FolderCloud16.png"));
+        m_linkIcon = QIcon(QStringLiteral(":/resources/images/Link16.png"));
     }
+    if (folder.link)
+        return m_linkIcon;
     return folder.inOneDrive ? m_cloudIcon : m_folderIcon;
 }

@@ -22,6 +22,8 @@ public:
     FolderItem *parentFolder() const { return static_cast<FolderItem *>(parent()); }
     FolderItem *childFolder(int row) const { return static_cast<FolderItem *>(child(row)); }
 
+    // Its place among the folders of its scan.
+    std::size_t number() const { return static_cast<std::size_t>(m_index); }
     // Its row below its parent.
     int position() const { return m_position; }
     // Where it stands among its siblings by name, whatever the case.
@@ -100,6 +102,8 @@ public:
     QVariant data(const QModelIndex &index, int role = Qt::DisplayRole) const override;
     QVariant headerData(int section, Qt::Orientation orientation, int role = Qt::DisplayRole) const override;
     Qt::ItemFlags flags(const QModelIndex &index) const override;
+    // FolderSortModel puts the rows in order; here each item knows its position, which must stay true.
+    void sort(int, Qt::SortOrder) override {}
     // Removing all columns is how the tree is emptied: the rows go with them. Any other range is refused.
     bool removeColumns(int column, int count, const QModelIndex &parent = {}) override;
 
@@ -118,4 +122,5 @@ private:
     QImage m_folderImage;
     mutable QIcon m_folderIcon; // made from the image on the interface thread when it is first shown
     mutable QIcon m_cloudIcon;
+    mutable QIcon m_linkIcon;
 };

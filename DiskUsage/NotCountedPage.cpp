@@ -10,6 +10,7 @@
 #include <QVBoxLayout>
 
 #include <algorithm>
+#include <numeric>
 
 using diskusage::ScanResult;
 
@@ -98,20 +99,36 @@ void NotCountedModel::sort(int column, Qt::SortOrder order)
     m_sortColumn = column;
     m_sortOrder = order;
     emit layoutAboutToBeChanged({}, VerticalSortHint);
-    sortRows();
-    changePersistentIndexList(persistentIndexList(), QModelIndexList(persistentIndexList().size()));
+    const std::vector<int> before = sortRows();
+    std::vector<int> now(before.size());
+    for (std::size_t row = 0; row < before.size(); ++row)
+        now[static_cast<std::size_t>(before[row])] = static_cast<int>(row);
+    const QModelIndexList kept = persistentIndexList();
+    QModelIndexList moved;
+    for (const QModelIndex &index : kept)
+        moved.append(createIndex(now[static_cast<std::size_t>(index.row())], index.column()));
+    changePersistentIndexList(kept, moved);
     emit layoutChanged({}, VerticalSortHint);
 }
 
-void NotCountedModel::sortRows()
+std::vector<int> NotCountedModel::sortRows()
 {
+    std::vector<int> order(m_rows.size());
+    std::iota(order.begin(), order.end(), 0);
     if (m_sortColumn < 0)
-        return;
-    std::stable_sort(m_rows.begin(), m_rows.end(), [this](const Row &left, const Row &right) {
-        const Row &a = m_sortOrder == Qt::AscendingOrder ? left : right;
-        const Row &b = m_sortOrder == Qt::AscendingOrder ? right : left;
+        return order;
+    std::stable_sort(order.begin(), order.end(), [this](int left, int right) {
+        const bool ascending = m_sortOrder == Qt::AscendingOrder;
+        const Row &a = m_rows[static_cast<std::size_t>(ascending ? left : right)];
+        const Row &b = m_rows[static_cast<std::size_t>(ascending ? right : left)];
         return m_sortColumn == Path ? a.path.compare(b.path, Qt::CaseInsensitive) < 0 : a.why < b.why;
     });
+    std::vector<Row> rows;
+    rows.reserve(m_rows.size());
+    for (const int row : order)
+        rows.push_back(std::move(m_rows[static_cast<std::size_t>(row)]));
+    m_rows = std::move(rows);
+    return order;
 }
 
 NotCountedPage::NotCountedPage(QWidget *parent)

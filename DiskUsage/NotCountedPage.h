@@ -42,7 +42,7 @@ public:
 
 private:
     void append(const diskusage::ScanResult &result);
-    void sortRows();
+    std::vector<int> sortRows(); // where each row was
 
     std::vector<Row> m_rows;
     int m_sortColumn = -1; // as the scan met them

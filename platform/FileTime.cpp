@@ -24,7 +24,8 @@ QDateTime localFileTime(quint64 fileTime)
 
 QString fileTimeText(quint64 fileTime)
 {
-    return localFileTime(fileTime).toString();
+    return fileTime == 0 ? QString() : // not known, and not a day in 1601
+           localFileTime(fileTime).toString();
 }
 
 } // namespace platform

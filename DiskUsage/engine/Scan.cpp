@@ -89,6 +89,7 @@ private:
     BiggestFiles m_biggest;
     int m_current = -1; // the folder that the walk is in
     int m_depth = -1;
+    bool m_link = false; // the folder that was accepted last
     int m_completed = 0;
     int m_records = 0;                      // of files that a category took
     std::vector<LargestChildren> m_largest; // of the current folder and those above it, by depth
@@ -96,7 +97,7 @@ private:
 
 bool ScanVisitor::acceptFolder(const QString &path, const core::DirectoryEntry &entry)
 {
-    Q_UNUSED(entry)
+    m_link = entry.mayBeLink();
     if (!m_exclusions.isExcludedLogged(path))
         return true;
     m_result.excluded.append(path);
@@ -117,6 +118,7 @@ void ScanVisitor::enterFolder(const QString &path, QStringView name, int depth, 
     folder.depth = depth;
     folder.inOneDrive = m_exclusions.isInOneDrive(path);
     folder.readable = state != FolderState::Unreadable;
+    folder.link = depth > 0 && m_link;
     folder.cycle = state == FolderState::Cycle;
     if (!folder.readable)
         m_result.unreadable.append(shownPath(path));

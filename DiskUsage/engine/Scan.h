@@ -45,6 +45,7 @@ struct Folder {
     int index = -1;  // the running number given at completion (children before parents); -1 = not complete
     bool inOneDrive = false;
     bool readable = true;
+    bool link = false;  // what it leads to may be counted in another place as well
     bool cycle = false; // a link to one of its own ancestors, not entered
     QString maxData;    // "a.iso:700:0;Photos:50:1;", see LargestChildren
 };
