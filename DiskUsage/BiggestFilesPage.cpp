@@ -139,9 +139,9 @@ QString BiggestFilesPage::currentPath() const
     return model ? model->filePath(m_table->currentIndex().row()) : QString();
 }
 
-CsvTable BiggestFilesPage::csvTable() const
+csv::Table BiggestFilesPage::csvTable() const
 {
-    CsvTable table;
+    csv::Table table;
     table.suggestedName = tr("20 biggest Files");
     QList<QStringList> rows;
     const BiggestFilesModel *model = shownModel();

@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
-#include "DiskUsage/CsvExport.h"
 #include "DiskUsage/engine/Scan.h"
+#include "widgets/CsvFile.h"
 
 #include <QWidget>
 
@@ -31,7 +31,7 @@ public:
     // The list of a folder that was scanned again; replaces an earlier one of the same folder, and is shown
     // when the user chooses it.
     void addFolder(const QString &folder, const std::vector<diskusage::BiggestFile> &files);
-    diskusage::CsvTable csvTable() const;
+    csv::Table csvTable() const;
     PathActions *actions() const { return m_actions; }
 
 signals:

@@ -142,15 +142,31 @@ void FileSortThread::work()
 
 DataFilesModel::DataFilesModel(QObject *parent) : QAbstractTableModel(parent) {}
 
+DataFilesModel::Contents DataFilesModel::prepared(std::shared_ptr<const ScanResult> result,
+                                                  const core::CancelFlag &cancel)
+{
+    Contents contents;
+    contents.result = std::move(result);
+    for (std::size_t i = 0; contents.result && i <= contents.result->fileTypes.size(); ++i)
+        contents.bySize.push_back(sortedFiles(*contents.result,
+                                              categoryOf(*contents.result, static_cast<int>(i)).files,
+                                              FileRawSize, Qt::DescendingOrder, cancel));
+    return cancel.isSet() ? Contents() : contents;
+}
+
 void DataFilesModel::setResult(std::shared_ptr<const ScanResult> result, const core::CancelFlag &cancel)
 {
     clear();
-    m_result = std::move(result);
-    for (int i = 0; i < categoryTotal(); ++i)
-        m_bySize.push_back(
-            sortedFiles(*m_result, category(i).files, FileRawSize, Qt::DescendingOrder, cancel));
-    if (cancel.isSet())
-        clear();
+    m_contents = prepared(std::move(result), cancel);
+}
+
+DataFilesModel::Contents DataFilesModel::replace(Contents contents)
+{
+    const int shown = m_category;
+    showCategory(-1);
+    std::swap(m_contents, contents);
+    showCategory(shown);
+    return contents;
 }
 
 void DataFilesModel::clear()
@@ -159,19 +175,18 @@ void DataFilesModel::clear()
     beginResetModel();
     m_category = -1;
     m_order = {};
-    m_bySize = {};
-    m_result.reset();
+    m_contents = {};
     endResetModel();
 }
 
 int DataFilesModel::categoryTotal() const
 {
-    return m_result ? static_cast<int>(m_result->fileTypes.size()) + 1 : 0;
+    return m_contents.result ? static_cast<int>(m_contents.result->fileTypes.size()) + 1 : 0;
 }
 
 const FileTypeResult &DataFilesModel::category(int index) const
 {
-    return categoryOf(*m_result, index);
+    return categoryOf(*m_contents.result, index);
 }
 
 void DataFilesModel::showCategory(int index)
@@ -181,7 +196,7 @@ void DataFilesModel::showCategory(int index)
     endSorting();
     beginResetModel();
     m_category = index;
-    m_order = index >= 0 ? m_bySize[static_cast<std::size_t>(index)] : FileOrder();
+    m_order = index >= 0 ? m_contents.bySize[static_cast<std::size_t>(index)] : FileOrder();
     m_shown = {};
     endResetModel();
     // The order chosen before, if it was another.
@@ -197,7 +212,7 @@ const FileRecord &DataFilesModel::record(int row) const
 QString DataFilesModel::filePath(int row) const
 {
     const FileRecord &file = record(row);
-    const QString folder = m_result->path(file.folder);
+    const QString folder = m_contents.result->path(file.folder);
     return folder.endsWith(QLatin1Char('\\')) ? folder + file.name : folder + QLatin1Char('\\') + file.name;
 }
 
@@ -210,11 +225,11 @@ void DataFilesModel::sort(int column, Qt::SortOrder order)
         return;
     endSorting();
     if (isBySize()) {
-        applyOrder(m_bySize[static_cast<std::size_t>(m_category)]);
+        applyOrder(m_contents.bySize[static_cast<std::size_t>(m_category)]);
         m_shown = m_asked;
         return;
     }
-    m_sorter.reset(new FileSortThread(m_result, m_category, static_cast<FileColumn>(column), order));
+    m_sorter.reset(new FileSortThread(m_contents.result, m_category, static_cast<FileColumn>(column), order));
     connect(m_sorter.get(), &core::WorkerThread::done, this, &DataFilesModel::takeSorted);
     emit sortingChanged(true);
     m_sorter->start();
@@ -306,7 +321,7 @@ QVariant DataFilesModel::text(const FileRecord &file, int column) const
     case FileLastAccess:
         return platform::fileTimeText(file.lastAccessTime);
     case FilePath:
-        return m_result->path(file.folder);
+        return m_contents.result->path(file.folder);
     default:
         return QString::number(file.size);
     }

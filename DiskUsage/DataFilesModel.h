@@ -60,6 +60,18 @@ class DataFilesModel : public QAbstractTableModel
 public:
     explicit DataFilesModel(QObject *parent = nullptr);
 
+    // A result and what is worked out from it beforehand, on any thread: the files of every category, largest
+    // first. Null when it was cancelled or there is no result.
+    struct Contents {
+        std::shared_ptr<const diskusage::ScanResult> result;
+        std::vector<diskusage::FileOrder> bySize;
+    };
+    static Contents prepared(std::shared_ptr<const diskusage::ScanResult> result,
+                             const core::CancelFlag &cancel);
+    // Shows these instead, in the category and order as before. Gives back the former contents, which may
+    // take long to free.
+    Contents replace(Contents contents);
+
     // Empty afterwards when cancelled.
     void setResult(std::shared_ptr<const diskusage::ScanResult> result, const core::CancelFlag &cancel = {});
     void clear();
@@ -71,7 +83,7 @@ public:
     // -1 shows none.
     void showCategory(int index);
 
-    const std::shared_ptr<const diskusage::ScanResult> &result() const { return m_result; }
+    const std::shared_ptr<const diskusage::ScanResult> &result() const { return m_contents.result; }
     const diskusage::FileOrder &order() const { return m_order; }
     const diskusage::FileRecord &record(int row) const;
     QString filePath(int row) const;
@@ -100,11 +112,10 @@ private:
     void endSorting();
     void takeSorted();
     void applyOrder(diskusage::FileOrder sorted);
-    bool isBySize() const; // what m_bySize holds is what is asked for
+    bool isBySize() const; // what the contents hold is what is asked for
     QVariant text(const diskusage::FileRecord &file, int column) const;
 
-    std::shared_ptr<const diskusage::ScanResult> m_result;
-    std::vector<diskusage::FileOrder> m_bySize; // largest first, one per category
+    Contents m_contents;
     int m_category = -1;
     Sorting m_asked;
     Sorting m_shown; // of the rows as they are; differs while a sort runs

@@ -114,7 +114,7 @@ void DiskUsageEditFileTypesDialog::on_AddButton_clicked()
 void DiskUsageEditFileTypesDialog::on_newFileExtensionValue(const QString &extension)
 {
     if (m_category.extensions.contains(extension, Qt::CaseInsensitive)) {
-        m_notice->showNotice(infoIcon(), tr("%1 is in the list already.").arg(extension));
+        m_notice->showNotice(NoticeBar::Kind::Info, tr("%1 is in the list already.").arg(extension));
         return;
     }
     m_category.extensions.append(extension);
@@ -124,7 +124,7 @@ void DiskUsageEditFileTypesDialog::on_newFileExtensionValue(const QString &exten
     if (note.isEmpty())
         m_notice->hide();
     else
-        m_notice->showNotice(infoIcon(), note);
+        m_notice->showNotice(NoticeBar::Kind::Info, note);
 }
 
 QString DiskUsageEditFileTypesDialog::sharedNote(const QString &extension) const

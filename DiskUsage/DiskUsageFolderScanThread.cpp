@@ -1,10 +1,13 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "DiskUsage/DiskUsageFolderScanThread.h"
 
-DiskUsageFolderScanThread::DiskUsageFolderScanThread(ScanJob job) : m_job(std::move(job))
+#include "DiskUsage/engine/Merge.h"
+
+DiskUsageFolderScanThread::DiskUsageFolderScanThread(ScanJob job,
+                                                     std::shared_ptr<const diskusage::ScanResult> whole)
+    : m_job(std::move(job)),
+      m_whole(std::move(whole))
 {
-    // The list of file types stays that of the whole scan: nobody would read the records of this one.
-    m_job.options.collectFileTypes = false;
     connect(this, &WorkerThread::done, this, &DiskUsageFolderScanThread::resultReady);
 }
 
@@ -19,6 +22,12 @@ void DiskUsageFolderScanThread::work()
         diskusage::scanFolder(m_job.root, m_job.options, *m_job.enumerator, *this, cancelFlag()));
     if (stopRequested() || result->folders.empty())
         return;
+    if (const int folder = m_whole ? findFolder(*m_whole, m_job.root) : -1; folder > 0)
+        m_contents = DataFilesModel::prepared(merged(*m_whole, folder, *result, cancelFlag()), cancelFlag());
+    m_whole.reset();
+    if (stopRequested())
+        return;
+    result->dropFiles(); // the merged result has them
     m_tree = FolderModel::buildTree(*result);
     m_result = std::move(result);
 }

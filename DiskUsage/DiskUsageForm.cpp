@@ -27,12 +27,19 @@ std::unique_ptr<core::DirectoryEnumerator> windowsEnumerator()
     return std::make_unique<platform::Win32Enumerator>();
 }
 
-// Destroying many rows takes longer than the interface may wait.
-void destroyInBackground(std::unique_ptr<FolderItem> rows)
+// Destroying what a hundred thousand folders hold takes longer than the interface may wait.
+struct Rest {
+    std::unique_ptr<FolderItem> rows;
+    std::vector<std::shared_ptr<ScanResult>> results;
+    DataFilesModel::Contents files;
+    std::vector<FileTypeResult> types;
+
+    ~Rest() { FolderModel::destroyTree(std::move(rows)); } // before what they refer to
+};
+
+void destroyInBackground(std::shared_ptr<Rest> rest)
 {
-    if (FolderItem *tree = rows.release())
-        QThreadPool::globalInstance()->start(
-            [tree] { FolderModel::destroyTree(std::unique_ptr<FolderItem>(tree)); });
+    QThreadPool::globalInstance()->start([rest = std::move(rest)]() mutable { rest.reset(); });
 }
 
 } // namespace
@@ -76,6 +83,7 @@ void DiskUsageForm::connectPages()
     connect(m_start, &DiskUsageStartForm::folderChosen, this, &DiskUsageForm::scan);
     connect(m_start, &DropFrame::othersLeftOut, this,
             [this](const QString &notice) { m_resultNotice = notice; });
+    connect(m_start, &DiskUsageStartForm::driveRead, m_results, &DiskUsageResultsForm::showDrive);
     connect(m_start, &DiskUsageStartForm::optionsRequested, this, &DiskUsageForm::showOptions);
     connect(m_start, &DiskUsageStartForm::recentFoldersCleared, this, [this] {
         saveRecentFolders({});
@@ -159,6 +167,7 @@ void DiskUsageForm::showResults(std::shared_ptr<ScanResult> result)
     view.milliseconds = m_progress->elapsed();
     view.drive = m_start->drive(m_root);
     m_results->showScan(view);
+    m_start->refreshDrives(); // as they are now; driveRead() follows
     if (!m_resultNotice.isEmpty())
         m_results->showNotice(std::exchange(m_resultNotice, {}));
     m_pages->setCurrentWidget(m_results);
@@ -185,7 +194,8 @@ void DiskUsageForm::scanFolderAgain(const QModelIndex &folder)
     ScanJob job = makeJob(item->path());
     for (const FolderItem *above = item->parentFolder(); above; above = above->parentFolder())
         job.options.ancestors.append(above->path());
-    m_folderScan = new DiskUsageFolderScanThread(std::move(job));
+    job.options.fileTypes = m_scanFileTypes; // of one piece with the rest
+    m_folderScan = new DiskUsageFolderScanThread(std::move(job), m_dataFiles->result());
     connect(m_folderScan, &DiskUsageFolderScanThread::updateFolderItemScan, &m_jobs.relay(),
             &core::ProgressRelay::setItems, Qt::DirectConnection);
     JobOptions options{.busyText = tr("the scan of a folder")};
@@ -205,10 +215,17 @@ void DiskUsageForm::handleFolderResults(DiskUsageFolderScanThread &scan)
     std::shared_ptr<ScanResult> result = scan.takeResult();
     if (result && m_folderIndex.isValid()) {
         const Folder before = m_folders->folderItem(m_folderIndex)->folder();
-        destroyInBackground(m_folders->replaceFolder(m_folderIndex, result, scan.takeTree()));
+        auto rest = std::make_shared<Rest>();
+        rest->rows = m_folders->replaceFolder(m_folderIndex, result, scan.takeTree());
+        rest->results = m_folders->takeUnused();
+        if (DataFilesModel::Contents files = scan.takeContents(); files.result) {
+            rest->files = m_dataFiles->replace(std::move(files));
+            rest->types = m_folders->takeFiles();
+        }
+        destroyInBackground(std::move(rest));
         m_results->folderReplaced(scan.folder(), before, *result);
     } else if (!scan.error().isEmpty()) {
-        m_results->showNotice(failureText(scan.error()), true);
+        m_results->showNotice(failureText(scan.error()), NoticeBar::Kind::Error);
     }
 }
 

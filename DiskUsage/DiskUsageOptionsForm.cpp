@@ -121,10 +121,9 @@ void DiskUsageOptionsForm::on_saveButton_clicked()
     m_stored = saved ? edited() : loadScanSettings();
     editsChanged();
     if (saved)
-        m_notice->showNotice(QIcon(QStringLiteral(":/resources/images/Info16.png")),
-                             tr("Saved. The next scan uses these options."));
+        m_notice->showNotice(NoticeBar::Kind::Success, tr("Saved. The next scan uses these options."));
     else
-        m_notice->showNotice(QIcon(QStringLiteral(":/resources/images/Warning16.png")),
+        m_notice->showNotice(NoticeBar::Kind::Error,
                              tr("Windows refused to store the options; they are not saved."));
 }
 
@@ -175,8 +174,7 @@ void DiskUsageOptionsForm::on_excludeOneDrivecheckBox_toggled(bool)
 void DiskUsageOptionsForm::on_openOneDriveButton_clicked()
 {
     if (!platform::shell().openFile(m_oneDrive))
-        m_notice->showNotice(QIcon(QStringLiteral(":/resources/images/Warning16.png")),
-                             tr("%1 could not be opened.").arg(m_oneDrive));
+        m_notice->showNotice(NoticeBar::Kind::Error, tr("%1 could not be opened.").arg(m_oneDrive));
 }
 
 void DiskUsageOptionsForm::on_excludeAddButton_clicked()
@@ -191,8 +189,7 @@ void DiskUsageOptionsForm::on_excludeAddButton_clicked()
     for (const core::ExcludedFolder &known : edited().excludedFolders) {
         if (known.path.compare(folder, Qt::CaseInsensitive) != 0)
             continue;
-        m_notice->showNotice(QIcon(QStringLiteral(":/resources/images/Info16.png")),
-                             tr("%1 is in the list already.").arg(folder));
+        m_notice->showNotice(NoticeBar::Kind::Info, tr("%1 is in the list already.").arg(folder));
         return;
     }
     m_loading = true;

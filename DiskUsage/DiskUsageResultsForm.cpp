@@ -8,32 +8,23 @@
 #include "DiskUsage/NotCountedPage.h"
 #include "core/CountText.h"
 #include "core/SizeText.h"
-#include "platform/Dialogs.h"
 #include "widgets/ElidedLabel.h"
 #include "widgets/FLTabWidget.h"
 #include "widgets/NoticeBar.h"
+#include "widgets/PageHeader.h"
 #include "widgets/Theme.h"
 
 #include <QAction>
 #include <QApplication>
-#include <QDir>
 #include <QHBoxLayout>
-#include <QIcon>
 #include <QPushButton>
-#include <QToolButton>
 #include <QVBoxLayout>
 
-using diskusage::CsvTable;
 using diskusage::Folder;
 using diskusage::ScanResult;
 
 namespace
 {
-
-QIcon image(const char *name)
-{
-    return QIcon(QStringLiteral(":/resources/images/%1.png").arg(QLatin1String(name)));
-}
 
 QString secondsText(qint64 milliseconds)
 {
@@ -44,11 +35,7 @@ QString secondsText(qint64 milliseconds)
 
 DiskUsageResultsForm::DiskUsageResultsForm(QWidget *parent)
     : QWidget(parent),
-      m_back(new QToolButton(this)),
-      m_title(new ElidedLabel(this, Qt::ElideMiddle)),
-      m_totals(new ElidedLabel(this)),
-      m_again(new QPushButton(image("Refresh24"), tr("Scan Again"), this)),
-      m_exportButton(new QPushButton(image("Export24"), tr("Export"), this)),
+      m_header(new PageHeader(PageHeader::Kind::Result, this)),
       m_notice(new NoticeBar(this)),
       m_busyBar(new QWidget(this)),
       m_busyText(new ElidedLabel(m_busyBar, Qt::ElideMiddle)),
@@ -58,7 +45,7 @@ DiskUsageResultsForm::DiskUsageResultsForm(QWidget *parent)
       m_biggest(new BiggestFilesPage(this)),
       m_types(new FileTypesPage(this)),
       m_notCounted(new NotCountedPage(this)),
-      m_jobs(this)
+      m_exporter(new CsvExporter(this))
 {
     buildHeader();
     buildTabs();
@@ -71,21 +58,12 @@ DiskUsageResultsForm::~DiskUsageResultsForm() = default;
 
 void DiskUsageResultsForm::buildHeader()
 {
-    m_back->setObjectName(QStringLiteral("backButton"));
-    m_back->setIcon(image("ArrowLeft24"));
-    m_back->setIconSize({24, 24});
-    m_back->setAutoRaise(true);
-    m_back->setFocusPolicy(Qt::TabFocus);
-    m_back->setToolTip(tr("Back to the start page (Alt+Left)"));
-    m_back->setAccessibleName(tr("Back"));
-    m_title->setObjectName(QStringLiteral("resultTitleLabel"));
-    m_title->setFont(theme::sectionTitle(font()));
-    m_totals->setObjectName(QStringLiteral("resultTotalsLabel"));
-    theme::makeMuted(m_totals);
-    m_again->setObjectName(QStringLiteral("scanAgainButton"));
-    m_again->setToolTip(tr("Scan everything again (Ctrl+R)"));
-    m_exportButton->setObjectName(QStringLiteral("exportButton"));
-    m_exportButton->setToolTip(tr("Export the shown table as CSV (Ctrl+S)"));
+    m_header->showBack(tr("Back to the start page"));
+    m_again =
+        m_header->addButton({"scanAgainButton", "Refresh24", tr("Scan Again"), tr("Scan everything again")});
+    m_again->setShortcut(Qt::CTRL | Qt::Key_R);
+    m_exportButton = m_header->addButton(
+        {"exportButton", "Export24", tr("Export"), tr("Export the shown table as CSV (Ctrl+S)")});
     m_busyStop->setObjectName(QStringLiteral("busyCancelButton"));
     m_notice->setObjectName(QStringLiteral("noticeBar"));
 }
@@ -102,16 +80,6 @@ void DiskUsageResultsForm::buildTabs()
 
 void DiskUsageResultsForm::buildLayout()
 {
-    auto *titles = new QVBoxLayout;
-    titles->setSpacing(0);
-    titles->addWidget(m_title);
-    titles->addWidget(m_totals);
-    auto *header = new QHBoxLayout;
-    header->setSpacing(theme::spaceSnug);
-    header->addWidget(m_back);
-    header->addLayout(titles, 1);
-    header->addWidget(m_again);
-    header->addWidget(m_exportButton);
     auto *busy = new QHBoxLayout(m_busyBar);
     busy->setContentsMargins(0, 0, 0, 0);
     busy->addWidget(m_busyText, 1);
@@ -121,7 +89,7 @@ void DiskUsageResultsForm::buildLayout()
     auto *layout = new QVBoxLayout(this);
     layout->setContentsMargins(theme::space, theme::space, theme::space, theme::space);
     layout->setSpacing(theme::spaceSnug);
-    layout->addLayout(header);
+    layout->addWidget(m_header);
     layout->addWidget(m_notice);
     layout->addWidget(m_busyBar);
     layout->addWidget(m_tabs, 1);
@@ -129,18 +97,6 @@ void DiskUsageResultsForm::buildLayout()
 
 void DiskUsageResultsForm::buildActions()
 {
-    const auto add = [this](const char *name, const QList<QKeySequence> &keys) {
-        auto *action = new QAction(this);
-        action->setObjectName(QLatin1String(name));
-        action->setShortcuts(keys);
-        action->setShortcutContext(Qt::WidgetWithChildrenShortcut);
-        addAction(action);
-        return action;
-    };
-    connect(add("backAction", {QKeySequence(Qt::ALT | Qt::Key_Left)}), &QAction::triggered, m_back,
-            &QAbstractButton::click);
-    connect(add("scanAllAction", {QKeySequence(Qt::CTRL | Qt::Key_R)}), &QAction::triggered, m_again,
-            &QAbstractButton::click);
     // In the folder tree F5 is about the selected folder; in the lists there is nothing to scan but
     // everything.
     auto *everywhereElse = new QAction(this);
@@ -154,15 +110,20 @@ void DiskUsageResultsForm::buildActions()
 
 void DiskUsageResultsForm::connectPages()
 {
-    connect(m_back, &QAbstractButton::clicked, this, &DiskUsageResultsForm::back);
+    connect(m_header, &PageHeader::back, this, &DiskUsageResultsForm::back);
     connect(m_again, &QAbstractButton::clicked, this, &DiskUsageResultsForm::scanAllAgain);
     connect(m_exportButton, &QAbstractButton::clicked, this, &DiskUsageResultsForm::exportCurrentTable);
     connect(m_busyStop, &QAbstractButton::clicked, this, [this] {
-        m_jobs.cancel();
+        m_exporter->requestStop();
         emit stopFolderScan();
     });
     connect(m_folders, &FoldersPage::scanAgain, this, &DiskUsageResultsForm::scanFolderAgain);
-    const auto warn = [this](const QString &message) { showNotice(message, true); };
+    connect(m_exporter, &CsvExporter::started, this, [this](const QString &what) { setBusy(true, what); });
+    connect(m_exporter, &CsvExporter::ended, this, [this](NoticeBar::Kind kind, const QString &notice) {
+        setBusy(false);
+        showNotice(notice, kind);
+    });
+    const auto warn = [this](const QString &message) { showNotice(message, NoticeBar::Kind::Error); };
     connect(m_folders, &FoldersPage::failed, this, warn);
     connect(m_biggest, &BiggestFilesPage::failed, this, warn);
     connect(m_types, &FileTypesPage::failed, this, warn);
@@ -184,7 +145,7 @@ void DiskUsageResultsForm::showScan(const ScanView &view)
     m_biggest->setModel(view.biggestFiles, view.root);
     m_types->setModel(view.dataFiles, total);
     m_notCounted->setResult(view.result.get());
-    m_title->setText(view.root);
+    m_header->setTitle(view.root);
     m_tabs->setCurrentIndex(0);
     showTotals();
     showNotCounted();
@@ -193,7 +154,7 @@ void DiskUsageResultsForm::showScan(const ScanView &view)
 void DiskUsageResultsForm::detach()
 {
     if (isExporting()) {
-        m_jobs.drop();
+        m_exporter->abandon();
         setBusy(false);
     }
     m_folders->setModel(nullptr);
@@ -212,9 +173,9 @@ void DiskUsageResultsForm::showTotals()
                  core::countText(root.folders, tr("1 folder"), tr("%1 folders")),
                  secondsText(m_view.milliseconds));
     if (m_view.drive)
-        text += tr(". Windows reports %1 used of %2.")
+        text += tr(". Windows reports %1 used of %2; the sums here are of the sizes of the files.")
                     .arg(core::sizeText(m_view.drive->usedBytes()), core::sizeText(m_view.drive->totalBytes));
-    m_totals->setText(text);
+    m_header->setText(text);
 }
 
 void DiskUsageResultsForm::showNotCounted()
@@ -235,18 +196,25 @@ void DiskUsageResultsForm::folderReplaced(const QString &path, const Folder &bef
                                                         : tr("%1 more than before").arg(more);
     m_biggest->addFolder(path, now.biggestFiles);
     m_folders->refresh();
+    m_types->refresh(m_view.folders->rootFolder()->folder().bytes);
     m_notCounted->replaceFolder(path, now);
     showTotals();
     showNotCounted();
-    showNotice(
-        tr("%1 was scanned again: %2, %3. The file types and the 20 biggest files of the whole scan are as "
-           "they were.")
-            .arg(path, core::sizeText(after.bytes), change));
+    showNotice(tr("%1 was scanned again: %2, %3. The 20 biggest files of the whole scan are as they were.")
+                   .arg(path, core::sizeText(after.bytes), change));
 }
 
-void DiskUsageResultsForm::showNotice(const QString &text, bool warning)
+void DiskUsageResultsForm::showNotice(const QString &text, NoticeBar::Kind kind)
 {
-    m_notice->showNotice(image(warning ? "Warning16" : "Info16"), text);
+    m_notice->showNotice(kind, text);
+}
+
+void DiskUsageResultsForm::showDrive(const platform::Drive &drive)
+{
+    if (!m_view.result || !drive.ready || drive.root.compare(m_view.root, Qt::CaseInsensitive) != 0)
+        return;
+    m_view.drive = drive;
+    showTotals();
 }
 
 void DiskUsageResultsForm::setBusy(bool busy, const QString &text)
@@ -255,7 +223,7 @@ void DiskUsageResultsForm::setBusy(bool busy, const QString &text)
         m_focusBefore = QApplication::focusWidget();
     m_busyText->setText(text);
     m_busyBar->setVisible(busy);
-    for (QWidget *button : {static_cast<QWidget *>(m_back), static_cast<QWidget *>(m_again),
+    for (QWidget *button : {static_cast<QWidget *>(m_header->backButton()), static_cast<QWidget *>(m_again),
                             static_cast<QWidget *>(m_exportButton)})
         button->setEnabled(!busy);
     // What has the focus loses it when it is disabled or hidden.
@@ -263,7 +231,7 @@ void DiskUsageResultsForm::setBusy(bool busy, const QString &text)
         m_focusBefore->setFocus();
 }
 
-CsvTable DiskUsageResultsForm::currentTable() const
+csv::Table DiskUsageResultsForm::currentTable() const
 {
     const QWidget *page = m_tabs->currentWidget();
     return page == m_folders   ? m_folders->csvTable()
@@ -277,34 +245,12 @@ void DiskUsageResultsForm::exportCurrentTable()
     exportTable([this] { return currentTable(); });
 }
 
-void DiskUsageResultsForm::exportTable(const std::function<CsvTable()> &table)
+void DiskUsageResultsForm::exportTable(const std::function<csv::Table()> &table)
 {
     if (!m_exportButton->isEnabled() || !m_view.result)
         return;
-    const CsvTable shown = table();
-    if (!shown.next)
-        return;
-    const QPointer<DiskUsageResultsForm> alive(this);
-    const QString file = platform::dialogs().chooseFileToSave(this, tr("Export as CSV"),
-                                                              shown.suggestedName + QStringLiteral(".csv"),
-                                                              tr("Comma-separated values (*.csv)"));
-    if (!alive || file.isEmpty() || !m_view.result || isExporting())
-        return;
-    setBusy(true, tr("Exporting to %1 ...").arg(QDir::toNativeSeparators(file)));
-    m_jobs.start({.busyText = tr("the export of a table")}, new CsvExportThread(file, table()),
-                 [this](const CsvExportThread &ended) { endExport(ended); });
-}
-
-void DiskUsageResultsForm::endExport(const CsvExportThread &ended)
-{
-    const CsvExportThread::Outcome outcome = ended.outcome();
-    const QString file = QDir::toNativeSeparators(ended.file());
-    const QString rows = QString::number(ended.rows());
-    setBusy(false);
-    if (outcome == CsvExportThread::Outcome::Failed)
-        showNotice(tr("%1 could not be written: %2").arg(file, ended.reason()), true);
-    else if (outcome == CsvExportThread::Outcome::Cancelled)
-        showNotice(tr("The export was cancelled; nothing was written."));
-    else
-        showNotice(tr("%1 rows were exported to %2.").arg(rows, file));
+    const csv::Table shown = table();
+    if (shown.next)
+        m_exporter->start(shown.suggestedName,
+                          [this, table] { return m_view.result ? table() : csv::Table(); });
 }

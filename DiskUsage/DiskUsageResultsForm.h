@@ -1,10 +1,9 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
-#include "DiskUsage/CsvExport.h"
 #include "DiskUsage/engine/Scan.h"
 #include "platform/Drives.h"
-#include "widgets/JobHost.h"
+#include "widgets/CsvExporter.h"
 
 #include <QModelIndex>
 #include <QPointer>
@@ -22,10 +21,9 @@ class FLTabWidget;
 class FileTypesPage;
 class FolderModel;
 class FoldersPage;
-class NoticeBar;
 class NotCountedPage;
+class PageHeader;
 class QPushButton;
-class QToolButton;
 
 // What is shown of a finished scan. The models belong to the caller.
 struct ScanView {
@@ -57,9 +55,11 @@ public:
     // A folder of the result was scanned again and its rows were replaced.
     void folderReplaced(const QString &path, const diskusage::Folder &before,
                         const diskusage::ScanResult &now);
-    void showNotice(const QString &text, bool warning = false);
+    void showNotice(const QString &text, NoticeBar::Kind kind = NoticeBar::Kind::Info);
+    // What Windows says of the scanned drive now; other drives do not matter.
+    void showDrive(const platform::Drive &drive);
 
-    bool isExporting() const { return m_jobs.isBusy(); }
+    bool isExporting() const { return m_exporter->isRunning(); }
     // While a job runs that the result must not be changed under.
     void setBusy(bool busy, const QString &text = {});
 
@@ -78,16 +78,13 @@ private:
 
     void showTotals();
     void showNotCounted();
-    diskusage::CsvTable currentTable() const;
+    csv::Table currentTable() const;
     void exportCurrentTable();
     // `table` is asked twice: what is shown may change while the file dialog is open.
-    void exportTable(const std::function<diskusage::CsvTable()> &table);
-    void endExport(const CsvExportThread &ended);
+    void exportTable(const std::function<csv::Table()> &table);
 
     ScanView m_view;
-    QToolButton *m_back;
-    ElidedLabel *m_title;
-    ElidedLabel *m_totals;
+    PageHeader *m_header;
     QPushButton *m_again;
     QPushButton *m_exportButton;
     NoticeBar *m_notice;
@@ -100,5 +97,5 @@ private:
     BiggestFilesPage *m_biggest;
     FileTypesPage *m_types;
     NotCountedPage *m_notCounted;
-    JobHost m_jobs;
+    CsvExporter *m_exporter;
 };

@@ -341,7 +341,7 @@ void DiskUsageStartForm::orderTabs()
 
 void DiskUsageStartForm::showNotice(const QString &text)
 {
-    m_notice->showNotice(QIcon(image(QStringLiteral("Warning16"))), text);
+    m_notice->showNotice(NoticeBar::Kind::Warning, text);
 }
 
 void DiskUsageStartForm::hideNotice()

@@ -201,6 +201,22 @@ void FileTypesPage::setModel(DataFilesModel *model, quint64 total)
     m_types->setCurrentIndex(m_typeModel->index(0, 0));
 }
 
+void FileTypesPage::refresh(quint64 total)
+{
+    if (!m_model)
+        return;
+    const int shown = m_model->shownCategory();
+    {
+        const QSignalBlocker quiet(m_types->selectionModel());
+        m_typeModel->clear();
+        fillTypes(total);
+    }
+    for (int row = 0; row < m_typeModel->rowCount(); ++row)
+        if (m_typeModel->index(row, TypeName).data(categoryRole).toInt() == shown)
+            m_types->setCurrentIndex(m_typeModel->index(row, TypeName));
+    showSelectedType();
+}
+
 void FileTypesPage::fillTypes(quint64 total)
 {
     m_typeModel->setHorizontalHeaderLabels({tr("File Type"), tr("Percentage"), tr("Size"), tr("File Count")});
@@ -262,9 +278,9 @@ QString FileTypesPage::currentPath() const
     return m_model && row >= 0 && row < m_model->rowCount() ? m_model->filePath(row) : QString();
 }
 
-CsvTable FileTypesPage::csvTable() const
+csv::Table FileTypesPage::csvTable() const
 {
-    CsvTable table;
+    csv::Table table;
     for (int column = 0; column < FileColumnTotal; ++column)
         table.titles.append(fileColumnTitle(column));
     if (!m_model || m_model->shownCategory() < 0)
@@ -284,9 +300,9 @@ CsvTable FileTypesPage::csvTable() const
     return table;
 }
 
-CsvTable FileTypesPage::typesTable() const
+csv::Table FileTypesPage::typesTable() const
 {
-    CsvTable table;
+    csv::Table table;
     table.suggestedName = tr("File Types");
     table.titles = {tr("File Type"), tr("Percentage"), tr("Size"), tr("Raw Size"), tr("File Count")};
     QList<QStringList> rows;

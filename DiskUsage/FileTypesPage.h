@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
-#include "DiskUsage/CsvExport.h"
+#include "widgets/CsvFile.h"
 
 #include <QWidget>
 
@@ -26,8 +26,10 @@ public:
     // `total` is what the shares are taken of, in bytes. Null detaches the model.
     void setModel(DataFilesModel *model, quint64 total = 0);
     // The files of the selected type, and the types themselves, as they are shown.
-    diskusage::CsvTable csvTable() const;
-    diskusage::CsvTable typesTable() const;
+    // The model's contents were replaced.
+    void refresh(quint64 total);
+    csv::Table csvTable() const;
+    csv::Table typesTable() const;
     PathActions *actions() const { return m_actions; }
 
 signals:

@@ -8,6 +8,7 @@
 #include <QPixmap>
 
 #include <algorithm>
+#include <utility>
 
 namespace
 {
@@ -203,6 +204,15 @@ std::unique_ptr<FolderItem> FolderModel::replaceFolder(const QModelIndex &index,
     subtree->takePlaceOf(*old);
 
     emit folderAboutToBeReplaced(old);
+    // Rows of earlier scans of this folder, or of one below it, go with it.
+    const QString path = old->path();
+    const auto kept =
+        std::stable_partition(m_results.begin() + 1, m_results.end(), [&path](const auto &each) {
+            const QString root = each->path(0);
+            return root != path && !root.startsWith(path + QLatin1Char('\\'));
+        });
+    m_unused.assign(std::make_move_iterator(kept), std::make_move_iterator(m_results.end()));
+    m_results.erase(kept, m_results.end());
     m_results.push_back(std::move(result));
     std::unique_ptr<FolderItem> replaced(static_cast<FolderItem *>(above->takeRow(index.row()).value(0)));
     FolderItem *added = subtree.release();
@@ -210,6 +220,14 @@ std::unique_ptr<FolderItem> FolderModel::replaceFolder(const QModelIndex &index,
     correctTotals(*above, before, now);
     emit folderReplaced(added);
     return replaced;
+}
+
+std::vector<diskusage::FileTypeResult> FolderModel::takeFiles()
+{
+    diskusage::ScanResult &main = *m_results.front();
+    std::vector<diskusage::FileTypeResult> files = std::exchange(main.fileTypes, {});
+    files.push_back(std::exchange(main.others, {}));
+    return files;
 }
 
 void FolderModel::correctTotals(FolderItem &above, const diskusage::Folder &before,

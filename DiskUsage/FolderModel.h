@@ -82,6 +82,11 @@ public:
                                               std::shared_ptr<diskusage::ScanResult> result,
                                               std::unique_ptr<FolderItem> subtree);
 
+    // The results that no row uses any more since replaceFolder(), for the caller to free after the old rows.
+    std::vector<std::shared_ptr<diskusage::ScanResult>> takeUnused() { return std::move(m_unused); }
+    // The files of the main scan, which no row needs: for the caller to free when nobody else shows them.
+    std::vector<diskusage::FileTypeResult> takeFiles();
+
     static std::unique_ptr<FolderItem> buildTree(diskusage::ScanResult &result);
     // Destroys a tree without a recursion, which a chain of thousands of folders would carry too deep.
     static void destroyTree(std::unique_ptr<FolderItem> tree);
@@ -119,6 +124,7 @@ private:
     std::unique_ptr<FolderItem> takeTree();
 
     std::vector<std::shared_ptr<diskusage::ScanResult>> m_results; // the first is the main scan
+    std::vector<std::shared_ptr<diskusage::ScanResult>> m_unused;
     QImage m_folderImage;
     mutable QIcon m_folderIcon; // made from the image on the interface thread when it is first shown
     mutable QIcon m_cloudIcon;

@@ -294,9 +294,9 @@ QString FoldersPage::graphPath() const
     return folder + separator + names.join(QLatin1Char('\\'));
 }
 
-diskusage::CsvTable FoldersPage::csvTable() const
+csv::Table FoldersPage::csvTable() const
 {
-    diskusage::CsvTable table;
+    csv::Table table;
     table.suggestedName = tr("Folders");
     table.titles = {tr("Path"),       tr("Name"),       tr("Size"),        tr("Raw Size"),
                     tr("Percentage"), tr("File Count"), tr("Folder Count")};

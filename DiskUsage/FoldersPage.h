@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
-#include "DiskUsage/CsvExport.h"
 #include "core/FileTypes.h"
+#include "widgets/CsvFile.h"
 
 #include <QModelIndex>
 #include <QTimer>
@@ -36,7 +36,7 @@ public:
     void selectFolder(const QModelIndex &folder);
     // Takes the changed rows into picture and path bar.
     void refresh();
-    diskusage::CsvTable csvTable() const;
+    csv::Table csvTable() const;
     PathActions *treeActions() const { return m_actions; }
     PathActions *graphActions() const { return m_graphActions; }
 

@@ -176,9 +176,9 @@ void NotCountedPage::replaceFolder(const QString &path, const ScanResult &now)
     m_model->replaceFolder(path, now);
 }
 
-diskusage::CsvTable NotCountedPage::csvTable() const
+csv::Table NotCountedPage::csvTable() const
 {
-    diskusage::CsvTable table;
+    csv::Table table;
     table.suggestedName = tr("Folders not counted");
     table.titles = {tr("Path"), tr("Reason")};
     table.next = [rows = m_model->rows(), next = std::size_t(0)](QStringList &row) mutable {

@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
-#include "DiskUsage/CsvExport.h"
 #include "DiskUsage/engine/Scan.h"
+#include "widgets/CsvFile.h"
 
 #include <QAbstractTableModel>
 #include <QWidget>
@@ -59,7 +59,7 @@ public:
     void setResult(const diskusage::ScanResult *result);
     void replaceFolder(const QString &path, const diskusage::ScanResult &now);
     const NotCountedModel &model() const { return *m_model; }
-    diskusage::CsvTable csvTable() const;
+    csv::Table csvTable() const;
 
 signals:
     void exportTable();

@@ -191,6 +191,13 @@ void ScanVisitor::finish()
 
 } // namespace
 
+void ScanResult::dropFiles()
+{
+    for (FileTypeResult &type : fileTypes)
+        type.files = {};
+    others.files = {};
+}
+
 QString ScanResult::path(int folder) const
 {
     std::vector<int> chain; // from the folder up to the child of the root

@@ -29,7 +29,7 @@ struct ScanOptions {
     // Of the scan of one folder out of a larger scan: the folders above it in that one, innermost first. A
     // link to one of them is not entered, as it was not then.
     QStringList ancestors;
-    // False keeps the scan from adding to the category lists, as DiskUsageFolderScanThread does.
+    // False keeps the scan from adding to the category lists.
     bool collectFileTypes = true;
 };
 
@@ -87,6 +87,8 @@ struct ScanResult {
     int itemsSeen = 0;
     bool cancelled = false;
 
+    // Forgets the files of all categories, not the categories. Frees them: may take long.
+    void dropFiles();
     // Full path with native separators; of a drive root "C:\".
     QString path(int folder) const;
 };

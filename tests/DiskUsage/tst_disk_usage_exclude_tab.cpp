@@ -118,6 +118,12 @@ void DiskUsageExcludeTabTest::siblingsAreLookedForOnTheScreenOnly()
     QTRY_VERIFY(note->isVisible());
     QCOMPARE(asked->load(), 1);
     QVERIFY(note->text().endsWith(u"C:\\a1, C:\\a2, C:\\a3 and 2 more"_s));
+    // No disk is asked again for moving in a list.
+    auto *list = find<QTreeWidget>(form, "excludeTreeWidget");
+    list->setCurrentItem(nullptr);
+    QTest::keyClick(list, Qt::Key_Down);
+    QTest::qWait(100);
+    QCOMPARE(asked->load(), 1);
 }
 
 void DiskUsageExcludeTabTest::aServerThatDoesNotAnswerHoldsNothingUp()

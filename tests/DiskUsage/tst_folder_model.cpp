@@ -149,10 +149,24 @@ void FolderModelTest::aRescannedFolderChangesTheFoldersAbove()
     // What the main scan found about file types is not touched.
     QCOMPARE(result->fileTypes[4].total, quint64(0));
 
+    // The result of a folder's earlier scan is not kept once the folder is scanned again.
+    QVERIFY(model.takeUnused().empty());
+    std::weak_ptr<ScanResult> first = again;
+    again = scanned(u"C:\\r\\a"_s, disk);
+    tree = FolderModel::buildTree(*again);
+    FolderModel::destroyTree(model.replaceFolder(named(model, {u"a"_s}), again, std::move(tree)));
+    QVERIFY(!first.expired());
+    QCOMPARE(model.takeUnused().size(), 1);
+    QVERIFY(first.expired());
+
+    // Order is the sorting model's: positions stay true.
+    model.sort(FolderModel::Name, Qt::DescendingOrder);
+    QCOMPARE(column(model, FolderModel::Name, model.index(0, 0)).join(QLatin1Char(',')), u"a,c,e"_s);
+
     // The root is no part of anything.
     again = scanned(u"C:\\r"_s, disk);
     tree = FolderModel::buildTree(*again);
-    QVERIFY(model.replaceFolder(top, again, std::move(tree)) == nullptr);
+    QVERIFY(model.replaceFolder(model.index(0, 0), again, std::move(tree)) == nullptr);
     sorted.setFolderModel(nullptr);
     QVERIFY(model.removeColumns(0, model.columnCount()));
 }

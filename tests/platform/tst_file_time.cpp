@@ -53,6 +53,7 @@ void TestFileTime::converts()
 
 void TestFileTime::whatWindowsCannotConvert()
 {
+    QCOMPARE(fileTimeText(0), QString()); // not known
     for (const quint64 fileTime : {quint64{1} << 63, ~quint64{0}}) {
         QTest::ignoreMessage(QtDebugMsg, "Error\n");
         QVERIFY(!localFileTime(fileTime).isValid());

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include "DiskUsage/CsvExport.h"
 #include "tests/support/TestFolder.h"
+#include "widgets/CsvFile.h"
 
 #include <QFile>
 #include <QTest>
@@ -8,14 +8,13 @@
 #include <new>
 
 using namespace Qt::StringLiterals;
-using namespace diskusage;
 
 namespace
 {
 
-CsvTable numbers(int rows, const std::function<void(int)> &onRow = {})
+csv::Table numbers(int rows, const std::function<void(int)> &onRow = {})
 {
-    CsvTable table;
+    csv::Table table;
     table.titles = {u"Name"_s, u"Number"_s};
     table.next = [rows, onRow, next = 0](QStringList &row) mutable {
         if (next == rows)
@@ -41,7 +40,7 @@ QStringList filesIn(const QString &folder)
 
 } // namespace
 
-class CsvExportTest : public QObject
+class CsvFileTest : public QObject
 {
     Q_OBJECT
 
@@ -52,7 +51,7 @@ private slots:
     void whatEndsEarlyLeavesTheOldFile();
 };
 
-void CsvExportTest::fieldsAreQuotedAndHarmless()
+void CsvFileTest::fieldsAreQuotedAndHarmless()
 {
     for (const auto &[text, field] :
          {std::pair{u""_s, u""_s},
@@ -65,18 +64,18 @@ void CsvExportTest::fieldsAreQuotedAndHarmless()
           {u"-x"_s, u"'-x"_s},
           {u"@SUM(A1)"_s, u"'@SUM(A1)"_s},
           {u"=HYPERLINK(\"x\",\"y\")"_s, u"\"'=HYPERLINK(\"\"x\"\",\"\"y\"\")\""_s}})
-        QCOMPARE(csvField(text), field);
+        QCOMPARE(csv::field(text), field);
 }
 
-void CsvExportTest::writesWhatExcelReads()
+void CsvFileTest::writesWhatExcelReads()
 {
     const tests::TestFolder folder;
     const QString file = folder.makeFile(u"t.csv"_s, "old"_ba);
-    CsvExportThread job(file, numbers(50'000));
+    CsvWriter job(file, numbers(50'000));
     job.start();
     QVERIFY(job.wait());
     job.requestStop(); // too late to change anything
-    QCOMPARE(job.outcome(), CsvExportThread::Outcome::Written);
+    QCOMPARE(job.outcome(), CsvWriter::Outcome::Written);
     QCOMPARE(job.reason(), QString());
     QCOMPARE(job.rows(), 50'000);
     const QByteArray written = contents(file);
@@ -85,37 +84,37 @@ void CsvExportTest::writesWhatExcelReads()
     QCOMPARE(written.count('\n'), 50'001);
 }
 
-void CsvExportTest::aFailureLeavesTheOldFile()
+void CsvFileTest::aFailureLeavesTheOldFile()
 {
     const tests::TestFolder folder;
     // Where the target would be, there is a folder.
     folder.makeFolder(u"t.csv"_s);
-    CsvExportThread job(folder.path(u"t.csv"_s), numbers(2));
+    CsvWriter job(folder.path(u"t.csv"_s), numbers(2));
     job.start();
     QVERIFY(job.wait());
-    QCOMPARE(job.outcome(), CsvExportThread::Outcome::Failed);
+    QCOMPARE(job.outcome(), CsvWriter::Outcome::Failed);
     QVERIFY(!job.reason().isEmpty());
     QCOMPARE(filesIn(folder.path()), QStringList());
 }
 
 // By a cancel, and by a lack of memory.
-void CsvExportTest::whatEndsEarlyLeavesTheOldFile()
+void CsvFileTest::whatEndsEarlyLeavesTheOldFile()
 {
     for (const bool cancelled : {true, false}) {
         const tests::TestFolder folder;
         const QString file = folder.makeFile(u"t.csv"_s, "old"_ba);
-        CsvExportThread *running = nullptr;
-        CsvExportThread job(file, numbers(100'000, [&running, cancelled](int row) {
-                                if (row != 50'000) // much has been written by then
-                                    return;
-                                if (!cancelled)
-                                    throw std::bad_alloc();
-                                running->requestStop();
-                            }));
+        CsvWriter *running = nullptr;
+        CsvWriter job(file, numbers(100'000, [&running, cancelled](int row) {
+                          if (row != 50'000) // much has been written by then
+                              return;
+                          if (!cancelled)
+                              throw std::bad_alloc();
+                          running->requestStop();
+                      }));
         running = &job;
         job.start();
         QVERIFY(job.wait());
-        using Outcome = CsvExportThread::Outcome;
+        using Outcome = CsvWriter::Outcome;
         QCOMPARE(job.outcome(), cancelled ? Outcome::Cancelled : Outcome::Failed);
         QCOMPARE(job.reason().isEmpty(), cancelled);
         QCOMPARE(contents(file), "old"_ba);
@@ -123,5 +122,5 @@ void CsvExportTest::whatEndsEarlyLeavesTheOldFile()
     }
 }
 
-QTEST_GUILESS_MAIN(CsvExportTest)
-#include "tst_csv_export.moc"
+QTEST_GUILESS_MAIN(CsvFileTest)
+#include "tst_csv_file.moc"
