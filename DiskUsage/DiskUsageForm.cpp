@@ -14,6 +14,7 @@
 #include "DiskUsage/Settings.h"
 #include "platform/Processors.h"
 #include "platform/Win32Enumerator.h"
+#include "widgets/NoticeBar.h"
 
 #include <QThreadPool>
 
@@ -85,7 +86,7 @@ void DiskUsageForm::connectPages()
             [this](const QString &notice) { m_resultNotice = notice; });
     connect(m_start, &DiskUsageStartForm::driveRead, m_results, &DiskUsageResultsForm::showDrive);
     connect(m_start, &DiskUsageStartForm::optionsRequested, this, &DiskUsageForm::showOptions);
-    connect(m_start, &DiskUsageStartForm::recentFoldersCleared, this, [this] {
+    connect(m_start, &StartPage::recentCleared, this, [this] {
         saveRecentFolders({});
         m_start->showRecentFolders({});
     });
@@ -133,7 +134,7 @@ ScanJob DiskUsageForm::makeJob(const QString &root) const
 void DiskUsageForm::startScanOf(const QString &root)
 {
     m_root = root;
-    m_start->hideNotice(); // it was about an earlier scan
+    m_start->notice()->hide(); // it was about an earlier scan
     m_resultNotice.clear();
     ScanJob job = makeJob(root);
     m_scanFileTypes = job.options.fileTypes;
@@ -264,7 +265,7 @@ void DiskUsageForm::onClearRamFinish()
 void DiskUsageForm::showStartPage(const QString &notice)
 {
     if (!notice.isEmpty())
-        m_start->showNotice(notice);
+        m_start->notice()->showNotice(NoticeBar::Kind::Warning, notice);
     m_pages->setCurrentWidget(m_start);
     emit startPageShown();
 }

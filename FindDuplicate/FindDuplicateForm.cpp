@@ -10,6 +10,7 @@
 #include "core/FolderWalk.h"
 #include "platform/Processors.h"
 #include "platform/Win32Enumerator.h"
+#include "widgets/NoticeBar.h"
 
 #include <QThreadPool>
 
@@ -78,7 +79,7 @@ void FindDuplicateForm::scan(const QString &folder)
     destroyInBackground(std::exchange(m_groups, std::make_shared<Groups>()));
     duplicates::reloadFinderSettings(m_settings);
     m_root = core::walkRoot(folder);
-    m_start->hideNotice(); // it was about an earlier scan
+    m_start->notice()->hide(); // it was about an earlier scan
     m_resultNotice.clear();
     m_thread = new FindDuplicateThread(makeJob(m_root));
     startScan(tr("Searching in progress. Please wait ..."), tr("Stopping the search ..."),
@@ -162,7 +163,9 @@ void FindDuplicateForm::OnBackToMain()
         m_results->requestStop(); // of a comparison that nobody waits for any more
     showStartPage();
     if (m_results)
-        m_start->offerResult(tr("The result of %1 is kept until the next scan.").arg(m_root), &m_showLast);
+        m_start->notice()->showNotice(NoticeBar::Kind::Info,
+                                      tr("The result of %1 is kept until the next scan.").arg(m_root),
+                                      &m_showLast);
 }
 
 void FindDuplicateForm::OnNoResult_backToMain()
@@ -173,7 +176,7 @@ void FindDuplicateForm::OnNoResult_backToMain()
 void FindDuplicateForm::showStartPage(const QString &notice)
 {
     if (!notice.isEmpty())
-        m_start->showNotice(notice);
+        m_start->notice()->showNotice(NoticeBar::Kind::Warning, notice);
     m_pages->setCurrentWidget(m_start);
     dropPage(m_noResult);
     emit startPageShown();
@@ -184,8 +187,8 @@ void FindDuplicateForm::showScope()
     const auto selected =
         std::count_if(m_settings.categories.cbegin(), m_settings.categories.cend(),
                       [](const duplicates::SelectableCategory &category) { return category.selected; });
-    m_start->showScope(tr("%1 of %2 file types are searched for.")
-                           .arg(QString::number(selected), QString::number(m_settings.categories.size())));
+    m_start->setScope(tr("%1 of %2 file types are searched for.")
+                          .arg(QString::number(selected), QString::number(m_settings.categories.size())));
 }
 
 void FindDuplicateForm::showOptions()

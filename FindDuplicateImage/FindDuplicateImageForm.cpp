@@ -9,6 +9,7 @@
 #include "imaging/ThumbnailFile.h"
 #include "platform/Processors.h"
 #include "platform/Win32Enumerator.h"
+#include "widgets/NoticeBar.h"
 
 #include <QDir>
 
@@ -86,7 +87,7 @@ void FindDuplicateImageForm::scan(const QString &folder)
         return;
     m_results->clear();
     m_root = shownRoot(folder);
-    m_start->hideNotice(); // it was about an earlier scan
+    m_start->notice()->hide(); // it was about an earlier scan
     m_resultNotice.clear();
     m_decoders = m_tools.decoders();
     m_thumbnails = std::make_shared<imaging::ThumbnailFile>(m_tools.temporaryFolder);
@@ -156,7 +157,8 @@ void FindDuplicateImageForm::OnResultReady()
 // The result, which may have taken hours, stays until the next scan.
 void FindDuplicateImageForm::OnBackToMain()
 {
-    m_start->offerResult(tr("The result of %1 is kept until the next scan.").arg(m_root), &m_showLast);
+    m_start->notice()->showNotice(
+        NoticeBar::Kind::Info, tr("The result of %1 is kept until the next scan.").arg(m_root), &m_showLast);
     m_pages->setCurrentWidget(m_start);
     emit startPageShown();
 }
@@ -172,7 +174,7 @@ void FindDuplicateImageForm::showStartPage(const QString &notice)
     m_decoders.reset();
     m_thumbnails.reset();
     if (!notice.isEmpty())
-        m_start->showNotice(notice);
+        m_start->notice()->showNotice(NoticeBar::Kind::Warning, notice);
     m_pages->setCurrentWidget(m_start);
     emit startPageShown();
 }

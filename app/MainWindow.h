@@ -24,6 +24,10 @@ public:
     explicit MainWindow(QWidget *parent = nullptr, const ModuleTable &table = moduleTable());
     ~MainWindow() override;
 
+signals:
+    // The window has closed: the program ends.
+    void closed();
+
 public slots:
     void OnAbout(bool checked);
     void OnUpdate(bool checked);

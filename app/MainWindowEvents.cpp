@@ -60,6 +60,8 @@ void MainWindow::closeEvent(QCloseEvent *event)
         event->ignore();
         removeThumbnailsThenClose();
     }
+    if (event->isAccepted())
+        emit closed();
 }
 
 void MainWindow::showStopping(const QStringList &jobs)

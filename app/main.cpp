@@ -30,6 +30,9 @@ int main(int argc, char *argv[])
 
     MainWindow window;
     window.setWindowTitle(title);
+    // Whatever else may still be open: Qt itself waits for every window that it takes for one of the user's.
+    QObject::connect(
+        &window, &MainWindow::closed, &application, [] { QCoreApplication::exit(); }, Qt::QueuedConnection);
     window.show();
     return QApplication::exec();
 }

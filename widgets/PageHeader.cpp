@@ -22,6 +22,7 @@ PageHeader::PageHeader(Kind kind, QWidget *parent)
     texts->addWidget(m_title);
     if (kind == Kind::Start) {
         m_title->setFont(theme::headline(font()));
+        m_title->setObjectName(QStringLiteral("titleLabel"));
         texts->addWidget(m_description = new WrappedLabel(this));
         theme::makeMuted(m_description);
     } else {

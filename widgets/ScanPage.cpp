@@ -144,6 +144,7 @@ void ScanPage::buildLayout(const QList<Figure> &figures)
 void ScanPage::begin(const QString &title, const QString &subject)
 {
     m_clock.start();
+    m_running = true;
     m_progress = {};
     m_title->setText(title);
     m_path->setText(subject);
@@ -199,6 +200,9 @@ void ScanPage::showStopping(const QString &title)
 
 void ScanPage::complete()
 {
+    m_running = false;
+    if (!isVisible())
+        leaveTaskbar();
     m_bar->setRange(0, 1);
     m_bar->setValue(1);
     showFigures();
@@ -284,10 +288,14 @@ void ScanPage::showEvent(QShowEvent *event)
 
 void ScanPage::hideEvent(QHideEvent *event)
 {
-    // A minimised window goes on being told of on the task bar.
-    if (!event->spontaneous()) {
-        m_ticker.stop();
-        platform::shell().clearTaskbarProgress(window()->winId());
-    }
+    // The task bar goes on showing a job whose window is minimised, or whose user looks at another page.
+    if (!event->spontaneous() && !m_running)
+        leaveTaskbar();
     QWidget::hideEvent(event);
+}
+
+void ScanPage::leaveTaskbar()
+{
+    m_ticker.stop();
+    platform::shell().clearTaskbarProgress(window()->winId());
 }

@@ -69,6 +69,7 @@ private:
     void showBar();
     void showFigures();
     void showOnTaskbar();
+    void leaveTaskbar();
     QString figureText(Figure figure) const;
     QString rateText(qint64 milliseconds) const;
     QString timeLeftText(qint64 milliseconds) const;
@@ -82,4 +83,5 @@ private:
     QElapsedTimer m_clock;
     QTimer m_ticker;
     core::ScanProgress m_progress;
+    bool m_running = false; // from begin() to complete()
 };

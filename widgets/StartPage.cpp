@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "widgets/StartPage.h"
 
+#include "platform/Dialogs.h"
 #include "widgets/CardGridLayout.h"
 #include "widgets/ClickableLabel.h"
 #include "widgets/FLCardButton.h"
@@ -156,6 +157,46 @@ QToolButton *StartPage::addOptions(const QString &tip)
     m_buttons.append(options);
     connect(options, &QAbstractButton::clicked, this, &StartPage::optionsRequested);
     return options;
+}
+
+void StartPage::offerFolder(const controls::Button &button, const QString &dialogTitle)
+{
+    addSelect(button, [this, dialogTitle] {
+        const QString folder = platform::dialogs().chooseFolder(this, dialogTitle);
+        if (!folder.isEmpty())
+            emit folderChosen(folder);
+    });
+    connect(this, &DropFrame::folderDropped, this, &StartPage::folderChosen);
+    connect(this, &StartPage::recentChosen, this, &StartPage::folderChosen);
+}
+
+FLCardButton *StartPage::addFolderCard(CardGridLayout *grid, const QString &title, const QIcon &icon,
+                                       const QString &folder)
+{
+    return addCard(grid, title, icon, [this, folder] { emit folderChosen(folder); });
+}
+
+void StartPage::addSpecialFolders(const QList<platform::KnownFolder> &folders)
+{
+    using platform::KnownFolder;
+    const struct {
+        KnownFolder folder;
+        QString title;
+        const char *icon;
+    } known[] = {{KnownFolder::Desktop, tr("Desktop"), "Desktop24"},
+                 {KnownFolder::Documents, tr("Documents"), "Documents24"},
+                 {KnownFolder::Downloads, tr("Downloads"), "Downloads24"},
+                 {KnownFolder::Music, tr("Music"), "Music24"},
+                 {KnownFolder::Pictures, tr("Pictures"), "Pictures24"},
+                 {KnownFolder::Videos, tr("Videos"), "Videos24"},
+                 {KnownFolder::Profile, tr("Home folder"), "User24"}};
+    CardGridLayout *grid = addSection(tr("Special Folders"), startpage::cardWidth);
+    for (const KnownFolder wanted : folders)
+        for (const auto &[folder, title, icon] : known)
+            if (const QString path = folder == wanted ? platform::knownFolder(folder) : QString();
+                !path.isEmpty())
+                addFolderCard(grid, title, controls::image(icon), path)->setToolTip(path);
+    orderTabs();
 }
 
 void StartPage::setScope(const QString &text)

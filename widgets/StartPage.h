@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
+#include "platform/KnownFolders.h"
 #include "widgets/Controls.h"
 #include "widgets/DropFrame.h"
 
@@ -50,6 +51,14 @@ public:
     // nothing.
     void setRecent(const QString &title, const QStringList &paths, const char *image = "Clock24");
 
+    // For jobs on one folder: a select button that asks for it with this title. It, a dropped folder, a
+    // recent one and the cards of folders emit folderChosen().
+    void offerFolder(const controls::Button &button, const QString &dialogTitle);
+    FLCardButton *addFolderCard(CardGridLayout *grid, const QString &title, const QIcon &icon,
+                                const QString &folder);
+    // The user's folders, as far as Windows knows them, with their usual names.
+    void addSpecialFolders(const QList<platform::KnownFolder> &folders);
+
     // A titled grid of cards of the module's own, above the recent ones.
     CardGridLayout *addSection(const QString &title, int cardWidth);
     FLCardButton *addCard(CardGridLayout *grid, const QString &title, const QIcon &icon,
@@ -61,6 +70,7 @@ public:
     NoticeBar *notice() const { return m_notice; }
 
 signals:
+    void folderChosen(const QString &folder);
     void optionsRequested();
     void recentChosen(const QString &path);
     void recentCleared();

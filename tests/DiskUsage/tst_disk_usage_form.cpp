@@ -88,7 +88,7 @@ void DiskUsageFormTest::foldersAreChosenAndRemembered()
     QCOMPARE(loadRecentFolders(), QStringList({u"C:\\r\\c"_s, u"C:\\r\\a"_s}));
     // Also when the form is made anew, and a click scans.
     Scene next(new DiskUsageForm(tests::lending(scene.disk), tests::noDrive));
-    const auto cards = next.form->findChildren<FLCardButton *>(u"recentFolderCard"_s);
+    const auto cards = next.form->findChildren<FLCardButton *>(u"recentCard"_s);
     QCOMPARE(cards.size(), 2);
     QSignalSpy nextResults(next.form.get(), &DiskUsageForm::resultsShown);
     QTest::mouseClick(cards.at(1), Qt::LeftButton);
@@ -167,7 +167,7 @@ void DiskUsageFormTest::theTabKeyFollowsThePage()
         lastTop = top;
     }
     QVERIFY(visited.contains(u"driveCardC"_s));
-    QCOMPARE(visited.count(u"recentFolderCard"_s), 2);
+    QCOMPARE(visited.count(u"recentCard"_s), 2);
 }
 
 void DiskUsageFormTest::everyControlHasAName()
@@ -240,7 +240,7 @@ void DiskUsageFormTest::noticesAreSeenWhereTheyBelong()
     Scene scene;
     auto *start = scene.form->findChild<DiskUsageStartForm *>();
     const auto *old = start->findChild<NoticeBar *>();
-    start->showNotice(u"The scan ran out of memory."_s);
+    start->notice()->showNotice(NoticeBar::Kind::Warning, u"The scan ran out of memory."_s);
     QVERIFY(old->isVisible());
     // What is said of a drop comes after the folder; the scan has begun then.
     QSignalSpy results(scene.form.get(), &DiskUsageForm::resultsShown);

@@ -73,7 +73,7 @@ private slots:
 void LookAlikeFormTest::startPage()
 {
     Scene scene;
-    QCOMPARE(scene.find<QLabel>("titleLabel")->text(), u"Find all duplicate images"_s);
+    QCOMPARE(scene.find<ElidedLabel>("titleLabel")->text(), u"Find all duplicate images"_s);
     QCOMPARE(scene.find<QLabel>("dropLabel")->text(), u"Drop folders here"_s);
     auto *select = scene.find<QPushButton>("selectFolderButton");
     QCOMPARE(select->text(), u"Select Folder"_s);

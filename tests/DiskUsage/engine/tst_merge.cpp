@@ -83,7 +83,7 @@ private slots:
 void MergeTest::isWhatAScanOfEverythingFinds()
 {
     QRandomGenerator random(7);
-    for (int round = 0; round < 40; ++round) {
+    for (int round = 0; round < 15; ++round) {
         Files files = randomFiles(random, u"C:\\r"_s, 40);
         auto whole = std::make_shared<ScanResult>(scanned(files, u"C:\\r"_s));
         for (const QString &name : {u"d0"_s, u"d1"_s, u"d2"_s, u"d0\\d1"_s, u"d0"_s}) {
