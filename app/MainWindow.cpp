@@ -1,16 +1,25 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "app/MainWindow.h"
 
+#include "app/AboutDialog.h"
 #include "app/CompanionLauncher.h"
 #include "app/HomeForm.h"
 #include "app/ModuleCard.h"
+#include "app/NamedSlots.h"
 #include "app/PageStack.h"
+#include "app/ShellActions.h"
 #include "app/SidePanel.h"
 #include "app/ThumbnailRemovalDialog.h"
+#include "app/UpdateDialog.h"
 #include "app/WindowPlacement.h"
 #include "widgets/FLWidget.h"
 
+#include <QApplication>
 #include <QDebug>
+#include <QHBoxLayout>
+#include <QMenuBar>
+#include <QStackedLayout>
+#include <QStatusBar>
 #include <QToolButton>
 
 MainWindow::MainWindow(QWidget *parent, const ModuleTable &table) : QMainWindow(parent), m_table(table)
@@ -18,7 +27,7 @@ MainWindow::MainWindow(QWidget *parent, const ModuleTable &table) : QMainWindow(
     buildWidgets();
     placement::restore(*this);
     m_sidePanel->limitWidth();
-    buildToolBar();
+    m_actions = std::make_unique<ShellActions>(this);
     m_sidePanel->layOut();
     m_pages = new PageStack(m_table, this);
     connect(m_pages, &PageStack::pageMade, this, &MainWindow::connectPage);
@@ -29,7 +38,7 @@ MainWindow::MainWindow(QWidget *parent, const ModuleTable &table) : QMainWindow(
     m_sidePanel->miscToolsButton()->hide();
     m_sidePanel->homeButton()->hide();
     m_sidePanel->hide();
-    buildShortcuts();
+    connectActions();
     connectSidePanel();
     startAgentIfIdle();
 }
@@ -39,6 +48,52 @@ MainWindow::~MainWindow()
     delete m_launcher;
     delete m_thumbnailDialog;
     delete m_pages;
+}
+
+void MainWindow::buildWidgets()
+{
+    auto *central = new QWidget(this);
+    central->setObjectName(QStringLiteral("centralwidget"));
+    setCentralWidget(central);
+    menuBar()->setObjectName(QStringLiteral("menubar"));
+    // Takes room only while it says something.
+    QStatusBar *status = statusBar();
+    status->setSizeGripEnabled(false);
+    status->hide();
+    connect(status, &QStatusBar::messageChanged, status,
+            [status](const QString &text) { status->setHidden(text.isEmpty()); });
+    m_sidePanel = new SidePanel(m_table, central);
+    m_launcher = new CompanionLauncher(this);
+    connect(m_launcher, &CompanionLauncher::finished, this, &MainWindow::onLauncherFinished);
+}
+
+void MainWindow::buildLayouts()
+{
+    auto *layout = new QHBoxLayout(centralWidget());
+    layout->setContentsMargins(0, 0, 0, 0);
+    layout->setSpacing(0);
+    layout->addWidget(m_sidePanel);
+    layout->addLayout(m_pages->layout(), 1);
+}
+
+void MainWindow::connectActions()
+{
+    connect(m_actions->home, &QAction::triggered, this, &MainWindow::on_HomeButton_clicked);
+    connect(m_actions->update, &QAction::triggered, this, &MainWindow::OnUpdate);
+    connect(m_actions->about, &QAction::triggered, this, &MainWindow::OnAbout);
+    connect(m_actions->sidePanel, &QAction::toggled, m_sidePanel, &QWidget::setVisible);
+    connect(m_actions->back, &QAction::triggered, this, &MainWindow::goBack);
+    connect(m_actions->exit, &QAction::triggered, this, &MainWindow::OnExitApp);
+}
+
+void MainWindow::connectSidePanel()
+{
+    connect(m_sidePanel->homeButton(), &QToolButton::clicked, this, &MainWindow::on_HomeButton_clicked);
+    connect(m_sidePanel->miscToolsButton(), &QToolButton::clicked, this,
+            &MainWindow::on_miscToolsButton_clicked);
+    const QHash<int, QToolButton *> &buttons = m_sidePanel->buttons();
+    for (auto each = buttons.cbegin(); each != buttons.cend(); ++each)
+        connectNamed(each.value(), this, [this, id = each.key()] { openFromPanel(id); });
 }
 
 int MainWindow::openNumbered(int id)
@@ -173,4 +228,19 @@ void MainWindow::showJob(int id, RunningJobs::State state)
     m_sidePanel->showJob(id, state);
     if (ModuleCard *card = m_pages->home()->card(id))
         card->showJob(state);
+}
+
+void MainWindow::OnAbout(bool)
+{
+    (new AboutDialog(this))->open();
+}
+
+void MainWindow::OnUpdate(bool)
+{
+    (new UpdateDialog(this))->open();
+}
+
+void MainWindow::OnExitApp()
+{
+    QApplication::quit();
 }

@@ -8,8 +8,11 @@
 #include <QMainWindow>
 #include <QPointer>
 
+#include <memory>
+
 class CompanionLauncher;
 class PageStack;
+struct ShellActions;
 class SidePanel;
 class ThumbnailRemovalDialog;
 
@@ -80,9 +83,8 @@ protected:
 
 private:
     void buildWidgets();
-    void buildToolBar();
     void buildLayouts();
-    void buildShortcuts();
+    void connectActions();
     void connectSidePanel();
 
     // Opening: numbers first, then the page behind the number.
@@ -108,13 +110,7 @@ private:
     bool m_shownBefore = false;
 
     SidePanel *m_sidePanel = nullptr;
-    QToolBar *m_toolBar = nullptr;
-    QAction *m_homeAction = nullptr;
-    QAction *m_backAction = nullptr;
-    QAction *m_sidePanelAction = nullptr;
-    QAction *m_updateAction = nullptr;
-    QAction *m_aboutAction = nullptr;
-    QAction *m_exitAction = nullptr;
+    std::unique_ptr<ShellActions> m_actions;
     CompanionLauncher *m_launcher = nullptr;
     QPointer<ThumbnailRemovalDialog> m_thumbnailDialog;
 };

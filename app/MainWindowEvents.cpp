@@ -4,6 +4,7 @@
 #include "app/HomeForm.h"
 #include "app/MainWindow.h"
 #include "app/PageStack.h"
+#include "app/ShellActions.h"
 #include "app/ThumbnailRemovalDialog.h"
 #include "app/WindowPlacement.h"
 #include "imaging/engine/ThumbnailStore.h"
@@ -91,6 +92,11 @@ void MainWindow::OnCloseApp()
     close();
 }
 
+QMenu *MainWindow::createPopupMenu()
+{
+    return m_actions->makeMenu(this);
+}
+
 void MainWindow::contextMenuEvent(QContextMenuEvent *event)
 {
     QMenu *menu = createPopupMenu();
@@ -115,7 +121,7 @@ void MainWindow::keyReleaseEvent(QKeyEvent *event)
 void MainWindow::mousePressEvent(QMouseEvent *event)
 {
     if (event->button() == Qt::BackButton)
-        m_backAction->trigger();
+        m_actions->back->trigger();
     else
         QMainWindow::mousePressEvent(event);
 }
@@ -124,8 +130,9 @@ bool MainWindow::eventFilter(QObject *watched, QEvent *event)
 {
     if (watched == windowHandle() && event->type() == QEvent::KeyPress) {
         const auto *key = static_cast<QKeyEvent *>(event);
-        if (key->key() == Qt::Key_Back || QKeySequence(key->keyCombination()) == m_backAction->shortcut()) {
-            m_backAction->trigger();
+        if (key->key() == Qt::Key_Back ||
+            QKeySequence(key->keyCombination()) == m_actions->back->shortcut()) {
+            m_actions->back->trigger();
             return true;
         }
     }

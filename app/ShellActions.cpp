@@ -1,0 +1,63 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "app/ShellActions.h"
+
+#include "app/ToolStrip.h"
+
+#include <QMainWindow>
+
+namespace
+{
+
+constexpr QSize toolIconSize(24, 24);
+
+QIcon image(QLatin1StringView name)
+{
+    return QIcon(QLatin1StringView(":/resources/images/") + name);
+}
+
+} // namespace
+
+ShellActions::ShellActions(QMainWindow *window)
+    : sidePanel(new QAction(QMainWindow::tr("Side panel"), window)),
+      back(new QAction(QMainWindow::tr("Back"), window)),
+      exit(new QAction(QMainWindow::tr("Exit"), window))
+{
+    auto *bar = new ToolStrip(QMainWindow::tr("Tabs toolbar"), window);
+    bar->setObjectName(QStringLiteral("toolbar"));
+    bar->setMovable(false);
+    bar->setIconSize(toolIconSize);
+    bar->setToolButtonStyle(Qt::ToolButtonTextUnderIcon);
+    window->addToolBar(Qt::LeftToolBarArea, bar);
+    home = bar->addAction(image(QLatin1StringView("Home.png")), QMainWindow::tr("Home"));
+    home->setShortcut(Qt::ALT | Qt::Key_Home);
+    bar->addSeparator();
+    update = bar->addAction(image(QLatin1StringView("Update24.png")), QMainWindow::tr("Check Update"));
+    bar->addSeparator();
+    about = bar->addAction(image(QLatin1StringView("About24.png")), QMainWindow::tr("About"));
+    about->setShortcut(QKeySequence::HelpContents);
+    // Qt makes a tool bar's buttons for the mouse alone.
+    for (QAction *action : {home, update, about})
+        bar->widgetForAction(action)->setFocusPolicy(Qt::TabFocus);
+
+    sidePanel->setObjectName(QStringLiteral("sidePanelAction"));
+    sidePanel->setCheckable(true);
+    sidePanel->setShortcuts({QKeySequence(Qt::CTRL | Qt::Key_B), QKeySequence(Qt::Key_F9)});
+    // Not a shortcut of the window: pages go back inside themselves by the same keys, and of two shortcuts
+    // with one key Qt triggers neither. MainWindow::eventFilter() takes the keys that no page wanted.
+    back->setShortcut(Qt::ALT | Qt::Key_Left);
+    exit->setShortcut(Qt::CTRL | Qt::Key_Q); // QKeySequence::Quit names no key on Windows
+    window->addActions({sidePanel, exit});
+}
+
+QMenu *ShellActions::makeMenu(QWidget *parent) const
+{
+    auto *menu = new QMenu(parent);
+    menu->addActions({home, back});
+    menu->addSeparator();
+    menu->addAction(sidePanel);
+    menu->addSeparator();
+    menu->addActions({update, about});
+    menu->addSeparator();
+    menu->addAction(exit);
+    return menu;
+}
