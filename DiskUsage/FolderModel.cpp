@@ -152,7 +152,7 @@ std::unique_ptr<FolderItem> FolderModel::buildTree(diskusage::ScanResult &result
                                                      static_cast<int>(siblings.size())));
         siblings.append(items.back().get());
     }
-    for (std::size_t i = 0; i < items.size(); ++i) {
+    for (std::size_t i = items.size(); i-- > 0;) { // a folder has its children before its parent takes it
         if (children[i].isEmpty())
             continue;
         items[i]->appendRows(children[i]);

@@ -63,7 +63,7 @@ NoticeBar::Kind exported(ResultView &view, tests::FakeDialogs &dialogs, const QS
     view.exportRows();
     if (meanwhile)
         meanwhile();
-    (void)QTest::qWaitFor([&] { return end.has_value(); });
+    (void)QTest::qWaitFor([&] { return end.has_value(); }, 30'000);
     QObject::disconnect(connection);
     return end.value_or(NoticeBar::Kind::Warning);
 }
