@@ -81,15 +81,17 @@ class SystemInfoFormTest : public tests::RegistryTest
     Q_OBJECT
 
 private slots:
-    void cleanup();
     void names();
     void orderOfOpening();
     void hangingPage();
     void searchAndReport();
+    void cleanupTestCase();
 
 private:
     void useMachine(const QString &hangsAt = {})
     {
+        m_gate->release(100); // those of the test before
+        m_gate = std::make_shared<QSemaphore>();
         setMachineFactory([gate = m_gate, hangsAt](const core::CancelFlag &cancel) {
             return std::make_unique<HangingMachine>(cancel, gate, hangsAt);
         });
@@ -108,10 +110,10 @@ private:
     std::shared_ptr<QSemaphore> m_gate = std::make_shared<QSemaphore>();
 };
 
-void SystemInfoFormTest::cleanup()
+void SystemInfoFormTest::cleanupTestCase()
 {
     setMachineFactory({});
-    m_gate->release(100);
+    m_gate->release(100); // what still hangs
 }
 
 void SystemInfoFormTest::names()
