@@ -7,6 +7,7 @@
 #include "tests/support/RegistryTest.h"
 #include "tests/support/TestFolder.h"
 #include "widgets/ElidedLabel.h"
+#include "widgets/NoticeBar.h"
 
 #include <QCheckBox>
 #include <QCoreApplication>
@@ -222,8 +223,9 @@ void tst_extract_icon_form::tellsOfAFailure()
     name->setText(QStringLiteral("x"));
     m_dialogs->nextFolder.enqueue(m_folder->path(QStringLiteral("not there")));
     open->on_exportPngButton_clicked();
-    QTest::qWait(300);
-    QVERIFY(open && open->isVisible());
+    const auto *notice = open->findChild<NoticeBar *>();
+    QTRY_COMPARE(notice->kind(), NoticeBar::Kind::Error);
+    QVERIFY(open->isVisible());
     QVERIFY(QDir(m_folder->path()).isEmpty());
     open->on_cancelButton_clicked();
     QTRY_VERIFY(!open);
