@@ -7,6 +7,8 @@
 #include <QtEndian>
 
 #include <algorithm>
+#include <array>
+#include <cstring>
 
 namespace conversion
 {
@@ -222,19 +224,22 @@ QByteArray extendedHeader(const QByteArray &chunks)
 {
     constexpr char alphaFlag = 0x10;
     constexpr qsizetype content = 8;
-    if (chunks.size() < 30)
+    // A copy of its own: over the array itself GCC warns of reading behind an empty one.
+    std::array<char, 30> head{};
+    if (static_cast<std::size_t>(chunks.size()) < head.size())
         return {};
+    std::memcpy(head.data(), chunks.constData(), head.size());
     quint32 width = 0;
     quint32 height = 0;
     char flags = 0;
     if (chunks.startsWith("VP8L")) {
-        const auto bits = qFromLittleEndian<quint32>(chunks.constData() + content + 1);
+        const auto bits = qFromLittleEndian<quint32>(head.data() + content + 1);
         width = bits & 0x3fff;
         height = (bits >> 14) & 0x3fff;
         flags = (bits >> 28) & 1 ? alphaFlag : 0;
     } else if (chunks.startsWith("VP8 ")) {
-        width = (qFromLittleEndian<quint16>(chunks.constData() + content + 6) & 0x3fffu) - 1;
-        height = (qFromLittleEndian<quint16>(chunks.constData() + content + 8) & 0x3fffu) - 1;
+        width = (qFromLittleEndian<quint16>(head.data() + content + 6) & 0x3fffu) - 1;
+        height = (qFromLittleEndian<quint16>(head.data() + content + 8) & 0x3fffu) - 1;
     } else {
         return {};
     }
