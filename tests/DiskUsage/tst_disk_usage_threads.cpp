@@ -18,7 +18,6 @@ class DiskUsageThreadsTest : public QObject
 private slots:
     void namesAreTheAgreedOnes();
     void theModelsAreFreedInFiveSteps();
-    void aFolderScanKeepsNoFileRecords();
 };
 
 void DiskUsageThreadsTest::namesAreTheAgreedOnes()
@@ -78,27 +77,6 @@ void DiskUsageThreadsTest::theModelsAreFreedInFiveSteps()
         events.join(", "_L1),
         u"start, 1 emptied, step, 1 cleared, step, 2 emptied, step, 2 cleared, step, 3 cleared, step, finish"_s);
     QCOMPARE(folders.rowCount() + biggest.columnCount() + data.categoryTotal(), 0);
-}
-
-void DiskUsageThreadsTest::aFolderScanKeepsNoFileRecords()
-{
-    MemoryEnumerator disk;
-    tests::fill(disk);
-    ScanJob job;
-    job.root = u"C:\\r\\a"_s;
-    job.options.fileTypes = core::defaultFileTypes();
-    job.enumerator = std::make_unique<tests::BorrowedEnumerator>(disk);
-    DiskUsageFolderScanThread thread(std::move(job));
-    thread.start();
-    QVERIFY(thread.wait(5000));
-    const auto result = thread.takeResult();
-    QVERIFY(result);
-    QCOMPARE(result->folders.front().bytes, 19 * tests::megabyte);
-    QCOMPARE(result->biggestFiles.size(), std::size_t(2));
-    // Nobody reads them, and a drive has millions.
-    for (const diskusage::FileTypeResult &type : result->fileTypes)
-        QVERIFY(type.files.empty());
-    QVERIFY(result->others.files.empty());
 }
 
 QTEST_GUILESS_MAIN(DiskUsageThreadsTest)
