@@ -244,7 +244,9 @@ void TestWriters::pdfPages()
 
 int main(int argc, char **argv)
 {
-    qputenv("QT_QPA_PLATFORM", "offscreen");
+#ifndef Q_OS_WIN
+    qputenv("QT_QPA_PLATFORM", "offscreen"); // the build machine may have no display
+#endif
     QGuiApplication application(argc, argv);
     TestWriters test;
     return QTest::qExec(&test, argc, argv);
