@@ -192,14 +192,14 @@ Row detailsRow(Machine &machine, const std::vector<core::WmiRow> &disks)
 
 } // namespace
 
-std::optional<QString> partitionsOfDisk(const QString &deviceId, bool doubleBackslashes)
+std::optional<QString> partitionsOfDisk(const QString &diskId, bool doubled)
 {
     constexpr qsizetype prefix = 4; // "\\.\"
-    if (deviceId.size() < prefix)
+    if (diskId.size() < prefix)
         return {};
-    QString rest = deviceId.mid(prefix);
+    QString rest = diskId.mid(prefix);
     rest.replace(QLatin1Char('\''), QStringLiteral("\\'"));
-    const QString start = doubleBackslashes ? QStringLiteral("\\\\\\\\.\\\\") : QStringLiteral("\\\\.\\");
+    const QString start = doubled ? QStringLiteral("\\\\\\\\.\\\\") : QStringLiteral("\\\\.\\");
     return QStringLiteral("Associators of {Win32_DiskDrive.DeviceID='") + start + rest +
            QStringLiteral("'} where AssocClass=Win32_DiskDriveToDiskPartition");
 }
