@@ -7,7 +7,7 @@
 namespace systeminfo
 {
 
-// What a drive says of itself in the structures of ntddstor.h and of the NVMe specification. The bytes come
+// What a drive says of itself in the structures of ntddstor.h and of the NVMe standard. The bytes come
 // from a device and are taken for nothing more than that: what is too short or out of range reads as absent.
 struct DriveDetails {
     QString bus;    // "NVMe"
