@@ -141,26 +141,30 @@ std::unique_ptr<FolderItem> FolderModel::buildTree(diskusage::ScanResult &result
     // Parents stand before their children, and the children of one folder in the order of the list: one pass
     // builds the rows of every folder in order.
     // They own what is not yet a child, so that nothing is lost when memory ends.
-    std::vector<std::unique_ptr<FolderItem>> items;
+    std::vector<std::unique_ptr<FolderItem>> owned;
+    owned.reserve(result.folders.size());
+    std::vector<FolderItem *> items;
     items.reserve(result.folders.size());
     std::vector<QList<QStandardItem *>> children(result.folders.size());
     for (const diskusage::Folder &folder : result.folders) {
         QList<QStandardItem *> none;
         QList<QStandardItem *> &siblings =
             folder.parent < 0 ? none : children[static_cast<std::size_t>(folder.parent)];
-        items.push_back(std::make_unique<FolderItem>(result, static_cast<int>(items.size()),
+        owned.push_back(std::make_unique<FolderItem>(result, static_cast<int>(items.size()),
                                                      static_cast<int>(siblings.size())));
-        siblings.append(items.back().get());
+        items.push_back(owned.back().get());
+        siblings.append(items.back());
     }
-    for (std::size_t i = items.size(); i-- > 0;) { // a folder has its children before its parent takes it
+    // From the root down: a row that is taken visits all rows below it, and so it has none yet.
+    for (std::size_t i = 0; i < items.size(); ++i) {
         if (children[i].isEmpty())
             continue;
         items[i]->appendRows(children[i]);
         for (QStandardItem *child : std::as_const(children[i]))
-            (void)items[static_cast<FolderItem *>(child)->number()].release();
+            (void)owned[static_cast<FolderItem *>(child)->number()].release();
         rankNames(children[i]);
     }
-    return items.empty() ? nullptr : std::move(items.front());
+    return owned.empty() ? nullptr : std::move(owned.front());
 }
 
 void FolderModel::destroyTree(std::unique_ptr<FolderItem> tree)

@@ -40,6 +40,13 @@ if(WIN32)
   target_compile_definitions(larkspur_flags INTERFACE UNICODE _UNICODE NOMINMAX WIN32_LEAN_AND_MEAN
     _WIN32_WINNT=0x0A00 WINVER=0x0A00)
 endif()
+if(MINGW)
+  # In every executable; see the source.
+  add_library(larkspur_thread_exit_order OBJECT ${CMAKE_SOURCE_DIR}/platform/startup/ThreadExitOrder.cpp)
+  set_target_properties(larkspur_thread_exit_order PROPERTIES AUTOMOC OFF)
+  target_link_libraries(larkspur_flags INTERFACE
+    $<$<STREQUAL:$<TARGET_PROPERTY:TYPE>,EXECUTABLE>:$<TARGET_OBJECTS:larkspur_thread_exit_order>>)
+endif()
 if(LARKSPUR_SANITIZE)
   target_compile_options(larkspur_flags INTERFACE -fsanitize=address,undefined -fno-sanitize-recover=all
     -fno-omit-frame-pointer)
