@@ -4,7 +4,8 @@ export LARKSPUR_QT_PREFIX
 LARKSPUR_QT_PREFIX=$("$root/tools/toolchain" --prefix)
 
 native_packages=(git python3 librsvg2-bin icoutils libwine g++ clang libclang-rt-dev clang-format cmake ninja-build ccache qt6-base-dev
-  qt6-base-dev-tools libgl-dev libgif-dev libqrcodegencpp-dev libzbar-dev)
+  qt6-base-dev-tools libgl-dev libgif-dev libqrcodegencpp-dev libzbar-dev zxing-cpp-tools
+  poppler-utils)
 
 # configure PRESET [-D...]
 configure() {

@@ -1,0 +1,54 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// A code as it is drawn: on the screen, as a picture and as the two file formats without pixels. Any thread.
+#pragma once
+
+#include "QRCode/engine/Style.h"
+
+#include <QByteArray>
+#include <QPainterPath>
+
+#include <vector>
+
+class QPainter;
+
+namespace qr
+{
+
+class Drawing
+{
+public:
+    Drawing(const core::QrMatrix &matrix, const Style &style);
+
+    const Style &style() const { return m_style; }
+    const core::QrMatrix &matrix() const { return m_matrix; }
+    // Modules a side, the margin counted; also the smallest picture, in pixels.
+    int side() const { return m_matrix.size() + 2 * m_style.margin; }
+    // Of a picture of that size: whole pixels, so that all modules are the same; what is left widens the
+    // margin.
+    int pixelsPerModule(int pixels) const { return pixels / side(); }
+
+    // Null when a module would be smaller than a pixel.
+    QImage image(int pixels) const;
+    QImage image() const { return image(m_style.imageSize); }
+    // Fills the square with the code and its background.
+    void paint(QPainter &painter, const QRectF &square) const;
+
+    QByteArray svg() const;
+    // One page of 100 mm a side; empty when the writer fails.
+    QByteArray pdf() const;
+
+private:
+    void paintModules(QPainter &painter) const;
+    QBrush brush() const;
+    QColor logoBackColor() const { return m_style.transparent ? QColor(Qt::white) : m_style.background; }
+    QString svgPaint(QString &definitions) const;
+    QString svgLogo() const;
+
+    core::QrMatrix m_matrix;
+    Style m_style;
+    QRectF m_logo; // in modules from the code's corner, without the margin; empty without a logo
+    QPainterPath m_logoBack;
+    std::vector<QPainterPath> m_outline;
+};
+
+} // namespace qr
