@@ -7,6 +7,7 @@
 #include "ExtractIcon/Image2IcoForm.h"
 #include "FindDuplicate/FindDuplicateForm.h"
 #include "FindDuplicateImage/FindDuplicateImageForm.h"
+#include "QRCode/QrCodeGenForm.h"
 #include "SecureDelete/SecureDeleteForm.h"
 #include "SystemInfo/SystemInfoForm.h"
 #include "TrackCleaner/TrackCleanerForm.h"
@@ -130,7 +131,8 @@ ModuleTable ModuleTable::suite()
          .cardName = "QRCodeCreator",
          .starName = "QRCodeStarButton",
          .description = QT_TR_NOOP("Create QR Code for text, link, email, Whatsapp, SMS, Call, Wifi."),
-         .icon = IMAGE("QRCode48")},
+         .icon = IMAGE("QRCode48"),
+         .create = create<QrCodeGenForm>},
         {.id = 14,
          .cardTitle = QT_TR_NOOP("Registry Cleaner"),
          .cardName = "Regwick",

@@ -1,0 +1,186 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "QRCode/Export.h"
+
+#include <QBuffer>
+#include <QCoreApplication>
+#include <QDir>
+#include <QFile>
+#include <QSaveFile>
+#include <QTemporaryFile>
+
+using namespace Qt::StringLiterals;
+
+namespace qr
+{
+
+namespace
+{
+
+QString tr(const char *text)
+{
+    return QCoreApplication::translate("QRCodeExport", text);
+}
+
+struct Encoded {
+    QByteArray bytes; // empty when there is no memory for them
+    Verdict verdict;
+};
+
+// A picture is judged as its file says it; of the formats without pixels, the drawing that they hold.
+Encoded encoded(const Drawing &drawing, const QString &text, Format format)
+{
+    Encoded result;
+    if (format != Format::Png) {
+        constexpr int pixelsPerModule = 8; // of a medium size on paper or screen
+        result.bytes = format == Format::Svg ? drawing.svg() : drawing.pdf();
+        result.verdict = check(drawing, drawing.image(drawing.side() * pixelsPerModule), text);
+        return result;
+    }
+    QBuffer buffer(&result.bytes);
+    buffer.open(QIODevice::WriteOnly);
+    if (drawing.image().save(&buffer, "png"))
+        result.verdict = check(drawing, QImage::fromData(result.bytes, "png"), text);
+    else
+        result.bytes.clear();
+    return result;
+}
+
+bool holds(const QString &path, const QByteArray &bytes)
+{
+    QFile file(path);
+    return file.open(QIODevice::ReadOnly) && file.size() == bytes.size() && file.readAll() == bytes;
+}
+
+Saved tooSmall(const Drawing &drawing)
+{
+    Saved saved{.outcome = Saved::Outcome::TooSmall};
+    saved.error =
+        tr("The picture is too small for this code: it needs %1 pixels at least.").arg(drawing.side());
+    return saved;
+}
+
+Saved unread(const Verdict &verdict)
+{
+    return {.outcome = Saved::Outcome::DoesNotScan, .verdict = verdict};
+}
+
+Saved failed(const QString &error)
+{
+    return {.outcome = Saved::Outcome::Failed, .error = error};
+}
+
+// Under the first of its names that is free, from a complete file beside it.
+Saved writeNew(const QByteArray &bytes, const QString &folder, const QString &name, const QString &ending)
+{
+    QTemporaryFile file(QDir(folder).filePath(u"qr-XXXXXX.tmp"_s));
+    if (!file.open() || file.write(bytes) != bytes.size() || !file.flush())
+        return failed(file.errorString());
+    file.close();
+    if (!holds(file.fileName(), bytes))
+        return failed(tr("The file does not hold what was written."));
+    constexpr int maxCopies = 10'000;
+    for (int copy = 1; copy <= maxCopies; ++copy) {
+        const QString free = copy == 1 ? name : u"%1 (%2)"_s.arg(name, QString::number(copy));
+        const QString path = QDir(folder).filePath(free + u'.' + ending);
+        if (QFile::exists(path))
+            continue;
+        if (!file.rename(path)) {
+            if (QFile::exists(path))
+                continue;
+            return failed(file.errorString());
+        }
+        file.setAutoRemove(false);
+        return {.outcome = Saved::Outcome::Written, .file = path};
+    }
+    return failed(tr("All names for it are taken."));
+}
+
+Saved saveRow(const BatchRow &row, const BatchOptions &options)
+{
+    const core::QrCode code = core::encodeQr(row.text, options.style.correction);
+    if (!code.matrix)
+        return {.outcome = Saved::Outcome::TooLong, .tooLongBy = code.tooLongBy};
+    const Drawing drawing(*code.matrix, options.style);
+    if (options.format == Format::Png && drawing.pixelsPerModule(options.style.imageSize) < 1)
+        return tooSmall(drawing);
+    const Encoded made = encoded(drawing, row.text, options.format);
+    if (!made.verdict.scans)
+        return unread(made.verdict);
+    if (made.bytes.isEmpty())
+        return failed(tr("There is not enough memory."));
+    Saved saved = writeNew(made.bytes, options.folder, row.name, suffix(options.format));
+    saved.verdict = made.verdict;
+    return saved;
+}
+
+} // namespace
+
+QString suffix(Format format)
+{
+    switch (format) {
+    case Format::Png:
+        return u"png"_s;
+    case Format::Svg:
+        return u"svg"_s;
+    case Format::Pdf:
+        break;
+    }
+    return u"pdf"_s;
+}
+
+QString Saved::text() const
+{
+    switch (outcome) {
+    case Outcome::Written:
+        return verdict.scans ? tr("Saved and read back") : tr("Saved, but it does not scan");
+    case Outcome::DoesNotScan:
+        return tr("Does not scan: %1")
+            .arg(verdict.reasons.isEmpty() ? QString() : reasonText(verdict.reasons.first()));
+    case Outcome::TooLong:
+        return tr("Too long by %1 characters").arg(tooLongBy);
+    case Outcome::Cancelled:
+        return tr("Cancelled");
+    case Outcome::TooSmall:
+    case Outcome::Failed:
+        break;
+    }
+    return error;
+}
+
+Saved save(const SaveOrder &order)
+{
+    const Drawing &drawing = order.drawing;
+    if (order.format == Format::Png && drawing.pixelsPerModule(drawing.style().imageSize) < 1)
+        return tooSmall(drawing);
+    const Encoded made = encoded(drawing, order.text, order.format);
+    if (made.bytes.isEmpty())
+        return failed(tr("There is not enough memory."));
+    if (!made.verdict.scans && !order.evenIfUnreadable)
+        return unread(made.verdict);
+    QSaveFile out(order.file);
+    if (!out.open(QIODevice::WriteOnly) || out.write(made.bytes) != made.bytes.size() || !out.commit())
+        return failed(out.errorString());
+    if (!holds(order.file, made.bytes))
+        return failed(tr("The file does not hold what was written."));
+    return {.outcome = Saved::Outcome::Written, .file = order.file, .verdict = made.verdict};
+}
+
+QList<Saved> saveAll(const QList<BatchRow> &rows, const BatchOptions &options, core::ProgressRelay &progress,
+                     const core::CancelFlag &cancel)
+{
+    progress.setTotalSteps(static_cast<int>(rows.size()));
+    QList<Saved> all;
+    all.reserve(rows.size());
+    for (const BatchRow &row : rows) {
+        if (cancel.isSet()) {
+            all.append({.outcome = Saved::Outcome::Cancelled});
+            continue;
+        }
+        progress.setPath(row.name);
+        all.append(saveRow(row, options));
+        progress.addStep();
+    }
+    return all;
+}
+
+} // namespace qr

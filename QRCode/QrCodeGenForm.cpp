@@ -1,0 +1,216 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "QRCode/QrCodeGenForm.h"
+
+#include "QRCode/BatchPage.h"
+#include "QRCode/FieldNote.h"
+#include "QRCode/Preview.h"
+#include "QRCode/QRCodeContactForms.h"
+#include "QRCode/QRCodePhoneForms.h"
+#include "QRCode/QRCodeTextForms.h"
+#include "QRCode/StylePanel.h"
+#include "core/QrEncoder.h"
+#include "widgets/FLTabWidget.h"
+#include "widgets/NoticeBar.h"
+#include "widgets/PageHeader.h"
+#include "widgets/ScanPage.h"
+#include "widgets/Theme.h"
+
+#include <QAction>
+#include <QButtonGroup>
+#include <QHBoxLayout>
+#include <QLabel>
+#include <QPushButton>
+#include <QScrollArea>
+#include <QStackedWidget>
+#include <QToolButton>
+#include <QVBoxLayout>
+
+namespace
+{
+
+// After the last key, before the decoder is asked.
+constexpr int settleTime = 250; // ms
+
+QScrollArea *scrolled(QWidget *content, QWidget *parent)
+{
+    auto *area = new QScrollArea(parent);
+    area->setFrameShape(QFrame::NoFrame);
+    area->setWidgetResizable(true);
+    area->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+    area->setWidget(content);
+    // In front of the page's own colour.
+    area->viewport()->setAutoFillBackground(false);
+    content->setAutoFillBackground(false);
+    return area;
+}
+
+} // namespace
+
+QrCodeGenForm::QrCodeGenForm(QWidget *parent) : FLWidget(parent)
+{
+    m_pages = new QStackedWidget(this);
+    auto *layout = new QVBoxLayout(this);
+    layout->setContentsMargins({});
+    layout->addWidget(m_pages);
+    m_main = new QWidget(m_pages);
+    m_pages->addWidget(m_main);
+    m_settle.setSingleShot(true);
+    m_settle.setInterval(settleTime);
+    connect(&m_settle, &QTimer::timeout, this, &QrCodeGenForm::check);
+    buildPage(m_main);
+
+    m_progress = new ScanPage(m_pages);
+    m_batch = new QRCodeBatchPage(
+        &m_jobs, m_progress, [this] { return m_style->style(); }, m_pages);
+    m_pages->addWidget(m_batch);
+    m_pages->addWidget(m_progress);
+    connect(m_batch, &QRCodeBatchPage::back, this, [this] { m_pages->setCurrentWidget(m_main); });
+    connect(m_batch, &QRCodeBatchPage::jobStarted, this, [this] { showJob(true); });
+    connect(m_batch, &QRCodeBatchPage::jobEnded, this, [this] { showJob(false); });
+    connect(m_progress, &ScanPage::scanCancel, &m_jobs, &JobHost::cancel);
+
+    connect(m_style, &StylePanel::changed, this, &QrCodeGenForm::encode);
+    showKind(static_cast<PayloadForm *>(m_forms->widget(0)));
+    encode();
+}
+
+QrCodeGenForm::~QrCodeGenForm()
+{
+    saveFields();
+}
+
+void QrCodeGenForm::buildPage(QWidget *page)
+{
+    auto *column = new QVBoxLayout(page);
+    column->setContentsMargins(theme::pageMargin, theme::pageMargin, theme::pageMargin, theme::pageMargin);
+    column->setSpacing(theme::space);
+    auto *header = new PageHeader(PageHeader::Kind::Start, page);
+    header->setTitle(tr("QR Code Creator"));
+    header->setText(tr("Create QR Code for text, link, email, Whatsapp, SMS, Call, Wifi."));
+    QToolButton *many =
+        header->addToolButton({"manyButton", "Documents24", tr("Many at Once"), tr("Codes from a CSV file")});
+    connect(many, &QToolButton::clicked, this, [this] { m_pages->setCurrentWidget(m_batch); });
+    m_notice = new NoticeBar(page);
+    m_saveAnyway = new QAction(tr("Save Anyway"), this);
+    connect(m_saveAnyway, &QAction::triggered, this, &QrCodeGenForm::saveRefused);
+    auto *row = new QHBoxLayout;
+    row->setSpacing(theme::spaceWide);
+    m_forms = new QStackedWidget;
+    row->addWidget(buildKinds());
+    row->addWidget(buildInput(), 3);
+    row->addWidget(buildResult(), 3);
+    column->addWidget(header);
+    column->addWidget(m_notice);
+    column->addLayout(row, 1);
+}
+
+template <class Form, class Signal, class Slot>
+void QrCodeGenForm::addKind(QVBoxLayout *column, const char *name, const QString &text, Signal signal,
+                            Slot slot)
+{
+    auto *form = new Form(m_forms);
+    m_forms->addWidget(form);
+    connect(form, signal, this, slot);
+    auto *button = new QToolButton(this);
+    button->setObjectName(QLatin1String(name));
+    button->setText(text);
+    button->setCheckable(true);
+    button->setAutoRaise(true);
+    button->setFocusPolicy(Qt::StrongFocus);
+    button->setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Fixed);
+    button->setMinimumHeight(theme::buttonHeight);
+    button->setChecked(m_forms->count() == 1);
+    column->addWidget(button);
+    connect(button, &QToolButton::clicked, this, [this, form] { showKind(form); });
+}
+
+QWidget *QrCodeGenForm::buildKinds()
+{
+    auto *kinds = new QWidget(this);
+    kinds->setObjectName(QStringLiteral("kinds"));
+    auto *column = new QVBoxLayout(kinds);
+    column->setContentsMargins({});
+    column->setSpacing(theme::spaceTight);
+    using Self = QrCodeGenForm;
+    addKind<QRCodeLinkForm>(column, "toolButtonLink", tr("Link"), &QRCodeLinkForm::updateQRCode_Link,
+                            &Self::OnUpdateQRCode_Link);
+    addKind<QRCodeTextForm>(column, "toolButtonText", tr("Text"), &QRCodeTextForm::updateQRCode_Text,
+                            &Self::OnUpdateQRCode_Text);
+    addKind<QRCodeEmailForm>(column, "toolButtonEmail", tr("Email"), &QRCodeEmailForm::updateQRCode_Email,
+                             &Self::OnUpdateQRCode_Email);
+    addKind<QRCodeCallForm>(column, "toolButtonCall", tr("Call"), &QRCodeCallForm::updateQRCode_Call,
+                            &Self::OnUpdateQRCode_Call);
+    addKind<QRCodeSMSForm>(column, "toolButtonSMS", tr("SMS"), &QRCodeSMSForm::updateQRCode_SMS,
+                           &Self::OnUpdateQRCode_SMS);
+    addKind<QRCodeWhatsappForm>(column, "toolButtonWhatsapp", tr("Whatsapp"),
+                                &QRCodeWhatsappForm::updateQRCode_Whatsapp, &Self::OnUpdateQRCode_Whatsapp);
+    addKind<QRCodeVCardForm>(column, "toolButtonVCard", tr("V-Card"), &QRCodeVCardForm::updateQRCode_VCard,
+                             &Self::OnUpdateQRCode_Call);
+    addKind<QRCodeWifiForm>(column, "toolButtonWifi", tr("WI-FI"), &QRCodeWifiForm::updateQRCode_Wifi,
+                            &Self::OnUpdateQRCode_Wifi);
+    addKind<QRCodePaypalForm>(column, "toolButtonPaypal", tr("Paypal"),
+                              &QRCodePaypalForm::updateQRCode_Paypal, &Self::OnUpdateQRCode_Paypal);
+    column->addStretch();
+    auto *group = new QButtonGroup(this);
+    for (auto *button : findChildren<QToolButton *>()) {
+        if (button->isCheckable())
+            group->addButton(button);
+    }
+    return scrolled(kinds, this);
+}
+
+QWidget *QrCodeGenForm::buildInput()
+{
+    auto *tabs = new FLTabWidget(this);
+    tabs->setObjectName(QStringLiteral("inputTabWidget"));
+    m_style = new StylePanel;
+    tabs->addTab(scrolled(m_forms, tabs), tr("Content"));
+    tabs->addTab(scrolled(m_style, tabs), tr("Design"));
+    tabs->setMinimumWidth(240);
+    return tabs;
+}
+
+QPushButton *QrCodeGenForm::addSave(QVBoxLayout *column, const char *name, const QString &text,
+                                    qr::Format format)
+{
+    const bool isFirst = format == qr::Format::Png;
+    auto *button = controls::pushButton(
+        this, {name, "Save24", text, {}, isFirst ? QKeySequence(QKeySequence::Save) : QKeySequence()},
+        isFirst ? controls::Rank::Primary : controls::Rank::Secondary);
+    connect(button, &QPushButton::clicked, this, [this, format] { save(format); });
+    m_saveButtons.append(button);
+    if (column)
+        column->addWidget(button);
+    return button;
+}
+
+QWidget *QrCodeGenForm::buildResult()
+{
+    auto *result = new QWidget(this);
+    result->setMinimumWidth(220);
+    auto *column = new QVBoxLayout(result);
+    column->setContentsMargins({});
+    column->setSpacing(theme::spaceSnug);
+    m_preview = new QRCodePreview(result);
+    m_preview->setObjectName(QStringLiteral("qrCodePreview"));
+    m_facts = new QLabel(result);
+    m_facts->setObjectName(QStringLiteral("factsLabel"));
+    m_facts->setWordWrap(true);
+    theme::makeMuted(m_facts);
+    m_note = new FieldNote(result);
+    m_note->setObjectName(QStringLiteral("verdictNote"));
+    column->addWidget(m_preview, 1);
+    column->addWidget(m_facts);
+    column->addWidget(m_note);
+    addSave(column, "savePngButton", tr("Save Picture"), qr::Format::Png);
+    auto *others = new QHBoxLayout;
+    others->setSpacing(theme::spaceSnug);
+    others->addWidget(addSave(nullptr, "saveSvgButton", tr("SVG"), qr::Format::Svg), 1);
+    others->addWidget(addSave(nullptr, "savePdfButton", tr("PDF"), qr::Format::Pdf), 1);
+    auto *copyButton = controls::pushButton(result, {"copyButton", "Copy24", tr("Copy")});
+    connect(copyButton, &QPushButton::clicked, this, &QrCodeGenForm::copy);
+    m_saveButtons.append(copyButton);
+    others->addWidget(copyButton, 1);
+    column->addLayout(others);
+    return result;
+}

@@ -1,0 +1,98 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include "QRCode/Export.h"
+#include "core/LatestAnswer.h"
+#include "widgets/FLWidget.h"
+#include "widgets/JobHost.h"
+
+#include <QTimer>
+
+class FieldNote;
+class NoticeBar;
+class PayloadForm;
+class QLabel;
+class QPushButton;
+class QRCodeBatchPage;
+class QRCodePreview;
+class QStackedWidget;
+class QToolButton;
+class QVBoxLayout;
+class ScanPage;
+class StylePanel;
+
+// The creator of QR codes: what the code says on the left, its design beside it, and the code itself, which
+// follows every key and is read back by another decoder.
+class QrCodeGenForm : public FLWidget
+{
+    Q_OBJECT
+
+public:
+    explicit QrCodeGenForm(QWidget *parent = nullptr);
+    ~QrCodeGenForm() override;
+
+    bool mayLeave() override;
+    void requestStop() override;
+    // What is encoded, and what was found out about it; for whoever watches the form from outside.
+    QString payload() const { return m_text; }
+    const qr::Verdict &verdict() const { return m_verdict; }
+
+public slots:
+    void OnUpdateQRCode_Link(QString payload) { setPayload(payload); }
+    void OnUpdateQRCode_Email(QString payload) { setPayload(payload); }
+    void OnUpdateQRCode_Text(QString payload) { setPayload(payload); }
+    // Of contacts too.
+    void OnUpdateQRCode_Call(QString payload) { setPayload(payload); }
+    void OnUpdateQRCode_SMS(QString payload) { setPayload(payload); }
+    void OnUpdateQRCode_Whatsapp(QString payload) { setPayload(payload); }
+    void OnUpdateQRCode_Wifi(QString payload) { setPayload(payload); }
+    void OnUpdateQRCode_Paypal(QString payload) { setPayload(payload); }
+
+signals:
+    // The decoder has answered.
+    void checked();
+    void saved(const QString &file);
+
+private:
+    void buildPage(QWidget *page);
+    QWidget *buildKinds();
+    QWidget *buildInput();
+    QWidget *buildResult();
+    QPushButton *addSave(QVBoxLayout *column, const char *name, const QString &text, qr::Format format);
+    template <class Form, class Signal, class Slot>
+    void addKind(QVBoxLayout *column, const char *name, const QString &text, Signal signal, Slot slot);
+    void showKind(PayloadForm *form);
+    void saveFields();
+    void setPayload(const QString &payload);
+    void encode();
+    void check();
+    void showVerdict(const qr::Verdict &verdict);
+    void setUsable(bool usable);
+    void save(qr::Format format);
+    void saveRefused();
+    void run(const qr::SaveOrder &order);
+    void showSaved(const qr::Saved &result, const qr::SaveOrder &order);
+    void copy();
+    void showJob(bool runs);
+
+    QStackedWidget *m_pages;
+    QWidget *m_main;
+    QRCodeBatchPage *m_batch;
+    ScanPage *m_progress;
+    NoticeBar *m_notice;
+    QStackedWidget *m_forms;
+    StylePanel *m_style;
+    QRCodePreview *m_preview;
+    FieldNote *m_note;
+    QLabel *m_facts;
+    QList<QPushButton *> m_saveButtons;
+    QAction *m_saveAnyway;
+    std::optional<qr::SaveOrder> m_refused; // what was not saved because it does not scan
+
+    QString m_text;
+    std::optional<qr::Drawing> m_drawing;
+    qr::Verdict m_verdict;
+    QTimer m_settle; // until the user pauses
+    core::LatestAnswer m_checking;
+    JobHost m_jobs{this};
+};
