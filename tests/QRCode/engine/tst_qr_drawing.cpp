@@ -201,7 +201,9 @@ void TestQrDrawing::otherDecoder()
 
 int main(int argc, char *argv[])
 {
-    qputenv("QT_QPA_PLATFORM", "offscreen");
+#ifndef Q_OS_WIN
+    qputenv("QT_QPA_PLATFORM", "offscreen"); // the build machine may have no display
+#endif
     QGuiApplication application(argc, argv);
     TestQrDrawing test;
     return QTest::qExec(&test, argc, argv);
