@@ -4,6 +4,7 @@
 #include "DiskUsage/DiskUsageEditFileTypesDialog.h"
 #include "platform/Dialogs.h"
 #include "platform/Shell.h"
+#include "platform/Win32Enumerator.h"
 #include "widgets/ElidedLabel.h"
 #include "widgets/FLTreeView.h"
 #include "widgets/NoticeBar.h"
@@ -225,8 +226,15 @@ void DiskUsageOptionsForm::checkSiblings()
             folders.append(folder.path);
     if (m_excludeOneDrive->isChecked() && !m_oneDrive.isEmpty())
         folders.append(m_oneDrive);
-    if (std::exchange(m_checkedFolders, folders) != folders)
-        m_siblingCheck.check(folders);
+    if (std::exchange(m_checkedFolders, folders) == folders)
+        return;
+    const auto disk = std::make_shared<platform::Win32Enumerator>();
+    m_siblings.ask(
+        [folders, find = m_findSiblings, disk](const core::Asking &asking) {
+            return diskusage::siblingsOfAll(folders, find, *disk, asking.cancel());
+        },
+        [this](const QStringList &siblings) { showSiblings(siblings); },
+        [this](const QString &) { showSiblings({}); }, [disk] { disk->interrupt(); });
 }
 
 void DiskUsageOptionsForm::showSiblings(const QStringList &siblings)

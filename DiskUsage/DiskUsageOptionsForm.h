@@ -2,7 +2,8 @@
 #pragma once
 
 #include "DiskUsage/Settings.h"
-#include "DiskUsage/SiblingCheck.h"
+#include "DiskUsage/engine/Siblings.h"
+#include "core/LatestAnswer.h"
 
 #include <QWidget>
 
@@ -23,7 +24,7 @@ class DiskUsageOptionsForm : public QWidget
 public:
     explicit DiskUsageOptionsForm(QWidget *parent = nullptr);
     // With another way of looking for the folders that a scan leaves out as well.
-    explicit DiskUsageOptionsForm(SiblingCheck::Finder siblings, QWidget *parent = nullptr);
+    explicit DiskUsageOptionsForm(diskusage::SiblingFinder siblings, QWidget *parent = nullptr);
     ~DiskUsageOptionsForm() override;
 
     // Reads what is stored; edits that were not saved are gone.
@@ -84,6 +85,7 @@ private:
     ElidedLabel *m_siblingNote;
     NoticeBar *m_notice;
     bool m_loading = false;
-    SiblingCheck m_siblingCheck;
+    diskusage::SiblingFinder m_findSiblings;
+    core::LatestAnswer m_siblings;
     std::optional<QStringList> m_checkedFolders; // for which the check was last made
 };

@@ -47,7 +47,7 @@ DiskUsageOptionsForm::DiskUsageOptionsForm(QWidget *parent)
 {
 }
 
-DiskUsageOptionsForm::DiskUsageOptionsForm(SiblingCheck::Finder siblings, QWidget *parent)
+DiskUsageOptionsForm::DiskUsageOptionsForm(diskusage::SiblingFinder siblings, QWidget *parent)
     : QWidget(parent),
       m_back(new QToolButton(this)),
       m_tabs(new FLTabWidget(this)),
@@ -63,7 +63,7 @@ DiskUsageOptionsForm::DiskUsageOptionsForm(SiblingCheck::Finder siblings, QWidge
       m_excludeRemove(new QPushButton(image("Delete24"), tr("&Remove"), this)),
       m_siblingNote(new ElidedLabel(this, Qt::ElideMiddle)),
       m_notice(new NoticeBar(this)),
-      m_siblingCheck(std::move(siblings))
+      m_findSiblings(std::move(siblings))
 {
     m_tabs->addTab(buildFileTypesTab(), tr("File Types"));
     m_tabs->addTab(buildExcludeTab(), tr("Exclude Folder"));
@@ -187,7 +187,6 @@ void DiskUsageOptionsForm::connectAll()
         connect(list, &QTreeWidget::itemChanged, this, &DiskUsageOptionsForm::editsChanged);
         connect(list, &QTreeWidget::currentItemChanged, this, &DiskUsageOptionsForm::editsChanged);
     }
-    connect(&m_siblingCheck, &SiblingCheck::found, this, &DiskUsageOptionsForm::showSiblings);
     connect(m_fileTypeTree, &QTreeWidget::itemDoubleClicked, m_edit, &QAbstractButton::click);
     const auto key = [](QWidget *owner, const QKeySequence &sequence, Qt::ShortcutContext context,
                         QAbstractButton *button) {

@@ -73,7 +73,7 @@ void InfoPageForm::load()
     m_loader.reset(m_makeLoader(&m_model));
     m_loader->setParent(this);
     connect(m_loader.get(), SIGNAL(processFinish()), this, SLOT(onProcessFinish()));
-    m_loader->start(QThread::InheritPriority);
+    m_loader->start();
 }
 
 void InfoPageForm::refresh()

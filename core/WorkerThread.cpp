@@ -26,6 +26,15 @@ QList<WorkerThread *> &retiredWorkers()
 
 } // namespace
 
+void WorkerThread::start()
+{
+    QThread::start();
+    if (isRunning() || m_begun)
+        return;
+    fail(tr("The system has no thread left."));
+    deliver([this] { emit done(); });
+}
+
 void WorkerThread::requestStop()
 {
     if (stopRequested())
@@ -36,6 +45,7 @@ void WorkerThread::requestStop()
 
 void WorkerThread::run()
 {
+    m_begun = true;
     if (m_priority != InheritPriority)
         setPriority(m_priority);
     try {

@@ -6,6 +6,7 @@
 #include <QString>
 #include <QThread>
 
+#include <atomic>
 #include <functional>
 #include <memory>
 
@@ -24,6 +25,8 @@ public:
     // work() runs with this priority.
     explicit WorkerThread(Priority priority = InheritPriority) : m_priority(priority) {}
 
+    // As QThread's, and where the system has no thread left, that is the job's error.
+    void start();
     // From any thread; the job ends soon, and done() is emitted as always.
     void requestStop();
     bool stopRequested() const noexcept { return m_cancel.isSet(); }
@@ -60,6 +63,7 @@ private:
 
     const Priority m_priority;
     CancelFlag m_cancel;
+    std::atomic_bool m_begun = false;
     QString m_error;
 };
 

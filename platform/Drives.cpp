@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "platform/Drives.h"
 
-#include "platform/DetachedThread.h"
+#include "platform/InterruptibleCalls.h"
 #include "platform/Text.h"
 
 #include <QDebug>
@@ -9,8 +9,7 @@
 #include <windows.h>
 
 #include <array>
-#include <mutex>
-#include <system_error>
+#include <memory>
 #include <utility>
 
 namespace platform
@@ -77,33 +76,9 @@ Drive readDrive(const QString &root)
     return drive;
 }
 
-// What the lister and its threads have in common. It outlives the lister as long as a thread hangs.
-struct DriveLister::Shared {
-    Reader reader;
-    std::mutex mutex;
-    DriveLister *lister = nullptr; // null when it is gone
-};
-
 DriveLister::DriveLister(QObject *parent) : DriveLister(readDrive, parent) {}
 
-DriveLister::DriveLister(Reader reader, QObject *parent)
-    : QObject(parent),
-      m_shared(std::make_shared<Shared>())
-{
-    m_shared->reader = std::move(reader);
-    m_shared->lister = this;
-}
-
-DriveLister::~DriveLister()
-{
-    const std::lock_guard lock(m_shared->mutex);
-    m_shared->lister = nullptr;
-}
-
-bool DriveLister::isBusy() const
-{
-    return !m_pending.isEmpty();
-}
+DriveLister::DriveLister(Reader reader, QObject *parent) : QObject(parent), m_reader(std::move(reader)) {}
 
 void DriveLister::refresh(const QStringList &roots)
 {
@@ -117,24 +92,23 @@ void DriveLister::refresh(const QStringList &roots)
 
 void DriveLister::read(const QString &root)
 {
-    try {
-        // Detached: a call on an absent server cannot be interrupted, and nobody may wait for it.
-        runDetached([shared = m_shared, root] {
-            const Drive drive = shared->reader(root);
-            // With the lock held, the lister cannot go before the answer stands in its queue.
-            const std::lock_guard lock(shared->mutex);
-            if (DriveLister *lister = shared->lister)
-                QMetaObject::invokeMethod(
-                    lister, [lister, root, drive] { lister->take(root, drive); }, Qt::QueuedConnection);
-        });
-    } catch (const std::system_error &error) {
-        qDebug() << "No thread to read a drive:" << root << error.what();
-        Drive unread;
-        unread.root = root;
-        // Later, as every answer.
-        QMetaObject::invokeMethod(
-            this, [this, unread] { take(unread.root, unread); }, Qt::QueuedConnection);
-    }
+    core::LatestAnswer *&answer = m_answers[root];
+    if (!answer)
+        answer = new core::LatestAnswer(this);
+    const auto calls = std::make_shared<InterruptibleCalls>();
+    answer->ask(
+        [reader = m_reader, calls, root](const core::Asking &) {
+            const InterruptibleCalls::Call call(*calls);
+            return reader(root);
+        },
+        [this, root](const Drive &drive) { take(root, drive); },
+        [this, root](const QString &error) {
+            qDebug() << "Cannot read a drive:" << root << error;
+            Drive unread;
+            unread.root = root;
+            take(root, unread);
+        },
+        [calls] { calls->interrupt(); });
 }
 
 void DriveLister::take(const QString &root, const Drive &drive)

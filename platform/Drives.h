@@ -1,13 +1,15 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
+#include "core/LatestAnswer.h"
+
+#include <QHash>
 #include <QMetaType>
 #include <QObject>
 #include <QString>
 #include <QStringList>
 
 #include <functional>
-#include <memory>
 
 namespace platform
 {
@@ -42,8 +44,7 @@ Drive readDrive(const QString &root);
 
 // Reads all drives side by side on threads of its own, so that one that does not answer delays no other, and
 // tells the thread it lives in; a drive that no thread can be had for is told as not ready. It can be
-// destroyed at any moment and waits for nothing; a reader that hangs is left behind and its late answer
-// dropped.
+// destroyed at any moment and waits for nothing.
 class DriveLister : public QObject
 {
     Q_OBJECT
@@ -53,23 +54,21 @@ public:
 
     explicit DriveLister(QObject *parent = nullptr);
     DriveLister(Reader reader, QObject *parent = nullptr);
-    ~DriveLister() override;
 
     // Starts reading these drives. A drive that is still being read is not asked a second time.
     void refresh(const QStringList &roots = driveRoots());
-    bool isBusy() const;
+    bool isBusy() const { return !m_pending.isEmpty(); }
 
 signals:
     void driveRead(const platform::Drive &drive);
     void finished(); // nothing is being read any more
 
 private:
-    struct Shared;
-
     void read(const QString &root);
     void take(const QString &root, const Drive &drive);
 
-    std::shared_ptr<Shared> m_shared;
+    Reader m_reader;
+    QHash<QString, core::LatestAnswer *> m_answers; // one a drive, so that they do not replace each other
     QStringList m_pending;
 };
 

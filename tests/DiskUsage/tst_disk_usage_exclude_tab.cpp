@@ -106,10 +106,11 @@ void DiskUsageExcludeTabTest::siblingsAreLookedForOnTheScreenOnly()
 {
     saveExcludedFolders({{true, u"C:\\a"_s}});
     auto asked = std::make_shared<std::atomic_int>(0);
-    DiskUsageOptionsForm form([asked](const QString &, const core::CancelFlag &) {
-        ++*asked;
-        return QStringList{u"C:\\a1"_s, u"C:\\a2"_s, u"C:\\a3"_s, u"C:\\a4"_s, u"C:\\a5"_s};
-    });
+    DiskUsageOptionsForm form(
+        [asked](const QString &, core::DirectoryEnumerator &, const core::CancelFlag &) {
+            ++*asked;
+            return QStringList{u"C:\\a1"_s, u"C:\\a2"_s, u"C:\\a3"_s, u"C:\\a4"_s, u"C:\\a5"_s};
+        });
     form.load();
     QTest::qWait(100);
     QCOMPARE(asked->load(), 0);
@@ -134,23 +135,24 @@ void DiskUsageExcludeTabTest::aServerThatDoesNotAnswerHoldsNothingUp()
         std::atomic_int asked = 0;
     };
     const auto server = std::make_shared<Server>();
-    auto form = std::make_unique<DiskUsageOptionsForm>([server](const QString &, const core::CancelFlag &) {
-        ++server->asked;
-        server->answers.acquire();
-        return QStringList();
-    });
+    auto form = std::make_unique<DiskUsageOptionsForm>(
+        [server](const QString &, core::DirectoryEnumerator &, const core::CancelFlag &) {
+            ++server->asked;
+            server->answers.acquire();
+            return QStringList();
+        });
     form->show();
     QTRY_COMPARE(server->asked.load(), 1);
-    // Edits meanwhile do not ask again before it has answered.
+    // Edits meanwhile do not leave a thread behind each.
     auto *list = find<QTreeWidget>(*form, "excludeTreeWidget");
-    list->topLevelItem(0)->setCheckState(0, Qt::Unchecked);
-    list->topLevelItem(0)->setCheckState(0, Qt::Checked);
-    QTest::qWait(50);
-    QCOMPARE(server->asked.load(), 1);
-    server->answers.release();
-    QTRY_COMPARE(server->asked.load(), 2);
-    form.reset();              // would wait for ever
-    server->answers.release(); // the late answer goes nowhere
+    for (int edit = 0; edit < 10; ++edit) {
+        list->topLevelItem(0)->setCheckState(0, Qt::Unchecked);
+        list->topLevelItem(0)->setCheckState(0, Qt::Checked);
+        QTest::qWait(10);
+    }
+    QVERIFY(server->asked.load() <= core::LatestAnswer::maxHanging);
+    form.reset();                // would wait for ever
+    server->answers.release(10); // the late answers go nowhere
     QTest::qWait(50);
 }
 

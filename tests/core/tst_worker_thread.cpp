@@ -92,6 +92,7 @@ private slots:
     void aRetiredWorkerIsNotWaitedFor();
     void retiredWorkersCanBeWaitedFor();
     void aStopInterruptsWhatTheJobWaitsFor();
+    void aThreadThatCannotBeHadIsTold();
     void whatAJobThrowsIsToldByText_data();
     void whatAJobThrowsIsToldByText();
 };
@@ -180,6 +181,21 @@ void TestWorkerThread::aStopInterruptsWhatTheJobWaitsFor()
     job.reset(new WaitingJob(disk));
     job->start();
     job.reset();
+}
+
+void TestWorkerThread::aThreadThatCannotBeHadIsTold()
+{
+#ifdef Q_OS_WIN
+    QSKIP("Windows makes a thread with any stack that can be asked for.");
+#endif
+    FailingJob job([] {});
+    job.setStackSize(1);
+    QSignalSpy spy(&job, &core::WorkerThread::done);
+    job.start();
+    QCOMPARE(spy.count(), 0); // not before the caller goes on
+    QVERIFY(spy.wait(5000));
+    QCOMPARE(job.error(), u"The system has no thread left."_s);
+    QVERIFY(job.isAbandoned);
 }
 
 void TestWorkerThread::whatAJobThrowsIsToldByText_data()

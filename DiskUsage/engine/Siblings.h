@@ -1,0 +1,25 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include "core/CancelFlag.h"
+#include "core/DirectoryEnumerator.h"
+
+#include <QStringList>
+
+#include <functional>
+
+namespace diskusage
+{
+
+// Folders beside `folder` whose path begins with its text: excluding it leaves them out as well. Full paths;
+// lists the folder above.
+QStringList siblingsLeftOut(const QString &folder, core::DirectoryEnumerator &disk,
+                            const core::CancelFlag &cancel);
+
+using SiblingFinder = std::function<decltype(siblingsLeftOut)>;
+
+// The siblings of all these folders that are not among the folders themselves, each once.
+QStringList siblingsOfAll(const QStringList &folders, const SiblingFinder &find,
+                          core::DirectoryEnumerator &disk, const core::CancelFlag &cancel);
+
+} // namespace diskusage
