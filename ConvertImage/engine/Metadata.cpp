@@ -1,12 +1,13 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "ConvertImage/engine/Metadata.h"
 
+#include "ConvertImage/engine/BoxMetadata.h"
 #include "ConvertImage/engine/ExifEditor.h"
+#include "ConvertImage/engine/MetadataBytes.h"
+#include "ConvertImage/engine/TiffMetadata.h"
 
 #include <QRegularExpression>
-#include <QtEndian>
 
-#include <algorithm>
 #include <array>
 #include <cstring>
 
@@ -16,29 +17,9 @@ namespace conversion
 namespace
 {
 
-constexpr qint64 maxBytes = 4 << 20; // of one of the two
-constexpr int maxParts = 10'000;     // chunks, segments or boxes of a file
-
-const QByteArray exifMarker("Exif\0\0", 6);
 const QByteArray xmpMarker("http://ns.adobe.com/xap/1.0/\0", 29);
 const QByteArray pngSignature("\x89PNG\r\n\x1a\n", 8);
 const QByteArray pngXmpKeyword("XML:com.adobe.xmp\0", 18);
-const QByteArray jxlSignature("\0\0\0\x0cJXL \r\n\x87\n", 12);
-
-QByteArray withoutMarker(const QByteArray &exif)
-{
-    return exif.startsWith(exifMarker) ? exif.mid(exifMarker.size()) : exif;
-}
-
-quint32 bigNumber(const QByteArray &bytes, qsizetype at)
-{
-    return qFromBigEndian<quint32>(bytes.constData() + at);
-}
-
-QByteArray readPart(QIODevice &device, qint64 bytes)
-{
-    return bytes <= maxBytes ? device.read(bytes) : QByteArray();
-}
 
 // Segments up to the picture itself.
 Metadata readJpeg(QIODevice &device)
@@ -47,7 +28,7 @@ Metadata readJpeg(QIODevice &device)
     constexpr uchar startOfScan = 0xda;
     Metadata found;
     qint64 at = 2;
-    for (int part = 0; part < maxParts && device.seek(at); ++part) {
+    for (int part = 0; part < maxMetadataParts && device.seek(at); ++part) {
         const QByteArray header = device.read(4);
         if (header.size() < 4 || uchar(header[0]) != 0xff || uchar(header[1]) == startOfScan)
             break;
@@ -77,86 +58,53 @@ QByteArray pngXmp(const QByteArray &chunk)
     return keyword < 0 ? QByteArray() : chunk.mid(keyword + 1);
 }
 
+// How a chunk is told: a length and a type, in the order and with the padding of the format.
+struct ChunkLayout {
+    qint64 first; // behind the signature
+    bool typeFirst;
+    int trailer; // bytes behind the content
+    bool padded; // to even lengths
+};
+
+// Until the end of the file, or a chunk of the type "IEND".
+template <class Take>
+void forEachChunk(QIODevice &device, const ChunkLayout &layout, Take take)
+{
+    qint64 at = layout.first;
+    for (int part = 0; part < maxMetadataParts && device.seek(at); ++part) {
+        const QByteArray header = device.read(8);
+        const QByteArray type = layout.typeFirst ? header.left(4) : header.mid(4);
+        if (header.size() < 8 || type == "IEND")
+            return;
+        const qint64 length =
+            layout.typeFirst ? qFromLittleEndian<quint32>(header.constData() + 4) : bigNumber(header, 0);
+        take(type, length);
+        at += 8 + length + layout.trailer + (layout.padded ? length % 2 : 0);
+    }
+}
+
 Metadata readPng(QIODevice &device)
 {
     Metadata found;
-    qint64 at = pngSignature.size();
-    for (int part = 0; part < maxParts && device.seek(at); ++part) {
-        const QByteArray header = device.read(8);
-        if (header.size() < 8 || header.endsWith("IEND"))
-            break;
-        const qint64 length = bigNumber(header, 0);
-        if (header.endsWith("eXIf"))
-            found.exif = withoutMarker(readPart(device, length));
-        else if (header.endsWith("iTXt") && found.xmp.isEmpty())
+    forEachChunk(device, {pngSignature.size(), false, 4, false}, [&](const QByteArray &type, qint64 length) {
+        if (type == "eXIf")
+            found.exif = withoutExifMarker(readPart(device, length));
+        else if (type == "iTXt" && found.xmp.isEmpty())
             found.xmp = pngXmp(readPart(device, length));
-        at += 12 + length;
-    }
+    });
     return found;
 }
 
 Metadata readWebp(QIODevice &device)
 {
     Metadata found;
-    qint64 at = 12;
-    for (int part = 0; part < maxParts && device.seek(at); ++part) {
-        const QByteArray header = device.read(8);
-        if (header.size() < 8)
-            break;
-        const qint64 length = qFromLittleEndian<quint32>(header.constData() + 4);
-        if (header.startsWith("EXIF"))
-            found.exif = withoutMarker(readPart(device, length));
-        else if (header.startsWith("XMP "))
+    forEachChunk(device, {12, true, 0, true}, [&](const QByteArray &type, qint64 length) {
+        if (type == "EXIF")
+            found.exif = withoutExifMarker(readPart(device, length));
+        else if (type == "XMP ")
             found.xmp = readPart(device, length);
-        at += 8 + length + length % 2;
-    }
+    });
     return found;
-}
-
-// Boxes that are packed with brotli are passed over.
-Metadata readJxl(QIODevice &device)
-{
-    Metadata found;
-    qint64 at = 0;
-    for (int part = 0; part < maxParts && device.seek(at); ++part) {
-        const QByteArray header = device.read(8);
-        if (header.size() < 8)
-            break;
-        qint64 length = bigNumber(header, 0);
-        qint64 headerBytes = 8;
-        if (length == 1) {
-            const QByteArray large = device.read(8);
-            length = large.size() == 8 ? qFromBigEndian<qint64>(large.constData()) : 0;
-            headerBytes = 16;
-        } else if (length == 0) {
-            length = device.size() - at;
-        }
-        if (length < headerBytes || length > device.size() - at)
-            break;
-        if (header.endsWith("Exif")) {
-            const QByteArray content = readPart(device, length - headerBytes);
-            const qint64 start = content.size() > 4 ? 4 + qint64(bigNumber(content, 0)) : content.size();
-            found.exif = withoutMarker(content.mid(std::min<qint64>(start, content.size())));
-        } else if (header.endsWith("xml ")) {
-            found.xmp = readPart(device, length - headerBytes);
-        }
-        at += length;
-    }
-    return found;
-}
-
-QByteArray bigBytes(quint32 number)
-{
-    QByteArray bytes(4, '\0');
-    qToBigEndian(number, bytes.data());
-    return bytes;
-}
-
-QByteArray littleBytes(quint32 number)
-{
-    QByteArray bytes(4, '\0');
-    qToLittleEndian(number, bytes.data());
-    return bytes;
 }
 
 QByteArray jpegSegment(const QByteArray &marker, const QByteArray &content)
@@ -273,25 +221,6 @@ QByteArray withMetadataInWebp(const QByteArray &file, const Metadata &metadata)
     return "RIFF" + littleBytes(static_cast<quint32>(chunks.size() + 4)) + "WEBP" + chunks;
 }
 
-QByteArray jxlBox(const QByteArray &type, const QByteArray &content)
-{
-    return bigBytes(static_cast<quint32>(content.size() + 8)) + type + content;
-}
-
-QByteArray withMetadataInJxl(const QByteArray &file, const Metadata &metadata)
-{
-    QByteArray boxes = file;
-    if (file.startsWith("\xff\x0a"))
-        boxes = jxlSignature + jxlBox("ftyp", QByteArray("jxl \0\0\0\0jxl ", 12)) + jxlBox("jxlc", file);
-    else if (!file.startsWith(jxlSignature))
-        return file;
-    if (!metadata.exif.isEmpty())
-        boxes += jxlBox("Exif", QByteArray(4, '\0') + metadata.exif);
-    if (!metadata.xmp.isEmpty())
-        boxes += jxlBox("xml ", metadata.xmp);
-    return boxes;
-}
-
 QByteArray adaptedXmp(const QByteArray &xmp, bool keepPlace)
 {
     if (xmp.isEmpty())
@@ -323,7 +252,11 @@ Metadata readMetadata(QIODevice &device)
     if (start.startsWith("RIFF") && start.endsWith("WEBP"))
         return readWebp(device);
     if (start == jxlSignature)
-        return readJxl(device);
+        return readJxlMetadata(device);
+    if (start.mid(4, 4) == "ftyp")
+        return readHeifMetadata(device);
+    if (start.startsWith("II") || start.startsWith("MM"))
+        return readTiffMetadata(device);
     return {};
 }
 
@@ -345,6 +278,12 @@ QByteArray withMetadata(const QByteArray &file, Target target, const Metadata &m
         return withMetadataInWebp(file, metadata);
     case Target::Jxl:
         return withMetadataInJxl(file, metadata);
+    case Target::Avif:
+    case Target::Heic:
+    case Target::Heif:
+        return withMetadataInHeif(file, metadata);
+    case Target::Tiff:
+        return withMetadataInTiff(file, metadata);
     default:
         return file;
     }

@@ -19,8 +19,8 @@ struct Metadata {
     bool operator==(const Metadata &) const = default;
 };
 
-// From JPEG, PNG, WebP and JPEG XL. The bytes come from outside: what makes no sense counts as absent. Reads
-// a few megabytes at most, and leaves `device` anywhere.
+// From JPEG, PNG, WebP, JPEG XL, HEIF, HEIC, AVIF and TIFF. The bytes come from outside: what makes no sense
+// counts as absent. Reads a few megabytes at most, and leaves `device` anywhere.
 Metadata readMetadata(QIODevice &device);
 
 // For a picture that is upright already and has another size: the orientation becomes normal, the stated size

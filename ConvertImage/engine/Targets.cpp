@@ -11,14 +11,14 @@ namespace
 
 // name, extension, quality, lossless, alpha, profile, metadata, threaded
 constexpr std::array<TargetFacts, targetCount> facts{{
-    {"AVIF", ".avif", true, true, true, true, false, true},
+    {"AVIF", ".avif", true, true, true, true, true, true},
     {"GIF", ".gif", false, false, false, false, false, false},
-    {"HEIC", ".heic", true, true, true, true, false, true},
-    {"HEIF", ".heif", true, true, true, true, false, true},
+    {"HEIC", ".heic", true, true, true, true, true, true},
+    {"HEIF", ".heif", true, true, true, true, true, true},
     {"JPG", ".jpg", true, false, false, true, true, false},
-    {"JPEG XL", ".jxl", true, true, true, true, false, true},
+    {"JPEG XL", ".jxl", true, true, true, true, true, true},
     {"PNG", ".png", false, false, true, true, true, false},
-    {"TIFF", ".tiff", false, false, true, true, false, false},
+    {"TIFF", ".tiff", false, false, true, true, true, false},
     {"WEBP", ".webp", true, true, true, true, true, false},
     {"PDF", ".pdf", false, false, true, false, false, false},
 }};

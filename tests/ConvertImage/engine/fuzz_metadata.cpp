@@ -22,7 +22,9 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size
         }
     }
     for (const auto target : {conversion::Target::Jpg, conversion::Target::Png, conversion::Target::Webp,
-                              conversion::Target::Jxl})
+                              conversion::Target::Jxl, conversion::Target::Heic, conversion::Target::Tiff}) {
         conversion::withMetadata(bytes, target, {"II", "<x/>"});
+        conversion::withMetadata(bytes, target, {bytes, {}});
+    }
     return 0;
 }
