@@ -112,7 +112,10 @@ void FindDuplicateOptionsDialog::buildSize(QVBoxLayout *layout)
     m_ignoreSmall->setChecked(m_settings.ignoreSmallFile);
     m_smallSize->setObjectName(QStringLiteral("smallFileSizeSpinBox"));
     m_smallSize->setAccessibleName(m_ignoreSmall->text());
-    m_smallSize->setRange(0, duplicates::largestSmallFileSize);
+    // A stored number beyond what the dialog offers is in force, so it is shown and stays until it is
+    // changed.
+    m_smallSize->setRange(std::min(0, m_settings.smallFileSize),
+                          std::max(duplicates::largestSmallFileSize, m_settings.smallFileSize));
     m_smallSize->setValue(m_settings.smallFileSize);
     auto *unit = new QLabel(tr("KB"), this);
     auto *row = new QHBoxLayout;
@@ -210,10 +213,7 @@ FinderSettings FindDuplicateOptionsDialog::edited() const
         if (const QTreeWidgetItem *item = m_categories->topLevelItem(row++))
             category.selected = item->checkState(0) == Qt::Checked;
     edited.ignoreSmallFile = m_ignoreSmall->isChecked();
-    // A stored number that the box cannot show stays, unless the user chose another one.
-    if (m_smallSize->value() !=
-        std::clamp(m_settings.smallFileSize, m_smallSize->minimum(), m_smallSize->maximum()))
-        edited.smallFileSize = m_smallSize->value();
+    edited.smallFileSize = m_smallSize->value();
     return edited;
 }
 

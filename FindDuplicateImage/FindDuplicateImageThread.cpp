@@ -4,6 +4,9 @@
 #include "imaging/DecoderPool.h"
 #include "imaging/ThumbnailFile.h"
 
+#include <utility>
+#include <vector>
+
 FindDuplicateImageThread::FindDuplicateImageThread(ImageScanJob job) : m_job(std::move(job))
 {
     connect(this, &WorkerThread::done, this, &FindDuplicateImageThread::scanFinish);
@@ -23,11 +26,15 @@ void FindDuplicateImageThread::work()
     };
     m_result = lookalikes::findLookalikes(m_job.root, m_job.options, *m_job.enumerator, examine,
                                           *m_job.thumbnails, *this, cancelFlag());
-    m_job.thumbnails->close();
+    std::vector<qint64> kept;
+    for (const lookalikes::ImageGroup &group : m_result.groups)
+        for (const lookalikes::ImageRecord &image : group.members)
+            kept.push_back(image.thumbnail);
+    m_job.thumbnails->close(std::move(kept));
 }
 
 void FindDuplicateImageThread::abandon()
 {
     m_result = {};
-    m_job.thumbnails->close();
+    m_job.thumbnails->close({});
 }

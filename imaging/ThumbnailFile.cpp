@@ -8,6 +8,8 @@
 #include <QDir>
 #include <QUuid>
 
+#include <utility>
+
 namespace imaging
 {
 
@@ -50,8 +52,11 @@ qint64 ThumbnailFile::store(const QImage &thumbnail)
     return m_file.isOpen() ? m_spool.store(thumbnail) : noThumbnail;
 }
 
-void ThumbnailFile::close()
+void ThumbnailFile::close(std::vector<qint64> kept)
 {
+    if (!m_file.isOpen())
+        return;
+    m_file.resize(m_spool.keepOnly(std::move(kept)));
     m_file.close();
 }
 

@@ -5,6 +5,8 @@
 
 #include <QFile>
 
+#include <vector>
+
 namespace imaging
 {
 
@@ -23,8 +25,8 @@ public:
 
     // During the scan, on any thread. Notes in ThumbnailStore that there are thumbnails.
     qint64 store(const QImage &thumbnail) override;
-    // After the scan, before the first load().
-    void close();
+    // After the scan, before the first load(): only these are kept, and the file shrinks to them.
+    void close(std::vector<qint64> kept);
     // One thread.
     QImage load(qint64 thumbnail);
 

@@ -5,6 +5,7 @@
 #include <QIODevice>
 
 #include <algorithm>
+#include <utility>
 
 namespace imaging
 {
@@ -40,6 +41,29 @@ qint64 ThumbnailSpool::store(const QImage &thumbnail)
     m_places.push_back({m_end, bytes.size()});
     m_end += bytes.size();
     return static_cast<qint64>(m_places.size() - 1);
+}
+
+qint64 ThumbnailSpool::keepOnly(std::vector<qint64> kept)
+{
+    const std::lock_guard lock(m_mutex);
+    std::sort(kept.begin(), kept.end()); // as they lie in the device: each moves forward or stays
+    std::vector<Place> places(m_places.size(), Place{0, 0});
+    m_end = 0;
+    for (const qint64 thumbnail : kept) {
+        if (thumbnail < 0 || thumbnail >= static_cast<qint64>(m_places.size()))
+            continue;
+        const Place place = m_places[static_cast<std::size_t>(thumbnail)];
+        if (place.offset != m_end) {
+            const QByteArray bytes = m_device.seek(place.offset) ? m_device.read(place.length) : QByteArray();
+            if (bytes.size() != place.length || !m_device.seek(m_end) ||
+                m_device.write(bytes) != bytes.size())
+                continue;
+        }
+        places[static_cast<std::size_t>(thumbnail)] = {m_end, place.length};
+        m_end += place.length;
+    }
+    m_places = std::move(places);
+    return m_end;
 }
 
 QImage ThumbnailSpool::load(qint64 thumbnail)

@@ -27,6 +27,10 @@ public:
 
     // noThumbnail when the device takes no more (a full disk).
     qint64 store(const QImage &thumbnail) override;
+    // Gives up all others: what is kept moves to the front of the device, and loads by its number as before.
+    // Returns what the device may be cut to. Each number once, in any order; what cannot be moved loads as
+    // null.
+    qint64 keepOnly(std::vector<qint64> kept);
     // Null for noThumbnail and for what cannot be read back.
     QImage load(qint64 thumbnail);
 

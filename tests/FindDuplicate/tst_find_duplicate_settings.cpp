@@ -232,7 +232,7 @@ void FindDuplicateSettingsTest::aNumberBeyondTheBoxSurvives()
     settings::writeDword(key, u"smallFileSize", 50'000);
     {
         Options options;
-        QCOMPARE(options.size()->value(), 10240);
+        QCOMPARE(options.size()->value(), 50'000);
         options.click("OKButton");
     }
     QCOMPARE(loaded().smallFileSize, 50'000);

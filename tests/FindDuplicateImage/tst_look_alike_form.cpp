@@ -353,7 +353,7 @@ void LookAlikeFormTest::removesNoFolderBehindALink()
     TestFolder temporary;
     const QString elsewhere = temporary.makeFolder(u"elsewhere\\Thumbnails"_s);
     auto file = std::make_unique<imaging::ThumbnailFile>(temporary.path());
-    file->close();
+    file->close({});
     // Replaced behind its back.
     const QDir folder(imaging::ThumbnailStore::folder(temporary.path()));
     requireBelow(temporary.path(), file->fileName());

@@ -121,6 +121,14 @@ void ImageViewsTest::thumbnailsComeBack()
     QVERIFY(spool.load(noThumbnail).isNull());
     QVERIFY(spool.load(3).isNull());
     QVERIFY(device.size() < 30'000);
+
+    // What no group holds goes; the others are found where they moved to.
+    const qint64 end = spool.keepOnly({strip, noThumbnail, second});
+    QVERIFY(end < device.size());
+    device.buffer().resize(end);
+    QVERIFY(spool.load(first).isNull());
+    QCOMPARE(spool.load(second).pixelColor(5, 5).alpha(), 0);
+    QCOMPARE(spool.load(strip).height(), ThumbnailSpool::longestSide);
 }
 
 void ImageViewsTest::fullDisk()
