@@ -41,6 +41,13 @@ if(LARKSPUR_FORMATS)
   install(DIRECTORY ${LARKSPUR_FORMATS}/licenses/ DESTINATION licenses)
 endif()
 
+if(CMAKE_CROSSCOMPILING)
+  execute_process(COMMAND ${CMAKE_SOURCE_DIR}/tools/toolchain --svg
+    OUTPUT_VARIABLE svg OUTPUT_STRIP_TRAILING_WHITESPACE COMMAND_ERROR_IS_FATAL ANY)
+  install(DIRECTORY ${svg}/plugins/ DESTINATION . FILES_MATCHING PATTERN "*.dll")
+  install(DIRECTORY ${svg}/licenses/ DESTINATION licenses)
+endif()
+
 if(LARKSPUR_LIBRARIES)
   install(DIRECTORY ${LARKSPUR_LIBRARIES}/licenses/ DESTINATION licenses)
 endif()

@@ -32,7 +32,7 @@ void limitAllocations()
 // limit itself where the header does not tell the size. Empty when the picture is too large.
 std::optional<qint64> expectedBytes(const QImageReader &reader)
 {
-    const QSize size = reader.size();
+    const QSize size = reader.scaledSize().isValid() ? reader.scaledSize() : reader.size();
     if (!size.isValid())
         return limitBytes;
     const QImage::Format format = reader.imageFormat();
@@ -42,6 +42,15 @@ std::optional<qint64> expectedBytes(const QImageReader &reader)
     if (pixels > limitBytes / bytesPerPixel)
         return std::nullopt;
     return pixels * bytesPerPixel;
+}
+
+// A vector picture has no pixels of its own: a small one, an icon of 24 pixels say, is drawn larger.
+void drawLarge(QImageReader &reader)
+{
+    const QSize size = reader.size();
+    if (reader.format() != "svg" || size.isEmpty() || std::max(size.width(), size.height()) >= vectorSide)
+        return;
+    reader.setScaledSize(size.scaled(vectorSide, vectorSide, Qt::KeepAspectRatio).expandedTo(QSize(1, 1)));
 }
 
 } // namespace
@@ -59,6 +68,7 @@ std::optional<LoadedImage> decodeImage(std::unique_ptr<QIODevice> file, const Be
     loaded.format = reader.format();
     if (loaded.format.isEmpty())
         return std::nullopt;
+    drawLarge(reader);
     const std::optional<qint64> bytes = expectedBytes(reader);
     if (!bytes)
         return std::nullopt;

@@ -19,6 +19,9 @@ namespace imaging
 // (QImageReader::setAllocationLimit), set by the first picture read.
 inline constexpr int imageAllocationLimit = 256;
 
+// The longer side at which a vector picture that states a smaller size is drawn.
+inline constexpr int vectorSide = 1024;
+
 struct LoadedImage {
     QImage image;      // upright: the orientation that the file states is applied
     QByteArray format; // as the content says, in lower case ("jpeg"), whatever the file's name

@@ -52,6 +52,8 @@ private slots:
     void qualityMatters();
     void isUpright_data();
     void isUpright();
+    void drawsVectors_data();
+    void drawsVectors();
 };
 
 void TestFormats::initTestCase()
@@ -62,15 +64,16 @@ void TestFormats::initTestCase()
 
 void TestFormats::isSupported_data()
 {
-    formatRows(
-        {"avif", "bmp", "gif", "heif", "heic", "jpg", "jpeg", "jxl", "png", "psd", "tif", "tiff", "webp"});
+    formatRows({"avif", "bmp", "gif", "heif", "heic", "jpg", "jpeg", "jxl", "png", "psd", "svg", "tif",
+                "tiff", "webp"});
 }
 
 void TestFormats::isSupported()
 {
     QFETCH(QByteArray, format);
     QVERIFY(QImageReader::supportedImageFormats().contains(format));
-    QCOMPARE(QImageWriter::supportedImageFormats().contains(format), format != "gif" && format != "psd");
+    QCOMPARE(QImageWriter::supportedImageFormats().contains(format),
+             format != "gif" && format != "psd" && format != "svg");
 }
 
 // Through the file and its suffix, as the converter writes; odd sizes, since colour is often kept for two by
@@ -194,6 +197,43 @@ void TestFormats::isUpright()
     QImageReader reader(&buffer);
     const bool turned = reader.transformation() & QImageIOHandler::TransformationRotate90;
     QCOMPARE(turned ? reader.size().transposed() : reader.size(), expected.size());
+}
+
+// What is drawn at the middle of a picture of 24 pixels.
+void TestFormats::drawsVectors_data()
+{
+    QTest::addColumn<QByteArray>("content");
+    QTest::addColumn<QColor>("middle");
+    const QColor nothing(0, 0, 0, 0);
+    QTest::newRow("style sheet") << "<style>.a{fill:#f00}</style><rect class='a' width='24' height='24'/>"_ba
+                                 << QColor(Qt::red);
+    QTest::newRow("gradient") << "<linearGradient id='g'><stop stop-color='#00f'/></linearGradient>"
+                                 "<circle cx='12' cy='12' r='9' fill='url(#g)'/>"_ba
+                              << QColor(Qt::blue);
+    QTest::newRow("use") << "<defs><path id='p' d='M0 0h9v9H0z' fill='rgb(0,255,0)'/></defs>"
+                            "<use href='#p' x='8' y='8'/>"_ba
+                         << QColor(Qt::green);
+    QTest::newRow("text") << "<text x='4' y='20' font-size='20'>I</text>"_ba << nothing;
+    QTest::newRow("another file") << "<image href='file:///FILE' width='24' height='24'/>"_ba << nothing;
+    QTest::newRow("another style sheet") << "<rect width='24' height='24' fill='none'/>"_ba << nothing;
+    QTest::newRow("itself") << "<g id='a'><use href='#a'/><use href='#a'/></g>"_ba << nothing;
+}
+
+void TestFormats::drawsVectors()
+{
+    QFETCH(QByteArray, content);
+    const tests::TestFolder folder;
+    const QString other = folder.path(u"other.png"_s);
+    QVERIFY(picture({24, 24}).save(other));
+    folder.makeFile(u"other.css"_s, "rect{fill:#f00 !important}");
+    const QString path = folder.makeFile(
+        u"a.svg"_s, "<?xml-stylesheet type=\"text/css\" href=\"" + folder.path(u"other.css"_s).toUtf8() +
+                        "\"?><svg xmlns='http://www.w3.org/2000/svg' viewBox='0 0 24 24'>" +
+                        content.replace("FILE", other.toUtf8()) + "</svg>");
+    const auto loaded = imaging::readImage(path);
+    QVERIFY(loaded);
+    QCOMPARE(loaded->image.size(), QSize(imaging::vectorSide, imaging::vectorSide));
+    QTEST(loaded->image.pixelColor(500, 500), "middle");
 }
 
 QTEST_GUILESS_MAIN(TestFormats)
