@@ -11,8 +11,8 @@
 #include <QTransform>
 #include <QXmlStreamReader>
 
-// Part of a text that somebody else keeps. Qt 5 named the whole text and a position in it; here the part is its
-// own whole, from which smaller parts are taken.
+// Part of a text that somebody else keeps. Qt 5 named the whole text and a position in it; here the part is
+// its own whole, from which smaller parts are taken.
 class QStringRef : public QStringView
 {
 public:
