@@ -6,12 +6,12 @@
 #include "ConvertImage/ConvertResultPage.h"
 #include "ConvertImage/FindSources.h"
 #include "ConvertImage/OverwriteFileDialog.h"
+#include "ConvertImage/PrepareRun.h"
 #include "ConvertImage/SettingsBinder.h"
 #include "ConvertImage/engine/Targets.h"
 #include "core/CountText.h"
 #include "imaging/DecoderPool.h"
 #include "platform/Dialogs.h"
-#include "platform/Paths.h"
 #include "platform/Processors.h"
 #include "platform/Win32Enumerator.h"
 #include "widgets/NoticeBar.h"
@@ -76,8 +76,10 @@ void ConvertImageForm::buildPages()
 
 void ConvertImageForm::addPaths(const QStringList &paths)
 {
-    if (m_search.isBusy() || m_jobs.isBusy())
+    if (m_search.isBusy() || m_jobs.isBusy()) {
+        m_waiting += paths;
         return;
+    }
     const bool withSubfolders = m_binder->settings().withSubfolders;
     m_search.run(
         {.busyText = tr("the search for pictures")},
@@ -99,6 +101,8 @@ void ConvertImageForm::addPaths(const QStringList &paths)
                 m_page->notice()->showNotice(NoticeBar::Kind::Info, tr("There is no further picture there."));
             else
                 m_page->notice()->hide();
+            if (!m_waiting.isEmpty())
+                addPaths(std::exchange(m_waiting, {}));
         });
 }
 
@@ -107,10 +111,57 @@ void ConvertImageForm::convert()
     convertList(m_page->sources()->paths());
 }
 
+// The disk is asked by a worker: a share that is away takes its time to say so.
 void ConvertImageForm::convertList(const QStringList &sources)
 {
-    std::vector<PlannedFile> files;
-    if (m_jobs.isBusy() || sources.isEmpty() || !mayStart() || !plan(sources, files))
+    if (m_jobs.isBusy() || m_search.isBusy() || sources.isEmpty() || !chooseTarget())
+        return;
+    const conversion::Settings settings = m_binder->settings();
+    const QHash<QString, QString> subfolders = m_page->sources()->subfolders();
+    m_search.run(
+        {.busyText = tr("the look at the output folder")},
+        [sources, subfolders, settings](const core::JobControl &) {
+            return std::pair(settings, prepareRun(sources, subfolders, settings));
+        },
+        [this, sources](auto &job) {
+            auto prepared = job.takeResult();
+            if (!prepared || job.stopRequested())
+                return;
+            // After the job's host is through with it: a dialog runs an event loop of its own.
+            QMetaObject::invokeMethod(
+                this,
+                [this, sources, prepared = std::move(*prepared)] {
+                    if (prepared.first == m_binder->settings())
+                        begin(sources, prepared.second);
+                    else
+                        convertList(sources); // they were changed meanwhile
+                },
+                Qt::QueuedConnection);
+        });
+}
+
+// False when the user does not say where the outputs go.
+bool ConvertImageForm::chooseTarget()
+{
+    m_documentIsFresh = false;
+    const conversion::Settings &settings = m_binder->settings();
+    if (isDocument(m_binder)) {
+        if (!settings.pdfFileName.isEmpty())
+            return true;
+        m_binder->set(u"pdfFileName", platform::dialogs().chooseFileToSave(this, tr("PDF document"), {},
+                                                                           tr("PDF documents (*.pdf)")));
+        m_documentIsFresh = true; // the file dialog has asked
+        return !m_binder->settings().pdfFileName.isEmpty();
+    }
+    if (!settings.besideSource && settings.outputFolder.isEmpty())
+        m_binder->set(u"OutputFolder", platform::dialogs().chooseFolder(this, tr("Output folder")));
+    return settings.besideSource || !m_binder->settings().outputFolder.isEmpty();
+}
+
+void ConvertImageForm::begin(const QStringList &sources, const PreparedRun &prepared)
+{
+    std::vector<PlannedFile> files = prepared.files;
+    if (m_jobs.isBusy() || !mayStart(prepared) || !settleClashes(files, prepared.resolved))
         return;
     m_run = {};
     m_run.sources = sources;
@@ -122,68 +173,28 @@ void ConvertImageForm::convertList(const QStringList &sources)
     m_skipped.clear();
     m_keepBoth.clear();
     m_clock.start();
-    start(std::move(files), false);
+    start(std::move(files), Existing::List);
 }
 
-bool ConvertImageForm::mayStart()
-{
-    if (isDocument(m_binder))
-        return chooseDocument();
-    if (m_binder->settings().besideSource)
-        return true;
-    if (m_binder->settings().outputFolder.isEmpty()) {
-        const QString folder = platform::dialogs().chooseFolder(this, tr("Output folder"));
-        if (folder.isEmpty())
-            return false;
-        m_binder->set(u"OutputFolder", folder);
-    }
-    const QString folder = m_binder->settings().outputFolder;
-    if (QDir(folder).exists())
-        return true;
-    if (platform::dialogs().ask(this, tr("Output folder"),
-                                tr("The folder \"%1\" does not exist. Make it?").arg(folder)) !=
-        QMessageBox::Yes)
-        return false;
-    if (QDir().mkpath(folder))
-        return true;
-    platform::dialogs().warn(this, tr("Output folder"), tr("The folder \"%1\" cannot be made.").arg(folder));
-    return false;
-}
-
-// A path that was remembered is asked about, as nobody has just said that its file is to go.
-bool ConvertImageForm::chooseDocument()
-{
-    QString path = m_binder->settings().pdfFileName;
-    if (path.isEmpty()) {
-        path =
-            platform::dialogs().chooseFileToSave(this, tr("PDF document"), {}, tr("PDF documents (*.pdf)"));
-        m_binder->set(u"pdfFileName", path);
-        return !path.isEmpty();
-    }
-    return !platform::fileExists(path) ||
-           platform::dialogs().ask(this, tr("PDF document"), tr("Replace the document \"%1\"?").arg(path)) ==
-               QMessageBox::Yes;
-}
-
-bool ConvertImageForm::plan(const QStringList &sources, std::vector<PlannedFile> &files)
+// A document whose path was remembered is asked about, as nobody has just said that it is to go.
+bool ConvertImageForm::mayStart(const PreparedRun &prepared)
 {
     const conversion::Settings &settings = m_binder->settings();
-    if (isDocument(m_binder)) {
-        for (const QString &source : sources)
-            files.push_back({source, settings.pdfFileName});
-        return true;
-    }
-    files = conversion::plannedFiles(
-        sources, settings.besideSource ? QString() : settings.outputFolder,
-        QString::fromLatin1(conversion::factsOf(settings.encoding.target).extension));
-    return settleClashes(files);
+    const auto isYes = [this](const QString &title, const QString &question) {
+        return platform::dialogs().ask(this, title, question) == QMessageBox::Yes;
+    };
+    if (prepared.documentExists && !m_documentIsFresh)
+        return isYes(tr("PDF document"), tr("Replace the document \"%1\"?").arg(settings.pdfFileName));
+    return !prepared.folderMissing ||
+           isYes(tr("Output folder"),
+                 tr("The folder \"%1\" does not exist. Make it?").arg(settings.outputFolder));
 }
 
-bool ConvertImageForm::settleClashes(std::vector<PlannedFile> &files)
+// Sources of one output: the user sees other names for them, and decides.
+bool ConvertImageForm::settleClashes(std::vector<PlannedFile> &files,
+                                     const std::vector<PlannedFile> &resolved)
 {
     constexpr std::size_t maxNamed = 6;
-    std::vector<PlannedFile> resolved = files;
-    conversion::resolveClashes(resolved, [](const QString &path) { return platform::fileExists(path); });
     QStringList lines;
     std::size_t changed = 0;
     for (std::size_t i = 0; i < files.size(); ++i) {
@@ -207,11 +218,11 @@ bool ConvertImageForm::settleClashes(std::vector<PlannedFile> &files)
                  lines.join(u'\n')),
         QMessageBox::Yes | QMessageBox::No | QMessageBox::Cancel, QMessageBox::Yes);
     if (answer == QMessageBox::Yes)
-        files = std::move(resolved);
+        files = resolved;
     return answer == QMessageBox::Yes || answer == QMessageBox::No;
 }
 
-ConversionJob ConvertImageForm::makeJob(std::vector<PlannedFile> files, bool overwriteAll) const
+ConversionJob ConvertImageForm::makeJob(std::vector<PlannedFile> files, Existing existing) const
 {
     const conversion::Settings &settings = m_binder->settings();
     ConversionJob job;
@@ -221,18 +232,20 @@ ConversionJob ConvertImageForm::makeJob(std::vector<PlannedFile> files, bool ove
     job.options.encoding = settings.encoding;
     job.options.paper = settings.paper;
     job.options.marks.defaultFont = font().family();
-    job.options.overwriteAll = overwriteAll;
+    job.options.overwriteAll = existing == Existing::Replace;
+    job.freeNames = existing == Existing::KeepBoth;
+    job.outputFolder = isDocument(m_binder) || settings.besideSource ? QString() : settings.outputFolder;
     job.options.threads = std::min(platform::osIdleCores() + 1, maxThreads);
     job.keepTimes = settings.keepTimes;
     job.decoders = m_decoders;
     return job;
 }
 
-void ConvertImageForm::start(std::vector<PlannedFile> files, bool overwriteAll)
+void ConvertImageForm::start(std::vector<PlannedFile> files, Existing existing)
 {
     m_page->refreshPreview(); // what is kept of a source is read again after the run
     const int count = static_cast<int>(files.size());
-    auto *thread = new ConvertImagesThread(makeJob(std::move(files), overwriteAll));
+    auto *thread = new ConvertImagesThread(makeJob(std::move(files), existing));
     connect(thread, &ConvertImagesThread::currentFile, &m_jobs.relay(), &core::ProgressRelay::setPath,
             Qt::DirectConnection);
     connect(thread, &ConvertImagesThread::fileFinished, &m_jobs.relay(), &core::ProgressRelay::setItems,
@@ -261,7 +274,7 @@ void ConvertImageForm::onEnded(ConvertImagesThread &thread)
         this,
         [this] {
             if (!m_keepBoth.empty())
-                start(std::exchange(m_keepBoth, {}), false);
+                start(std::exchange(m_keepBoth, {}), Existing::KeepBoth);
             else if (!askAboutExisting())
                 showResults();
         },
@@ -270,10 +283,12 @@ void ConvertImageForm::onEnded(ConvertImagesThread &thread)
 
 void ConvertImageForm::takeResults(std::vector<FileResult> results)
 {
+    QHash<QString, std::size_t> places;
+    for (std::size_t i = 0; i < m_run.results.size(); ++i)
+        places.insert(m_run.results[i].source, i);
     for (FileResult &result : results) {
-        const auto known = std::ranges::find(m_run.results, result.source, &FileResult::source);
-        if (known != m_run.results.end())
-            *known = std::move(result);
+        if (const auto known = places.constFind(result.source); known != places.cend())
+            m_run.results[*known] = std::move(result);
     }
 }
 
@@ -302,11 +317,7 @@ bool ConvertImageForm::askAboutExisting()
             replaced.push_back(file);
             break;
         case OverwriteFileDialog::Answer::KeepBoth:
-            m_keepBoth.push_back({file.source, conversion::freeName(file.output, [this](const QString &path) {
-                                      return platform::fileExists(path) ||
-                                             std::ranges::find(m_keepBoth, path, &PlannedFile::output) !=
-                                                 m_keepBoth.end();
-                                  })});
+            m_keepBoth.push_back(file);
             break;
         case OverwriteFileDialog::Answer::Skip:
             m_skipped.insert(file.source);
@@ -314,9 +325,9 @@ bool ConvertImageForm::askAboutExisting()
         }
     }
     if (!replaced.empty())
-        start(std::move(replaced), true);
+        start(std::move(replaced), Existing::Replace);
     else if (!m_keepBoth.empty())
-        start(std::exchange(m_keepBoth, {}), false);
+        start(std::exchange(m_keepBoth, {}), Existing::KeepBoth);
     else
         return false;
     return true;

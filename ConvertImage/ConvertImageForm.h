@@ -16,6 +16,7 @@ class ConvertProgressForm;
 class ConvertResultPage;
 class QStackedLayout;
 class SettingsBinder;
+struct PreparedRun;
 
 namespace imaging
 {
@@ -50,12 +51,16 @@ private:
     };
 
     void buildPages();
-    bool mayStart();
-    bool chooseDocument();
-    bool plan(const QStringList &sources, std::vector<conversion::PlannedFile> &files);
-    bool settleClashes(std::vector<conversion::PlannedFile> &files);
-    void start(std::vector<conversion::PlannedFile> files, bool overwriteAll);
-    ConversionJob makeJob(std::vector<conversion::PlannedFile> files, bool overwriteAll) const;
+    // What becomes of outputs that are there already.
+    enum class Existing { List, Replace, KeepBoth };
+
+    bool chooseTarget();
+    void begin(const QStringList &sources, const PreparedRun &prepared);
+    bool mayStart(const PreparedRun &prepared);
+    bool settleClashes(std::vector<conversion::PlannedFile> &files,
+                       const std::vector<conversion::PlannedFile> &resolved);
+    void start(std::vector<conversion::PlannedFile> files, Existing existing);
+    ConversionJob makeJob(std::vector<conversion::PlannedFile> files, Existing existing) const;
     void onEnded(ConvertImagesThread &thread);
     bool askAboutExisting();
     void takeResults(std::vector<conversion::FileResult> results);
@@ -70,9 +75,11 @@ private:
     ConvertProgressForm *m_progress;
     ConvertResultPage *m_results;
     Run m_run;
+    QStringList m_waiting;                           // to be added when the search has ended
     std::vector<conversion::PlannedFile> m_keepBoth; // to be converted after those that replace
     QSet<QString> m_skipped;                         // sources whose outputs the user wants to keep
     QElapsedTimer m_clock;
-    JobHost m_search; // for pictures among what was added
-    JobHost m_jobs;   // last: its worker ends first
+    bool m_documentIsFresh = false; // its path was chosen just now
+    JobHost m_search;               // for pictures among what was added; the look at the output folder
+    JobHost m_jobs;                 // last: its worker ends first
 };

@@ -4,7 +4,10 @@
 #include "ConvertImage/DiskFiles.h"
 #include "imaging/DecoderPool.h"
 #include "platform/NewFile.h"
+#include "platform/Paths.h"
 
+#include <QDir>
+#include <QHash>
 #include <QSet>
 
 #include <algorithm>
@@ -22,7 +25,9 @@ void ConvertImagesThread::work()
 {
     if (m_job.files.empty())
         return;
-    clearLeftovers();
+    prepareFolders();
+    if (m_job.freeNames)
+        freeNames();
     DiskFiles files(m_job.decoders, cancelFlag(), m_job.keepTimes);
     if (!m_job.markPath.isEmpty())
         m_job.options.marks.picture = files.load(m_job.markPath, false, {}).image;
@@ -45,14 +50,31 @@ void ConvertImagesThread::work()
         convertToPdf(sources, m_job.files.front().output, m_job.options, files, listener, cancelFlag());
 }
 
-// What a run that crashed has left in the folders of this one.
-void ConvertImagesThread::clearLeftovers() const
+// Makes the folders of the outputs, and clears what a run that crashed has left in them. Where one cannot be
+// made, each of its files fails with the reason.
+void ConvertImagesThread::prepareFolders() const
 {
-    QSet<QString> folders;
-    for (const conversion::PlannedFile &file : m_job.files)
-        folders.insert(conversion::folderOf(file.output).toLower());
-    for (const QString &folder : std::as_const(folders))
+    QHash<QString, QString> folders; // by their names in small letters
+    for (const conversion::PlannedFile &file : m_job.files) {
+        const QString folder = conversion::folderOf(file.output);
+        folders.insert(folder.toLower(), folder);
+    }
+    for (const QString &folder : std::as_const(folders)) {
+        if (!m_job.outputFolder.isEmpty())
+            QDir().mkpath(folder);
         platform::NewFile::clearLeftovers(folder + u'\\');
+    }
+}
+
+void ConvertImagesThread::freeNames()
+{
+    QSet<QString> used;
+    for (conversion::PlannedFile &file : m_job.files) {
+        file.output = conversion::freeName(file.output, [&used](const QString &path) {
+            return used.contains(path.toLower()) || platform::fileExists(path);
+        });
+        used.insert(file.output.toLower());
+    }
 }
 
 void ConvertImagesThread::tellEnd()

@@ -17,6 +17,8 @@ struct ConversionJob {
     std::vector<conversion::PlannedFile> files; // for one document: its pages, with that output each
     QString markPath;                           // the picture of the watermark; empty for none
     conversion::RunOptions options;
+    QString outputFolder;   // is made when it is missing; empty: outputs lie beside their sources
+    bool freeNames = false; // outputs get names that nothing bears yet
     bool keepTimes = false;
     std::shared_ptr<imaging::DecoderPool> decoders;
 };
@@ -46,7 +48,8 @@ protected:
     void work() override;
 
 private:
-    void clearLeftovers() const;
+    void prepareFolders() const;
+    void freeNames();
     void tellEnd();
 
     ConversionJob m_job;

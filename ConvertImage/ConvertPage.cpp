@@ -29,6 +29,23 @@
 #include <QUrl>
 #include <QVBoxLayout>
 
+namespace
+{
+
+// Rows as wide as the list, which has no scroll bar below it.
+class SourceRowDelegate : public FileRowDelegate
+{
+public:
+    using FileRowDelegate::FileRowDelegate;
+
+    QSize sizeHint(const QStyleOptionViewItem &option, const QModelIndex &index) const override
+    {
+        return {1, FileRowDelegate::sizeHint(option, index).height()};
+    }
+};
+
+} // namespace
+
 ConvertPage::ConvertPage(std::shared_ptr<imaging::DecoderPool> decoders, SettingsBinder *binder,
                          QWidget *parent)
     : DropFrame(parent),
@@ -80,7 +97,9 @@ QWidget *ConvertPage::makeList()
     m_list->setObjectName(QStringLiteral("sourceListView"));
     m_list->setAccessibleName(tr("Pictures to convert"));
     m_list->setModel(m_sources);
-    m_list->setItemDelegate(new FileRowDelegate(1, m_list));
+    m_list->setItemDelegate(new SourceRowDelegate(1, m_list));
+    m_list->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+    m_list->setResizeMode(QListView::Adjust);
     m_list->setUniformItemSizes(true);
     m_list->setSelectionMode(QAbstractItemView::ExtendedSelection);
     m_list->setContextMenuPolicy(Qt::ActionsContextMenu);

@@ -47,7 +47,16 @@ bool isInCloud(quint32 attributes)
 class Collector : public core::WalkVisitor
 {
 public:
-    Collector(bool withSubfolders, FoundSources &found) : m_withSubfolders(withSubfolders), m_found(found) {}
+    Collector(const QString &root, bool withSubfolders, FoundSources &found)
+        : m_root(root),
+          m_withSubfolders(withSubfolders),
+          m_found(found)
+    {
+        while (m_root.endsWith(u'\\') || m_root.endsWith(u'/'))
+            m_root.chop(1);
+        const QString name = m_root.mid(std::max(m_root.lastIndexOf(u'\\'), m_root.lastIndexOf(u'/')) + 1);
+        m_name = name.endsWith(u':') ? QString() : name; // a drive has none
+    }
 
     void rootCounted(int) override {}
     void entryMet() override {}
@@ -67,11 +76,15 @@ public:
             ++m_found.others;
             return;
         }
-        m_found.files.push_back({folder + u'\\' + entry.name.toString(), entry.size, entry.lastWriteTime});
+        const QString below = m_name + folder.mid(m_root.size());
+        m_found.files.push_back({folder + u'\\' + entry.name.toString(), entry.size, entry.lastWriteTime,
+                                 below.startsWith(u'\\') ? below.mid(1) : below});
     }
     void leaveFolder() override {}
 
 private:
+    QString m_root; // without a separator at its end
+    QString m_name;
     bool m_withSubfolders;
     FoundSources &m_found;
 };
@@ -86,7 +99,7 @@ FoundSources findSources(const QStringList &given, bool withSubfolders, core::Di
         const QFileInfo facts(path);
         if (facts.isDir()) {
             const auto before = static_cast<std::ptrdiff_t>(found.files.size());
-            Collector collector(withSubfolders, found);
+            Collector collector(path, withSubfolders, found);
             core::walkFolders(path, enumerator, collector, cancel);
             std::sort(found.files.begin() + before, found.files.end(),
                       [](const SourceFile &one, const SourceFile &other) {

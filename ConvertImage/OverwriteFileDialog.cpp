@@ -1,178 +1,188 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "ConvertImage/OverwriteFileDialog.h"
 
-#include "ConvertImage/engine/Naming.h"
-#include "core/CancelFlag.h"
-#include "core/SizeText.h"
-#include "imaging/DecoderPool.h"
+#include "ConvertImage/ExistingFileModel.h"
+#include "core/CountText.h"
 #include "widgets/Controls.h"
+#include "widgets/FLTableView.h"
+#include "widgets/NoticeBar.h"
 #include "widgets/Theme.h"
 #include "widgets/WrappedLabel.h"
 
 #include <QComboBox>
-#include <QDateTime>
 #include <QDialogButtonBox>
-#include <QFileInfo>
+#include <QHBoxLayout>
 #include <QHeaderView>
-#include <QLabel>
 #include <QPushButton>
-#include <QTableWidget>
-#include <QThreadPool>
-#include <QVBoxLayout>
+
+#include <QApplication>
+#include <QPainter>
+#include <QStyledItemDelegate>
 
 #include <algorithm>
+#include <array>
 
 namespace
 {
 
-constexpr int thumbnailSide = 64;
-enum Column { Existing, New, Decision, ColumnCount };
-
-struct Look {
-    QImage thumbnail;
-    QString facts;
-};
-
-// Disk.
-Look lookAt(imaging::DecoderPool &decoders, const QString &path, const core::CancelFlag &cancel)
+// A picture, and lines beside it that are shortened each by itself.
+class FileCellDelegate : public QStyledItemDelegate
 {
-    const QFileInfo file(path);
-    Look look{{},
-              core::sizeText(static_cast<quint64>(file.size())) + u'\n' +
-                  file.lastModified().toString(QStringLiteral("yyyy-MM-dd HH:mm"))};
-    if (const auto picture = decoders.picture(path, cancel)) {
-        const QSize size = picture->image.size();
-        look.thumbnail = picture->image.scaled(2 * thumbnailSide, 2 * thumbnailSide, Qt::KeepAspectRatio,
-                                               Qt::SmoothTransformation);
-        look.facts.prepend(QStringLiteral("%1 x %2\n").arg(size.width()).arg(size.height()));
+public:
+    using QStyledItemDelegate::QStyledItemDelegate;
+
+    void paint(QPainter *painter, const QStyleOptionViewItem &option, const QModelIndex &index) const override
+    {
+        QStyleOptionViewItem item(option);
+        initStyleOption(&item, index);
+        const QStringList lines = std::exchange(item.text, {}).split(u'\n');
+        const QIcon icon = std::exchange(item.icon, {});
+        const QStyle *style = item.widget ? item.widget->style() : QApplication::style();
+        style->drawControl(QStyle::CE_ItemViewItem, &item, painter, item.widget);
+        QRect rest = item.rect.adjusted(theme::spaceSnug, 0, -theme::spaceSnug, 0);
+        const int side = ExistingFileModel::thumbnailSide;
+        icon.paint(painter, {rest.left(), rest.center().y() - side / 2, side, side});
+        rest.setLeft(rest.left() + side + theme::spaceSnug);
+        const int height = item.fontMetrics.height();
+        int top = rest.center().y() - height * static_cast<int>(lines.size()) / 2;
+        const bool isSelected = item.state & QStyle::State_Selected;
+        painter->save();
+        painter->setFont(item.font);
+        painter->setPen(item.palette.color(isSelected ? QPalette::HighlightedText : QPalette::Text));
+        for (const QString &line : lines) {
+            painter->drawText(QRect(rest.left(), top, rest.width(), height), Qt::AlignVCenter,
+                              item.fontMetrics.elidedText(line, Qt::ElideRight, rest.width()));
+            top += height;
+        }
+        painter->restore();
     }
-    return look;
-}
-
-QString nameOf(const QString &path)
-{
-    return path.mid(path.lastIndexOf(u'\\') + 1);
-}
+};
 
 } // namespace
 
-struct OverwriteFileDialog::Looks {
-    core::CancelFlag cancel;
-    QThreadPool threads;
-};
-
 OverwriteFileDialog::OverwriteFileDialog(const QStringList &outputs, const QStringList &sources,
                                          const QStringList &allSources,
-                                         std::shared_ptr<imaging::DecoderPool> decoders, QWidget *parent)
+                                         const std::shared_ptr<imaging::DecoderPool> &decoders,
+                                         QWidget *parent)
     : QDialog(parent),
-      m_table(new QTableWidget(static_cast<int>(outputs.size()), ColumnCount, this)),
-      m_all(new QComboBox(this)),
-      m_decoders(std::move(decoders)),
-      m_looks(std::make_unique<Looks>())
+      m_model(new ExistingFileModel(outputs, sources, allSources, decoders, this)),
+      m_table(new FLTableView(this)),
+      m_notice(new NoticeBar(this))
 {
     setObjectName(QStringLiteral("overwriteFileDialog"));
     setWindowTitle(tr("Files that exist already"));
-    m_looks->threads.setMaxThreadCount(1);
-    buildLayout(outputs);
-    for (int row = 0; row < outputs.size(); ++row) {
-        const bool isSource = std::ranges::any_of(
-            allSources, [&](const QString &source) { return conversion::isSameFile(source, outputs[row]); });
-        addRow(row, outputs[row], sources[row], isSource);
-    }
+    buildTable();
+    buildLayout(core::countText(outputs.size(), tr("This file exists already. What is to become of it?"),
+                                tr("%1 files exist already. What is to become of them?")));
     resize(760, 480);
+    m_table->selectRow(0);
+    m_table->setFocus();
 }
 
-OverwriteFileDialog::~OverwriteFileDialog()
+void OverwriteFileDialog::buildTable()
 {
-    m_looks->cancel.set();
-    m_looks->threads.clear();
-    m_looks->threads.waitForDone();
+    m_table->setObjectName(QStringLiteral("overwriteTable"));
+    m_table->setAccessibleName(tr("Files that exist already"));
+    m_table->setModel(m_model);
+    for (const int column : {ExistingFileModel::Existing, ExistingFileModel::New})
+        m_table->setItemDelegateForColumn(column, new FileCellDelegate(m_table));
+    m_table->horizontalHeader()->setSortIndicatorShown(false);
+    m_table->horizontalHeader()->setSectionsClickable(false);
+    const int rowHeight = std::max(ExistingFileModel::thumbnailSide, 4 * fontMetrics().height());
+    m_table->verticalHeader()->setDefaultSectionSize(rowHeight + theme::space);
+    m_table->setSelectionMode(QAbstractItemView::ExtendedSelection);
+    m_table->setSelectionBehavior(QAbstractItemView::SelectRows);
+    m_table->horizontalHeader()->setStretchLastSection(false);
+    m_table->horizontalHeader()->setSectionResizeMode(QHeaderView::Stretch);
+    m_table->horizontalHeader()->setSectionResizeMode(ExistingFileModel::Decision, QHeaderView::Fixed);
+    m_table->horizontalHeader()->resizeSection(
+        ExistingFileModel::Decision, fontMetrics().horizontalAdvance(tr("Keep both")) + 4 * theme::space);
 }
 
-void OverwriteFileDialog::buildLayout(const QStringList &outputs)
+QHBoxLayout *OverwriteFileDialog::makeAnswers()
+{
+    struct Choice {
+        Answer answer;
+        const char *name;
+        QString text;
+        QKeySequence key;
+    };
+    const std::array<Choice, 3> choices{
+        Choice{Answer::Replace, "replaceButton", tr("Replace"), Qt::ALT | Qt::Key_R},
+        Choice{Answer::KeepBoth, "keepBothButton", tr("Keep both"), Qt::ALT | Qt::Key_K},
+        Choice{Answer::Skip, "skipButton", tr("Skip"), Qt::ALT | Qt::Key_S}};
+    auto *row = new QHBoxLayout;
+    row->setSpacing(theme::spaceSnug);
+    for (const Choice &choice : choices) {
+        auto *button = controls::pushButton(this, {.objectName = choice.name,
+                                                   .text = choice.text,
+                                                   .tip = tr("The answer for the selected rows"),
+                                                   .key = choice.key});
+        button->setAutoDefault(false);
+        connect(button, &QPushButton::clicked, this,
+                [this, answer = choice.answer] { answerSelected(answer); });
+        row->addWidget(button);
+    }
+    row->addStretch();
+    auto *all = new QComboBox(this);
+    all->setObjectName(QStringLiteral("answerAllComboBox"));
+    all->setAccessibleName(tr("Answer for all"));
+    all->addItems({tr("For all ..."), tr("Replace all"), tr("Keep both of all"), tr("Skip all")});
+    connect(all, &QComboBox::activated, this, [this, all](int index) {
+        if (index > 0)
+            answerAll(static_cast<Answer>(index - 1));
+        all->setCurrentIndex(0);
+    });
+    row->addWidget(all);
+    return row;
+}
+
+void OverwriteFileDialog::buildLayout(const QString &question)
 {
     auto *text = new WrappedLabel(this);
-    text->setText(outputs.size() == 1
-                      ? tr("This file exists already. What is to become of it?")
-                      : tr("%1 files exist already. What is to become of them?").arg(outputs.size()));
-    m_table->setObjectName(QStringLiteral("overwriteTable"));
-    m_table->setHorizontalHeaderLabels({tr("There now"), tr("To be converted"), tr("Answer")});
-    m_table->verticalHeader()->hide();
-    m_table->verticalHeader()->setDefaultSectionSize(thumbnailSide + 2 * theme::spaceSnug);
-    m_table->setIconSize({thumbnailSide, thumbnailSide});
-    m_table->setEditTriggers(QAbstractItemView::NoEditTriggers);
-    m_table->setSelectionMode(QAbstractItemView::NoSelection);
-    m_table->horizontalHeader()->setSectionResizeMode(QHeaderView::Stretch);
-    m_table->horizontalHeader()->setSectionResizeMode(Decision, QHeaderView::ResizeToContents);
-    m_all->setObjectName(QStringLiteral("answerAllComboBox"));
-    m_all->setAccessibleName(tr("Answer for all"));
-    m_all->addItems({tr("For all ..."), tr("Replace all"), tr("Keep both of all"), tr("Skip all")});
-    connect(m_all, &QComboBox::activated, this, &OverwriteFileDialog::answerAll);
+    text->setText(question);
     auto *buttons = new QDialogButtonBox(QDialogButtonBox::Ok | QDialogButtonBox::Cancel, this);
     buttons->button(QDialogButtonBox::Ok)->setText(tr("Go on"));
     theme::makePrimary(buttons->button(QDialogButtonBox::Ok));
     connect(buttons, &QDialogButtonBox::accepted, this, &QDialog::accept);
     connect(buttons, &QDialogButtonBox::rejected, this, &QDialog::reject);
-    auto *bottom = new QHBoxLayout;
-    bottom->addWidget(m_all);
-    bottom->addWidget(buttons, 1);
     auto *column = new QVBoxLayout(this);
     column->setContentsMargins(theme::spaceWide, theme::spaceWide, theme::spaceWide, theme::spaceWide);
     column->setSpacing(theme::space);
     column->addWidget(text);
+    column->addWidget(m_notice);
     column->addWidget(m_table, 1);
-    column->addLayout(bottom);
+    column->addLayout(makeAnswers());
+    column->addWidget(buttons);
 }
 
-void OverwriteFileDialog::addRow(int row, const QString &output, const QString &source, bool isSource)
+const std::vector<OverwriteFileDialog::Answer> &OverwriteFileDialog::answers() const
 {
-    auto *existing = new QTableWidgetItem(nameOf(output));
-    if (isSource) {
-        existing->setText(nameOf(output) + u'\n' + tr("This is one of the sources"));
-        existing->setForeground(theme::colors(this).danger);
+    return m_model->answers();
+}
+
+void OverwriteFileDialog::answerSelected(Answer answer)
+{
+    const QModelIndexList rows = m_table->selectionModel()->selectedRows();
+    for (const QModelIndex &row : rows)
+        m_model->setAnswer(row.row(), answer);
+    m_table->setFocus();
+}
+
+void OverwriteFileDialog::answerAll(Answer answer)
+{
+    for (int row = 0; row < m_model->rowCount(); ++row) {
+        if (answer != Answer::Replace || !m_model->isSource(row))
+            m_model->setAnswer(row, answer);
     }
-    existing->setToolTip(output);
-    auto *fresh = new QTableWidgetItem(nameOf(source));
-    fresh->setToolTip(source);
-    m_table->setItem(row, Existing, existing);
-    m_table->setItem(row, New, fresh);
-    auto *answer = new QComboBox(m_table);
-    answer->setAccessibleName(tr("Answer for %1").arg(nameOf(output)));
-    answer->addItems({tr("Replace"), tr("Keep both"), tr("Skip")});
-    answer->setCurrentIndex(static_cast<int>(Answer::Skip));
-    m_table->setCellWidget(row, Decision, answer);
-    m_answers.push_back(answer);
-    fillIn(row, Existing, output);
-    fillIn(row, New, source);
-}
-
-void OverwriteFileDialog::fillIn(int row, int column, const QString &path)
-{
-    m_looks->threads.start([this, row, column, path] {
-        const Look look = lookAt(*m_decoders, path, m_looks->cancel);
-        QMetaObject::invokeMethod(this, [this, row, column, look] {
-            QTableWidgetItem *item = m_table->item(row, column);
-            item->setText(item->text() + u'\n' + look.facts);
-            if (!look.thumbnail.isNull())
-                item->setIcon(QIcon(QPixmap::fromImage(look.thumbnail)));
-            m_table->resizeRowToContents(row);
-        });
-    });
-}
-
-void OverwriteFileDialog::answerAll(int answer)
-{
-    if (answer == 0)
-        return;
-    for (std::size_t row = 0; row < m_answers.size(); ++row)
-        m_answers[row]->setCurrentIndex(answer - 1);
-    m_all->setCurrentIndex(0);
-}
-
-std::vector<OverwriteFileDialog::Answer> OverwriteFileDialog::answers() const
-{
-    std::vector<Answer> all;
-    for (const QComboBox *answer : m_answers)
-        all.push_back(static_cast<Answer>(answer->currentIndex()));
-    return all;
+    const int left = answer == Answer::Replace ? m_model->sourceCount() : 0;
+    m_notice->setVisible(left > 0);
+    if (left > 0)
+        m_notice->showNotice(
+            NoticeBar::Kind::Warning,
+            core::countText(left,
+                            tr("One of these files is itself a source and was left out. Select it "
+                               "to replace it."),
+                            tr("%1 of these files are themselves sources and were left out. "
+                               "Select them to replace them.")));
 }

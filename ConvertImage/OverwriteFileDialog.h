@@ -7,9 +7,9 @@
 #include <memory>
 #include <vector>
 
-class QComboBox;
-class QLabel;
-class QTableWidget;
+class ExistingFileModel;
+class FLTableView;
+class NoticeBar;
 
 namespace imaging
 {
@@ -27,22 +27,21 @@ public:
 
     // Both lists have one entry for each row. `allSources` are those of the whole run.
     OverwriteFileDialog(const QStringList &outputs, const QStringList &sources, const QStringList &allSources,
-                        std::shared_ptr<imaging::DecoderPool> decoders, QWidget *parent = nullptr);
-    ~OverwriteFileDialog() override;
+                        const std::shared_ptr<imaging::DecoderPool> &decoders, QWidget *parent = nullptr);
 
     // After it was accepted. A row that the user did not touch is skipped.
-    std::vector<Answer> answers() const;
+    const std::vector<Answer> &answers() const;
+
+    // For the selected rows, or for all. Of all, sources are not replaced: they are to be chosen one by one.
+    void answerSelected(Answer answer);
+    void answerAll(Answer answer);
 
 private:
-    void buildLayout(const QStringList &outputs);
-    void addRow(int row, const QString &output, const QString &source, bool isSource);
-    void fillIn(int row, int column, const QString &path);
-    void answerAll(int answer);
+    void buildTable();
+    class QHBoxLayout *makeAnswers();
+    void buildLayout(const QString &question);
 
-    QTableWidget *m_table;
-    QComboBox *m_all;
-    std::vector<QComboBox *> m_answers;
-    std::shared_ptr<imaging::DecoderPool> m_decoders;
-    struct Looks;
-    std::unique_ptr<Looks> m_looks; // the thread that reads the pictures
+    ExistingFileModel *m_model;
+    FLTableView *m_table;
+    NoticeBar *m_notice;
 };

@@ -62,6 +62,7 @@ std::vector<NumberValue> makeNumberValues()
         number<FIELD(keepTimes)>(u"keepTimes", 0, 0, 1),
         number<FIELD(besideSource)>(u"besideSource", 0, 0, 1),
         number<FIELD(withSubfolders)>(u"withSubfolders", 1, 0, 1),
+        number<FIELD(keepFolders)>(u"keepFolders", 0, 0, 1),
         number<FIELD(paper)>(u"pdfPaperSize", 0, 0, paperSizeCount - 1),
         number<FIELD(rendering.resize.on)>(u"scaleImage", 0, 0, 1),
         number<FIELD(rendering.resize.mode)>(u"scaleType", 0, 0, 2),

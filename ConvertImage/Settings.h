@@ -23,6 +23,7 @@ struct Settings {
     bool besideSource = false;
     bool keepTimes = false;
     bool withSubfolders = true; // of a folder that is added
+    bool keepFolders = false;   // outputs lie in the output folder as the sources do in such a folder
 
     bool operator==(const Settings &) const = default;
 };

@@ -198,12 +198,15 @@ void SettingsPanel::addFolderRows(QFormLayout *form)
     QLineEdit *folder = addPath(form, tr("Output folder"), u"OutputFolder", [this] {
         return platform::dialogs().chooseFolder(this, tr("Output folder"), m_binder->settings().outputFolder);
     });
-    m_rules.push_back([form, beside, folder, firstRow](const Settings &settings) {
+    QCheckBox *structure = addFlag(form, tr("Keep the folders of added folders"), u"keepFolders");
+    m_rules.push_back([form, beside, folder, structure, firstRow](const Settings &settings) {
         const bool isDocument = settings.encoding.target == Target::Pdf;
         form->setRowVisible(beside, !isDocument);
         form->setRowVisible(firstRow, !isDocument);
         form->setRowVisible(firstRow + 1, !isDocument);
+        form->setRowVisible(structure, !isDocument);
         folder->setEnabled(!settings.besideSource);
+        structure->setEnabled(!settings.besideSource);
     });
 }
 

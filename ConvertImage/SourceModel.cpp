@@ -196,6 +196,16 @@ QStringList SourceModel::paths() const
     return all;
 }
 
+QHash<QString, QString> SourceModel::subfolders() const
+{
+    QHash<QString, QString> all;
+    for (const SourceFile &file : m_files) {
+        if (!file.subfolder.isEmpty())
+            all.insert(file.path, file.subfolder);
+    }
+    return all;
+}
+
 quint64 SourceModel::totalBytes() const
 {
     quint64 total = 0;

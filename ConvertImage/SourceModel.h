@@ -5,6 +5,7 @@
 
 #include <QAbstractListModel>
 #include <QCache>
+#include <QHash>
 #include <QPixmap>
 #include <QSet>
 #include <QThreadPool>
@@ -22,6 +23,7 @@ struct SourceFile {
     QString path;
     quint64 bytes = 0;
     quint64 lastWriteTime = 0; // FILETIME
+    QString subfolder = {};    // from the folder that was added, with its name: "Holiday\\day 1"
 };
 Q_DECLARE_METATYPE(std::vector<SourceFile>)
 
@@ -48,6 +50,8 @@ public:
 
     QString path(const QModelIndex &index) const;
     QStringList paths() const;
+    // Of those that came with a folder: where they lie in it, by path.
+    QHash<QString, QString> subfolders() const;
     quint64 totalBytes() const;
     // "JPG, PNG and 2 more": by the names of the files.
     QString formats() const;

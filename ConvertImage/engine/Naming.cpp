@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "ConvertImage/engine/Naming.h"
 
-#include <QHash>
 #include <QSet>
 
 #include <algorithm>
@@ -62,12 +61,16 @@ bool isSameFile(const QString &one, const QString &other)
 }
 
 std::vector<PlannedFile> plannedFiles(const QStringList &sources, const QString &folder,
-                                      const QString &extension)
+                                      const QString &extension, const QHash<QString, QString> &subfolders)
 {
+    const auto into = [&](const QString &source) {
+        const QString below = subfolders.value(source);
+        return folder.isEmpty() ? folderOf(source) : below.isEmpty() ? folder : joined(folder, below);
+    };
     std::vector<PlannedFile> plan;
     plan.reserve(static_cast<std::size_t>(sources.size()));
     for (const QString &source : sources)
-        plan.push_back({source, outputPath(folder.isEmpty() ? folderOf(source) : folder, source, extension)});
+        plan.push_back({source, outputPath(into(source), source, extension)});
     return plan;
 }
 

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
+#include <QHash>
 #include <QString>
 #include <QStringList>
 
@@ -26,9 +27,11 @@ struct PlannedFile {
     QString output;
 };
 
-// Where each source goes: into `folder`, or beside itself when that is empty.
+// Where each source goes: into `folder`, or beside itself when that is empty. Those of `subfolders`, by
+// source, go into that folder below it.
 std::vector<PlannedFile> plannedFiles(const QStringList &sources, const QString &folder,
-                                      const QString &extension);
+                                      const QString &extension,
+                                      const QHash<QString, QString> &subfolders = {});
 
 // Sources that would be written to one output.
 struct Clash {

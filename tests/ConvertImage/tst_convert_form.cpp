@@ -14,6 +14,7 @@
 
 #include <QApplication>
 #include <QComboBox>
+#include <QDateTime>
 #include <QDir>
 #include <QGraphicsBlurEffect>
 #include <QGraphicsPixmapItem>
@@ -103,15 +104,10 @@ void answerExisting(OverwriteFileDialog::Answer answer, int expectedRows)
         if (!dialog)
             return;
         poll->deleteLater();
-        int rows = 0;
-        for (QComboBox *box : dialog->findChildren<QComboBox *>()) {
-            if (box->count() != 3)
-                continue;
-            box->setCurrentIndex(static_cast<int>(answer));
-            ++rows;
-        }
+        const auto rows = dialog->answers().size();
+        dialog->answerAll(answer);
         dialog->accept();
-        QCOMPARE(rows, expectedRows);
+        QCOMPARE(rows, std::size_t(expectedRows));
     });
     poll->start(100);
 }
@@ -130,6 +126,8 @@ private slots:
     void everyFormat_data();
     void everyFormat();
     void existingFilesAreAskedAbout();
+    void sourcesAreNotCovered();
+    void foldersAreKept();
     void leftoversAndLockedOutputs();
     void controlsAreTheSettings();
     void previewFollowsTheSettings();
@@ -232,7 +230,42 @@ void ConvertFormTest::existingFilesAreAskedAbout()
     QVERIFY(scene.add({scene.folder.path(u"in\\A.2.bmp"_s)}, 2));
     scene.dialogs.nextAnswer.enqueue(QMessageBox::Cancel);
     scene.form->convert();
+    QTRY_VERIFY(!scene.dialogs.questions.isEmpty());
     QVERIFY(scene.dialogs.questions.last().text.contains(scene.folder.path(u"out\\A.2.png"_s)));
+}
+
+// Converted in place: one answer for all leaves the originals alone.
+void ConvertFormTest::sourcesAreNotCovered()
+{
+    Scene scene;
+    settings::writeDword(key, u"targeFileType", quint32(conversion::Target::Png));
+    settings::writeDword(key, u"besideSource", 1);
+    photograph(10, 10).save(scene.folder.path(u"in\\deep\\b.bmp"_s));
+    photograph(20, 20).save(scene.folder.path(u"in\\deep\\b.png"_s));
+    scene.open();
+    const QString original = scene.folder.path(u"in\\a.png"_s);
+    QVERIFY(scene.add({original, scene.folder.path(u"in\\deep\\b.bmp"_s)}, 2));
+    const QDateTime before = QFileInfo(original).lastModified();
+    answerExisting(OverwriteFileDialog::Answer::Replace, 2);
+    QVERIFY(scene.convert());
+    QCOMPARE(scene.results(), QStringList({u"Skipped, exists"_s, u"Converted"_s}));
+    QCOMPARE(QFileInfo(original).lastModified(), before);
+    QCOMPARE(QImage(scene.folder.path(u"in\\deep\\b.png"_s)).width(), 10);
+}
+
+void ConvertFormTest::foldersAreKept()
+{
+    Scene scene;
+    settings::writeDword(key, u"targeFileType", quint32(conversion::Target::Png));
+    settings::writeDword(key, u"keepFolders", 1);
+    settings::writeString(key, u"OutputFolder", scene.folder.path(u"new"_s));
+    scene.open();
+    QVERIFY(scene.add({scene.folder.path(u"in"_s), scene.folder.path(u"in\\a.png"_s)}, 3));
+    scene.dialogs.nextAnswer.enqueue(QMessageBox::Yes); // make the folder
+    QVERIFY(scene.convert());
+    QCOMPARE(scene.results(), QStringList({u"Converted"_s, u"Failed"_s, u"Converted"_s}));
+    QVERIFY(QFileInfo::exists(scene.folder.path(u"new\\in\\a.png"_s)));
+    QVERIFY(QFileInfo::exists(scene.folder.path(u"new\\in\\deep\\\u65e5\u672c.png"_s)));
 }
 
 void ConvertFormTest::leftoversAndLockedOutputs()
@@ -299,6 +332,7 @@ void ConvertFormTest::closedInTheMiddle()
     scene.open();
     QVERIFY(scene.add({scene.folder.path(u"in\\deep"_s)}, 41));
     scene.form->convert();
+    QTRY_VERIFY(scene.outputs().size() > 1);
     QVERIFY(scene.form->isBusy());
     scene.form->requestStop();
     QTRY_VERIFY_WITH_TIMEOUT(!scene.form->isBusy(), 30'000);

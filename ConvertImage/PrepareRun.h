@@ -1,0 +1,17 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include "ConvertImage/Settings.h"
+#include "ConvertImage/engine/Naming.h"
+
+// What has to be known before a conversion begins.
+struct PreparedRun {
+    std::vector<conversion::PlannedFile> files;
+    std::vector<conversion::PlannedFile> resolved; // the same, each with an output of its own
+    bool folderMissing = false;                    // the output folder
+    bool documentExists = false;                   // the PDF
+};
+
+// Disk. `subfolders` as those of conversion::plannedFiles().
+PreparedRun prepareRun(const QStringList &sources, const QHash<QString, QString> &subfolders,
+                       const conversion::Settings &settings);
