@@ -156,7 +156,7 @@ void ConvertPage::addTools(QHBoxLayout *row)
     controls::shortcut(m_list, QKeySequence::Delete, [this] { removeSelected(); });
     auto *more = controls::toolButton(
         this, {.objectName = "listMenuButton", .image = "Settings24", .text = tr("Sort and more")});
-    auto *menu = new FLPopupMenu(more);
+    auto *menu = new QMenu(more); // opened again and again
     const std::pair<SourceModel::Order, QString> orders[] = {{SourceModel::Order::Name, tr("Sort by name")},
                                                              {SourceModel::Order::Type, tr("Sort by type")},
                                                              {SourceModel::Order::Size, tr("Sort by size")},

@@ -5,6 +5,7 @@
 #include "SystemInfo/PageModel.h"
 #include "SystemInfo/ProblemDelegate.h"
 #include "SystemInfo/engine/Report.h"
+#include "SystemInfo/engine/System.h"
 #include "platform/Shell.h"
 #include "widgets/Controls.h"
 #include "widgets/FLTreeView.h"
@@ -17,7 +18,16 @@
 #include <QGuiApplication>
 #include <QVBoxLayout>
 
+#include <chrono>
+
 using namespace systeminfo;
+
+namespace
+{
+
+constexpr std::chrono::seconds uptimePause{5}; // its text changes once a minute
+
+} // namespace
 
 InfoPageForm::InfoPageForm(PageId id, const QString &treeName, MakeLoader makeLoader, QWidget *parent)
     : QWidget(parent),
@@ -41,6 +51,8 @@ InfoPageForm::InfoPageForm(PageId id, const QString &treeName, MakeLoader makeLo
         layout->addWidget(part);
     layout->addWidget(m_tree, 1);
     buildActions();
+    m_minute.setInterval(uptimePause);
+    connect(&m_minute, &QTimer::timeout, this, &InfoPageForm::showUptime);
     load();
 }
 
@@ -68,6 +80,8 @@ void InfoPageForm::buildActions()
 void InfoPageForm::load()
 {
     m_isLoaded = false;
+    m_minute.stop();
+    m_sinceLoad.start();
     m_bar->setLoading(true);
     m_tree->setEmpty(controls::image("Refresh24"), tr("Asking Windows ..."));
     m_loader.reset(m_makeLoader(&m_model));
@@ -92,12 +106,27 @@ void InfoPageForm::onProcessFinish()
     m_tree->setEmpty(controls::image("Info16"), tr("Windows reported nothing"));
     m_tree->showFacts(&m_model);
     m_summary->setText(m_page.summary);
+    m_uptimeAtLoad = m_page.uptimeSeconds.value_or(0);
+    if (m_page.uptimeSeconds)
+        m_minute.start();
     m_summary->setVisible(!m_page.summary.isEmpty());
     if (m_page.notices.isEmpty())
         m_notice->hide();
     else
         tell(m_page.notices.join(QLatin1Char(' ')));
     emit loaded();
+}
+
+void InfoPageForm::showUptime()
+{
+    const quint64 elapsed = static_cast<quint64>(m_sinceLoad.elapsed()) / 1000;
+    const std::vector<int> row =
+        isVisible() ? updateUptime(m_page, m_uptimeAtLoad + elapsed) : std::vector<int>();
+    if (row.empty())
+        return;
+    const QModelIndex index = indexOf(m_model, row);
+    m_model.setData(index.siblingAtColumn(1), rowAt(m_page, index)->value.text);
+    m_summary->setText(m_page.summary);
 }
 
 void InfoPageForm::tell(const QString &notice, bool isWarning)

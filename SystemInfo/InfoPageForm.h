@@ -3,7 +3,9 @@
 
 #include "SystemInfo/LoadPageThread.h"
 
+#include <QElapsedTimer>
 #include <QStandardItemModel>
+#include <QTimer>
 #include <QWidget>
 
 #include <functional>
@@ -52,6 +54,7 @@ private slots:
 private:
     void buildActions();
     void load();
+    void showUptime();
     void open(const QModelIndex &index);
     void copyValue();
     void copySection();
@@ -66,5 +69,8 @@ private:
     QStandardItemModel m_model;
     systeminfo::Page m_page;
     bool m_isLoaded = false;
+    QElapsedTimer m_sinceLoad;
+    quint64 m_uptimeAtLoad = 0;                   // s
+    QTimer m_minute;                              // while a page with an uptime is shown
     core::WorkerPointer<LoadPageThread> m_loader; // ends first: it fills the model
 };

@@ -2,13 +2,13 @@
 #include "SystemInfo/PageBar.h"
 
 #include "widgets/Controls.h"
-#include "widgets/FLPopupMenu.h"
 #include "widgets/SearchLine.h"
 #include "widgets/Theme.h"
 
 #include <QAbstractItemView>
 #include <QCompleter>
 #include <QHBoxLayout>
+#include <QMenu>
 #include <QToolButton>
 
 using systeminfo::Hit;
@@ -60,7 +60,7 @@ PageBar::PageBar(QWidget *parent)
 
 void PageBar::buildMenu(QToolButton *button)
 {
-    auto *menu = new FLPopupMenu(button);
+    auto *menu = new QMenu(button); // opened again and again
     const auto add = [this, menu](const char *name, const QString &text, void (PageBar::*request)()) {
         QAction *action = menu->addAction(text, this, request);
         action->setObjectName(QLatin1String(name));

@@ -38,6 +38,8 @@ QString kindText(Difference::Kind kind)
         return Words::tr("Only in the first");
     case Difference::Kind::OnlySecond:
         return Words::tr("Only in the second");
+    case Difference::Kind::NotCompared:
+        return Words::tr("Not compared");
     case Difference::Kind::Same:
         break;
     }
@@ -60,6 +62,8 @@ ReportCompareDialog::ReportCompareDialog(QWidget *parent)
     m_onlyChanges->setChecked(true);
     connect(m_onlyChanges, &QCheckBox::toggled, this, &ReportCompareDialog::fill);
     m_table->setSearch(ResultView::Search::Filter);
+    // In the order of the pages until a header is clicked.
+    m_table->table()->horizontalHeader()->setSortIndicator(-1, Qt::AscendingOrder);
     fill();
 }
 
@@ -108,7 +112,8 @@ void ReportCompareDialog::take(std::size_t side, const QString &file, std::optio
 {
     const QString name = QFileInfo(file).fileName();
     if (!report) {
-        m_notice->showNotice(NoticeBar::Kind::Error, tr("%1 is no saved report.").arg(name));
+        m_notice->showNotice(NoticeBar::Kind::Error,
+                             tr("%1 is not a report that was saved as JSON.").arg(name));
         return;
     }
     m_sides[side].report = std::move(report);
@@ -122,8 +127,9 @@ void ReportCompareDialog::compare()
         return;
     m_differences = systeminfo::compareReports(*m_sides[0].report, *m_sides[1].report);
     if (m_sides[0].report->complete != m_sides[1].report->complete)
-        m_notice->showNotice(NoticeBar::Kind::Info,
-                             tr("Serial numbers, names and addresses are in one of the reports only."));
+        m_notice->showNotice(
+            NoticeBar::Kind::Info,
+            tr("Serial numbers, names and addresses are in one of the reports only, and not compared."));
     else
         m_notice->hide();
     fill();
@@ -135,12 +141,16 @@ void ReportCompareDialog::fill()
     m_rows.clear();
     m_rows.setHorizontalHeaderLabels({tr("Field"), tr("First"), tr("Second"), tr("Difference")});
     for (const Difference &row : m_differences) {
-        if (row.kind == Difference::Kind::Same && m_onlyChanges->isChecked())
+        const bool isChange = row.kind != Difference::Kind::Same && row.kind != Difference::Kind::NotCompared;
+        if (!isChange && m_onlyChanges->isChecked())
             continue;
         m_rows.appendRow({new QStandardItem(row.path.join(QStringLiteral(" \u203a "))),
                           new QStandardItem(row.first), new QStandardItem(row.second),
                           new QStandardItem(kindText(row.kind))});
     }
+    const QHeaderView *header = m_table->table()->horizontalHeader();
+    if (header->sortIndicatorSection() >= 0)
+        m_rows.sort(header->sortIndicatorSection(), header->sortIndicatorOrder());
     const bool both = m_sides[0].report && m_sides[1].report;
     m_table->setEmpty(controls::image("Compare24"),
                       both ? tr("Nothing changed") : tr("Choose two reports that were saved as JSON"));

@@ -15,7 +15,8 @@ SaveReportDialog::SaveReportDialog(const QString &page, QWidget *parent)
       m_thisPage(new QRadioButton(tr("This page only"), this)),
       m_allPages(new QRadioButton(tr("All pages"), this)),
       m_format(new QComboBox(this)),
-      m_private(new QCheckBox(tr("Include serial numbers, names of user and computer, and addresses"), this))
+      m_private(
+          new QCheckBox(tr("Include serial numbers, keys, names of user and computer, and addresses"), this))
 {
     setWindowTitle(tr("Save Report"));
     m_thisPage->setObjectName(QStringLiteral("thisPageRadioButton"));

@@ -44,6 +44,7 @@ SystemInfoForm::SystemInfoForm(QWidget *parent)
             emptyPage(static_cast<PageId>(i)).title.replace(QLatin1Char('&'), QStringLiteral("&&")));
         button->setCheckable(true);
         button->setFixedSize(151, 41);
+        button->setFocusPolicy(Qt::StrongFocus); // a click takes the frame of the focus along
         m_slots[i].button = button;
         column->addWidget(button);
     }

@@ -49,7 +49,7 @@ Row driversRow(core::RegistryView &registry, Row top, const QString &prefix)
         top.add(codecRow(description.isEmpty() ? file : description, {}, name.mid(prefix.size()), file));
     }
     sort(top);
-    return top;
+    return withNone(std::move(top));
 }
 
 QString serverOf(core::RegistryView &registry, const QString &classId)
@@ -93,7 +93,7 @@ Row filtersRow(core::RegistryView &registry)
         }
     }
     sort(top);
-    return top;
+    return withNone(std::move(top));
 }
 
 QString transformCategory(core::RegistryView &registry, const QString &id)
@@ -120,7 +120,7 @@ Row transformsRow(core::RegistryView &registry)
                          classId, serverOf(registry, classId)));
     }
     sort(top);
-    return top;
+    return withNone(std::move(top));
 }
 
 } // namespace

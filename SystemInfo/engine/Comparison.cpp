@@ -66,10 +66,11 @@ private:
         const QString before = first ? spokenValue(*first) : QString();
         const QString after = second ? spokenValue(*second) : QString();
         if (!before.isEmpty() || !after.isEmpty() || any.children.empty()) {
-            const Kind kind = !first            ? Kind::OnlySecond
-                              : !second         ? Kind::OnlyFirst
-                              : before == after ? Kind::Same
-                                                : Kind::Changed;
+            const Kind kind = !first                                  ? Kind::OnlySecond
+                              : !second                               ? Kind::OnlyFirst
+                              : before == after                       ? Kind::Same
+                              : isLeftOut(before) || isLeftOut(after) ? Kind::NotCompared
+                                                                      : Kind::Changed;
             m_found.push_back({path, before, after, kind});
         }
         compareRows(first ? first->children : none, second ? second->children : none, path);

@@ -8,7 +8,8 @@ namespace systeminfo
 
 // One fact of two reports.
 struct Difference {
-    enum class Kind { Same, Changed, OnlyFirst, OnlySecond };
+    // NotCompared: left out of one of the reports.
+    enum class Kind { Same, Changed, OnlyFirst, OnlySecond, NotCompared };
 
     QStringList path; // page, section, ..., label
     QString first;

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "SystemInfo/engine/Pages.h"
 
+#include <QRegularExpression>
+
 #include <algorithm>
 
 namespace systeminfo
@@ -55,6 +57,14 @@ void addEntries(Machine &machine, Row &row, const QString &text)
     }
 }
 
+// Keys of services are kept in variables, by custom under such names.
+bool holdsSecret(const QString &name)
+{
+    static const QRegularExpression words(QStringLiteral("TOKEN|SECRET|PASSW|CREDENTIAL|API_?KEY|_KEY$"),
+                                          QRegularExpression::CaseInsensitiveOption);
+    return words.match(name).hasMatch();
+}
+
 Row variablesRow(Machine &machine, Row top, Hive hive, const QString &key)
 {
     core::RegistryView &registry = machine.registry();
@@ -66,12 +76,14 @@ Row variablesRow(Machine &machine, Row top, Hive hive, const QString &key)
             break;
         const QString text = registry.value(hive, key, name).toText();
         Row &row = top.add(item("Variable", name, text));
-        if (text.contains(QLatin1Char(';')))
+        if (holdsSecret(name))
+            row.privacy = Privacy::Secret;
+        else if (text.contains(QLatin1Char(';')))
             addEntries(machine, row, text);
         else
             checkPath(machine, row, text);
     }
-    return top;
+    return withNone(std::move(top));
 }
 
 } // namespace

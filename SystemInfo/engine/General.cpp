@@ -155,6 +155,17 @@ Row connectionsRow(const std::vector<Connection> &connections)
     return top;
 }
 
+Row graphicsRow(const std::vector<GraphicsAdapter> &adapters)
+{
+    Row top = section(SYSTEMINFO_LABEL("Graphics Memory"), QStringLiteral("SysInfoScreenRes16.png"));
+    for (const GraphicsAdapter &adapter : adapters) {
+        Row &row = top.add(item("Graphics", adapter.name));
+        row.add(fact(SYSTEMINFO_LABEL("Dedicated Memory"), videoMemory(adapter.dedicatedBytes)));
+        row.add(fact(SYSTEMINFO_LABEL("Shared Memory"), videoMemory(adapter.sharedBytes)));
+    }
+    return top;
+}
+
 QString machineSummary(Machine &machine, const SystemFacts &facts, const WindowsRelease &release,
                        const std::vector<Volume> &volumes)
 {
@@ -190,6 +201,8 @@ Page generalPage(Machine &machine, const Publish &publish)
     core::RegistryView &registry = machine.registry();
     const SystemFacts facts = machine.system();
     const WindowsRelease release = windowsRelease(facts, registry);
+    if (facts.uptimeSeconds)
+        page.uptimeSeconds = facts.uptimeSeconds;
     page.sections = {operatingSystemRow(facts, release), processorRow(registry), memoryRow(machine.memory())};
     for (Row &row : videoAdapterRows(registry))
         page.sections.push_back(std::move(row));
@@ -197,9 +210,9 @@ Page generalPage(Machine &machine, const Publish &publish)
     page.sections.push_back(monitorRow(machine));
     // Drives, adapters and printers are asked for one after the other; any of them may keep us waiting.
     const std::size_t begin = page.sections.size();
-    std::vector<Row> waiting = {volumesRow({}),    powerRow(machine.power()), adaptersRow({}),
-                                printersRow({}),   mouseRow(machine),         keyboardRow(machine),
-                                connectionsRow({})};
+    std::vector<Row> waiting = {
+        volumesRow({}),    powerRow(machine.power()), adaptersRow({}),    printersRow({}),
+        mouseRow(machine), keyboardRow(machine),      connectionsRow({}), graphicsRow({})};
     const auto step = [&] {
         page.sections.resize(begin);
         page.sections.insert(page.sections.end(), waiting.begin(), waiting.end());
@@ -214,6 +227,8 @@ Page generalPage(Machine &machine, const Publish &publish)
     waiting[6] = connectionsRow(machine.connections());
     step();
     waiting[3] = printersRow(machine.printers());
+    step();
+    waiting[7] = graphicsRow(machine.graphics());
     step();
     return page;
 }

@@ -13,6 +13,7 @@ Row powerRow(const PowerStatus &power);
 Row volumesRow(const std::vector<Volume> &volumes);
 Row adaptersRow(const std::vector<Adapter> &adapters);
 Row connectionsRow(const std::vector<Connection> &connections);
+Row graphicsRow(const std::vector<GraphicsAdapter> &adapters);
 
 // "Latitude 7490 with Intel Core i7-8650U, 16 GB of memory and 238 GB of disk space, running Windows 11 Pro
 // for 3 days." What is not known is left out.

@@ -78,6 +78,12 @@ struct Connection {
     QString hardwareAddress;
 };
 
+struct GraphicsAdapter {
+    QString name;
+    quint64 dedicatedBytes = 0;
+    quint64 sharedBytes = 0; // of the main memory, at most
+};
+
 struct SpecialFolder {
     QString name; // as Windows names it, "Local AppData"
     QString path;
@@ -171,6 +177,7 @@ public:
     virtual std::vector<Adapter> adapters() = 0;
     virtual std::vector<Connection> connections() = 0;
     virtual QStringList printers() = 0;
+    virtual std::vector<GraphicsAdapter> graphics() = 0; // without those made of software
     // True for a device that is there now: the registry keeps all that ever were. "DISPLAY\GSM5AB8\5&2a..."
     virtual bool isPresent(const QString &deviceInstance) = 0;
     virtual DriveAnswers drive(quint32 number) = 0;

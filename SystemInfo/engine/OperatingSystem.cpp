@@ -73,6 +73,7 @@ struct Answers {
     QString license;
     QString guard;
     std::vector<Row> hotFixes;
+    bool hotFixesRead = false;
 };
 
 void readLicense(Machine &machine, Page &page, Answers &answers)
@@ -86,13 +87,15 @@ void readLicense(Machine &machine, Page &page, Answers &answers)
 
 void readHotFixes(Machine &machine, Page &page, Answers &answers)
 {
-    ask(machine, page, hotFixQuery(), Words::tr("the hot fixes"), [&answers](const core::WmiRow &row) {
+    const auto take = [&answers](const core::WmiRow &row) {
         QString about = row.text(QStringLiteral("Description"));
         const QString day = row.text(QStringLiteral("InstalledOn"));
         if (!day.isEmpty())
             about += (about.isEmpty() ? QString() : QStringLiteral(", ")) + day;
         answers.hotFixes.push_back(item("Hot Fix", row.text(QStringLiteral("HotFixID")), about));
-    });
+    };
+    answers.hotFixesRead =
+        ask(machine, page, hotFixQuery(), Words::tr("the hot fixes"), take) == core::WmiAnswer::Complete;
 }
 
 void readGuard(Machine &machine, Page &page, Answers &answers)
@@ -197,6 +200,8 @@ Page operatingSystemPage(Machine &machine, const Publish &publish)
 {
     Page page = emptyPage(PageId::OperatingSystem);
     const SystemFacts facts = machine.system();
+    if (facts.uptimeSeconds)
+        page.uptimeSeconds = facts.uptimeSeconds;
     core::RegistryView &registry = machine.registry();
     const Row first = operatingSystemRow(facts, windowsRelease(facts, registry));
     std::optional<int> encryption;
@@ -204,6 +209,8 @@ Page operatingSystemPage(Machine &machine, const Publish &publish)
     const auto assemble = [&] {
         Row fixes = section(SYSTEMINFO_LABEL("Hot Fixes"), QStringLiteral("SysInfoWindows16.png"));
         fixes.children = answers.hotFixes;
+        if (answers.hotFixesRead)
+            fixes = withNone(std::move(fixes));
         page.sections = {first, setupRow(facts, registry, answers),
                          securityRow(registry, encryption, answers), fixes};
     };

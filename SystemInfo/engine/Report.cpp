@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "SystemInfo/engine/Report.h"
 
+#include "SystemInfo/engine/Format.h"
 #include "SystemInfo/engine/ReportWriters.h"
 
 #include <QRegularExpression>
@@ -35,7 +36,10 @@ void blankRow(Row &row, const QList<QRegularExpression> &names)
 
 QList<QRegularExpression> asWords(const QStringList &names)
 {
-    QList<QRegularExpression> words;
+    // The part of an identification that is this machine's or domain's, and a password in an address.
+    QList<QRegularExpression> words = {
+        QRegularExpression(QStringLiteral("S-1-5-21-\\d+-\\d+-\\d+(?:-\\d+)?")),
+        QRegularExpression(QStringLiteral("(?<=://)[^/\\s@]+:[^/\\s@]+(?=@)"))};
     for (const QString &name : names) {
         // One letter would blank half of all drives.
         if (name.size() > 1)
@@ -51,6 +55,11 @@ QList<QRegularExpression> asWords(const QStringList &names)
 QString notReported()
 {
     return Words::tr("not reported by this machine");
+}
+
+bool isLeftOut(const QString &text)
+{
+    return text.contains(leftOut());
 }
 
 QString spokenValue(const Row &row)
@@ -107,8 +116,7 @@ QByteArray writeReport(const Report &report, ReportFormat format)
     case ReportFormat::Text:
         break;
     }
-    QString text =
-        Words::tr("System report of %1").arg(report.created.toString(Qt::ISODate)) + QLatin1Char('\n');
+    QString text = Words::tr("System report of %1").arg(timeText(report.created)) + QLatin1Char('\n');
     for (const Page &page : report.pages)
         text += QLatin1Char('\n') + plainText(page);
     return text.toUtf8();

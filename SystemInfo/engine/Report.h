@@ -26,6 +26,9 @@ QString spokenValue(const Row &row);
 // a word of their own in another value, in a path for example.
 Page blanked(const Page &page, const QStringList &names);
 
+// True for a value that was blanked, or a part of it.
+bool isLeftOut(const QString &text);
+
 // A row with what is below it, a section or a page, as lines of "label<tab>value" indented by two blanks a
 // level.
 QString plainText(const Row &row, int level = 0);

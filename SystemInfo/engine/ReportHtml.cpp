@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
+#include "SystemInfo/engine/Format.h"
 #include "SystemInfo/engine/ReportWriters.h"
 
 namespace systeminfo
@@ -13,8 +14,8 @@ constexpr const char *style = R"(
 body { font: 14px/1.45 "Segoe UI", system-ui, sans-serif; margin: 2em auto; max-width: 60em; padding: 0 1em; }
 h1 { font-size: 1.6em; } h2 { font-size: 1.25em; margin: 1.6em 0 .4em; border-bottom: 1px solid #8886; }
 table { border-collapse: collapse; width: 100%; }
-td { padding: .15em .5em; vertical-align: top; border-bottom: 1px solid #8883; overflow-wrap: anywhere; }
-td:first-child { width: 40%; } tr.group td { font-weight: 600; padding-top: .6em; }
+th, td { padding: .15em .5em; vertical-align: top; text-align: left; border-bottom: 1px solid #8883; overflow-wrap: anywhere; }
+th { width: 40%; font-weight: normal; } tr.group > * { font-weight: 600; padding-top: .6em; }
 .none { color: #767676; } .problem { color: #c22; }
 @media print { body { margin: 0; max-width: none; font-size: 10pt; } h2 { break-after: avoid; } tr { break-inside: avoid; } }
 )";
@@ -28,8 +29,10 @@ void addRow(QString &html, const Row &row, int level)
         value = QStringLiteral("<span class=\"none\">%1</span>").arg(value);
     if (!row.problem.isEmpty())
         value += QStringLiteral(" <span class=\"problem\">(%1)</span>").arg(row.problem.toHtmlEscaped());
-    html += QStringLiteral("<tr%1><td style=\"padding-left:%2em\">").arg(kind).arg(0.5 + 1.2 * level);
-    html += row.label.toHtmlEscaped() + QStringLiteral("</td><td>") + value + QStringLiteral("</td></tr>\n");
+    html += QStringLiteral("<tr%1><th scope=\"row\" style=\"padding-left:%2em\">")
+                .arg(kind)
+                .arg(0.5 + 1.2 * level);
+    html += row.label.toHtmlEscaped() + QStringLiteral("</th><td>") + value + QStringLiteral("</td></tr>\n");
     for (const Row &child : row.children)
         addRow(html, child, level + 1);
 }
@@ -39,11 +42,11 @@ void addRow(QString &html, const Row &row, int level)
 QByteArray htmlReport(const Report &report)
 {
     const QString title = Words::tr("System report");
-    QString html = QStringLiteral("<!DOCTYPE html>\n<html><head><meta charset=\"utf-8\"><title>") +
-                   title.toHtmlEscaped() + QStringLiteral("</title>\n<style>") + QLatin1String(style) +
-                   QStringLiteral("</style></head>\n<body>\n<h1>") + title.toHtmlEscaped() +
-                   QStringLiteral("</h1>\n<p>") + report.created.toString(Qt::ISODate).toHtmlEscaped() +
-                   QStringLiteral("</p>\n");
+    QString html =
+        QStringLiteral("<!DOCTYPE html>\n<html lang=\"en\"><head><meta charset=\"utf-8\"><title>") +
+        title.toHtmlEscaped() + QStringLiteral("</title>\n<style>") + QLatin1String(style) +
+        QStringLiteral("</style></head>\n<body>\n<h1>") + title.toHtmlEscaped() +
+        QStringLiteral("</h1>\n<p>") + timeText(report.created) + QStringLiteral("</p>\n");
     for (const Page &page : report.pages) {
         html += QStringLiteral("<h2>") + page.title.toHtmlEscaped() + QStringLiteral("</h2>\n");
         QStringList lines = page.notices;

@@ -67,6 +67,13 @@ Row item(const char *name, const QString &label, const Value &value)
     return {.name = stableName(QString::fromLatin1(name)), .label = label, .value = value};
 }
 
+Row withNone(Row list)
+{
+    if (list.children.empty() && list.value.text.isEmpty())
+        list.value = Words::tr("None");
+    return list;
+}
+
 Row numbered(const char *label, qsizetype number, const Value &value)
 {
     return item(label, Words::tr(label) + QString::number(number), value);

@@ -9,6 +9,7 @@
 #include <QVariant>
 
 #include <functional>
+#include <optional>
 #include <utility>
 #include <vector>
 
@@ -42,7 +43,7 @@ struct Value {
 };
 
 // Why a value is left out of a report unless the user asks for it.
-enum class Privacy { Open, Serial, Person, Address };
+enum class Privacy { Open, Serial, Secret, Person, Address };
 
 struct Row {
     QString name;  // stable, for machines: "totalAmountOfRam"
@@ -69,6 +70,8 @@ Row item(const char *name, const QString &label, const Value &value = {});
 // "Disk #0", with the same name for all.
 Row numbered(const char *label, qsizetype number, const Value &value = {});
 
+// Says "None" behind a list that was read and is empty.
+Row withNone(Row list);
 // "Total Amount of RAM" -> "totalAmountOfRam"
 QString stableName(const QString &english);
 
@@ -76,8 +79,9 @@ struct Page {
     QString name; // "memory"
     QString title;
     std::vector<Row> sections = {};
-    QStringList notices = {}; // what is missing, in sentences for the user
-    QString summary = {};     // the machine in one sentence; of the first page only
+    QStringList notices = {};                  // what is missing, in sentences for the user
+    QString summary = {};                      // the machine in one sentence; of the first page only
+    std::optional<quint64> uptimeSeconds = {}; // what the page says about it, see updateUptime()
 
     bool operator==(const Page &) const = default;
 };

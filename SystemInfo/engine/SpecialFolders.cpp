@@ -16,6 +16,11 @@ Page specialFoldersPage(Machine &machine, const Publish &publish)
     std::ranges::sort(folders, [](const SpecialFolder &a, const SpecialFolder &b) {
         return a.name.compare(b.name, Qt::CaseInsensitive) < 0;
     });
+    // Some stand under two identifications.
+    const auto same = [](const SpecialFolder &a, const SpecialFolder &b) {
+        return a.common == b.common && a.name == b.name && a.path.compare(b.path, Qt::CaseInsensitive) == 0;
+    };
+    folders.erase(std::unique(folders.begin(), folders.end(), same), folders.end());
     for (const SpecialFolder &folder : folders) {
         if (machine.stopRequested())
             break;

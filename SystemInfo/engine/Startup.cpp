@@ -4,6 +4,7 @@
 #include "SystemInfo/engine/Format.h"
 #include "SystemInfo/engine/Pages.h"
 
+#include <QRegularExpression>
 #include <QtEndian>
 
 namespace systeminfo
@@ -119,7 +120,12 @@ QString programOf(const QString &command, const std::function<bool(const QString
         if (end < 0)
             break;
     }
-    return text.section(QLatin1Char(' '), 0, 0);
+    // It is gone: up to where its name seems to end.
+    static const QRegularExpression named(
+        QStringLiteral("^[^\"]*?\\.(?:exe|com|bat|cmd|vbs|js|ps1|lnk)(?= |$)"),
+        QRegularExpression::CaseInsensitiveOption);
+    const QString guess = named.match(text).captured();
+    return guess.isEmpty() ? text.section(QLatin1Char(' '), 0, 0) : guess;
 }
 
 StartupState startupState(const QByteArray &stored)
@@ -142,12 +148,12 @@ Page startupPage(Machine &machine, const Publish &publish)
     Row common = section(SYSTEMINFO_LABEL("Startup Folder of All Users"), windowsIcon);
     for (std::size_t i = 0; i < std::size(runKeys); ++i) {
         publish(page);
-        page.sections[i] = runKeyRow(machine, runKeys[i]);
+        page.sections[i] = withNone(runKeyRow(machine, runKeys[i]));
     }
     publish(page);
     addFiles(machine, user, common);
-    page.sections.push_back(std::move(user));
-    page.sections.push_back(std::move(common));
+    page.sections.push_back(withNone(std::move(user)));
+    page.sections.push_back(withNone(std::move(common)));
     return page;
 }
 

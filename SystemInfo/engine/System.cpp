@@ -3,6 +3,8 @@
 
 #include "SystemInfo/engine/Format.h"
 
+#include <algorithm>
+
 namespace systeminfo
 {
 
@@ -85,6 +87,22 @@ Row operatingSystemRow(const SystemFacts &facts, const WindowsRelease &release)
     top.add(fact(SYSTEMINFO_LABEL("Windows Directory"), facts.windowsFolder));
     top.add(fact(SYSTEMINFO_LABEL("Windows System Directory"), facts.systemFolder));
     return top;
+}
+
+std::vector<int> updateUptime(Page &page, quint64 seconds)
+{
+    const QString before = durationText(page.uptimeSeconds.value_or(0));
+    const QString now = durationText(seconds);
+    if (!page.uptimeSeconds || before == now || page.sections.empty())
+        return {};
+    std::vector<Row> &rows = page.sections[0].children;
+    const auto row = std::ranges::find(rows, stableName(QStringLiteral("Windows Uptime")), &Row::name);
+    if (row == rows.end())
+        return {};
+    row->value = now;
+    page.summary.replace(before, now);
+    page.uptimeSeconds = seconds;
+    return {0, static_cast<int>(row - rows.begin())};
 }
 
 } // namespace systeminfo

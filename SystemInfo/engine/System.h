@@ -19,4 +19,8 @@ WindowsRelease windowsRelease(const SystemFacts &facts, core::RegistryView &regi
 // The section that the first page and the page of the operating system share.
 Row operatingSystemRow(const SystemFacts &facts, const WindowsRelease &release);
 
+// Brings what the page says about the uptime to `seconds`; the position of its row, from the section on, or
+// none when nothing changed.
+std::vector<int> updateUptime(Page &page, quint64 seconds);
+
 } // namespace systeminfo

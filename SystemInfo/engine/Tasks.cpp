@@ -218,8 +218,10 @@ Page tasksPage(Machine &machine, const Publish &publish)
     }
     for (auto &[path, row] : folders)
         page.sections.push_back(std::move(row));
-    if (page.sections.empty())
-        page.sections = {section(SYSTEMINFO_LABEL("Task Scheduler"), QStringLiteral("SysInfoWindows16.png"))};
+    if (page.sections.empty()) {
+        Row none = section(SYSTEMINFO_LABEL("Task Scheduler"), QStringLiteral("SysInfoWindows16.png"));
+        page.sections = {list.read ? withNone(std::move(none)) : std::move(none)};
+    }
     if (!list.read)
         page.notices << Words::tr("The task scheduler did not answer.");
     if (list.cutOff)

@@ -32,6 +32,7 @@ public:
     std::vector<Adapter> adapters() override;
     std::vector<Connection> connections() override;
     QStringList printers() override;
+    std::vector<GraphicsAdapter> graphics() override;
     bool isPresent(const QString &deviceInstance) override;
     DriveAnswers drive(quint32 number) override;
     std::optional<int> encryptionState(const QString &root) override;

@@ -90,6 +90,7 @@ public:
     systeminfo::PowerStatus powerStatus;
     std::vector<systeminfo::Volume> volumes;
     std::vector<systeminfo::Adapter> adapterList;
+    std::vector<systeminfo::GraphicsAdapter> graphicsList;
     QStringList presentDevices;
     QStringList existingPaths;
     std::vector<systeminfo::StartupFile> files;
@@ -106,6 +107,7 @@ public:
     std::vector<systeminfo::Adapter> adapters() override { return adapterList; }
     std::vector<systeminfo::Connection> connections() override { return {}; }
     QStringList printers() override { return {}; }
+    std::vector<systeminfo::GraphicsAdapter> graphics() override { return graphicsList; }
     bool isPresent(const QString &id) override { return presentDevices.contains(id); }
     systeminfo::DriveAnswers drive(quint32) override { return {}; }
     std::optional<int> encryptionState(const QString &) override { return {}; }

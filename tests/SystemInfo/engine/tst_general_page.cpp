@@ -69,9 +69,10 @@ void GeneralPageTest::sections()
     QStringList titles;
     for (const Row &row : generalPage(machine, ignore).sections)
         titles << row.label;
-    QCOMPARE(titles.join(u'|'),
-             t("Operating System|CPU|Memory|Video Adapter|Screen Resolution|Monitor|Logical "
-               "Storage Device|Power|Network Adapter|Printer|Mouse|Keyboard|Network Connections"));
+    QCOMPARE(
+        titles.join(u'|'),
+        t("Operating System|CPU|Memory|Video Adapter|Screen Resolution|Monitor|Logical "
+          "Storage Device|Power|Network Adapter|Printer|Mouse|Keyboard|Network Connections|Graphics Memory"));
 }
 
 void GeneralPageTest::power()
@@ -118,14 +119,23 @@ void GeneralPageTest::volumesAndAdapters()
     machine.volumes = {{t("C:\\"), {}, 255411105792, 107503017984}, {t("E:\\"), t("Data"), 0, 0}};
     machine.adapterList = {
         {t("Fast card"), 6, t("10.0.0.2")}, {t("Loop"), 24, {}}, {t("Radio"), 71, t("0.0.0.0")}};
-    const Page page = generalPage(machine, ignore);
+    machine.graphicsList = {{t("Card"), quint64(8) << 30, quint64(1536) << 20}};
+    machine.facts = {.major = 10, .build = 22631, .uptimeSeconds = 3599};
+    Page page = generalPage(machine, ignore);
+    QCOMPARE(textAt(page, t("Graphics Memory/Card/Dedicated Memory")), t("8 GB"));
+    QCOMPARE(textAt(page, t("Graphics Memory/Card/Shared Memory")), t("1536 MB"));
     QCOMPARE(textAt(page, t("Memory/Physical Memory")), t("15 GB")); // truncated here
     QCOMPARE(textAt(page, t("Logical Storage Device/Local Disk (C:)")), t("237.87 GB (100.12 GB free)"));
     QVERIFY(rowAt(page.sections, t("Logical Storage Device/Data (E:)")));
     QCOMPARE(textAt(page, t("Network Adapter/Adapter #0/Type")), t("Ethernet"));
     QCOMPARE(textAt(page, t("Network Adapter/Adapter #1/Type")), t("Lookback"));
     QCOMPARE(textAt(page, t("Network Adapter/Adapter #2/Type")), t("Other"));
-    QCOMPARE(page.summary, t("A computer with 16 GB of memory and 237 GB of disk space."));
+    QCOMPARE(page.summary, t("A computer with 16 GB of memory and 237 GB of disk space, running Windows 11 "
+                             "for 59 minutes."));
+    QVERIFY(updateUptime(page, 3599).empty());
+    QCOMPARE(updateUptime(page, 3600), (std::vector<int>{0, 10}));
+    QCOMPARE(textAt(page, t("Operating System/Windows Uptime")), t("1 hour"));
+    QVERIFY(page.summary.endsWith(t("for 1 hour.")));
 }
 
 void GeneralPageTest::videoAdapter()
@@ -206,7 +216,10 @@ void GeneralPageTest::environment()
     machine.existingPaths = {t("C:\\Windows"), t("C:\\Tools")};
     machine.fakeRegistry.set(t("hkcu\\Environment"), t("Path"),
                              t("%SystemRoot%;\"C:\\Tools\";C:\\Gone;c:\\windows\\;"));
+    machine.fakeRegistry.set(t("hkcu\\Environment"), t("SERVICE_TOKEN"), t("a;b"));
     const Page page = environmentPage(machine, ignore);
+    const Row *secret = rowAt(page.sections, t("User Variables/SERVICE_TOKEN"));
+    QVERIFY(secret && secret->privacy == Privacy::Secret && secret->children.empty());
     const Row *path = rowAt(page.sections, t("User Variables/Path"));
     QVERIFY(path);
     QCOMPARE(labels(*path).join(u'|'), t("%SystemRoot%|C:\\Tools|C:\\Gone|c:\\windows\\"));
@@ -244,7 +257,8 @@ void GeneralPageTest::programs()
                                                           {"\"C:\\X Y\\z.exe\" 1", "C:\\X Y\\z.exe"},
                                                           {"\"unfinished", "unfinished"},
                                                           {"tool.exe -a", "tool.exe"},
-                                                          {"C:\\No where\\e.exe", "C:\\No"},
+                                                          {"C:\\No where\\e.exe -a", "C:\\No where\\e.exe"},
+                                                          {"C:\\No where -a", "C:\\No"},
                                                           {"", ""}};
     for (const auto &[command, program] : rows)
         QCOMPARE(programOf(t(command), exists), t(program));

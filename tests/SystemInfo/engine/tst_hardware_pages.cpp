@@ -29,9 +29,7 @@ private slots:
     void rows();
     void nothingReadable();
     void partitionWalk();
-    void cacheTexts();
-    void memoryTypes();
-    void makers();
+    void texts();
 };
 
 void HardwarePagesTest::values_data()
@@ -187,27 +185,18 @@ void HardwarePagesTest::partitionWalk()
     QCOMPARE(textAt(page, QStringLiteral("Storage/Disk #0")), QStringLiteral("Virtual"));
 }
 
-void HardwarePagesTest::cacheTexts()
+// The tables, where the recordings above do not go.
+void HardwarePagesTest::texts()
 {
-    QCOMPARE(secondLevelCache(1536).text, QStringLiteral("1 MB"));
     QCOMPARE(secondLevelCache(2048).text, QStringLiteral("2 MB"));
-    QCOMPARE(thirdLevelCache(1024).text, QStringLiteral("1024 MB"));
-    QCOMPARE(thirdLevelCache(1025).text, QStringLiteral("1 MB"));
-    QCOMPARE(thirdLevelCache(0).text, QStringLiteral("0 MB"));
-}
-
-void HardwarePagesTest::memoryTypes()
-{
-    const QMap<qint64, const char *> texts = {
-        {-1, "Other"}, {0, "Unknown"}, {1, "Other"},         {2, "DRAM"},   {9, "RAM"},
-        {19, "RDRAM"}, {20, "DDR"},    {22, "DDR2 FB-DIMM"}, {23, "Other"}, {24, "DDR3"},
-        {25, "FBD2"},  {26, "DDR4"},   {27, "Other"},        {34, "Other"}};
-    for (auto i = texts.cbegin(); i != texts.cend(); ++i)
-        QCOMPARE(memoryTypeText(i.key()), QString::fromLatin1(i.value()));
-}
-
-void HardwarePagesTest::makers()
-{
+    for (const auto &[kilobytes, text] :
+         {std::pair<quint64, const char *>(1024, "1024 MB"), {1025, "1 MB"}, {0, "0 MB"}})
+        QCOMPARE(thirdLevelCache(kilobytes).text, QString::fromLatin1(text));
+    const std::pair<qint64, const char *> types[] = {
+        {-1, "Other"}, {1, "Other"}, {2, "DRAM"},  {19, "RDRAM"}, {20, "DDR"},  {22, "DDR2 FB-DIMM"},
+        {23, "Other"}, {24, "DDR3"}, {25, "FBD2"}, {26, "DDR4"},  {27, "Other"}};
+    for (const auto &[type, text] : types)
+        QCOMPARE(memoryTypeText(type), QString::fromLatin1(text));
     for (const char *unchanged : {"0x80ce", "80CE", "0x802C000080AD", ""})
         QCOMPARE(memoryMaker(QString::fromLatin1(unchanged)), QString::fromLatin1(unchanged));
     QCOMPARE(memoryMaker(QStringLiteral("0xAD00")), QStringLiteral("0xAD00 (Hynix Semiconductor Inc.)"));

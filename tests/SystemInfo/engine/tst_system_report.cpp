@@ -103,7 +103,10 @@ void SystemReportTest::hostileJson()
 
 void SystemReportTest::blanking()
 {
-    const Page page = blanked(samplePage(), {t("ann"), t("a")});
+    Page whole = samplePage();
+    whole.sections[0].add(item("Entry", t("Proxy"), t("http://me:pw@host/S-1-5-21-1-22-333-1001")));
+    const Page page = blanked(whole, {t("ann"), t("a")});
+    QVERIFY(plainText(page).contains(t("http://(left out)@host/(left out)\n")));
     const QString text = plainText(page);
     QVERIFY(!text.contains(t("12345")));
     QVERIFY(text.contains(t("C:\\Users\\(left out)\\Annex"))); // the name as a word only
@@ -123,6 +126,9 @@ void SystemReportTest::comparison()
         if (row.kind != Difference::Kind::Same)
             found << row.path.last() + u'=' + row.first + u'>' + row.second;
     }
+    const Report shared{.pages = {blanked(before.pages[0], {})}};
+    for (const Difference &row : compareReports(before, shared))
+        QCOMPARE(row.kind, row.first == t("12345") ? Difference::Kind::NotCompared : Difference::Kind::Same);
     QCOMPARE(found, (QStringList{t("Total=16 GB>32 GB"), t("Serial Number=12345>"), t("RAM Slot=>B")}));
 }
 
