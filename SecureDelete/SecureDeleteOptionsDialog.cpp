@@ -70,9 +70,12 @@ void SecureDeleteOptionsDialog::buildMethods(QVBoxLayout *layout)
     layout->addLayout(row);
     m_passes->setEnabled(stored.method == Method::Random);
     auto *hint = new WrappedLabel(this);
-    hint->setText(
-        tr("One pass is enough for the hard disks of the last twenty years. More passes take longer in "
-           "proportion."));
+    // NIST Special Publication 800-88, revision 1, 2.4: "a single overwrite pass with a fixed pattern such as
+    // binary zeros typically hinders recovery of data even if state of the art laboratory techniques are
+    // applied".
+    hint->setText(tr(
+        "On magnetic disks a single pass is typically enough (NIST SP 800-88). Every further pass takes as "
+        "long again."));
     theme::makeMuted(hint);
     layout->addWidget(hint);
 }

@@ -41,7 +41,10 @@ class Win32File : public DoomedFile
 public:
     Win32File(Win32Disk &disk, const Item &item) : m_disk(disk), m_item(item)
     {
-        m_listed = {item.name, ItemKind::File, item.size, item.lastWriteTime, item.identity};
+        m_listed = {.name = item.name,
+                    .size = item.size,
+                    .lastWriteTime = item.lastWriteTime,
+                    .identity = item.identity};
     }
 
     Target *openForWriting(Fault &fault) override;
@@ -72,16 +75,17 @@ private:
     std::optional<GuardedItem> m_removing;
 };
 
-// The identity of the opened file is the item's from here on.
+// The number of the opened file is the item's from here on, and tells more cheaply what its identity has told
+// by now.
 void Win32File::readFacts()
 {
-    const std::optional<core::FileFacts> facts = platform::factsOf(m_writing->handle());
-    if (!facts)
-        return;
-    m_links = facts->linkCount;
-    m_listed.size = facts->size;
-    m_listed.lastWriteTime = facts->lastWriteTime;
-    m_listed.identity = facts->identity;
+    if (const auto facts = platform::quickFactsOf(m_writing->handle()))
+        m_links = facts->linkCount;
+    m_listed.number = platform::fileNumberOf(m_writing->handle());
+    if (m_listed.number)
+        m_listed.identity.reset();
+    else if (const auto facts = platform::factsOf(m_writing->handle()))
+        m_listed.identity = facts->identity;
 }
 
 Target *Win32File::openForWriting(Fault &fault)
@@ -129,7 +133,7 @@ void Win32File::close()
 {
     m_stream.reset();
     if (m_writing && m_writing->state() == Guarded::Done) {
-        if (const auto now = platform::sizeAndTimeOf(m_writing->handle())) {
+        if (const auto now = platform::quickFactsOf(m_writing->handle())) {
             m_listed.size = now->size;
             m_listed.lastWriteTime = now->lastWriteTime;
         }
@@ -220,7 +224,11 @@ platform::RawVolume &Win32Disk::volume(const QString &path)
 
 Fault Win32Disk::erase(const Item &item, ItemKind kind)
 {
-    return faultOf(folder(item).erase({item.name, kind, item.size, item.lastWriteTime, item.identity}));
+    return faultOf(folder(item).erase({.name = item.name,
+                                       .kind = kind,
+                                       .size = item.size,
+                                       .lastWriteTime = item.lastWriteTime,
+                                       .identity = item.identity}));
 }
 
 Fault Win32Disk::eraseLink(const Item &item)

@@ -7,12 +7,12 @@
 
 #include "SecureDelete/Win32Disk.h"
 #include "SecureDelete/engine/Shred.h"
-#include "bench/Bench.h"
-
-#include <QTemporaryDir>
+#include "bench/FileTree.h"
+#include "bench/Turns.h"
 
 #include <windows.h>
 
+#include <algorithm>
 #include <cstdlib>
 #include <string>
 #include <vector>
@@ -24,7 +24,7 @@ using namespace securedelete;
 
 constexpr int passes = 3;
 constexpr DWORD chunk = 65'536;
-constexpr quint64 largeFile = 64 << 20;
+constexpr quint64 largeFile = 512 << 20; // so that renaming does not count
 constexpr quint64 smallFile = 4096;
 
 class Silent : public ShredListener
@@ -46,12 +46,13 @@ std::wstring nameOf(int index)
 
 void makeFiles(const std::wstring &folder, int files, quint64 size)
 {
-    const std::vector<char> data(size, 'x');
+    const std::vector<char> data(std::min<quint64>(size, 16 << 20), 'x');
     for (int index = 0; index < files; ++index) {
         const HANDLE file = CreateFileW((folder + L'\\' + nameOf(index)).c_str(), GENERIC_WRITE, 0, nullptr,
                                         CREATE_NEW, 0, nullptr);
         DWORD written = 0;
-        WriteFile(file, data.data(), static_cast<DWORD>(size), &written, nullptr);
+        for (quint64 done = 0; done < size; done += written)
+            WriteFile(file, data.data(), static_cast<DWORD>(data.size()), &written, nullptr);
         FlushFileBuffers(file);
         CloseHandle(file);
     }
@@ -115,22 +116,16 @@ void shred(const QString &folder, PassBuffers &buffers)
         std::printf("%d files were left\n", result.rowsLeft);
 }
 
-void compare(const char *name, int files, quint64 size, int rounds)
+void compare(const char *what, int files, quint64 size, int rounds)
 {
-    std::vector<double> bare, ours;
-    for (int round = 0; round < rounds; ++round) {
-        const QTemporaryDir first, second;
-        const QString folder = second.path().replace(u'/', u'\\');
-        makeFiles(first.path().toStdWString(), files, size);
-        makeFiles(folder.toStdWString(), files, size);
-        bare.push_back(
-            bench::seconds([&] { bareShred(first.path().toStdWString(), files, size, size == smallFile); }));
-        ours.push_back(bench::seconds([&] { shred(folder, processBuffers()); }));
-    }
-    const std::string text = name;
-    bench::report(text + ", bare loop", bench::median(bare), "s");
-    bench::report(text + ", secure delete", bench::median(ours), "s");
-    bench::report(text + ", ratio", bench::median(ours) / bench::median(bare));
+    bench::FreshFolder folder;
+    const auto make = [&] {
+        folder.make();
+        makeFiles(folder.text(), files, size);
+    };
+    bench::takeTurns(what,
+                     {"bare loop", make, [&] { bareShred(folder.text(), files, size, size == smallFile); }},
+                     {"secure delete", make, [&] { shred(folder.path(), processBuffers()); }}, rounds);
 }
 
 } // namespace

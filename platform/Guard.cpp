@@ -69,7 +69,11 @@ std::wstring withSeparator(std::wstring path)
 
 ListedItem ShownItem::listed() const
 {
-    return {path.mid(path.lastIndexOf(u'\\') + 1), kind, size, lastWriteTime, identity};
+    return {.name = path.mid(path.lastIndexOf(u'\\') + 1),
+            .kind = kind,
+            .size = size,
+            .lastWriteTime = lastWriteTime,
+            .identity = identity};
 }
 
 // Links are followed here and nowhere else. Without sharing its removal, so that it stays what it is.
@@ -138,18 +142,17 @@ GuardedItem GuardedFolder::open(const ListedItem &item, Access access) const
 
 Guarded GuardedFolder::compare(HANDLE file, const ListedItem &item, Access access) const
 {
-    FILE_NETWORK_OPEN_INFORMATION facts;
-    if (!openInformation(file, facts))
+    const std::optional<QuickFacts> facts = quickFactsOf(file);
+    if (!facts)
         return Guarded::Failed;
     // Before anything else is compared: where a link cannot be opened itself, the facts are its target's.
     if (!liesHere(file, item.name))
         return Guarded::ThroughLink;
-    if (kindOf(file, facts.FileAttributes) != item.kind)
+    if (kindOf(file, facts->attributes) != item.kind)
         return Guarded::Changed;
     const bool same = item.kind != ItemKind::File ||
-                      (static_cast<quint64>(facts.EndOfFile.QuadPart) == item.size &&
-                       static_cast<quint64>(facts.LastWriteTime.QuadPart) == item.lastWriteTime);
-    if (!same)
+                      (facts->size == item.size && facts->lastWriteTime == item.lastWriteTime);
+    if (!same || (item.number && fileNumberOf(file) != item.number))
         return Guarded::Changed;
     if (item.identity) {
         const std::optional<core::FileFacts> whole = factsOf(file);
@@ -158,10 +161,10 @@ Guarded GuardedFolder::compare(HANDLE file, const ListedItem &item, Access acces
     }
     if (access == Access::Look)
         return Guarded::Done;
-    if (core::isPlaceholder(facts.FileAttributes))
+    if (core::isPlaceholder(facts->attributes))
         return Guarded::InCloud;
     if (item.kind != ItemKind::Folder)
-        return (facts.FileAttributes & FILE_ATTRIBUTE_READONLY) != 0 ? Guarded::ReadOnly : Guarded::Done;
+        return (facts->attributes & FILE_ATTRIBUTE_READONLY) != 0 ? Guarded::ReadOnly : Guarded::Done;
     const QString path = QString::fromStdWString(rawFinalPath(file, HeldFile::Form::Drive));
     return protectionOf(path.isEmpty() ? m_path + u'\\' + item.name : path, protectedPlaces()) ==
                    Protection::Holds

@@ -31,6 +31,9 @@ struct ListedItem {
     quint64 lastWriteTime = 0;
     // Empty when it was not asked for, or the file system does not tell; then size and time must do.
     std::optional<core::FileIdentity> identity = std::nullopt;
+    // Its number in the volume: as good as the identity for one that is opened in the same folder object
+    // again, and far cheaper.
+    std::optional<quint64> number = std::nullopt;
 };
 
 // The same with its place: what a list of chosen items shows.

@@ -14,12 +14,16 @@ namespace platform
 
 std::optional<core::FileFacts> factsOf(HANDLE file);
 
-// The quick part of them: the identity asks for the volume as well, which costs far more.
-struct SizeAndTime {
+// The quick part of them: an identity asks for the volume as well, which costs far more.
+struct QuickFacts {
+    quint32 attributes = 0;
     quint64 size = 0;
     quint64 lastWriteTime = 0; // FILETIME
+    quint32 linkCount = 1;     // hard links
 };
-std::optional<SizeAndTime> sizeAndTimeOf(HANDLE file);
+std::optional<QuickFacts> quickFactsOf(HANDLE file);
+// Within its volume; empty where the file system gives none.
+std::optional<quint64> fileNumberOf(HANDLE file);
 
 // As Windows writes it, "\\?\" included; empty when it cannot be told.
 std::wstring rawFinalPath(HANDLE file, HeldFile::Form form);

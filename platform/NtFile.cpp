@@ -58,20 +58,30 @@ NTSTATUS markForRemoval(HANDLE file)
     return NtSetInformationFile(file, &done, &information, sizeof information, FileDispositionInformation);
 }
 
-bool openInformation(HANDLE file, FILE_NETWORK_OPEN_INFORMATION &information)
+// Two questions that Wine answers from the open file; the one that would do asks it for the path there.
+std::optional<QuickFacts> quickFactsOf(HANDLE file)
 {
     IO_STATUS_BLOCK done = {};
-    return NtQueryInformationFile(file, &done, &information, sizeof information,
-                                  FileNetworkOpenInformation) >= 0;
+    FILE_BASIC_INFORMATION basic;
+    FILE_STANDARD_INFORMATION standard;
+    if (NtQueryInformationFile(file, &done, &basic, sizeof basic, FileBasicInformation) < 0 ||
+        NtQueryInformationFile(file, &done, &standard, sizeof standard, FileStandardInformation) < 0)
+        return std::nullopt;
+    return QuickFacts{.attributes = basic.FileAttributes,
+                      .size = static_cast<quint64>(standard.EndOfFile.QuadPart),
+                      .lastWriteTime = static_cast<quint64>(basic.LastWriteTime.QuadPart),
+                      .linkCount = standard.NumberOfLinks};
 }
 
-std::optional<SizeAndTime> sizeAndTimeOf(HANDLE file)
+std::optional<quint64> fileNumberOf(HANDLE file)
 {
-    FILE_NETWORK_OPEN_INFORMATION facts;
-    if (!openInformation(file, facts))
+    IO_STATUS_BLOCK done = {};
+    FILE_INTERNAL_INFORMATION information;
+    if (NtQueryInformationFile(file, &done, &information, sizeof information, FileInternalInformation) < 0)
         return std::nullopt;
-    return SizeAndTime{static_cast<quint64>(facts.EndOfFile.QuadPart),
-                       static_cast<quint64>(facts.LastWriteTime.QuadPart)};
+    const auto number = static_cast<quint64>(information.IndexNumber.QuadPart);
+    constexpr quint64 none = ~quint64{0}; // it needs more than 64 bits (ReFS)
+    return number == 0 || number == none ? std::nullopt : std::optional(number);
 }
 
 DWORD reparseTagOf(HANDLE file)

@@ -20,7 +20,6 @@ NTSTATUS renameAt(HANDLE file, HANDLE folder, QStringView name);
 // It goes when its last handle is closed.
 NTSTATUS markForRemoval(HANDLE file);
 
-bool openInformation(HANDLE file, FILE_NETWORK_OPEN_INFORMATION &information);
 // 0 when it cannot be told.
 DWORD reparseTagOf(HANDLE file);
 // A junction, mount point or symbolic link, and not a cloud or deduplication tag. Tag 0 is how Wine shows a

@@ -71,6 +71,8 @@ struct Scene {
             else
                 plain.append(disk.makeFile(name, QByteArray(static_cast<int>(random() % 90), 'x')));
         }
+        // The canary's name, and its folder's, in another case: no link, and not the canary.
+        plain.append(disk.makeFile(folders.last() + u"\\OUT.d\\Canary.TXT"_s, "sings"));
         disk.makeHardLink(folders.last() + u"\\hard"_s, u"out\\canary.txt"_s);
         disk.makeLink(folders.last() + u"\\out"_s, u"out"_s);
         disk.makeLink(folders.last() + u"\\up"_s, u"root"_s);

@@ -4,7 +4,7 @@
 
 #include <QTest>
 
-#include <deque>
+#include <random>
 
 using namespace Qt::StringLiterals;
 using namespace securedelete;
@@ -113,6 +113,7 @@ private slots:
     void cancelling();
     void rowsAndFolders();
     void linksAreRemovedAndNeverEntered();
+    void whatLiesBehindLinksIsNeverTouched();
     void streamsAndSparseFiles();
     void clusters_data();
     void clusters();
@@ -331,6 +332,53 @@ void TestShred::linksAreRemovedAndNeverEntered()
     QCOMPARE(run.disk.log, (QStringList{u"link junction"_s, u"link symlink"_s}));
     QCOMPARE(faultOf(result, u"C:\\d\\t\\unknown"_s), Fault::Denied);
     QCOMPARE(run.written, quint64{0});
+}
+
+// Random trees with links of every kind, and names that differ only in their case, as Linux folders have them
+// on Windows. The fake lists what a link leads to as if it lay there, so entering one would be seen.
+void TestShred::whatLiesBehindLinksIsNeverTouched()
+{
+    constexpr quint32 folderLink = core::AttributeDirectory | core::AttributeReparsePoint;
+    struct Kind {
+        quint32 attributes;
+        quint32 tag;
+    };
+    const Kind kinds[] = {{0, 0},
+                          {0, 0},
+                          {core::AttributeDirectory, 0},
+                          {core::AttributeDirectory, 0},
+                          {folderLink, 0xA0000003}, // a junction, or the mount point of a volume
+                          {folderLink, 0xA000000C}, // a symbolic link
+                          {core::AttributeReparsePoint, 0xA000000C},
+                          {folderLink, 0}}; // as Wine shows one
+    for (unsigned seed = 1; seed <= 40; ++seed) {
+        std::mt19937 random(seed);
+        Run run;
+        QStringList folders{u"C:\\d\\t"_s}, plain, foreign;
+        run.disk.add(folders[0], 0, core::AttributeDirectory);
+        for (int index = 0; index < 60; ++index) {
+            const QString name = (random() % 2 == 0 ? u"name%1"_s : u"NAME%1"_s).arg(random() % 9);
+            const QString path =
+                folders[static_cast<int>(random() % static_cast<unsigned>(folders.size()))] + u'\\' + name;
+            const Kind &kind = kinds[random() % std::size(kinds)];
+            if (run.disk.files.contains(path))
+                continue;
+            run.disk.add(path, kind.attributes == 0 ? random() % 100 : 0, kind.attributes).tag = kind.tag;
+            if (kind.attributes == core::AttributeDirectory)
+                folders.append(path);
+            else if (kind.attributes == 0)
+                plain.append(path);
+            else
+                foreign.append(path + u"\\canary"_s);
+        }
+        for (const QString &path : std::as_const(foreign))
+            run.disk.add(path, 4);
+        run.of(QStringList{folders[0]});
+        for (const QString &path : std::as_const(foreign))
+            QVERIFY2(run.disk.files.contains(path) && run.disk.files[path].writes.empty(), qPrintable(path));
+        for (const QString &path : std::as_const(plain))
+            QVERIFY2(!run.disk.files.contains(path), qPrintable(path));
+    }
 }
 
 void TestShred::streamsAndSparseFiles()
