@@ -4,17 +4,18 @@
 #include "ExtractIcon/ExportIconDialog.h"
 #include "ExtractIcon/IconFiles.h"
 #include "ExtractIcon/IconSizesView.h"
+#include "ExtractIcon/PageHead.h"
 #include "ExtractIcon/Settings.h"
 #include "ExtractIcon/engine/BitmapDecoder.h"
 #include "platform/Dialogs.h"
 #include "platform/Shell.h"
 #include "platform/TopLevelWindows.h"
+#include "widgets/Controls.h"
 #include "widgets/DropFrame.h"
 #include "widgets/ElidedLabel.h"
 #include "widgets/EmptyState.h"
 #include "widgets/FLPopupMenu.h"
 #include "widgets/NoticeBar.h"
-#include "widgets/PageHeader.h"
 #include "widgets/SearchLine.h"
 #include "widgets/Theme.h"
 
@@ -93,16 +94,9 @@ QWidget *ExtractIconForm::buildPage()
 
 QWidget *ExtractIconForm::buildHeader()
 {
-    auto *head = new QWidget(this);
-    auto *column = new QVBoxLayout(head);
-    column->setContentsMargins({});
-    column->setSpacing(theme::space);
-    auto *header = new PageHeader(PageHeader::Kind::Start, this);
-    header->setTitle(tr("Windows Icon Extractor"));
-    header->setText(tr("Extract Icons from Windows libraries and exe files."));
-    column->addWidget(header);
-    auto *row = new QHBoxLayout;
-    column->addLayout(row);
+    auto *head = new icons::PageHead(tr("Windows Icon Extractor"),
+                                     tr("Extract Icons from Windows libraries and exe files."), this);
+    QHBoxLayout *row = head->buttonRow();
     m_load = controls::pushButton(head, {.objectName = "loadButton",
                                          .image = "FolderSearch24",
                                          .text = tr("Load Icons from Windows Library")});

@@ -2,6 +2,7 @@
 #include "ExtractIcon/Image2IcoForm.h"
 
 #include "ExtractIcon/IconFiles.h"
+#include "ExtractIcon/PageHead.h"
 #include "ExtractIcon/Settings.h"
 #include "ExtractIcon/engine/CropSquare.h"
 #include "ExtractIcon/engine/IconWriter.h"
@@ -10,10 +11,10 @@
 #include "platform/Dialogs.h"
 #include "platform/KnownFolders.h"
 #include "platform/Shell.h"
+#include "widgets/Controls.h"
 #include "widgets/DropFrame.h"
 #include "widgets/JobHost.h"
 #include "widgets/NoticeBar.h"
-#include "widgets/PageHeader.h"
 #include "widgets/Theme.h"
 
 #include <QAction>
@@ -109,16 +110,9 @@ Image2IcoForm::Image2IcoForm(QWidget *parent)
 
 QWidget *Image2IcoForm::buildHeader()
 {
-    auto *head = new QWidget(this);
-    auto *column = new QVBoxLayout(head);
-    column->setContentsMargins({});
-    column->setSpacing(theme::space);
-    auto *header = new PageHeader(PageHeader::Kind::Start, this);
-    header->setTitle(tr("Windows Icon Generator"));
-    header->setText(tr("Create Windows icon from any PNG or JPG image."));
-    column->addWidget(header);
-    auto *row = new QHBoxLayout;
-    column->addLayout(row);
+    auto *head = new icons::PageHead(tr("Windows Icon Generator"),
+                                     tr("Create Windows icon from any PNG or JPG image."), this);
+    QHBoxLayout *row = head->buttonRow();
     QPushButton *add = controls::pushButton(head, {.objectName = "addButton",
                                                    .image = "FolderOpen24",
                                                    .text = tr("Add Pictures"),

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "automation/AgentLink.h"
 
+#include "platform/HotKey.h"
 #include "platform/Shell.h"
 #include "platform/TopLevelWindows.h"
 #include "settings/Settings.h"
@@ -45,6 +46,19 @@ void applyToAgent(bool featureOn)
         postToAgent(platform::messageReloadSettings);
     else
         postToAgent(messageClose);
+}
+
+bool isKeyTaken(const ShortcutCommand &command, bool on)
+{
+    if (command.key.size() != 1)
+        return false;
+    const platform::HotKey keys =
+        platform::hotKeyOf(command.key[0], command.uses(Modifier::Ctrl), command.uses(Modifier::Shift),
+                           command.uses(Modifier::Windows));
+    const WId agent = agentWindow();
+    if (keys.key == 0 || platform::holdsHotKey(agent, keys))
+        return false;
+    return (agent && on) || !platform::hotKeyIsFree(keys);
 }
 
 } // namespace automation

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "automation/HotkeyAddDialog.h"
 
+#include "automation/AgentLink.h"
 #include "automation/engine/KnownKeys.h"
 #include "platform/Dialogs.h"
 #include "widgets/Controls.h"
@@ -220,6 +221,8 @@ void HotkeyAddDialog::check()
     else if (entered.action == ShortcutAction::OpenWebsite &&
              automation::openableAddress(entered.target).isEmpty())
         notice = tr("This is not the address of a website.");
+    else if (notice.isEmpty() && automation::isKeyTaken(entered, false))
+        notice = tr("Windows or another program uses this combination already.");
     m_notice->setText(notice);
     // Without a key the stored form means another shortcut; everything else is stored as it was typed.
     m_save->setEnabled(!entered.key.isEmpty());

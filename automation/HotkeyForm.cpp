@@ -82,6 +82,8 @@ void HotkeyForm::buildWidgets()
     m_view->header()->resizeSection(shortcutColumn, 220);
 
     m_notice = new NoticeBar(this);
+    m_conflicts = new NoticeBar(this);
+    m_conflicts->setObjectName(QStringLiteral("conflictsNotice"));
     m_agent = new QLabel(this);
     m_agent->setObjectName(QStringLiteral("agentLabel"));
     m_startAgent = controls::pushButton(this, {"startAgentButton", "", tr("Start the Agent")});
@@ -119,6 +121,7 @@ void HotkeyForm::buildLayout()
     layout->addLayout(agentRow);
     layout->addWidget(m_toolBar);
     layout->addWidget(m_view, 3);
+    layout->addWidget(m_conflicts);
     layout->addWidget(logTitle);
     layout->addWidget(m_log, 1);
 }
@@ -148,6 +151,7 @@ void HotkeyForm::connectWidgets()
         if (!isVisible())
             return;
         showAgent();
+        showConflicts();
         showLog();
     });
     m_refresh.start();
@@ -228,6 +232,7 @@ void HotkeyForm::apply()
 {
     applyToAgent(m_enabled->isChecked());
     showAgent();
+    m_refresh.start(); // the agent has a whole interval to take up what was stored
 }
 
 void HotkeyForm::add()
@@ -295,6 +300,36 @@ void HotkeyForm::showAgent()
     m_agent->setText(runs ? tr("The background agent is running.")
                           : tr("The background agent is not running."));
     m_startAgent->setVisible(!runs && m_enabled->isChecked());
+}
+
+// A shortcut that Windows does not give to the agent has a sign in its row, and a sentence below the list.
+void HotkeyForm::showConflicts()
+{
+    QStringList taken;
+    for (int row = 0; row < m_model->rowCount(); ++row) {
+        QStandardItem *item = m_model->item(row, shortcutColumn);
+        const auto command = parseCommand(commandAt(row));
+        const bool refused = command && isKeyTaken(*command, m_enabled->isChecked());
+        if (refused)
+            taken.append(item->text());
+        if (refused == item->icon().isNull()) {
+            item->setIcon(refused ? controls::image("Warning16") : QIcon());
+            item->setToolTip(refused ? tr("Windows or another program uses this combination.") : QString());
+        }
+    }
+    const QString text =
+        taken.isEmpty()
+            ? QString()
+            : tr("Windows or another program uses %1: it does nothing here until that ends. Another "
+                 "combination works at once.")
+                  .arg(taken.join(QStringLiteral(", ")));
+    if (text == m_conflictsShown)
+        return;
+    m_conflictsShown = text;
+    if (text.isEmpty())
+        m_conflicts->hide();
+    else
+        m_conflicts->showNotice(NoticeBar::Kind::Warning, text);
 }
 
 void HotkeyForm::showLog()

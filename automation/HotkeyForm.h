@@ -52,6 +52,7 @@ private:
     void testCurrent();
     void moveCurrent(int by);
     void showAgent();
+    void showConflicts();
     void showLog();
 
     QCheckBox *m_enabled;
@@ -65,9 +66,11 @@ private:
     FLTreeView *m_view;
     QStandardItemModel *m_model;
     NoticeBar *m_notice;
+    NoticeBar *m_conflicts;
     QLabel *m_agent;
     QPushButton *m_startAgent;
     FLTreeWidget *m_log;
     QTimer m_refresh;
-    QDateTime m_logShown; // last write of the log on show
+    QString m_conflictsShown; // put away by the user or not
+    QDateTime m_logShown;     // last write of the log on show
 };

@@ -54,6 +54,7 @@ struct ShortcutCommand {
     QString workingFolder; // of the two that start programs; may be empty
     int delay = 0;         // seconds, of Restart and ShutDown
 
+    bool uses(Modifier modifier) const { return first == modifier || second == modifier; }
     bool operator==(const ShortcutCommand &) const = default;
 };
 

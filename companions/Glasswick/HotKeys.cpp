@@ -16,26 +16,10 @@ namespace agent
 namespace
 {
 
-UINT flagOf(Modifier modifier)
+platform::HotKey hotKeyOf(const ShortcutCommand &command)
 {
-    switch (modifier) {
-    case Modifier::Ctrl:
-        return MOD_CONTROL;
-    case Modifier::Shift:
-        return MOD_SHIFT;
-    case Modifier::Windows:
-        return MOD_WIN;
-    }
-    return 0;
-}
-
-// The key that carries the character on the present keyboard, 0 when none does. Shift is not asked for: the
-// modifiers are the user's.
-UINT virtualKey(const QString &key)
-{
-    const SHORT scanned = key.size() == 1 ? VkKeyScanW(key[0].toUpper().unicode()) : SHORT(-1);
-    const UINT code = scanned == -1 ? 0 : LOBYTE(scanned);
-    return code == 0xff ? 0 : code;
+    return platform::hotKeyOf(command.key[0], command.uses(Modifier::Ctrl), command.uses(Modifier::Shift),
+                              command.uses(Modifier::Windows));
 }
 
 } // namespace
@@ -68,28 +52,27 @@ void HotKeys::registerAll()
                 QStringLiteral("Not registered: the stored shortcut cannot be read"));
             continue;
         }
-        const UINT key = virtualKey(command->key);
-        const UINT modifiers = flagOf(command->first) | flagOf(command->second) | MOD_NOREPEAT;
-        if (key == 0) {
+        const platform::HotKey keys = hotKeyOf(*command);
+        const quint32 error =
+            keys.key == 0 ? 0
+                          : platform::registerHotKey(window(), static_cast<int>(m_registered.size()), keys);
+        if (keys.key == 0)
             log(automation::keyText(*command),
                 QStringLiteral("Not registered: this keyboard has no such key"));
-        } else if (RegisterHotKey(m_surroundings.window, static_cast<int>(m_registered.size()), modifiers,
-                                  key)) {
-            m_registered.push_back(*command);
-        } else if (GetLastError() == ERROR_HOTKEY_ALREADY_REGISTERED) {
+        else if (error == 0)
+            m_registered.push_back({*command, keys});
+        else if (error == ERROR_HOTKEY_ALREADY_REGISTERED)
             log(automation::keyText(*command),
                 QStringLiteral("Not registered: Windows or another program uses this combination"));
-        } else {
-            log(automation::keyText(*command),
-                QStringLiteral("Not registered: error %1").arg(GetLastError()));
-        }
+        else
+            log(automation::keyText(*command), QStringLiteral("Not registered: error %1").arg(error));
     }
 }
 
 void HotKeys::unregisterAll()
 {
     for (std::size_t id = 0; id < m_registered.size(); ++id)
-        UnregisterHotKey(m_surroundings.window, static_cast<int>(id));
+        platform::unregisterHotKey(window(), static_cast<int>(id), m_registered[id].keys);
     m_registered.clear();
 }
 
@@ -98,7 +81,7 @@ bool HotKeys::handle(UINT message, WPARAM wParam, LPARAM)
     if (message == WM_HOTKEY) {
         if (wParam < m_registered.size()) {
             // Carrying one out may handle messages, and so reload the list.
-            const ShortcutCommand command = m_registered[wParam];
+            const ShortcutCommand command = m_registered[wParam].command;
             perform(command);
         }
         return true;

@@ -5,6 +5,7 @@
 #include "companions/Glasswick/Countdown.h"
 #include "companions/Glasswick/Feature.h"
 #include "companions/Glasswick/PlainPaste.h"
+#include "platform/HotKey.h"
 
 #include <vector>
 
@@ -22,6 +23,12 @@ public:
     bool handle(UINT message, WPARAM wParam, LPARAM lParam) override;
 
 private:
+    struct Registered {
+        automation::ShortcutCommand command;
+        platform::HotKey keys;
+    };
+
+    WId window() const { return reinterpret_cast<WId>(m_surroundings.window); }
     void registerAll();
     void unregisterAll();
     void perform(const automation::ShortcutCommand &command);
@@ -29,7 +36,7 @@ private:
 
     Surroundings m_surroundings;
     // The number of a hot key is its index; those that could not be registered hold nothing.
-    std::vector<automation::ShortcutCommand> m_registered;
+    std::vector<Registered> m_registered;
     PlainPaste m_paste;
     Countdown m_countdown;
 };

@@ -1,11 +1,13 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "automation/HotkeyAddDialog.h"
 #include "automation/HotkeyForm.h"
+#include "platform/HotKey.h"
 #include "settings/HotKeySettings.h"
 #include "tests/support/FakeDialogs.h"
 #include "tests/support/FakeShell.h"
 #include "tests/support/FakeWindow.h"
 #include "tests/support/RegistryTest.h"
+#include "widgets/NoticeBar.h"
 
 #include <QCheckBox>
 #include <QComboBox>
@@ -57,6 +59,8 @@ private slots:
     void keepsWhatItCannotRead();
     void tellsTheAgent_data();
     void tellsTheAgent();
+    void tellsWhoHoldsAKey_data();
+    void tellsWhoHoldsAKey();
     void dialogStoresWhatItShows_data();
     void dialogStoresWhatItShows();
     void dialogTakesOneKey();
@@ -147,6 +151,45 @@ void HotkeyFormTest::tellsTheAgent()
     if (!shell.agents.isEmpty())
         QCOMPARE(shell.agents.first(), u"C:\\suite\\Glasswick.exe"_s);
     QTEST(agent ? agent->taken() : QList<unsigned>(), "told");
+}
+
+void HotkeyFormTest::tellsWhoHoldsAKey_data()
+{
+    QTest::addColumn<bool>("agentRuns");
+    QTest::addColumn<bool>("agentHolds");
+    QTest::addColumn<bool>("otherHolds");
+    QTest::addColumn<bool>("taken");
+    QTest::newRow("nobody") << false << false << false << false;
+    QTest::newRow("another program") << false << false << true << true;
+    QTest::newRow("the agent") << true << true << false << false;
+    QTest::newRow("the agent did not get it") << true << false << true << true;
+}
+
+void HotkeyFormTest::tellsWhoHoldsAKey()
+{
+    QFETCH(const bool, agentRuns);
+    QFETCH(const bool, agentHolds);
+    QFETCH(const bool, otherHolds);
+    QFETCH(const bool, taken);
+    const tests::FakeShell shell;
+    settings::hotKeysEnabled.write(true);
+    settings::hotKeyCommands.write({u"01K4"_s});
+    const tests::FakeWindow other(u"Other"_s, u"Other"_s);
+    std::optional<FakeAgent> agent;
+    if (agentRuns)
+        agent.emplace();
+    const platform::HotKey keys = platform::hotKeyOf(u'k', true, true, false);
+    if (agentHolds || otherHolds)
+        QCOMPARE(platform::registerHotKey(agentHolds ? agent->id() : other.id(), 1, keys), 0U);
+    HotkeyForm form;
+    form.show();
+    const auto *notice = form.findChild<NoticeBar *>(u"conflictsNotice"_s);
+    QTest::qWait(1200);
+    QCOMPARE(notice->text().contains(u"Ctrl+Shift+K"_s), taken);
+    if (otherHolds && !agentRuns) {
+        platform::unregisterHotKey(other.id(), 1, keys);
+        QTRY_VERIFY(notice->text().isEmpty());
+    }
 }
 
 void HotkeyFormTest::dialogStoresWhatItShows_data()

@@ -1,0 +1,25 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include <QWidget>
+
+class QHBoxLayout;
+
+namespace icons
+{
+
+// What both pages have at the top: title and sentence, and under them a row for buttons.
+class PageHead : public QWidget
+{
+    Q_OBJECT
+
+public:
+    PageHead(const QString &title, const QString &text, QWidget *parent);
+
+    QHBoxLayout *buttonRow() const { return m_row; }
+
+private:
+    QHBoxLayout *m_row;
+};
+
+} // namespace icons
