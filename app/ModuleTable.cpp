@@ -11,7 +11,9 @@
 #include "SecureDelete/SecureDeleteForm.h"
 #include "SystemInfo/SystemInfoForm.h"
 #include "TrackCleaner/TrackCleanerForm.h"
+#include "automation/AutoDarkModeForm.h"
 #include "automation/HotkeyForm.h"
+#include "automation/StayAwakeForm.h"
 #include "widgets/FLWidget.h"
 
 #include <algorithm>
@@ -44,6 +46,7 @@ ModuleTable ModuleTable::suite()
          .buttonName = "autoDarkButton",
          .panelText = QT_TR_NOOP("Auto Dark Mode"),
          .panelOrder = 1,
+         .create = create<AutoDarkModeForm>,
          .homeLog = "autoDarkMode"},
         {.id = 1,
          .cardTitle = QT_TR_NOOP("Auto Wallpaper Changer"),
@@ -185,6 +188,7 @@ ModuleTable ModuleTable::suite()
              QT_TR_NOOP("Keep your PC awake and simulate click to prevent screensaver from starting and "
                         "avoid app to change your status or availability."),
          .icon = IMAGE("StayAwake48"),
+         .create = create<StayAwakeForm>,
          .shellEvents = {ShellEvent::StayAwakeState}},
         {.id = 5,
          .cardTitle = QT_TR_NOOP("System Information"),

@@ -2,10 +2,9 @@
 #include "automation/HotkeyForm.h"
 
 #include "automation/AgentLink.h"
+#include "automation/AgentLogView.h"
 #include "automation/HotkeyAddDialog.h"
-#include "automation/engine/AgentLog.h"
 #include "platform/Dialogs.h"
-#include "platform/KnownFolders.h"
 #include "platform/TopLevelWindows.h"
 #include "settings/HotKeySettings.h"
 #include "widgets/Controls.h"
@@ -15,8 +14,6 @@
 #include "widgets/Theme.h"
 
 #include <QCheckBox>
-#include <QFile>
-#include <QFileInfo>
 #include <QHeaderView>
 #include <QItemSelectionModel>
 #include <QLabel>
@@ -34,8 +31,6 @@ namespace
 enum Column { shortcutColumn, actionColumn, columnCount };
 constexpr int commandRole = Qt::UserRole + 1;
 constexpr int refreshInterval = 1000; // ms, while the page is on the screen
-constexpr int maxLogRows = 200;
-constexpr int smallestLogHeight = 96;
 
 } // namespace
 
@@ -48,7 +43,7 @@ HotkeyForm::HotkeyForm(QWidget *parent)
     connectWidgets();
     load();
     showAgent();
-    showLog();
+    m_log->refresh();
 }
 
 void HotkeyForm::buildWidgets()
@@ -87,15 +82,7 @@ void HotkeyForm::buildWidgets()
     m_agent = new QLabel(this);
     m_agent->setObjectName(QStringLiteral("agentLabel"));
     m_startAgent = controls::pushButton(this, {"startAgentButton", "", tr("Start the Agent")});
-    m_log = new FLTreeWidget(this);
-    m_log->setObjectName(QStringLiteral("logTreeWidget"));
-    m_log->setAccessibleName(tr("What happened"));
-    m_log->setHeaderLabels({tr("Time"), tr("Shortcut"), tr("What happened")});
-    m_log->setRootIsDecorated(false);
-    m_log->setPlaceholder(tr("Nothing has happened yet."));
-    m_log->setMinimumHeight(smallestLogHeight);
-    m_log->header()->resizeSection(0, 150);
-    m_log->header()->resizeSection(1, 150);
+    m_log = new AgentLogView(features::shortcutKeys, this);
 }
 
 void HotkeyForm::buildLayout()
@@ -152,7 +139,7 @@ void HotkeyForm::connectWidgets()
             return;
         showAgent();
         showConflicts();
-        showLog();
+        m_log->refresh();
     });
     m_refresh.start();
     OnTreeViewSelectionChanged({}, {});
@@ -330,19 +317,4 @@ void HotkeyForm::showConflicts()
         m_conflicts->hide();
     else
         m_conflicts->showNotice(NoticeBar::Kind::Warning, text);
-}
-
-void HotkeyForm::showLog()
-{
-    QFile file(agentLogPath(platform::knownFolder(platform::KnownFolder::LocalAppData)));
-    const QDateTime written = QFileInfo(file).lastModified();
-    if (written == m_logShown || !file.open(QIODevice::ReadOnly))
-        return;
-    m_logShown = written;
-    const QList<LogEntry> entries = parseLog(file.read(2 * maxLogBytes));
-    m_log->clear();
-    for (auto entry = entries.crbegin(); entry != entries.crend() && m_log->topLevelItemCount() < maxLogRows;
-         ++entry)
-        new QTreeWidgetItem(m_log, {entry->time.toString(QStringLiteral("yyyy-MM-dd hh:mm:ss")),
-                                    entry->subject, entry->text});
 }

@@ -3,11 +3,10 @@
 
 #include "widgets/FLWidget.h"
 
-#include <QDateTime>
 #include <QTimer>
 
+class AgentLogView;
 class FLTreeView;
-class FLTreeWidget;
 class NoticeBar;
 class QCheckBox;
 class QItemSelection;
@@ -53,7 +52,6 @@ private:
     void moveCurrent(int by);
     void showAgent();
     void showConflicts();
-    void showLog();
 
     QCheckBox *m_enabled;
     QToolBar *m_toolBar;
@@ -69,8 +67,7 @@ private:
     NoticeBar *m_conflicts;
     QLabel *m_agent;
     QPushButton *m_startAgent;
-    FLTreeWidget *m_log;
+    AgentLogView *m_log;
     QTimer m_refresh;
     QString m_conflictsShown; // put away by the user or not
-    QDateTime m_logShown;     // last write of the log on show
 };

@@ -14,9 +14,20 @@ namespace automation
 // Of the whole file; the older half goes when it is full.
 inline constexpr qsizetype maxLogBytes = 64 * 1024;
 
+// The features by the names that log and settings know them by.
+namespace features
+{
+inline constexpr QStringView shortcutKeys = u"Shortcut keys";
+inline constexpr QStringView stayAwake = u"Stay awake";
+inline constexpr QStringView autoDarkMode = u"Auto dark mode";
+inline constexpr QStringView trayIcon = u"Tray icon";
+inline constexpr QStringView taskbar = u"Transparent taskbar";
+inline constexpr QStringView wallpaper = u"Wallpaper changer";
+} // namespace features
+
 struct LogEntry {
     QDateTime time;
-    QString feature; // "hot keys"
+    QString feature; // one of the above
     QString subject; // "Ctrl+Shift+K"
     QString text;    // "notepad was started"
 

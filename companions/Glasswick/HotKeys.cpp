@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "companions/Glasswick/HotKeys.h"
 
+#include "automation/engine/AgentLog.h"
 #include "companions/Glasswick/Launch.h"
 #include "companions/Glasswick/Log.h"
 #include "platform/TopLevelWindows.h"
@@ -129,7 +130,7 @@ void HotKeys::perform(const ShortcutCommand &command)
 
 void HotKeys::log(const QString &subject, const QString &text) const
 {
-    m_surroundings.log.write(QStringLiteral("Shortcut keys"), subject, text);
+    m_surroundings.log.write(automation::features::shortcutKeys, subject, text);
 }
 
 } // namespace agent

@@ -17,9 +17,10 @@ Log::Log(const QString &path) : m_path(path)
     QDir().mkpath(QFileInfo(path).path());
 }
 
-void Log::write(const QString &feature, const QString &subject, const QString &text)
+void Log::write(QStringView feature, const QString &subject, const QString &text)
 {
-    const QByteArray line = automation::logLine({QDateTime::currentDateTime(), feature, subject, text});
+    const QByteArray line =
+        automation::logLine({QDateTime::currentDateTime(), feature.toString(), subject, text});
     if (QFileInfo(m_path).size() + line.size() > automation::maxLogBytes) {
         QFile full(m_path);
         QSaveFile kept(m_path);

@@ -13,7 +13,7 @@ class Log
 public:
     explicit Log(const QString &path);
 
-    void write(const QString &feature, const QString &subject, const QString &text);
+    void write(QStringView feature, const QString &subject, const QString &text);
 
 private:
     QString m_path;

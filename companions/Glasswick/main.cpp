@@ -4,15 +4,19 @@
 // one thread, one hidden window that the application finds by class and title. The forms store settings and
 // tell it to reload them; it needs none of the toolkit's windows.
 #include "automation/engine/AgentLog.h"
+#include "companions/Glasswick/DarkModeFeature.h"
+#include "companions/Glasswick/EventSource.h"
 #include "companions/Glasswick/Feature.h"
 #include "companions/Glasswick/HotKeys.h"
 #include "companions/Glasswick/Log.h"
+#include "companions/Glasswick/StayAwakeFeature.h"
 #include "platform/Handle.h"
 #include "platform/KnownFolders.h"
 #include "platform/Text.h"
 #include "platform/TopLevelWindows.h"
 #include "settings/Settings.h"
 
+#include <algorithm>
 #include <array>
 #include <vector>
 
@@ -30,7 +34,12 @@ std::unique_ptr<agent::Feature> make(const agent::Surroundings &surroundings)
     return std::make_unique<Kind>(surroundings);
 }
 
-constexpr std::array featureTable{agent::FeatureRow{"Shortcut keys", make<agent::HotKeys>}};
+constexpr std::array featureTable{agent::FeatureRow{"Shortcut keys", make<agent::HotKeys>},
+                                  agent::FeatureRow{"Stay awake", make<agent::StayAwakeFeature>},
+                                  agent::FeatureRow{"Auto dark mode", make<agent::DarkModeFeature>}};
+
+// The timers of the features follow each other from here; others of the window have other numbers.
+constexpr UINT_PTR firstTimer = 100;
 
 class Agent
 {
@@ -43,6 +52,7 @@ public:
 private:
     static LRESULT CALLBACK procedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam);
     LRESULT handle(UINT message, WPARAM wParam, LPARAM lParam);
+    bool handleEvent(UINT message, WPARAM wParam, LPARAM lParam);
     void reload();
 
     agent::Log m_log;
@@ -91,7 +101,7 @@ bool Agent::run()
     if (!m_window)
         return false;
     for (const agent::FeatureRow &row : featureTable)
-        m_features.push_back(row.make({m_window, m_log}));
+        m_features.push_back(row.make({m_window, m_log, firstTimer + m_features.size()}));
     reload();
     MSG message;
     while (GetMessageW(&message, nullptr, 0, 0) > 0) {
@@ -112,6 +122,21 @@ void Agent::reload()
         feature->reload();
 }
 
+bool Agent::handleEvent(UINT message, WPARAM wParam, LPARAM lParam)
+{
+    if (message == WM_TIMER && wParam >= firstTimer && wParam < firstTimer + m_features.size()) {
+        KillTimer(m_window, wParam);
+        m_features[wParam - firstTimer]->take(agent::eventNow(automation::EventKind::Due));
+        return true;
+    }
+    const auto event = agent::eventOf(message, wParam, lParam);
+    if (event) {
+        for (const auto &feature : m_features)
+            feature->take(*event);
+    }
+    return event.has_value();
+}
+
 LRESULT Agent::handle(UINT message, WPARAM wParam, LPARAM lParam)
 {
     switch (message) {
@@ -119,7 +144,7 @@ LRESULT Agent::handle(UINT message, WPARAM wParam, LPARAM lParam)
         reload();
         return 0;
     case WM_CLOSE:
-        keepStartedAtLogon();
+        reload(); // what was switched off is undone as such
         PostQuitMessage(0);
         return 0;
     case WM_ENDSESSION:
@@ -129,9 +154,12 @@ LRESULT Agent::handle(UINT message, WPARAM wParam, LPARAM lParam)
     default:
         break;
     }
-    for (const auto &feature : m_features) {
-        if (feature->handle(message, wParam, lParam))
-            return 0;
+    // Windows wants its own answer to these messages.
+    if (!handleEvent(message, wParam, lParam)) {
+        for (const auto &feature : m_features) {
+            if (feature->handle(message, wParam, lParam))
+                return 0;
+        }
     }
     return DefWindowProcW(m_window, message, wParam, lParam);
 }
@@ -149,6 +177,15 @@ LRESULT CALLBACK Agent::procedure(HWND window, UINT message, WPARAM wParam, LPAR
 }
 
 } // namespace
+
+void agent::Surroundings::wakeAfter(qint64 milliseconds) const
+{
+    if (milliseconds < 0)
+        KillTimer(window, timer);
+    else
+        SetTimer(window, timer, static_cast<UINT>(std::min<qint64>(milliseconds, USER_TIMER_MAXIMUM)),
+                 nullptr);
+}
 
 int WINAPI WinMain(HINSTANCE, HINSTANCE, LPSTR, int)
 {

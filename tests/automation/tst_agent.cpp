@@ -3,7 +3,12 @@
 // Drives the real agent: its window, its keys, its log.
 #include "automation/engine/AgentLog.h"
 #include "platform/KnownFolders.h"
+#include "platform/TopLevelWindows.h"
+#include "settings/AgentState.h"
+#include "settings/AutoDarkSettings.h"
 #include "settings/HotKeySettings.h"
+#include "settings/StayAwakeSettings.h"
+#include "tests/support/FakeWindow.h"
 #include "tests/support/RegistryTest.h"
 #include "tests/support/TestFolder.h"
 
@@ -109,6 +114,9 @@ private slots:
     void restartCanBeStopped();
     void oneAtATime();
     void endsOnClose();
+    void staysAwakeUntilAProgramEnds();
+    void staysAwakeOverAKill();
+    void switchesTheTheme();
 };
 
 void AgentTest::initTestCase()
@@ -201,6 +209,85 @@ void AgentTest::endsOnClose()
     QVERIFY(!settings::valueExists(run, u"Fernlight Larkspur Agent"));
     QVERIFY(RegisterHotKey(nullptr, 1, MOD_CONTROL | MOD_SHIFT, 'K'));
     UnregisterHotKey(nullptr, 1);
+}
+
+void AgentTest::staysAwakeUntilAProgramEnds()
+{
+    const tests::FakeWindow mainWindow(platform::toolkitWindowClass(), u"Fernlight Larkspur"_s);
+    QProcess program;
+    program.start(u"cmd.exe"_s, {u"/c"_s, u"pause"_s});
+    QVERIFY(program.waitForStarted());
+    settings::writeDword(settings::keys::wakeward, u"simulatePressTimeOut", 77);
+    settings::stayAwakeActive.write(true);
+    Agent agent;
+    QCOMPARE(settings::awakeNudgeSeconds.read(), 77);
+    settings::awakeProgram.write(u"CMD.EXE"_s);
+    SendMessageW(agentWindow(), reloadSettings, 0, 0);
+    QVERIFY(settings::readAgentState(automation::features::stayAwake).next.contains(u"CMD.EXE"_s));
+    program.kill();
+    QVERIFY(program.waitForFinished());
+    QTRY_VERIFY(!settings::stayAwakeActive.read());
+    QTRY_VERIFY(isLogged(u"Off"_s, u"CMD.EXE has ended"_s));
+    // On, and off again.
+    QList<WPARAM> states;
+    MSG message;
+    while (PeekMessageW(&message, reinterpret_cast<HWND>(mainWindow.id()), platform::messageStayAwakeState,
+                        platform::messageStayAwakeState, PM_REMOVE))
+        states.append(message.wParam);
+    QCOMPARE(states, (QList<WPARAM>{1, 0}));
+}
+
+void AgentTest::staysAwakeOverAKill()
+{
+    settings::stayAwakeActive.write(true);
+    settings::awakeDuration.write(30);
+    for (const bool over : {false, true}) {
+        if (over)
+            settings::writeAgentNote(settings::awakeEndNote, u"2026-01-01T00:00:00Z"_s);
+        Agent agent;
+        QTRY_COMPARE(settings::stayAwakeActive.read(), !over);
+        QCOMPARE(settings::readAgentNote(settings::awakeEndNote).isEmpty(), over);
+        agent.process().kill();
+        QVERIFY(agent.process().waitForFinished());
+        QTRY_VERIFY(!agentWindow());
+    }
+}
+
+void AgentTest::switchesTheTheme()
+{
+    constexpr QStringView key = u"Software\\Microsoft\\Windows\\CurrentVersion\\Themes\\Personalize";
+    const auto apps = [&] {
+        quint32 light = 7;
+        settings::readDword(key, u"AppsUseLightTheme", light);
+        return light;
+    };
+    settings::writeDword(key, u"AppsUseLightTheme", 1);
+    settings::writeDword(key, u"SystemUsesLightTheme", 1);
+    settings::autoDarkEnabled.write(true);
+    settings::autoDarkAction.write(1);
+    // Dark from now on for some hours: the light hour is half a day ahead.
+    const QTime now = QTime::currentTime();
+    settings::darkHour.write(now.hour() % 12 == 0 ? 12 : now.hour() % 12);
+    settings::darkPeriod.write(now.hour() / 12);
+    settings::lightHour.write(settings::darkHour.read());
+    settings::lightPeriod.write(1 - now.hour() / 12);
+    Agent agent;
+    QTRY_COMPARE(apps(), 0U);
+    QVERIFY(isLogged(u"Dark"_s, u"Your hour"_s));
+    quint32 system = 7;
+    QVERIFY(settings::readDword(key, u"SystemUsesLightTheme", system) && system == 1);
+    SendMessageW(agentWindow(), platform::messageSwitchTheme, 0, 0);
+    QCOMPARE(apps(), 1U);
+    SendMessageW(agentWindow(), reloadSettings, 0, 0); // respected
+    QCOMPARE(apps(), 1U);
+    SendMessageW(agentWindow(), platform::messageSwitchTheme, 0, 0);
+    QCOMPARE(apps(), 0U);
+    settings::autoDarkEnabled.write(false);
+    PostMessageW(agentWindow(), WM_CLOSE, 0, 0);
+    QVERIFY(agent.process().waitForFinished());
+    QCOMPARE(apps(), 1U);
+    settings::deleteValue(key, u"AppsUseLightTheme");
+    settings::deleteValue(key, u"SystemUsesLightTheme");
 }
 
 QTEST_MAIN(AgentTest)

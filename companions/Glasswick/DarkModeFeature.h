@@ -1,0 +1,31 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include "automation/engine/DarkMode.h"
+#include "companions/Glasswick/Feature.h"
+
+namespace agent
+{
+
+// Switches Windows and its apps to light and dark. The theme stays when the agent ends, and becomes what it
+// was before when the user switches the feature off.
+class DarkModeFeature final : public Feature
+{
+public:
+    explicit DarkModeFeature(const Surroundings &surroundings);
+    ~DarkModeFeature() override;
+
+    void reload() override;
+    void take(const automation::Event &event) override;
+    bool handle(UINT message, WPARAM wParam, LPARAM lParam) override;
+
+private:
+    void decide(const automation::Event &event);
+    void undo();
+
+    Surroundings m_surroundings;
+    automation::DarkMode m_rule;
+    automation::DarkSettings m_settings;
+};
+
+} // namespace agent

@@ -1,0 +1,46 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include "automation/engine/StayAwake.h"
+#include "companions/Glasswick/Countdown.h"
+#include "companions/Glasswick/Feature.h"
+#include "platform/WaitHandle.h"
+
+#include <array>
+
+namespace agent
+{
+
+// Keeps the PC awake as the user asked, and tells the main window's page of its state.
+class StayAwakeFeature final : public Feature
+{
+public:
+    explicit StayAwakeFeature(const Surroundings &surroundings);
+    ~StayAwakeFeature() override;
+
+    void reload() override;
+    void take(const automation::Event &event) override;
+    bool handle(UINT message, WPARAM wParam, LPARAM lParam) override;
+
+private:
+    void decide(const automation::Event &event);
+    void hold();
+    void release();
+    void watchPower();
+    // Waits for the end of the program that the user named; an event at once when it does not run.
+    void watchProgram(const QString &name);
+    void setScheme();
+    void restoreScheme();
+    void log(const QString &subject, const QString &text) const;
+
+    Surroundings m_surroundings;
+    automation::StayAwake m_rule;
+    automation::AwakeSettings m_settings;
+    bool m_awake = false;
+    std::array<platform::PowerNotice, 3> m_power;
+    platform::ObjectHandle m_program; // before the wait for it: it ends later
+    platform::WaitHandle m_wait;
+    Countdown m_countdown;
+};
+
+} // namespace agent

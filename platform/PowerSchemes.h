@@ -1,0 +1,22 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include <QList>
+#include <QString>
+
+// Windows' power schemes. Any thread.
+namespace platform
+{
+
+struct PowerScheme {
+    QString id; // "{8c5e7fda-e8bf-4a96-9a85-a6e23a8c635c}"
+    QString name;
+};
+
+// In Windows' own order; empty where Windows tells none.
+QList<PowerScheme> powerSchemes();
+// Empty when Windows does not tell.
+QString activePowerScheme();
+bool activatePowerScheme(const QString &id);
+
+} // namespace platform
