@@ -152,6 +152,14 @@ bool MainWindow::nativeEvent(const QByteArray &, void *message, qintptr *)
     case platform::messageStayAwakeState:
         tellPages(ShellEvent::StayAwakeState, static_cast<quint32>(received->wParam));
         break;
+    case platform::messageOpenModule: {
+        // Pages only: what starts with administrator rights is started by the user's own click.
+        const Module *module = m_table.find(static_cast<int>(received->wParam));
+        if (module && module->kind == Module::Kind::Page)
+            QMetaObject::invokeMethod(
+                this, [this, id = module->id] { onOpenModule(id); }, Qt::QueuedConnection);
+        break;
+    }
     default:
         break;
     }

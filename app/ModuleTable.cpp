@@ -13,7 +13,9 @@
 #include "TrackCleaner/TrackCleanerForm.h"
 #include "automation/AutoDarkModeForm.h"
 #include "automation/HotkeyForm.h"
+#include "automation/MyTrayIconForm.h"
 #include "automation/StayAwakeForm.h"
+#include "automation/TransparentTaskbarModuleForm.h"
 #include "widgets/FLWidget.h"
 
 #include <algorithm>
@@ -114,7 +116,8 @@ ModuleTable ModuleTable::suite()
          .icon = IMAGE("MyTrayIcon48"),
          .buttonName = "myTrayIconButton",
          .panelText = QT_TR_NOOP("My Tray Icon"),
-         .panelOrder = 6},
+         .panelOrder = 6,
+         .create = create<MyTrayIconForm>},
         {.id = 11,
          .cardTitle = QT_TR_NOOP("Process Manager"),
          .cardName = "ProcessManager",
@@ -220,7 +223,8 @@ ModuleTable ModuleTable::suite()
          .icon = IMAGE("Glasswick48"),
          .buttonName = "transparentTaskbarButton",
          .panelText = QT_TR_NOOP("Transparent Taskbar"),
-         .panelOrder = 14},
+         .panelOrder = 14,
+         .create = create<TransparentTaskbarModuleForm>},
         {.id = 8,
          .cardTitle = QT_TR_NOOP("Troubleshooter"),
          .cardName = "Troubleshooter",

@@ -17,6 +17,8 @@ inline constexpr unsigned messageSwitchTheme = 0x0400 + 602;
 inline constexpr unsigned messageRefreshIconExtractor = 0x0400 + 107; // 1131, to the main window
 inline constexpr unsigned messageLoggedOnly = 0x0400 + 108;           // 1132, to the main window
 inline constexpr unsigned messageStayAwakeState = 0x0400 + 704;       // 1728, to the main window
+// To the main window; wParam: the id of the module whose page is to be shown.
+inline constexpr unsigned messageOpenModule = 0x0400 + 705;
 
 // The first top-level window of this class and title; 0 when there is none.
 WId findTopLevelWindow(const QString &className, const QString &title);

@@ -10,6 +10,8 @@
 #include "companions/Glasswick/HotKeys.h"
 #include "companions/Glasswick/Log.h"
 #include "companions/Glasswick/StayAwakeFeature.h"
+#include "companions/Glasswick/TaskbarFeature.h"
+#include "companions/Glasswick/TrayIcon.h"
 #include "platform/Handle.h"
 #include "platform/KnownFolders.h"
 #include "platform/Text.h"
@@ -36,7 +38,9 @@ std::unique_ptr<agent::Feature> make(const agent::Surroundings &surroundings)
 
 constexpr std::array featureTable{agent::FeatureRow{"Shortcut keys", make<agent::HotKeys>},
                                   agent::FeatureRow{"Stay awake", make<agent::StayAwakeFeature>},
-                                  agent::FeatureRow{"Auto dark mode", make<agent::DarkModeFeature>}};
+                                  agent::FeatureRow{"Auto dark mode", make<agent::DarkModeFeature>},
+                                  agent::FeatureRow{"Transparent taskbar", make<agent::TaskbarFeature>},
+                                  agent::FeatureRow{"Tray icon", make<agent::TrayIcon>}};
 
 // The timers of the features follow each other from here; others of the window have other numbers.
 constexpr UINT_PTR firstTimer = 100;

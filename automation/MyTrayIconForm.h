@@ -1,0 +1,16 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include "automation/FeaturePage.h"
+
+// Whether the suite's icon with its quick menu is in the notification area.
+class MyTrayIconForm : public FeaturePage
+{
+    Q_OBJECT
+
+public:
+    explicit MyTrayIconForm(QWidget *parent = nullptr);
+
+protected:
+    QString outlook() const override;
+};

@@ -1,0 +1,20 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include "automation/FeaturePage.h"
+#include "widgets/SettingsBinding.h"
+
+// How much of the desktop shows through the taskbar.
+class TransparentTaskbarModuleForm : public FeaturePage
+{
+    Q_OBJECT
+
+public:
+    explicit TransparentTaskbarModuleForm(QWidget *parent = nullptr);
+
+protected:
+    QString outlook() const override;
+
+private:
+    SettingsBinding m_binding;
+};

@@ -1,0 +1,30 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include "automation/engine/Taskbar.h"
+#include "companions/Glasswick/Feature.h"
+
+namespace agent
+{
+
+// Makes the taskbars of all monitors transparent, by the call that Windows' own parts use and does not
+// document; nothing is put into Explorer.
+class TaskbarFeature final : public Feature
+{
+public:
+    explicit TaskbarFeature(const Surroundings &surroundings);
+    ~TaskbarFeature() override;
+
+    void reload() override;
+    void take(const automation::Event &event) override;
+
+private:
+    void apply();
+    void restore();
+
+    Surroundings m_surroundings;
+    automation::Taskbar m_rule;
+    automation::TaskbarSettings m_settings;
+};
+
+} // namespace agent

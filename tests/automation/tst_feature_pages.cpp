@@ -1,0 +1,165 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "automation/AutoDarkModeForm.h"
+#include "automation/StayAwakeForm.h"
+#include "automation/TransparentTaskbarModuleForm.h"
+#include "automation/engine/AgentLog.h"
+#include "settings/AgentState.h"
+#include "settings/AutoDarkSettings.h"
+#include "settings/StayAwakeSettings.h"
+#include "settings/TaskbarSettings.h"
+#include "tests/support/FakeShell.h"
+#include "tests/support/FakeWindow.h"
+#include "tests/support/RegistryTest.h"
+#include "widgets/NoticeBar.h"
+#include "widgets/WrappedLabel.h"
+
+#include <QCheckBox>
+#include <QComboBox>
+#include <QLabel>
+#include <QLineEdit>
+#include <QPushButton>
+#include <QRadioButton>
+#include <QSlider>
+#include <QSpinBox>
+#include <QTest>
+#include <QTimeEdit>
+
+using namespace Qt::StringLiterals;
+
+class FeaturePagesTest : public tests::RegistryTest
+{
+    Q_OBJECT
+
+private slots:
+    void showsWhatTheAgentLeft();
+    void storesHowLong();
+    void aProgramMustBeNamed();
+    void hoursAreStoredInTwelves_data();
+    void hoursAreStoredInTwelves();
+    void tellsOfTheSun();
+    void damagedSettings();
+};
+
+void FeaturePagesTest::showsWhatTheAgentLeft()
+{
+    const tests::FakeShell shell;
+    StayAwakeForm form;
+    form.show();
+    const auto text = [&form](const char *name) {
+        return form.findChild<WrappedLabel *>(QString::fromLatin1(name))->text();
+    };
+    auto *start = form.findChild<QPushButton *>(u"startAgentButton"_s);
+    QCOMPARE(text("nowLabel"), u"Off"_s);
+    QVERIFY(!start->isVisible());
+    form.findChild<QCheckBox *>(u"checkBox"_s)->click();
+    QVERIFY(settings::stayAwakeActive.read());
+    QCOMPARE(shell.agents.size(), 1);
+    QVERIFY(start->isVisible());
+    start->click();
+    QCOMPARE(shell.agents.size(), 2);
+
+    settings::writeAgentState(automation::features::stayAwake, {u"It is so"_s, u"Ends some day"_s});
+    form.shellEvent(ShellEvent::StayAwakeState, 1);
+    QCOMPARE(text("nowLabel"), u"On"_s); // of an agent that was killed
+    const tests::FakeWindow agent(u"GLASSWICK"_s, u"Transparent Taskbar"_s);
+    form.shellEvent(ShellEvent::StayAwakeState, 1);
+    QCOMPARE(text("nowLabel"), u"On. It is so."_s);
+    QCOMPARE(text("nextLabel"), u"Ends some day"_s);
+    QVERIFY(!start->isVisible());
+    settings::stayAwakeActive.write(false); // by the agent
+    form.shellEvent(ShellEvent::StayAwakeState, 0);
+    QVERIFY(!form.findChild<QCheckBox *>(u"checkBox"_s)->isChecked());
+    QCOMPARE(shell.agents.size(), 2);
+}
+
+void FeaturePagesTest::storesHowLong()
+{
+    const tests::FakeShell shell;
+    settings::awakeDuration.write(7);
+    StayAwakeForm form;
+    QVERIFY(form.findChild<QRadioButton *>(u"durationRadioButton"_s)->isChecked());
+    auto *unit = form.findChild<QComboBox *>(u"durationUnitComboBox"_s);
+    unit->setCurrentIndex(1);
+    emit unit->activated(1);
+    QCOMPARE(settings::awakeDurationUnit.read(), 1);
+    QCOMPARE(settings::awakeDuration.read(), 7);
+    form.findChild<QRadioButton *>(u"foreverRadioButton"_s)->click();
+    QCOMPARE(settings::awakeDuration.read(), 0);
+    form.findChild<QCheckBox *>(u"monitorOnCheckBox"_s)->click();
+    QVERIFY(!settings::awakeMonitorOn.read());
+}
+
+void FeaturePagesTest::aProgramMustBeNamed()
+{
+    const tests::FakeShell shell;
+    StayAwakeForm form;
+    form.findChild<QRadioButton *>(u"programRadioButton"_s)->click();
+    auto *box = form.findChild<QCheckBox *>(u"checkBox"_s);
+    box->click();
+    QVERIFY(!box->isChecked() && !settings::stayAwakeActive.read());
+    QVERIFY(!form.findChild<NoticeBar *>()->text().isEmpty());
+    auto *line = form.findChild<QComboBox *>(u"programComboBox"_s)->lineEdit();
+    QTest::keyClicks(line, u"setup.exe"_s);
+    QTest::keyClick(line, Qt::Key_Return);
+    QCOMPARE(settings::awakeProgram.read(), u"setup.exe"_s);
+    box->click();
+    QVERIFY(settings::stayAwakeActive.read());
+}
+
+void FeaturePagesTest::hoursAreStoredInTwelves_data()
+{
+    QTest::addColumn<QTime>("time");
+    QTest::addColumn<QList<int>>("stored");
+    QTest::newRow("midnight") << QTime(0, 5) << QList<int>{12, 5, 0};
+    QTest::newRow("noon") << QTime(12, 0) << QList<int>{12, 0, 1};
+    QTest::newRow("evening") << QTime(23, 59) << QList<int>{11, 59, 1};
+}
+
+void FeaturePagesTest::hoursAreStoredInTwelves()
+{
+    QFETCH(const QTime, time);
+    const tests::FakeShell shell;
+    AutoDarkModeForm form;
+    form.findChild<QTimeEdit *>(u"darkTimeEdit"_s)->setTime(time);
+    const QList<int> found{settings::darkHour.read(), settings::darkMinute.read(),
+                           settings::darkPeriod.read()};
+    QTEST(found, "stored");
+    AutoDarkModeForm again;
+    QCOMPARE(again.findChild<QTimeEdit *>(u"darkTimeEdit"_s)->time(), time);
+}
+
+void FeaturePagesTest::tellsOfTheSun()
+{
+    const tests::FakeShell shell;
+    AutoDarkModeForm form;
+    auto *tomorrow = form.findChild<QLabel *>(u"tomorrowLabel"_s);
+    QVERIFY(tomorrow->text().contains(u"07:00"_s));
+    form.findChild<QRadioButton *>(u"sunRadioButton"_s)->click();
+    QVERIFY(!tomorrow->text().contains(u"sunset"_s));
+    for (const auto &[name, text] :
+         {std::pair(u"latitudeLineEdit"_s, u"52,52"_s), std::pair(u"longitudeLineEdit"_s, u"13.4"_s)}) {
+        auto *line = form.findChild<QLineEdit *>(name);
+        line->setText(text);
+        emit line->editingFinished();
+    }
+    QVERIFY(tomorrow->text().contains(u"sunset"_s));
+    QCOMPARE(settings::autoDarkLatitude.read(), u"52,52"_s);
+    form.findChild<QLineEdit *>(u"latitudeLineEdit"_s)->setText(u"95"_s);
+    emit form.findChild<QLineEdit *>(u"latitudeLineEdit"_s)->editingFinished();
+    QVERIFY(form.findChild<QLabel *>(u"placeLabel"_s)->text().contains(u"-90"_s));
+}
+
+void FeaturePagesTest::damagedSettings()
+{
+    settings::writeDword(settings::keys::autoDarkMode, u"DarkHour", 77);
+    settings::writeString(settings::keys::glasswick, u"TransparentLevel", u"much");
+    settings::writeDword(settings::keys::glasswick, u"TaskbarBackgroundMode", 9);
+    const AutoDarkModeForm dark;
+    QCOMPARE(dark.findChild<QTimeEdit *>(u"darkTimeEdit"_s)->time(), QTime(19, 0));
+    const TransparentTaskbarModuleForm taskbar;
+    QCOMPARE(taskbar.findChild<QSlider *>(u"levelSlider"_s)->value(), 50);
+    QCOMPARE(taskbar.findChild<QComboBox *>(u"modeComboBox"_s)->currentIndex(), 0);
+}
+
+QTEST_MAIN(FeaturePagesTest)
+#include "tst_feature_pages.moc"
