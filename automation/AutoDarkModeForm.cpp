@@ -91,6 +91,7 @@ void AutoDarkModeForm::addHours()
     m_dark = timeEdit("darkTimeEdit", tr("Dark from"), settings::darkHour, settings::darkMinute,
                       settings::darkPeriod);
     auto *row = new QHBoxLayout;
+    row->setSpacing(theme::spaceSnug);
     row->addWidget(button);
     row->addWidget(m_light);
     row->addWidget(new QLabel(tr("dark from"), this));
@@ -117,6 +118,7 @@ void AutoDarkModeForm::addSun()
     m_binding.add(m_latitude, settings::autoDarkLatitude);
     m_binding.add(m_longitude, settings::autoDarkLongitude);
     auto *row = new QHBoxLayout;
+    row->setSpacing(theme::spaceSnug);
     row->addWidget(button);
     row->addWidget(m_latitude);
     row->addWidget(new QLabel(tr("longitude"), this));

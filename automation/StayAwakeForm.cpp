@@ -7,6 +7,7 @@
 #include "settings/AgentState.h"
 #include "settings/StayAwakeSettings.h"
 #include "widgets/NoticeBar.h"
+#include "widgets/Theme.h"
 
 #include <QCheckBox>
 #include <QComboBox>
@@ -22,6 +23,7 @@ namespace
 QHBoxLayout *row(std::initializer_list<QWidget *> widgets)
 {
     auto *layout = new QHBoxLayout;
+    layout->setSpacing(theme::spaceSnug);
     for (QWidget *widget : widgets)
         layout->addWidget(widget);
     layout->addStretch();

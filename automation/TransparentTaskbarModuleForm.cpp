@@ -3,6 +3,7 @@
 
 #include "automation/engine/AgentLog.h"
 #include "settings/TaskbarSettings.h"
+#include "widgets/Theme.h"
 
 #include <QCheckBox>
 #include <QComboBox>
@@ -38,6 +39,7 @@ TransparentTaskbarModuleForm::TransparentTaskbarModuleForm(QWidget *parent)
     connect(level, &QSlider::valueChanged, percent,
             [percent](int value) { percent->setText(tr("%1 %").arg(value)); });
     auto *row = new QHBoxLayout;
+    row->setSpacing(theme::spaceSnug);
     row->addWidget(level);
     row->addWidget(percent);
     settingsForm()->addRow(tr("Transparency:"), row);

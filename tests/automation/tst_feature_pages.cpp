@@ -49,7 +49,7 @@ void FeaturePagesTest::showsWhatTheAgentLeft()
         return form.findChild<WrappedLabel *>(QString::fromLatin1(name))->text();
     };
     auto *start = form.findChild<QPushButton *>(u"startAgentButton"_s);
-    QCOMPARE(text("nowLabel"), u"Off"_s);
+    QTRY_COMPARE(text("nowLabel"), u"Off"_s);
     QVERIFY(!start->isVisible());
     form.findChild<QCheckBox *>(u"checkBox"_s)->click();
     QVERIFY(settings::stayAwakeActive.read());
