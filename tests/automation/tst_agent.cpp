@@ -279,7 +279,7 @@ void AgentTest::switchesTheTheme()
     settings::lightPeriod.write(1 - now.hour() / 12);
     Agent agent;
     QTRY_COMPARE(apps(), 0U);
-    QVERIFY(isLogged(u"Dark"_s, u"Your hour"_s));
+    QTRY_VERIFY(isLogged(u"Dark"_s, u"Your hour"_s));
     quint32 system = 7;
     QVERIFY(settings::readDword(key, u"SystemUsesLightTheme", system) && system == 1);
     SendMessageW(agentWindow(), platform::messageSwitchTheme, 0, 0);
