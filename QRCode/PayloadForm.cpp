@@ -37,9 +37,9 @@ PayloadForm::PayloadForm(const QString &description, QWidget *parent)
 {
     m_column->setContentsMargins(0, theme::space, theme::spaceSnug, theme::space);
     m_column->setSpacing(theme::spaceTight);
+    m_column->addStretch();
     if (!description.isEmpty())
         addHint(description);
-    m_column->addStretch();
 }
 
 void PayloadForm::addHint(const QString &text)
@@ -89,8 +89,11 @@ QPlainTextEdit *PayloadForm::addText(const QString &label, const char *name, con
 {
     auto *text = new QPlainTextEdit(setting.read(), this);
     text->setTabChangesFocus(true);
+    // As high as the page has room for, instead of as its own hint says.
     text->setMinimumHeight(3 * theme::rowHeight);
+    text->setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Ignored);
     addField(label, name, text, std::move(check));
+    m_column->setStretchFactor(text, 1);
     connect(text, &QPlainTextEdit::textChanged, this, &PayloadForm::refresh);
     m_savers.push_back([text, setting] { setting.write(text->toPlainText()); });
     return text;

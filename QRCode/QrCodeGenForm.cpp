@@ -70,8 +70,7 @@ QrCodeGenForm::QrCodeGenForm(QWidget *parent) : FLWidget(parent)
     connect(m_progress, &ScanPage::scanCancel, &m_jobs, &JobHost::cancel);
 
     connect(m_style, &StylePanel::changed, this, &QrCodeGenForm::encode);
-    showKind(static_cast<PayloadForm *>(m_forms->widget(0)));
-    encode();
+    addKinds();
 }
 
 QrCodeGenForm::~QrCodeGenForm()
@@ -95,7 +94,6 @@ void QrCodeGenForm::buildPage(QWidget *page)
     connect(m_saveAnyway, &QAction::triggered, this, &QrCodeGenForm::saveRefused);
     auto *row = new QHBoxLayout;
     row->setSpacing(theme::spaceWide);
-    m_forms = new QStackedWidget;
     row->addWidget(buildKinds());
     row->addWidget(buildInput(), 3);
     row->addWidget(buildResult(), 3);
@@ -105,69 +103,75 @@ void QrCodeGenForm::buildPage(QWidget *page)
 }
 
 template <class Form, class Signal, class Slot>
-void QrCodeGenForm::addKind(QVBoxLayout *column, const char *name, const QString &text, Signal signal,
-                            Slot slot)
+void QrCodeGenForm::addKind(const controls::Button &kind, Signal signal, Slot slot)
 {
-    auto *form = new Form(m_forms);
+    auto *form = new Form(m_content->widget());
+    form->hide();
     m_forms->addWidget(form);
     connect(form, signal, this, slot);
-    auto *button = new QToolButton(this);
-    button->setObjectName(QLatin1String(name));
-    button->setText(text);
+    QToolButton *button = controls::toolButton(this, kind, true);
     button->setCheckable(true);
-    button->setAutoRaise(true);
     button->setFocusPolicy(Qt::StrongFocus);
     button->setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Fixed);
-    button->setMinimumHeight(theme::buttonHeight);
-    button->setChecked(m_forms->count() == 1);
-    column->addWidget(button);
+    m_kinds->addWidget(button);
+    m_kindGroup->addButton(button);
     connect(button, &QToolButton::clicked, this, [this, form] { showKind(form); });
+    if (!m_form) {
+        button->setChecked(true);
+        showKind(form);
+    }
+}
+
+void QrCodeGenForm::addKinds()
+{
+    using Self = QrCodeGenForm;
+    addKind<QRCodeLinkForm>({"toolButtonLink", "Link24", tr("Link")}, &QRCodeLinkForm::updateQRCode_Link,
+                            &Self::OnUpdateQRCode_Link);
+    addKind<QRCodeTextForm>({"toolButtonText", "Text24", tr("Text")}, &QRCodeTextForm::updateQRCode_Text,
+                            &Self::OnUpdateQRCode_Text);
+    addKind<QRCodeEmailForm>({"toolButtonEmail", "Mail24", tr("Email")}, &QRCodeEmailForm::updateQRCode_Email,
+                             &Self::OnUpdateQRCode_Email);
+    addKind<QRCodeCallForm>({"toolButtonCall", "Call24", tr("Call")}, &QRCodeCallForm::updateQRCode_Call,
+                            &Self::OnUpdateQRCode_Call);
+    addKind<QRCodeSMSForm>({"toolButtonSMS", "Message24", tr("SMS")}, &QRCodeSMSForm::updateQRCode_SMS,
+                           &Self::OnUpdateQRCode_SMS);
+    addKind<QRCodeWhatsappForm>({"toolButtonWhatsapp", "PhoneChat24", tr("Whatsapp")},
+                                &QRCodeWhatsappForm::updateQRCode_Whatsapp, &Self::OnUpdateQRCode_Whatsapp);
+    addKind<QRCodeVCardForm>({"toolButtonVCard", "ContactCard24", tr("V-Card")},
+                             &QRCodeVCardForm::updateQRCode_VCard, &Self::OnUpdateQRCode_Call);
+    addKind<QRCodeWifiForm>({"toolButtonWifi", "Wifi24", tr("WI-FI")}, &QRCodeWifiForm::updateQRCode_Wifi,
+                            &Self::OnUpdateQRCode_Wifi);
+    addKind<QRCodePaypalForm>({"toolButtonPaypal", "Payment24", tr("Paypal")},
+                              &QRCodePaypalForm::updateQRCode_Paypal, &Self::OnUpdateQRCode_Paypal);
+    m_kinds->addStretch();
 }
 
 QWidget *QrCodeGenForm::buildKinds()
 {
     auto *kinds = new QWidget(this);
     kinds->setObjectName(QStringLiteral("kinds"));
-    auto *column = new QVBoxLayout(kinds);
-    column->setContentsMargins({});
-    column->setSpacing(theme::spaceTight);
-    using Self = QrCodeGenForm;
-    addKind<QRCodeLinkForm>(column, "toolButtonLink", tr("Link"), &QRCodeLinkForm::updateQRCode_Link,
-                            &Self::OnUpdateQRCode_Link);
-    addKind<QRCodeTextForm>(column, "toolButtonText", tr("Text"), &QRCodeTextForm::updateQRCode_Text,
-                            &Self::OnUpdateQRCode_Text);
-    addKind<QRCodeEmailForm>(column, "toolButtonEmail", tr("Email"), &QRCodeEmailForm::updateQRCode_Email,
-                             &Self::OnUpdateQRCode_Email);
-    addKind<QRCodeCallForm>(column, "toolButtonCall", tr("Call"), &QRCodeCallForm::updateQRCode_Call,
-                            &Self::OnUpdateQRCode_Call);
-    addKind<QRCodeSMSForm>(column, "toolButtonSMS", tr("SMS"), &QRCodeSMSForm::updateQRCode_SMS,
-                           &Self::OnUpdateQRCode_SMS);
-    addKind<QRCodeWhatsappForm>(column, "toolButtonWhatsapp", tr("Whatsapp"),
-                                &QRCodeWhatsappForm::updateQRCode_Whatsapp, &Self::OnUpdateQRCode_Whatsapp);
-    addKind<QRCodeVCardForm>(column, "toolButtonVCard", tr("V-Card"), &QRCodeVCardForm::updateQRCode_VCard,
-                             &Self::OnUpdateQRCode_Call);
-    addKind<QRCodeWifiForm>(column, "toolButtonWifi", tr("WI-FI"), &QRCodeWifiForm::updateQRCode_Wifi,
-                            &Self::OnUpdateQRCode_Wifi);
-    addKind<QRCodePaypalForm>(column, "toolButtonPaypal", tr("Paypal"),
-                              &QRCodePaypalForm::updateQRCode_Paypal, &Self::OnUpdateQRCode_Paypal);
-    column->addStretch();
-    auto *group = new QButtonGroup(this);
-    for (auto *button : findChildren<QToolButton *>()) {
-        if (button->isCheckable())
-            group->addButton(button);
-    }
-    return scrolled(kinds, this);
+    m_kindGroup = new QButtonGroup(this);
+    m_kinds = new QVBoxLayout(kinds);
+    m_kinds->setContentsMargins({});
+    m_kinds->setSpacing(theme::spaceTight);
+    QScrollArea *area = scrolled(kinds, this);
+    area->setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Expanding);
+    return area;
 }
 
 QWidget *QrCodeGenForm::buildInput()
 {
-    auto *tabs = new FLTabWidget(this);
-    tabs->setObjectName(QStringLiteral("inputTabWidget"));
+    m_tabs = new FLTabWidget(this);
+    m_tabs->setObjectName(QStringLiteral("inputTabWidget"));
+    auto *forms = new QWidget;
+    m_forms = new QVBoxLayout(forms);
+    m_forms->setContentsMargins({});
+    m_content = scrolled(forms, m_tabs);
     m_style = new StylePanel;
-    tabs->addTab(scrolled(m_forms, tabs), tr("Content"));
-    tabs->addTab(scrolled(m_style, tabs), tr("Design"));
-    tabs->setMinimumWidth(240);
-    return tabs;
+    m_tabs->addTab(m_content, tr("Content"));
+    m_tabs->addTab(scrolled(m_style, m_tabs), tr("Design"));
+    m_tabs->setMinimumWidth(240);
+    return m_tabs;
 }
 
 QPushButton *QrCodeGenForm::addSave(QVBoxLayout *column, const char *name, const QString &text,

@@ -3,20 +3,23 @@
 
 #include "QRCode/Export.h"
 #include "core/LatestAnswer.h"
+#include "widgets/Controls.h"
 #include "widgets/FLWidget.h"
 #include "widgets/JobHost.h"
 
 #include <QTimer>
 
 class FieldNote;
+class FLTabWidget;
 class NoticeBar;
 class PayloadForm;
+class QButtonGroup;
 class QLabel;
 class QPushButton;
 class QRCodeBatchPage;
 class QRCodePreview;
+class QScrollArea;
 class QStackedWidget;
-class QToolButton;
 class QVBoxLayout;
 class ScanPage;
 class StylePanel;
@@ -60,11 +63,13 @@ private:
     QWidget *buildResult();
     QPushButton *addSave(QVBoxLayout *column, const char *name, const QString &text, qr::Format format);
     template <class Form, class Signal, class Slot>
-    void addKind(QVBoxLayout *column, const char *name, const QString &text, Signal signal, Slot slot);
+    void addKind(const controls::Button &kind, Signal signal, Slot slot);
+    void addKinds();
     void showKind(PayloadForm *form);
     void saveFields();
     void setPayload(const QString &payload);
     void encode();
+    void showTooLong(qsizetype tooLongBy);
     void check();
     void showVerdict(const qr::Verdict &verdict);
     void setUsable(bool usable);
@@ -73,6 +78,7 @@ private:
     void run(const qr::SaveOrder &order);
     void showSaved(const qr::Saved &result, const qr::SaveOrder &order);
     void copy();
+    void showCopied(const QImage &picture, const QString &error);
     void showJob(bool runs);
 
     QStackedWidget *m_pages;
@@ -80,7 +86,12 @@ private:
     QRCodeBatchPage *m_batch;
     ScanPage *m_progress;
     NoticeBar *m_notice;
-    QStackedWidget *m_forms;
+    QVBoxLayout *m_kinds;
+    QButtonGroup *m_kindGroup;
+    FLTabWidget *m_tabs;
+    QScrollArea *m_content;
+    QVBoxLayout *m_forms;
+    PayloadForm *m_form = nullptr; // on show
     StylePanel *m_style;
     QRCodePreview *m_preview;
     FieldNote *m_note;

@@ -9,6 +9,7 @@
 #include "core/QrEncoder.h"
 #include "platform/Dialogs.h"
 #include "widgets/Controls.h"
+#include "widgets/FLTabWidget.h"
 #include "widgets/NoticeBar.h"
 #include "widgets/ScanPage.h"
 
@@ -18,28 +19,42 @@
 #include <QGuiApplication>
 #include <QLabel>
 #include <QPushButton>
+#include <QScrollArea>
+#include <QScrollBar>
 #include <QStackedWidget>
 
+#include <algorithm>
+
 using qr::Saved;
+
+namespace
+{
+
+// As a person counts them, and as the limit is counted.
+qsizetype characterCount(const QString &text)
+{
+    return text.size() - std::ranges::count_if(text, [](QChar c) { return c.isLowSurrogate(); });
+}
+
+} // namespace
 
 void QrCodeGenForm::showKind(PayloadForm *form)
 {
     saveFields();
-    m_forms->setCurrentWidget(form);
-    // The page scrolls as far as this form asks for, not the longest.
-    for (int i = 0; i < m_forms->count(); ++i) {
-        QWidget *each = m_forms->widget(i);
-        each->setSizePolicy(QSizePolicy::Preferred,
-                            each == form ? QSizePolicy::Preferred : QSizePolicy::Ignored);
-    }
+    if (m_form)
+        m_form->hide();
+    m_form = form;
+    form->show();
+    m_content->verticalScrollBar()->setValue(0);
+    m_tabs->setCurrentWidget(m_content);
     form->refresh();
 }
 
 // Of the form on show alone: the others were stored when they were left.
 void QrCodeGenForm::saveFields()
 {
-    if (const auto *form = static_cast<PayloadForm *>(m_forms->currentWidget()))
-        form->save();
+    if (m_form)
+        m_form->save();
 }
 
 bool QrCodeGenForm::mayLeave()
@@ -66,21 +81,43 @@ void QrCodeGenForm::encode()
     m_settle.stop();
     m_verdict = {};
     m_drawing.reset();
-    m_note->setWarning({});
+    // The answer comes soon: until then its room is kept, so that the preview keeps its size.
+    if (m_note->isVisible())
+        m_note->setMinimumHeight(m_note->height());
+    m_note->clear();
+    // What it offers to save is not what is on the screen any more.
+    if (m_refused.has_value()) {
+        m_refused.reset();
+        m_notice->hide();
+    }
     const core::QrCode code = core::encodeQr(m_text, m_style->style().correction);
     setUsable(code.matrix.has_value());
     if (!code.matrix) {
-        m_preview->showText(m_text.isEmpty()
-                                ? tr("The code appears here as soon as there is something to encode.")
-                                : tr("The text is too long by %1 characters.").arg(code.tooLongBy));
-        const bool canSayMore = !m_text.isEmpty() && m_style->style().correction != core::QrCorrection::Low;
-        m_facts->setText(canSayMore ? tr("A lower error correction leaves more room.") : QString());
+        showTooLong(code.tooLongBy);
         return;
     }
     m_drawing.emplace(*code.matrix, m_style->style());
     m_preview->showCode(*m_drawing, tr("QR code of: %1").arg(m_text.left(200)));
-    m_facts->setText(tr("%1 × %1 modules, %2 characters").arg(code.matrix->size()).arg(m_text.size()));
+    m_facts->setText(
+        tr("%1 × %1 modules, %2 characters").arg(code.matrix->size()).arg(characterCount(m_text)));
     m_settle.start();
+}
+
+// Or that there is no text at all.
+void QrCodeGenForm::showTooLong(qsizetype tooLongBy)
+{
+    m_note->setVisible(false);
+    if (m_text.isEmpty()) {
+        m_preview->showText(tr("The code appears here as soon as there is something to encode."));
+        m_facts->clear();
+        return;
+    }
+    m_preview->showText(tr("The text is too long by %1 characters. Only the first %2 would fit.")
+                            .arg(tooLongBy)
+                            .arg(characterCount(m_text) - tooLongBy));
+    m_facts->setText(m_style->style().correction == core::QrCorrection::Low
+                         ? QString()
+                         : tr("A lower error correction, under Design, leaves more room."));
 }
 
 void QrCodeGenForm::check()
@@ -100,6 +137,7 @@ void QrCodeGenForm::showVerdict(const qr::Verdict &verdict)
         lines.append(qr::reasonText(reason));
     lines.prepend(verdict.scans ? tr("Scans: a second decoder read it back.") : tr("Does not scan."));
     const char *image = !verdict.scans ? "Error16" : verdict.reasons.isEmpty() ? "Checkmark16" : "Warning16";
+    m_note->setMinimumHeight(0);
     m_note->setNote(controls::image(image), lines.join(u' '));
     emit checked();
 }
@@ -164,15 +202,31 @@ void QrCodeGenForm::showSaved(const Saved &result, const qr::SaveOrder &order)
     }
 }
 
+// A large picture of a dense code takes a moment.
 void QrCodeGenForm::copy()
 {
-    if (!m_drawing)
+    if (!m_drawing || m_jobs.isBusy())
         return;
-    const QImage picture = m_drawing->image();
+    m_jobs.run(
+        {.busyText = tr("copying the code")},
+        [drawing = *m_drawing](const core::JobControl &) {
+            // The clipboard takes long, on the interface thread, for an alpha channel that says nothing.
+            const QImage picture = drawing.image();
+            return drawing.style().transparent ? picture : picture.convertToFormat(QImage::Format_RGB32);
+        },
+        [this, side = m_drawing->side()](auto &job) {
+            const QString error =
+                job.error().isEmpty()
+                    ? tr("The picture is too small for this code: it needs %1 pixels at least.").arg(side)
+                    : job.error();
+            showCopied(job.takeResult().value_or(QImage()), error);
+        });
+}
+
+void QrCodeGenForm::showCopied(const QImage &picture, const QString &error)
+{
     if (picture.isNull()) {
-        m_notice->showNotice(NoticeBar::Kind::Error,
-                             tr("The picture is too small for this code: it needs %1 pixels at least.")
-                                 .arg(m_drawing->side()));
+        m_notice->showNotice(NoticeBar::Kind::Error, error);
         return;
     }
     QGuiApplication::clipboard()->setImage(picture);
