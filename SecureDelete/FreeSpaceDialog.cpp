@@ -5,11 +5,14 @@
 #include "widgets/Theme.h"
 #include "widgets/WrappedLabel.h"
 
+#include <QAbstractItemView>
 #include <QComboBox>
 #include <QDialogButtonBox>
 #include <QLabel>
 #include <QPushButton>
 #include <QVBoxLayout>
+
+#include <algorithm>
 
 FreeSpaceDialog::FreeSpaceDialog(QWidget *parent)
     : QDialog(parent),
@@ -53,10 +56,15 @@ void FreeSpaceDialog::addDrive(const platform::Drive &drive)
     using Type = platform::Drive::Type;
     if (!drive.ready || (drive.type != Type::Fixed && drive.type != Type::Removable))
         return;
-    m_ready.append(drive);
-    m_drives->addItem(
-        tr("%1  %2 free of %3")
-            .arg(drive.root, core::sizeText(drive.freeBytes), core::sizeText(drive.totalBytes)));
+    // They answer in any order.
+    const auto before = std::ranges::find_if(m_ready, [&](const auto &d) { return d.root > drive.root; });
+    const auto row = static_cast<int>(before - m_ready.begin());
+    m_ready.insert(row, drive);
+    m_drives->insertItem(
+        row, tr("%1  %2 free of %3")
+                 .arg(drive.root, core::sizeText(drive.freeBytes), core::sizeText(drive.totalBytes)));
+    if (!m_drives->view()->isVisible())
+        m_drives->setCurrentIndex(0);
     m_start->setEnabled(true);
 }
 

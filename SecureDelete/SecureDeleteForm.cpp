@@ -350,6 +350,9 @@ void SecureDeleteForm::showFreeSpaceEnd(const QString &drive, const FreeSpaceRes
         text = tr("Cancelled. %1 of the free space of %2 were overwritten.").arg(size, drive);
     else if (error.isEmpty())
         text = tr("Windows does not let this program fill %1.").arg(drive);
+    if (!result.removed && result.bytesWritten > 0)
+        text +=
+            u' ' + tr("Some of it is still taken; the next start of this program tries again to free it.");
     showStartPage();
     m_notice->showNotice(result.filled ? NoticeBar::Kind::Success : NoticeBar::Kind::Warning, text);
 }
