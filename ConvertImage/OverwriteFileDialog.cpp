@@ -21,6 +21,7 @@
 
 #include <algorithm>
 #include <array>
+#include <utility>
 
 namespace
 {
@@ -35,7 +36,8 @@ public:
     {
         QStyleOptionViewItem item(option);
         initStyleOption(&item, index);
-        const QStringList lines = std::exchange(item.text, {}).split(u'\n');
+        const QStringList lines = index.data().toString().split(u'\n');
+        item.text.clear();
         const QIcon icon = std::exchange(item.icon, {});
         const QStyle *style = item.widget ? item.widget->style() : QApplication::style();
         style->drawControl(QStyle::CE_ItemViewItem, &item, painter, item.widget);
