@@ -55,7 +55,6 @@ PageBar::PageBar(QWidget *parent)
     connect(m_list, qOverload<const QModelIndex &>(&QCompleter::activated), this, &PageBar::choose);
     connect(m_search, &SearchLine::searched, this, &PageBar::searched);
     connect(m_refresh, &QToolButton::clicked, this, &PageBar::refreshRequested);
-    controls::shortcut(parent, QKeySequence::Find, [this] { m_search->setFocus(Qt::ShortcutFocusReason); });
 }
 
 void PageBar::buildMenu(QToolButton *button)

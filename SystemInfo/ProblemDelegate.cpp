@@ -7,11 +7,20 @@
 namespace systeminfo
 {
 
+namespace
+{
+
+constexpr double textContrast = 4.5; // the theme's danger is made for lines and areas
+
+} // namespace
+
 void ProblemDelegate::initStyleOption(QStyleOptionViewItem *option, const QModelIndex &index) const
 {
     QStyledItemDelegate::initStyleOption(option, index);
     if (index.data(problemRole).toBool())
-        option->palette.setColor(QPalette::Text, theme::colors(option->palette).danger);
+        option->palette.setColor(QPalette::Text,
+                                 theme::readable(theme::colors(option->palette).danger,
+                                                 option->palette.color(QPalette::Base), textContrast));
 }
 
 } // namespace systeminfo

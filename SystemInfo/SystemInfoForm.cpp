@@ -5,7 +5,9 @@
 #include "SystemInfo/PageBar.h"
 #include "SystemInfo/PageForms.h"
 #include "SystemInfo/engine/Row.h"
+#include "widgets/Controls.h"
 #include "widgets/JobHost.h"
+#include "widgets/SearchLine.h"
 
 #include <QHBoxLayout>
 #include <QStackedLayout>
@@ -54,6 +56,9 @@ SystemInfoForm::SystemInfoForm(QWidget *parent)
     slot(PageId::General).index = 0;
     slot(PageId::General).button->setChecked(true);
     addForm(PageId::General);
+    // From the page buttons, too.
+    controls::shortcut(this, QKeySequence::Find,
+                       [this] { current()->bar()->searchLine()->setFocus(Qt::ShortcutFocusReason); });
     QMetaObject::connectSlotsByName(this);
 }
 

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-// From the click to the filled page, beside the bare WMI questions of that page asked in one session.
+// From the click to the filled page, beside the calls and WMI questions of that page alone.
 #include "SystemInfo/LoadPageThread.h"
 #include "SystemInfo/engine/Pages.h"
 #include "SystemInfo/machine/WindowsMachine.h"
@@ -14,6 +14,8 @@
 
 #include <psapi.h>
 
+#include <type_traits>
+
 using namespace systeminfo;
 
 namespace
@@ -21,54 +23,129 @@ namespace
 
 constexpr int rounds = 5;
 
-// Notes what is asked, and asks it.
-class NotingMachine : public WindowsMachine, private core::WmiSource
+// Counts the time that is spent in the calls and questions of a page, and does them.
+class TimedMachine : public WindowsMachine, private core::WmiSource, private core::RegistryView
 {
 public:
     using WindowsMachine::WindowsMachine;
+
+    double inCalls = 0; // s
+
     core::WmiSource &wmi() override { return *this; }
-    std::vector<core::WmiQuery> asked;
+    core::RegistryView &registry() override { return *this; }
+    SystemFacts system() override
+    {
+        return timed([this] { return WindowsMachine::system(); });
+    }
+    MemoryStatus memory() override
+    {
+        return timed([this] { return WindowsMachine::memory(); });
+    }
+    PowerStatus power() override
+    {
+        return timed([this] { return WindowsMachine::power(); });
+    }
+    std::vector<Volume> fixedVolumes() override
+    {
+        return timed([this] { return WindowsMachine::fixedVolumes(); });
+    }
+    std::vector<Adapter> adapters() override
+    {
+        return timed([this] { return WindowsMachine::adapters(); });
+    }
+    std::vector<Connection> connections() override
+    {
+        return timed([this] { return WindowsMachine::connections(); });
+    }
+    QStringList printers() override
+    {
+        return timed([this] { return WindowsMachine::printers(); });
+    }
+    std::vector<GraphicsAdapter> graphics() override
+    {
+        return timed([this] { return WindowsMachine::graphics(); });
+    }
+    bool isPresent(const QString &id) override
+    {
+        return timed([&] { return WindowsMachine::isPresent(id); });
+    }
+    DriveAnswers drive(quint32 number) override
+    {
+        return timed([&] { return WindowsMachine::drive(number); });
+    }
+    std::optional<int> encryptionState(const QString &root) override
+    {
+        return timed([&] { return WindowsMachine::encryptionState(root); });
+    }
+    QImage smallIcon(const QString &path) override
+    {
+        return timed([&] { return WindowsMachine::smallIcon(path); });
+    }
+    PathState pathState(const QString &path) override
+    {
+        return timed([&] { return WindowsMachine::pathState(path); });
+    }
+    QString companyName(const QString &file) override
+    {
+        return timed([&] { return WindowsMachine::companyName(file); });
+    }
+    QString findProgram(const QString &name) override
+    {
+        return timed([&] { return WindowsMachine::findProgram(name); });
+    }
+    std::vector<SpecialFolder> specialFolders() override
+    {
+        return timed([this] { return WindowsMachine::specialFolders(); });
+    }
+    std::vector<StartupFile> startupFiles() override
+    {
+        return timed([this] { return WindowsMachine::startupFiles(); });
+    }
+    TaskList tasks() override
+    {
+        return timed([this] { return WindowsMachine::tasks(); });
+    }
 
 private:
+    template <class Call>
+    std::invoke_result_t<Call> timed(Call call)
+    {
+        std::invoke_result_t<Call> result{};
+        inCalls += bench::seconds([&] { result = call(); });
+        return result;
+    }
     core::WmiAnswer query(const core::WmiQuery &query,
                           const std::function<void(const core::WmiRow &)> &take) override
     {
-        asked.push_back(query);
-        return WindowsMachine::wmi().query(query, take);
+        return timed([&] { return WindowsMachine::wmi().query(query, take); });
     }
     void noteFailure(const core::WmiQuery &, quint32) override {}
+    core::RegistryValue value(Hive hive, const QString &path, const QString &name, Bits bits) override
+    {
+        return timed([&] { return WindowsMachine::registry().value(hive, path, name, bits); });
+    }
+    QStringList subkeys(Hive hive, const QString &path, Bits bits) override
+    {
+        return timed([&] { return WindowsMachine::registry().subkeys(hive, path, bits); });
+    }
+    QStringList valueNames(Hive hive, const QString &path, Bits bits) override
+    {
+        return timed([&] { return WindowsMachine::registry().valueNames(hive, path, bits); });
+    }
 };
 
-std::vector<core::WmiQuery> questionsOf(const PageSource &source)
+// The calls and questions of a page, with the start and the end of their session.
+double callsOf(const PageSource &source)
 {
-    const core::CancelFlag cancel;
-    NotingMachine machine(cancel);
-    source.gather(machine, [](const Page &) {});
-    return machine.asked;
-}
-
-void askBare(const std::vector<core::WmiQuery> &questions)
-{
-    const std::unique_ptr<platform::WmiCalls> calls = platform::windowsWmiCalls();
-    calls->initialize();
-    QString scope;
-    for (const core::WmiQuery &question : questions) {
-        if (scope != question.scope) {
-            calls->disconnect();
-            calls->createLocator();
-            scope = calls->connectServer(question.scope) >= 0 ? question.scope : QString();
-            if (scope.isEmpty() || calls->setProxyBlanket() < 0)
-                continue;
-        }
-        if (calls->execQuery(question.text) < 0)
-            continue;
-        core::WmiRow row;
-        while (calls->next(question.properties, row) == S_OK) {
-        }
-        calls->closeQuery();
-    }
-    calls->disconnect();
-    calls->uninitialize();
+    double calls = 0;
+    double gathering = 0;
+    const double all = bench::seconds([&] {
+        const core::CancelFlag cancel;
+        TimedMachine machine(cancel);
+        gathering = bench::seconds([&] { source.gather(machine, [](const Page &) {}); });
+        calls = machine.inCalls;
+    });
+    return all - gathering + calls;
 }
 
 void fillPage(PageId id)
@@ -88,22 +165,22 @@ int main(int argc, char **argv)
     const QGuiApplication application(argc, argv);
     qInstallMessageHandler([](QtMsgType, const QMessageLogContext &, const QString &) {});
     double whole = 0;
+    double allCalls = 0;
     for (const PageSource &source : pageSources()) {
-        const std::vector<core::WmiQuery> questions = questionsOf(source);
-        std::vector<double> page, bare;
+        std::vector<double> page, calls;
         for (int i = 0; i < rounds; ++i) {
             page.push_back(bench::seconds([&source] { fillPage(source.id); }));
-            if (!questions.empty())
-                bare.push_back(bench::seconds([&questions] { askBare(questions); }));
+            calls.push_back(callsOf(source));
         }
         whole += bench::median(page);
-        bench::report(std::string(source.title) + ", filled", bench::median(page) * 1000, "ms");
-        if (!bare.empty()) {
-            bench::report(std::string(source.title) + ", bare questions", bench::median(bare) * 1000, "ms");
-            bench::report(std::string(source.title) + ", ratio", bench::median(page) / bench::median(bare));
-        }
+        allCalls += bench::median(calls);
+        const std::string title(source.title);
+        bench::report(title + ", filled", bench::median(page) * 1000, "ms");
+        bench::report(title + ", its calls alone", bench::median(calls) * 1000, "ms");
+        bench::report(title + ", ratio", bench::median(page) / bench::median(calls));
     }
     bench::report("all pages, one after the other", whole * 1000, "ms");
+    bench::report("all pages, ratio", whole / allCalls);
     PROCESS_MEMORY_COUNTERS memory = {};
     if (GetProcessMemoryInfo(GetCurrentProcess(), &memory, sizeof memory))
         bench::report("working set afterwards", static_cast<double>(memory.WorkingSetSize) / 1048576, "MB");
