@@ -30,15 +30,10 @@ void FieldNote::setNote(const QIcon &icon, const QString &text)
     setVisible(!text.isEmpty());
 }
 
-void FieldNote::clear()
-{
-    m_icon->clear();
-    m_text->setText({});
-}
-
 void FieldNote::setWarning(const QString &text)
 {
-    setNote(controls::image("Warning16"), text);
+    if (text != this->text())
+        setNote(controls::image("Warning16"), text);
 }
 
 QString FieldNote::text() const

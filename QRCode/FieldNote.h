@@ -15,8 +15,6 @@ public:
     explicit FieldNote(QWidget *parent = nullptr);
 
     void setNote(const QIcon &icon, const QString &text);
-    // Nothing is said, but the room is kept.
-    void clear();
     void setWarning(const QString &text);
     QString text() const;
 

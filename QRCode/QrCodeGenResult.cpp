@@ -81,10 +81,8 @@ void QrCodeGenForm::encode()
     m_settle.stop();
     m_verdict = {};
     m_drawing.reset();
-    // The answer comes soon: until then its room is kept, so that the preview keeps its size.
-    if (m_note->isVisible())
-        m_note->setMinimumHeight(m_note->height());
-    m_note->clear();
+    // Grey until the next answer: taken away it would make the preview jump with every key.
+    m_note->setEnabled(false);
     // What it offers to save is not what is on the screen any more.
     if (m_refused.has_value()) {
         m_refused.reset();
@@ -106,7 +104,7 @@ void QrCodeGenForm::encode()
 // Or that there is no text at all.
 void QrCodeGenForm::showTooLong(qsizetype tooLongBy)
 {
-    m_note->setVisible(false);
+    m_note->setWarning({});
     if (m_text.isEmpty()) {
         m_preview->showText(tr("The code appears here as soon as there is something to encode."));
         m_facts->clear();
@@ -137,7 +135,7 @@ void QrCodeGenForm::showVerdict(const qr::Verdict &verdict)
         lines.append(qr::reasonText(reason));
     lines.prepend(verdict.scans ? tr("Scans: a second decoder read it back.") : tr("Does not scan."));
     const char *image = !verdict.scans ? "Error16" : verdict.reasons.isEmpty() ? "Checkmark16" : "Warning16";
-    m_note->setMinimumHeight(0);
+    m_note->setEnabled(true);
     m_note->setNote(controls::image(image), lines.join(u' '));
     emit checked();
 }
