@@ -5,7 +5,6 @@
 #include "widgets/Theme.h"
 #include "widgets/WrappedLabel.h"
 
-#include <QAbstractItemView>
 #include <QComboBox>
 #include <QDialogButtonBox>
 #include <QLabel>
@@ -56,15 +55,13 @@ void FreeSpaceDialog::addDrive(const platform::Drive &drive)
     using Type = platform::Drive::Type;
     if (!drive.ready || (drive.type != Type::Fixed && drive.type != Type::Removable))
         return;
-    // They answer in any order.
+    // They answer in any order. The chosen one stays chosen.
     const auto before = std::ranges::find_if(m_ready, [&](const auto &d) { return d.root > drive.root; });
     const auto row = static_cast<int>(before - m_ready.begin());
     m_ready.insert(row, drive);
     m_drives->insertItem(
         row, tr("%1  %2 free of %3")
                  .arg(drive.root, core::sizeText(drive.freeBytes), core::sizeText(drive.totalBytes)));
-    if (!m_drives->view()->isVisible())
-        m_drives->setCurrentIndex(0);
     m_start->setEnabled(true);
 }
 
