@@ -114,6 +114,7 @@ private slots:
     void rowsAndFolders();
     void linksAreRemovedAndNeverEntered();
     void whatLiesBehindLinksIsNeverTouched();
+    void protectedAndExchangedFoldersStay();
     void streamsAndSparseFiles();
     void clusters_data();
     void clusters();
@@ -379,6 +380,23 @@ void TestShred::whatLiesBehindLinksIsNeverTouched()
         for (const QString &path : std::as_const(plain))
             QVERIFY2(!run.disk.files.contains(path), qPrintable(path));
     }
+}
+
+void TestShred::protectedAndExchangedFoldersStay()
+{
+    Run run;
+    for (const QString &folder : {u"C:\\d\\was"_s, u"C:\\d\\p"_s, u"C:\\d\\p\\sys"_s})
+        run.disk.add(folder, 0, core::AttributeDirectory);
+    run.disk.add(u"C:\\d\\p\\sys\\f"_s, 4);
+    run.disk.protectedPath = u"C:\\d\\p\\sys"_s;
+    const std::vector<ShredRow> rows{run.disk.row(u"C:\\d\\was"_s), run.disk.row(u"C:\\d\\p"_s)};
+    run.disk.files[u"C:\\d\\was"_s].attributes |= core::AttributeReparsePoint;
+    run.disk.files[u"C:\\d\\was"_s].tag = 0xA0000003; // a junction by now
+    const ShredResult result = run.of(rows);
+    QCOMPARE(faultOf(result, u"C:\\d\\was"_s), Fault::Changed);
+    QCOMPARE(faultOf(result, u"C:\\d\\p\\sys"_s), Fault::Protected);
+    QCOMPARE(run.disk.files.size(), 4);
+    QVERIFY(run.disk.log.isEmpty());
 }
 
 void TestShred::streamsAndSparseFiles()
