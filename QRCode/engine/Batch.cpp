@@ -65,7 +65,8 @@ public:
 private:
     void step(QChar c)
     {
-        if (c == u'\n')
+        const bool beforeLineFeed = m_at < m_text.size() && m_text[m_at] == u'\n';
+        if (c == u'\n' || (c == u'\r' && !beforeLineFeed))
             ++m_line;
         if (m_quoted) {
             quotedStep(c);
@@ -74,7 +75,7 @@ private:
         } else if (c == m_separator) {
             endCell();
         } else if (c == u'\n' || c == u'\r') {
-            if (c == u'\r' && m_at < m_text.size() && m_text[m_at] == u'\n') {
+            if (c == u'\r' && beforeLineFeed) {
                 ++m_at;
                 ++m_line;
             }

@@ -139,6 +139,7 @@ void TestQrPayloads::batch_data()
     };
     row("nothing", "", {});
     row("texts alone", "a\r\nb\n\nc", {u"1|a|001"_s, u"2|b|002"_s, u"4|c|003"_s});
+    row("lines that end in CR alone", "a\rb", {u"1|a|001"_s, u"2|b|002"_s});
     row("names and a header", "Text;Name\na,b;one\nc;", {u"2|a,b|one"_s, u"3|c|002"_s});
     row("quotes", "\"a\"\"b\nc\",x\nd,y\n", {u"1|a\"b\nc|x"_s, u"3|d|y"_s});
     row("unfinished quote", "\"a,b\n", {u"1|a,b\n|001"_s});
