@@ -19,7 +19,7 @@ using namespace diskusage;
 
 namespace
 {
-constexpr int mostNamedSiblings = 3;
+constexpr int maxNamedSiblings = 3;
 }
 
 // The page's making is in DiskUsageOptionsPage.cpp.
@@ -95,7 +95,7 @@ void DiskUsageOptionsForm::editsChanged()
         return;
     m_save->setEnabled(hasUnsavedChanges());
     m_edit->setEnabled(m_fileTypeTree->currentItem() != nullptr);
-    m_excludeAdd->setEnabled(m_excluded->topLevelItemCount() < mostExcludedFolders);
+    m_excludeAdd->setEnabled(m_excluded->topLevelItemCount() < maxExcludedFolders);
     m_excludeRemove->setEnabled(m_excluded->currentItem() != nullptr);
     checkSiblings();
 }
@@ -185,7 +185,7 @@ void DiskUsageOptionsForm::on_excludeAddButton_clicked()
     // The root of a drive keeps its separator, all other folders are stored without.
     if (folder.size() > 3 && folder.endsWith(QLatin1Char('\\')))
         folder.chop(1);
-    if (folder.isEmpty() || m_excluded->topLevelItemCount() >= mostExcludedFolders)
+    if (folder.isEmpty() || m_excluded->topLevelItemCount() >= maxExcludedFolders)
         return;
     for (const core::ExcludedFolder &known : edited().excludedFolders) {
         if (known.path.compare(folder, Qt::CaseInsensitive) != 0)
@@ -239,8 +239,8 @@ void DiskUsageOptionsForm::checkSiblings()
 
 void DiskUsageOptionsForm::showSiblings(const QStringList &siblings)
 {
-    const QString names = siblings.mid(0, mostNamedSiblings).join(QLatin1String(", "));
-    const qsizetype more = siblings.size() - mostNamedSiblings;
+    const QString names = siblings.mid(0, maxNamedSiblings).join(QLatin1String(", "));
+    const qsizetype more = siblings.size() - maxNamedSiblings;
     m_siblingNote->setText(
         more > 0 ? tr("Folders whose names begin the same are left out as well: %1 and %2 more")
                        .arg(names, QString::number(more))

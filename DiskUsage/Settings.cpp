@@ -36,7 +36,7 @@ std::vector<core::ExcludedFolder> loadExcludedFolders()
 {
     qDebug() << "readExcludeFolderData";
     std::vector<core::ExcludedFolder> folders;
-    for (int index = 0; index < mostExcludedFolders; ++index) {
+    for (int index = 0; index < maxExcludedFolders; ++index) {
         QString stored;
         if (!readNumbered(excludedFolderData, index, stored))
             continue;
@@ -50,7 +50,7 @@ std::vector<core::ExcludedFolder> loadExcludedFolders()
 bool saveExcludedFolders(const std::vector<core::ExcludedFolder> &folders)
 {
     bool saved = true;
-    for (int index = 0; index < mostExcludedFolders; ++index) {
+    for (int index = 0; index < maxExcludedFolders; ++index) {
         const QString name = settings::numbered(excludedFolderData, index);
         if (static_cast<std::size_t>(index) < folders.size())
             saved &= settings::writeString(key, name, folders[static_cast<std::size_t>(index)].storedText());
@@ -75,7 +75,7 @@ bool saveScanSettings(const ScanSettings &changed)
 QStringList loadRecentFolders()
 {
     QStringList folders;
-    for (int index = 0; index < mostRecentFolders; ++index) {
+    for (int index = 0; index < maxRecentFolders; ++index) {
         QString folder;
         if (readNumbered(recentFile, index, folder) && !folder.isEmpty() && folder.size() <= longestPath)
             folders.append(QDir::toNativeSeparators(folder));
@@ -87,14 +87,14 @@ QStringList withRecentFolder(const QStringList &folders, const QString &folder)
 {
     QStringList result{folder};
     for (const QString &known : folders)
-        if (known.compare(folder, Qt::CaseInsensitive) != 0 && result.size() < mostRecentFolders)
+        if (known.compare(folder, Qt::CaseInsensitive) != 0 && result.size() < maxRecentFolders)
             result.append(known);
     return result;
 }
 
 void saveRecentFolders(const QStringList &folders)
 {
-    for (int index = 0; index < mostRecentFolders; ++index) {
+    for (int index = 0; index < maxRecentFolders; ++index) {
         const QString name = settings::numbered(recentFile, index);
         if (index < folders.size())
             settings::writeString(key, name, folders.at(index));

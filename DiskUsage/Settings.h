@@ -21,8 +21,8 @@ inline constexpr QStringView recentFile = u"RecentFile";
 inline constexpr settings::Flag excludeOneDriveFolder{settings::keys::folderSizeAnalyzer,
                                                       u"ExcludeOneDriveFolder", false};
 
-inline constexpr int mostExcludedFolders = 10; // indexes 0 to 9
-inline constexpr int mostRecentFolders = 6;    // indexes 0 to 5
+inline constexpr int maxExcludedFolders = 10; // indexes 0 to 9
+inline constexpr int maxRecentFolders = 6;    // indexes 0 to 5
 
 std::vector<core::ExcludedFolder> loadExcludedFolders();
 // Saving answers false when Windows refused any of it.

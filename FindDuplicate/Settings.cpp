@@ -26,7 +26,7 @@ std::vector<StoredType> loadCustomTypes()
     quint32 count = 0;
     settings::readDword(key, customFileTypeCount, count);
     std::vector<StoredType> types;
-    const int last = static_cast<int>(std::min(count, mostCustomFileTypes));
+    const int last = static_cast<int>(std::min(count, maxCustomFileTypes));
     for (int index = 0; index < last; ++index) {
         QString stored;
         if (!settings::readString(key, settings::numbered(customFileType, index), stored))
@@ -39,7 +39,7 @@ std::vector<StoredType> loadCustomTypes()
 
 bool saveCustomTypes(const std::vector<CustomFileType> &types)
 {
-    const int count = static_cast<int>(std::min<std::size_t>(types.size(), mostCustomFileTypes));
+    const int count = static_cast<int>(std::min<std::size_t>(types.size(), maxCustomFileTypes));
     bool stored = settings::writeDword(key, customFileTypeCount, static_cast<quint32>(count));
     for (int index = 0; stored && index < count; ++index)
         stored = settings::writeString(key, settings::numbered(customFileType, index),

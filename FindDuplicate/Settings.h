@@ -23,7 +23,7 @@ inline constexpr settings::Number smallFileSizeValue{settings::keys::findDuplica
 inline constexpr QStringView customFileTypeCount = u"CustomFileTypeCount";
 inline constexpr QStringView customFileType = u"CustomFileType";
 // A damaged count must not cost four thousand million reads.
-inline constexpr quint32 mostCustomFileTypes = 1000;
+inline constexpr quint32 maxCustomFileTypes = 1000;
 
 struct FinderSettings {
     // The built-in categories in their order, with the extensions of settings::loadFileTypesOrDefaults(),

@@ -20,7 +20,7 @@ namespace
 {
 
 // More do not pay: the disk and the memory that is allowed for pictures are shared.
-constexpr int mostDecoders = 8;
+constexpr int maxDecoders = 8;
 
 } // namespace
 
@@ -101,7 +101,7 @@ ImageScanJob FindDuplicateImageForm::makeJob(const QString &root) const
     ImageScanJob job;
     job.root = root;
     job.options.readAheadThreads = 1;
-    job.options.decodeThreads = std::min(platform::osIdleCores() + 1, mostDecoders);
+    job.options.decodeThreads = std::min(platform::osIdleCores() + 1, maxDecoders);
     job.enumerator = m_tools.enumerator();
     job.decoders = m_decoders;
     job.thumbnails = m_thumbnails;

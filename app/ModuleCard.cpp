@@ -19,7 +19,7 @@ constexpr int padding = 14;
 constexpr int iconSide = 40;
 constexpr int iconGap = 10;
 constexpr int titleGap = theme::spaceTight / 2;
-constexpr int mostWidthsKept = 8;
+constexpr int maxWidthsKept = 8;
 constexpr int titleFlags = Qt::TextWordWrap | Qt::AlignLeading | Qt::AlignTop;
 
 // The width at which three columns stand beside the tool bar in the smallest main window, at the size of
@@ -111,7 +111,7 @@ const ModuleCard::TextPlaces &ModuleCard::textPlaces(int cardWidth) const
     const auto known = m_places.constFind(cardWidth);
     if (known != m_places.constEnd())
         return *known;
-    if (m_places.size() >= mostWidthsKept)
+    if (m_places.size() >= maxWidthsKept)
         m_places.clear();
     const QFont titleFont = theme::sectionTitle(font());
     const int left = gap / 2 + padding + iconSide + iconGap;

@@ -77,7 +77,7 @@ void UpdateCheck::start(const QUrl &feed, const QVersionNumber &running, std::ch
 
     QNetworkRequest request(feed);
     request.setAttribute(QNetworkRequest::RedirectPolicyAttribute, QNetworkRequest::NoLessSafeRedirectPolicy);
-    request.setMaximumRedirectsAllowed(mostRedirections);
+    request.setMaximumRedirectsAllowed(maxRedirections);
     request.setAttribute(QNetworkRequest::CookieSaveControlAttribute, QNetworkRequest::Manual);
     request.setHeader(QNetworkRequest::UserAgentHeader, QStringLiteral("FernlightLarkspur"));
     request.setRawHeader("Accept", "application/json");

@@ -39,7 +39,7 @@ class UpdateCheck : public QObject
 
 public:
     static constexpr qint64 largestAnswer = 64 * 1024; // bytes
-    static constexpr int mostRedirections = 5;
+    static constexpr int maxRedirections = 5;
     static constexpr std::chrono::milliseconds patience{15000}; // for the whole answer
 
     explicit UpdateCheck(QObject *parent = nullptr);

@@ -49,7 +49,7 @@ public:
 };
 
 struct WalkOptions {
-    // Folders are listed ahead of the walk on this many threads (at most ReadAhead::mostThreads), without any
+    // Folders are listed ahead of the walk on this many threads (at most ReadAhead::maxThreads), without any
     // influence on order or result; 0 lists every folder when the walk reaches it. Memory is bounded by
     // `readAheadEntries` entries held ready.
     int readAheadThreads = 0;

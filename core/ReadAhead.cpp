@@ -103,7 +103,7 @@ void ReadAhead::release(Folder *folder)
 void ReadAhead::startPool()
 {
     try {
-        for (int i = 0; i < std::min(m_options.readAheadThreads, mostThreads); ++i)
+        for (int i = 0; i < std::min(m_options.readAheadThreads, maxThreads); ++i)
             m_threads.emplace_back([this] { runPool(); });
     } catch (const std::system_error &) {
         // The walk is right with any number of threads.

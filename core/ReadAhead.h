@@ -29,7 +29,7 @@ public:
     // More than these wait for one another: the file system lists folders under locks of its own, a hard disk
     // has one head, and a share takes a handful of requests at a time. On a machine of 64 processors they
     // would only take the disk away from everything else.
-    static constexpr int mostThreads = 4;
+    static constexpr int maxThreads = 4;
 
     // One folder of the walk, from the moment when its listing is begun until release().
     class Folder
@@ -105,13 +105,13 @@ private:
     const WalkOptions &m_options;
     DirectoryListing m_scratch; // of the walking thread
 
-    // Guards everything below, and the folders but for the listings of those that are listed.
+    // Guards everything below, and the folders except the finished listings.
     std::mutex m_mutex;
     std::condition_variable m_work;  // the pool waits here
     std::condition_variable m_ready; // the walk waits here
     const Folder *m_awaited = nullptr;
-    // A list, in the order in which the walk will need what is in them, of the folders that the pool is
-    // listing and of those listed that have subfolders not begun.
+    // Linked list in walk order: the folders that the pool is listing, and listed folders with subfolders
+    // that nobody has begun to list.
     Folder *m_first = nullptr;
     std::size_t m_readyEntries = 0; // in folders listed by the pool and not opened
     bool m_full = false;

@@ -20,10 +20,10 @@ public:
     QPixmap pixmap(qint64 thumbnail);
 
 private:
-    static constexpr int mostPixmaps = 400;
+    static constexpr int maxPixmaps = 400;
 
     std::shared_ptr<ThumbnailFile> m_file;
-    QCache<qint64, QPixmap> m_pixmaps{mostPixmaps};
+    QCache<qint64, QPixmap> m_pixmaps{maxPixmaps};
 };
 
 } // namespace imaging

@@ -31,9 +31,9 @@ public:
 
     qint64 read(char *to, qint64 atMost) override
     {
-        constexpr qint64 mostAtOnce = qint64{1} << 30; // the call takes 32 bits
+        constexpr qint64 maxAtOnce = qint64{1} << 30; // the call takes 32 bits
         DWORD got = 0;
-        const auto wanted = static_cast<DWORD>(std::min(atMost, mostAtOnce));
+        const auto wanted = static_cast<DWORD>(std::min(atMost, maxAtOnce));
         return ReadFile(m_file.get(), to, wanted, &got, nullptr) ? qint64{got} : -1;
     }
 

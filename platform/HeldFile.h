@@ -11,11 +11,12 @@
 namespace platform
 {
 
-// A file or folder that is held open, links followed, without any access to it: one in use, or without
-// rights, or in the cloud can be held as well, is not fetched (but for core::AttributeRecallOnOpen), and
-// others may still do with it what they like. What it tells is told of one object, whatever happens to the
-// path meanwhile, and its identity is not given out again. Windows renames no folder with an open file below
-// it: until this goes, nothing else can be put in the place of a folder on its path.
+// Keeps a file or folder open without asking for any access. Links are followed. Works for files that are in
+// use, that the user may not read, or that are in the cloud; these are not downloaded, except with
+// core::AttributeRecallOnOpen. Others can still read, write, rename and delete the file. All answers are
+// about the same object, whatever happens to its path, and the file system does not reuse its identity
+// meanwhile. Windows does not rename a folder that has an open file below it, so no folder on the path can be
+// exchanged while this object exists.
 class HeldFile
 {
 public:

@@ -12,7 +12,7 @@ namespace settings
 namespace
 {
 
-constexpr TextList stored{keys::folderSizeAnalyzer, fileTypeData, fileTypeDataCount, mostFileTypes};
+constexpr TextList stored{keys::folderSizeAnalyzer, fileTypeData, fileTypeDataCount, maxFileTypes};
 
 } // namespace
 

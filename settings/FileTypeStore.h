@@ -14,7 +14,7 @@ namespace settings
 inline constexpr QStringView fileTypeDataCount = u"FileTypeDataCount";
 inline constexpr QStringView fileTypeData = u"FileTypeData";
 // A damaged count must not cost four thousand million reads.
-inline constexpr int mostFileTypes = 1000;
+inline constexpr int maxFileTypes = 1000;
 
 // True when at least one category was stored; `table` is replaced in any case.
 bool loadFileTypes(core::FileTypeTable &table);

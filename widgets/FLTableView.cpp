@@ -37,6 +37,6 @@ void FLTableView::showColumns(const QList<int> &columns)
 
 void FLTableView::keyboardSearch(const QString &search)
 {
-    if (model() && model()->rowCount(rootIndex()) <= typeahead::mostRows)
+    if (model() && model()->rowCount(rootIndex()) <= typeahead::maxRows)
         QTableView::keyboardSearch(search);
 }

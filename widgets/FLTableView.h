@@ -4,7 +4,7 @@
 #include <QTableView>
 
 // A flat list of any length, with the suite's rows. A tree view visits every row when it opens; a table with
-// fixed row heights does not, and stays quick with a million. Above typeahead::mostRows rows typing looks for
+// fixed row heights does not, and stays quick with a million. Above typeahead::maxRows rows typing looks for
 // none.
 class FLTableView : public QTableView
 {

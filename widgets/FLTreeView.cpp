@@ -107,7 +107,7 @@ void FLTreeView::keyPressEvent(QKeyEvent *event)
 
 void FLTreeView::keyboardSearch(const QString &search)
 {
-    if (expandedRows() <= typeahead::mostRows)
+    if (expandedRows() <= typeahead::maxRows)
         QTreeView::keyboardSearch(search);
 }
 

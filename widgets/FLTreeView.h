@@ -6,7 +6,7 @@
 
 // A tree with the suite's rows: uniform heights (a must for trees of 100,000 rows), whole rows selected, the
 // header with its sort arrow. Keys that would visit all rows of a large tree do nothing: "*" expands no
-// branch, and above typeahead::mostRows rows typing looks for none.
+// branch, and above typeahead::maxRows rows typing looks for none.
 class FLTreeView : public QTreeView
 {
     Q_OBJECT

@@ -23,7 +23,7 @@ OpenedSeveral openFirst(const QStringList &paths, bool (platform::Shell::*open)(
 {
     QStringList failed;
     QStringList others;
-    for (const QString &path : paths.first(qMin(paths.size(), mostOpenedAtOnce)))
+    for (const QString &path : paths.first(qMin(paths.size(), maxOpenedAtOnce)))
         if (!platform::survivesWin32(platform::shownPath(path)))
             others.append(path);
         else if (!(platform::shell().*open)(path))
@@ -34,8 +34,8 @@ OpenedSeveral openFirst(const QStringList &paths, bool (platform::Shell::*open)(
                 true};
     if (!failed.isEmpty())
         return {refused.arg(failed.join(QStringLiteral(", "))), true};
-    if (paths.size() > mostOpenedAtOnce)
-        return {onlySome.arg(QString::number(mostOpenedAtOnce), QString::number(paths.size())), false};
+    if (paths.size() > maxOpenedAtOnce)
+        return {onlySome.arg(QString::number(maxOpenedAtOnce), QString::number(paths.size())), false};
     return {};
 }
 

@@ -15,7 +15,7 @@ struct OpenedSeveral {
 };
 
 // At most so many files are opened, or folders shown, by one click.
-inline constexpr qsizetype mostOpenedAtOnce = 10;
+inline constexpr qsizetype maxOpenedAtOnce = 10;
 
 // In a menu: to open, and to show in Explorer, the first file of each of the selected groups.
 void addOpenFirsts(QMenu *menu, const QStringList &firsts, std::function<void(const OpenedSeveral &)> tell);

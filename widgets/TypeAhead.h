@@ -7,6 +7,6 @@ namespace typeahead
 {
 
 // Up to this many rows a search ends within a few dozen milliseconds.
-inline constexpr int mostRows = 20'000;
+inline constexpr int maxRows = 20'000;
 
 } // namespace typeahead

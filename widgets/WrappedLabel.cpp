@@ -9,7 +9,7 @@
 namespace
 {
 
-constexpr int mostLines = 6;
+constexpr int maxLines = 6;
 constexpr int minimumCharacters = 8;
 constexpr int widestHint = 60; // characters
 constexpr int widestTip = 100;
@@ -46,8 +46,7 @@ QStringList WrappedLabel::lines(int width) const
     const int lineWidth = std::max(1, width);
     QStringList lines = wrapped(text(), font(), lineWidth);
     // How much of a line is lost at its end depends on the words.
-    for (int room = mostLines * lineWidth; lines.size() > mostLines && room > lineWidth;
-         room -= lineWidth / 2)
+    for (int room = maxLines * lineWidth; lines.size() > maxLines && room > lineWidth; room -= lineWidth / 2)
         lines = wrapped(fontMetrics().elidedText(text(), Qt::ElideMiddle, room), font(), lineWidth);
     return lines;
 }
@@ -86,7 +85,7 @@ void WrappedLabel::paintEvent(QPaintEvent *)
 // Tool tips do not break lines either.
 QString WrappedLabel::shortenedTip() const
 {
-    if (wrapped(text(), font(), std::max(1, width())).size() <= mostLines)
+    if (wrapped(text(), font(), std::max(1, width())).size() <= maxLines)
         return {};
     return wrapped(text(), font(), fontMetrics().averageCharWidth() * widestTip).join(QLatin1Char('\n'));
 }

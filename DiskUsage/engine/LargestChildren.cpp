@@ -13,7 +13,7 @@ namespace diskusage
 namespace
 {
 
-constexpr std::size_t mostChildren = 10;
+constexpr std::size_t maxChildren = 10;
 
 using Text = QVarLengthArray<char16_t, 1024>;
 
@@ -54,12 +54,12 @@ std::optional<qint64> decimal(QStringView text)
 
 void LargestChildren::offer(const QString &name, qint64 size, Kind kind)
 {
-    if (m_children.size() == mostChildren && size <= m_children.back().size)
+    if (m_children.size() == maxChildren && size <= m_children.back().size)
         return;
     const auto smaller = std::find_if(m_children.begin(), m_children.end(),
                                       [size](const Child &child) { return child.size < size; });
     m_children.insert(smaller, {name, size, kind});
-    if (m_children.size() > mostChildren)
+    if (m_children.size() > maxChildren)
         m_children.pop_back();
 }
 

@@ -191,7 +191,7 @@ bool Comparison::compareNext(Opened &candidate, const Buffer &expected, qint64 l
     return true;
 }
 
-// A decided member is as good as compared to its end.
+// Progress counts a decided member as compared to its end.
 void Comparison::decide(const Opened &opened, ContentState state)
 {
     m_states[opened.member] = state;

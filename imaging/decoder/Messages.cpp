@@ -17,7 +17,7 @@ namespace
 
 constexpr qint32 longestPath = 1 << 15; // what Windows allows, in UTF-16 code units
 constexpr quint8 longestFormat = 32;
-constexpr qint64 mostBytes = qint64(imaging::imageAllocationLimit) << 20;
+constexpr qint64 maxBytes = qint64(imaging::imageAllocationLimit) << 20;
 
 bool writeImage(platform::ByteChannel &to, const QImage &image)
 {
@@ -37,7 +37,7 @@ std::optional<QImage> readImage(platform::ByteChannel &from, int longestSide)
     const auto height = readNumber<qint32>(from);
     const auto alpha = readNumber<quint8>(from);
     if (!alpha || !width || !height || *width < 1 || *height < 1 || *width > longestSide ||
-        *height > longestSide || qint64(*width) * *height > mostBytes / qint64(sizeof(QRgb)))
+        *height > longestSide || qint64(*width) * *height > maxBytes / qint64(sizeof(QRgb)))
         return std::nullopt;
     QImage image(*width, *height, *alpha != 0 ? QImage::Format_ARGB32 : QImage::Format_RGB32);
     if (image.isNull() || !from.read(image.bits(), static_cast<std::size_t>(image.sizeInBytes())))
@@ -126,7 +126,7 @@ constexpr std::array sourceFormats{
     QImage::Format_RGB32,    QImage::Format_ARGB32,     QImage::Format_RGBX64,     QImage::Format_RGBA64,
     QImage::Format_Indexed8, QImage::Format_Grayscale8, QImage::Format_Grayscale16};
 constexpr quint32 longestProfile = 4 << 20;
-constexpr quint32 mostColors = 256;
+constexpr quint32 maxColors = 256;
 
 QImage asSource(const QImage &image)
 {
@@ -171,7 +171,7 @@ std::optional<QImage> readSourcePixels(platform::ByteChannel &from)
         return std::nullopt;
     const QImage::Format format = sourceFormats[*number];
     const qint64 bytesPerPixel = QImage::toPixelFormat(format).bitsPerPixel() / 8;
-    if (qint64(*width) > mostBytes / bytesPerPixel / *height)
+    if (qint64(*width) > maxBytes / bytesPerPixel / *height)
         return std::nullopt;
     QImage image(*width, *height, format);
     if (image.isNull() || !from.read(image.bits(), static_cast<std::size_t>(image.sizeInBytes())))
@@ -213,7 +213,7 @@ std::optional<Picture> readSource(platform::ByteChannel &from)
     auto image = format ? readSourcePixels(from) : std::nullopt;
     const auto dotsX = image ? readNumber<qint32>(from) : std::nullopt;
     const auto dotsY = dotsX ? readNumber<qint32>(from) : std::nullopt;
-    const auto table = dotsY ? readBlock(from, mostColors * sizeof(QRgb)) : std::nullopt;
+    const auto table = dotsY ? readBlock(from, maxColors * sizeof(QRgb)) : std::nullopt;
     const auto profile = table ? readBlock(from, longestProfile) : std::nullopt;
     if (!profile || table->size() % qsizetype(sizeof(QRgb)) != 0)
         return std::nullopt;

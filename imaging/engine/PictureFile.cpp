@@ -16,7 +16,7 @@ namespace
 constexpr qsizetype signatureBytes = 8;
 
 // What the loader takes is no larger than this as a file, unless most of it is ballast.
-constexpr qint64 mostBytesInMemory = qint64(imageAllocationLimit) << 20;
+constexpr qint64 maxBytesInMemory = qint64(imageAllocationLimit) << 20;
 
 // A chunk is length, name, content and checksum. What stands behind the end chunk belongs to someone else.
 bool chunksFit(const QByteArray &png)
@@ -39,7 +39,7 @@ bool chunksFit(const QByteArray &png)
 
 std::unique_ptr<QIODevice> guardedPicture(std::unique_ptr<QIODevice> file)
 {
-    if (file->peek(signatureBytes) != "\x89PNG\r\n\x1a\n" || file->size() > mostBytesInMemory)
+    if (file->peek(signatureBytes) != "\x89PNG\r\n\x1a\n" || file->size() > maxBytesInMemory)
         return file;
     auto memory = std::make_unique<QBuffer>();
     memory->setData(file->readAll());

@@ -23,7 +23,7 @@ namespace
 {
 
 // From this size on there is no memory.
-std::atomic<std::size_t> mostBytes = std::numeric_limits<std::size_t>::max();
+std::atomic<std::size_t> maxBytes = std::numeric_limits<std::size_t>::max();
 
 constexpr int documents = 5; // in the built-in table
 constexpr quint64 day = 864'000'000'000;
@@ -45,7 +45,7 @@ std::shared_ptr<ScanResult> someFiles()
 // not, the compiler takes them for a pair that does not match.
 [[gnu::noinline]] void *operator new(std::size_t bytes)
 {
-    void *memory = bytes < mostBytes ? std::malloc(bytes) : nullptr;
+    void *memory = bytes < maxBytes ? std::malloc(bytes) : nullptr;
     if (!memory)
         throw std::bad_alloc();
     return memory;
@@ -152,10 +152,10 @@ void DataFilesModelTest::aLackOfMemoryKeepsTheOrder()
     QTRY_COMPARE(model.record(2).name, u"10"_s);
     QSignalSpy sorting(&model, &DataFilesModel::sortingChanged);
     QSignalSpy failed(&model, &DataFilesModel::sortingFailed);
-    mostBytes = count; // the numbers of the rows take four times as much
+    maxBytes = count; // the numbers of the rows take four times as much
     model.sort(FileRawSize, Qt::AscendingOrder);
     const bool told = failed.wait();
-    mostBytes = std::numeric_limits<std::size_t>::max();
+    maxBytes = std::numeric_limits<std::size_t>::max();
     QVERIFY(told);
     QCOMPARE(sorting.last().first().toBool(), false);
     QCOMPARE(model.record(2).name, u"10"_s);

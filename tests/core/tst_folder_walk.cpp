@@ -437,7 +437,7 @@ void TestFolderWalk::thePoolStaysSmall()
     Patient visitor(disk, 201);
     walk(disk, visitor, readAhead(63));
     QVERIFY(visitor.sawAll());
-    QVERIFY(listing.size() <= std::size_t(core::ReadAhead::mostThreads + 1));
+    QVERIFY(listing.size() <= std::size_t(core::ReadAhead::maxThreads + 1));
 }
 
 QTEST_GUILESS_MAIN(TestFolderWalk)

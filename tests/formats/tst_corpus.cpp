@@ -31,7 +31,7 @@ namespace
 constexpr qint64 longestMilliseconds = 20000;
 constexpr quint64 mebibyte = 1 << 20;
 // A picture at the limit, and as much again for its decoder.
-constexpr quint64 mostMemory = 2 * quint64(imaging::imageAllocationLimit) * mebibyte;
+constexpr quint64 maxMemory = 2 * quint64(imaging::imageAllocationLimit) * mebibyte;
 
 // What kimageformats wrote beside a picture: which file it must look like, by the version of Qt.
 std::optional<QString> statedReference(const QFileInfo &picture)
@@ -175,8 +175,8 @@ void TestCorpus::reads()
     QVERIFY2(timer.elapsed() < longestMilliseconds, qPrintable(QString::number(timer.elapsed())));
     // The peak never falls: the first file above the bound is the one that fails.
     const quint64 taken = peakMemory() - m_memoryBefore;
-    const bool aboveAlready = std::exchange(m_aboveBound, taken >= mostMemory);
-    QVERIFY2(aboveAlready || taken < mostMemory, qPrintable(QString::number(taken / mebibyte) + u" MiB"_s));
+    const bool aboveAlready = std::exchange(m_aboveBound, taken >= maxMemory);
+    QVERIFY2(aboveAlready || taken < maxMemory, qPrintable(QString::number(taken / mebibyte) + u" MiB"_s));
     m_read += loaded.has_value();
     const QString reference = referenceOf(QFileInfo(path));
     if (reference.isEmpty())

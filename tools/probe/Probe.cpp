@@ -47,10 +47,10 @@ QString textOf(const QWidget &widget)
 
 void addRows(const QAbstractItemView &view, const QModelIndex &parent, QJsonArray &rows)
 {
-    constexpr int mostRows = 60;
+    constexpr int maxRows = 60;
     const QAbstractItemModel &model = *view.model();
     const auto *tree = qobject_cast<const QTreeView *>(&view);
-    for (int row = 0; row < model.rowCount(parent) && rows.size() < mostRows; ++row) {
+    for (int row = 0; row < model.rowCount(parent) && rows.size() < maxRows; ++row) {
         const QModelIndex first = model.index(row, 0, parent);
         QJsonArray cells;
         for (int column = 0; column < model.columnCount(parent); ++column)

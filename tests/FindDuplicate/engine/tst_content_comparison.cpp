@@ -33,7 +33,7 @@ public:
     std::map<QString, FakeFile> files;
     QStringList opened;
     int open_ = 0;
-    int mostOpen = 0;
+    int maxOpen = 0;
     core::CancelFlag *cancelAfterReads = nullptr;
     int readsLeft = 0;
 
@@ -57,7 +57,7 @@ private:
     public:
         Handle(FakeReader &reader, const FakeFile &file) : m_reader(reader), m_file(file)
         {
-            m_reader.mostOpen = std::max(m_reader.mostOpen, ++m_reader.open_);
+            m_reader.maxOpen = std::max(m_reader.maxOpen, ++m_reader.open_);
         }
         ~Handle() override { --m_reader.open_; }
 
@@ -215,7 +215,7 @@ void ContentComparisonTest::manyMembersStayWithinBounds()
         expected.push_back(i == 0 ? S::Reference : differs ? S::Different : S::Identical);
     }
     QCOMPARE(compare(reader, 5), expected);
-    QCOMPARE(reader.mostOpen, 17);
+    QCOMPARE(reader.maxOpen, 17);
     QCOMPARE(m_done, quint64(59 * 5));
 }
 

@@ -40,7 +40,7 @@ public:
     QHash<QString, QImage> byPath;
     std::atomic_int decoded = 0;
     std::atomic_int atOnce = 0;
-    std::atomic_int mostAtOnce = 0;
+    std::atomic_int maxAtOnce = 0;
     int jitter = 0; // microseconds
     qint64 bytes = 0;
 
@@ -53,7 +53,7 @@ public:
                 throw std::bad_alloc();
             before(bytes);
             const int now = ++atOnce;
-            for (int most = mostAtOnce; now > most && !mostAtOnce.compare_exchange_weak(most, now);) {
+            for (int most = maxAtOnce; now > most && !maxAtOnce.compare_exchange_weak(most, now);) {
             }
             if (jitter > 0)
                 std::this_thread::sleep_for(std::chrono::microseconds(qHash(path) % std::size_t(jitter)));
@@ -277,12 +277,12 @@ void LookalikeScanTest::decodedMemoryIsBounded()
     options.decodedBytes = 1000;
     m_pictures->bytes = 400;
     QCOMPARE(scan(options).imagesCompared, std::size_t(60));
-    QCOMPARE(m_pictures->mostAtOnce.load(), 2);
+    QCOMPARE(m_pictures->maxAtOnce.load(), 2);
     // One picture may be larger than all that is allowed.
-    m_pictures->mostAtOnce = 0;
+    m_pictures->maxAtOnce = 0;
     m_pictures->bytes = 5000;
     QCOMPARE(scan(options).imagesCompared, std::size_t(60));
-    QCOMPARE(m_pictures->mostAtOnce.load(), 1);
+    QCOMPARE(m_pictures->maxAtOnce.load(), 1);
 }
 
 void LookalikeScanTest::queueKeepsOrder()
