@@ -64,7 +64,10 @@ public:
 
     bool eventFilter(QObject *watched, QEvent *event) override
     {
-        if (event->type() == QEvent::ApplicationPaletteChange)
+        // When the system's colours change, the first event may still come with the old ones, and a hidden
+        // page gets none; the palette of a widget above changes last.
+        if (event->type() == QEvent::ApplicationPaletteChange || event->type() == QEvent::PaletteChange ||
+            event->type() == QEvent::Show)
             apply();
         return QObject::eventFilter(watched, event);
     }
@@ -74,11 +77,15 @@ private:
     {
         QPalette palette = QApplication::palette(m_widget);
         m_rule(palette);
+        if (palette == m_applied) // also ends what setting it sets off
+            return;
+        m_applied = palette;
         m_widget->setPalette(palette);
     }
 
     QWidget *m_widget;
     Rule m_rule;
+    QPalette m_applied;
 };
 
 constexpr int leastSaturation = 40; // of an accent colour; what has less is a grey
