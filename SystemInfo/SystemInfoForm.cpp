@@ -10,6 +10,8 @@
 #include "widgets/SearchLine.h"
 
 #include <QHBoxLayout>
+#include <QScrollArea>
+#include <QScrollBar>
 #include <QStackedLayout>
 #include <QToolButton>
 
@@ -27,6 +29,27 @@ constexpr std::array<const char *, pageCount> buttonNames = {
     "toolButtonStartupItems", "toolButtonTaskScheduler",
     "toolButtonAVCodec"};
 
+constexpr QSize buttonSize(151, 41);
+
+// Eleven buttons are higher than a small screen at 200 %. A bar beside them appears there only.
+QScrollArea *scrolled(QWidget *buttons)
+{
+    auto *area = new QScrollArea;
+    area->setWidget(buttons);
+    area->setWidgetResizable(true);
+    area->setFrameShape(QFrame::NoFrame);
+    area->setFocusPolicy(Qt::NoFocus);
+    area->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+    area->viewport()->setAutoFillBackground(false);
+    buttons->setAutoFillBackground(false);
+    area->setFixedWidth(buttonSize.width());
+    const QScrollBar *bar = area->verticalScrollBar();
+    QObject::connect(bar, &QScrollBar::rangeChanged, area, [area, bar](int, int most) {
+        area->setFixedWidth(buttonSize.width() + (most > 0 ? bar->sizeHint().width() : 0));
+    });
+    return area;
+}
+
 } // namespace
 
 SystemInfoForm::SystemInfoForm(QWidget *parent)
@@ -35,7 +58,9 @@ SystemInfoForm::SystemInfoForm(QWidget *parent)
       m_jobs(new JobHost(this))
 {
     auto *row = new QHBoxLayout(this);
-    auto *column = new QVBoxLayout;
+    auto *buttons = new QWidget;
+    auto *column = new QVBoxLayout(buttons);
+    column->setContentsMargins({});
     column->setSpacing(4);
     column->setAlignment(Qt::AlignTop);
     for (std::size_t i = 0; i < m_slots.size(); ++i) {
@@ -45,13 +70,13 @@ SystemInfoForm::SystemInfoForm(QWidget *parent)
         button->setText(
             emptyPage(static_cast<PageId>(i)).title.replace(QLatin1Char('&'), QStringLiteral("&&")));
         button->setCheckable(true);
-        button->setFixedSize(151, 41);
+        button->setFixedSize(buttonSize);
         button->setFocusPolicy(Qt::StrongFocus); // a click takes the frame of the focus along
         m_slots[i].button = button;
         column->addWidget(button);
     }
     m_stack->setContentsMargins(0, 0, 0, 0);
-    row->addLayout(column);
+    row->addWidget(scrolled(buttons));
     row->addLayout(m_stack, 1);
     slot(PageId::General).index = 0;
     slot(PageId::General).button->setChecked(true);
