@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "ConvertImage/engine/ExifEditor.h"
 
+#include "ConvertImage/engine/TiffTags.h"
+
 #include <QtEndian>
 
 #include <algorithm>
@@ -13,20 +15,7 @@ namespace conversion
 namespace
 {
 
-constexpr qint64 headerBytes = 8;
-constexpr qint64 entryBytes = 12;
-
-// Tags and types: EXIF 2.32 and TIFF 6.0.
-constexpr quint16 orientationTag = 0x0112;
-constexpr quint16 thumbnailOffsetTag = 0x0201;
-constexpr quint16 thumbnailLengthTag = 0x0202;
-constexpr quint16 exifDirectoryTag = 0x8769;
-constexpr quint16 placeDirectoryTag = 0x8825;
-constexpr quint16 widthTag = 0xa002;
-constexpr quint16 heightTag = 0xa003;
-constexpr quint16 shortType = 3;
-constexpr quint16 longType = 4;
-constexpr std::array<int, 13> bytesOfType{0, 1, 1, 2, 4, 8, 1, 1, 2, 4, 8, 4, 8};
+using namespace tiff;
 
 class Exif
 {

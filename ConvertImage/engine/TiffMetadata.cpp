@@ -2,6 +2,7 @@
 #include "ConvertImage/engine/TiffMetadata.h"
 
 #include "ConvertImage/engine/MetadataBytes.h"
+#include "ConvertImage/engine/TiffTags.h"
 
 #include <QBuffer>
 
@@ -16,18 +17,10 @@ namespace conversion
 namespace
 {
 
-constexpr qint64 headerBytes = 8;
-constexpr int entryBytes = 12;
+using namespace tiff;
+
 constexpr int maxEntries = 500; // of a directory
 
-// Tags and types: TIFF 6.0, EXIF 2.32, and the XMP specification, part 3.
-constexpr quint16 xmpTag = 700;
-constexpr quint16 exifDirectoryTag = 0x8769;
-constexpr quint16 placeDirectoryTag = 0x8825;
-constexpr quint16 interoperabilityTag = 0xa005;
-constexpr quint16 byteType = 1;
-constexpr quint16 longType = 4;
-constexpr std::array<int, 14> bytesOfType{0, 1, 1, 2, 4, 8, 1, 1, 2, 4, 8, 4, 8, 4};
 // Of how many bytes the numbers are that byte order turns round.
 constexpr std::array<int, 14> bytesOfNumber{0, 1, 1, 2, 4, 4, 1, 1, 2, 4, 4, 4, 8, 4};
 
