@@ -48,24 +48,12 @@ const conversion::TargetFacts &facts(const Settings &settings)
 SettingsPanel::SettingsPanel(SettingsBinder *binder, QWidget *parent) : FLTabWidget(parent), m_binder(binder)
 {
     setObjectName(QStringLiteral("settingsTabWidget"));
-    addTab(scrolled(makeOutputPage()), tr("Output"));
-    addTab(scrolled(makeResizePage()), tr("Resize"));
-    addTab(scrolled(makeAdjustPage()), tr("Adjust"));
-    addTab(scrolled(makeMarksPage()), tr("Watermark"));
+    addTab(controls::scrollArea(makeOutputPage()), tr("Output"));
+    addTab(controls::scrollArea(makeResizePage()), tr("Resize"));
+    addTab(controls::scrollArea(makeAdjustPage()), tr("Adjust"));
+    addTab(controls::scrollArea(makeMarksPage()), tr("Watermark"));
     connect(binder, &SettingsBinder::changed, this, &SettingsPanel::showWhatApplies);
     showWhatApplies();
-}
-
-QWidget *SettingsPanel::scrolled(QWidget *page)
-{
-    auto *area = new QScrollArea(this);
-    area->setWidget(page);
-    area->setWidgetResizable(true);
-    area->setFrameShape(QFrame::NoFrame);
-    area->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
-    area->viewport()->setAutoFillBackground(false);
-    page->setAutoFillBackground(false);
-    return area;
 }
 
 void SettingsPanel::showWhatApplies()

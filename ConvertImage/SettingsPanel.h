@@ -23,7 +23,6 @@ public:
     void setPictureSize(const QSize &size);
 
 private:
-    QWidget *scrolled(QWidget *page);
     QWidget *makeOutputPage();
     void addFolderRows(QFormLayout *form);
     void addDocumentRows(QFormLayout *form);

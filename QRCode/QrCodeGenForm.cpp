@@ -31,19 +31,6 @@ namespace
 // After the last key, before the decoder is asked.
 constexpr int settleTime = 250; // ms
 
-QScrollArea *scrolled(QWidget *content, QWidget *parent)
-{
-    auto *area = new QScrollArea(parent);
-    area->setFrameShape(QFrame::NoFrame);
-    area->setWidgetResizable(true);
-    area->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
-    area->setWidget(content);
-    // In front of the page's own colour.
-    area->viewport()->setAutoFillBackground(false);
-    content->setAutoFillBackground(false);
-    return area;
-}
-
 } // namespace
 
 QrCodeGenForm::QrCodeGenForm(QWidget *parent) : FLWidget(parent)
@@ -154,7 +141,7 @@ QWidget *QrCodeGenForm::buildKinds()
     m_kinds = new QVBoxLayout(kinds);
     m_kinds->setContentsMargins({});
     m_kinds->setSpacing(theme::spaceTight);
-    QScrollArea *area = scrolled(kinds, this);
+    QScrollArea *area = controls::scrollArea(kinds, this);
     area->setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Expanding);
     return area;
 }
@@ -166,10 +153,10 @@ QWidget *QrCodeGenForm::buildInput()
     auto *forms = new QWidget;
     m_forms = new QVBoxLayout(forms);
     m_forms->setContentsMargins({});
-    m_content = scrolled(forms, m_tabs);
+    m_content = controls::scrollArea(forms, m_tabs);
     m_style = new StylePanel;
     m_tabs->addTab(m_content, tr("Content"));
-    m_tabs->addTab(scrolled(m_style, m_tabs), tr("Design"));
+    m_tabs->addTab(controls::scrollArea(m_style, m_tabs), tr("Design"));
     m_tabs->setMinimumWidth(240);
     return m_tabs;
 }

@@ -34,14 +34,8 @@ constexpr QSize buttonSize(151, 41);
 // Eleven buttons are higher than a small screen at 200 %. A bar beside them appears there only.
 QScrollArea *scrolled(QWidget *buttons)
 {
-    auto *area = new QScrollArea;
-    area->setWidget(buttons);
-    area->setWidgetResizable(true);
-    area->setFrameShape(QFrame::NoFrame);
+    QScrollArea *area = controls::scrollArea(buttons);
     area->setFocusPolicy(Qt::NoFocus);
-    area->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
-    area->viewport()->setAutoFillBackground(false);
-    buttons->setAutoFillBackground(false);
     area->setFixedWidth(buttonSize.width());
     const QScrollBar *bar = area->verticalScrollBar();
     QObject::connect(bar, &QScrollBar::rangeChanged, area, [area, bar](int, int most) {

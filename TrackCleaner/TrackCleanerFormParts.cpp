@@ -6,6 +6,7 @@
 #include "TrackCleaner/Settings.h"
 #include "TrackCleaner/TraceTexts.h"
 #include "TrackCleaner/TrackCleanerForm.h"
+#include "widgets/CardFrame.h"
 #include "widgets/Controls.h"
 #include "widgets/ElidedLabel.h"
 #include "widgets/PageHeader.h"
@@ -14,7 +15,6 @@
 #include <QCheckBox>
 #include <QHBoxLayout>
 #include <QLabel>
-#include <QPainter>
 #include <QProgressBar>
 #include <QPushButton>
 #include <QScrollArea>
@@ -23,26 +23,6 @@
 #include <QVBoxLayout>
 
 using tracks::Group;
-
-namespace
-{
-
-// A group of items on a card of its own.
-class GroupCard : public QWidget
-{
-public:
-    using QWidget::QWidget;
-
-protected:
-    void paintEvent(QPaintEvent *) override
-    {
-        QPainter painter(this);
-        painter.setRenderHint(QPainter::Antialiasing);
-        theme::paintCard(painter, QRectF(rect()).adjusted(0.5, 0.5, -0.5, -0.5), theme::colors(this));
-    }
-};
-
-} // namespace
 
 void TrackCleanerForm::buildHeader(QVBoxLayout *page)
 {
@@ -67,12 +47,7 @@ void TrackCleanerForm::buildGroups(QVBoxLayout *page)
     column->addWidget(buildGroup(Group::FileExplorer));
     column->addWidget(buildGroup(Group::Windows));
     column->addStretch();
-    auto *scroll = new QScrollArea(this);
-    scroll->setWidget(content);
-    scroll->setWidgetResizable(true);
-    scroll->setFrameShape(QFrame::NoFrame);
-    scroll->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
-    page->addWidget(scroll, 1);
+    page->addWidget(controls::scrollArea(content, this), 1);
 }
 
 QWidget *TrackCleanerForm::buildGroup(Group group)
@@ -81,7 +56,7 @@ QWidget *TrackCleanerForm::buildGroup(Group group)
     const bool explorer = group == Group::FileExplorer;
     const QString name =
         explorer ? QStringLiteral("TrackCleanerFileExplorer") : QStringLiteral("TrackCleanerWindows");
-    auto *card = new GroupCard(this);
+    auto *card = new CardFrame(this);
     auto *icon = new QLabel(card);
     icon->setObjectName(name + QStringLiteral("Icon"));
     icon->setPixmap(controls::image(explorer ? "Explorer24" : "Windows24")

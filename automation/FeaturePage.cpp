@@ -6,6 +6,7 @@
 #include "automation/engine/Event.h"
 #include "settings/AgentState.h"
 #include "settings/Values.h"
+#include "widgets/CardFrame.h"
 #include "widgets/Controls.h"
 #include "widgets/NoticeBar.h"
 #include "widgets/PageHeader.h"
@@ -17,7 +18,6 @@
 #include <QFrame>
 #include <QGridLayout>
 #include <QLabel>
-#include <QPainter>
 #include <QPushButton>
 #include <QScrollArea>
 #include <QSignalBlocker>
@@ -30,20 +30,6 @@ namespace
 
 constexpr int refreshInterval = 1000; // ms, while the page is on the screen
 constexpr int logHeight = 150;
-
-class Card : public QWidget
-{
-public:
-    using QWidget::QWidget;
-
-protected:
-    void paintEvent(QPaintEvent *) override
-    {
-        QPainter painter(this);
-        painter.setRenderHint(QPainter::Antialiasing);
-        theme::paintCard(painter, QRectF(rect()).adjusted(0.5, 0.5, -0.5, -0.5), theme::colors(this));
-    }
-};
 
 QLabel *sectionTitle(const QString &text, QWidget *parent)
 {
@@ -93,13 +79,7 @@ FeaturePage::FeaturePage(QStringView feature, const settings::Flag &enabled, con
     rows->addWidget(sectionTitle(tr("What happened"), this));
     rows->addWidget(m_log);
     rows->addStretch();
-    auto *area = new QScrollArea(this);
-    area->setFrameShape(QFrame::NoFrame);
-    area->setWidgetResizable(true);
-    area->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
-    area->setWidget(content);
-    area->viewport()->setAutoFillBackground(false);
-    content->setAutoFillBackground(false);
+    QScrollArea *area = controls::scrollArea(content, this);
 
     auto *layout = new QVBoxLayout(this);
     layout->setContentsMargins(theme::pageMargin, theme::pageMargin, theme::spaceWide, theme::space);
@@ -121,7 +101,7 @@ FeaturePage::FeaturePage(QStringView feature, const settings::Flag &enabled, con
 
 QWidget *FeaturePage::statusCard(const QString &switchText)
 {
-    auto *card = new Card;
+    auto *card = new CardFrame;
     m_switch = new QCheckBox(switchText, card);
     m_switch->setObjectName(QStringLiteral("checkBox"));
     m_switch->setFont(theme::sectionTitle(font()));

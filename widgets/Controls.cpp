@@ -5,6 +5,7 @@
 
 #include <QAction>
 #include <QPushButton>
+#include <QScrollArea>
 #include <QToolButton>
 
 namespace controls
@@ -61,6 +62,19 @@ QToolButton *toolButton(QWidget *parent, const Button &button, bool showText)
     widget->setAccessibleName(button.text);
     widget->setToolTip(tipOf(button));
     return widget;
+}
+
+QScrollArea *scrollArea(QWidget *content, QWidget *parent)
+{
+    auto *area = new QScrollArea(parent);
+    area->setFrameShape(QFrame::NoFrame);
+    area->setWidgetResizable(true);
+    area->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+    area->setWidget(content);
+    // setWidget() makes the content fill its background; it lies on the page's own colour here.
+    area->viewport()->setAutoFillBackground(false);
+    content->setAutoFillBackground(false);
+    return area;
 }
 
 QAction *shortcut(QWidget *owner, const QKeySequence &key, std::function<void()> pressed)

@@ -9,6 +9,7 @@
 
 class QAction;
 class QPushButton;
+class QScrollArea;
 class QToolButton;
 class QWidget;
 
@@ -36,6 +37,10 @@ QPushButton *pushButton(QWidget *parent, const Button &button, Rank rank = Rank:
 // A flat button of a header or a tool row: its image alone, or with `showText` its text beside it. Without
 // one the text is its accessible name and its tip.
 QToolButton *toolButton(QWidget *parent, const Button &button, bool showText = false);
+
+// Shows `content`, which it takes, in the colour of the page behind it. As wide as its room; what is higher
+// than the room scrolls.
+QScrollArea *scrollArea(QWidget *content, QWidget *parent = nullptr);
 
 // A key that works while the focus is in `owner` or below it. It stands in no menu; for one that does, see
 // action().

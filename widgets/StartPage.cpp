@@ -83,13 +83,9 @@ StartPage::StartPage(const StartTexts &texts, QWidget *parent)
     if (!m_target)
         m_page->addStretch();
 
-    auto *scroll = new QScrollArea(this);
+    QScrollArea *scroll = controls::scrollArea(m_content, this);
     scroll->setVerticalScrollBar(new SlimScrollBar);
-    scroll->setFrameShape(QFrame::NoFrame);
-    scroll->setWidgetResizable(true);
-    scroll->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
     scroll->setFocusPolicy(Qt::NoFocus);
-    scroll->setWidget(m_content);
     auto *layout = new QVBoxLayout(this);
     layout->setContentsMargins(0, 0, 0, 0);
     layout->addWidget(scroll);
