@@ -27,17 +27,6 @@ QDateTime localTime(const QDateTime &moment, const QDateTime &like)
     return local;
 }
 
-QDateTime localTime(const QDate &day, const QTime &time, const QDateTime &like)
-{
-    QDateTime local = like;
-    local.setTime(QTime(12, 0));
-    local.setDate(day);
-    local.setTime(time);
-    if (!local.isValid()) // the hour that spring leaves out
-        local.setTime(time.addSecs(3600));
-    return local;
-}
-
 bool isUsable(const DarkSettings &settings)
 {
     return settings.bySun
@@ -55,8 +44,8 @@ QList<Boundary> boundariesOf(const DarkSettings &settings, const QDate &day, con
         if (sun.set)
             found.append({localTime(*sun.set, now), true, QStringLiteral("sunset")});
     } else {
-        found.append({localTime(day, settings.light, now), false, QStringLiteral("your hour")});
-        found.append({localTime(day, settings.dark, now), true, QStringLiteral("your hour")});
+        found.append({localMoment(day, settings.light, now), false, QStringLiteral("your hour")});
+        found.append({localMoment(day, settings.dark, now), true, QStringLiteral("your hour")});
     }
     std::sort(found.begin(), found.end(),
               [](const Boundary &left, const Boundary &right) { return left.when < right.when; });
@@ -92,7 +81,7 @@ std::optional<Boundary> presentBoundary(const DarkSettings &settings, const QDat
     const SunDay today = sunDay(now.date(), *settings.position);
     if (!today.rise && !today.set) { // the last crossing before may be missed by its seconds
         if (!present)
-            present = {localTime(now.date(), QTime(0, 0), now)};
+            present = {localMoment(now.date(), QTime(0, 0), now)};
         present->dark = !today.up;
         present->lasts = true;
         present->reason = today.up ? QStringLiteral("polar day") : QStringLiteral("polar night");
@@ -129,7 +118,7 @@ QString dryRun(const DarkSettings &settings, const QDate &day, const QDateTime &
         }
     }
     if (parts.isEmpty())
-        return presentBoundary(settings, localTime(day, QTime(12, 0), now))->dark
+        return presentBoundary(settings, localMoment(day, QTime(12, 0), now))->dark
                    ? QStringLiteral("Dark all day: the sun does not rise")
                    : QStringLiteral("Light all day: the sun does not set");
     return parts.join(QStringLiteral(", "));

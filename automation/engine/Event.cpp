@@ -6,6 +6,17 @@
 namespace automation
 {
 
+QDateTime localMoment(const QDate &day, const QTime &time, const QDateTime &like)
+{
+    QDateTime local = like;
+    local.setTime(QTime(12, 0));
+    local.setDate(day);
+    local.setTime(time);
+    if (!local.isValid())
+        local.setTime(time.addSecs(3600));
+    return local;
+}
+
 QString momentText(const QDateTime &moment, const QDateTime &now)
 {
     const bool today = moment.date() == now.date();

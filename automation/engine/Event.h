@@ -31,6 +31,9 @@ struct Event {
     int value = 0;
 };
 
+// A time of a day in the zone of `like`; an hour later where spring leaves it out.
+QDateTime localMoment(const QDate &day, const QTime &time, const QDateTime &like);
+
 // "19:02", and with the day when that is not today: "Mon 3 Nov 06:41".
 QString momentText(const QDateTime &moment, const QDateTime &now);
 

@@ -1,0 +1,240 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "automation/engine/PictureOfDay.h"
+
+#include <QCryptographicHash>
+#include <QJsonArray>
+#include <QJsonDocument>
+#include <QJsonObject>
+#include <QUrlQuery>
+
+#include <algorithm>
+#include <array>
+
+namespace automation
+{
+
+namespace
+{
+
+constexpr qsizetype creditLength = 300;
+constexpr qsizetype maxAddressLength = 2000;
+
+// The key that the service publishes for occasional use: thirty requests an hour, fifty a day.
+const QString nasaKey = QStringLiteral("DEMO_KEY");
+const QString nasaPages = QStringLiteral("https://apod.nasa.gov/apod/");
+
+constexpr std::array regions{
+    PictureRegion{"", "Chosen by the service"},
+    PictureRegion{"en-AU", "Australia"},
+    PictureRegion{"pt-BR", "Brazil"},
+    PictureRegion{"en-CA", "Canada"},
+    PictureRegion{"fr-CA", "Canada (French)"},
+    PictureRegion{"zh-CN", "China"},
+    PictureRegion{"fr-FR", "France"},
+    PictureRegion{"de-DE", "Germany"},
+    PictureRegion{"en-IN", "India"},
+    PictureRegion{"it-IT", "Italy"},
+    PictureRegion{"ja-JP", "Japan"},
+    PictureRegion{"es-ES", "Spain"},
+    PictureRegion{"en-GB", "United Kingdom"},
+    PictureRegion{"en-US", "United States"},
+};
+
+QString textOf(const QJsonObject &object, QLatin1StringView name)
+{
+    return object.value(name).toString();
+}
+
+void addAddress(QList<QUrl> &to, const QUrl &base, const QString &text, AllowedAddress allowed)
+{
+    if (text.isEmpty() || text.size() > maxAddressLength)
+        return;
+    const QUrl address = base.resolved(QUrl(text, QUrl::StrictMode));
+    if (allowed(address) && !to.contains(address))
+        to.append(address);
+}
+
+QString shortHash(const QString &text)
+{
+    return QString::fromLatin1(
+        QCryptographicHash::hash(text.toUtf8(), QCryptographicHash::Sha256).left(6).toHex());
+}
+
+std::optional<DayPicture> bingPicture(const PictureServices &services, const QJsonObject &entry)
+{
+    const QDate day =
+        QDate::fromString(textOf(entry, QLatin1StringView("startdate")), QStringLiteral("yyyyMMdd"));
+    const QString base = textOf(entry, QLatin1StringView("urlbase"));
+    DayPicture picture;
+    if (!base.isEmpty())
+        addAddress(picture.addresses, services.bing, base + QStringLiteral("_UHD.jpg"), services.allowed);
+    addAddress(picture.addresses, services.bing, textOf(entry, QLatin1StringView("url")), services.allowed);
+    if (!day.isValid() || picture.addresses.isEmpty())
+        return {};
+    picture.key =
+        QStringLiteral("bing-%1-%2")
+            .arg(day.toString(QStringLiteral("yyyyMMdd")),
+                 shortHash(picture.addresses[0].toString(QUrl::RemoveScheme | QUrl::RemoveAuthority)));
+    picture.credit = plainLine(textOf(entry, QLatin1StringView("copyright")), creditLength);
+    picture.title = plainLine(textOf(entry, QLatin1StringView("title")));
+    if (picture.title.isEmpty() || picture.title == QLatin1StringView("Info")) // of regions without titles
+        picture.title = picture.credit.section(QStringLiteral(" (\u00a9"), 0, 0);
+    if (picture.title.isEmpty())
+        picture.title = QStringLiteral("Picture of %1").arg(day.toString(Qt::ISODate));
+    const QUrl page(textOf(entry, QLatin1StringView("copyrightlink")), QUrl::StrictMode);
+    if (isSecureAddress(page))
+        picture.page = page;
+    return picture;
+}
+
+Listing bingListing(const PictureServices &services, const QJsonArray &entries)
+{
+    Listing listing;
+    for (const QJsonValue &entry : entries) {
+        if (listing.pictures.size() == maxDayPictures)
+            break;
+        if (const auto picture = bingPicture(services, entry.toObject()))
+            listing.pictures.append(*picture);
+    }
+    return listing;
+}
+
+std::optional<DayPicture> nasaPicture(const PictureServices &services, const QJsonObject &entry,
+                                      const QDate &day)
+{
+    DayPicture picture;
+    for (const QLatin1StringView name : {QLatin1StringView("hdurl"), QLatin1StringView("url")})
+        addAddress(picture.addresses, services.nasa, textOf(entry, name), services.allowed);
+    if (picture.addresses.isEmpty())
+        return {};
+    picture.key = QStringLiteral("nasa-%1").arg(day.toString(QStringLiteral("yyyyMMdd")));
+    picture.title = plainLine(textOf(entry, QLatin1StringView("title")));
+    if (picture.title.isEmpty())
+        picture.title = QStringLiteral("Picture of %1").arg(day.toString(Qt::ISODate));
+    picture.credit = plainLine(textOf(entry, QLatin1StringView("copyright")), creditLength);
+    picture.page = QUrl(nasaPages + QStringLiteral("ap%1.html").arg(day.toString(QStringLiteral("yyMMdd"))));
+    return picture;
+}
+
+Listing nasaListing(const PictureServices &services, const QJsonArray &entries)
+{
+    Listing listing;
+    for (const QJsonValue &value : entries) {
+        const QJsonObject entry = value.toObject();
+        const QDate day = QDate::fromString(textOf(entry, QLatin1StringView("date")), Qt::ISODate);
+        if (!day.isValid())
+            continue;
+        const QString type = textOf(entry, QLatin1StringView("media_type"));
+        const auto picture = type == QLatin1StringView("image") ? nasaPicture(services, entry, day)
+                                                                : std::optional<DayPicture>();
+        if (picture)
+            listing.pictures.append(*picture);
+        else
+            ++listing.videos;
+    }
+    std::stable_sort(listing.pictures.begin(), listing.pictures.end(),
+                     [](const DayPicture &left, const DayPicture &right) { return left.key > right.key; });
+    listing.pictures.resize(std::min<qsizetype>(listing.pictures.size(), maxDayPictures));
+    return listing;
+}
+
+} // namespace
+
+QString sourceName(PictureSource source)
+{
+    switch (source) {
+    case PictureSource::Bing:
+        return QStringLiteral("Bing");
+    case PictureSource::Nasa:
+        return QStringLiteral("NASA");
+    case PictureSource::Own:
+        break;
+    }
+    return QStringLiteral("Your pictures");
+}
+
+std::span<const PictureRegion> pictureRegions()
+{
+    return regions;
+}
+
+bool isSecureAddress(const QUrl &address)
+{
+    return address.isValid() && address.scheme() == QLatin1StringView("https") && !address.host().isEmpty() &&
+           address.userInfo().isEmpty();
+}
+
+QUrl listingAddress(const PictureServices &services, PictureSource source, const QString &market,
+                    const QDate &today)
+{
+    QUrlQuery query;
+    if (source == PictureSource::Bing) {
+        query.addQueryItem(QStringLiteral("format"), QStringLiteral("js"));
+        query.addQueryItem(QStringLiteral("idx"), QStringLiteral("0"));
+        query.addQueryItem(QStringLiteral("n"), QString::number(maxDayPictures));
+        if (!market.isEmpty())
+            query.addQueryItem(QStringLiteral("mkt"), market);
+    } else {
+        // Without an end, which would be refused while its day has not begun in America. More days than
+        // pictures, since some have a video.
+        query.addQueryItem(QStringLiteral("api_key"), nasaKey);
+        query.addQueryItem(QStringLiteral("start_date"),
+                           today.addDays(-maxDayPictures - 2).toString(Qt::ISODate));
+    }
+    QUrl address = source == PictureSource::Bing ? services.bing : services.nasa;
+    address.setQuery(query);
+    return address;
+}
+
+std::optional<Listing> parseListing(const PictureServices &services, PictureSource source,
+                                    const QByteArray &bytes)
+{
+    if (bytes.size() > maxListingBytes)
+        return {};
+    const QJsonDocument document = QJsonDocument::fromJson(bytes);
+    if (source == PictureSource::Bing) {
+        const QJsonValue images = document.object().value(QLatin1StringView("images"));
+        return images.isArray() ? std::optional(bingListing(services, images.toArray())) : std::nullopt;
+    }
+    if (!document.isArray() && !document.object().contains(QLatin1StringView("date")))
+        return {};
+    return nasaListing(services, document.isArray() ? document.array() : QJsonArray{document.object()});
+}
+
+std::optional<QUrl> redirected(const QUrl &from, const QByteArray &location, AllowedAddress allowed)
+{
+    if (location.isEmpty() || location.size() > maxAddressLength)
+        return {};
+    const QUrl to = from.resolved(QUrl::fromEncoded(location, QUrl::StrictMode));
+    return allowed(to) ? std::optional(to) : std::nullopt;
+}
+
+QString pictureSuffix(const QByteArray &bytes)
+{
+    if (bytes.startsWith("\xff\xd8\xff"))
+        return QStringLiteral("jpg");
+    if (bytes.startsWith("\x89PNG\r\n\x1a\n"))
+        return QStringLiteral("png");
+    return {};
+}
+
+QString plainLine(const QString &text, qsizetype length)
+{
+    QString line;
+    for (const QChar character : text) {
+        const QChar::Category category = character.category();
+        if (category == QChar::Other_Control)
+            line.append(u' ');
+        else if (category != QChar::Other_Format) // a text could turn the ones after it around
+            line.append(character);
+    }
+    line = line.simplified();
+    if (line.size() <= length)
+        return line;
+    line.truncate(length - 1);
+    if (line.back().isHighSurrogate())
+        line.chop(1);
+    return line + u'\u2026';
+}
+
+} // namespace automation
