@@ -3,12 +3,12 @@
 
 #include "ConvertImage/ConvertPage.h"
 #include "ConvertImage/ConvertProgressForm.h"
-#include "ConvertImage/ConvertResultPage.h"
 #include "ConvertImage/FindSources.h"
-#include "ConvertImage/OverwriteFileDialog.h"
 #include "ConvertImage/PrepareRun.h"
-#include "ConvertImage/SettingsBinder.h"
 #include "ConvertImage/engine/Targets.h"
+#include "ConvertImage/options/SettingsBinder.h"
+#include "ConvertImage/results/ConvertResultPage.h"
+#include "ConvertImage/results/OverwriteFileDialog.h"
 #include "core/CountText.h"
 #include "imaging/DecoderPool.h"
 #include "platform/Dialogs.h"
@@ -172,7 +172,7 @@ void ConvertImageForm::begin(const QStringList &sources, const PreparedRun &prep
     }
     m_skipped.clear();
     m_keepBoth.clear();
-    m_clock.start();
+    m_milliseconds = 0;
     start(std::move(files), Existing::List);
 }
 
@@ -251,6 +251,7 @@ void ConvertImageForm::start(std::vector<PlannedFile> files, Existing existing)
     connect(thread, &ConvertImagesThread::fileFinished, &m_jobs.relay(), &core::ProgressRelay::setItems,
             Qt::DirectConnection);
     m_progress->begin(count);
+    m_clock.start(); // the user's time for answers is not counted
     m_pages->setCurrentWidget(m_progress);
     m_jobs.start({.busyText = tr("the conversion of pictures"),
                   .progress =
@@ -262,6 +263,7 @@ void ConvertImageForm::start(std::vector<PlannedFile> files, Existing existing)
 
 void ConvertImageForm::onEnded(ConvertImagesThread &thread)
 {
+    m_milliseconds += m_clock.elapsed();
     takeResults(thread.takeResults());
     m_run.error = thread.error();
     m_run.cancelled = thread.stopRequested();
@@ -335,7 +337,7 @@ bool ConvertImageForm::askAboutExisting()
 
 void ConvertImageForm::showResults()
 {
-    m_results->showResults(m_run.results, m_run.cancelled, m_clock.elapsed());
+    m_results->showResults(m_run.results, m_run.cancelled, m_milliseconds);
     m_results->showError(m_run.error);
     m_pages->setCurrentWidget(m_results);
     emit resultsShown();

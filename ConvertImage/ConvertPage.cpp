@@ -2,9 +2,9 @@
 #include "ConvertImage/ConvertPage.h"
 
 #include "ConvertImage/FindSources.h"
-#include "ConvertImage/PreviewView.h"
-#include "ConvertImage/SettingsBinder.h"
-#include "ConvertImage/SettingsPanel.h"
+#include "ConvertImage/options/SettingsBinder.h"
+#include "ConvertImage/options/SettingsPanel.h"
+#include "ConvertImage/preview/PreviewView.h"
 #include "core/CountText.h"
 #include "core/SizeText.h"
 #include "platform/Dialogs.h"
@@ -135,9 +135,6 @@ void ConvertPage::addTools(QHBoxLayout *row)
         QToolButton *tool = controls::toolButton(this, button);
         connect(tool, &QToolButton::clicked, this, clicked);
         row->addWidget(tool);
-        if (!button.key.isEmpty())
-            controls::shortcut(this, button.key, [tool] { tool->click(); });
-        return tool;
     };
     add({.objectName = "addFilesButton",
          .image = "Add24",
@@ -237,14 +234,16 @@ QWidget *ConvertPage::makeSettings()
         side,
         {.objectName = "savePresetButton", .image = "Save24", .text = tr("Save these settings as a set")});
     connect(save, &QToolButton::clicked, this, &ConvertPage::savePreset);
-    auto *remove = controls::toolButton(
+    m_removePreset = controls::toolButton(
         side, {.objectName = "removePresetButton", .image = "Delete24", .text = tr("Remove this set")});
-    connect(remove, &QToolButton::clicked, this, &ConvertPage::removePreset);
+    connect(m_removePreset, &QToolButton::clicked, this, &ConvertPage::removePreset);
+    connect(m_presets, &QComboBox::currentIndexChanged, this,
+            [this](int index) { m_removePreset->setEnabled(index > 0); });
     auto *row = new QHBoxLayout;
     row->setSpacing(theme::spaceTight);
     row->addWidget(m_presets, 1);
     row->addWidget(save);
-    row->addWidget(remove);
+    row->addWidget(m_removePreset);
     m_settings = new SettingsPanel(m_binder, side);
     auto *column = new QVBoxLayout(side);
     column->setContentsMargins(theme::spaceSnug, 0, 0, 0);
@@ -367,6 +366,7 @@ void ConvertPage::fillPresets()
     m_presets->addItem(tr("Sets of settings"));
     m_presets->addItems(conversion::presetNames());
     m_presets->setCurrentIndex(0);
+    m_removePreset->setEnabled(false);
 }
 
 void ConvertPage::choosePreset(int index)

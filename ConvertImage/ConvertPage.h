@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
-#include "ConvertImage/PreviewRenderer.h"
+#include "ConvertImage/preview/PreviewRenderer.h"
 #include "ConvertImage/SourceModel.h"
 #include "widgets/DropFrame.h"
 
@@ -70,6 +70,7 @@ private:
     QLabel *m_facts = nullptr;
     QLabel *m_zoom = nullptr;
     QComboBox *m_presets = nullptr;
+    QToolButton *m_removePreset = nullptr;
     SettingsPanel *m_settings = nullptr;
     QTimer m_wishTimer;
 };

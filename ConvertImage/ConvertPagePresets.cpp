@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "ConvertImage/ConvertPage.h"
 
-#include "ConvertImage/SettingsBinder.h"
+#include "ConvertImage/options/SettingsBinder.h"
 #include "platform/Dialogs.h"
 #include "widgets/NoticeBar.h"
 

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
-#include "ConvertImage/Settings.h"
+#include "ConvertImage/options/Settings.h"
 #include "ConvertImage/engine/Naming.h"
 
 // What has to be known before a conversion begins.

@@ -12,6 +12,9 @@
 
 int main(int argc, char *argv[])
 {
+    // Just-in-time compiled expressions keep a stack on each thread that saw a long text. With this compiler
+    // it is freed after the memory that knew of it, and the program goes down when the thread ends.
+    qputenv("QT_ENABLE_REGEXP_JIT", "0");
     initResources();
     // 125 % and 150 % are drawn as such, not rounded to whole factors.
     QGuiApplication::setHighDpiScaleFactorRoundingPolicy(Qt::HighDpiScaleFactorRoundingPolicy::PassThrough);

@@ -3,7 +3,7 @@
 // folder at half their size. conversion PICTURE: a preview after a slider moved, and the adjustments beside a
 // plain loop.
 #include "ConvertImage/ConvertImagesThread.h"
-#include "ConvertImage/PreviewRenderer.h"
+#include "ConvertImage/preview/PreviewRenderer.h"
 #include "ConvertImage/engine/Adjustments.h"
 #include "ConvertImage/engine/Targets.h"
 #include "bench/Bench.h"

@@ -96,7 +96,7 @@ endfunction()
 # CMakeLists.txt of their own, are the library NAME, on Windows only, which the application links.
 function(larkspur_module name)
   cmake_parse_arguments(arg "" "" "LINK;ENGINE_LINK" ${ARGN})
-  file(GLOB engine CONFIGURE_DEPENDS engine/*.cpp engine/*.h)
+  file(GLOB engine CONFIGURE_DEPENDS engine/*.cpp engine/*.h engine/*/*.cpp engine/*/*.h)
   if(engine)
     add_library(${name}_engine STATIC ${engine})
     target_link_libraries(${name}_engine PUBLIC larkspur_flags core ${arg_ENGINE_LINK})

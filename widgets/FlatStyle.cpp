@@ -244,6 +244,8 @@ void spinBox(const QStyleOptionSpinBox *option, QPainter *painter, const QWidget
 QIcon silhouette(const QIcon &icon, const QSize &size, const QColor &color, qreal ratio)
 {
     QPixmap pixmap = icon.pixmap(size, ratio);
+    if (pixmap.isNull())
+        return icon;
     QPainter painter(&pixmap);
     painter.setCompositionMode(QPainter::CompositionMode_SourceIn);
     painter.fillRect(pixmap.rect(), color);

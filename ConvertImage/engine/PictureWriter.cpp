@@ -3,9 +3,11 @@
 
 #include "ConvertImage/engine/GifWriter.h"
 #include "ConvertImage/engine/PictureFormat.h"
+#include "ConvertImage/engine/Render.h"
 #include "ConvertImage/engine/Targets.h"
 
 #include <QBuffer>
+#include <QCoreApplication>
 #include <QDebug>
 #include <QImageReader>
 #include <QImageWriter>
@@ -68,6 +70,19 @@ QString writeWithQt(QIODevice &device, const QImage &image, const Encoding &enco
     return writer.write(image) ? QString() : writer.errorString();
 }
 
+// What the user is told when something was there and is there no longer; empty where nothing was lost.
+QString lossText(const char *name, const QByteArray &found, const QByteArray &adapted,
+                 const QByteArray &leftOut)
+{
+    if (!found.isEmpty() && adapted.isEmpty())
+        return QCoreApplication::translate("conversion", "%1 was left out: it is damaged")
+            .arg(QLatin1StringView(name));
+    if (!leftOut.isEmpty())
+        return QCoreApplication::translate("conversion", "%1 was left out: it is too long for this format")
+            .arg(QLatin1StringView(name));
+    return {};
+}
+
 } // namespace
 
 QImage preparedFor(Target target, const QImage &image)
@@ -79,26 +94,31 @@ QImage preparedFor(Target target, const QImage &image)
     return prepared;
 }
 
-QString writePicture(QIODevice &device, const QImage &image, const Encoding &encoding,
-                     const Metadata &metadata)
+WriteResult writePicture(QIODevice &device, const QImage &image, const Encoding &encoding,
+                         const Metadata &metadata)
 {
     const QImage prepared = preparedFor(encoding.target, image);
     if (prepared.isNull())
-        return QStringLiteral("Not enough memory");
+        return {problemText(RenderProblem::NoMemory), {}};
     if (encoding.target == Target::Gif)
-        return writeGif(device, prepared);
+        return {writeGif(device, prepared), {}};
     if (!encoding.keepMetadata)
-        return writeWithQt(device, withoutTexts(prepared), encoding);
+        return {writeWithQt(device, withoutTexts(prepared), encoding), {}};
     const bool carries = factsOf(encoding.target).hasMetadata && !metadata.isEmpty();
     if (!carries)
-        return writeWithQt(device, prepared, encoding);
+        return {writeWithQt(device, prepared, encoding), {}};
     QBuffer encoded;
     encoded.open(QIODevice::ReadWrite);
     if (const QString problem = writeWithQt(encoded, prepared, encoding); !problem.isEmpty())
-        return problem;
-    const QByteArray file = withMetadata(encoded.data(), encoding.target,
-                                         adaptedMetadata(metadata, image.size(), encoding.keepPlace));
-    return device.write(file) == file.size() ? QString() : device.errorString();
+        return {problem, {}};
+    const Metadata adapted = adaptedMetadata(metadata, image.size(), encoding.keepPlace);
+    const WithMetadata made = withMetadata(encoded.data(), encoding.target, adapted);
+    if (device.write(made.file) != made.file.size())
+        return {device.errorString(), {}};
+    QStringList notes{lossText("EXIF", metadata.exif, adapted.exif, made.leftOut.exif),
+                      lossText("XMP", metadata.xmp, adapted.xmp, made.leftOut.xmp)};
+    notes.removeAll(QString());
+    return {{}, notes.join(QStringLiteral(". "))};
 }
 
 QString checkWritten(QIODevice &device, Target target, const QSize &size)
@@ -140,7 +160,7 @@ qint64 estimatedBytes(const QImage &image, const Encoding &encoding)
     }
     QBuffer buffer;
     buffer.open(QIODevice::ReadWrite);
-    if (sample.isNull() || !writePicture(buffer, sample, encoding, {}).isEmpty())
+    if (sample.isNull() || !writePicture(buffer, sample, encoding, {}).problem.isEmpty())
         return 0;
     const double scale = double(pixels) / (double(sample.width()) * sample.height());
     return static_cast<qint64>(double(buffer.size()) * scale);

@@ -1,20 +1,25 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
-#include "ConvertImage/engine/Metadata.h"
 #include "ConvertImage/engine/Options.h"
+#include "ConvertImage/engine/metadata/Metadata.h"
 
 #include <QIODevice>
+#include <QString>
 
 namespace conversion
 {
 
+struct WriteResult {
+    QString problem; // empty: it was written
+    QString note;    // for the user: what the file has no room for
+};
 // Writes a rendered picture in a format of its own file (any but PDF). What the format cannot hold is changed
 // first, so that nothing turns black or loses its colours: transparency becomes white, a colour profile sRGB.
 // The quality is set for JPEG, and for other formats where the user chose one. `device` is open for writing
-// and reading. Empty when it was written, otherwise the reason. Any thread.
-QString writePicture(QIODevice &device, const QImage &image, const Encoding &encoding,
-                     const Metadata &metadata);
+// and reading. Any thread.
+WriteResult writePicture(QIODevice &device, const QImage &image, const Encoding &encoding,
+                         const Metadata &metadata);
 
 // As it is handed to the format's writer.
 QImage preparedFor(Target target, const QImage &image);

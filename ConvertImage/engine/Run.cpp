@@ -67,7 +67,7 @@ private:
     bool wasWrittenEarlier(std::size_t index);
     void convert(std::size_t index);
     void write(std::size_t index, const QImage &image, const Metadata &metadata);
-    QString encode(QIODevice &device, const QImage &image, const Metadata &metadata);
+    void encode(std::size_t index, QIODevice &device, const QImage &image, const Metadata &metadata);
 
     const std::vector<PlannedFile> &m_plan;
     const RunOptions &m_options;
@@ -158,20 +158,23 @@ void FileRun::convert(std::size_t index)
     write(index, rendered.image, source.metadata);
 }
 
-QString FileRun::encode(QIODevice &device, const QImage &image, const Metadata &metadata)
+void FileRun::encode(std::size_t index, QIODevice &device, const QImage &image, const Metadata &metadata)
 {
+    FileResult &result = m_results[index];
     std::unique_lock lock(m_encoder, std::defer_lock);
     if (factsOf(m_options.encoding.target).isThreaded)
         lock.lock();
-    const QString problem = writePicture(device, image, m_options.encoding, metadata);
+    const WriteResult written = writePicture(device, image, m_options.encoding, metadata);
     if (lock)
         lock.unlock();
-    if (!problem.isEmpty()) {
-        qDebug() << "Cannot write: " << problem << QImageWriter::supportedImageFormats();
-        return problem;
-    }
-    return device.seek(0) ? checkWritten(device, m_options.encoding.target, image.size())
-                          : device.errorString();
+    result.problem = written.problem;
+    result.note = written.note;
+    if (!result.problem.isEmpty())
+        qDebug() << "Cannot write: " << result.output << result.problem
+                 << QImageWriter::supportedImageFormats();
+    else
+        result.problem = device.seek(0) ? checkWritten(device, m_options.encoding.target, image.size())
+                                        : device.errorString();
 }
 
 void FileRun::write(std::size_t index, const QImage &image, const Metadata &metadata)
@@ -182,7 +185,7 @@ void FileRun::write(std::size_t index, const QImage &image, const Metadata &meta
         m_files.begin(result.output, result.source, result.problem);
     if (!pending)
         return;
-    result.problem = encode(pending->device(), image, metadata);
+    encode(index, pending->device(), image, metadata);
     if (!result.problem.isEmpty())
         return;
     result.outputBytes = pending->device().size();

@@ -1,10 +1,10 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
-#include "ConvertImage/engine/Metadata.h"
 #include "ConvertImage/engine/Naming.h"
 #include "ConvertImage/engine/Options.h"
 #include "ConvertImage/engine/Watermarking.h"
+#include "ConvertImage/engine/metadata/Metadata.h"
 #include "core/CancelFlag.h"
 
 #include <QIODevice>
@@ -65,6 +65,7 @@ struct FileResult {
     QString output;
     Outcome outcome = Outcome::Waiting;
     QString problem; // with Failed
+    QString note;    // with Written: what was lost
     qint64 sourceBytes = 0;
     qint64 outputBytes = 0;
     QSize size; // of what was written

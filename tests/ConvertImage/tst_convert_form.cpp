@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "ConvertImage/ConvertImageForm.h"
-#include "ConvertImage/OverwriteFileDialog.h"
-#include "ConvertImage/PreviewView.h"
-#include "ConvertImage/Settings.h"
+#include "ConvertImage/results/OverwriteFileDialog.h"
+#include "ConvertImage/preview/PreviewView.h"
+#include "ConvertImage/options/Settings.h"
 #include "ConvertImage/engine/Blur.h"
 #include "ConvertImage/engine/Targets.h"
 #include "platform/NewFile.h"

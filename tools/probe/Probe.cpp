@@ -6,6 +6,7 @@
 
 #include <QAbstractButton>
 #include <QAbstractItemView>
+#include <QAccessible>
 #include <QApplication>
 #include <QEvent>
 #include <QFileInfo>
@@ -45,6 +46,13 @@ QString textOf(const QWidget &widget)
     return {};
 }
 
+// What a screen reader calls it, labels beside it included.
+QString readerName(const QWidget &widget)
+{
+    QAccessibleInterface *reader = QAccessible::queryAccessibleInterface(const_cast<QWidget *>(&widget));
+    return reader ? reader->text(QAccessible::Name) : QString();
+}
+
 void addRows(const QAbstractItemView &view, const QModelIndex &parent, QJsonArray &rows)
 {
     constexpr int maxRows = 60;
@@ -69,6 +77,7 @@ QJsonObject describe(const QWidget &widget)
                        {QStringLiteral("class"), QString::fromLatin1(widget.metaObject()->className())},
                        {QStringLiteral("text"), textOf(widget)},
                        {QStringLiteral("accessible"), widget.accessibleName()},
+                       {QStringLiteral("reader"), readerName(widget)},
                        {QStringLiteral("enabled"), widget.isEnabled()},
                        {QStringLiteral("focus"), widget.hasFocus()},
                        {QStringLiteral("clipped"), widget.visibleRegion().boundingRect() != widget.rect()},

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include "ConvertImage/engine/Metadata.h"
+#include "ConvertImage/engine/metadata/Metadata.h"
 
 #include <QBuffer>
 

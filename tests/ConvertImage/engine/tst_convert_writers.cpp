@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include "ConvertImage/engine/ExifEditor.h"
 #include "ConvertImage/engine/GifWriter.h"
 #include "ConvertImage/engine/PdfWriter.h"
 #include "ConvertImage/engine/PictureWriter.h"
 #include "ConvertImage/engine/Targets.h"
+#include "ConvertImage/engine/metadata/ExifEditor.h"
 
 #include <QBuffer>
 #include <QColorSpace>
@@ -31,7 +31,7 @@ QByteArray written(const QImage &image, Encoding encoding, const Metadata &metad
 {
     QBuffer file;
     file.open(QIODevice::ReadWrite);
-    const QString problem = writePicture(file, image, encoding, metadata);
+    const QString problem = writePicture(file, image, encoding, metadata).problem;
     file.seek(0);
     if (!problem.isEmpty() || !checkWritten(file, encoding.target, image.size()).isEmpty())
         return {};
@@ -68,6 +68,16 @@ QByteArray cameraExif()
                                "5448554d424e4c21");
 }
 
+QByteArray xmp(const QByteArray &attributes, const QByteArray &elements = {})
+{
+    return "<?xpacket begin=\"\xef\xbb\xbf\" id=\"W5M0MpCehiHzreSzNTczkc9d\"?><x:xmpmeta "
+           "xmlns:x=\"adobe:ns:meta/\"><rdf:RDF "
+           "xmlns:rdf=\"http://www.w3.org/1999/02/22-rdf-syntax-ns#\"><rdf:Description rdf:about=\"\" "
+           "xmlns:tiff=\"http://ns.adobe.com/tiff/1.0/\" xmlns:exif=\"http://ns.adobe.com/exif/1.0/\" "
+           "xmlns:dc=\"http://purl.org/dc/elements/1.1/\" " +
+           attributes + ">" + elements + "</rdf:Description></rdf:RDF></x:xmpmeta><?xpacket end=\"w\"?>";
+}
+
 } // namespace
 
 class TestWriters : public QObject
@@ -85,6 +95,7 @@ private slots:
     void itemsKeepTheirPlaces();
     void tiffOfEitherOrder();
     void placeIsCleared();
+    void longMetadataOfJpeg();
     void damagedExif();
     void pdfGeometry_data();
     void pdfGeometry();
@@ -178,7 +189,7 @@ void TestWriters::metadataTravels()
     QFETCH(Target, target);
     if (!QImageWriter::supportedImageFormats().contains(writerFormat(target)))
         QSKIP("built without this format");
-    const Metadata camera{cameraExif(), "<x:xmpmeta tiff:Orientation=\"6\"/>"};
+    const Metadata camera{cameraExif(), xmp("tiff:Orientation=\"6\"")};
     QCOMPARE(exifOrientation(camera.exif), 6);
     const QByteArray file = written(colourful(64, 32), {.target = target}, camera);
     QCOMPARE(QImage::fromData(file).size(), QSize(64, 32)); // upright: not turned again
@@ -187,7 +198,7 @@ void TestWriters::metadataTravels()
     QVERIFY(found.exif.contains(QByteArray::fromHex("02a0040001000000") + QByteArray::fromHex("40000000")));
     QVERIFY(found.exif.contains(QByteArray::fromHex("010002000200000053000000"))); // the position
     QVERIFY(!found.exif.contains("THUMBNL"));
-    QCOMPARE(found.xmp, QByteArray("<x:xmpmeta tiff:Orientation=\"1\"/>"));
+    QVERIFY2(found.xmp.contains("tiff:Orientation=\"1\""), found.xmp);
     const Metadata none =
         metadataIn(written(colourful(64, 32), {.target = target, .keepMetadata = false}, camera));
     QVERIFY(!none.exif.contains(QByteArray::fromHex("010002000200000053000000")));
@@ -214,16 +225,18 @@ void TestWriters::itemsKeepTheirPlaces()
     const auto at = static_cast<char>(file(hex("00000000")).indexOf("PICTURE"));
     const QByteArray plain = file(hex("000000") + at);
     const Metadata camera{cameraExif(), "<x/>"};
-    const QByteArray once = withMetadata(plain, Target::Avif, camera);
+    const QByteArray once = withMetadata(plain, Target::Avif, camera).file;
     QCOMPARE(metadataIn(once), camera);
     const auto moved = static_cast<char>(once.indexOf("PICTURE"));
     QVERIFY(moved != at);
     QVERIFY(once.contains(hex("0001 0000 0000 0001 000000") + moved + hex("00000007")));
     // What is there already is replaced.
-    const QByteArray twice = withMetadata(once, Target::Heic, {cameraExif(), "<y/>"});
+    const QByteArray twice = withMetadata(once, Target::Heic, {cameraExif(), "<y/>"}).file;
     QCOMPARE(metadataIn(twice).xmp, QByteArray("<y/>"));
     QCOMPARE(twice.count("infe"), 3);
-    QCOMPARE(withMetadata(once.left(60), Target::Avif, camera), once.left(60));
+    const WithMetadata damaged = withMetadata(once.left(60), Target::Avif, camera);
+    QCOMPARE(damaged.file, once.left(60));
+    QCOMPARE(damaged.leftOut, camera);
 }
 
 void TestWriters::tiffOfEitherOrder()
@@ -241,7 +254,7 @@ void TestWriters::tiffOfEitherOrder()
     QVERIFY(found.exif.contains("Okay!") && !found.exif.contains(QByteArray::fromHex("40060000")));
     QVERIFY(found.exif.contains(QByteArray::fromHex("010002000200000053000000")));
     const QByteArray small = QByteArray::fromHex("49492a0008000000 0100 0001040001000000 40060000 00000000");
-    const QByteArray grown = withMetadata(small, Target::Tiff, found);
+    const QByteArray grown = withMetadata(small, Target::Tiff, found).file;
     QCOMPARE(metadataIn(grown).exif, found.exif);
     QVERIFY(grown.contains(QByteArray::fromHex("0001040001000000 40060000 0e01")));
     for (qsizetype length = 0; length < big.size(); ++length)
@@ -250,15 +263,51 @@ void TestWriters::tiffOfEitherOrder()
 
 void TestWriters::placeIsCleared()
 {
-    const Metadata camera{
-        cameraExif(),
-        "<a exif:GPSLatitude=\"52,1N\" b=\"1\"><exif:GPSLongitude>4,2E</exif:GPSLongitude></a>"};
+    const Metadata camera{cameraExif(),
+                          xmp("exif:GPSLatitude=\"52,1N\" tiff:Make=\"Okay\"",
+                              "<exif:GPSLongitude>4,2E</exif:GPSLongitude><dc:l><rdf:Bag><rdf:li "
+                              "exif:GPSAltitude=\"9\"/><exif:GPSTime>1</exif:GPSTime></rdf:Bag></dc:l>")};
     QVERIFY(adaptedMetadata(camera, {1, 1}, true).exif.contains(QByteArray::fromHex("53000000")));
     const Metadata without = adaptedMetadata(camera, {1, 1}, false);
     QVERIFY(!without.exif.contains(QByteArray::fromHex("53000000")));
     QVERIFY(!without.exif.contains(QByteArray::fromHex("2588")));
     QCOMPARE(without.exif.size(), camera.exif.size());
-    QCOMPARE(without.xmp, QByteArray("<a b=\"1\"></a>"));
+    QVERIFY(without.xmp.contains("tiff:Make=\"Okay\"") && without.xmp.contains("rdf:Bag"));
+    QVERIFY2(!without.xmp.contains("GPS"), without.xmp);
+    QVERIFY(adaptedMetadata(camera, {1, 1}, true).xmp.count("GPS") == 6);
+}
+
+// A segment of a JPEG holds 64 KB.
+void TestWriters::longMetadataOfJpeg()
+{
+    QByteArray depth;
+    for (int i = 0; i < 20'000; ++i)
+        depth += QByteArray::number(i) + " \xc3\xa4;";
+    const QByteArray history = "<rdf:Seq><rdf:li>" + QByteArray(90'000, 'h') + "</rdf:li></rdf:Seq>";
+    const Metadata camera{cameraExif() + QByteArray(70'000, 'x'),
+                          xmp("tiff:Make=\"Okay\" dc:depth=\"" + depth + "\"",
+                              "<dc:title>Title</dc:title><dc:history>" + history + "</dc:history>")};
+    QBuffer file;
+    file.open(QIODevice::ReadWrite);
+    const QImage image = colourful(64, 32);
+    const WriteResult result = writePicture(file, image, {.target = Target::Jpg}, camera);
+    QCOMPARE(result.problem, QString());
+    QVERIFY2(result.note.startsWith(QStringLiteral("EXIF was left out")), qPrintable(result.note));
+    QVERIFY(!result.note.contains(QStringLiteral("XMP")));
+    QCOMPARE(QImage::fromData(file.data()).size(), image.size());
+    // What readers without extensions see has the short properties.
+    const qsizetype packet = file.data().indexOf("<x:xmpmeta");
+    const QByteArray first = file.data().mid(packet, file.data().indexOf("</x:xmpmeta>") - packet);
+    QVERIFY(first.contains("Title") && first.contains("Okay") && first.contains("HasExtendedXMP"));
+    const QByteArray whole = metadataIn(file.data()).xmp;
+    QVERIFY(whole.contains("Title") && whole.contains(depth) && whole.contains(history));
+    QVERIFY(!whole.contains("HasExtendedXMP"));
+    // A part that is missing leaves the packet.
+    QByteArray torn = file.data();
+    torn[torn.lastIndexOf("/xmp/extension/")] = '-';
+    QVERIFY(metadataIn(torn).xmp.contains("Title") && !metadataIn(torn).xmp.contains(history));
+    const Metadata broken{{}, "<x:xmpmeta"};
+    QVERIFY(!writePicture(file, image, {.target = Target::Jpg}, broken).note.isEmpty());
 }
 
 void TestWriters::damagedExif()

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include "ConvertImage/ExistingFileModel.h"
+#include "ConvertImage/results/ExistingFileModel.h"
 
 #include "core/SizeText.h"
 #include "imaging/DecoderPool.h"

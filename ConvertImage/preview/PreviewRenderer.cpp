@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include "ConvertImage/PreviewRenderer.h"
+#include "ConvertImage/preview/PreviewRenderer.h"
 
 #include "ConvertImage/engine/PictureWriter.h"
 #include "imaging/DecoderPool.h"

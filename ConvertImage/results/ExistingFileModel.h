@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
-#include "ConvertImage/OverwriteFileDialog.h"
+#include "ConvertImage/results/OverwriteFileDialog.h"
 #include "core/CancelFlag.h"
 
 #include <QAbstractTableModel>

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
-#include "ConvertImage/engine/Metadata.h"
+#include "ConvertImage/engine/metadata/Metadata.h"
 
 // EXIF and XMP in the boxes of ISO base media files (ISO/IEC 14496-12): JPEG XL has one box for each, HEIF,
 // HEIC and AVIF list them as items beside the picture (ISO/IEC 23008-12).

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
-#include "ConvertImage/engine/Metadata.h"
+#include "ConvertImage/engine/metadata/Metadata.h"
 
 // EXIF is a TIFF file without a picture; in a TIFF with one its fields stand beside those of the picture.
 namespace conversion

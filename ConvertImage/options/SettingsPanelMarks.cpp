@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "ConvertImage/FindSources.h"
-#include "ConvertImage/SettingsPanel.h"
 #include "ConvertImage/engine/Watermarking.h"
+#include "ConvertImage/options/SettingsPanel.h"
 #include "platform/Dialogs.h"
 #include "widgets/Controls.h"
 #include "widgets/Theme.h"
@@ -60,6 +60,7 @@ void SettingsPanel::addTextMark(QFormLayout *form)
     form->addRow(text);
     auto *family = new QFontComboBox(this);
     family->setObjectName(QStringLiteral("textFontComboBox"));
+    family->setAccessibleName(spokenName(tr("Font")));
     connect(family, &QFontComboBox::currentFontChanged, this,
             [this](const QFont &chosen) { m_binder->set(u"textFont", chosen.family()); });
     form->addRow(tr("Font"), family);
@@ -70,6 +71,7 @@ void SettingsPanel::addTextMark(QFormLayout *form)
     });
     addNumber(form, tr("Size"), u"textSize", tr(" pt"));
     m_color = controls::pushButton(this, {.objectName = "textColorButton", .text = tr("Choose ...")});
+    m_color->setAccessibleName(spokenName(tr("Colour")));
     connect(m_color, &QPushButton::clicked, this, &SettingsPanel::chooseColor);
     m_rules.push_back([this](const Settings &settings) {
         m_color->setIcon(colorIcon(settings.rendering.marks.text.color));

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include "ConvertImage/SettingsPanel.h"
+#include "ConvertImage/options/SettingsPanel.h"
 
 #include "ConvertImage/engine/PdfWriter.h"
 #include "ConvertImage/engine/Resizing.h"
@@ -69,6 +69,7 @@ QSpinBox *SettingsPanel::addNumber(QFormLayout *form, const QString &label, QStr
     auto *box = new QSpinBox(this);
     m_binder->bind(box, name);
     box->setSuffix(suffix);
+    box->setAccessibleName(spokenName(label));
     form->addRow(label, box);
     return box;
 }
@@ -81,6 +82,7 @@ void SettingsPanel::addSliderRow(QFormLayout *form, const QString &label, QStrin
     m_binder->bind(slider, name);
     m_binder->bind(box, name);
     slider->setAccessibleName(label);
+    box->setAccessibleName(label);
     const int preset = conversion::numberValue(name).fallback;
     auto *reset = controls::toolButton(this, {.image = "Refresh24", .text = tr("Reset %1").arg(label)});
     reset->setObjectName(name.toString() + QStringLiteral("ResetButton"));
@@ -94,6 +96,12 @@ void SettingsPanel::addSliderRow(QFormLayout *form, const QString &label, QStrin
     caption->setBuddy(box);
     form->addRow(caption);
     form->addRow(row);
+}
+
+// Several sections have the same labels.
+QString SettingsPanel::spokenName(const QString &label) const
+{
+    return m_section.isEmpty() ? label : m_section + QStringLiteral(": ") + label;
 }
 
 QCheckBox *SettingsPanel::addFlag(QFormLayout *form, const QString &text, QStringView name)
@@ -110,6 +118,7 @@ void SettingsPanel::addPosition(QFormLayout *form, QStringView name)
     for (int i = 0; i < conversion::positionCount; ++i)
         box->addItem(tr(conversion::positionName(static_cast<conversion::Position>(i))));
     m_binder->bind(box, name);
+    box->setAccessibleName(spokenName(tr("Position")));
     form->addRow(tr("Position"), box);
 }
 
@@ -118,7 +127,7 @@ QLineEdit *SettingsPanel::addPath(QFormLayout *form, const QString &label, QStri
 {
     auto *line = new QLineEdit(this);
     m_binder->bind(line, name);
-    line->setAccessibleName(label);
+    line->setAccessibleName(spokenName(label));
     auto *button = controls::toolButton(this, {.image = "FolderOpen24", .text = tr("Browse ...")});
     button->setObjectName(name.toString() + QStringLiteral("BrowseButton"));
     connect(button, &QToolButton::clicked, this, [line, choose = std::move(choose)] {
@@ -138,6 +147,7 @@ QLineEdit *SettingsPanel::addPath(QFormLayout *form, const QString &label, QStri
 
 void SettingsPanel::addSection(QFormLayout *form, const QString &title)
 {
+    m_section = title;
     auto *label = new QLabel(title, this);
     label->setFont(theme::sectionTitle(font()));
     if (form->rowCount() > 0)
@@ -153,6 +163,7 @@ QWidget *SettingsPanel::makeOutputPage()
     for (int i = 0; i < conversion::targetCount; ++i)
         format->addItem(QString::fromLatin1(conversion::factsOf(static_cast<Target>(i)).name));
     m_binder->bind(format, u"targeFileType");
+    format->setAccessibleName(tr("Format"));
     form->addRow(tr("Format"), format);
     QSpinBox *jpg = addNumber(form, tr("Quality"), u"targeFileQuality");
     QSpinBox *other = addNumber(form, tr("Quality"), u"otherQuality");
@@ -209,6 +220,7 @@ void SettingsPanel::addDocumentRows(QFormLayout *form)
     for (int i = 0; i < conversion::paperSizeCount; ++i)
         paper->addItem(tr(conversion::paperSizeName(static_cast<conversion::PaperSize>(i))));
     m_binder->bind(paper, u"pdfPaperSize");
+    paper->setAccessibleName(tr("Paper"));
     form->addRow(tr("Paper"), paper);
     auto *hint = new WrappedLabel(this);
     hint->setObjectName(QStringLiteral("paperHintLabel"));
@@ -232,6 +244,7 @@ QWidget *SettingsPanel::makeResizePage()
     auto *mode = new QComboBox(this);
     mode->addItems({tr("Percentage"), tr("Width and height"), tr("Relative to one side")});
     m_binder->bind(mode, u"scaleType");
+    mode->setAccessibleName(tr("Resize by"));
     form->addRow(tr("By"), mode);
     QSpinBox *percent = addNumber(form, tr("Percentage"), u"scalePercentage", QStringLiteral(" %"));
     QSpinBox *width = addNumber(form, tr("Width"), u"scaleAbsoluteWitdh", tr(" px"));
@@ -239,6 +252,7 @@ QWidget *SettingsPanel::makeResizePage()
     auto *side = new QComboBox(this);
     side->addItems({tr("Width"), tr("Height")});
     m_binder->bind(side, u"scaleRelativeTo");
+    side->setAccessibleName(tr("Side"));
     form->addRow(tr("Side"), side);
     QSpinBox *relativeWidth = addNumber(form, tr("Width"), u"scaleRelativeWidth", tr(" px"));
     QSpinBox *relativeHeight = addNumber(form, tr("Height"), u"scaleRelativeHeight", tr(" px"));

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
-#include "ConvertImage/SettingsBinder.h"
+#include "ConvertImage/options/SettingsBinder.h"
 #include "widgets/FLTabWidget.h"
 
 #include <QSize>
@@ -41,6 +41,7 @@ private:
     QLineEdit *addPath(QFormLayout *form, const QString &label, QStringView name,
                        std::function<QString()> choose);
     void addSection(QFormLayout *form, const QString &title);
+    QString spokenName(const QString &label) const;
 
     void showWhatApplies();
     void showResult();
@@ -49,6 +50,7 @@ private:
     SettingsBinder *m_binder;
     QSize m_pictureSize;
     std::vector<std::function<void(const conversion::Settings &)>> m_rules; // what is shown when
+    QString m_section;                                                      // that is being built
     QLabel *m_result = nullptr;
     WrappedLabel *m_qrHint = nullptr;
     QPushButton *m_color = nullptr;

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include "ConvertImage/SettingsBinder.h"
+#include "ConvertImage/options/SettingsBinder.h"
 
 #include <QCheckBox>
 #include <QComboBox>

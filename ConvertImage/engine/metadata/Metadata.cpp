@@ -1,15 +1,16 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include "ConvertImage/engine/Metadata.h"
+#include "ConvertImage/engine/metadata/Metadata.h"
 
-#include "ConvertImage/engine/BoxMetadata.h"
-#include "ConvertImage/engine/ExifEditor.h"
-#include "ConvertImage/engine/MetadataBytes.h"
-#include "ConvertImage/engine/TiffMetadata.h"
-
-#include <QRegularExpression>
+#include "ConvertImage/engine/metadata/BoxMetadata.h"
+#include "ConvertImage/engine/metadata/ExifEditor.h"
+#include "ConvertImage/engine/metadata/JpegMetadata.h"
+#include "ConvertImage/engine/metadata/MetadataBytes.h"
+#include "ConvertImage/engine/metadata/TiffMetadata.h"
+#include "ConvertImage/engine/metadata/XmpPacket.h"
 
 #include <array>
 #include <cstring>
+#include <utility>
 
 namespace conversion
 {
@@ -17,35 +18,8 @@ namespace conversion
 namespace
 {
 
-const QByteArray xmpMarker("http://ns.adobe.com/xap/1.0/\0", 29);
 const QByteArray pngSignature("\x89PNG\r\n\x1a\n", 8);
 const QByteArray pngXmpKeyword("XML:com.adobe.xmp\0", 18);
-
-// Segments up to the picture itself.
-Metadata readJpeg(QIODevice &device)
-{
-    constexpr uchar app1 = 0xe1;
-    constexpr uchar startOfScan = 0xda;
-    Metadata found;
-    qint64 at = 2;
-    for (int part = 0; part < maxMetadataParts && device.seek(at); ++part) {
-        const QByteArray header = device.read(4);
-        if (header.size() < 4 || uchar(header[0]) != 0xff || uchar(header[1]) == startOfScan)
-            break;
-        const qint64 length = qFromBigEndian<quint16>(header.constData() + 2);
-        if (length < 2)
-            break;
-        if (uchar(header[1]) == app1) {
-            const QByteArray content = device.read(length - 2);
-            if (found.exif.isEmpty() && content.startsWith(exifMarker))
-                found.exif = content.mid(exifMarker.size());
-            else if (found.xmp.isEmpty() && content.startsWith(xmpMarker))
-                found.xmp = content.mid(xmpMarker.size());
-        }
-        at += 2 + length;
-    }
-    return found;
-}
 
 // keyword, NUL, compressed?, method, language, NUL, translated keyword, NUL, text
 QByteArray pngXmp(const QByteArray &chunk)
@@ -105,28 +79,6 @@ Metadata readWebp(QIODevice &device)
             found.xmp = readPart(device, length);
     });
     return found;
-}
-
-QByteArray jpegSegment(const QByteArray &marker, const QByteArray &content)
-{
-    const qsizetype length = 2 + marker.size() + content.size();
-    if (content.isEmpty() || length > 0xffff)
-        return {};
-    QByteArray header("\xff\xe1\0\0", 4);
-    qToBigEndian(static_cast<quint16>(length), header.data() + 2);
-    return header + marker + content;
-}
-
-QByteArray withMetadataInJpeg(const QByteArray &file, const Metadata &metadata)
-{
-    if (!file.startsWith("\xff\xd8") || file.size() < 6)
-        return file;
-    // Behind JFIF's own segment, which is to be the first.
-    qsizetype at = 2;
-    if (uchar(file[3]) == 0xe0)
-        at += 2 + qFromBigEndian<quint16>(file.constData() + 4);
-    return file.left(at) + jpegSegment(exifMarker, metadata.exif) + jpegSegment(xmpMarker, metadata.xmp) +
-           file.mid(at);
 }
 
 // CRC-32 as PNG has it (ISO 3309).
@@ -221,23 +173,6 @@ QByteArray withMetadataInWebp(const QByteArray &file, const Metadata &metadata)
     return "RIFF" + littleBytes(static_cast<quint32>(chunks.size() + 4)) + "WEBP" + chunks;
 }
 
-QByteArray adaptedXmp(const QByteArray &xmp, bool keepPlace)
-{
-    if (xmp.isEmpty())
-        return {};
-    QString text = QString::fromUtf8(xmp);
-    static const QRegularExpression orientation(
-        QStringLiteral("(?:tiff:Orientation\\s*=\\s*[\"']|<tiff:Orientation>\\s*)\\K[0-9]+"));
-    text.replace(orientation, QStringLiteral("1"));
-    if (!keepPlace) {
-        static const QRegularExpression place(
-            QStringLiteral("\\sexif:GPS\\w+\\s*=\\s*(\"[^\"]*\"|'[^']*')|<(exif:GPS\\w+)[^>]*>.*?</\\2>"),
-            QRegularExpression::DotMatchesEverythingOption);
-        text.remove(place);
-    }
-    return text.toUtf8();
-}
-
 } // namespace
 
 Metadata readMetadata(QIODevice &device)
@@ -246,7 +181,7 @@ Metadata readMetadata(QIODevice &device)
         return {};
     const QByteArray start = device.read(12);
     if (start.startsWith("\xff\xd8"))
-        return readJpeg(device);
+        return readJpegMetadata(device);
     if (start.startsWith(pngSignature))
         return readPng(device);
     if (start.startsWith("RIFF") && start.endsWith("WEBP"))
@@ -265,28 +200,36 @@ Metadata adaptedMetadata(const Metadata &metadata, const QSize &size, bool keepP
     return {adaptedExif(metadata.exif, size, keepPlace), adaptedXmp(metadata.xmp, keepPlace)};
 }
 
-QByteArray withMetadata(const QByteArray &file, Target target, const Metadata &metadata)
+WithMetadata withMetadata(const QByteArray &file, Target target, const Metadata &metadata)
 {
     if (metadata.isEmpty())
-        return file;
-    switch (target) {
-    case Target::Jpg:
+        return {file, {}};
+    if (target == Target::Jpg)
         return withMetadataInJpeg(file, metadata);
+    QByteArray written = file;
+    switch (target) {
     case Target::Png:
-        return withMetadataInPng(file, metadata);
+        written = withMetadataInPng(file, metadata);
+        break;
     case Target::Webp:
-        return withMetadataInWebp(file, metadata);
+        written = withMetadataInWebp(file, metadata);
+        break;
     case Target::Jxl:
-        return withMetadataInJxl(file, metadata);
+        written = withMetadataInJxl(file, metadata);
+        break;
     case Target::Avif:
     case Target::Heic:
     case Target::Heif:
-        return withMetadataInHeif(file, metadata);
+        written = withMetadataInHeif(file, metadata);
+        break;
     case Target::Tiff:
-        return withMetadataInTiff(file, metadata);
+        written = withMetadataInTiff(file, metadata);
+        break;
     default:
-        return file;
+        break;
     }
+    const bool isUnderstood = written.size() > file.size();
+    return {std::move(written), isUnderstood ? Metadata() : metadata};
 }
 
 } // namespace conversion

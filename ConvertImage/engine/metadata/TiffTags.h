@@ -13,6 +13,8 @@ namespace conversion::tiff
 inline constexpr qint64 headerBytes = 8;
 inline constexpr int entryBytes = 12; // of a directory
 
+inline constexpr quint16 imageWidthTag = 0x0100;
+inline constexpr quint16 imageHeightTag = 0x0101;
 inline constexpr quint16 orientationTag = 0x0112;
 inline constexpr quint16 thumbnailOffsetTag = 0x0201;
 inline constexpr quint16 thumbnailLengthTag = 0x0202;

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include "ConvertImage/ConvertResultPage.h"
+#include "ConvertImage/results/ConvertResultPage.h"
 
 #include "core/CountText.h"
 #include "core/SizeText.h"
@@ -39,6 +39,12 @@ QString stateText(Outcome outcome)
     return ConversionResultModel::tr("Failed");
 }
 
+// Why a file was not made, or what is missing from it.
+QString reasonText(const FileResult &result)
+{
+    return result.problem.isEmpty() ? result.note : result.problem;
+}
+
 QString sizeOrNothing(qint64 bytes)
 {
     return bytes > 0 ? core::sizeText(static_cast<quint64>(bytes)) : QString();
@@ -67,15 +73,15 @@ QVariant ConversionResultModel::data(const QModelIndex &index, int role) const
 {
     const FileResult &result = m_results[static_cast<std::size_t>(index.row())];
     if (role == Qt::ToolTipRole)
-        return index.column() == Reason   ? result.problem
+        return index.column() == Reason   ? reasonText(result)
                : index.column() == Output ? result.output
                                           : result.source;
     if (role == Qt::TextAlignmentRole && (index.column() == SourceSize || index.column() == OutputSize))
         return QVariant::fromValue(Qt::AlignRight | Qt::AlignVCenter);
     if (role == Qt::DecorationRole && index.column() == State)
-        return controls::image(result.outcome == Outcome::Written  ? "Checkmark16"
-                               : result.outcome == Outcome::Failed ? "Error16"
-                                                                   : "Info16");
+        return controls::image(result.outcome == Outcome::Failed                             ? "Error16"
+                               : result.outcome == Outcome::Written && result.note.isEmpty() ? "Checkmark16"
+                                                                                             : "Info16");
     if (role != Qt::DisplayRole)
         return {};
     switch (index.column()) {
@@ -84,7 +90,7 @@ QVariant ConversionResultModel::data(const QModelIndex &index, int role) const
     case State:
         return stateText(result.outcome);
     case Reason:
-        return result.problem;
+        return reasonText(result);
     case SourceSize:
         return sizeOrNothing(result.sourceBytes);
     case OutputSize:
@@ -114,7 +120,7 @@ void ConversionResultModel::sort(int column, Qt::SortOrder order)
         case State:
             return one.outcome < other.outcome;
         case Reason:
-            return one.problem < other.problem;
+            return reasonText(one) < reasonText(other);
         case SourceSize:
             return one.sourceBytes < other.sourceBytes;
         case OutputSize:
@@ -147,10 +153,11 @@ ConvertResultPage::ConvertResultPage(QWidget *parent)
     m_table->setModel(m_model);
     m_table->setEmpty(controls::image("Info16"), tr("Nothing was converted"));
     m_table->table()->horizontalHeader()->setSectionResizeMode(QHeaderView::Interactive);
-    const int widths[] = {180, 130, 200, 80, 80, 260};
+    const int widths[] = {170, 130, 270, 75, 75, 240};
     for (int column = 0; column < ConversionResultModel::ColumnCount; ++column)
         m_table->table()->setColumnWidth(column, widths[column]);
     m_table->table()->horizontalHeader()->setStretchLastSection(true);
+    m_table->table()->horizontalHeader()->setSortIndicator(-1, Qt::AscendingOrder); // the order of the list
     connect(m_table, &ResultView::told, m_notice,
             [this](NoticeBar::Kind kind, const QString &text) { m_notice->showNotice(kind, text); });
     buildActions();
@@ -204,6 +211,11 @@ void ConvertResultPage::showResults(std::vector<FileResult> results, bool cancel
         totals.append(tr("%1 failed").arg(failed));
     if (const auto skipped = count(Outcome::Exists); skipped > 0)
         totals.append(tr("%1 skipped").arg(skipped));
+    const auto noted = std::ranges::count_if(results, [](const FileResult &result) {
+        return result.outcome == Outcome::Written && !result.note.isEmpty();
+    });
+    if (noted > 0)
+        totals.append(tr("%1 with a remark").arg(noted));
     if (saved > 0)
         totals.append(tr("%1 saved").arg(core::sizeText(static_cast<quint64>(saved))));
     totals.append(tr("%1 s").arg(QString::number(double(milliseconds) / 1000.0, 'f', 1)));

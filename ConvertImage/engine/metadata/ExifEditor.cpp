@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include "ConvertImage/engine/ExifEditor.h"
+#include "ConvertImage/engine/metadata/ExifEditor.h"
 
-#include "ConvertImage/engine/TiffTags.h"
+#include "ConvertImage/engine/metadata/TiffTags.h"
 
 #include <QtEndian>
 
@@ -176,6 +176,10 @@ QByteArray adaptedExif(QByteArray bytes, const QSize &size, bool keepPlace)
         return {};
     if (const auto orientation = exif.find(first, orientationTag))
         exif.setValue(*orientation, 1);
+    if (const auto width = exif.find(first, imageWidthTag))
+        exif.setValue(*width, size.width());
+    if (const auto height = exif.find(first, imageHeightTag))
+        exif.setValue(*height, size.height());
     if (const auto details = exif.find(first, exifDirectoryTag)) {
         const qint64 directory = exif.value(*details);
         if (const auto width = exif.find(directory, widthTag))

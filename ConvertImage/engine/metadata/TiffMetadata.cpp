@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include "ConvertImage/engine/TiffMetadata.h"
+#include "ConvertImage/engine/metadata/TiffMetadata.h"
 
-#include "ConvertImage/engine/MetadataBytes.h"
-#include "ConvertImage/engine/TiffTags.h"
+#include "ConvertImage/engine/metadata/MetadataBytes.h"
+#include "ConvertImage/engine/metadata/TiffTags.h"
 
 #include <QBuffer>
 

@@ -25,11 +25,15 @@ Metadata readMetadata(QIODevice &device);
 
 // For a picture that is upright already and has another size: the orientation becomes normal, the stated size
 // `size`, and the thumbnail, which shows another picture, is cleared. Without `keepPlace` the position is
-// cleared as well. EXIF that cannot be followed is left out, as nobody could say what is in it.
+// cleared as well. What cannot be followed is left out, as nobody could say what is in it.
 Metadata adaptedMetadata(const Metadata &metadata, const QSize &size, bool keepPlace);
 
-// `file` in the format of `target` (one of those with hasMetadata), with the metadata in it. What is too long
-// for the format is left out; a file that is not understood comes back as it is.
-QByteArray withMetadata(const QByteArray &file, Target target, const Metadata &metadata);
+struct WithMetadata {
+    QByteArray file;
+    Metadata leftOut; // what the file has no room for
+};
+// `file` in the format of `target` (one of those with hasMetadata), with the metadata in it; a file that is
+// not understood as it is.
+WithMetadata withMetadata(const QByteArray &file, Target target, const Metadata &metadata);
 
 } // namespace conversion

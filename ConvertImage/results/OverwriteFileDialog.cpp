@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include "ConvertImage/OverwriteFileDialog.h"
+#include "ConvertImage/results/OverwriteFileDialog.h"
 
-#include "ConvertImage/ExistingFileModel.h"
+#include "ConvertImage/results/ExistingFileModel.h"
 #include "core/CountText.h"
 #include "widgets/Controls.h"
 #include "widgets/FLTableView.h"

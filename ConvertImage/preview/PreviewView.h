@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
-#include "ConvertImage/PreviewRenderer.h"
+#include "ConvertImage/preview/PreviewRenderer.h"
 
 #include <QWidget>
 

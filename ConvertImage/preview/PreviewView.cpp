@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include "ConvertImage/PreviewView.h"
+#include "ConvertImage/preview/PreviewView.h"
 
 #include "widgets/Theme.h"
 

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include "ConvertImage/Settings.h"
+#include "ConvertImage/options/Settings.h"
 
 #include "ConvertImage/engine/Targets.h"
 #include "settings/Keys.h"

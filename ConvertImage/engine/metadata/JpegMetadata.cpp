@@ -1,0 +1,145 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "ConvertImage/engine/metadata/JpegMetadata.h"
+
+#include "ConvertImage/engine/metadata/MetadataBytes.h"
+#include "ConvertImage/engine/metadata/XmpPacket.h"
+
+#include <QHash>
+
+#include <algorithm>
+
+namespace conversion
+{
+
+namespace
+{
+
+const QByteArray xmpMarker("http://ns.adobe.com/xap/1.0/\0", 29);
+const QByteArray extensionMarker("http://ns.adobe.com/xmp/extension/\0", 35);
+constexpr qsizetype digestLength = 32;
+constexpr qsizetype extensionHeader = digestLength + 8; // and the whole length, and where this part begins
+constexpr qsizetype maxSegment = 0xffff - 2;            // without its length
+
+// Parts of an extension may come in any order, and several extensions beside each other.
+class Extensions
+{
+public:
+    void add(const QByteArray &content)
+    {
+        if (content.size() < extensionHeader)
+            return;
+        const qsizetype length = bigNumber(content, digestLength);
+        const qsizetype at = bigNumber(content, digestLength + 4);
+        const QByteArray part = content.mid(extensionHeader);
+        if (length > maxMetadataBytes || part.isEmpty() || at + part.size() > length)
+            return;
+        Extension &extension = m_all[content.left(digestLength).toUpper()];
+        if (extension.bytes.isEmpty()) {
+            if ((m_left -= length) < 0)
+                return;
+            extension.bytes.resize(length);
+        }
+        if (at + part.size() > extension.bytes.size())
+            return;
+        std::copy(part.begin(), part.end(), extension.bytes.begin() + at);
+        extension.had += part.size();
+    }
+    // Empty where it is not there whole.
+    QByteArray take(const QByteArray &digest) const
+    {
+        const Extension found = m_all.value(digest);
+        return found.had == found.bytes.size() ? found.bytes : QByteArray();
+    }
+
+private:
+    struct Extension {
+        QByteArray bytes;
+        qsizetype had = 0;
+    };
+    QHash<QByteArray, Extension> m_all;
+    qsizetype m_left = maxMetadataBytes;
+};
+
+QByteArray segment(const QByteArray &content)
+{
+    QByteArray header("\xff\xe1\0\0", 4);
+    qToBigEndian(static_cast<quint16>(content.size() + 2), header.data() + 2);
+    return header + content;
+}
+
+QByteArray extensionSegments(const SplitXmp &split)
+{
+    const qsizetype room = maxSegment - extensionMarker.size() - extensionHeader;
+    QByteArray segments;
+    for (qsizetype at = 0; at < split.extension.size(); at += room)
+        segments +=
+            segment(extensionMarker + split.digest + bigBytes(static_cast<quint32>(split.extension.size())) +
+                    bigBytes(static_cast<quint32>(at)) + split.extension.mid(at, room));
+    return segments;
+}
+
+// Empty where there is no way.
+QByteArray xmpSegments(const QByteArray &xmp)
+{
+    const qsizetype room = maxSegment - xmpMarker.size();
+    if (xmp.size() <= room)
+        return segment(xmpMarker + xmp);
+    const SplitXmp split = splitXmp(xmp, room);
+    return split.packet.isEmpty() ? QByteArray()
+                                  : segment(xmpMarker + split.packet) + extensionSegments(split);
+}
+
+} // namespace
+
+Metadata readJpegMetadata(QIODevice &device)
+{
+    constexpr uchar app1 = 0xe1;
+    constexpr uchar startOfScan = 0xda;
+    Metadata found;
+    Extensions extensions;
+    qint64 at = 2;
+    for (int part = 0; part < maxMetadataParts && device.seek(at); ++part) {
+        const QByteArray header = device.read(4);
+        if (header.size() < 4 || uchar(header[0]) != 0xff || uchar(header[1]) == startOfScan)
+            break;
+        const qint64 length = qFromBigEndian<quint16>(header.constData() + 2);
+        if (length < 2)
+            break;
+        if (uchar(header[1]) == app1) {
+            const QByteArray content = device.read(length - 2);
+            if (found.exif.isEmpty() && content.startsWith(exifMarker))
+                found.exif = content.mid(exifMarker.size());
+            else if (found.xmp.isEmpty() && content.startsWith(xmpMarker))
+                found.xmp = content.mid(xmpMarker.size());
+            else if (content.startsWith(extensionMarker))
+                extensions.add(content.mid(extensionMarker.size()));
+        }
+        at += 2 + length;
+    }
+    if (const QByteArray more = extensions.take(extensionDigest(found.xmp)); !more.isEmpty())
+        found.xmp = mergedXmp(found.xmp, more);
+    return found;
+}
+
+WithMetadata withMetadataInJpeg(const QByteArray &file, const Metadata &metadata)
+{
+    if (!file.startsWith("\xff\xd8") || file.size() < 6)
+        return {file, metadata};
+    WithMetadata written;
+    QByteArray segments;
+    if (exifMarker.size() + metadata.exif.size() > maxSegment)
+        written.leftOut.exif = metadata.exif;
+    else if (!metadata.exif.isEmpty())
+        segments += segment(exifMarker + metadata.exif);
+    const QByteArray xmp = metadata.xmp.isEmpty() ? QByteArray() : xmpSegments(metadata.xmp);
+    if (xmp.isEmpty())
+        written.leftOut.xmp = metadata.xmp;
+    // Behind JFIF's own segment, which is to be the first.
+    qsizetype at = 2;
+    if (uchar(file[3]) == 0xe0)
+        at += 2 + qFromBigEndian<quint16>(file.constData() + 4);
+    written.file = file.left(at) + segments + xmp + file.mid(at);
+    return written;
+}
+
+} // namespace conversion
