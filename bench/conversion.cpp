@@ -1,11 +1,11 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-// Conversions as the form runs them: conversion FOLDER OUTPUT EXTENSION [THREADS] converts all pictures of a
-// folder at half their size. conversion PICTURE: a preview after a slider moved, and the adjustments beside a
-// plain loop.
+// Conversions as the form runs them: conversion FOLDER OUTPUT EXTENSION [THREADS [QUALITY]] converts all
+// pictures of a folder at half their size. conversion PICTURE: a preview after a slider moved, and the
+// adjustments beside a plain loop.
 #include "ConvertImage/ConvertImagesThread.h"
-#include "ConvertImage/preview/PreviewRenderer.h"
 #include "ConvertImage/engine/Adjustments.h"
 #include "ConvertImage/engine/Targets.h"
+#include "ConvertImage/preview/PreviewRenderer.h"
 #include "bench/Bench.h"
 #include "imaging/DecoderPool.h"
 
@@ -40,10 +40,14 @@ conversion::Target targetOf(const QString &extension)
     return conversion::targetFromIndex(index);
 }
 
-void convertFolder(const QString &folder, const QString &output, const QString &extension, int threads)
+void convertFolder(const QString &folder, const QString &output, const QString &extension, int threads,
+                   int quality)
 {
     ConversionJob job;
     job.options.encoding.target = targetOf(extension);
+    job.options.encoding.quality = quality;
+    if (quality >= 0)
+        job.options.encoding.jpgQuality = quality;
     job.options.rendering.resize = {.on = true, .percentage = 50};
     job.options.threads = threads;
     job.options.overwriteAll = true;
@@ -144,7 +148,8 @@ int main(int argc, char **argv)
         previews(arguments[1]);
     } else if (arguments.size() > 3) {
         convertFolder(arguments[1], arguments[2], arguments[3],
-                      arguments.value(4, QStringLiteral("2")).toInt());
+                      arguments.value(4, QStringLiteral("2")).toInt(),
+                      arguments.value(5, QStringLiteral("-1")).toInt());
     }
     return 0;
 }

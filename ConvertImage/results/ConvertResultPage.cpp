@@ -153,8 +153,8 @@ ConvertResultPage::ConvertResultPage(QWidget *parent)
     m_table->setModel(m_model);
     m_table->setEmpty(controls::image("Info16"), tr("Nothing was converted"));
     m_table->table()->horizontalHeader()->setSectionResizeMode(QHeaderView::Interactive);
-    const int widths[] = {170, 130, 270, 75, 75, 240};
-    for (int column = 0; column < ConversionResultModel::ColumnCount; ++column)
+    const int widths[] = {150, 120, 260, 80, 80}; // the last one takes what is left
+    for (int column = 0; column < ConversionResultModel::Output; ++column)
         m_table->table()->setColumnWidth(column, widths[column]);
     m_table->table()->horizontalHeader()->setStretchLastSection(true);
     m_table->table()->horizontalHeader()->setSortIndicator(-1, Qt::AscendingOrder); // the order of the list
