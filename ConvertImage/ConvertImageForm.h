@@ -79,7 +79,7 @@ private:
     std::vector<conversion::PlannedFile> m_keepBoth; // to be converted after those that replace
     QSet<QString> m_skipped;                         // sources whose outputs the user wants to keep
     QElapsedTimer m_clock;
-    qint64 m_milliseconds = 0; // of the run so far
+    qint64 m_milliseconds = 0;      // of the run so far
     bool m_documentIsFresh = false; // its path was chosen just now
     JobHost m_search;               // for pictures among what was added; the look at the output folder
     JobHost m_jobs;                 // last: its worker ends first

@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
-#include "ConvertImage/preview/PreviewRenderer.h"
 #include "ConvertImage/SourceModel.h"
+#include "ConvertImage/preview/PreviewRenderer.h"
 #include "widgets/DropFrame.h"
 
 #include <QTimer>

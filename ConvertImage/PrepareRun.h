@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
-#include "ConvertImage/options/Settings.h"
 #include "ConvertImage/engine/Naming.h"
+#include "ConvertImage/options/Settings.h"
 
 // What has to be known before a conversion begins.
 struct PreparedRun {

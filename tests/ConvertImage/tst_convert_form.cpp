@@ -1,10 +1,10 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "ConvertImage/ConvertImageForm.h"
-#include "ConvertImage/results/OverwriteFileDialog.h"
-#include "ConvertImage/preview/PreviewView.h"
-#include "ConvertImage/options/Settings.h"
 #include "ConvertImage/engine/Blur.h"
 #include "ConvertImage/engine/Targets.h"
+#include "ConvertImage/options/Settings.h"
+#include "ConvertImage/preview/PreviewView.h"
+#include "ConvertImage/results/OverwriteFileDialog.h"
 #include "platform/NewFile.h"
 #include "settings/Keys.h"
 #include "settings/Settings.h"
