@@ -27,14 +27,14 @@ void FindDuplicateResultForm::compareContents()
         paths.append(compared.members[member].fullPath());
     }
     if (paths.size() < 2) {
-        showNotice(tr("There is only one file left in this group."), false);
+        showNotice(NoticeBar::Kind::Info, tr("There is only one file left in this group."));
         return;
     }
     m_comparedGroup = group;
     auto *worker = new FindDuplicateCompareThread(paths, compared.size);
     connect(worker, &FindDuplicateCompareThread::compareFinish, this,
             &FindDuplicateResultForm::onCompareFinish);
-    m_jobs.begin({.busyText = tr("the comparison of files")}, [this] { cancelComparison(); });
+    jobs().begin({.busyText = tr("the comparison of files")}, [this] { cancelComparison(); });
     m_comparing.run(worker);
     m_compareBar->setValue(0);
     showComparing(true);
@@ -46,9 +46,9 @@ void FindDuplicateResultForm::cancelComparison()
     if (!m_comparing.isWaiting())
         return;
     m_comparing.forget();
-    m_jobs.end();
+    jobs().end();
     showComparing(false);
-    showNotice(tr("The comparison was cancelled."), false);
+    showNotice(NoticeBar::Kind::Info, tr("The comparison was cancelled."));
 }
 
 void FindDuplicateResultForm::showComparing(bool comparing)
@@ -79,28 +79,33 @@ void FindDuplicateResultForm::onCompareFinish()
     const std::vector<ContentState> states = worker->takeStates();
     const QString error = worker->error();
     m_comparing.forget();
-    m_jobs.keepOpen();
-    m_jobs.end();
+    jobs().keepOpen();
+    jobs().end();
     showComparing(false);
 
-    const std::size_t all = groupAt(m_comparedGroup).members.size();
-    std::vector<ContentState> byMember(all, ContentState::NotCompared);
+    std::vector<ContentState> byMember(groupAt(m_comparedGroup).members.size(), ContentState::NotCompared);
     for (std::size_t i = 0; i < states.size(); ++i)
         byMember[static_cast<std::size_t>(m_comparedMembers[i])] = states[i];
     m_contents.insert(m_comparedGroup, byMember);
-    if (m_memberModel->groupIndex() == m_comparedGroup)
+    if (m_memberModel->groupIndex() == m_comparedGroup) {
         m_memberModel->setContents(byMember);
-    noteSpareBytes();
+        factsChanged(m_comparedGroup);
+    }
+    showCompared(states, error);
+}
 
+void FindDuplicateResultForm::showCompared(const std::vector<ContentState> &states, const QString &error)
+{
+    using Kind = NoticeBar::Kind;
     const auto count = [&](ContentState state) { return std::count(states.cbegin(), states.cend(), state); };
     if (count(ContentState::Reference) == 0)
-        showNotice(tr("None of these files could be compared. %1").arg(error).trimmed());
+        showNotice(Kind::Warning, tr("None of these files could be compared. %1").arg(error).trimmed());
     else
         showNotice(
+            count(ContentState::Different) > 0 ? Kind::Warning : Kind::Info,
             tr("Compared byte by byte with the first file that could be read: %1 identical, %2 "
                "different, %3 not read.")
                 .arg(QString::number(count(ContentState::Identical)),
                      QString::number(count(ContentState::Different)),
-                     QString::number(count(ContentState::Unreadable) + count(ContentState::Placeholder))),
-            count(ContentState::Different) > 0);
+                     QString::number(count(ContentState::Unreadable) + count(ContentState::Placeholder))));
 }

@@ -131,7 +131,7 @@ void FindDuplicateForm::prepareReport()
 void FindDuplicateForm::OnResultReady()
 {
     if (!m_resultNotice.isEmpty())
-        m_results->showNotice(m_resultNotice);
+        m_results->showNotice(NoticeBar::Kind::Warning, m_resultNotice);
     m_pages->setCurrentWidget(m_results);
     emit resultsShown();
 }

@@ -3,79 +3,140 @@
 
 #include "FindDuplicate/GroupModel.h"
 #include "FindDuplicate/MemberModel.h"
-#include "FindDuplicate/engine/ListedGroups.h"
 #include "core/CountText.h"
 #include "core/SizeText.h"
+#include "widgets/Controls.h"
 #include "widgets/ElidedLabel.h"
+#include "widgets/FLPopupMenu.h"
 #include "widgets/FLTreeView.h"
-#include "widgets/NoticeBar.h"
-#include "widgets/OpenSeveral.h"
+#include "widgets/FileRowDelegate.h"
+#include "widgets/Theme.h"
 
-#include <QClipboard>
-#include <QComboBox>
-#include <QGuiApplication>
-#include <QHeaderView>
-#include <QIcon>
+#include <QHBoxLayout>
 #include <QItemSelectionModel>
-#include <QLineEdit>
-#include <QPointer>
+#include <QLabel>
+#include <QProgressBar>
 #include <QPushButton>
-#include <QToolButton>
+#include <QVBoxLayout>
 
-#include <algorithm>
 #include <utility>
 
 using duplicates::DuplicateGroup;
 using duplicates::FileRecord;
 
+namespace
+{
+
+constexpr int progressTick = 50; // ms
+constexpr int rowLines = 3;      // below the title; the last one is for the badges
+
+} // namespace
+
+FindDuplicateResultForm::FindDuplicateResultForm(const QString &root, std::shared_ptr<Groups> groups,
+                                                 int foldersUnread, QWidget *parent)
+    : GroupsPage(parent),
+      m_root(root),
+      m_foldersUnread(foldersUnread),
+      m_groups(std::move(groups)),
+      m_groupModel(new GroupModel(this)),
+      m_memberModel(new MemberModel(this)),
+      m_memberTree(new FLTreeView(this)),
+      m_groupTitle(new ElidedLabel(this)),
+      m_compare(
+          controls::pushButton(this, {"compareButton", "Compare24", tr("Compare contents"),
+                                      tr("Read the files of this group and compare them byte by byte")})),
+      m_compareBar(new QProgressBar(this)),
+      m_compareCancel(controls::pushButton(this, {"compareCancelButton", "", tr("Cancel")}))
+{
+    m_memberTree->setItemDelegate(new FileRowDelegate(rowLines, m_memberTree));
+    m_memberTree->setHeaderHidden(true);
+    m_memberTree->setRootIsDecorated(false);
+    m_compareTicker.setInterval(progressTick);
+    connect(&m_compareTicker, &QTimer::timeout, this, &FindDuplicateResultForm::showCompareProgress);
+    connect(m_compare, &QAbstractButton::clicked, this, &FindDuplicateResultForm::compareContents);
+    connect(m_compareCancel, &QAbstractButton::clicked, this, &FindDuplicateResultForm::cancelComparison);
+    build({.groups = m_groupModel,
+           .groupDelegate = new FileRowDelegate(rowLines),
+           .groupTexts = {tr("Groups of duplicates"),
+                          tr("Lists the groups with a file of that name or folder"), tr("Most files first")},
+           .members = m_memberModel,
+           .memberView = m_memberTree,
+           .memberName = tr("Files of the group"),
+           .tools = {tr("Open the selected files with their programs; a program runs (Ctrl+O)"),
+                     tr("Show the selected files in their folders (Ctrl+E)"),
+                     tr("Ask, and move this one file to the recycle bin (Delete in the list of files)")},
+           .removal = tr("the removal of a file"),
+           .note = buildNote(),
+           .right = buildRight(),
+           .sizes = {450, 550}});
+}
+
 FindDuplicateResultForm::~FindDuplicateResultForm() = default;
+
+QWidget *FindDuplicateResultForm::buildNote()
+{
+    auto *note = new QLabel(tr("Only type, size and last change were compared, not the contents: \"Compare "
+                               "contents\" tells whether the files of a group really are the same."),
+                            this);
+    note->setObjectName(QStringLiteral("metadataNoteLabel"));
+    note->setWordWrap(true);
+    theme::makeMuted(note);
+    return note;
+}
+
+QWidget *FindDuplicateResultForm::buildRight()
+{
+    m_groupTitle->setObjectName(QStringLiteral("groupTitleLabel"));
+    m_groupTitle->setFont(theme::sectionTitle(font()));
+    m_compareBar->setObjectName(QStringLiteral("compareProgressBar"));
+    m_compareBar->setRange(0, 1000);
+    m_compareBar->setTextVisible(false);
+    m_compareBar->setFixedHeight(2 * theme::barHeight);
+    m_compareBar->setAccessibleName(tr("Progress of the comparison"));
+    m_compareBar->hide();
+    m_compareCancel->hide();
+
+    auto *right = new QWidget(this);
+    auto *line = new QHBoxLayout;
+    line->setSpacing(theme::spaceSnug);
+    line->addWidget(m_groupTitle, 1);
+    line->addWidget(m_compareBar, 1);
+    line->addWidget(m_compareCancel);
+    line->addWidget(m_compare);
+    auto *column = new QVBoxLayout(right);
+    column->setContentsMargins(0, 0, 0, 0);
+    column->setSpacing(theme::spaceSnug);
+    column->addLayout(line);
+    column->addWidget(m_memberTree, 1);
+    return right;
+}
 
 bool FindDuplicateResultForm::start()
 {
     if (m_groups->empty())
         return false;
-    auto *worker = new FindDuplicateMainResultThread(m_groups);
-    connect(worker, &FindDuplicateMainResultThread::processFinish, this,
-            &FindDuplicateResultForm::onMainResultProcessFinish);
-    checkFirstFiles(worker);
-    return true;
-}
-
-void FindDuplicateResultForm::checkFirstFiles(FindDuplicateMainResultThread *worker)
-{
-    connect(worker, &FindDuplicateMainResultThread::firstFilesChecked, m_groupModel,
-            &GroupModel::setFirstFilesExist);
-    connect(worker, &core::WorkerThread::done, this, [this, worker] {
-        if (!worker->error().isEmpty())
-            showNotice(tr("Not all groups could be checked. %1").arg(worker->error()));
-    });
-    m_firsts.run(worker);
-}
-
-void FindDuplicateResultForm::onMainResultProcessFinish()
-{
-    m_statistics = duplicates::statisticsOf(*m_groups);
-    m_groupModel->setGroups(m_groups.get(), m_firsts.current<FindDuplicateMainResultThread>()->takeListed());
-    m_groupTree->showColumns({GroupModel::Text});
-    m_groupTree->setStretchColumn(GroupModel::Text, 0);
+    m_groupModel->setGroups(m_groups.get());
+    list()->view()->showColumns({GroupModel::Text});
+    list()->view()->setStretchColumn(GroupModel::Text, 0);
     m_memberTree->showColumns({MemberModel::Text});
     m_memberTree->setStretchColumn(MemberModel::Text, 0);
+    setGroups(std::make_shared<duplicates::GroupsOf<DuplicateGroup>>(m_groups), m_root);
+    m_statistics = duplicates::statisticsOf(*m_groups);
     showSummary();
-    selectGroupRow(0);
-    emit resultReady();
-    m_groupTree->setFocus();
+    readReport();
+    return true;
 }
 
 void FindDuplicateResultForm::showSummary()
 {
     // Where the disk was asked, other names of a file and files that differ are known.
-    quint64 freeable = m_statistics.freeableBytes;
+    quint64 bytes = m_statistics.freeableBytes;
     for (auto known = m_spareBytes.cbegin(); known != m_spareBytes.cend(); ++known)
-        freeable += known.value() - duplicates::freeableBytes(groupAt(known.key()));
+        bytes += known.value() - duplicates::freeableBytes(groupAt(known.key()));
     QString text =
         tr("%1 with %2; %3 free when one of each is kept")
             .arg(core::countText(m_statistics.groups, tr("1 group"), tr("%1 groups")),
-                 core::countText(m_statistics.files, tr("1 file"), tr("%1 files")), core::sizeText(freeable));
+                 core::countText(m_statistics.files, tr("1 file"), tr("%1 files")), core::sizeText(bytes));
     if (m_statistics.removedFiles > 0)
         text +=
             tr("; %1 moved to the recycle bin (%2)")
@@ -83,172 +144,68 @@ void FindDuplicateResultForm::showSummary()
     if (m_foldersUnread > 0)
         text += QLatin1String("; ") + core::countText(m_foldersUnread, tr("1 folder could not be read"),
                                                       tr("%1 folders could not be read"));
-    m_summary->setText(text);
+    showTotals(text);
 }
 
-void FindDuplicateResultForm::showListed()
+void FindDuplicateResultForm::showMembers(int group)
 {
-    const int group = selectedGroup();
-    m_groupModel->setListed(duplicates::listedGroups(
-        *m_groups, m_root, m_search->text().trimmed(),
-        static_cast<duplicates::GroupOrder>(m_order->currentData().toInt()), &duplicates::freeableBytes));
-    const int row = qMax(0, m_groupModel->rowOf(group));
-    if (row < m_groupModel->rowCount()) {
-        selectGroupRow(row);
-        m_groupTree->scrollTo(m_groupModel->index(row, 0));
-    } else {
-        showGroup(); // nothing is listed: no members either
-    }
-}
-
-void FindDuplicateResultForm::refresh()
-{
-    if (isRemoving() || m_memberModel->groupIndex() < 0)
-        return;
-    const int group = m_memberModel->groupIndex();
-    m_contents.remove(group);
-    m_spareBytes.remove(group);
-    // What could not be moved may be tried again.
-    for (FileRecord &file : groupAt(group).members)
-        file.checked = file.moved;
-    m_memberModel->setContents({});
-    m_groupModel->groupChanged(group);
-    showSummary();
-    enableTools();
-    m_readLater.start();
-    checkFirstFiles(new FindDuplicateMainResultThread(m_groups));
-}
-
-int FindDuplicateResultForm::selectedGroup() const
-{
-    const QItemSelectionModel *selection = m_groupTree->selectionModel();
-    if (selection->isSelected(selection->currentIndex()))
-        return m_groupModel->groupAt(selection->currentIndex().row());
-    const std::vector<int> groups = selectedGroups();
-    return groups.empty() ? -1 : groups.front();
-}
-
-// Whatever keys are held down: the view itself would add to a selection with Ctrl or Shift.
-void FindDuplicateResultForm::selectGroupRow(int row)
-{
-    m_groupTree->selectionModel()->setCurrentIndex(
-        m_groupModel->index(row, 0), QItemSelectionModel::ClearAndSelect | QItemSelectionModel::Rows);
-}
-
-std::vector<int> FindDuplicateResultForm::selectedGroups() const
-{
-    QModelIndexList rows = m_groupTree->selectionModel()->selectedRows();
-    std::sort(rows.begin(), rows.end());
-    std::vector<int> groups;
-    for (const QModelIndex &row : std::as_const(rows))
-        groups.push_back(m_groupModel->groupAt(row.row()));
-    return groups;
-}
-
-void FindDuplicateResultForm::onMainTreeItemChanged(const QItemSelection &, const QItemSelection &)
-{
-    showGroup();
-}
-
-// Its members are listed at once. What the disk says about them follows, which may take it long.
-void FindDuplicateResultForm::showGroup()
-{
-    const int index = selectedGroup();
-    if (index != m_memberModel->groupIndex()) {
-        m_memberModel->setGroup(index < 0 ? nullptr : &groupAt(index), index);
-        m_memberModel->setContents(m_contents.value(index));
-        showGroupTitle();
-        m_memberTree->selectionModel()->setCurrentIndex(m_memberModel->index(0, MemberModel::Text),
-                                                        QItemSelectionModel::ClearAndSelect |
-                                                            QItemSelectionModel::Rows);
-        enableTools();
-    }
-    m_readLater.start();
+    m_memberModel->setGroup(group < 0 ? nullptr : &groupAt(group), group);
+    m_memberModel->setContents(m_contents.value(group));
+    showGroupTitle();
+    m_memberTree->selectionModel()->setCurrentIndex(m_memberModel->index(0, MemberModel::Text),
+                                                    QItemSelectionModel::ClearAndSelect |
+                                                        QItemSelectionModel::Rows);
 }
 
 void FindDuplicateResultForm::showGroupTitle()
 {
-    const int index = m_memberModel->groupIndex();
-    if (index < 0) {
+    const int group = m_memberModel->groupIndex();
+    if (group < 0) {
         m_groupTitle->setText({});
         return;
     }
-    const QString left = core::countText(duplicates::filesLeft(groupAt(index)), tr("1 file"), tr("%1 files"));
-    m_groupTitle->setText(tr("%1 of %2 each").arg(left, core::sizeText(groupAt(index).size)));
+    const QString left = core::countText(duplicates::filesLeft(groupAt(group)), tr("1 file"), tr("%1 files"));
+    m_groupTitle->setText(tr("%1 of %2 each").arg(left, core::sizeText(groupAt(group).size)));
 }
 
-void FindDuplicateResultForm::readGroup()
+quint64 FindDuplicateResultForm::freeable(int group) const
 {
-    const int group = m_memberModel->groupIndex();
-    if (group < 0) {
-        m_reading.forget();
-        return;
-    }
-    auto *worker = new FindDuplicateResultThread(m_root, groupAt(group), group);
-    connect(worker, &FindDuplicateResultThread::processFinish, this,
-            &FindDuplicateResultForm::onProcessFinish);
-    m_reading.run(worker);
+    const auto known = m_spareBytes.constFind(group);
+    return known == m_spareBytes.cend() ? duplicates::freeableBytes(groupAt(group)) : known.value();
 }
 
-void FindDuplicateResultForm::onProcessFinish()
+void FindDuplicateResultForm::factsChanged(int group)
 {
-    auto *worker = m_reading.current<FindDuplicateResultThread>();
-    if (m_memberModel->groupIndex() != worker->groupIndex())
-        return;
-    if (!worker->error().isEmpty())
-        showNotice(tr("The files of this group could not be checked. %1").arg(worker->error()));
-    else
-        showFacts(worker->takeMembers());
-}
-
-void FindDuplicateResultForm::showFacts(std::vector<duplicates::MemberFacts> facts)
-{
-    m_memberModel->setFacts(std::move(facts));
-    noteSpareBytes();
-}
-
-void FindDuplicateResultForm::noteSpareBytes()
-{
-    if (m_memberModel->allFacts().empty())
-        return;
-    const int group = m_memberModel->groupIndex();
-    m_spareBytes.insert(group, duplicates::spareBytes(groupAt(group).size, m_memberModel->allFacts(),
-                                                      m_memberModel->contents()));
+    if (!m_memberModel->allFacts().empty())
+        m_spareBytes.insert(group, duplicates::spareBytes(groupAt(group).size, m_memberModel->allFacts(),
+                                                          m_memberModel->contents()));
     showSummary();
 }
 
-void FindDuplicateResultForm::onItemChanged(const QItemSelection &, const QItemSelection &)
+void FindDuplicateResultForm::groupChanged(int group)
 {
-    enableTools();
-}
-
-QList<FindDuplicateResultForm::Selected> FindDuplicateResultForm::selectedMembers() const
-{
-    QModelIndexList rows = m_memberTree->selectionModel()->selectedRows();
-    std::sort(rows.begin(), rows.end());
-    QList<Selected> members;
-    for (const QModelIndex &row : std::as_const(rows)) {
-        const auto number = [&](int column) { return row.siblingAtColumn(column).data().toInt(); };
-        members.append({number(MemberModel::GroupIndex), number(MemberModel::MemberIndex)});
+    m_statistics = duplicates::statisticsOf(*m_groups);
+    m_spareBytes.remove(group);
+    if (group == m_memberModel->groupIndex()) {
+        factsChanged(group);
+        showGroupTitle();
+    } else {
+        showSummary();
     }
-    return members;
 }
 
-QStringList FindDuplicateResultForm::selectedPaths() const
+void FindDuplicateResultForm::forgetFindings(int group)
 {
-    QStringList paths;
-    for (const Selected &member : selectedMembers())
-        if (!record(member).checked)
-            paths.append(record(member).fullPath());
-    return paths;
+    m_contents.remove(group);
+    m_memberModel->setContents({});
+    // What could not be moved may be tried again.
+    for (FileRecord &file : (*m_groups)[static_cast<std::size_t>(group)].members)
+        file.checked = file.moved;
 }
 
-std::optional<FindDuplicateResultForm::Selected> FindDuplicateResultForm::removableMember() const
+duplicates::GroupContents FindDuplicateResultForm::contents() const
 {
-    const QList<Selected> members = selectedMembers();
-    if (members.size() != 1 || record(members.first()).checked)
-        return std::nullopt;
-    return members.first();
+    return m_memberModel->contents();
 }
 
 const DuplicateGroup &FindDuplicateResultForm::groupAt(int group) const
@@ -256,56 +213,21 @@ const DuplicateGroup &FindDuplicateResultForm::groupAt(int group) const
     return (*m_groups)[static_cast<std::size_t>(group)];
 }
 
-DuplicateGroup &FindDuplicateResultForm::groupAt(int group)
-{
-    return (*m_groups)[static_cast<std::size_t>(group)];
-}
-
-const FileRecord &FindDuplicateResultForm::record(const Selected &member) const
-{
-    return groupAt(member.group).members[static_cast<std::size_t>(member.member)];
-}
-
 void FindDuplicateResultForm::enableTools()
 {
-    const QList<Selected> members = selectedMembers();
-    const bool offered =
-        !isRemoving() && std::any_of(members.cbegin(), members.cend(),
-                                     [this](const auto &member) { return !record(member).checked; });
-    m_open->setEnabled(offered);
-    m_explorer->setEnabled(offered);
-    m_recycleBin->setEnabled(offered && members.size() == 1 && !isBusy());
+    GroupsPage::enableTools();
     m_compare->setEnabled(m_memberModel->rowCount() > 0 && !isBusy());
 }
 
-void FindDuplicateResultForm::on_openButton_clicked()
+void FindDuplicateResultForm::fillMemberMenu(FLPopupMenu *menu)
 {
-    tell(openFiles(selectedPaths()));
+    menu->addSeparator();
+    fillGroupMenu(menu);
 }
 
-void FindDuplicateResultForm::on_explorerButton_clicked()
+void FindDuplicateResultForm::fillGroupMenu(FLPopupMenu *menu)
 {
-    tell(revealFiles(selectedPaths()));
-}
-
-void FindDuplicateResultForm::tell(const OpenedSeveral &opened)
-{
-    if (!opened.notice.isEmpty())
-        showNotice(opened.notice, opened.failed);
-}
-
-void FindDuplicateResultForm::copyPath()
-{
-    QStringList paths;
-    for (const Selected &member : selectedMembers())
-        paths.append(record(member).fullPath());
-    if (!paths.isEmpty())
-        QGuiApplication::clipboard()->setText(paths.join(QLatin1Char('\n')));
-}
-
-void FindDuplicateResultForm::showNotice(const QString &text, bool warning, QAction *action)
-{
-    m_notice->showNotice(QIcon(warning ? QStringLiteral(":/resources/images/Warning16.png")
-                                       : QStringLiteral(":/resources/images/Info16.png")),
-                         text, action);
+    QAction *compare = menu->addAction(controls::image("Compare24"), m_compare->text(), this,
+                                       &FindDuplicateResultForm::compareContents);
+    compare->setEnabled(m_compare->isEnabled());
 }

@@ -43,56 +43,10 @@ QList<RowBadge> badges(const DuplicateGroup &group)
 
 } // namespace
 
-void GroupModel::setGroups(const std::vector<DuplicateGroup> *groups, std::vector<int> listed)
+void GroupModel::setGroups(const std::vector<DuplicateGroup> *groups)
 {
     m_groups = groups;
-    m_firstFileExists.assign(groups->size(), true);
-    setListed(std::move(listed));
-}
-
-void GroupModel::setListed(std::vector<int> groups)
-{
-    beginResetModel();
-    m_listed = std::move(groups);
-    m_rowOf.assign(m_groups->size(), -1);
-    for (std::size_t row = 0; row < m_listed.size(); ++row)
-        m_rowOf[static_cast<std::size_t>(m_listed[row])] = static_cast<int>(row);
-    endResetModel();
-}
-
-void GroupModel::setFirstFilesExist(int first, const QList<bool> &exist)
-{
-    for (int i = 0; i < exist.size(); ++i) {
-        const auto group = static_cast<std::size_t>(first + i);
-        if (group >= m_firstFileExists.size() || m_firstFileExists[group] == exist[i])
-            continue;
-        m_firstFileExists[group] = exist[i];
-        groupChanged(first + i);
-    }
-}
-
-void GroupModel::groupChanged(int group)
-{
-    const int row = rowOf(group);
-    if (row >= 0)
-        emit dataChanged(index(row, 0), index(row, ColumnTotal - 1));
-}
-
-int GroupModel::groupAt(int row) const
-{
-    return row >= 0 && row < rowCount() ? m_listed[static_cast<std::size_t>(row)] : -1;
-}
-
-int GroupModel::rowOf(int group) const
-{
-    return group >= 0 && static_cast<std::size_t>(group) < m_rowOf.size()
-               ? m_rowOf[static_cast<std::size_t>(group)]
-               : -1;
-}
-
-int GroupModel::rowCount(const QModelIndex &parent) const
-{
-    return parent.isValid() ? 0 : static_cast<int>(m_listed.size());
+    reset(static_cast<int>(groups->size()));
 }
 
 int GroupModel::columnCount(const QModelIndex &parent) const
@@ -107,8 +61,7 @@ QVariant GroupModel::data(const QModelIndex &index, int role) const
     const int group = groupAt(index.row());
     switch (index.column()) {
     case Text:
-        return textData((*m_groups)[static_cast<std::size_t>(group)],
-                        m_firstFileExists[static_cast<std::size_t>(group)], role);
+        return textData((*m_groups)[static_cast<std::size_t>(group)], firstFileExists(group), role);
     case GroupIndex:
         return role == Qt::DisplayRole ? QVariant(group) : QVariant();
     case MemberIndex:

@@ -50,59 +50,25 @@ RowBadge installedBadge(const QString &folder)
 
 void MemberModel::setGroup(const DuplicateGroup *group, int groupIndex)
 {
-    beginResetModel();
-    m_group = group;
-    m_groupIndex = groupIndex;
-    m_facts.clear();
-    m_contents.clear();
-    m_proposed.reset();
-    endResetModel();
-}
-
-void MemberModel::setFacts(std::vector<MemberFacts> facts)
-{
-    if (!m_group || facts.size() != m_group->members.size())
-        return;
-    m_facts = std::move(facts);
-    if (!m_contents.empty())
-        duplicates::markAgain(m_facts, m_contents);
-    membersChanged();
-}
-
-std::optional<MemberFacts> MemberModel::facts(int member) const
-{
-    const auto index = static_cast<std::size_t>(member);
-    return index < m_facts.size() ? std::optional(m_facts[index]) : std::nullopt;
-}
-
-void MemberModel::setGone(int member)
-{
-    if (m_facts.empty())
-        return;
-    m_facts[static_cast<std::size_t>(member)] = {};
-    membersChanged();
+    resetTo(group ? groupIndex : -1, [this, group] {
+        m_group = group;
+        m_contents.clear();
+        m_proposed.reset();
+    });
 }
 
 void MemberModel::setContents(std::vector<ContentState> contents)
 {
     m_contents = std::move(contents);
-    if (!m_contents.empty())
-        duplicates::markAgain(m_facts, m_contents);
     membersChanged();
 }
 
-void MemberModel::membersChanged()
+void MemberModel::updateProposal()
 {
-    if (rowCount() == 0)
-        return;
-    if (!m_facts.empty())
-        m_proposed = duplicates::proposedToKeep(m_group->members, m_facts, m_contents);
-    emit dataChanged(index(0, 0), index(rowCount() - 1, ColumnTotal - 1));
-}
-
-int MemberModel::rowCount(const QModelIndex &parent) const
-{
-    return parent.isValid() || !m_group ? 0 : static_cast<int>(m_group->members.size());
+    if (!m_contents.empty())
+        duplicates::markAgain(knownFacts(), m_contents);
+    if (!allFacts().empty())
+        m_proposed = duplicates::proposedToKeep(m_group->members, allFacts(), m_contents);
 }
 
 int MemberModel::columnCount(const QModelIndex &parent) const
@@ -123,7 +89,7 @@ QVariant MemberModel::data(const QModelIndex &index, int role) const
     case State:
         return file.checked ? QStringLiteral("1") : QString();
     case GroupIndex:
-        return m_groupIndex;
+        return groupIndex();
     case MemberIndex:
         return index.row();
     case Path:
@@ -226,7 +192,7 @@ void MemberModel::appendDiskBadges(QList<RowBadge> &badges, int member) const
 RowBadge MemberModel::sameFileBadge(const MemberFacts &known) const
 {
     const QString row = QString::number(known.mark.sameFileAs + 1);
-    const MemberFacts &other = m_facts[static_cast<std::size_t>(known.mark.sameFileAs)];
+    const MemberFacts &other = allFacts()[static_cast<std::size_t>(known.mark.sameFileAs)];
     const bool hardLink = known.hardLinked && !known.throughLink && !other.throughLink;
     return {hardLink ? tr("hard link to the file of row %1").arg(row) : tr("same file as row %1").arg(row),
             Tone::Warning};

@@ -148,7 +148,7 @@ void FindDuplicateImageForm::OnResultReady()
         return;
     }
     if (!m_resultNotice.isEmpty())
-        m_results->warn(m_resultNotice);
+        m_results->showNotice(NoticeBar::Kind::Warning, m_resultNotice);
     m_pages->setCurrentWidget(m_results);
     m_results->setFocus();
     emit resultsShown();

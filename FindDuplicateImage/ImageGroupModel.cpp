@@ -5,12 +5,10 @@
 #include "core/SizeText.h"
 #include "imaging/ThumbnailCache.h"
 
-#include <numeric>
-
 using lookalikes::ImageRecord;
 
 ImageGroupModel::ImageGroupModel(imaging::ThumbnailCache &thumbnails, QObject *parent)
-    : QAbstractListModel(parent),
+    : GroupListModel(parent),
       m_thumbnails(thumbnails)
 {
 }
@@ -18,48 +16,7 @@ ImageGroupModel::ImageGroupModel(imaging::ThumbnailCache &thumbnails, QObject *p
 void ImageGroupModel::setReport(const ImageReport *report)
 {
     m_report = report;
-    std::vector<int> all(report ? report->groups.size() : 0);
-    std::iota(all.begin(), all.end(), 0);
-    setListed(std::move(all));
-}
-
-void ImageGroupModel::setListed(std::vector<int> groups)
-{
-    beginResetModel();
-    m_listed = std::move(groups);
-    m_rowOf.assign(m_report ? m_report->groups.size() : 0, -1);
-    for (std::size_t row = 0; row < m_listed.size(); ++row)
-        m_rowOf[static_cast<std::size_t>(m_listed[row])] = static_cast<int>(row);
-    endResetModel();
-}
-
-void ImageGroupModel::refresh(int group)
-{
-    const int row = rowOf(group);
-    if (row >= 0)
-        emit dataChanged(index(row), index(row));
-}
-
-void ImageGroupModel::refreshAll()
-{
-    if (rowCount() > 0)
-        emit dataChanged(index(0), index(rowCount() - 1));
-}
-
-int ImageGroupModel::groupAt(int row) const
-{
-    return row >= 0 && row < rowCount() ? m_listed[static_cast<std::size_t>(row)] : -1;
-}
-
-int ImageGroupModel::rowOf(int group) const
-{
-    const auto at = static_cast<std::size_t>(group);
-    return group >= 0 && at < m_rowOf.size() ? m_rowOf[at] : -1;
-}
-
-int ImageGroupModel::rowCount(const QModelIndex &parent) const
-{
-    return parent.isValid() ? 0 : static_cast<int>(m_listed.size());
+    reset(report ? static_cast<int>(report->groups.size()) : 0);
 }
 
 QVariant ImageGroupModel::data(const QModelIndex &index, int role) const
@@ -68,7 +25,7 @@ QVariant ImageGroupModel::data(const QModelIndex &index, int role) const
         return {};
     const auto group = static_cast<std::size_t>(groupAt(index.row()));
     const ImageRecord &first = m_report->groups[group].members.front();
-    const bool gone = first.checked || m_report->firstGone[group];
+    const bool gone = first.checked || !firstFileExists(groupAt(index.row()));
     switch (role) {
     case Qt::DisplayRole:
         return first.name;

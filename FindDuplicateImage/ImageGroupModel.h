@@ -1,9 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
-#include <QAbstractListModel>
-
-#include <vector>
+#include "FindDuplicate/groups/GroupListModel.h"
 
 namespace imaging
 {
@@ -11,9 +9,8 @@ class ThumbnailCache;
 }
 struct ImageReport;
 
-// The groups of a report, a row each. Texts and pictures are made when a row is painted, so that a list of
-// any length opens at once.
-class ImageGroupModel : public QAbstractListModel
+// The groups of a report. Texts and pictures are made when a row is painted.
+class ImageGroupModel : public duplicates::GroupListModel
 {
     Q_OBJECT
 
@@ -28,16 +25,7 @@ public:
 
     // Null for none; must live until the next call. Lists all groups.
     void setReport(const ImageReport *report);
-    // The indexes of the groups that are listed, in the order of the rows.
-    void setListed(std::vector<int> groups);
-    // Something about the pictures of a group, or of all, has changed.
-    void refresh(int group);
-    void refreshAll();
 
-    int groupAt(int row) const; // -1 for no row
-    int rowOf(int group) const; // -1 when it is not listed
-
-    int rowCount(const QModelIndex &parent = {}) const override;
     QVariant data(const QModelIndex &index, int role) const override;
 
 private:
@@ -45,6 +33,4 @@ private:
 
     imaging::ThumbnailCache &m_thumbnails;
     const ImageReport *m_report = nullptr;
-    std::vector<int> m_listed;
-    std::vector<int> m_rowOf; // by group
 };

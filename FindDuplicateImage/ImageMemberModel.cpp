@@ -6,52 +6,28 @@
 #include "imaging/ThumbnailCache.h"
 #include "platform/FileTime.h"
 
-#include <utility>
-
 using lookalikes::ImageRecord;
 
 ImageMemberModel::ImageMemberModel(imaging::ThumbnailCache &thumbnails, QObject *parent)
-    : QAbstractListModel(parent),
+    : MemberListModel(parent),
       m_thumbnails(thumbnails)
 {
 }
 
 void ImageMemberModel::setGroup(const ImageReport *report, int group)
 {
-    beginResetModel();
-    m_report = group < 0 ? nullptr : report;
-    m_group = m_report ? group : -1;
-    m_facts.clear();
-    findProposal();
-    endResetModel();
+    resetTo(report ? group : -1, [this, report] {
+        m_report = report;
+        updateProposal();
+    });
 }
 
-void ImageMemberModel::setFacts(std::vector<duplicates::MemberFacts> facts)
-{
-    m_facts = std::move(facts);
-    refresh();
-}
-
-std::optional<duplicates::MemberFacts> ImageMemberModel::facts(int row) const
-{
-    const auto at = static_cast<std::size_t>(row);
-    return row >= 0 && at < m_facts.size() ? std::optional(m_facts[at]) : std::nullopt;
-}
-
-void ImageMemberModel::refresh()
-{
-    findProposal();
-    if (rowCount() > 0)
-        emit dataChanged(index(0), index(rowCount() - 1));
-}
-
-// Of the pictures that are still there, and still those that were compared.
-void ImageMemberModel::findProposal()
+void ImageMemberModel::updateProposal()
 {
     m_proposal = -1;
-    if (!m_report)
+    if (groupIndex() < 0)
         return;
-    lookalikes::ImageGroup left = m_report->groups[static_cast<std::size_t>(m_group)];
+    lookalikes::ImageGroup left = m_report->groups[static_cast<std::size_t>(groupIndex())];
     int count = 0;
     for (std::size_t i = 0; i < left.members.size(); ++i) {
         const auto known = facts(static_cast<int>(i));
@@ -67,7 +43,7 @@ const ImageRecord *ImageMemberModel::record(int row) const
 {
     if (row < 0 || row >= rowCount())
         return nullptr;
-    return &m_report->groups[static_cast<std::size_t>(m_group)].members[static_cast<std::size_t>(row)];
+    return &m_report->groups[static_cast<std::size_t>(groupIndex())].members[static_cast<std::size_t>(row)];
 }
 
 bool ImageMemberModel::isGone(int row) const
@@ -77,11 +53,9 @@ bool ImageMemberModel::isGone(int row) const
     return !image || image->checked || (known && !known->mark.exists);
 }
 
-int ImageMemberModel::rowCount(const QModelIndex &parent) const
+int ImageMemberModel::memberCount() const
 {
-    if (!m_report || parent.isValid())
-        return 0;
-    return static_cast<int>(m_report->groups[static_cast<std::size_t>(m_group)].members.size());
+    return static_cast<int>(m_report->groups[static_cast<std::size_t>(groupIndex())].members.size());
 }
 
 QVariant ImageMemberModel::data(const QModelIndex &index, int role) const

@@ -29,7 +29,6 @@ struct ImageReport {
     bool decodedHere = false;     // no decoder could be started, see imaging::DecoderPool::usesThisProcess()
     std::shared_ptr<imaging::DecoderPool> decoders;
     std::shared_ptr<imaging::ThumbnailFile> thumbnails;
-    std::vector<bool> firstGone; // for each group: its first picture was not there when the report was made
 };
 
 struct ImageStatistics {

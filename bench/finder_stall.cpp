@@ -77,10 +77,7 @@ void use(QWidget &form, Used &used)
     used.step("search for a rare text", [=] { search->setText(QStringLiteral("777")); });
     used.step("end the search", [=] { search->clear(); });
     for (int i = 1; order && i < order->count(); ++i)
-        used.step("order " + order->itemText(i).toStdString(), [=] {
-            order->setCurrentIndex(i);
-            emit order->activated(i); // as a click does
-        });
+        used.step("order " + order->itemText(i).toStdString(), [=] { order->setCurrentIndex(i); });
     used.step("select the last group",
               [=] { groups->setCurrentIndex(groups->model()->index(groups->model()->rowCount() - 1, 0)); });
 }

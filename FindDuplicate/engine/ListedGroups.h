@@ -43,23 +43,24 @@ private:
 
 // Each key is made once: there may be a hundred thousand groups, and folding the case of a path takes longer
 // than comparing two.
-template <class Group, class Before, class KeyOf>
-void sortGroups(std::vector<int> &listed, const std::vector<Group> &groups, Before before, KeyOf keyOf)
+template <class Before, class KeyOf>
+void sortGroups(std::vector<int> &listed, Before before, KeyOf keyOf)
 {
-    using Row = std::pair<decltype(keyOf(groups.front())), int>;
+    using Row = std::pair<decltype(keyOf(std::size_t(0))), int>;
     std::vector<Row> rows;
     rows.reserve(listed.size());
     for (const int group : listed)
-        rows.emplace_back(keyOf(groups[static_cast<std::size_t>(group)]), group);
+        rows.emplace_back(keyOf(static_cast<std::size_t>(group)), group);
     std::stable_sort(rows.begin(), rows.end(),
                      [&](const Row &a, const Row &b) { return before(a.first, b.first); });
     std::transform(rows.cbegin(), rows.cend(), listed.begin(), [](const Row &row) { return row.second; });
 }
 
-// The indexes of the groups with a member that `search` finds; an empty one finds every group.
+// The indexes of the groups with a member that `search` finds; an empty one finds every group. `freeable` has
+// the bytes of each group, and is needed for that order only.
 template <class Group>
 std::vector<int> listedGroups(const std::vector<Group> &groups, const QString &root, const QString &search,
-                              GroupOrder order, quint64 (*freeable)(const Group &group))
+                              GroupOrder order, const std::vector<quint64> &freeable)
 {
     const FileSearch file(root, search);
     const auto matches = [&file](const FileRecord &member) { return file.matches(member); };
@@ -67,22 +68,25 @@ std::vector<int> listedGroups(const std::vector<Group> &groups, const QString &r
     for (std::size_t i = 0; i < groups.size(); ++i)
         if (search.isEmpty() || std::any_of(groups[i].members.cbegin(), groups[i].members.cend(), matches))
             listed.push_back(static_cast<int>(i));
+    const auto first = [&groups](std::size_t group) -> const FileRecord & {
+        return groups[group].members.front();
+    };
     switch (order) {
     case GroupOrder::Report:
         break;
     case GroupOrder::Freeable:
-        sortGroups(listed, groups, std::greater<>(), freeable);
+        sortGroups(listed, std::greater<>(), [&](std::size_t group) { return freeable[group]; });
         break;
     case GroupOrder::Members:
-        sortGroups(listed, groups, std::greater<>(), [](const Group &group) { return group.members.size(); });
+        sortGroups(listed, std::greater<>(), [&](std::size_t group) { return groups[group].members.size(); });
         break;
     case GroupOrder::Name:
-        sortGroups(listed, groups, std::less<>(),
-                   [](const Group &group) { return group.members.front().name.toCaseFolded(); });
+        sortGroups(listed, std::less<>(),
+                   [&](std::size_t group) { return first(group).name.toCaseFolded(); });
         break;
     case GroupOrder::Folder:
-        sortGroups(listed, groups, std::less<>(),
-                   [](const Group &group) { return group.members.front().walkedFolder.toCaseFolded(); });
+        sortGroups(listed, std::less<>(),
+                   [&](std::size_t group) { return first(group).walkedFolder.toCaseFolded(); });
         break;
     }
     return listed;

@@ -62,7 +62,7 @@ void FindDuplicateRemovalTest::yesMovesThatOneFile()
     QVERIFY(scene.toolsAre(false));
     QVERIFY(scene.isThere(0) && scene.isThere(2) && !scene.isMarked(0) && !scene.isMarked(2));
     QVERIFY(scene.badges(1).contains(u"moved to the recycle bin"_s));
-    QVERIFY(scene.find<ElidedLabel>("summaryLabel")->text().contains(u"; 1 moved"_s));
+    QVERIFY(scene.find<ElidedLabel>("resultTotalsLabel")->text().contains(u"; 1 moved"_s));
     QVERIFY(scene.groupText(0).contains(u"2 files"_s) && scene.groupText(0).contains(u"1 removed"_s));
     QVERIFY(scene.find<ElidedLabel>("groupTitleLabel")->text().startsWith(u"2 files"_s));
     // It can be had back.
@@ -178,7 +178,7 @@ void FindDuplicateRemovalTest::whatDiffersIsNoSpare()
     Scene scene({u"a.txt"_s});
     makeDuplicates(scene.folder, {u"b.txt"_s}, QByteArray(sizeof content - 1, '?'));
     QVERIFY(scene.scan());
-    const auto *summary = scene.find<ElidedLabel>("summaryLabel");
+    const auto *summary = scene.find<ElidedLabel>("resultTotalsLabel");
     const QString before = summary->text();
     scene.click("compareButton");
     QVERIFY(scene.waitForEnd());
@@ -207,7 +207,7 @@ void FindDuplicateRemovalTest::whatWindowsDoesNotTraceIsNotCalledMoved()
     QVERIFY(scene.remove(0, platform::idYes));
     QVERIFY(!scene.isThere(0) && scene.isMarked(0));
     QVERIFY(scene.notice().contains(u"did not tell"_s));
-    QVERIFY(!scene.find<ElidedLabel>("summaryLabel")->text().contains(u"moved"_s));
+    QVERIFY(!scene.find<ElidedLabel>("resultTotalsLabel")->text().contains(u"moved"_s));
     const auto *openBin =
         scene.find<NoticeBar>("noticeBar")->findChild<QToolButton *>(u"noticeActionButton"_s);
     QVERIFY(!openBin || openBin->isHidden());
@@ -329,7 +329,7 @@ void FindDuplicateRemovalTest::aFailedMoveIsMarkedAndTold()
     QVERIFY(scene.remove(0, platform::idYes));
     QVERIFY(scene.isMarked(0) && scene.toolsAre(false) && scene.isThere(0));
     QVERIFY(scene.badges(0).contains(u"still here: it could not be moved"_s));
-    QVERIFY(!scene.find<ElidedLabel>("summaryLabel")->text().contains(u"moved"_s));
+    QVERIFY(!scene.find<ElidedLabel>("resultTotalsLabel")->text().contains(u"moved"_s));
     QVERIFY(!scene.groupText(0).contains(u"removed"_s));
     requireBelow(scene.folder.path(), scene.memberPath(0));
     QVERIFY(QFile::remove(scene.memberPath(0)));

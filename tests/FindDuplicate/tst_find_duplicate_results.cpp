@@ -95,7 +95,7 @@ void FindDuplicateResultsTest::rowsSayWhatTheyShould()
              u"a.txt\n\n"_s + folder.path(u"sub"_s) + u"\nLast Access Time: "_s +
                  platform::localFileTime(someTime).toString());
     QCOMPARE(scene.memberText(0), u"a.txt\n"_s + folder.path(u"sub"_s) + u"\nFile Size: 2.00 KB"_s);
-    const QString summary = scene.find<ElidedLabel>("summaryLabel")->text();
+    const QString summary = scene.find<ElidedLabel>("resultTotalsLabel")->text();
     QVERIFY2(summary.startsWith(u"1 group with 2 files"_s), qPrintable(summary));
     QVERIFY2(summary.contains(core::sizeText(2048)), qPrintable(summary));
     // The helper columns tell which record a row stands for, and are hidden.
@@ -134,27 +134,25 @@ void FindDuplicateResultsTest::searchesAndSorts()
         return found.join(QLatin1Char(' '));
     };
     auto *order = page.findChild<QComboBox *>(u"orderComboBox"_s);
+    // The group on show frees nothing, as far as is known by then: its files are not there.
+    QTRY_VERIFY(page.findChild<ElidedLabel *>(u"resultTotalsLabel"_s)->text().contains(u"11.00 KB"_s));
     const QStringList expected{
         u"C:\\b\\m.jpg C:\\c\\z.jpg C:\\D\\A.jpg"_s, // largest file
-        u"C:\\c\\z.jpg C:\\b\\m.jpg C:\\D\\A.jpg"_s, // most to free
+        u"C:\\c\\z.jpg C:\\D\\A.jpg C:\\b\\m.jpg"_s, // most to free
         u"C:\\c\\z.jpg C:\\b\\m.jpg C:\\D\\A.jpg"_s, // most files
         u"C:\\D\\A.jpg C:\\b\\m.jpg C:\\c\\z.jpg"_s, // name
         u"C:\\b\\m.jpg C:\\c\\z.jpg C:\\D\\A.jpg"_s, // folder
     };
     QCOMPARE(order->count(), expected.size());
-    const auto choose = [order](int index) {
-        order->setCurrentIndex(index);
-        emit order->activated(index);
-    };
     for (int i = 0; i < order->count(); ++i) {
-        choose(i);
-        QCOMPARE(paths(), expected[i]);
+        order->setCurrentIndex(i);
+        QTRY_COMPARE(paths(), expected[i]);
     }
     // A member that has gone frees nothing any more.
     (*groups)[1].members[0].moved = (*groups)[1].members[1].moved = true;
-    choose(1);
-    QCOMPARE(paths(), u"C:\\b\\m.jpg C:\\D\\A.jpg C:\\c\\z.jpg"_s);
-    choose(0);
+    order->setCurrentIndex(1);
+    QTRY_COMPARE(paths(), u"C:\\D\\A.jpg C:\\b\\m.jpg C:\\c\\z.jpg"_s);
+    order->setCurrentIndex(0);
     auto *search = page.findChild<QLineEdit *>(u"searchLineEdit"_s);
     search->setText(u"OLIDAY"_s); // of any member
     QTRY_COMPARE(paths(), u"C:\\b\\m.jpg C:\\D\\A.jpg"_s);

@@ -18,7 +18,7 @@ namespace
 // The group leaves the screen and comes back.
 void lookAnew(const Trio &scene)
 {
-    auto *search = scene.find<QLineEdit>("searchEdit");
+    auto *search = scene.find<QLineEdit>("searchLineEdit");
     search->setText(u"nothing"_s);
     QTRY_COMPARE(scene.main()->model()->rowCount(), 0);
     search->clear();

@@ -5,15 +5,15 @@
 #include "core/WorkerThread.h"
 #include "platform/FileProbe.h"
 
-// Asks the disk about the members of one group. Works on a copy of it.
+// Asks the disk about the members of one group. Works on a copy of their records.
 class FindDuplicateResultThread : public core::WorkerThread
 {
     Q_OBJECT
 
 public:
-    FindDuplicateResultThread(QString root, duplicates::DuplicateGroup group, int groupIndex)
+    FindDuplicateResultThread(QString root, std::vector<duplicates::FileRecord> files, int groupIndex)
         : m_root(std::move(root)),
-          m_group(std::move(group)),
+          m_files(std::move(files)),
           m_groupIndex(groupIndex)
     {
         connect(this, &WorkerThread::done, this, &FindDuplicateResultThread::processFinish);
@@ -30,12 +30,12 @@ signals:
 protected:
     void work() override
     {
-        m_members = duplicates::readMembers(m_root, m_group.members, platform::fileProbe(), cancelFlag());
+        m_members = duplicates::readMembers(m_root, m_files, platform::fileProbe(), cancelFlag());
     }
 
 private:
     QString m_root;
-    duplicates::DuplicateGroup m_group;
+    const std::vector<duplicates::FileRecord> m_files;
     const int m_groupIndex;
     std::vector<duplicates::MemberFacts> m_members;
 };

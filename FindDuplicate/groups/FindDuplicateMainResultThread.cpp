@@ -1,9 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include "FindDuplicate/FindDuplicateMainResultThread.h"
+#include "FindDuplicate/groups/FindDuplicateMainResultThread.h"
 
 #include "platform/FileProbe.h"
 
-#include <numeric>
 #include <utility>
 
 namespace
@@ -12,14 +11,17 @@ constexpr int checkedAtOnce = 500;
 }
 
 FindDuplicateMainResultThread::FindDuplicateMainResultThread(
-    std::shared_ptr<const std::vector<duplicates::DuplicateGroup>> groups)
+    std::shared_ptr<const duplicates::FileGroups> groups)
     : m_groups(std::move(groups))
 {
 }
 
 void FindDuplicateMainResultThread::work()
 {
-    prepare();
+    const int count = m_groups->count();
+    m_firstFiles.reserve(static_cast<std::size_t>(count));
+    for (int group = 0; group < count; ++group)
+        m_firstFiles.push_back(std::as_const(*m_groups).file(group, 0).fullPath());
     m_groups.reset();
     deliver([this] { emit processFinish(); });
     // The list does not wait for this: it may take seconds, and on a lost network drive minutes.
@@ -31,15 +33,6 @@ void FindDuplicateMainResultThread::abandon()
     m_firstFiles.clear();
     if (std::exchange(m_groups, nullptr))
         deliver([this] { emit processFinish(); }); // of what could be listed
-}
-
-void FindDuplicateMainResultThread::prepare()
-{
-    m_listed.resize(m_groups->size());
-    std::iota(m_listed.begin(), m_listed.end(), 0); // in the order of the report
-    m_firstFiles.reserve(m_groups->size());
-    for (const duplicates::DuplicateGroup &group : *m_groups)
-        m_firstFiles.push_back(group.members.front().fullPath());
 }
 
 void FindDuplicateMainResultThread::checkFirstFiles()

@@ -1,0 +1,425 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "FindDuplicate/groups/GroupsPage.h"
+
+#include "FindDuplicate/groups/FindDuplicateMainResultThread.h"
+#include "FindDuplicate/groups/FindDuplicateResultThread.h"
+#include "FindDuplicate/groups/GroupListModel.h"
+#include "FindDuplicate/groups/MemberListModel.h"
+#include "FindDuplicate/groups/ResultToolBar.h"
+#include "platform/Shell.h"
+#include "widgets/Controls.h"
+#include "widgets/FLPopupMenu.h"
+#include "widgets/FLTreeView.h"
+#include "widgets/OpenSeveral.h"
+#include "widgets/Theme.h"
+
+#include <QAbstractItemView>
+#include <QAction>
+#include <QClipboard>
+#include <QGuiApplication>
+#include <QItemSelectionModel>
+#include <QSplitter>
+#include <QToolButton>
+#include <QVBoxLayout>
+
+#include <algorithm>
+#include <utility>
+
+namespace duplicates
+{
+
+namespace
+{
+
+constexpr int readDelay = 30; // ms
+
+} // namespace
+
+GroupsPage::GroupsPage(QWidget *parent)
+    : QWidget(parent),
+      m_notice(new NoticeBar(this)),
+      m_splitter(new QSplitter(Qt::Horizontal, this)),
+      m_removal(new MemberRemoval(this)),
+      m_jobs(this)
+{
+    m_notice->setObjectName(QStringLiteral("noticeBar"));
+}
+
+GroupsPage::~GroupsPage() = default;
+
+void GroupsPage::build(const Parts &parts)
+{
+    m_removalText = parts.removal;
+    m_groupModel = parts.groups;
+    m_memberModel = parts.members;
+    m_memberView = parts.memberView;
+    m_groupModel->setParent(this);
+    m_memberModel->setParent(this);
+    m_toolBar = new ResultToolBar(parts.tools, this);
+    m_list = new GroupList(m_groupModel, parts.groupDelegate, parts.groupTexts, this);
+    m_memberView->setObjectName(QStringLiteral("mainTreeView"));
+    m_memberView->setAccessibleName(parts.memberName);
+    // For opening, showing and copying; only a single file is removed at a time.
+    m_memberView->setSelectionMode(QAbstractItemView::ExtendedSelection);
+    m_memberView->setContextMenuPolicy(Qt::CustomContextMenu);
+    m_memberView->setModel(m_memberModel);
+    setFocusProxy(m_list);
+    buildLayout(parts);
+    buildActions();
+    connectAll();
+    enableTools();
+}
+
+void GroupsPage::buildLayout(const Parts &parts)
+{
+    m_splitter->addWidget(m_list);
+    m_splitter->addWidget(parts.right);
+    m_splitter->setStretchFactor(1, 1);
+    m_splitter->setHandleWidth(theme::space);
+    m_splitter->setChildrenCollapsible(false);
+    m_splitter->setSizes(parts.sizes);
+
+    auto *layout = new QVBoxLayout(this);
+    layout->setContentsMargins(theme::space, theme::spaceSnug, theme::space, theme::space);
+    layout->setSpacing(theme::spaceSnug);
+    layout->addWidget(m_toolBar);
+    if (parts.note)
+        layout->addWidget(parts.note);
+    layout->addWidget(m_notice);
+    layout->addWidget(m_splitter, 1);
+}
+
+void GroupsPage::buildActions()
+{
+    using controls::action;
+    controls::shortcut(this, Qt::ALT | Qt::Key_Left, [this] { m_toolBar->back()->click(); });
+    m_openAction =
+        action(this, {"openAction", "Activate24", m_toolBar->open()->text(), {}, Qt::CTRL | Qt::Key_O},
+               [this] { on_openButton_clicked(); });
+    m_explorerAction = action(
+        this, {"showInExplorerAction", "FolderSearch24", tr("Show in Explorer"), {}, Qt::CTRL | Qt::Key_E},
+        [this] { on_explorerButton_clicked(); });
+    m_copyAction = action(m_memberView, {"copyPathAction", "Copy24", tr("Copy Path"), {}, QKeySequence::Copy},
+                          [this] { copyPaths(); });
+    // Only where the file that it means is the one that the user looks at.
+    m_recycleAction =
+        action(m_memberView,
+               {"recycleAction", "RecycleBin24", m_toolBar->recycleBin()->text(), {}, QKeySequence::Delete},
+               [this] { on_RecycleBinButton_clicked(); });
+    m_refreshAction = action(this, {"refreshAction", "Refresh24", tr("Refresh"), {}, QKeySequence::Refresh},
+                             [this] { refresh(); });
+    controls::shortcut(this, QKeySequence::Find, [this] { m_list->focusSearch(); });
+    m_openBin = new QAction(tr("Open Recycle Bin"), this);
+    connect(m_openBin, &QAction::triggered, this, [this] {
+        if (!platform::shell().openRecycleBin())
+            showNotice(NoticeBar::Kind::Warning, tr("The recycle bin could not be opened."));
+    });
+    m_cancelLook = new QAction(tr("Cancel"), this);
+    connect(m_cancelLook, &QAction::triggered, m_removal, &MemberRemoval::requestStop);
+}
+
+void GroupsPage::connectAll()
+{
+    connect(m_toolBar->back(), &QAbstractButton::clicked, this, &GroupsPage::backToMain);
+    connect(m_toolBar->open(), &QAbstractButton::clicked, this, &GroupsPage::on_openButton_clicked);
+    connect(m_toolBar->explorer(), &QAbstractButton::clicked, this, &GroupsPage::on_explorerButton_clicked);
+    connect(m_toolBar->recycleBin(), &QAbstractButton::clicked, this,
+            &GroupsPage::on_RecycleBinButton_clicked);
+    connect(m_list, &GroupList::currentGroupChanged, this, &GroupsPage::showGroup);
+    connect(m_list->view()->selectionModel(), &QItemSelectionModel::selectionChanged, this,
+            &GroupsPage::onMainTreeItemChanged);
+    connect(m_list, &GroupList::menuAboutToShow, this, &GroupsPage::showGroupMenu);
+    connect(m_list, &GroupList::told, this, &GroupsPage::tell);
+    connect(m_memberView->selectionModel(), &QItemSelectionModel::selectionChanged, this,
+            &GroupsPage::onItemChanged);
+    connect(m_memberView, &QWidget::customContextMenuRequested, this, &GroupsPage::showMemberMenu);
+    m_readLater.setSingleShot(true);
+    m_readLater.setInterval(readDelay);
+    connect(&m_readLater, &QTimer::timeout, this, &GroupsPage::readGroup);
+    // The notice stays usable: a look at the disk that takes long is told there, and can be given up.
+    connect(m_removal, &MemberRemoval::lookTakesLong, this,
+            [this] { showNotice(NoticeBar::Kind::Info, tr("Looking at the file ..."), m_cancelLook); });
+    connect(m_removal, &MemberRemoval::lookEnded, m_notice, &QWidget::hide);
+    connect(m_removal, &MemberRemoval::finished, this, &GroupsPage::afterRemoval);
+}
+
+void GroupsPage::setGroups(std::shared_ptr<FileGroups> groups, const QString &root)
+{
+    m_firsts.forget();
+    m_reading.forget();
+    m_readLater.stop();
+    showMembers(-1); // of the groups before
+    m_groups = std::move(groups);
+    m_root = root;
+    m_toolBar->setTitle(root);
+    m_notice->hide();
+    m_list->setGroups(m_groups, root, [this](int group) { return freeable(group); });
+    enableTools();
+}
+
+void GroupsPage::readReport()
+{
+    checkFirstFiles(true);
+}
+
+void GroupsPage::checkFirstFiles(bool report)
+{
+    auto *worker = new FindDuplicateMainResultThread(m_groups);
+    if (report)
+        connect(worker, &FindDuplicateMainResultThread::processFinish, this,
+                &GroupsPage::onMainResultProcessFinish);
+    connect(worker, &FindDuplicateMainResultThread::firstFilesChecked, m_groupModel,
+            &GroupListModel::setFirstFilesExist);
+    connect(worker, &core::WorkerThread::done, this, [this, worker] {
+        if (!worker->error().isEmpty())
+            showNotice(NoticeBar::Kind::Warning,
+                       tr("Not all groups could be checked. %1").arg(worker->error()));
+    });
+    m_firsts.run(worker);
+}
+
+void GroupsPage::onMainResultProcessFinish()
+{
+    m_list->selectRow(0);
+    emit resultReady();
+    setFocus();
+}
+
+void GroupsPage::showTotals(const QString &text)
+{
+    m_toolBar->setTotals(text);
+}
+
+void GroupsPage::onMainTreeItemChanged(const QItemSelection &, const QItemSelection &)
+{
+    showGroup();
+}
+
+// Its members are listed at once. What the disk says about them follows, which may take it long.
+void GroupsPage::showGroup()
+{
+    const int group = m_list->currentGroup();
+    if (group == m_memberModel->groupIndex())
+        return;
+    showMembers(group);
+    memberSelected();
+    m_readLater.start();
+}
+
+void GroupsPage::readGroup()
+{
+    const int group = m_memberModel->groupIndex();
+    if (group < 0) {
+        m_reading.forget();
+        return;
+    }
+    auto *worker = new FindDuplicateResultThread(m_root, m_groups->files(group), group);
+    connect(worker, &FindDuplicateResultThread::processFinish, this, &GroupsPage::onProcessFinish);
+    m_reading.run(worker);
+}
+
+void GroupsPage::onProcessFinish()
+{
+    auto *worker = m_reading.current<FindDuplicateResultThread>();
+    if (m_memberModel->groupIndex() != worker->groupIndex())
+        return;
+    if (!worker->error().isEmpty())
+        showNotice(NoticeBar::Kind::Warning,
+                   tr("The files of this group could not be checked. %1").arg(worker->error()));
+    else
+        showFacts(worker->takeMembers());
+}
+
+void GroupsPage::showFacts(std::vector<MemberFacts> facts)
+{
+    if (facts.empty())
+        return;
+    const int group = m_memberModel->groupIndex();
+    m_groupModel->setFirstFilesExist(group, {facts.front().mark.exists});
+    m_memberModel->setFacts(std::move(facts));
+    factsChanged(group);
+    enableTools();
+}
+
+// Looks at the disk again: at the members of the group, and at the first file of every other.
+void GroupsPage::refresh()
+{
+    const int group = m_memberModel->groupIndex();
+    if (isRemoving() || group < 0)
+        return;
+    forgetFindings(group);
+    m_memberModel->membersChanged();
+    m_groupModel->groupChanged(group);
+    groupChanged(group);
+    enableTools();
+    m_readLater.start();
+    checkFirstFiles(false);
+}
+
+void GroupsPage::onItemChanged(const QItemSelection &, const QItemSelection &)
+{
+    memberSelected();
+}
+
+QList<int> GroupsPage::selectedMembers() const
+{
+    QList<int> rows;
+    for (const QModelIndex &row : m_memberView->selectionModel()->selectedRows())
+        rows.append(row.row());
+    std::sort(rows.begin(), rows.end());
+    return rows;
+}
+
+int GroupsPage::removableMember() const
+{
+    const QList<int> rows = selectedMembers();
+    const bool one = rows.size() == 1 && !groups().file(m_memberModel->groupIndex(), rows.first()).checked;
+    return one ? rows.first() : -1;
+}
+
+QStringList GroupsPage::selectedPaths() const
+{
+    QStringList paths;
+    for (const int row : selectedMembers())
+        if (const FileRecord &file = groups().file(m_memberModel->groupIndex(), row); !file.checked)
+            paths.append(file.fullPath());
+    return paths;
+}
+
+void GroupsPage::enableTools()
+{
+    const QList<int> rows = selectedMembers();
+    const bool offered = !isRemoving() && std::any_of(rows.cbegin(), rows.cend(), [this](int row) {
+        return !groups().file(m_memberModel->groupIndex(), row).checked;
+    });
+    const bool removable = !isBusy() && removableMember() >= 0;
+    m_toolBar->enable(offered, removable);
+    for (QAction *action : {m_openAction, m_explorerAction})
+        action->setEnabled(offered);
+    m_recycleAction->setEnabled(removable);
+    m_copyAction->setEnabled(!rows.isEmpty());
+}
+
+void GroupsPage::on_openButton_clicked()
+{
+    tell(openFiles(selectedPaths()));
+}
+
+void GroupsPage::on_explorerButton_clicked()
+{
+    tell(revealFiles(selectedPaths()));
+}
+
+void GroupsPage::tell(const OpenedSeveral &opened)
+{
+    if (!opened.notice.isEmpty())
+        showNotice(opened.failed ? NoticeBar::Kind::Warning : NoticeBar::Kind::Info, opened.notice);
+}
+
+void GroupsPage::copyPaths()
+{
+    QStringList paths;
+    for (const int row : selectedMembers())
+        paths.append(groups().file(m_memberModel->groupIndex(), row).fullPath());
+    if (!paths.isEmpty())
+        QGuiApplication::clipboard()->setText(paths.join(QLatin1Char('\n')));
+}
+
+void GroupsPage::showMemberMenu(const QPoint &where)
+{
+    if (!m_memberView->indexAt(where).isValid())
+        return;
+    auto *menu = new FLPopupMenu(m_memberView);
+    menu->setObjectName(QStringLiteral("memberMenu"));
+    for (QAction *action : {m_openAction, m_explorerAction, m_copyAction})
+        menu->addWithShortcut(action);
+    fillMemberMenu(menu);
+    menu->addSeparator();
+    menu->addWithShortcut(m_recycleAction);
+    menu->popup(m_memberView->viewport()->mapToGlobal(where));
+}
+
+void GroupsPage::showGroupMenu(FLPopupMenu *menu)
+{
+    fillGroupMenu(menu);
+    menu->addWithShortcut(m_refreshAction);
+}
+
+void GroupsPage::showNotice(NoticeBar::Kind kind, const QString &text, QAction *action)
+{
+    m_notice->showNotice(kind, text, action);
+}
+
+// The question has no owner window: without this the page behind it could be used meanwhile.
+void GroupsPage::setUsable(bool usable)
+{
+    m_toolBar->setEnabled(usable);
+    m_splitter->setEnabled(usable);
+}
+
+void GroupsPage::on_RecycleBinButton_clicked()
+{
+    const int member = isBusy() ? -1 : removableMember();
+    if (member < 0)
+        return;
+    // The group is not changed under the question. What was to come comes when it has ended.
+    m_list->hold();
+    m_readLater.stop();
+    m_reading.forget();
+    m_notice->hide();
+    m_removed = {m_memberModel->groupIndex(), member};
+    RemovalRequest request{m_root, m_groups->files(m_removed.group), static_cast<std::size_t>(member),
+                           m_memberModel->facts(member).value_or(MemberFacts()), contents()};
+    const FileRecord shown = request.file();
+    m_jobs.begin({.busyText = m_removalText}, [this] { m_removal->requestStop(); });
+    setUsable(false);
+    m_removal->start(std::move(request), [this, shown] {
+        return m_memberModel->groupIndex() == m_removed.group &&
+               m_groups->file(m_removed.group, m_removed.member) == shown;
+    });
+}
+
+void GroupsPage::afterRemoval(const RemovalResult &result)
+{
+    using Outcome = RemovalResult::Outcome;
+    if (!result.notice.isEmpty())
+        m_jobs.keepOpen();
+    m_jobs.end();
+    const bool moved = result.outcome == Outcome::Moved;
+    const bool marked = moved || (marksFailures() && result.outcome != Outcome::LeftAlone);
+    const bool shown = m_memberModel->groupIndex() == m_removed.group;
+    if (shown && moved)
+        m_memberModel->setGone(m_removed.member);
+    if (shown && !result.members.empty())
+        showFacts(result.members);
+    if (marked)
+        markRemoved(moved);
+    setUsable(true);
+    enableTools();
+    m_memberView->setFocus();
+    if (result.members.empty() || !shown)
+        m_readLater.start();
+    m_list->release();
+    if (moved)
+        showNotice(NoticeBar::Kind::Info,
+                   tr("%1 was moved to the recycle bin.")
+                       .arg(m_groups->file(m_removed.group, m_removed.member).fullPath()),
+                   m_openBin);
+    else if (!result.notice.isEmpty() && !(marked && result.outcome == Outcome::Failed)) // the row says so
+        showNotice(NoticeBar::Kind::Warning, result.notice);
+}
+
+void GroupsPage::markRemoved(bool moved)
+{
+    FileRecord &file = m_groups->file(m_removed.group, m_removed.member);
+    file.checked = true;
+    file.moved = moved;
+    if (m_memberModel->groupIndex() == m_removed.group)
+        m_memberModel->membersChanged();
+    if (moved && m_removed.member == 0)
+        m_groupModel->setFirstFilesExist(m_removed.group, {false});
+    m_groupModel->groupChanged(m_removed.group);
+    groupChanged(m_removed.group);
+}
+
+} // namespace duplicates
