@@ -16,6 +16,7 @@
 #include "automation/MyTrayIconForm.h"
 #include "automation/StayAwakeForm.h"
 #include "automation/TransparentTaskbarModuleForm.h"
+#include "automation/shortcuts/SmartShortcutForm.h"
 #include "widgets/FLWidget.h"
 
 #include <algorithm>
@@ -182,7 +183,8 @@ ModuleTable ModuleTable::suite()
          .icon = IMAGE("SmartShortcut48"),
          .buttonName = "smartShortcutButton",
          .panelText = QT_TR_NOOP("Smart Shortcut"),
-         .panelOrder = 11},
+         .panelOrder = 11,
+         .create = create<SmartShortcutForm>},
         {.id = 19,
          .cardTitle = QT_TR_NOOP("Stay Awake"),
          .cardName = "StayAwake",

@@ -44,6 +44,8 @@ const KNOWNFOLDERID &folderId(KnownFolder folder)
         return FOLDERID_System;
     case KnownFolder::Recent:
         return FOLDERID_Recent;
+    case KnownFolder::StartMenuPrograms:
+        return FOLDERID_Programs;
     case KnownFolder::Profile:
         break;
     }

@@ -21,7 +21,8 @@ enum class KnownFolder {
     LocalAppData,
     Windows,
     System,
-    Recent
+    Recent,
+    StartMenuPrograms
 };
 
 // The folder as the shell knows it, redirection included, native separators, no separator at the end. Does

@@ -6,6 +6,7 @@
 #include "platform/Icons.h"
 #include "platform/KnownFolders.h"
 #include "platform/Text.h"
+#include "platform/VersionText.h"
 
 #include <powrprof.h>
 #include <winspool.h>
@@ -150,28 +151,7 @@ QString WindowsMachine::findProgram(const QString &name)
 
 QString WindowsMachine::companyName(const QString &file)
 {
-    const DWORD size = GetFileVersionInfoSizeW(wide(file), nullptr);
-    std::vector<BYTE> block(size);
-    if (size == 0 || !GetFileVersionInfoW(wide(file), 0, size, block.data()))
-        return {};
-    struct Language {
-        WORD language;
-        WORD codePage;
-    };
-    void *value = nullptr;
-    UINT length = 0;
-    if (!VerQueryValueW(block.data(), L"\\VarFileInfo\\Translation", &value, &length) ||
-        length < sizeof(Language))
-        return {};
-    const Language language = *static_cast<const Language *>(value);
-    const QString name = QStringLiteral("\\StringFileInfo\\%1%2\\CompanyName")
-                             .arg(language.language, 4, 16, QLatin1Char('0'))
-                             .arg(language.codePage, 4, 16, QLatin1Char('0'));
-    if (!VerQueryValueW(block.data(), wide(name), &value, &length) || length == 0)
-        return {};
-    return fromWide(static_cast<const wchar_t *>(value), static_cast<qsizetype>(length))
-        .section(QChar(0), 0, 0)
-        .trimmed();
+    return platform::versionText(file, u"CompanyName");
 }
 
 } // namespace systeminfo
