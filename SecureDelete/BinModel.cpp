@@ -5,8 +5,6 @@
 #include "platform/FileTime.h"
 #include "widgets/Controls.h"
 
-#include <algorithm>
-
 namespace securedelete
 {
 
@@ -78,18 +76,11 @@ QVariant BinModel::headerData(int section, Qt::Orientation orientation, int role
 
 void BinModel::sort(int column, Qt::SortOrder order)
 {
-    emit layoutAboutToBeChanged();
-    const auto less = [column](const BinRow &a, const BinRow &b) {
-        if (column == Size)
-            return a.size < b.size;
-        if (column == Removed)
-            return a.removedTime < b.removedTime;
-        return text(a, column).compare(text(b, column), Qt::CaseInsensitive) < 0;
-    };
-    std::ranges::stable_sort(m_rows, [&](const BinRow &a, const BinRow &b) {
-        return order == Qt::AscendingOrder ? less(a, b) : less(b, a);
-    });
-    emit layoutChanged();
+    if (column == Size)
+        return sortRows(m_rows, order, [](const BinRow &row) { return row.size; });
+    if (column == Removed)
+        return sortRows(m_rows, order, [](const BinRow &row) { return row.removedTime; });
+    sortRows(m_rows, order, [column](const BinRow &row) { return text(row, column).toLower(); });
 }
 
 } // namespace securedelete

@@ -2,20 +2,19 @@
 #pragma once
 
 #include "SecureDelete/BinReader.h"
-
-#include <QAbstractTableModel>
+#include "SecureDelete/RowsModel.h"
 
 namespace securedelete
 {
 
-class BinModel : public QAbstractTableModel
+class BinModel : public RowsModel
 {
     Q_OBJECT
 
 public:
     enum Column { Name, Place, Size, Removed, ColumnCount };
 
-    using QAbstractTableModel::QAbstractTableModel;
+    using RowsModel::RowsModel;
 
     void setRows(std::vector<BinRow> rows);
     const std::vector<BinRow> &rows() const { return m_rows; }

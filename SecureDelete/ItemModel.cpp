@@ -4,7 +4,7 @@
 #include "core/SizeText.h"
 #include "widgets/Controls.h"
 
-#include <QSet>
+#include <QHash>
 
 #include <algorithm>
 #include <utility>
@@ -12,66 +12,125 @@
 namespace securedelete
 {
 
+namespace
+{
+
+// The same for two spellings of one path.
+QString keyOf(const ListRow &row)
+{
+    return row.row.item.path().toLower();
+}
+
+bool isWholeFolder(const ListRow &row)
+{
+    return !row.row.isFile && !row.row.item.isLink();
+}
+
+} // namespace
+
+// Whether it lies in a folder of the list, or of those that are being added.
+bool ItemModel::isCovered(const QString &key, const QSet<QString> &comingFolders) const
+{
+    for (qsizetype cut = key.lastIndexOf(u'\\'); cut > 0; cut = key.lastIndexOf(u'\\', cut - 1)) {
+        const QString folder = key.left(cut);
+        if (m_folders.contains(folder) || comingFolders.contains(folder))
+            return true;
+    }
+    return false;
+}
+
 int ItemModel::add(const std::vector<ListRow> &rows)
 {
-    QSet<QString> known;
-    QStringList folders;
-    for (const std::vector<ListRow> *list : {&std::as_const(m_rows), &rows}) {
-        for (const ListRow &row : *list) {
-            if (!row.row.isFile && !row.row.item.isLink())
-                folders.append(row.row.item.path().toLower() + u'\\');
-        }
-    }
-    const auto isCovered = [&](const QString &path) {
-        return std::ranges::any_of(folders, [&](const QString &folder) { return path.startsWith(folder); });
-    };
-    QList<int> covered;
-    for (const ListRow &row : m_rows) {
-        const QString path = row.row.item.path().toLower();
-        known.insert(path);
-        if (isCovered(path))
-            covered.append(row.id);
+    QSet<QString> folders;
+    for (const ListRow &row : rows) {
+        if (isWholeFolder(row))
+            folders.insert(keyOf(row));
     }
     std::vector<ListRow> added;
     for (const ListRow &row : rows) {
-        const QString path = row.row.item.path().toLower();
-        if (known.contains(path) || isCovered(path))
+        const QString key = keyOf(row);
+        if (m_known.contains(key) || isCovered(key, folders))
             continue;
-        known.insert(path);
+        m_known.insert(key);
         added.push_back(row);
+    }
+    QList<int> covered;
+    for (const ListRow &row : m_rows) {
+        if (!folders.isEmpty() && isCovered(keyOf(row), folders))
+            covered.append(row.id);
     }
     removeIds(covered);
     if (!added.empty()) {
         const int first = rowCount();
         beginInsertRows({}, first, first + static_cast<int>(added.size()) - 1);
         m_rows.insert(m_rows.end(), added.begin(), added.end());
+        for (const ListRow &row : added) {
+            if (isWholeFolder(row))
+                m_folders.insert(keyOf(row));
+        }
         endInsertRows();
     }
     return static_cast<int>(rows.size() - added.size());
 }
 
-void ItemModel::setCounts(int id, quint64 files, quint64 bytes, bool complete)
+void ItemModel::setCounts(const std::vector<FolderCount> &counts)
 {
-    const auto found = std::ranges::find(m_rows, id, &ListRow::id);
-    if (found == m_rows.end())
-        return;
-    found->files = files;
-    found->bytes = bytes;
-    found->counted = true;
-    found->remarks.setFlag(Remark::Unreadable, !complete);
-    const int row = static_cast<int>(found - m_rows.begin());
-    emit dataChanged(index(row, 0), index(row, ColumnCount - 1));
+    QHash<int, const FolderCount *> byId;
+    for (const FolderCount &count : counts)
+        byId.insert(count.id, &count);
+    int first = rowCount();
+    int last = -1;
+    for (int row = 0; row < rowCount(); ++row) {
+        ListRow &counted = m_rows[static_cast<std::size_t>(row)];
+        const FolderCount *count = byId.value(counted.id);
+        if (!count)
+            continue;
+        counted.files = count->files;
+        counted.bytes = count->bytes;
+        counted.counted = true;
+        counted.remarks.setFlag(Remark::Unreadable, !count->complete);
+        first = qMin(first, row);
+        last = row;
+    }
+    if (last >= 0)
+        emit dataChanged(index(first, 0), index(last, ColumnCount - 1));
 }
 
+// Neighbours go in one step. What lies scattered all over a long list goes with one reset.
 void ItemModel::removeIds(const QList<int> &ids)
 {
-    const QSet<int> gone(ids.begin(), ids.end());
-    for (int row = rowCount() - 1; row >= 0; --row) {
-        if (!gone.contains(m_rows[static_cast<std::size_t>(row)].id))
+    QSet<int> gone(ids.begin(), ids.end());
+    constexpr int maxSteps = 200;
+    int steps = 0;
+    for (int last = rowCount() - 1; last >= 0 && !gone.isEmpty() && steps < maxSteps; --last) {
+        const auto goes = [&](int row) { return gone.remove(m_rows[static_cast<std::size_t>(row)].id); };
+        if (!goes(last))
             continue;
-        beginRemoveRows({}, row, row);
-        m_rows.erase(m_rows.begin() + row);
+        int first = last;
+        while (first > 0 && goes(first - 1))
+            --first;
+        beginRemoveRows({}, first, last);
+        forget(m_rows.begin() + first, m_rows.begin() + last + 1);
+        m_rows.erase(m_rows.begin() + first, m_rows.begin() + last + 1);
         endRemoveRows();
+        last = first;
+        ++steps;
+    }
+    if (gone.isEmpty() || steps < maxSteps)
+        return;
+    beginResetModel();
+    const auto stay =
+        std::ranges::stable_partition(m_rows, [&](const ListRow &row) { return !gone.contains(row.id); });
+    forget(stay.begin(), stay.end());
+    m_rows.erase(stay.begin(), stay.end());
+    endResetModel();
+}
+
+void ItemModel::forget(Rows::const_iterator first, Rows::const_iterator last)
+{
+    for (; first != last; ++first) {
+        m_known.remove(keyOf(*first));
+        m_folders.remove(keyOf(*first));
     }
 }
 
@@ -79,6 +138,8 @@ void ItemModel::clear()
 {
     beginResetModel();
     m_rows.clear();
+    m_known.clear();
+    m_folders.clear();
     endResetModel();
 }
 
@@ -173,18 +234,16 @@ QVariant ItemModel::headerData(int section, Qt::Orientation orientation, int rol
 
 void ItemModel::sort(int column, Qt::SortOrder order)
 {
-    emit layoutAboutToBeChanged();
-    const auto less = [&](const ListRow &a, const ListRow &b) {
-        if (column == Size)
-            return a.bytes < b.bytes;
-        if (column == Files)
-            return a.files < b.files;
-        return text(a, column).compare(text(b, column), Qt::CaseInsensitive) < 0;
-    };
-    std::ranges::stable_sort(m_rows, [&](const ListRow &a, const ListRow &b) {
-        return order == Qt::AscendingOrder ? less(a, b) : less(b, a);
-    });
-    emit layoutChanged();
+    switch (column) {
+    case Size:
+        return sortRows(m_rows, order, [](const ListRow &row) { return row.bytes; });
+    case Files:
+        return sortRows(m_rows, order, [](const ListRow &row) { return row.files; });
+    case Notes: // rows with the same remarks together
+        return sortRows(m_rows, order, [](const ListRow &row) { return row.remarks.toInt(); });
+    default:
+        return sortRows(m_rows, order, [&](const ListRow &row) { return text(row, column).toLower(); });
+    }
 }
 
 QString ItemModel::remarksText(Remarks remarks)

@@ -2,9 +2,9 @@
 #pragma once
 
 #include "SecureDelete/ItemReader.h"
+#include "SecureDelete/RowsModel.h"
 
-#include <QAbstractTableModel>
-#include <QCoreApplication>
+#include <QSet>
 
 namespace securedelete
 {
@@ -20,19 +20,19 @@ struct ItemTotals {
 };
 
 // The files and folders that are to be destroyed, each once, in the order in which they were added.
-class ItemModel : public QAbstractTableModel
+class ItemModel : public RowsModel
 {
     Q_OBJECT
 
 public:
     enum Column { Name, Folder, Kind, Size, Files, Notes, ColumnCount };
 
-    using QAbstractTableModel::QAbstractTableModel;
+    using RowsModel::RowsModel;
 
     // Leaves out what is in the list already, also inside a folder of it; returns the number of these. A
     // folder takes the place of rows inside it.
     int add(const std::vector<ListRow> &rows);
-    void setCounts(int id, quint64 files, quint64 bytes, bool complete);
+    void setCounts(const std::vector<FolderCount> &counts);
     void removeIds(const QList<int> &ids);
     void clear();
 
@@ -48,9 +48,15 @@ public:
     static QString remarksText(Remarks remarks);
 
 private:
+    using Rows = std::vector<ListRow>;
+
+    bool isCovered(const QString &key, const QSet<QString> &comingFolders) const;
+    void forget(Rows::const_iterator first, Rows::const_iterator last);
     QString text(const ListRow &row, int column) const;
 
-    std::vector<ListRow> m_rows;
+    Rows m_rows;
+    QSet<QString> m_known;   // paths of all rows, in lower case
+    QSet<QString> m_folders; // those of folders that are destroyed with all that is in them
 };
 
 } // namespace securedelete

@@ -4,7 +4,10 @@
 #include "SecureDelete/Texts.h"
 #include "SecureDelete/Win32Disk.h"
 #include "core/FolderWalk.h"
+#include "platform/HandleFacts.h"
 #include "platform/Paths.h"
+
+#include <QElapsedTimer>
 
 namespace securedelete
 {
@@ -61,6 +64,7 @@ ItemReader::ItemReader(QStringList paths, int firstId, MediumOf mediumOf)
 
 void ItemReader::work()
 {
+    Win32Disk disk;
     std::vector<ListRow> folders;
     std::vector<ListRow> rows;
     int id = m_firstId;
@@ -71,7 +75,7 @@ void ItemReader::work()
     for (const QString &path : m_paths) {
         if (stopRequested())
             return;
-        std::optional<ListRow> row = read(core::walkRoot(path));
+        std::optional<ListRow> row = read(disk, core::walkRoot(path));
         if (!row) {
             m_refused.append(path);
             continue;
@@ -85,71 +89,94 @@ void ItemReader::work()
             tell();
     }
     tell();
-    for (const ListRow &row : folders)
-        count(row);
+    countAll(folders);
 }
 
-std::optional<ListRow> ItemReader::read(const QString &path)
+// One of a folder's files after the other: what the folder is asked for once serves them all.
+std::optional<ListRow> ItemReader::read(Win32Disk &disk, const QString &path)
 {
     const QString shown = platform::shownPath(path);
     const qsizetype cut = shown.lastIndexOf(u'\\');
     if (cut < 0 || platform::isDriveRoot(shown))
         return std::nullopt;
     const QString folder = shown.left(cut);
-    std::optional<Item> item = Win32Disk().find(folder, folder, shown.mid(cut + 1));
+    const std::optional<Item> item = disk.find(folder, folder, shown.mid(cut + 1));
     if (!item)
         return std::nullopt;
     ListRow row;
-    quint32 links = 1;
-    // Opening it would fetch a file that is kept in a cloud store.
-    if (!core::isPlaceholder(item->attributes) && !item->isLink()) {
-        if (const auto facts = platform::fileFacts(shown)) {
-            item->identity = facts->identity;
-            links = item->isFolder() ? 1 : facts->linkCount;
-        }
-    }
     row.row = {*item, !item->isFolder()};
-    row.remarks = remarksOf(*item, links);
-    row.medium = m_mediumOf(folder);
+    row.remarks = remarksOf(disk, row);
+    row.medium = mediumOf(folder);
     row.counted = row.row.isFile || item->isLink();
     row.files = row.row.isFile ? 1 : 0;
     row.bytes = item->isLink() ? 0 : item->size;
     return row;
 }
 
-Remarks ItemReader::remarksOf(const Item &item, quint32 links) const
+platform::Medium ItemReader::mediumOf(const QString &folder)
+{
+    if (folder != m_folder || m_folder.isEmpty())
+        m_medium = m_mediumOf(folder);
+    m_folder = folder;
+    return m_medium;
+}
+
+// Notes the identity as well, where the item can be opened: opening would fetch a file that is kept in a
+// cloud store.
+Remarks ItemReader::remarksOf(Win32Disk &disk, ListRow &row) const
 {
     constexpr quint32 transformed = 0x200 | 0x800 | 0x4000; // sparse, compressed, encrypted
+    Item &item = row.row.item;
     Remarks remarks;
     remarks.setFlag(Remark::Link, item.isLink());
-    remarks.setFlag(Remark::OtherNames, links > 1);
     remarks.setFlag(Remark::Transformed, !item.isFolder() && (item.attributes & transformed) != 0);
     remarks.setFlag(Remark::InCloud, core::isPlaceholder(item.attributes));
     remarks.setFlag(Remark::CloudFolder, liesInCloudFolder(item.path()));
     remarks.setFlag(Remark::ReadOnly, !item.isFolder() && (item.attributes & core::AttributeReadOnly) != 0);
-    Win32Disk disk;
     remarks.setFlag(Remark::Protected, disk.isProtected(item));
-    if (item.isFolder() || remarks.testFlag(Remark::InCloud) || item.isLink())
+    if (remarks.testFlag(Remark::InCloud) || item.isLink())
         return remarks;
-    const platform::ListedItem listed{item.name, platform::ItemKind::File, item.size, item.lastWriteTime,
-                                      item.identity};
-    const Guarded state = disk.folder(item).open(listed, platform::GuardedFolder::Access::Remove).state();
-    remarks.setFlag(Remark::InUse, state == Guarded::InUse);
-    remarks.setFlag(Remark::Elsewhere, state == Guarded::ThroughLink);
-    remarks.setFlag(Remark::Unreadable, state == Guarded::Denied);
+    const platform::GuardedFolder &folder = disk.folder(item);
+    using Access = platform::GuardedFolder::Access;
+    const platform::ListedItem listed{item.name,
+                                      item.isFolder() ? platform::ItemKind::Folder : platform::ItemKind::File,
+                                      item.size, item.lastWriteTime};
+    platform::GuardedItem opened = folder.open(listed, item.isFolder() ? Access::Look : Access::Remove);
+    remarks.setFlag(Remark::Elsewhere, opened.state() == Guarded::ThroughLink);
+    remarks.setFlag(Remark::InUse, opened.state() == Guarded::InUse);
+    remarks.setFlag(Remark::Unreadable, opened.state() == Guarded::Denied);
+    if (opened.state() != Guarded::Done)
+        opened = folder.open(listed, Access::Look);
+    item.identity = folder.identityOf(opened);
+    if (opened.state() != Guarded::Done || item.isFolder())
+        return remarks;
+    if (const auto facts = platform::quickFactsOf(opened.handle()))
+        remarks.setFlag(Remark::OtherNames, facts->linkCount > 1);
     return remarks;
 }
 
-void ItemReader::count(const ListRow &row)
+void ItemReader::countAll(const std::vector<ListRow> &folders)
 {
-    if (stopRequested())
-        return;
+    constexpr int pause = 50; // ms
+    std::vector<FolderCount> counts;
+    QElapsedTimer sinceTold;
+    for (const ListRow &row : folders) {
+        counts.push_back(count(row));
+        if (stopRequested())
+            return;
+        if (&row != &folders.back() && sinceTold.isValid() && sinceTold.elapsed() < pause)
+            continue;
+        deliver([this, told = std::exchange(counts, {})] { emit foldersCounted(told); });
+        sinceTold.start();
+    }
+}
+
+FolderCount ItemReader::count(const ListRow &row) const
+{
     platform::Win32Enumerator enumerator;
     Count count;
     core::walkFolders(core::walkRoot(row.row.item.path()), enumerator, count, cancelFlag());
-    if (!stopRequested())
-        deliver(
-            [this, id = row.id, count] { emit folderCounted(id, count.files, count.bytes, count.complete); });
+    return {row.id, count.files, count.bytes, count.complete};
 }
 
 } // namespace securedelete

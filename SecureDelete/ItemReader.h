@@ -42,6 +42,16 @@ struct ListRow {
     bool mayBeShredded() const { return !(remarks & (Remarks(Remark::Protected) | Remark::InCloud)); }
 };
 
+class Win32Disk;
+
+// What a folder of the list holds.
+struct FolderCount {
+    int id = 0; // of its row
+    quint64 files = 0;
+    quint64 bytes = 0;
+    bool complete = true; // no folder in it was left out
+};
+
 // Reads what was added, and counts what the folders hold, without entering links. Rows keep the ids that they
 // are given in their order, from `firstId`.
 class ItemReader : public core::WorkerThread
@@ -58,19 +68,24 @@ public:
 
 signals:
     void rowsRead(const std::vector<securedelete::ListRow> &rows);
-    void folderCounted(int id, quint64 files, quint64 bytes, bool complete);
+    // Several at a time when they come fast.
+    void foldersCounted(const std::vector<securedelete::FolderCount> &counts);
 
 protected:
     void work() override;
 
 private:
-    std::optional<ListRow> read(const QString &path);
-    Remarks remarksOf(const Item &item, quint32 links) const;
-    void count(const ListRow &row);
+    std::optional<ListRow> read(Win32Disk &disk, const QString &path);
+    Remarks remarksOf(Win32Disk &disk, ListRow &row) const;
+    platform::Medium mediumOf(const QString &folder);
+    void countAll(const std::vector<ListRow> &folders);
+    FolderCount count(const ListRow &row) const;
 
     const QStringList m_paths;
     const int m_firstId;
     const MediumOf m_mediumOf;
+    QString m_folder; // of the item that was read last, and its medium
+    platform::Medium m_medium = platform::Medium::Unknown;
     QStringList m_refused;
 };
 

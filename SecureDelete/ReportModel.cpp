@@ -11,8 +11,42 @@
 namespace securedelete
 {
 
+namespace
+{
+
+constexpr std::size_t maxSortedAtOnce = 2'000;
+
+// See RowsModel::reorder().
+std::vector<int> sortedPlaces(const std::vector<ShredRecord> &records, const std::vector<std::size_t> &rows,
+                              ReportModel::Column column, Qt::SortOrder order)
+{
+    const auto compare = [&](const ShredRecord &a, const ShredRecord &b) {
+        switch (column) {
+        case ReportModel::Column::Result:
+            return static_cast<int>(a.destroyed) - static_cast<int>(b.destroyed);
+        case ReportModel::Column::Item:
+            return a.path.compare(b.path, Qt::CaseInsensitive);
+        case ReportModel::Column::Size:
+            return a.size < b.size ? -1 : static_cast<int>(a.size > b.size);
+        case ReportModel::Column::Remark:
+            break;
+        }
+        return static_cast<int>(a.fault) - static_cast<int>(b.fault);
+    };
+    std::vector<int> places(rows.size());
+    std::iota(places.begin(), places.end(), 0);
+    std::ranges::stable_sort(places, [&](int a, int b) {
+        const int result =
+            compare(records[rows[static_cast<std::size_t>(a)]], records[rows[static_cast<std::size_t>(b)]]);
+        return order == Qt::AscendingOrder ? result < 0 : result > 0;
+    });
+    return places;
+}
+
+} // namespace
+
 ReportModel::ReportModel(Records records, QObject *parent)
-    : QAbstractTableModel(parent),
+    : RowsModel(parent),
       m_records(std::move(records)),
       m_order(m_records->size())
 {
@@ -73,28 +107,18 @@ QVariant ReportModel::headerData(int section, Qt::Orientation orientation, int r
     return tr("What Happened");
 }
 
+// Long reports are put in order on a thread.
 void ReportModel::sort(int column, Qt::SortOrder order)
 {
-    emit layoutAboutToBeChanged();
-    const auto less = [&](std::size_t a, std::size_t b) {
-        const ShredRecord &first = (*m_records)[a];
-        const ShredRecord &second = (*m_records)[b];
-        switch (static_cast<Column>(column)) {
-        case Column::Result:
-            return first.destroyed < second.destroyed;
-        case Column::Item:
-            return first.path.compare(second.path, Qt::CaseInsensitive) < 0;
-        case Column::Size:
-            return first.size < second.size;
-        case Column::Remark:
-            break;
-        }
-        return first.fault < second.fault;
+    const auto places = [records = m_records, rows = m_order, column = static_cast<Column>(column), order] {
+        return sortedPlaces(*records, rows, column, order);
     };
-    std::ranges::stable_sort(m_order, [&](std::size_t a, std::size_t b) {
-        return order == Qt::AscendingOrder ? less(a, b) : less(b, a);
-    });
-    emit layoutChanged();
+    m_sorting.forget();
+    if (m_order.size() <= maxSortedAtOnce)
+        reorder(m_order, places());
+    else
+        m_sorting.ask([places](const core::Asking &) { return places(); },
+                      [this](const std::vector<int> &sorted) { reorder(m_order, sorted); });
 }
 
 } // namespace securedelete

@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
+#include "SecureDelete/RowsModel.h"
 #include "SecureDelete/engine/Shred.h"
-
-#include <QAbstractTableModel>
+#include "core/LatestAnswer.h"
 
 #include <memory>
 #include <vector>
@@ -14,7 +14,7 @@ namespace securedelete
 using Records = std::shared_ptr<const std::vector<ShredRecord>>;
 
 // What became of each item. What was left comes first.
-class ReportModel : public QAbstractTableModel
+class ReportModel : public RowsModel
 {
     Q_OBJECT
 
@@ -35,6 +35,7 @@ private:
 
     Records m_records;
     std::vector<std::size_t> m_order;
+    core::LatestAnswer m_sorting;
 };
 
 } // namespace securedelete

@@ -116,6 +116,6 @@ void SecureDeleteBinPage::onReaderDone()
 void SecureDeleteBinPage::enableButtons()
 {
     m_refresh->setEnabled(!isReading());
-    m_deleteSelected->setEnabled(!isReading() && !m_list->selected().isEmpty());
+    m_deleteSelected->setEnabled(!isReading() && m_list->view()->selectionModel()->hasSelection());
     m_empty->setEnabled(!isReading() && !m_model->rows().empty());
 }

@@ -113,6 +113,10 @@ void SecureDeleteForm::connectAll()
     connect(m_list, &SecureDeleteListPage::told, this,
             [this](const QString &notice) { m_notice->showNotice(NoticeBar::Kind::Info, notice); });
     connect(m_bin, &SecureDeleteBinPage::deleteRequested, this, &SecureDeleteForm::deleteFromBin);
+    constexpr int pause = 100; // ms
+    m_removeDestroyed.setSingleShot(true);
+    m_removeDestroyed.setInterval(pause);
+    connect(&m_removeDestroyed, &QTimer::timeout, this, &SecureDeleteForm::removeDestroyed);
 }
 
 void SecureDeleteForm::addPaths(const QStringList &paths)
@@ -247,16 +251,27 @@ void SecureDeleteForm::handleScanCancel()
     m_jobs.cancel();
 }
 
+// Off the list several at a time: it is counted anew each time, and small files go by the thousand.
 void SecureDeleteForm::onRowDestroyed(int row)
 {
-    if (row < m_rowIds.size())
-        m_list->model().removeIds({m_rowIds[row]});
+    if (row >= m_rowIds.size())
+        return;
+    m_destroyedIds.append(m_rowIds[row]);
+    if (!m_removeDestroyed.isActive())
+        m_removeDestroyed.start();
+}
+
+void SecureDeleteForm::removeDestroyed()
+{
+    m_removeDestroyed.stop();
+    m_list->model().removeIds(std::exchange(m_destroyedIds, {}));
 }
 
 // The report follows when the host has let go of the thread.
 void SecureDeleteForm::onDeleteFinish()
 {
     m_steps = m_totalSteps;
+    removeDestroyed();
 }
 
 void SecureDeleteForm::showReport(SecureDeleteThread &thread)

@@ -8,6 +8,8 @@
 #include "widgets/FLWidget.h"
 #include "widgets/JobHost.h"
 
+#include <QTimer>
+
 #include <functional>
 
 class DropFrame;
@@ -67,6 +69,7 @@ private:
     QString questionText(const QString &what, quint64 files, quint64 bytes) const;
     void start(SecureDeleteJob job, QList<int> rowIds);
     void onRowDestroyed(int row);
+    void removeDestroyed();
     void showReport(SecureDeleteThread &thread);
     void showStartPage();
     void saveReport(const QString &file, const securedelete::ReportOptions &options);
@@ -84,8 +87,10 @@ private:
     SecureDeleteBinPage *m_bin = nullptr;
     ScanPage *m_progress = nullptr;
     SecureDeleteReportPage *m_report = nullptr;
-    QList<int> m_rowIds; // of the list, by the row of the job that runs
-    QString m_method;    // of the job that runs, with its passes
+    QList<int> m_rowIds;       // of the list, by the row of the job that runs
+    QList<int> m_destroyedIds; // still on the list
+    QTimer m_removeDestroyed;
+    QString m_method; // of the job that runs, with its passes
     int m_steps = 0;
     int m_totalSteps = 0;
     JobHost m_jobs;

@@ -37,7 +37,7 @@ SecureDeleteListPage::SecureDeleteListPage(ItemReader::MediumOf mediumOf, QWidge
     buildList();
     buildBottom();
     connect(m_list, &ResultView::selectionChanged, this,
-            [this] { m_remove->setEnabled(!m_list->selected().isEmpty()); });
+            [this] { m_remove->setEnabled(m_list->view()->selectionModel()->hasSelection()); });
     for (const auto signal : {&QAbstractItemModel::rowsInserted, &QAbstractItemModel::rowsRemoved})
         connect(m_model, signal, this, &SecureDeleteListPage::showTotals);
     connect(m_model, &QAbstractItemModel::modelReset, this, &SecureDeleteListPage::showTotals);
@@ -139,7 +139,7 @@ void SecureDeleteListPage::readNext()
     m_nextId += static_cast<int>(m_waiting.size());
     m_reader.reset(new ItemReader(std::exchange(m_waiting, {}), firstId, m_mediumOf));
     connect(m_reader.get(), &ItemReader::rowsRead, this, &SecureDeleteListPage::takeRows);
-    connect(m_reader.get(), &ItemReader::folderCounted, m_model, &ItemModel::setCounts);
+    connect(m_reader.get(), &ItemReader::foldersCounted, m_model, &ItemModel::setCounts);
     connect(m_reader.get(), &ItemReader::done, this, &SecureDeleteListPage::onReaderDone);
     m_reader->start();
     showTotals();

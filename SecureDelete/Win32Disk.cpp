@@ -2,7 +2,7 @@
 #include "SecureDelete/Win32Disk.h"
 
 #include "SecureDelete/Texts.h"
-#include "platform/FileWriter.h"
+#include "SecureDelete/WriterTarget.h"
 #include "platform/HandleFacts.h"
 #include "platform/Paths.h"
 #include "platform/ProtectedPlaces.h"
@@ -23,18 +23,6 @@ using platform::GuardedFolder;
 using platform::GuardedItem;
 using platform::ItemKind;
 using platform::ListedItem;
-
-class WriterTarget : public Target
-{
-public:
-    explicit WriterTarget(platform::FileWriter writer) : m_writer(writer) {}
-    bool moveTo(quint64 position) override { return m_writer.moveTo(position); }
-    bool moveBack(quint64 bytes) override { return m_writer.moveBack(bytes); }
-    quint64 write(const char *data, quint64 bytes) override { return m_writer.write(data, bytes); }
-
-private:
-    platform::FileWriter m_writer;
-};
 
 class Win32File : public DoomedFile
 {

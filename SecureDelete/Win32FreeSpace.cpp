@@ -1,8 +1,9 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "SecureDelete/Win32FreeSpace.h"
 
+#include "SecureDelete/WriterTarget.h"
 #include "core/FolderWalk.h"
-#include "platform/FileWriter.h"
+#include "platform/Guard.h"
 #include "platform/Paths.h"
 #include "platform/Win32Enumerator.h"
 
@@ -27,21 +28,6 @@ bool isOurFile(const QString &name)
     static const QRegularExpression ours(QStringLiteral("^free space [0-9]{6}\\.tmp$"));
     return ours.match(name).hasMatch();
 }
-
-class OpenFile : public Target
-{
-public:
-    explicit OpenFile(QFile &file) : m_file(file) {}
-    bool moveTo(quint64 position) override { return m_file.seek(static_cast<qint64>(position)); }
-    bool moveBack(quint64 bytes) override { return m_file.seek(m_file.pos() - static_cast<qint64>(bytes)); }
-    quint64 write(const char *data, quint64 bytes) override
-    {
-        return static_cast<quint64>(qMax<qint64>(m_file.write(data, static_cast<qint64>(bytes)), 0));
-    }
-
-private:
-    QFile &m_file;
-};
 
 } // namespace
 
@@ -69,19 +55,19 @@ quint64 Win32FreeSpace::freeBytes()
 Target *Win32FreeSpace::newFile(int number)
 {
     m_target.reset();
-    m_file.close();
-    m_file.setFileName(m_path + u'\\' + fileName(number));
-    // Unbuffered: what is counted is on its way to the drive.
-    if (!m_file.open(QIODevice::WriteOnly | QIODevice::NewOnly | QIODevice::Unbuffered))
+    // Write-through: bytes that wait in memory when their file is removed never reach the drive.
+    m_file.reset(CreateFileW(platform::apiPath(m_path + u'\\' + fileName(number)).c_str(), GENERIC_WRITE, 0,
+                             nullptr, CREATE_NEW, FILE_FLAG_WRITE_THROUGH, nullptr));
+    if (!m_file)
         return nullptr;
-    m_target = std::make_unique<OpenFile>(m_file);
+    m_target = std::make_unique<WriterTarget>(platform::FileWriter(m_file.get()));
     return m_target.get();
 }
 
 bool Win32FreeSpace::removeAll()
 {
     m_target.reset();
-    m_file.close();
+    m_file.reset();
     return removeLeftOver(m_path);
 }
 

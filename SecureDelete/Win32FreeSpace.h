@@ -2,9 +2,7 @@
 #pragma once
 
 #include "SecureDelete/engine/FreeSpace.h"
-#include "platform/Guard.h"
-
-#include <QFile>
+#include "platform/Handle.h"
 
 #include <memory>
 
@@ -35,7 +33,7 @@ private:
     const QString m_place;
     const QString m_path;
     std::unique_ptr<Target> m_target;
-    QFile m_file;
+    platform::FileHandle m_file;
 };
 
 } // namespace securedelete

@@ -89,6 +89,8 @@ void TrackCleanerForm::startScan(const ItemFlags &items)
     options.keepUsedToday = m_keepUsedToday->isChecked();
     options.readAheadThreads = platform::osIdleCores();
     auto *scan = new TrackCleanerThread(options, m_locations);
+    if (m_found)
+        scan->goOnFrom(m_found, m_leftOut);
     using Scan = TrackCleanerThread;
     using Form = TrackCleanerForm;
     connect(scan, &Scan::fileExplorerRecentFilesFinish, this, &Form::onFileExplorerRecentFilesScanFinish);
@@ -113,22 +115,16 @@ void TrackCleanerForm::startScan(const ItemFlags &items)
     job.progress = [this, title](const core::ScanProgress &progress) {
         showProgress(title, progress, false);
     };
-    m_jobs.start(std::move(job), scan, [this, items](Scan &ended) { takeScan(ended, items); });
+    m_jobs.start(std::move(job), scan, [this](Scan &ended) { takeScan(ended); });
     showProgress(title, {}, false);
     showState();
 }
 
-// A look replaces the lists of its items and leaves those of the others.
-void TrackCleanerForm::takeScan(const TrackCleanerThread &scan, const ItemFlags &items)
+void TrackCleanerForm::takeScan(const TrackCleanerThread &scan)
 {
     if (scan.result()) {
-        auto merged = std::make_shared<tracks::ScanResult>(*scan.result());
-        for (const ItemRow *row : m_rows) {
-            if (m_found && !items[tracks::indexOf(row->item())])
-                (*merged)[row->item()] = (*m_found)[row->item()];
-        }
-        m_leftOut = m_found ? tracks::carriedOver(*m_found, m_leftOut, *merged) : tracks::LeftOut{};
-        m_found = std::move(merged);
+        m_found = scan.result();
+        m_leftOut = scan.leftOut();
     } else {
         m_notice->showNotice(NoticeBar::Kind::Error, scan.error());
     }

@@ -85,7 +85,7 @@ private:
     void loadSettings();
 
     void startScan(const tracks::ItemFlags &items);
-    void takeScan(const TrackCleanerThread &scan, const tracks::ItemFlags &items);
+    void takeScan(const TrackCleanerThread &scan);
     void startClearing(tracks::ClearPlan plan);
     void takeClearing(const TrackCleanerClearThread &clearing);
     bool mayLoseRegistryEntries();

@@ -15,14 +15,28 @@ TrackCleanerThread::TrackCleanerThread(tracks::ScanOptions options, LocationRead
     connect(this, &WorkerThread::done, this, &TrackCleanerThread::processFinish);
 }
 
+void TrackCleanerThread::goOnFrom(std::shared_ptr<const tracks::ScanResult> found, tracks::LeftOut leftOut)
+{
+    m_former = std::move(found);
+    m_formerLeftOut = std::move(leftOut);
+}
+
 void TrackCleanerThread::work()
 {
     m_options.locations = m_locations();
     m_options.now = tracks::currentFileTime();
     tracks::WindowsRegistry registry;
     tracks::WindowsRights rights;
-    m_result = std::make_shared<const tracks::ScanResult>(tracks::scanTraces(
+    auto found = std::make_shared<tracks::ScanResult>(tracks::scanTraces(
         m_options, {m_enumerator, platform::fileProbe(), registry, rights}, *this, cancelFlag()));
+    if (m_former) {
+        for (std::size_t item = 0; item < tracks::itemCount; ++item) {
+            if (!m_options.items[item])
+                found->items[item] = m_former->items[item];
+        }
+        m_leftOut = tracks::carriedOver(*m_former, m_formerLeftOut, *found);
+    }
+    m_result = std::move(found);
 }
 
 void TrackCleanerThread::folderEntered(const QString &path)

@@ -21,8 +21,13 @@ public:
     // Locations and time of `options` are filled in by the thread.
     TrackCleanerThread(tracks::ScanOptions options, LocationReader locations);
 
+    // Before start(): the lists of the items that are not looked at are kept, and what was left out of the
+    // others is left out again.
+    void goOnFrom(std::shared_ptr<const tracks::ScanResult> found, tracks::LeftOut leftOut);
+
     // After processFinish(); null when the job failed.
     const std::shared_ptr<const tracks::ScanResult> &result() const { return m_result; }
+    const tracks::LeftOut &leftOut() const { return m_leftOut; }
 
 signals:
     // For every folder and trace, on this thread: take them through a core::ProgressRelay.
@@ -55,5 +60,8 @@ private:
     tracks::ScanOptions m_options;
     LocationReader m_locations;
     platform::Win32Enumerator m_enumerator;
+    std::shared_ptr<const tracks::ScanResult> m_former;
+    tracks::LeftOut m_formerLeftOut;
     std::shared_ptr<const tracks::ScanResult> m_result;
+    tracks::LeftOut m_leftOut;
 };

@@ -28,10 +28,9 @@ private:
     std::unique_ptr<QTemporaryDir> m_folder;
 };
 
-// Empty files, 500 in a folder.
-inline void makeTree(const std::wstring &root, int files)
+// Empty files.
+inline void makeTree(const std::wstring &root, int files, int filesInAFolder = 500)
 {
-    constexpr int filesInAFolder = 500;
     std::wstring folder;
     for (int index = 0; index < files; ++index) {
         if (index % filesInAFolder == 0) {

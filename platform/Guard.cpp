@@ -154,11 +154,8 @@ Guarded GuardedFolder::compare(HANDLE file, const ListedItem &item, Access acces
                       (facts->size == item.size && facts->lastWriteTime == item.lastWriteTime);
     if (!same || (item.number && fileNumberOf(file) != item.number))
         return Guarded::Changed;
-    if (item.identity) {
-        const std::optional<core::FileFacts> whole = factsOf(file);
-        if (!whole || whole->identity != item.identity)
-            return Guarded::Changed;
-    }
+    if (item.identity && identityOf(file) != item.identity)
+        return Guarded::Changed;
     if (access == Access::Look)
         return Guarded::Done;
     if (core::isPlaceholder(facts->attributes))
@@ -170,6 +167,25 @@ Guarded GuardedFolder::compare(HANDLE file, const ListedItem &item, Access acces
                    Protection::Holds
                ? Guarded::Protected
                : Guarded::Done;
+}
+
+std::optional<core::FileIdentity> GuardedFolder::identityOf(const GuardedItem &item) const
+{
+    return item.state() == Guarded::Done ? identityOf(item.handle()) : std::nullopt;
+}
+
+// What was opened by one name in the held folder, and is no link, lies on the folder's volume.
+std::optional<core::FileIdentity> GuardedFolder::identityOf(HANDLE file) const
+{
+    if (!m_identity) {
+        const std::optional<core::FileFacts> facts = factsOf(m_folder.get());
+        m_identity = facts && facts->identity ? *facts->identity : core::FileIdentity();
+    }
+    const std::optional<quint64> number = fileNumberOf(file);
+    if (number && *m_identity != core::FileIdentity())
+        return core::FileIdentity{m_identity->volume, *number};
+    const std::optional<core::FileFacts> facts = factsOf(file);
+    return facts ? facts->identity : std::nullopt;
 }
 
 // Wine opens what a link leads to, whatever it is asked for; there only this keeps a verb from it.

@@ -133,8 +133,12 @@ public:
     GuardedItem open(const ListedItem &item, Access access) const;
     // The same as open() with Remove and erase(), and the cheapest way to it: four calls an item.
     Guarded erase(const ListedItem &item) const;
+    // Disk. Of an item that was opened here. The volume is the folder's, and asked for once: an item's own
+    // answer costs many times as much.
+    std::optional<core::FileIdentity> identityOf(const GuardedItem &item) const;
 
 private:
+    std::optional<core::FileIdentity> identityOf(HANDLE file) const;
     Guarded check(const GuardedRoot &root);
     Guarded compare(HANDLE file, const ListedItem &item, Access access) const;
     bool liesHere(HANDLE file, QStringView name) const;
@@ -143,6 +147,7 @@ private:
     FileHandle m_folder;
     HeldFile::Form m_form = HeldFile::Form::Drive;
     std::wstring m_finalPath; // of the folder in that form, with a separator at the end
+    mutable std::optional<core::FileIdentity> m_identity; // of the folder, when it was asked for
     Guarded m_state;
 };
 
