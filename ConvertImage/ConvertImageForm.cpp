@@ -6,7 +6,6 @@
 #include "ConvertImage/FindSources.h"
 #include "ConvertImage/PrepareRun.h"
 #include "ConvertImage/engine/Targets.h"
-#include "ConvertImage/options/SettingsBinder.h"
 #include "ConvertImage/results/ConvertResultPage.h"
 #include "ConvertImage/results/OverwriteFileDialog.h"
 #include "core/CountText.h"
@@ -25,15 +24,16 @@
 using conversion::FileResult;
 using conversion::Outcome;
 using conversion::PlannedFile;
+namespace stored = conversion::stored;
 
 namespace
 {
 
 constexpr int maxThreads = 8; // more do not pay: disk and memory are shared
 
-bool isDocument(const SettingsBinder *binder)
+bool isDocument(const conversion::Settings &settings)
 {
-    return binder->settings().encoding.target == conversion::Target::Pdf;
+    return settings.encoding.target == conversion::Target::Pdf;
 }
 
 } // namespace
@@ -42,9 +42,9 @@ ConvertImageForm::ConvertImageForm(QWidget *parent)
     : FLWidget(parent),
       m_decoders(std::make_shared<imaging::DecoderPool>(
           imaging::DecoderPool::Options{imaging::DecoderPool::decoderProgram()})),
-      m_binder(new SettingsBinder(this)),
+      m_binding(SettingsBinding::Write::OnChange),
       m_pages(new QStackedLayout(this)),
-      m_page(new ConvertPage(m_decoders, m_binder, this)),
+      m_page(new ConvertPage(m_decoders, &m_binding, this)),
       m_progress(new ConvertProgressForm(this)),
       m_results(new ConvertResultPage(this)),
       m_search(this),
@@ -55,6 +55,11 @@ ConvertImageForm::ConvertImageForm(QWidget *parent)
 }
 
 ConvertImageForm::~ConvertImageForm() = default;
+
+conversion::Settings ConvertImageForm::settings() const
+{
+    return conversion::settingsFrom(m_binding.values());
+}
 
 void ConvertImageForm::buildPages()
 {
@@ -80,7 +85,7 @@ void ConvertImageForm::addPaths(const QStringList &paths)
         m_waiting += paths;
         return;
     }
-    const bool withSubfolders = m_binder->settings().withSubfolders;
+    const bool withSubfolders = settings().withSubfolders;
     m_search.run(
         {.busyText = tr("the search for pictures")},
         [paths, withSubfolders](const core::JobControl &job) {
@@ -116,7 +121,7 @@ void ConvertImageForm::convertList(const QStringList &sources)
 {
     if (m_jobs.isBusy() || m_search.isBusy() || sources.isEmpty() || !chooseTarget())
         return;
-    const conversion::Settings settings = m_binder->settings();
+    const conversion::Settings settings = this->settings();
     const QHash<QString, QString> subfolders = m_page->sources()->subfolders();
     m_search.run(
         {.busyText = tr("the look at the output folder")},
@@ -131,7 +136,7 @@ void ConvertImageForm::convertList(const QStringList &sources)
             QMetaObject::invokeMethod(
                 this,
                 [this, sources, prepared = std::move(*prepared)] {
-                    if (prepared.first == m_binder->settings())
+                    if (prepared.first == this->settings())
                         begin(sources, prepared.second);
                     else
                         convertList(sources); // they were changed meanwhile
@@ -144,18 +149,20 @@ void ConvertImageForm::convertList(const QStringList &sources)
 bool ConvertImageForm::chooseTarget()
 {
     m_documentIsFresh = false;
-    const conversion::Settings &settings = m_binder->settings();
-    if (isDocument(m_binder)) {
+    const conversion::Settings settings = this->settings();
+    if (isDocument(settings)) {
         if (!settings.pdfFileName.isEmpty())
             return true;
-        m_binder->set(u"pdfFileName", platform::dialogs().chooseFileToSave(this, tr("PDF document"), {},
-                                                                           tr("PDF documents (*.pdf)")));
+        m_binding.show({{stored::pdfFileName.name.toString(),
+                         platform::dialogs().chooseFileToSave(this, tr("PDF document"), {},
+                                                              tr("PDF documents (*.pdf)"))}});
         m_documentIsFresh = true; // the file dialog has asked
-        return !m_binder->settings().pdfFileName.isEmpty();
+        return !this->settings().pdfFileName.isEmpty();
     }
     if (!settings.besideSource && settings.outputFolder.isEmpty())
-        m_binder->set(u"OutputFolder", platform::dialogs().chooseFolder(this, tr("Output folder")));
-    return settings.besideSource || !m_binder->settings().outputFolder.isEmpty();
+        m_binding.show({{stored::outputFolder.name.toString(),
+                         platform::dialogs().chooseFolder(this, tr("Output folder"))}});
+    return settings.besideSource || !this->settings().outputFolder.isEmpty();
 }
 
 void ConvertImageForm::begin(const QStringList &sources, const PreparedRun &prepared)
@@ -179,7 +186,7 @@ void ConvertImageForm::begin(const QStringList &sources, const PreparedRun &prep
 // A document whose path was remembered is asked about, as nobody has just said that it is to go.
 bool ConvertImageForm::mayStart(const PreparedRun &prepared)
 {
-    const conversion::Settings &settings = m_binder->settings();
+    const conversion::Settings settings = this->settings();
     const auto isYes = [this](const QString &title, const QString &question) {
         return platform::dialogs().ask(this, title, question) == QMessageBox::Yes;
     };
@@ -224,7 +231,7 @@ bool ConvertImageForm::settleClashes(std::vector<PlannedFile> &files,
 
 ConversionJob ConvertImageForm::makeJob(std::vector<PlannedFile> files, Existing existing) const
 {
-    const conversion::Settings &settings = m_binder->settings();
+    const conversion::Settings settings = this->settings();
     ConversionJob job;
     job.files = std::move(files);
     job.markPath = settings.rendering.marks.picture.path;
@@ -234,7 +241,7 @@ ConversionJob ConvertImageForm::makeJob(std::vector<PlannedFile> files, Existing
     job.options.marks.defaultFont = font().family();
     job.options.overwriteAll = existing == Existing::Replace;
     job.freeNames = existing == Existing::KeepBoth;
-    job.outputFolder = isDocument(m_binder) || settings.besideSource ? QString() : settings.outputFolder;
+    job.outputFolder = isDocument(settings) || settings.besideSource ? QString() : settings.outputFolder;
     job.options.threads = std::min(platform::osIdleCores() + 1, maxThreads);
     job.keepTimes = settings.keepTimes;
     job.decoders = m_decoders;

@@ -3,8 +3,10 @@
 
 #include "ConvertImage/ConvertImagesThread.h"
 #include "ConvertImage/SourceModel.h"
+#include "ConvertImage/options/Settings.h"
 #include "widgets/FLWidget.h"
 #include "widgets/JobHost.h"
+#include "widgets/SettingsBinding.h"
 
 #include <QElapsedTimer>
 #include <QSet>
@@ -15,7 +17,6 @@ class ConvertPage;
 class ConvertProgressForm;
 class ConvertResultPage;
 class QStackedLayout;
-class SettingsBinder;
 struct PreparedRun;
 
 namespace imaging
@@ -32,6 +33,8 @@ class ConvertImageForm : public FLWidget
 public:
     explicit ConvertImageForm(QWidget *parent = nullptr);
     ~ConvertImageForm() override;
+
+    conversion::Settings settings() const; // as the controls show them
 
 public slots:
     // Files and folders of any kind; looked at by a worker.
@@ -69,7 +72,7 @@ private:
     void convertList(const QStringList &sources);
 
     std::shared_ptr<imaging::DecoderPool> m_decoders;
-    SettingsBinder *m_binder;
+    SettingsBinding m_binding;
     QStackedLayout *m_pages;
     ConvertPage *m_page;
     ConvertProgressForm *m_progress;

@@ -2,7 +2,6 @@
 #include "ConvertImage/ConvertPage.h"
 
 #include "ConvertImage/FindSources.h"
-#include "ConvertImage/options/SettingsBinder.h"
 #include "ConvertImage/options/SettingsPanel.h"
 #include "ConvertImage/preview/PreviewView.h"
 #include "core/CountText.h"
@@ -14,6 +13,7 @@
 #include "widgets/FileRowDelegate.h"
 #include "widgets/NoticeBar.h"
 #include "widgets/PageHeader.h"
+#include "widgets/SettingsBinding.h"
 #include "widgets/Theme.h"
 
 #include <QAction>
@@ -46,10 +46,10 @@ public:
 
 } // namespace
 
-ConvertPage::ConvertPage(std::shared_ptr<imaging::DecoderPool> decoders, SettingsBinder *binder,
+ConvertPage::ConvertPage(std::shared_ptr<imaging::DecoderPool> decoders, SettingsBinding *binding,
                          QWidget *parent)
     : DropFrame(parent),
-      m_binder(binder),
+      m_binding(binding),
       m_sources(new SourceModel(decoders, this)),
       m_renderer(new PreviewRenderer(decoders, this)),
       m_header(new PageHeader(PageHeader::Kind::Start, this)),
@@ -84,7 +84,7 @@ ConvertPage::ConvertPage(std::shared_ptr<imaging::DecoderPool> decoders, Setting
     m_wishTimer.setSingleShot(true);
     m_wishTimer.setInterval(10);
     connect(&m_wishTimer, &QTimer::timeout, this, &ConvertPage::wishPreview);
-    connect(m_binder, &SettingsBinder::changed, &m_wishTimer, qOverload<>(&QTimer::start));
+    connect(m_binding, &SettingsBinding::changed, &m_wishTimer, qOverload<>(&QTimer::start));
     connect(m_sources, &SourceModel::changed, this, &ConvertPage::showList);
     connect(m_renderer, &PreviewRenderer::rendered, this, &ConvertPage::showPicture);
     showList();
@@ -164,9 +164,7 @@ void ConvertPage::addTools(QHBoxLayout *row)
     menu->addSeparator();
     QAction *subfolders = menu->addAction(tr("Folders with their subfolders"));
     subfolders->setCheckable(true);
-    subfolders->setChecked(m_binder->settings().withSubfolders);
-    connect(subfolders, &QAction::toggled, this,
-            [this](bool on) { m_binder->set(u"withSubfolders", on ? 1 : 0); });
+    m_binding->add(subfolders, conversion::stored::withSubfolders);
     connect(menu->addAction(tr("Empty the list")), &QAction::triggered, m_sources, &SourceModel::clear);
     more->setMenu(menu);
     more->setPopupMode(QToolButton::InstantPopup);
@@ -244,7 +242,7 @@ QWidget *ConvertPage::makeSettings()
     row->addWidget(m_presets, 1);
     row->addWidget(save);
     row->addWidget(m_removePreset);
-    m_settings = new SettingsPanel(m_binder, side);
+    m_settings = new SettingsPanel(m_binding, side);
     auto *column = new QVBoxLayout(side);
     column->setContentsMargins(theme::spaceSnug, 0, 0, 0);
     column->setSpacing(theme::spaceSnug);
@@ -321,8 +319,9 @@ void ConvertPage::wishPreview()
     }
     PreviewWish wish;
     wish.path = path;
-    wish.rendering = m_binder->settings().rendering;
-    wish.encoding = m_binder->settings().encoding;
+    const conversion::Settings settings = conversion::settingsFrom(m_binding->values());
+    wish.rendering = settings.rendering;
+    wish.encoding = settings.encoding;
     wish.defaultFont = font().family();
     wish.area = m_preview->size() * m_preview->devicePixelRatioF();
     m_renderer->render(wish);
@@ -345,33 +344,30 @@ void ConvertPage::showPicture(const std::shared_ptr<const PreviewPicture> &pictu
 
 void ConvertPage::placeMark(conversion::MarkKind kind, conversion::Position position, int margin)
 {
-    conversion::Settings next = m_binder->settings();
-    conversion::Watermarks &marks = next.rendering.marks;
-    const auto put = [position, margin](auto &mark) {
-        mark.position = position;
-        mark.margin = margin;
+    namespace stored = conversion::stored;
+    const auto put = [this, position, margin](const settings::Number &place, const settings::Number &gap) {
+        m_binding->show({{place.name.toString(), static_cast<int>(position)}, {gap.name.toString(), margin}});
     };
     if (kind == conversion::MarkKind::Text)
-        put(marks.text);
+        put(stored::textPosition, stored::textMargin);
     else if (kind == conversion::MarkKind::Picture)
-        put(marks.picture);
+        put(stored::imagePosition, stored::imageMargin);
     else
-        put(marks.qr);
-    m_binder->apply(next);
+        put(stored::qrCodePosition, stored::qrCodeMargin);
 }
 
 void ConvertPage::fillPresets()
 {
     m_presets->clear();
     m_presets->addItem(tr("Sets of settings"));
-    m_presets->addItems(conversion::presetNames());
+    m_presets->addItems(m_sets.names());
     m_presets->setCurrentIndex(0);
     m_removePreset->setEnabled(false);
 }
 
 void ConvertPage::choosePreset(int index)
 {
-    conversion::Settings next = m_binder->settings();
-    if (index > 0 && conversion::loadPreset(m_presets->itemText(index), next))
-        m_binder->apply(next);
+    const auto values = index > 0 ? m_sets.find(m_presets->itemText(index)) : std::nullopt;
+    if (values)
+        m_binding->show(conversion::withoutPlaces(*values));
 }

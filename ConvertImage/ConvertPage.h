@@ -2,6 +2,7 @@
 #pragma once
 
 #include "ConvertImage/SourceModel.h"
+#include "ConvertImage/options/Settings.h"
 #include "ConvertImage/preview/PreviewRenderer.h"
 #include "widgets/DropFrame.h"
 
@@ -17,7 +18,7 @@ class QListView;
 class QPushButton;
 class QStackedLayout;
 class QToolButton;
-class SettingsBinder;
+class SettingsBinding;
 class SettingsPanel;
 
 // Where a conversion is prepared: the list of pictures, the live preview of the selected one, and the
@@ -27,7 +28,7 @@ class ConvertPage : public DropFrame
     Q_OBJECT
 
 public:
-    ConvertPage(std::shared_ptr<imaging::DecoderPool> decoders, SettingsBinder *binder,
+    ConvertPage(std::shared_ptr<imaging::DecoderPool> decoders, SettingsBinding *binding,
                 QWidget *parent = nullptr);
 
     SourceModel *sources() const { return m_sources; }
@@ -57,7 +58,8 @@ private:
     void savePreset();
     void removePreset();
 
-    SettingsBinder *m_binder;
+    SettingsBinding *m_binding;
+    const settings::NamedSets m_sets{conversion::stored::presets};
     SourceModel *m_sources;
     PreviewRenderer *m_renderer;
     PageHeader *m_header;

@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "ConvertImage/ConvertPage.h"
 
-#include "ConvertImage/options/SettingsBinder.h"
 #include "platform/Dialogs.h"
 #include "widgets/NoticeBar.h"
+#include "widgets/SettingsBinding.h"
 
 #include <QComboBox>
 #include <QInputDialog>
@@ -20,11 +20,11 @@ void ConvertPage::savePreset()
     const QString name = ask.textValue().trimmed();
     if (name.isEmpty())
         return;
-    if (conversion::presetNames().contains(name) &&
+    if (m_sets.names().contains(name) &&
         platform::dialogs().ask(this, tr("Save these settings"), tr("Replace the set \"%1\"?").arg(name)) !=
             QMessageBox::Yes)
         return;
-    if (!conversion::savePreset(name, m_binder->settings()))
+    if (!m_sets.save(name, conversion::withoutPlaces(m_binding->values())))
         m_notice->showNotice(NoticeBar::Kind::Warning, tr("There is no room for more sets of settings."));
     fillPresets();
     m_presets->setCurrentText(name);
@@ -38,6 +38,6 @@ void ConvertPage::removePreset()
     if (platform::dialogs().ask(this, tr("Remove a set"), tr("Remove the set \"%1\"?").arg(name)) !=
         QMessageBox::Yes)
         return;
-    conversion::removePreset(name);
+    m_sets.remove(name);
     fillPresets();
 }

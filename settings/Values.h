@@ -6,6 +6,7 @@
 #include <QStringList>
 #include <QStringView>
 
+#include <algorithm>
 #include <limits>
 
 // A setting declared once, with type, limits and default, as a constant in its module's header:
@@ -25,8 +26,20 @@ struct Number {
     qint32 fallback = 0;
     qint32 minimum = std::numeric_limits<qint32>::min();
     qint32 maximum = std::numeric_limits<qint32>::max();
+    enum class Outside { Fallback, Nearest }; // what a stored number beyond the limits counts as
+    Outside outside = Outside::Fallback;
 
-    qint32 read() const { return dwordInRange(key, name, fallback, minimum, maximum); }
+    qint32 usable(qint32 stored) const
+    {
+        const qint32 nearest = std::clamp(stored, minimum, maximum);
+        return nearest == stored || outside == Outside::Nearest ? nearest : fallback;
+    }
+    qint32 read() const
+    {
+        auto value = static_cast<quint32>(fallback);
+        readDword(key, name, value);
+        return usable(static_cast<qint32>(value));
+    }
     bool write(qint32 value) const { return writeDword(key, name, static_cast<quint32>(value)); }
 };
 
@@ -35,12 +48,13 @@ struct Flag {
     QStringView key;
     QStringView name;
     bool fallback = false;
+    bool onlyOne = false; // 1 is on, and nothing else
 
     bool read() const
     {
         quint32 value = fallback ? 1 : 0;
         readDword(key, name, value);
-        return value != 0;
+        return onlyOne ? value == 1 : value != 0;
     }
     bool write(bool on) const { return writeDword(key, name, on ? 1 : 0); }
 };

@@ -2,9 +2,11 @@
 #include "widgets/SettingsBinding.h"
 
 #include <QAbstractButton>
+#include <QAction>
 #include <QButtonGroup>
 #include <QComboBox>
 #include <QLineEdit>
+#include <QPlainTextEdit>
 #include <QScopedValueRollback>
 #include <QSlider>
 #include <QSpinBox>
@@ -37,34 +39,74 @@ void SettingsBinding::handleChange(std::size_t index)
 {
     if (m_loading)
         return;
+    noteChange(index);
+    emit changed();
+}
+
+void SettingsBinding::noteChange(std::size_t index)
+{
     Tie &tie = m_ties[index];
     if (m_write == Write::OnChange && tie.shown() != tie.saved && tie.store(tie.shown()))
         tie.saved = tie.shown();
-    emit changed();
+    showInOthers(index);
+}
+
+void SettingsBinding::showInOthers(std::size_t index)
+{
+    const QScopedValueRollback loading(m_loading, true);
+    for (std::size_t other = 0; other < m_ties.size(); ++other) {
+        Tie &tie = m_ties[other];
+        if (other == index || tie.name != m_ties[index].name)
+            continue;
+        if (tie.shown() != m_ties[index].shown())
+            tie.show(m_ties[index].shown());
+        tie.saved = m_ties[index].saved;
+    }
 }
 
 void SettingsBinding::addNumber(const settings::Number &number, std::function<int()> shown,
                                 std::function<void(int)> show, std::function<bool(int)> usable)
 {
-    tie({.shown = [shown = std::move(shown)] { return QVariant(shown()); },
+    const auto fitting = [&number, usable = std::move(usable)](qint32 value) {
+        return QVariant(usable(value) ? value : number.fallback);
+    };
+    tie({.name = number.name.toString(),
+         .shown = [shown = std::move(shown)] { return QVariant(shown()); },
          .show = [show = std::move(show)](const QVariant &value) { show(value.toInt()); },
-         .stored =
-             [&number, usable = std::move(usable)] {
-                 const qint32 value = number.read();
-                 return QVariant(usable(value) ? value : number.fallback);
-             },
+         .stored = [&number, fitting] { return fitting(number.read()); },
          .store = [&number](const QVariant &value) { return number.write(value.toInt()); },
+         .usable =
+             [&number, fitting](const QVariant &value) {
+                 bool isNumber = false;
+                 const int given = value.toInt(&isNumber);
+                 return fitting(isNumber ? number.usable(given) : number.fallback);
+             },
          .fallback = number.fallback});
+}
+
+// `control` is a button or an action.
+template <class Checkable>
+void SettingsBinding::addFlag(Checkable *control, const settings::Flag &flag)
+{
+    const std::size_t index =
+        tie({.name = flag.name.toString(),
+             .shown = [control] { return QVariant(control->isChecked()); },
+             .show = [control](const QVariant &on) { control->setChecked(on.toBool()); },
+             .stored = [&flag] { return QVariant(flag.read()); },
+             .store = [&flag](const QVariant &on) { return flag.write(on.toBool()); },
+             .usable = [](const QVariant &on) { return QVariant(on.toBool()); },
+             .fallback = flag.fallback});
+    connect(control, &Checkable::toggled, this, [this, index] { handleChange(index); });
 }
 
 void SettingsBinding::add(QAbstractButton *button, const settings::Flag &flag)
 {
-    const std::size_t index = tie({.shown = [button] { return QVariant(button->isChecked()); },
-                                   .show = [button](const QVariant &on) { button->setChecked(on.toBool()); },
-                                   .stored = [&flag] { return QVariant(flag.read()); },
-                                   .store = [&flag](const QVariant &on) { return flag.write(on.toBool()); },
-                                   .fallback = flag.fallback});
-    connect(button, &QAbstractButton::toggled, this, [this, index] { handleChange(index); });
+    addFlag(button, flag);
+}
+
+void SettingsBinding::add(QAction *action, const settings::Flag &flag)
+{
+    addFlag(action, flag);
 }
 
 void SettingsBinding::add(QComboBox *box, const settings::Number &number)
@@ -106,10 +148,12 @@ void SettingsBinding::add(QSlider *slider, const settings::Number &number)
     const std::size_t index = m_ties.size() - 1;
     // While the handle is dragged the registry is left alone; others are told of every step.
     connect(slider, &QSlider::valueChanged, this, [this, slider, index] {
-        if (!slider->isSliderDown())
+        if (!slider->isSliderDown()) {
             handleChange(index);
-        else if (!m_loading)
+        } else if (!m_loading) {
+            showInOthers(index);
             emit changed();
+        }
     });
     connect(slider, &QSlider::sliderReleased, this, [this, index] { handleChange(index); });
 }
@@ -129,18 +173,63 @@ void SettingsBinding::add(QButtonGroup *group, const settings::Number &number)
     });
 }
 
+std::size_t SettingsBinding::addText(const settings::Text &text, std::function<QString()> shown,
+                                     std::function<void(const QString &)> show)
+{
+    return tie({.name = text.name.toString(),
+                .shown = [shown = std::move(shown)] { return QVariant(shown()); },
+                .show = [show = std::move(show)](const QVariant &value) { show(value.toString()); },
+                .stored = [&text] { return QVariant(text.read()); },
+                .store = [&text](const QVariant &value) { return text.write(value.toString()); },
+                .usable = [](const QVariant &value) { return QVariant(value.toString()); },
+                .fallback = text.fallback.toString()});
+}
+
 void SettingsBinding::add(QLineEdit *line, const settings::Text &text)
 {
-    const std::size_t index =
-        tie({.shown = [line] { return QVariant(line->text()); },
-             .show = [line](const QVariant &value) { line->setText(value.toString()); },
-             .stored = [&text] { return QVariant(text.read()); },
-             .store = [&text](const QVariant &value) { return text.write(value.toString()); },
-             .fallback = text.fallback.toString()});
+    const std::size_t index = addText(
+        text, [line] { return line->text(); }, [line](const QString &shown) { line->setText(shown); });
     if (m_write == Write::OnChange)
         connect(line, &QLineEdit::editingFinished, this, [this, index] { handleChange(index); });
     else
         connect(line, &QLineEdit::textChanged, this, [this, index] { handleChange(index); });
+}
+
+void SettingsBinding::add(QPlainTextEdit *edit, const settings::Text &text)
+{
+    const std::size_t index = addText(
+        text, [edit] { return edit->toPlainText(); },
+        [edit](const QString &shown) { edit->setPlainText(shown); });
+    connect(edit, &QPlainTextEdit::textChanged, this, [this, index] { handleChange(index); });
+}
+
+std::function<void()> SettingsBinding::add(const settings::Text &text, std::function<QString()> shown,
+                                           std::function<void(const QString &)> show)
+{
+    return [this, index = addText(text, std::move(shown), std::move(show))] { handleChange(index); };
+}
+
+QVariantMap SettingsBinding::values() const
+{
+    QVariantMap all;
+    for (const Tie &tie : m_ties)
+        all.insert(tie.name, tie.shown());
+    return all;
+}
+
+void SettingsBinding::show(const QVariantMap &values)
+{
+    for (std::size_t index = 0; index < m_ties.size(); ++index) {
+        const auto value = values.constFind(m_ties[index].name);
+        if (value == values.cend())
+            continue;
+        {
+            const QScopedValueRollback loading(m_loading, true);
+            m_ties[index].show(m_ties[index].usable(*value));
+        }
+        noteChange(index);
+    }
+    emit changed();
 }
 
 void SettingsBinding::load()

@@ -4,21 +4,24 @@
 #include "settings/Values.h"
 
 #include <QObject>
+#include <QVariantMap>
 
 #include <functional>
 #include <vector>
 
 class QAbstractButton;
+class QAction;
 class QButtonGroup;
 class QComboBox;
 class QLineEdit;
+class QPlainTextEdit;
 class QSlider;
 class QSpinBox;
 
 // Ties the controls of a form to its stored settings, both ways. A control shows the stored value from add()
 // on, its own signals included, so that what depends on it follows; what is stored and out of range, or of
 // another type, shows as the setting's default. The settings must outlive the binding (they are constants of
-// the module's header).
+// the module's header). Controls of one setting, a slider and its number for example, follow each other.
 //
 //     m_binding.add(ui.qualitySlider, settings::quality);     // Number, with its limits as the control's
 //     m_binding.add(ui.keepNamesCheckBox, settings::keepNames); // Flag
@@ -37,6 +40,7 @@ public:
 
     // A check box, or any button that can be checked.
     void add(QAbstractButton *button, const settings::Flag &flag);
+    void add(QAction *action, const settings::Flag &flag);
     // The current index; fill the box first. An index that the box does not have counts as absent.
     void add(QComboBox *box, const settings::Number &number);
     // The data of the current item, for stored numbers that are no index.
@@ -47,6 +51,16 @@ public:
     // The id of the checked button; an id that no button has counts as absent.
     void add(QButtonGroup *group, const settings::Number &number);
     void add(QLineEdit *line, const settings::Text &text);
+    void add(QPlainTextEdit *edit, const settings::Text &text);
+    // Whatever else shows a text. What comes back is to be called after each change of the user's.
+    std::function<void()> add(const settings::Text &text, std::function<QString()> shown,
+                              std::function<void(const QString &)> show);
+
+    // What the controls show, by the names of the settings.
+    QVariantMap values() const;
+    // Shows these values; they are stored as changes are, and told once. A name without a control is passed
+    // over, a value that is not usable shows as the setting's default.
+    void show(const QVariantMap &values);
 
     // Shows what is stored now, in all controls.
     void load();
@@ -63,10 +77,12 @@ signals:
 
 private:
     struct Tie {
+        QString name;
         std::function<QVariant()> shown;
         std::function<void(const QVariant &)> show;
         std::function<QVariant()> stored;
         std::function<bool(const QVariant &)> store;
+        std::function<QVariant(const QVariant &)> usable; // of what comes from outside
         QVariant fallback;
         QVariant saved; // what load() or save() left
     };
@@ -74,7 +90,13 @@ private:
     std::size_t tie(Tie tie);
     void addNumber(const settings::Number &number, std::function<int()> shown, std::function<void(int)> show,
                    std::function<bool(int)> usable);
+    template <class Checkable>
+    void addFlag(Checkable *control, const settings::Flag &flag);
+    std::size_t addText(const settings::Text &text, std::function<QString()> shown,
+                        std::function<void(const QString &)> show);
     void handleChange(std::size_t index);
+    void noteChange(std::size_t index);
+    void showInOthers(std::size_t index);
 
     Write m_write;
     bool m_loading = false;

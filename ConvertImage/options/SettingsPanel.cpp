@@ -15,6 +15,7 @@
 #include <QHBoxLayout>
 #include <QLabel>
 #include <QLineEdit>
+#include <QPlainTextEdit>
 #include <QPushButton>
 #include <QScrollArea>
 #include <QSlider>
@@ -22,6 +23,7 @@
 #include <QToolButton>
 
 using conversion::Settings;
+namespace stored = conversion::stored;
 using conversion::Target;
 
 namespace
@@ -45,29 +47,52 @@ const conversion::TargetFacts &facts(const Settings &settings)
 
 } // namespace
 
-SettingsPanel::SettingsPanel(SettingsBinder *binder, QWidget *parent) : FLTabWidget(parent), m_binder(binder)
+SettingsPanel::SettingsPanel(SettingsBinding *binding, QWidget *parent)
+    : FLTabWidget(parent),
+      m_binding(binding)
 {
     setObjectName(QStringLiteral("settingsTabWidget"));
     addTab(controls::scrollArea(makeOutputPage()), tr("Output"));
     addTab(controls::scrollArea(makeResizePage()), tr("Resize"));
     addTab(controls::scrollArea(makeAdjustPage()), tr("Adjust"));
     addTab(controls::scrollArea(makeMarksPage()), tr("Watermark"));
-    connect(binder, &SettingsBinder::changed, this, &SettingsPanel::showWhatApplies);
+    connect(binding, &SettingsBinding::changed, this, &SettingsPanel::showWhatApplies);
     showWhatApplies();
 }
 
 void SettingsPanel::showWhatApplies()
 {
+    const Settings settings = conversion::settingsFrom(m_binding->values());
     for (const auto &rule : m_rules)
-        rule(m_binder->settings());
+        rule(settings);
     showResult();
 }
 
-QSpinBox *SettingsPanel::addNumber(QFormLayout *form, const QString &label, QStringView name,
-                                   const QString &suffix)
+QSpinBox *SettingsPanel::makeNumber(const settings::Number &number)
 {
     auto *box = new QSpinBox(this);
-    m_binder->bind(box, name);
+    box->setObjectName(number.name.toString() + QStringLiteral("SpinBox"));
+    box->setKeyboardTracking(false);
+    m_binding->add(box, number);
+    return box;
+}
+
+void SettingsPanel::tie(QComboBox *box, const settings::Number &number)
+{
+    box->setObjectName(number.name.toString() + QStringLiteral("ComboBox"));
+    m_binding->add(box, number);
+}
+
+void SettingsPanel::tie(QPlainTextEdit *edit, const settings::Text &text)
+{
+    edit->setObjectName(text.name.toString() + QStringLiteral("TextEdit"));
+    m_binding->add(edit, text);
+}
+
+QSpinBox *SettingsPanel::addNumber(QFormLayout *form, const QString &label, const settings::Number &number,
+                                   const QString &suffix)
+{
+    QSpinBox *box = makeNumber(number);
     box->setSuffix(suffix);
     box->setAccessibleName(spokenName(label));
     form->addRow(label, box);
@@ -75,18 +100,17 @@ QSpinBox *SettingsPanel::addNumber(QFormLayout *form, const QString &label, QStr
 }
 
 // A slider, its number, and a button that puts it back.
-void SettingsPanel::addSliderRow(QFormLayout *form, const QString &label, QStringView name)
+void SettingsPanel::addSliderRow(QFormLayout *form, const QString &label, const settings::Number &number)
 {
     auto *slider = new QSlider(Qt::Horizontal, this);
-    auto *box = new QSpinBox(this);
-    m_binder->bind(slider, name);
-    m_binder->bind(box, name);
+    slider->setObjectName(number.name.toString() + QStringLiteral("Slider"));
+    m_binding->add(slider, number);
+    QSpinBox *box = makeNumber(number);
     slider->setAccessibleName(label);
     box->setAccessibleName(label);
-    const int preset = conversion::numberValue(name).fallback;
     auto *reset = controls::toolButton(this, {.image = "Refresh24", .text = tr("Reset %1").arg(label)});
-    reset->setObjectName(name.toString() + QStringLiteral("ResetButton"));
-    connect(reset, &QToolButton::clicked, this, [this, name, preset] { m_binder->set(name, preset); });
+    reset->setObjectName(number.name.toString() + QStringLiteral("ResetButton"));
+    connect(reset, &QToolButton::clicked, box, [box, &number] { box->setValue(number.fallback); });
     auto *row = new QHBoxLayout;
     row->setSpacing(theme::spaceTight);
     row->addWidget(slider, 1);
@@ -104,35 +128,37 @@ QString SettingsPanel::spokenName(const QString &label) const
     return m_section.isEmpty() ? label : m_section + QStringLiteral(": ") + label;
 }
 
-QCheckBox *SettingsPanel::addFlag(QFormLayout *form, const QString &text, QStringView name)
+QCheckBox *SettingsPanel::addFlag(QFormLayout *form, const QString &text, const settings::Flag &flag)
 {
     auto *box = new QCheckBox(text, this);
-    m_binder->bind(box, name);
+    box->setObjectName(flag.name.toString() + QStringLiteral("CheckBox"));
+    m_binding->add(box, flag);
     form->addRow(box);
     return box;
 }
 
-void SettingsPanel::addPosition(QFormLayout *form, QStringView name)
+void SettingsPanel::addPosition(QFormLayout *form, const settings::Number &number)
 {
     auto *box = new QComboBox(this);
     for (int i = 0; i < conversion::positionCount; ++i)
         box->addItem(tr(conversion::positionName(static_cast<conversion::Position>(i))));
-    m_binder->bind(box, name);
+    tie(box, number);
     box->setAccessibleName(spokenName(tr("Position")));
     form->addRow(tr("Position"), box);
 }
 
-QLineEdit *SettingsPanel::addPath(QFormLayout *form, const QString &label, QStringView name,
+QLineEdit *SettingsPanel::addPath(QFormLayout *form, const QString &label, const settings::Text &text,
                                   std::function<QString()> choose)
 {
     auto *line = new QLineEdit(this);
-    m_binder->bind(line, name);
+    line->setObjectName(text.name.toString() + QStringLiteral("LineEdit"));
+    m_binding->add(line, text);
     line->setAccessibleName(spokenName(label));
     auto *button = controls::toolButton(this, {.image = "FolderOpen24", .text = tr("Browse ...")});
-    button->setObjectName(name.toString() + QStringLiteral("BrowseButton"));
-    connect(button, &QToolButton::clicked, this, [line, choose = std::move(choose)] {
+    button->setObjectName(text.name.toString() + QStringLiteral("BrowseButton"));
+    connect(button, &QToolButton::clicked, this, [this, &text, choose = std::move(choose)] {
         if (const QString path = choose(); !path.isEmpty())
-            line->setText(path);
+            m_binding->show({{text.name.toString(), path}});
     });
     auto *row = new QHBoxLayout;
     row->setSpacing(theme::spaceTight);
@@ -162,13 +188,13 @@ QWidget *SettingsPanel::makeOutputPage()
     auto *format = new QComboBox(this);
     for (int i = 0; i < conversion::targetCount; ++i)
         format->addItem(QString::fromLatin1(conversion::factsOf(static_cast<Target>(i)).name));
-    m_binder->bind(format, u"targeFileType");
+    tie(format, stored::targetFileType);
     format->setAccessibleName(tr("Format"));
     form->addRow(tr("Format"), format);
-    QSpinBox *jpg = addNumber(form, tr("Quality"), u"targeFileQuality");
-    QSpinBox *other = addNumber(form, tr("Quality"), u"otherQuality");
+    QSpinBox *jpg = addNumber(form, tr("Quality"), stored::targetFileQuality);
+    QSpinBox *other = addNumber(form, tr("Quality"), stored::otherQuality);
     other->setSpecialValueText(tr("Automatic"));
-    QCheckBox *lossless = addFlag(form, tr("Without any loss"), u"lossless");
+    QCheckBox *lossless = addFlag(form, tr("Without any loss"), stored::lossless);
     m_rules.push_back([form, jpg, other, lossless](const Settings &settings) {
         const bool isJpg = settings.encoding.target == Target::Jpg;
         form->setRowVisible(jpg, isJpg);
@@ -178,9 +204,9 @@ QWidget *SettingsPanel::makeOutputPage()
     });
     addFolderRows(form);
     addDocumentRows(form);
-    QCheckBox *metadata = addFlag(form, tr("Keep the metadata (EXIF, XMP)"), u"keepMetadata");
-    QCheckBox *place = addFlag(form, tr("Keep the place where it was taken"), u"keepPlace");
-    QCheckBox *times = addFlag(form, tr("Keep the time of the file"), u"keepTimes");
+    QCheckBox *metadata = addFlag(form, tr("Keep the metadata (EXIF, XMP)"), stored::keepMetadata);
+    QCheckBox *place = addFlag(form, tr("Keep the place where it was taken"), stored::keepPlace);
+    QCheckBox *times = addFlag(form, tr("Keep the time of the file"), stored::keepTimes);
     m_rules.push_back([form, metadata, place, times](const Settings &settings) {
         form->setRowVisible(metadata, facts(settings).hasMetadata);
         form->setRowVisible(place, facts(settings).hasMetadata);
@@ -192,12 +218,12 @@ QWidget *SettingsPanel::makeOutputPage()
 
 void SettingsPanel::addFolderRows(QFormLayout *form)
 {
-    QCheckBox *beside = addFlag(form, tr("Beside the source files"), u"besideSource");
+    QCheckBox *beside = addFlag(form, tr("Beside the source files"), stored::besideSource);
     const int firstRow = form->rowCount();
-    QLineEdit *folder = addPath(form, tr("Output folder"), u"OutputFolder", [this] {
-        return platform::dialogs().chooseFolder(this, tr("Output folder"), m_binder->settings().outputFolder);
+    QLineEdit *folder = addPath(form, tr("Output folder"), stored::outputFolder, [this] {
+        return platform::dialogs().chooseFolder(this, tr("Output folder"), stored::outputFolder.read());
     });
-    QCheckBox *structure = addFlag(form, tr("Keep the folders of added folders"), u"keepFolders");
+    QCheckBox *structure = addFlag(form, tr("Keep the folders of added folders"), stored::keepFolders);
     m_rules.push_back([form, beside, folder, structure, firstRow](const Settings &settings) {
         const bool isDocument = settings.encoding.target == Target::Pdf;
         form->setRowVisible(beside, !isDocument);
@@ -212,14 +238,14 @@ void SettingsPanel::addFolderRows(QFormLayout *form)
 void SettingsPanel::addDocumentRows(QFormLayout *form)
 {
     const int firstRow = form->rowCount();
-    addPath(form, tr("PDF document"), u"pdfFileName", [this] {
-        return platform::dialogs().chooseFileToSave(
-            this, tr("PDF document"), m_binder->settings().pdfFileName, tr("PDF documents (*.pdf)"));
+    addPath(form, tr("PDF document"), stored::pdfFileName, [this] {
+        return platform::dialogs().chooseFileToSave(this, tr("PDF document"), stored::pdfFileName.read(),
+                                                    tr("PDF documents (*.pdf)"));
     });
     auto *paper = new QComboBox(this);
     for (int i = 0; i < conversion::paperSizeCount; ++i)
         paper->addItem(tr(conversion::paperSizeName(static_cast<conversion::PaperSize>(i))));
-    m_binder->bind(paper, u"pdfPaperSize");
+    tie(paper, stored::pdfPaperSize);
     paper->setAccessibleName(tr("Paper"));
     form->addRow(tr("Paper"), paper);
     auto *hint = new WrappedLabel(this);
@@ -240,22 +266,22 @@ QWidget *SettingsPanel::makeResizePage()
 {
     auto *page = new QWidget(this);
     QFormLayout *form = makeForm(page);
-    addFlag(form, tr("Resize the pictures"), u"scaleImage");
+    addFlag(form, tr("Resize the pictures"), stored::scaleImage);
     auto *mode = new QComboBox(this);
     mode->addItems({tr("Percentage"), tr("Width and height"), tr("Relative to one side")});
-    m_binder->bind(mode, u"scaleType");
+    tie(mode, stored::scaleType);
     mode->setAccessibleName(tr("Resize by"));
     form->addRow(tr("By"), mode);
-    QSpinBox *percent = addNumber(form, tr("Percentage"), u"scalePercentage", QStringLiteral(" %"));
-    QSpinBox *width = addNumber(form, tr("Width"), u"scaleAbsoluteWitdh", tr(" px"));
-    QSpinBox *height = addNumber(form, tr("Height"), u"scaleAbsoluteHeight", tr(" px"));
+    QSpinBox *percent = addNumber(form, tr("Percentage"), stored::scalePercentage, QStringLiteral(" %"));
+    QSpinBox *width = addNumber(form, tr("Width"), stored::scaleAbsoluteWidth, tr(" px"));
+    QSpinBox *height = addNumber(form, tr("Height"), stored::scaleAbsoluteHeight, tr(" px"));
     auto *side = new QComboBox(this);
     side->addItems({tr("Width"), tr("Height")});
-    m_binder->bind(side, u"scaleRelativeTo");
+    tie(side, stored::scaleRelativeTo);
     side->setAccessibleName(tr("Side"));
     form->addRow(tr("Side"), side);
-    QSpinBox *relativeWidth = addNumber(form, tr("Width"), u"scaleRelativeWidth", tr(" px"));
-    QSpinBox *relativeHeight = addNumber(form, tr("Height"), u"scaleRelativeHeight", tr(" px"));
+    QSpinBox *relativeWidth = addNumber(form, tr("Width"), stored::scaleRelativeWidth, tr(" px"));
+    QSpinBox *relativeHeight = addNumber(form, tr("Height"), stored::scaleRelativeHeight, tr(" px"));
     m_result = new QLabel(this);
     m_result->setObjectName(QStringLiteral("resultSizeLabel"));
     m_result->setWordWrap(true);
@@ -290,7 +316,8 @@ void SettingsPanel::showResult()
         m_result->setText(tr("Select a picture to see its new size."));
         return;
     }
-    const QSize size = conversion::resizedSize(m_pictureSize, m_binder->settings().rendering.resize);
+    const QSize size = conversion::resizedSize(
+        m_pictureSize, conversion::settingsFrom(m_binding->values()).rendering.resize);
     m_result->setText(tr("The selected picture: %1 x %2 becomes %3 x %4")
                           .arg(m_pictureSize.width())
                           .arg(m_pictureSize.height())
@@ -302,19 +329,24 @@ QWidget *SettingsPanel::makeAdjustPage()
 {
     auto *page = new QWidget(this);
     QFormLayout *form = makeForm(page);
-    addSliderRow(form, tr("Contrast"), u"adjustContrast");
-    addSliderRow(form, tr("Brightness"), u"adjustBrightness");
-    addSliderRow(form, tr("Gamma"), u"adjustGamma");
-    addSliderRow(form, tr("Invert colours darker than"), u"adjustInvertColours");
-    addSliderRow(form, tr("Blur"), u"setBlurRadius");
-    addFlag(form, tr("Sepia"), u"adjustSepia");
-    addFlag(form, tr("Shades of grey"), u"adjustGrayScale");
+    addSliderRow(form, tr("Contrast"), stored::adjustContrast);
+    addSliderRow(form, tr("Brightness"), stored::adjustBrightness);
+    addSliderRow(form, tr("Gamma"), stored::adjustGamma);
+    addSliderRow(form, tr("Invert colours darker than"), stored::adjustInvertColours);
+    addSliderRow(form, tr("Blur"), stored::setBlurRadius);
+    addFlag(form, tr("Sepia"), stored::adjustSepia);
+    addFlag(form, tr("Shades of grey"), stored::adjustGrayScale);
     auto *reset =
         controls::pushButton(this, {.objectName = "resetAdjustmentsButton", .text = tr("Reset all")});
     connect(reset, &QPushButton::clicked, this, [this] {
-        Settings next = m_binder->settings();
-        next.rendering.adjustments = {};
-        m_binder->apply(next);
+        QVariantMap none;
+        for (const settings::Number *number :
+             {&stored::adjustContrast, &stored::adjustBrightness, &stored::adjustGamma,
+              &stored::adjustInvertColours, &stored::setBlurRadius})
+            none.insert(number->name.toString(), number->fallback);
+        for (const settings::Flag *flag : {&stored::adjustSepia, &stored::adjustGrayScale})
+            none.insert(flag->name.toString(), flag->fallback);
+        m_binding->show(none);
     });
     form->addRow(reset);
     return page;

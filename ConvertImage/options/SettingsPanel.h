@@ -1,11 +1,16 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
-#include "ConvertImage/options/SettingsBinder.h"
+#include "ConvertImage/options/Settings.h"
 #include "widgets/FLTabWidget.h"
+#include "widgets/SettingsBinding.h"
 
 #include <QSize>
 
+#include <functional>
+#include <vector>
+
+class QCheckBox;
 class QFormLayout;
 class QLabel;
 class QPushButton;
@@ -17,7 +22,7 @@ class SettingsPanel : public FLTabWidget
     Q_OBJECT
 
 public:
-    SettingsPanel(SettingsBinder *binder, QWidget *parent = nullptr);
+    SettingsPanel(SettingsBinding *binding, QWidget *parent = nullptr);
 
     // Of the selected picture; empty: none. The resize tab shows what becomes of it.
     void setPictureSize(const QSize &size);
@@ -33,12 +38,16 @@ private:
     void addPictureMark(QFormLayout *form);
     void addQrMark(QFormLayout *form);
 
-    QSpinBox *addNumber(QFormLayout *form, const QString &label, QStringView name,
+    // Controls get the name of their setting.
+    QSpinBox *makeNumber(const settings::Number &number);
+    void tie(QComboBox *box, const settings::Number &number);
+    void tie(QPlainTextEdit *edit, const settings::Text &text);
+    QSpinBox *addNumber(QFormLayout *form, const QString &label, const settings::Number &number,
                         const QString &suffix = {});
-    void addSliderRow(QFormLayout *form, const QString &label, QStringView name);
-    QCheckBox *addFlag(QFormLayout *form, const QString &text, QStringView name);
-    void addPosition(QFormLayout *form, QStringView name);
-    QLineEdit *addPath(QFormLayout *form, const QString &label, QStringView name,
+    void addSliderRow(QFormLayout *form, const QString &label, const settings::Number &number);
+    QCheckBox *addFlag(QFormLayout *form, const QString &text, const settings::Flag &flag);
+    void addPosition(QFormLayout *form, const settings::Number &number);
+    QLineEdit *addPath(QFormLayout *form, const QString &label, const settings::Text &text,
                        std::function<QString()> choose);
     void addSection(QFormLayout *form, const QString &title);
     QString spokenName(const QString &label) const;
@@ -47,11 +56,12 @@ private:
     void showResult();
     void chooseColor();
 
-    SettingsBinder *m_binder;
+    SettingsBinding *m_binding;
     QSize m_pictureSize;
     std::vector<std::function<void(const conversion::Settings &)>> m_rules; // what is shown when
     QString m_section;                                                      // that is being built
     QLabel *m_result = nullptr;
     WrappedLabel *m_qrHint = nullptr;
     QPushButton *m_color = nullptr;
+    QColor m_textColor;
 };

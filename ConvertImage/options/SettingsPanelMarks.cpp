@@ -16,6 +16,7 @@
 #include <QSpinBox>
 
 using conversion::Settings;
+namespace stored = conversion::stored;
 
 namespace
 {
@@ -53,7 +54,7 @@ void SettingsPanel::addTextMark(QFormLayout *form)
 {
     addSection(form, tr("Text"));
     auto *text = new QPlainTextEdit(this);
-    m_binder->bind(text, u"textContent");
+    tie(text, stored::textContent);
     text->setAccessibleName(tr("Text of the watermark"));
     text->setTabChangesFocus(true);
     text->setFixedHeight(3 * fontMetrics().height() + theme::space);
@@ -61,55 +62,58 @@ void SettingsPanel::addTextMark(QFormLayout *form)
     auto *family = new QFontComboBox(this);
     family->setObjectName(QStringLiteral("textFontComboBox"));
     family->setAccessibleName(spokenName(tr("Font")));
-    connect(family, &QFontComboBox::currentFontChanged, this,
-            [this](const QFont &chosen) { m_binder->set(u"textFont", chosen.family()); });
+    const auto chosen = m_binding->add(
+        stored::textFont, [family] { return family->currentFont().family(); },
+        [this, family](const QString &name) {
+            family->setCurrentFont(name.isEmpty() ? font() : QFont(name));
+        });
+    connect(family, &QFontComboBox::currentFontChanged, this, chosen);
     form->addRow(tr("Font"), family);
-    m_rules.push_back([this, family](const Settings &settings) {
-        const QSignalBlocker blocker(family);
-        const QString &name = settings.rendering.marks.text.font;
-        family->setCurrentFont(name.isEmpty() ? font() : QFont(name));
-    });
-    addNumber(form, tr("Size"), u"textSize", tr(" pt"));
+    addNumber(form, tr("Size"), stored::textSize, tr(" pt"));
     m_color = controls::pushButton(this, {.objectName = "textColorButton", .text = tr("Choose ...")});
     m_color->setAccessibleName(spokenName(tr("Colour")));
     connect(m_color, &QPushButton::clicked, this, &SettingsPanel::chooseColor);
-    m_rules.push_back([this](const Settings &settings) {
-        m_color->setIcon(colorIcon(settings.rendering.marks.text.color));
-    });
+    m_binding->add(
+        stored::textColor, [this] { return m_textColor.name(); },
+        [this](const QString &name) {
+            m_textColor = QColor(name);
+            if (!m_textColor.isValid())
+                m_textColor = QColor(stored::textColor.fallback);
+            m_color->setIcon(colorIcon(m_textColor));
+        });
     form->addRow(tr("Colour"), m_color);
-    addPosition(form, u"textPosition");
-    addNumber(form, tr("Opacity"), u"textOpacity", QStringLiteral(" %"));
-    addNumber(form, tr("Margin"), u"textMargin", tr(" px"));
+    addPosition(form, stored::textPosition);
+    addNumber(form, tr("Opacity"), stored::textOpacity, QStringLiteral(" %"));
+    addNumber(form, tr("Margin"), stored::textMargin, tr(" px"));
 }
 
 void SettingsPanel::chooseColor()
 {
-    const QColor color = QColorDialog::getColor(m_binder->settings().rendering.marks.text.color, this,
-                                                tr("Colour of the text"));
+    const QColor color = QColorDialog::getColor(m_textColor, this, tr("Colour of the text"));
     if (color.isValid())
-        m_binder->set(u"textColor", color.name());
+        m_binding->show({{stored::textColor.name.toString(), color.name()}});
 }
 
 void SettingsPanel::addPictureMark(QFormLayout *form)
 {
     addSection(form, tr("Picture"));
-    addPath(form, tr("File"), u"imagePath", [this] {
+    addPath(form, tr("File"), stored::imagePath, [this] {
         const QStringList files = platform::dialogs().chooseFilesToOpen(
-            this, tr("Picture of the watermark"), m_binder->settings().rendering.marks.picture.path,
+            this, tr("Picture of the watermark"), stored::imagePath.read(),
             tr("Pictures (%1)").arg(pictureFilter()));
         return files.value(0);
     });
-    addNumber(form, tr("Size"), u"imageSize", QStringLiteral(" %"));
-    addPosition(form, u"imagePosition");
-    addNumber(form, tr("Opacity"), u"imageOpacity", QStringLiteral(" %"));
-    addNumber(form, tr("Margin"), u"imageMargin", tr(" px"));
+    addNumber(form, tr("Size"), stored::imageSize, QStringLiteral(" %"));
+    addPosition(form, stored::imagePosition);
+    addNumber(form, tr("Opacity"), stored::imageOpacity, QStringLiteral(" %"));
+    addNumber(form, tr("Margin"), stored::imageMargin, tr(" px"));
 }
 
 void SettingsPanel::addQrMark(QFormLayout *form)
 {
     addSection(form, tr("QR code"));
     auto *text = new QPlainTextEdit(this);
-    m_binder->bind(text, u"qrCodeText");
+    tie(text, stored::qrCodeText);
     text->setAccessibleName(tr("Content of the QR code"));
     text->setTabChangesFocus(true);
     text->setFixedHeight(2 * fontMetrics().height() + theme::space);
@@ -117,9 +121,9 @@ void SettingsPanel::addQrMark(QFormLayout *form)
     m_qrHint = new WrappedLabel(this);
     m_qrHint->setObjectName(QStringLiteral("qrHintLabel"));
     form->addRow(m_qrHint);
-    addNumber(form, tr("Size"), u"qrCodeSize", tr(" px"));
-    addPosition(form, u"qrCodePosition");
-    addNumber(form, tr("Margin"), u"qrCodeMargin", tr(" px"));
+    addNumber(form, tr("Size"), stored::qrCodeSize, tr(" px"));
+    addPosition(form, stored::qrCodePosition);
+    addNumber(form, tr("Margin"), stored::qrCodeMargin, tr(" px"));
     m_rules.push_back([this, form](const Settings &settings) {
         constexpr int readablePixels = 2; // a module of one pixel does not survive a lossy format
         const conversion::QrMark &mark = settings.rendering.marks.qr;

@@ -20,15 +20,18 @@
 #include <QGraphicsPixmapItem>
 #include <QGraphicsScene>
 #include <QImageWriter>
+#include <QInputDialog>
 #include <QLabel>
 #include <QListView>
 #include <QPainter>
 #include <QPushButton>
 #include <QSignalSpy>
+#include <QSlider>
 #include <QSpinBox>
 #include <QTableView>
 #include <QTest>
 #include <QTimer>
+#include <QToolButton>
 
 #include <memory>
 
@@ -122,7 +125,7 @@ private slots:
     void initTestCase() { QApplication::setStyle(u"Fusion"_s); }
 
     void settingsSurviveDamage();
-    void presets();
+    void namedSets();
     void everyFormat_data();
     void everyFormat();
     void existingFilesAreAskedAbout();
@@ -135,41 +138,60 @@ private slots:
     void blursLikeTheEffect();
 };
 
+// What is stored and not usable shows as the default; what is, in every control of the value.
 void ConvertFormTest::settingsSurviveDamage()
 {
-    const conversion::Settings defaults = conversion::loadSettings();
-    QCOMPARE(defaults, conversion::Settings());
     settings::writeString(key, u"scalePercentage", u"50");
     settings::writeDword(key, u"targeFileType", quint32(-3));
     settings::writeDword(key, u"textPosition", 12);
     settings::writeDword(key, u"scaleRelativeWidth", 0);
     settings::writeDword(key, u"adjustContrast", quint32(-50));
-    conversion::Settings read = conversion::loadSettings();
-    QCOMPARE(read.rendering.adjustments.contrast, -50);
-    read.rendering.adjustments.contrast = 0;
-    QCOMPARE(read, defaults);
+    settings::writeDword(key, u"adjustSepia", 2);
+    settings::writeDword(key, u"scaleImage", 2);
+    settings::writeString(key, u"textColor", u"no colour");
+    Scene scene;
+    scene.open();
+    conversion::Settings expected;
+    expected.rendering.adjustments.contrast = -50;
+    expected.rendering.resize.on = true;
+    expected.rendering.marks.text.font = scene.form->font().family();
+    expected.outputFolder = scene.folder.path(u"out"_s);
+    QCOMPARE(scene.form->settings(), expected);
     settings::writeDword(key, u"targeFileType", 77);
-    QCOMPARE(conversion::loadSettings().encoding.target, conversion::Target::Pdf);
+    scene.open();
+    QCOMPARE(scene.form->settings().encoding.target, conversion::Target::Pdf);
 }
 
-void ConvertFormTest::presets()
+void ConvertFormTest::namedSets()
 {
-    conversion::Settings small;
-    small.rendering.resize.on = true;
-    small.rendering.resize.percentage = 25;
-    small.outputFolder = u"C:\\elsewhere"_s;
-    QVERIFY(conversion::savePreset(u"Small"_s, small));
-    QVERIFY(conversion::savePreset(u"Plain"_s, {}));
-    QCOMPARE(conversion::presetNames(), QStringList({u"Plain"_s, u"Small"_s}));
-    conversion::Settings held;
-    held.outputFolder = u"C:\\here"_s;
-    QVERIFY(conversion::loadPreset(u"Small"_s, held));
-    QCOMPARE(held.rendering, small.rendering);
-    QCOMPARE(held.outputFolder, u"C:\\here"_s);
-    settings::writeString(key, u"preset0", u"{ damaged");
-    QVERIFY(!conversion::loadPreset(u"Small"_s, held));
-    conversion::removePreset(u"Plain"_s);
-    QVERIFY(conversion::presetNames().isEmpty());
+    Scene scene;
+    scene.open();
+    auto *percent = scene.form->findChild<QSpinBox *>(u"scalePercentageSpinBox"_s);
+    auto *sets = scene.form->findChild<QComboBox *>(u"presetComboBox"_s);
+    const auto saveAs = [&scene](const QString &name) {
+        QTimer::singleShot(0, qApp, [name] {
+            auto *ask = qobject_cast<QInputDialog *>(QApplication::activeModalWidget());
+            ask->setTextValue(name);
+            ask->accept();
+        });
+        scene.form->findChild<QToolButton *>(u"savePresetButton"_s)->click();
+    };
+    percent->setValue(25);
+    saveAs(u"Small"_s);
+    QCOMPARE(sets->currentText(), u"Small"_s);
+    percent->setValue(75);
+    settings::writeString(key, u"OutputFolder", u"C:\\elsewhere");
+    scene.open();
+    percent = scene.form->findChild<QSpinBox *>(u"scalePercentageSpinBox"_s);
+    sets = scene.form->findChild<QComboBox *>(u"presetComboBox"_s);
+    sets->setCurrentText(u"Small"_s);
+    emit sets->activated(sets->currentIndex());
+    QCOMPARE(percent->value(), 25);
+    QCOMPARE(settings::dwordInRange(key, u"scalePercentage", 0, 0, 100), 25);
+    QCOMPARE(scene.form->settings().outputFolder, u"C:\\elsewhere"_s); // of the run, not of the set
+    scene.dialogs.nextAnswer.enqueue(QMessageBox::Yes);
+    scene.form->findChild<QToolButton *>(u"removePresetButton"_s)->click();
+    QCOMPARE(sets->count(), 1);
 }
 
 void ConvertFormTest::everyFormat_data()
@@ -291,17 +313,22 @@ void ConvertFormTest::controlsAreTheSettings()
 {
     Scene scene;
     scene.open();
-    for (const conversion::NumberValue &value : conversion::numberValues()) {
-        if (value.name == u"withSubfolders")
-            continue; // in a menu
-        const QList<QWidget *> all = scene.form->findChildren<QWidget *>();
-        QVERIFY2(
-            std::ranges::any_of(
-                all, [&](const QWidget *control) { return control->objectName().startsWith(value.name); }),
-            qPrintable(value.name.toString()));
-    }
+    // The names as they are stored, by people's computers since long.
+    const QStringList names =
+        u"targeFileType targeFileQuality OutputFolder pdfFileName pdfPaperSize scaleImage scaleType "
+        "scalePercentage scaleAbsoluteWitdh scaleAbsoluteHeight scaleRelativeTo scaleRelativeWidth "
+        "scaleRelativeHeight textContent textFont textSize textColor textPosition textOpacity textMargin "
+        "imagePath imageSize imagePosition imageOpacity imageMargin qrCodeText qrCodeSize qrCodePosition "
+        "qrCodeMargin adjustGrayScale adjustSepia adjustContrast adjustBrightness adjustGamma "
+        "adjustInvertColours setBlurRadius"_s.split(u' ');
+    const QList<QWidget *> all = scene.form->findChildren<QWidget *>();
+    for (const QString &name : names)
+        QVERIFY2(std::ranges::any_of(
+                     all, [&](const QWidget *control) { return control->objectName().startsWith(name); }),
+                 qPrintable(name));
     auto *contrast = scene.form->findChild<QSpinBox *>(u"adjustContrastSpinBox"_s);
     contrast->setValue(-20);
+    QCOMPARE(scene.form->findChild<QSlider *>(u"adjustContrastSlider"_s)->value(), -20);
     quint32 stored = 0;
     QVERIFY(settings::readDword(key, u"adjustContrast", stored));
     QCOMPARE(qint32(stored), -20);

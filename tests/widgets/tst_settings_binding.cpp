@@ -1,14 +1,17 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "settings/Keys.h"
+#include "settings/NamedSets.h"
 #include "tests/support/RegistryTest.h"
 #include "widgets/ColumnState.h"
 #include "widgets/SettingsBinding.h"
 
+#include <QAction>
 #include <QButtonGroup>
 #include <QCheckBox>
 #include <QComboBox>
 #include <QHeaderView>
 #include <QLineEdit>
+#include <QPlainTextEdit>
 #include <QRadioButton>
 #include <QSignalSpy>
 #include <QSlider>
@@ -94,6 +97,9 @@ class SettingsBindingTest : public tests::RegistryTest
 private slots:
     void showsAndStores();
     void damagedValuesShowAsDefaults();
+    void controlsOfOneSettingFollowEachOther();
+    void valuesByName();
+    void namedSets();
     void dialogsStoreWhenTheySave();
     void columnsComeBack();
     void damagedColumnsAreLeftAlone_data();
@@ -132,6 +138,71 @@ void SettingsBindingTest::damagedValuesShowAsDefaults()
     settings::writeString(key, slide.name, u"5");
     radio.write(6);
     QCOMPARE(Form(SettingsBinding::Write::OnChange).shown(), defaults);
+}
+
+void SettingsBindingTest::controlsOfOneSettingFollowEachOther()
+{
+    constexpr settings::Number nearest{key, u"tNear", 5, 0, 10, settings::Number::Outside::Nearest};
+    constexpr settings::Flag onlyOne{key, u"tOne", false, true};
+    nearest.write(-7);
+    settings::writeDword(key, onlyOne.name, 2);
+    QSlider slider;
+    QSpinBox number;
+    QAction action;
+    action.setCheckable(true);
+    QPlainTextEdit edit;
+    SettingsBinding binding(SettingsBinding::Write::OnChange);
+    binding.add(&slider, nearest);
+    binding.add(&number, nearest);
+    binding.add(&action, onlyOne);
+    binding.add(&edit, text);
+    QCOMPARE(number.value(), 0);
+    QVERIFY(!action.isChecked());
+    QSignalSpy told(&binding, &SettingsBinding::changed);
+    number.setValue(8);
+    QCOMPARE(slider.value(), 8);
+    slider.setSliderDown(true);
+    slider.setValue(3);
+    QCOMPARE(number.value(), 3);
+    QCOMPARE(nearest.read(), 8);
+    slider.setSliderDown(false);
+    QCOMPARE(nearest.read(), 3);
+    edit.setPlainText(u"two\nlines"_s);
+    action.setChecked(true);
+    QCOMPARE(text.read(), u"two\nlines"_s);
+    QVERIFY(onlyOne.read());
+    QCOMPARE(told.size(), 5);
+    QVERIFY(!binding.isChanged());
+}
+
+void SettingsBindingTest::valuesByName()
+{
+    Form form(SettingsBinding::Write::OnChange);
+    QVariantMap values = form.binding.values();
+    QCOMPARE(values.size(), 7);
+    QSignalSpy told(&form.binding, &SettingsBinding::changed);
+    form.binding.show({{u"tSpin"_s, 99}, {u"tIndex"_s, u"x"_s}, {u"tText"_s, u"new"_s}, {u"none"_s, 1}});
+    QCOMPARE(form.shown(), QVariantList({true, 1, 90, 20, 3, 7, u"new"_s}));
+    QCOMPARE(text.read(), u"new"_s);
+    QCOMPARE(told.size(), 1);
+    form.change();
+    form.binding.show(values);
+    QCOMPARE(stored(), defaults);
+}
+
+void SettingsBindingTest::namedSets()
+{
+    const settings::NamedSets sets(settings::TextList{key, u"tSet", u"tSetCount", 2});
+    QVERIFY(sets.save(u"Small"_s, {{u"width"_s, 25}}));
+    QVERIFY(sets.save(u"large"_s, {{u"width"_s, 75}}));
+    QVERIFY(sets.save(u"Small"_s, {{u"width"_s, 20}}));
+    QVERIFY(!sets.save(u"third"_s, {}) && !sets.save({}, {}));
+    QCOMPARE(sets.names(), QStringList({u"large"_s, u"Small"_s}));
+    QCOMPARE(sets.find(u"Small"_s)->value(u"width"_s).toInt(), 20);
+    settings::writeString(key, u"tSet0", u"{ damaged");
+    QVERIFY(!sets.find(u"large"_s));
+    QVERIFY(sets.remove(u"Small"_s));
+    QVERIFY(sets.names().isEmpty() && !settings::valueExists(key, u"tSet0"));
 }
 
 void SettingsBindingTest::dialogsStoreWhenTheySave()
