@@ -65,6 +65,9 @@ QString writeWithQt(QIODevice &device, const QImage &image, const Encoding &enco
     QImageWriter writer(&device, writerFormat(encoding.target));
     if (const int quality = qualityOf(encoding); quality != Encoding::ownChoice)
         writer.setQuality(quality);
+    constexpr int lzw = 1; // of the TIFF writer, whose own choice is none
+    if (encoding.target == Target::Tiff)
+        writer.setCompression(lzw);
     writer.setOptimizedWrite(true);
     writer.setProgressiveScanWrite(true);
     return writer.write(image) ? QString() : writer.errorString();

@@ -74,6 +74,12 @@ void addSpaces(QMap<QString, QString> &spaces, const QXmlStreamReader &reader)
         spaces.insert(space.prefix().toString(), space.namespaceUri().toString());
 }
 
+// Namespaces go into a tag that is still open, and into the next one otherwise.
+void finishTag(QXmlStreamWriter &writer)
+{
+    writer.writeCharacters(QString());
+}
+
 bool PropertyCopy::copy(QXmlStreamWriter &writer)
 {
     bool found = false;
@@ -120,6 +126,7 @@ void PropertyCopy::copyDescription(QXmlStreamWriter &writer)
     addSpaces(spaces, m_reader);
     if (!digest.isEmpty())
         spaces.insert(QStringLiteral("xmpNote"), noteSpace);
+    finishTag(writer);
     for (auto space = spaces.cbegin(); space != spaces.cend(); ++space)
         writer.writeNamespace(space.value(), space.key());
     writer.writeStartElement(rdfSpace, description);
@@ -181,6 +188,7 @@ void PropertyCopy::copyElement(QXmlStreamWriter &writer)
 
 void PropertyCopy::copyStart(QXmlStreamWriter &writer)
 {
+    finishTag(writer);
     for (const QXmlStreamNamespaceDeclaration &space : m_reader.namespaceDeclarations())
         writer.writeNamespace(space.namespaceUri().toString(), space.prefix().toString());
     writer.writeStartElement(m_reader.namespaceUri().toString(), m_reader.name().toString());

@@ -302,6 +302,10 @@ void TestWriters::longMetadataOfJpeg()
     const QByteArray whole = metadataIn(file.data()).xmp;
     QVERIFY(whole.contains("Title") && whole.contains(depth) && whole.contains(history));
     QVERIFY(!whole.contains("HasExtendedXMP"));
+    for (const QByteArray &text : {first, whole}) { // no tag names a space twice
+        const qsizetype list = text.indexOf("<rdf:RDF");
+        QCOMPARE(text.mid(list, text.indexOf('>', list) - list).count("xmlns:rdf"), 1);
+    }
     // A part that is missing leaves the packet.
     QByteArray torn = file.data();
     torn[torn.lastIndexOf("/xmp/extension/")] = '-';
