@@ -14,6 +14,7 @@ void ConvertPage::savePreset()
     QInputDialog ask(this);
     ask.setWindowTitle(tr("Save these settings"));
     ask.setLabelText(tr("Name of the set"));
+    ask.resize(360, ask.sizeHint().height());
     ask.setTextValue(m_presets->currentIndex() > 0 ? m_presets->currentText() : QString());
     if (ask.exec() != QDialog::Accepted)
         return;
