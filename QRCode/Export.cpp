@@ -21,30 +21,6 @@ QString tr(const char *text)
     return QCoreApplication::translate("QRCodeExport", text);
 }
 
-struct Encoded {
-    QByteArray bytes; // empty when there is no memory for them
-    Verdict verdict;
-};
-
-// A picture is judged as its file says it; of the formats without pixels, the drawing that they hold.
-Encoded encoded(const Drawing &drawing, const QString &text, Format format)
-{
-    Encoded result;
-    if (format != Format::Png) {
-        constexpr int pixelsPerModule = 8; // of a medium size on paper or screen
-        result.bytes = format == Format::Svg ? drawing.svg() : drawing.pdf();
-        result.verdict = check(drawing, drawing.image(drawing.side() * pixelsPerModule), text);
-        return result;
-    }
-    QBuffer buffer(&result.bytes);
-    buffer.open(QIODevice::WriteOnly);
-    if (drawing.image().save(&buffer, "png"))
-        result.verdict = check(drawing, QImage::fromData(result.bytes, "png"), text);
-    else
-        result.bytes.clear();
-    return result;
-}
-
 bool holds(const QString &path, const QByteArray &bytes)
 {
     QFile file(path);
@@ -59,14 +35,51 @@ Saved tooSmall(const Drawing &drawing)
     return saved;
 }
 
-Saved unread(const Verdict &verdict)
-{
-    return {.outcome = Saved::Outcome::DoesNotScan, .verdict = verdict};
-}
-
 Saved failed(const QString &error)
 {
     return {.outcome = Saved::Outcome::Failed, .error = error};
+}
+
+// The file as it will be, and what is said of it: Written when it may be, and scans.
+struct Encoded {
+    QByteArray bytes;
+    Saved saved;
+};
+
+// A picture is judged as its file says it; of the formats without pixels, the drawing that they hold.
+Verdict judge(const Drawing &drawing, const QByteArray &bytes, const QString &text, Format format)
+{
+    constexpr int pixelsPerModule = 8; // of a medium size on paper or screen
+    return check(drawing,
+                 format == Format::Png ? QImage::fromData(bytes, "png")
+                                       : drawing.image(drawing.side() * pixelsPerModule),
+                 text);
+}
+
+QByteArray png(const QImage &picture)
+{
+    QBuffer buffer;
+    buffer.open(QIODevice::WriteOnly);
+    return picture.save(&buffer, "png") ? buffer.data() : QByteArray();
+}
+
+Encoded encoded(const QString &text, const Style &style, Format format)
+{
+    const core::QrCode code = core::encodeQr(text, style.correction);
+    if (!code.matrix)
+        return {{}, {.outcome = Saved::Outcome::TooLong, .tooLongBy = code.tooLongBy}};
+    const Drawing drawing(*code.matrix, style);
+    if (format == Format::Png && drawing.pixelsPerModule(style.imageSize) < 1)
+        return {{}, tooSmall(drawing)};
+    const QByteArray bytes = format == Format::Svg   ? drawing.svg()
+                             : format == Format::Pdf ? drawing.pdf()
+                                                     : png(drawing.image());
+    if (bytes.isEmpty())
+        return {{}, failed(tr("There is not enough memory."))};
+    const Verdict verdict = judge(drawing, bytes, text, format);
+    return {bytes,
+            {.outcome = verdict.scans ? Saved::Outcome::Written : Saved::Outcome::DoesNotScan,
+             .verdict = verdict}};
 }
 
 // Under the first of its names that is free, from a complete file beside it.
@@ -97,19 +110,11 @@ Saved writeNew(const QByteArray &bytes, const QString &folder, const QString &na
 
 Saved saveRow(const BatchRow &row, const BatchOptions &options)
 {
-    const core::QrCode code = core::encodeQr(row.text, options.style.correction);
-    if (!code.matrix)
-        return {.outcome = Saved::Outcome::TooLong, .tooLongBy = code.tooLongBy};
-    const Drawing drawing(*code.matrix, options.style);
-    if (options.format == Format::Png && drawing.pixelsPerModule(options.style.imageSize) < 1)
-        return tooSmall(drawing);
-    const Encoded made = encoded(drawing, row.text, options.format);
-    if (!made.verdict.scans)
-        return unread(made.verdict);
-    if (made.bytes.isEmpty())
-        return failed(tr("There is not enough memory."));
+    const Encoded made = encoded(row.text, options.style, options.format);
+    if (made.saved.outcome != Saved::Outcome::Written)
+        return made.saved;
     Saved saved = writeNew(made.bytes, options.folder, row.name, suffix(options.format));
-    saved.verdict = made.verdict;
+    saved.verdict = made.saved.verdict;
     return saved;
 }
 
@@ -149,20 +154,15 @@ QString Saved::text() const
 
 Saved save(const SaveOrder &order)
 {
-    const Drawing &drawing = order.drawing;
-    if (order.format == Format::Png && drawing.pixelsPerModule(drawing.style().imageSize) < 1)
-        return tooSmall(drawing);
-    const Encoded made = encoded(drawing, order.text, order.format);
-    if (made.bytes.isEmpty())
-        return failed(tr("There is not enough memory."));
-    if (!made.verdict.scans && !order.evenIfUnreadable)
-        return unread(made.verdict);
+    const Encoded made = encoded(order.text, order.style, order.format);
+    if (made.bytes.isEmpty() || (!made.saved.verdict.scans && !order.evenIfUnreadable))
+        return made.saved;
     QSaveFile out(order.file);
     if (!out.open(QIODevice::WriteOnly) || out.write(made.bytes) != made.bytes.size() || !out.commit())
         return failed(out.errorString());
     if (!holds(order.file, made.bytes))
         return failed(tr("The file does not hold what was written."));
-    return {.outcome = Saved::Outcome::Written, .file = order.file, .verdict = made.verdict};
+    return {.outcome = Saved::Outcome::Written, .file = order.file, .verdict = made.saved.verdict};
 }
 
 QList<Saved> saveAll(const QList<BatchRow> &rows, const BatchOptions &options, core::ProgressRelay &progress,

@@ -33,8 +33,8 @@ struct Saved {
 };
 
 struct SaveOrder {
-    Drawing drawing;
     QString text;
+    Style style;
     Format format = Format::Png;
     QString file;
     bool evenIfUnreadable = false; // otherwise a code that does not scan is not written

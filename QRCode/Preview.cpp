@@ -10,21 +10,39 @@ QRCodePreview::QRCodePreview(QWidget *parent) : QWidget(parent)
     setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Expanding);
 }
 
-void QRCodePreview::showCode(const qr::Drawing &drawing, const QString &name)
+void QRCodePreview::showCode(const QImage &picture, bool transparent, const QString &name)
 {
-    m_drawing = drawing;
+    m_picture = picture;
+    m_transparent = transparent;
     m_text.clear();
-    m_picture = {};
     setAccessibleName(name);
     update();
 }
 
 void QRCodePreview::showText(const QString &text)
 {
-    m_drawing.reset();
+    m_picture = {};
     m_text = text;
     setAccessibleName(text);
     update();
+}
+
+QRect QRCodePreview::square() const
+{
+    const int side = qMin(width(), height()) - 2 * theme::space;
+    QRect square(0, 0, side, side);
+    square.moveCenter(rect().center());
+    return square;
+}
+
+int QRCodePreview::wantedPixels() const
+{
+    return qRound(square().width() * devicePixelRatioF());
+}
+
+void QRCodePreview::resizeEvent(QResizeEvent *)
+{
+    emit sizeChanged();
 }
 
 // What a code without a background lies on.
@@ -41,23 +59,14 @@ void QRCodePreview::paintEvent(QPaintEvent *)
     QPainter painter(this);
     const theme::Colors colors = theme::colors(this);
     theme::paintCard(painter, QRectF(rect()).adjusted(0.5, 0.5, -0.5, -0.5), colors);
-    const QRect inside = rect().adjusted(theme::space, theme::space, -theme::space, -theme::space);
-    if (!m_drawing) {
+    if (m_picture.isNull()) {
+        const int inset = theme::space;
         painter.setPen(colors.textMuted);
-        painter.drawText(inside, Qt::AlignCenter | Qt::TextWordWrap, m_text);
+        painter.drawText(rect().adjusted(inset, inset, -inset, -inset), Qt::AlignCenter | Qt::TextWordWrap,
+                         m_text);
         return;
     }
-    const int side = qMin(inside.width(), inside.height());
-    QRect square(0, 0, side, side);
-    square.moveCenter(inside.center());
-    if (m_drawing->style().transparent)
-        paintChecks(painter, square);
-    // In the screen's own pixels, so that the modules are sharp on scaled screens too.
-    const int pixels = qRound(side * devicePixelRatioF());
-    if (m_picture.width() != pixels)
-        m_picture = m_drawing->image(pixels);
-    if (m_picture.isNull())
-        m_drawing->paint(painter, square);
-    else
-        painter.drawImage(square, m_picture);
+    if (m_transparent)
+        paintChecks(painter, square());
+    painter.drawImage(square(), m_picture);
 }

@@ -1,11 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
-#include "QRCode/engine/Drawing.h"
-
+#include <QImage>
 #include <QWidget>
-
-#include <optional>
 
 // The code as large as there is room, or a sentence that says why there is none.
 class QRCodePreview : public QWidget
@@ -15,21 +12,29 @@ class QRCodePreview : public QWidget
 public:
     explicit QRCodePreview(QWidget *parent = nullptr);
 
-    // `name` is what a screen reader says of it.
-    void showCode(const qr::Drawing &drawing, const QString &name);
+    // `name` is what a screen reader says of it. A picture of another size than wantedPixels() is scaled.
+    void showCode(const QImage &picture, bool transparent, const QString &name);
     void showText(const QString &text);
     QString text() const { return m_text; } // empty while a code is shown
+    // A side, in the screen's own pixels, so that the modules are sharp on scaled screens too.
+    int wantedPixels() const;
 
     QSize sizeHint() const override { return {320, 320}; }
     QSize minimumSizeHint() const override { return {180, 180}; }
 
+signals:
+    // wantedPixels() has changed.
+    void sizeChanged();
+
 protected:
+    void resizeEvent(QResizeEvent *event) override;
     void paintEvent(QPaintEvent *event) override;
 
 private:
     void paintChecks(QPainter &painter, const QRect &square) const;
+    QRect square() const;
 
-    std::optional<qr::Drawing> m_drawing;
     QString m_text;
-    QImage m_picture; // of m_drawing, for the size at hand
+    QImage m_picture; // null: the text is shown
+    bool m_transparent = false;
 };

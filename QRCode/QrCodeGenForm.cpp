@@ -57,6 +57,7 @@ QrCodeGenForm::QrCodeGenForm(QWidget *parent) : FLWidget(parent)
     connect(m_progress, &ScanPage::scanCancel, &m_jobs, &JobHost::cancel);
 
     connect(m_style, &StylePanel::changed, this, &QrCodeGenForm::encode);
+    connect(m_preview, &QRCodePreview::sizeChanged, this, &QrCodeGenForm::draw);
     addKinds();
 }
 

@@ -69,7 +69,12 @@ private:
     void saveFields();
     void setPayload(const QString &payload);
     void encode();
-    void showTooLong(qsizetype tooLongBy);
+    void draw();
+    struct Made;
+    static Made made(const QString &text, const qr::Style &style);
+    void showMade(const Made &made);
+    void showTooLong(const Made &made);
+    void showNothing(const QString &why);
     void check();
     void showVerdict(const qr::Verdict &verdict);
     void setUsable(bool usable);
@@ -101,9 +106,11 @@ private:
     std::optional<qr::SaveOrder> m_refused; // what was not saved because it does not scan
 
     QString m_text;
-    std::optional<qr::Drawing> m_drawing;
+    std::optional<qr::Drawing> m_drawing; // on show; may be behind m_text while m_making waits
     qr::Verdict m_verdict;
-    QTimer m_settle; // until the user pauses
+    core::LatestAnswer m_making;
+    bool m_makeAgain = false; // something has changed since it was begun
+    QTimer m_settle;          // until the user pauses
     core::LatestAnswer m_checking;
     JobHost m_jobs{this};
 };

@@ -18,6 +18,7 @@
 #include <QDir>
 #include <QGuiApplication>
 #include <QLabel>
+#include <QPainter>
 #include <QPushButton>
 #include <QScrollArea>
 #include <QScrollBar>
@@ -34,6 +35,19 @@ namespace
 qsizetype characterCount(const QString &text)
 {
     return text.size() - std::ranges::count_if(text, [](QChar c) { return c.isLowSurrogate(); });
+}
+
+// Blurred where modules are smaller than a pixel.
+QImage previewOf(const qr::Drawing &drawing, int pixels)
+{
+    QImage picture = drawing.image(pixels);
+    if (!picture.isNull())
+        return picture;
+    picture = QImage(pixels, pixels, QImage::Format_ARGB32_Premultiplied);
+    picture.fill(Qt::transparent);
+    QPainter painter(&picture);
+    drawing.paint(painter, picture.rect());
+    return picture;
 }
 
 } // namespace
@@ -80,7 +94,6 @@ void QrCodeGenForm::encode()
     m_checking.forget();
     m_settle.stop();
     m_verdict = {};
-    m_drawing.reset();
     // Grey until the next answer: taken away it would make the preview jump with every key.
     m_note->setEnabled(false);
     // What it offers to save is not what is on the screen any more.
@@ -88,34 +101,85 @@ void QrCodeGenForm::encode()
         m_refused.reset();
         m_notice->hide();
     }
-    const core::QrCode code = core::encodeQr(m_text, m_style->style().correction);
-    setUsable(code.matrix.has_value());
-    if (!code.matrix) {
-        showTooLong(code.tooLongBy);
-        return;
-    }
-    m_drawing.emplace(*code.matrix, m_style->style());
-    m_preview->showCode(*m_drawing, tr("QR code of: %1").arg(m_text.left(200)));
-    m_facts->setText(
-        tr("%1 × %1 modules, %2 characters").arg(code.matrix->size()).arg(characterCount(m_text)));
-    m_settle.start();
+    draw();
 }
 
-// Or that there is no text at all.
-void QrCodeGenForm::showTooLong(qsizetype tooLongBy)
+struct QrCodeGenForm::Made {
+    QString text;
+    qsizetype tooLongBy = 0;
+    std::optional<qr::Drawing> drawing;
+    QImage picture; // null: not asked for, or a module would be smaller than a pixel
+};
+
+// On any thread; without a picture.
+QrCodeGenForm::Made QrCodeGenForm::made(const QString &text, const qr::Style &style)
 {
-    m_note->setWarning({});
+    const core::QrCode code = core::encodeQr(text, style.correction);
+    Made made{.text = text, .tooLongBy = code.tooLongBy};
+    if (code.matrix)
+        made.drawing.emplace(*code.matrix, style);
+    return made;
+}
+
+// One at a time, and what is made is shown: while keys come faster than dense codes are made, the preview
+// follows as fast as it can.
+void QrCodeGenForm::draw()
+{
     if (m_text.isEmpty()) {
-        m_preview->showText(tr("The code appears here as soon as there is something to encode."));
+        m_making.forget();
+        m_makeAgain = false;
+        showNothing(tr("The code appears here as soon as there is something to encode."));
         m_facts->clear();
         return;
     }
-    m_preview->showText(tr("The text is too long by %1 characters. Only the first %2 would fit.")
-                            .arg(tooLongBy)
-                            .arg(characterCount(m_text) - tooLongBy));
+    m_makeAgain = m_making.isWaiting();
+    if (m_makeAgain)
+        return;
+    m_making.ask(
+        [text = m_text, style = m_style->style(), pixels = m_preview->wantedPixels()](const core::Asking &) {
+            Made answer = made(text, style);
+            if (answer.drawing)
+                answer.picture = previewOf(*answer.drawing, pixels);
+            return answer;
+        },
+        [this](const Made &made) { showMade(made); }, [this](const QString &error) { showNothing(error); });
+}
+
+void QrCodeGenForm::showMade(const Made &made)
+{
+    if (made.drawing) {
+        m_drawing = made.drawing;
+        m_preview->showCode(made.picture, made.drawing->style().transparent,
+                            tr("QR code of: %1").arg(made.text.left(200)));
+        m_facts->setText(tr("%1 × %1 modules, %2 characters")
+                             .arg(made.drawing->matrix().size())
+                             .arg(characterCount(made.text)));
+        setUsable(true);
+    } else {
+        showTooLong(made);
+    }
+    if (m_makeAgain)
+        draw();
+    else if (m_drawing)
+        m_settle.start();
+}
+
+void QrCodeGenForm::showTooLong(const Made &made)
+{
+    showNothing(tr("The text is too long by %1 characters. Only the first %2 would fit.")
+                    .arg(made.tooLongBy)
+                    .arg(characterCount(made.text) - made.tooLongBy));
     m_facts->setText(m_style->style().correction == core::QrCorrection::Low
                          ? QString()
                          : tr("A lower error correction, under Design, leaves more room."));
+}
+
+void QrCodeGenForm::showNothing(const QString &why)
+{
+    m_drawing.reset();
+    m_note->setWarning({});
+    m_preview->showText(why);
+    setUsable(false);
 }
 
 void QrCodeGenForm::check()
@@ -148,15 +212,16 @@ void QrCodeGenForm::setUsable(bool usable)
 
 void QrCodeGenForm::save(qr::Format format)
 {
-    if (!m_drawing || m_jobs.isBusy())
+    if (m_text.isEmpty() || m_jobs.isBusy())
         return;
+    qr::SaveOrder order{.text = m_text, .style = m_style->style(), .format = format};
     const QString ending = qr::suffix(format);
-    const QString file =
+    order.file =
         platform::dialogs().chooseFileToSave(window(), tr("Save QR Code"), tr("QR code") + u'.' + ending,
                                              QStringLiteral("%1 (*.%2)").arg(ending.toUpper(), ending));
     // The dialog let the world go on.
-    if (!file.isEmpty() && m_drawing && !m_jobs.isBusy())
-        run({.drawing = *m_drawing, .text = m_text, .format = format, .file = file});
+    if (!order.file.isEmpty() && !m_jobs.isBusy())
+        run(order);
 }
 
 void QrCodeGenForm::saveRefused()
@@ -203,21 +268,26 @@ void QrCodeGenForm::showSaved(const Saved &result, const qr::SaveOrder &order)
 // A large picture of a dense code takes a moment.
 void QrCodeGenForm::copy()
 {
-    if (!m_drawing || m_jobs.isBusy())
+    if (m_text.isEmpty() || m_jobs.isBusy())
         return;
     m_jobs.run(
         {.busyText = tr("copying the code")},
-        [drawing = *m_drawing](const core::JobControl &) {
+        [text = m_text, style = m_style->style()](const core::JobControl &) {
+            Made copy = made(text, style);
+            if (copy.drawing)
+                copy.picture = copy.drawing->image();
             // The clipboard takes long, on the interface thread, for an alpha channel that says nothing.
-            const QImage picture = drawing.image();
-            return drawing.style().transparent ? picture : picture.convertToFormat(QImage::Format_RGB32);
+            if (!style.transparent)
+                copy.picture.convertTo(QImage::Format_RGB32);
+            return copy;
         },
-        [this, side = m_drawing->side()](auto &job) {
+        [this](auto &job) {
+            const Made copy = job.takeResult().value_or(Made());
             const QString error =
-                job.error().isEmpty()
-                    ? tr("The picture is too small for this code: it needs %1 pixels at least.").arg(side)
-                    : job.error();
-            showCopied(job.takeResult().value_or(QImage()), error);
+                copy.drawing ? tr("The picture is too small for this code: it needs %1 pixels at least.")
+                                   .arg(copy.drawing->side())
+                             : job.error();
+            showCopied(copy.picture, error);
         });
 }
 

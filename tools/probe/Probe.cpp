@@ -80,6 +80,7 @@ QJsonObject describe(const QWidget &widget)
                        {QStringLiteral("reader"), readerName(widget)},
                        {QStringLiteral("enabled"), widget.isEnabled()},
                        {QStringLiteral("focus"), widget.hasFocus()},
+                       {QStringLiteral("tab"), (widget.focusPolicy() & Qt::TabFocus) != 0},
                        {QStringLiteral("clipped"), widget.visibleRegion().boundingRect() != widget.rect()},
                        {QStringLiteral("rect"), onScreen(widget, widget.rect())}};
     if (const auto *view = qobject_cast<const QAbstractItemView *>(&widget); view && view->model()) {
