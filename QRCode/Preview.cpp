@@ -10,29 +10,40 @@ QRCodePreview::QRCodePreview(QWidget *parent) : QWidget(parent)
     setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Expanding);
 }
 
-void QRCodePreview::showCode(const QImage &picture, bool transparent, const QString &name)
+void QRCodePreview::showCode(const QImage &picture, bool transparent, const QString &name,
+                             const QString &facts)
 {
     m_picture = picture;
     m_transparent = transparent;
+    m_facts = facts;
     m_text.clear();
     setAccessibleName(name);
+    setAccessibleDescription(facts);
     update();
 }
 
 void QRCodePreview::showText(const QString &text)
 {
     m_picture = {};
+    m_facts.clear();
     m_text = text;
     setAccessibleName(text);
+    setAccessibleDescription({});
     update();
 }
 
 QRect QRCodePreview::square() const
 {
-    const int side = qMin(width(), height()) - 2 * theme::space;
+    const QRect room = rect().adjusted(0, 0, 0, -factsHeight());
+    const int side = qMin(room.width(), room.height()) - 2 * theme::space;
     QRect square(0, 0, side, side);
-    square.moveCenter(rect().center());
+    square.moveCenter(room.center());
     return square;
+}
+
+int QRCodePreview::factsHeight() const
+{
+    return QFontMetrics(theme::caption(font())).height();
 }
 
 int QRCodePreview::wantedPixels() const
@@ -69,4 +80,8 @@ void QRCodePreview::paintEvent(QPaintEvent *)
     if (m_transparent)
         paintChecks(painter, square());
     painter.drawImage(square(), m_picture);
+    painter.setPen(colors.textMuted);
+    painter.setFont(theme::caption(font()));
+    painter.drawText(QRect(0, square().bottom() + theme::spaceTight, width(), factsHeight()),
+                     Qt::AlignHCenter, m_facts);
 }

@@ -12,10 +12,12 @@ class QRCodePreview : public QWidget
 public:
     explicit QRCodePreview(QWidget *parent = nullptr);
 
-    // `name` is what a screen reader says of it. A picture of another size than wantedPixels() is scaled.
-    void showCode(const QImage &picture, bool transparent, const QString &name);
+    // `name` is what a screen reader says of it, `facts` a line below it. A picture of another size than
+    // wantedPixels() is scaled.
+    void showCode(const QImage &picture, bool transparent, const QString &name, const QString &facts);
     void showText(const QString &text);
     QString text() const { return m_text; } // empty while a code is shown
+    QString facts() const { return m_facts; }
     // A side, in the screen's own pixels, so that the modules are sharp on scaled screens too.
     int wantedPixels() const;
 
@@ -33,8 +35,10 @@ protected:
 private:
     void paintChecks(QPainter &painter, const QRect &square) const;
     QRect square() const;
+    int factsHeight() const;
 
     QString m_text;
+    QString m_facts;  // painted here: a label of its own would lay out the whole page with every key
     QImage m_picture; // null: the text is shown
     bool m_transparent = false;
 };

@@ -18,7 +18,6 @@
 #include <QAction>
 #include <QButtonGroup>
 #include <QHBoxLayout>
-#include <QLabel>
 #include <QPushButton>
 #include <QScrollArea>
 #include <QStackedWidget>
@@ -185,14 +184,9 @@ QWidget *QrCodeGenForm::buildResult()
     column->setSpacing(theme::spaceSnug);
     m_preview = new QRCodePreview(result);
     m_preview->setObjectName(QStringLiteral("qrCodePreview"));
-    m_facts = new QLabel(result);
-    m_facts->setObjectName(QStringLiteral("factsLabel"));
-    m_facts->setWordWrap(true);
-    theme::makeMuted(m_facts);
     m_note = new FieldNote(result);
     m_note->setObjectName(QStringLiteral("verdictNote"));
     column->addWidget(m_preview, 1);
-    column->addWidget(m_facts);
     column->addWidget(m_note);
     addSave(column, "savePngButton", tr("Save Picture"), qr::Format::Png);
     auto *others = new QHBoxLayout;

@@ -14,7 +14,6 @@ class FLTabWidget;
 class NoticeBar;
 class PayloadForm;
 class QButtonGroup;
-class QLabel;
 class QPushButton;
 class QRCodeBatchPage;
 class QRCodePreview;
@@ -100,7 +99,6 @@ private:
     StylePanel *m_style;
     QRCodePreview *m_preview;
     FieldNote *m_note;
-    QLabel *m_facts;
     QList<QPushButton *> m_saveButtons;
     QAction *m_saveAnyway;
     std::optional<qr::SaveOrder> m_refused; // what was not saved because it does not scan

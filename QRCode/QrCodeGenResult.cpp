@@ -17,7 +17,6 @@
 #include <QClipboard>
 #include <QDir>
 #include <QGuiApplication>
-#include <QLabel>
 #include <QPainter>
 #include <QPushButton>
 #include <QScrollArea>
@@ -129,7 +128,6 @@ void QrCodeGenForm::draw()
         m_making.forget();
         m_makeAgain = false;
         showNothing(tr("The code appears here as soon as there is something to encode."));
-        m_facts->clear();
         return;
     }
     m_makeAgain = m_making.isWaiting();
@@ -150,10 +148,10 @@ void QrCodeGenForm::showMade(const Made &made)
     if (made.drawing) {
         m_drawing = made.drawing;
         m_preview->showCode(made.picture, made.drawing->style().transparent,
-                            tr("QR code of: %1").arg(made.text.left(200)));
-        m_facts->setText(tr("%1 × %1 modules, %2 characters")
-                             .arg(made.drawing->matrix().size())
-                             .arg(characterCount(made.text)));
+                            tr("QR code of: %1").arg(made.text.left(200)),
+                            tr("%1 × %1 modules, %2 characters")
+                                .arg(made.drawing->matrix().size())
+                                .arg(characterCount(made.text)));
         setUsable(true);
     } else {
         showTooLong(made);
@@ -166,12 +164,12 @@ void QrCodeGenForm::showMade(const Made &made)
 
 void QrCodeGenForm::showTooLong(const Made &made)
 {
-    showNothing(tr("The text is too long by %1 characters. Only the first %2 would fit.")
-                    .arg(made.tooLongBy)
-                    .arg(characterCount(made.text) - made.tooLongBy));
-    m_facts->setText(m_style->style().correction == core::QrCorrection::Low
-                         ? QString()
-                         : tr("A lower error correction, under Design, leaves more room."));
+    QString text = tr("The text is too long by %1 characters. Only the first %2 would fit.")
+                       .arg(made.tooLongBy)
+                       .arg(characterCount(made.text) - made.tooLongBy);
+    if (m_style->style().correction != core::QrCorrection::Low)
+        text += QStringLiteral("\n\n") + tr("A lower error correction, under Design, leaves more room.");
+    showNothing(text);
 }
 
 void QrCodeGenForm::showNothing(const QString &why)
