@@ -4,17 +4,19 @@
 #include "FindDuplicate/engine/FileRecord.h"
 #include "platform/Icons.h"
 
+#include <QHash>
 #include <QPixmap>
 
 QIcon FileIcons::icon(const QString &fileName)
 {
+    static QHash<QString, QIcon> bySuffix;
     const QString suffix = duplicates::suffixOf(fileName).toString().toLower();
-    const auto known = m_bySuffix.constFind(suffix);
-    if (known != m_bySuffix.constEnd())
+    const auto known = bySuffix.constFind(suffix);
+    if (known != bySuffix.constEnd())
         return *known;
     const QImage image = platform::systemFileIcon(QStringLiteral("file.") + suffix);
     const QIcon icon = image.isNull() ? missing() : QIcon(QPixmap::fromImage(image));
-    m_bySuffix.insert(suffix, icon);
+    bySuffix.insert(suffix, icon);
     return icon;
 }
 

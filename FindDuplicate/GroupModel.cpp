@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "FindDuplicate/GroupModel.h"
 
+#include "FindDuplicate/FileIcons.h"
 #include "FindDuplicate/engine/Grouping.h"
 #include "core/CountText.h"
 #include "core/SizeText.h"
@@ -80,7 +81,7 @@ QVariant GroupModel::textData(const DuplicateGroup &group, bool exists, int role
     case Qt::AccessibleTextRole:
         return accessibleRowText(exists ? wholeText(file) : movedText(), badges(group));
     case Qt::DecorationRole:
-        return exists ? m_icons.icon(file.name) : FileIcons::missing();
+        return exists ? FileIcons::icon(file.name) : FileIcons::missing();
     case Qt::ToolTipRole:
         return file.fullPath();
     case FileRowDelegate::TitleRole:

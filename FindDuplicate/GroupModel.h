@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
-#include "FindDuplicate/FileIcons.h"
 #include "FindDuplicate/engine/FileRecord.h"
 #include "FindDuplicate/groups/GroupListModel.h"
 
@@ -28,5 +27,4 @@ private:
     QVariant textData(const duplicates::DuplicateGroup &group, bool exists, int role) const;
 
     const std::vector<duplicates::DuplicateGroup> *m_groups = nullptr;
-    mutable FileIcons m_icons;
 };

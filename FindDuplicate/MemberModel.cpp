@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "FindDuplicate/MemberModel.h"
 
+#include "FindDuplicate/FileIcons.h"
 #include "core/SizeText.h"
 #include "platform/KnownFolders.h"
 #include "widgets/FileRowDelegate.h"
@@ -124,7 +125,7 @@ QVariant MemberModel::textData(int member, int role) const
     case Qt::DecorationRole:
         return isMissing(member) ? FileIcons::missing()
                : file.checked    ? FileIcons::removed()
-                                 : m_icons.icon(file.name);
+                                 : FileIcons::icon(file.name);
     case Qt::ToolTipRole:
         return toolTip(member);
     case FileRowDelegate::TitleRole:

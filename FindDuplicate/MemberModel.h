@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
-#include "FindDuplicate/FileIcons.h"
 #include "FindDuplicate/engine/ContentComparison.h"
 #include "FindDuplicate/engine/FileRecord.h"
 #include "FindDuplicate/groups/MemberListModel.h"
@@ -48,5 +47,4 @@ private:
     const duplicates::DuplicateGroup *m_group = nullptr;
     std::vector<duplicates::ContentState> m_contents;
     std::optional<std::size_t> m_proposed; // to be kept
-    mutable FileIcons m_icons;
 };

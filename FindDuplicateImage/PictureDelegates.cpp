@@ -3,6 +3,7 @@
 
 #include "FindDuplicateImage/ImageGroupModel.h"
 #include "FindDuplicateImage/ImageMemberModel.h"
+#include "widgets/FittedText.h"
 #include "widgets/Theme.h"
 
 #include <QAbstractItemView>
@@ -51,12 +52,11 @@ void paintPicture(QPainter &painter, const QPixmap &pixmap, const QRect &area, c
 void paintLine(QPainter &painter, QRect &line, const QString &text, const QFont &font, const QColor &color,
                Qt::TextElideMode elide, Qt::LayoutDirection direction)
 {
-    const QFontMetrics metrics(font);
     painter.setFont(font);
     painter.setPen(color);
     const int flags = static_cast<int>(QStyle::visualAlignment(direction, Qt::AlignLeft | Qt::AlignVCenter)) |
                       Qt::TextSingleLine;
-    painter.drawText(line, flags, metrics.elidedText(text, elide, line.width()));
+    painter.drawText(line, flags, fitted::elided(text, font, elide, line.width()));
     line.translate(0, line.height());
 }
 
@@ -77,10 +77,9 @@ bool hasVisibleFocus(const QStyleOptionViewItem &option)
 int paintPill(QPainter &painter, const QRect &area, const QString &text, const QFont &font,
               const QColor &color, const theme::Colors &colors)
 {
-    const QFontMetrics metrics(font);
-    const QString shown = metrics.elidedText(text, Qt::ElideMiddle, area.width() - 2 * theme::spaceSnug);
+    const QString shown = fitted::elided(text, font, Qt::ElideMiddle, area.width() - 2 * theme::spaceSnug);
     QRect pill(area.topLeft(),
-               QSize(metrics.horizontalAdvance(shown) + 2 * theme::spaceSnug, metrics.height() + 2));
+               QSize(fitted::width(shown, font) + 2 * theme::spaceSnug, QFontMetrics(font).height() + 2));
     painter.save();
     painter.setRenderHint(QPainter::Antialiasing);
     painter.setPen(Qt::NoPen);

@@ -18,7 +18,7 @@ struct BuiltInFileType {
 };
 
 // .ogv and .ogx among audio, .srt and .swf among video, .cer and .csr among web files and .psd among raster
-// images are meant so.
+// images are intended.
 constexpr BuiltInFileType builtInFileTypes[] = {
     {"3D Image Files", ".3dm .blend .max", "3dImages16.png"},
     {"Audio Files", ".aac .aif .iff .m3u .m4a .m4p .mid .mp3 .mpa .oga .ogg .ogv .ogx .ra .spx .wav .wma",

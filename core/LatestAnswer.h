@@ -36,10 +36,10 @@ private:
     Tell m_tell;
 };
 
-// Asks the disk about what is on the screen, for an answer that the user may not be there for any more: a
-// sleeping disk takes seconds, a lost share minutes. Each question has a thread of its own; a newer question
-// takes the place of the one before, and nobody waits for a call that hangs. Calls left hanging are bounded;
-// at the bound the newest question waits for one of them to end. Lives on the interface thread.
+// Asks the disk about what is on the screen. The answer may come when the user has moved on: a sleeping disk
+// takes seconds, a lost share minutes. Each question runs on its own thread; a newer one replaces it, and
+// nobody waits for a call that hangs. The number of hanging calls is bounded: at the bound, the newest question
+// waits until one of them ends. Lives on the interface thread.
 class LatestAnswer : public QObject
 {
 public:

@@ -227,7 +227,7 @@ ReadAhead::Folder *ReadAhead::takeBegun(Folder *parent, std::size_t entry)
     return begun;
 }
 
-// Lists other folders meanwhile: were the walk to sleep until the pool is done with the folder that it needs,
+// Lists other folders meanwhile. If the walk slept until the pool is done with the folder that it needs,
 // it would catch up with the pool at once and from then on only one of the two would ever work.
 void ReadAhead::waitFor(const Folder *folder, Lock &lock)
 {

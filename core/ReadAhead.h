@@ -26,9 +26,8 @@ namespace core
 class ReadAhead
 {
 public:
-    // More than these wait for one another: the file system lists folders under locks of its own, a hard disk
-    // has one head, and a share takes a handful of requests at a time. On a machine of 64 processors they
-    // would only take the disk away from everything else.
+    // More threads than this only block each other: the file system holds locks while it lists a folder, a hard
+    // disk has one head, and a share serves a few requests at a time.
     static constexpr int maxThreads = 4;
 
     // One folder of the walk, from the moment when its listing is begun until release().

@@ -17,7 +17,7 @@ namespace
 
 constexpr int interruptInterval = 100; // ms
 
-// On the thread that they live in, that of the interface.
+// Interface thread.
 QList<WorkerThread *> &retiredWorkers()
 {
     static QList<WorkerThread *> workers;

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "widgets/FileRowDelegate.h"
 
+#include "widgets/FittedText.h"
 #include "widgets/Theme.h"
 
 #include <QAbstractItemView>
@@ -92,7 +93,7 @@ private:
         m_painter.setFont(font);
         m_painter.setPen(color);
         const QRect place = QStyle::visualRect(m_item.direction, m_item.rect, line);
-        const QString shown = QFontMetrics(font).elidedText(text, Qt::ElideMiddle, place.width());
+        const QString shown = fitted::elided(text, font, Qt::ElideMiddle, place.width());
         m_painter.drawText(place,
                            static_cast<int>(QStyle::visualAlignment(m_item.direction, Qt::AlignLeft)) |
                                Qt::AlignVCenter | Qt::TextSingleLine,
@@ -103,11 +104,10 @@ private:
     int paintBadges(const QRect &line, const QFont &font, const QString &text)
     {
         const auto badges = m_index.data(FileRowDelegate::BadgesRole).value<QList<RowBadge>>();
-        const QFontMetrics metrics(font);
-        const int textWidth = qMin(metrics.horizontalAdvance(text) + 1, line.width());
+        const int textWidth = qMin(fitted::width(text, font) + 1, line.width());
         int left = line.left() + (text.isEmpty() ? 0 : textWidth + theme::spaceSnug);
         for (const RowBadge &badge : badges) {
-            const int width = qMin(badgeWidth(metrics, badge), line.right() + 1 - left);
+            const int width = qMin(badgeWidth(font, badge), line.right() + 1 - left);
             if (width < 3 * theme::space)
                 break;
             paintBadge(QRect(left, line.top(), width, line.height()), font, badge);
@@ -116,9 +116,9 @@ private:
         return textWidth;
     }
 
-    static int badgeWidth(const QFontMetrics &metrics, const RowBadge &badge)
+    static int badgeWidth(const QFont &font, const RowBadge &badge)
     {
-        return metrics.horizontalAdvance(badge.text) + 2 * theme::spaceSnug + roundingRoom;
+        return fitted::width(badge.text, font) + 2 * theme::spaceSnug + roundingRoom;
     }
 
     void paintBadge(const QRect &place, const QFont &font, const RowBadge &badge)
@@ -137,7 +137,7 @@ private:
         m_painter.setPen(m_selected ? m_text : theme::readable(tone, fill, 4.5)); // WCAG 2.1, AA: text
         const int inside = area.width() - 2 * theme::spaceSnug;
         m_painter.drawText(area, Qt::AlignCenter | Qt::TextSingleLine,
-                           QFontMetrics(font).elidedText(badge.text, Qt::ElideMiddle, inside));
+                           fitted::elided(badge.text, font, Qt::ElideMiddle, inside));
         m_painter.restore();
     }
 

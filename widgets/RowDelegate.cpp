@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "widgets/RowDelegate.h"
 
+#include "widgets/FittedText.h"
 #include "widgets/Theme.h"
 
 #include <QAbstractItemView>
@@ -16,9 +17,9 @@ constexpr double leastContrast = 2;
 constexpr double trackStrength = 0.12;
 
 // Room for "100.0 %", so that all bars of a column begin and end in line.
-int numberWidth(const QFontMetrics &metrics)
+int numberWidth(const QFont &font)
 {
-    return metrics.horizontalAdvance(QStringLiteral("100.0 %"));
+    return fitted::width(QStringLiteral("100.0 %"), font);
 }
 
 const QStyle &styleOf(const QStyleOptionViewItem &item)
@@ -50,9 +51,9 @@ QString fitting(const QString &text, const QStyleOptionViewItem &item, int width
     const int narrowest = qMax(1, item.fontMetrics.averageCharWidth() / 2);
     const qsizetype most = qMax(0, width) / narrowest + 2;
     if (text.size() <= most || item.textElideMode != Qt::ElideMiddle)
-        return item.fontMetrics.elidedText(text, item.textElideMode, width);
+        return fitted::elided(text, item.font, item.textElideMode, width);
     const QString ends = text.first(most / 2) + QChar(0x2026) + text.last(most / 2);
-    return item.fontMetrics.elidedText(ends, item.textElideMode, width);
+    return fitted::elided(ends, item.font, item.textElideMode, width);
 }
 
 } // namespace
@@ -137,7 +138,7 @@ void BarDelegate::paint(QPainter *painter, const QStyleOptionViewItem &option, c
     const QColor background =
         item.palette.color(colorGroup(item), selected ? QPalette::Highlight : QPalette::Base);
     const QColor pen = textColor(item);
-    const int number = numberWidth(item.fontMetrics);
+    const int number = numberWidth(item.font);
     const QRect area = item.rect.adjusted(theme::spaceSnug, 0, -theme::spaceSnug, 0);
     QRect barArea = area;
     barArea.setWidth(qMax(0, area.width() - number - theme::spaceSnug));
