@@ -19,14 +19,14 @@ namespace
 struct Cancelled {
 };
 
-// Thrown from a comparison: the only way out of a standard sort.
+// Throws, since that is the only way to leave std::sort early.
 void throwIfSet(const core::CancelFlag &cancel)
 {
     if (cancel.isSet())
         throw Cancelled();
 }
 
-// Where each folder stands among all folders ordered by path.
+// The rank of each folder in the order of paths.
 std::vector<int> folderRanks(const ScanResult &result, const core::CancelFlag &cancel)
 {
     std::vector<QString> paths;

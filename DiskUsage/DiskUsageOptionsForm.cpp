@@ -215,7 +215,7 @@ void DiskUsageOptionsForm::showEvent(QShowEvent *event)
     checkSiblings();
 }
 
-// A disk is woken and a server asked for a page on the screen only.
+// Only while the page is visible: this may wake a disk or query a server.
 void DiskUsageOptionsForm::checkSiblings()
 {
     if (!isVisible())

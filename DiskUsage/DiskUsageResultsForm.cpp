@@ -97,8 +97,7 @@ void DiskUsageResultsForm::buildLayout()
 
 void DiskUsageResultsForm::buildActions()
 {
-    // In the folder tree F5 is about the selected folder; in the lists there is nothing to scan but
-    // everything.
+    // In the folder tree F5 scans the selected folder again; everywhere else it scans everything.
     auto *everywhereElse = new QAction(this);
     everywhereElse->setShortcut(Qt::Key_F5);
     everywhereElse->setShortcutContext(Qt::WidgetWithChildrenShortcut);

@@ -138,9 +138,8 @@ void FolderModel::setResult(std::shared_ptr<diskusage::ScanResult> result)
 
 std::unique_ptr<FolderItem> FolderModel::buildTree(diskusage::ScanResult &result)
 {
-    // Parents stand before their children, and the children of one folder in the order of the list: one pass
-    // builds the rows of every folder in order.
-    // They own what is not yet a child, so that nothing is lost when memory ends.
+    // Parents precede their children, and siblings are in list order, so one pass builds all rows in order.
+    // `owned` holds the items that have no parent yet: nothing leaks when memory runs out.
     std::vector<std::unique_ptr<FolderItem>> owned;
     owned.reserve(result.folders.size());
     std::vector<FolderItem *> items;
@@ -155,7 +154,7 @@ std::unique_ptr<FolderItem> FolderModel::buildTree(diskusage::ScanResult &result
         items.push_back(owned.back().get());
         siblings.append(items.back());
     }
-    // From the root down: a row that is taken visits all rows below it, and so it has none yet.
+    // From the root down: appendRows() visits all rows below a new row, so it must have none yet.
     for (std::size_t i = 0; i < items.size(); ++i) {
         if (children[i].isEmpty())
             continue;

@@ -193,7 +193,7 @@ void FoldersPage::showColumnWidths()
     m_tree->setStretchColumn(FolderModel::Name, nameWidth(m_deepestLevel));
 }
 
-// Of a row so many levels below the root: what stands before the name, and room for a name.
+// The width needed by a row that many levels below the root: the indentation, the icon, and a name.
 int FoldersPage::nameWidth(int level) const
 {
     const QFontMetrics metrics(m_tree->font());
@@ -201,8 +201,8 @@ int FoldersPage::nameWidth(int level) const
            metrics.horizontalAdvance(QStringLiteral("a folder's name")) + 2 * theme::space;
 }
 
-// The deeper the rows, the wider their column, and the view scrolls: a name of which nothing is left tells
-// nobody anything. It does not shrink again, which would move all columns whenever a folder is closed.
+// Deeper rows widen the name column, and the view scrolls, so that names stay readable. The column does not
+// shrink again: all columns would move whenever a folder is closed.
 void FoldersPage::makeRoomForLevel(int level)
 {
     if (level <= m_deepestLevel)
@@ -211,8 +211,7 @@ void FoldersPage::makeRoomForLevel(int level)
     m_tree->setStretchMinimum(nameWidth(level));
 }
 
-// A view brings the beginning of a cell into sight; in a row many levels down that is the space before the
-// name.
+// scrollTo() shows the beginning of a cell; many levels down that is only the indentation.
 void FoldersPage::scrollToName(const QModelIndex &row)
 {
     const QRect cell = m_tree->visualRect(row.siblingAtColumn(FolderModel::Name));

@@ -29,7 +29,7 @@ public:
     void run(const QString &root);
 
 private:
-    // Asked for once, and only for the sake of a link.
+    // Queried once, and only when a link is met.
     struct LazyIdentity {
         bool known = false;
         std::optional<FileIdentity> identity;

@@ -75,7 +75,7 @@ void LatestAnswer::forget()
 void LatestAnswer::runQuestion(Question question)
 {
     auto *thread = new Thread(std::move(question));
-    // The next question may be asked in what is called here, and takes the thread away.
+    // The callback may ask the next question, which replaces this thread.
     connect(thread, &WorkerThread::done, this, [this, thread] {
         m_done = true;
         const Effect effect = thread->takeEffect();

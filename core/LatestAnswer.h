@@ -38,8 +38,8 @@ private:
 
 // Asks the disk about what is on the screen. The answer may come when the user has moved on: a sleeping disk
 // takes seconds, a lost share minutes. Each question runs on its own thread; a newer one replaces it, and
-// nobody waits for a call that hangs. The number of hanging calls is bounded: at the bound, the newest question
-// waits until one of them ends. Lives on the interface thread.
+// nobody waits for a call that hangs. The number of hanging calls is bounded: at the bound, the newest
+// question waits until one of them ends. Lives on the interface thread.
 class LatestAnswer : public QObject
 {
 public:

@@ -132,7 +132,7 @@ void ReadAhead::runPool()
     }
 }
 
-// Null when there is nothing to begin.
+// Null when there is no folder left to start.
 ReadAhead::Folder *ReadAhead::beginNext()
 {
     Folder *parent = m_full ? nullptr : m_first;
@@ -277,7 +277,7 @@ void ReadAhead::addReady(const Folder *folder)
 void ReadAhead::removeReady(const Folder *folder)
 {
     m_readyEntries -= weight(folder->m_listing);
-    // Not at every folder taken: the pool would wake up for one folder at a time.
+    // Not for every folder taken: the pool would wake up for a single folder each time.
     if (m_full && m_readyEntries <= m_options.readAheadEntries / 4 * 3) {
         m_full = false;
         announceWork();

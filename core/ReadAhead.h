@@ -26,8 +26,8 @@ namespace core
 class ReadAhead
 {
 public:
-    // More threads than this only block each other: the file system holds locks while it lists a folder, a hard
-    // disk has one head, and a share serves a few requests at a time.
+    // More threads than this only block each other: the file system holds locks while it lists a folder, a
+    // hard disk has one head, and a share serves a few requests at a time.
     static constexpr int maxThreads = 4;
 
     // One folder of the walk, from the moment when its listing is begun until release().

@@ -76,7 +76,7 @@ ListedItem ShownItem::listed() const
             .identity = identity};
 }
 
-// Links are followed here and nowhere else. Without sharing its removal, so that it stays what it is.
+// The only place that follows links. Opened without FILE_SHARE_DELETE, so that nobody can replace the folder.
 GuardedRoot::GuardedRoot(const QString &root)
     : m_path(root),
       m_text(withSeparator(apiPath(root))),
@@ -145,7 +145,7 @@ Guarded GuardedFolder::compare(HANDLE file, const ListedItem &item, Access acces
     const std::optional<QuickFacts> facts = quickFactsOf(file);
     if (!facts)
         return Guarded::Failed;
-    // Before anything else is compared: where a link cannot be opened itself, the facts are its target's.
+    // Checked first: where a link itself cannot be opened, the facts are those of its target.
     if (!liesHere(file, item.name))
         return Guarded::ThroughLink;
     if (kindOf(file, facts->attributes) != item.kind)
@@ -188,7 +188,7 @@ std::optional<core::FileIdentity> GuardedFolder::identityOf(HANDLE file) const
     return facts ? facts->identity : std::nullopt;
 }
 
-// Wine opens what a link leads to, whatever it is asked for; there only this keeps a verb from it.
+// Wine always opens the target of a link. There, this check alone keeps a verb away from it.
 bool GuardedFolder::liesHere(HANDLE file, QStringView name) const
 {
     wchar_t buffer[1024];
@@ -214,7 +214,7 @@ Guarded GuardedFolder::erase(const ListedItem &item) const
     return open(item, Access::Remove).erase();
 }
 
-// By its name in the held file: nothing else can be reached.
+// Opened relative to the held file, so no other file can be reached.
 FileHandle GuardedItem::openStream(const QString &stream, Guarded &result) const
 {
     FileHandle opened;

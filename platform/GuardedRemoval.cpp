@@ -12,10 +12,10 @@ namespace platform
 namespace
 {
 
-// What can be told without opening the item.
+// The obstacles that can be found without opening the item.
 std::optional<Guarded> unopenedObstacle(const ShownItem &item)
 {
-    // The bin would take a link for what it leads to.
+    // The recycle bin would move the target of a link.
     if (item.kind == ItemKind::Link || !RecycleBin::takesPath(item.path))
         return Guarded::Refused;
     const std::optional<quint32> attributes = fileProbe().listedAttributes(item.path);
@@ -29,13 +29,13 @@ std::optional<Guarded> unopenedObstacle(const ShownItem &item)
 std::optional<Guarded> obstacle(const ShownItem &item, const HeldFile &held)
 {
     const std::optional<core::FileFacts> facts = held.facts();
-    // It is there and cannot be opened even without any access: a link to nothing, a device, a lost share.
+    // It exists, but cannot be opened even with no access rights: a dangling link, a device, a lost share.
     if (!facts)
         return Guarded::Refused;
     const bool isFolder = (facts->attributes & core::AttributeDirectory) != 0;
     if (isFolder != (item.kind == ItemKind::Folder))
         return Guarded::Refused;
-    // Before the comparison: behind a link the facts are those of the item that it leads to.
+    // Checked before the comparison: behind a link, the facts are those of its target.
     if (!isInside(item.root, item.path, held))
         return Guarded::ThroughLink;
     if (isFolder && protectionOf(held.finalPath(), protectedPlaces()) == Protection::Holds)
@@ -59,8 +59,8 @@ Guarded moveShownItem(const ShownItem &item)
 {
     if (const std::optional<Guarded> found = unopenedObstacle(item))
         return *found;
-    // Held to the end, so that no folder on its path can be exchanged. The item itself still could: keeping
-    // it from that would keep the shell from moving it.
+    // The handle stays open to the end, so that no folder on the path can be replaced. The item itself still
+    // can: a handle that prevents that would also stop the shell from moving it.
     const HeldFile held(item.path);
     if (const std::optional<Guarded> found = obstacle(item, held))
         return *found;

@@ -86,7 +86,7 @@ std::wstring rawFinalPath(HANDLE file, HeldFile::Form form)
     for (;;) {
         const DWORD length = GetFinalPathNameByHandleW(file, buffer.data(), static_cast<DWORD>(buffer.size()),
                                                        finalPathFlags(form));
-        // When the buffer is too small, the answer is the size that would do, and so larger than the buffer.
+        // If the buffer is too small, the result is the required size.
         if (length < buffer.size()) {
             buffer.resize(length);
             return buffer;
@@ -95,7 +95,7 @@ std::wstring rawFinalPath(HANDLE file, HeldFile::Form form)
     }
 }
 
-// The flag lets folders be opened.
+// FILE_FLAG_BACKUP_SEMANTICS is needed to open folders.
 HeldFile::HeldFile(const QString &path)
     : m_file(CreateFileW(apiPath(path).c_str(), 0, FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE,
                          nullptr, OPEN_EXISTING, FILE_FLAG_BACKUP_SEMANTICS, nullptr))

@@ -20,7 +20,7 @@ InterruptibleCalls::Call::~Call()
 
 void InterruptibleCalls::interrupt()
 {
-    // No thread leaves its call meanwhile, so each number is still that of its thread.
+    // Under the lock no thread leaves its call, so each id still belongs to its thread.
     const std::lock_guard lock(m_mutex);
     for (const unsigned long id : m_threads) {
         const ObjectHandle thread(OpenThread(THREAD_TERMINATE, FALSE, id));

@@ -18,7 +18,7 @@ namespace platform
 namespace
 {
 
-// A name that no person gives, so that clearing removes nothing of the user's.
+// A name that no user would choose, so that the clean-up removes nothing else.
 const QString prefix = QStringLiteral("~larkspur-");
 const QString suffix = QStringLiteral(".new");
 constexpr int digits = 16;
@@ -40,7 +40,7 @@ QString systemText(DWORD error)
     return qt_error_string(static_cast<int>(error));
 }
 
-// Whether what bears this name is a plain file of this folder, which may be replaced.
+// Whether the path names a regular file in this folder, which may be replaced.
 bool isPlainFile(const QString &path)
 {
     const DWORD attributes = GetFileAttributesW(apiPath(path).c_str());

@@ -58,7 +58,7 @@ NTSTATUS markForRemoval(HANDLE file)
     return NtSetInformationFile(file, &done, &information, sizeof information, FileDispositionInformation);
 }
 
-// Two questions that Wine answers from the open file; the one that would do asks it for the path there.
+// Two queries, which Wine answers from the open file; the single one that would do makes it build the path.
 std::optional<QuickFacts> quickFactsOf(HANDLE file)
 {
     IO_STATUS_BLOCK done = {};
@@ -126,7 +126,7 @@ Guarded guardedStatus(NTSTATUS status)
     constexpr auto deletePending = static_cast<NTSTATUS>(0xC0000056);
     constexpr auto cannotDelete = static_cast<NTSTATUS>(0xC0000121);
     constexpr auto isADirectory = static_cast<NTSTATUS>(0xC00000BA);
-    // The documented errors for these three say "access denied".
+    // Win32 maps all three to "access denied".
     if (status == deletePending)
         return Guarded::Vanished;
     if (status == cannotDelete)

@@ -87,7 +87,7 @@ bool equalNames(QStringView a, QStringView b)
 std::wstring apiPath(const QString &path)
 {
     QString native = nativeSeparators(path);
-    // Already in a form that Windows takes literally, "C:" excepted, which would name the volume device.
+    // Literal forms are kept, except for a bare drive after the prefix, which would name the volume device.
     if (native.startsWith(device))
         return native.toStdWString();
     if (native.startsWith(verbatim)) {

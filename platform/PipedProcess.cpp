@@ -163,7 +163,7 @@ std::size_t PipedProcess::Handles::transfer(const FileHandle &pipe, const GiveUp
             break;
         }
     }
-    // Waits: until the call is over, the system may use the caller's bytes.
+    // Must wait: the system may use the caller's buffer until the call has completed.
     DWORD bytes = 0;
     return GetOverlappedResult(pipe.get(), &overlapped, &bytes, TRUE) ? bytes : 0;
 }

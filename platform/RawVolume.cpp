@@ -12,8 +12,7 @@ namespace platform
 namespace
 {
 
-// A device is opened by the volume's name without the separator at its end; with it, its root folder would
-// be.
+// The volume's name without a trailing separator opens the device; with one it opens the root folder.
 FileHandle openDevice(QString name, DWORD access)
 {
     if (name.endsWith(u'\\'))

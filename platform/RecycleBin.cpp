@@ -14,8 +14,8 @@ namespace
 class WindowsRecycleBin : public RecycleBin
 {
 protected:
-    // The shell answers with success for an operation that it broke off, for one on a drive without a bin.
-    // Nor has it moved what it cannot tell the new place of.
+    // The shell reports success even for an operation that it aborted, and on a drive without a bin. A file
+    // whose new place it does not report was not moved either.
     bool move(const QString &path) override
     {
         QString place;
@@ -33,7 +33,7 @@ bool mayTry(const QString &path, RecycleBin::Accept accept)
     const bool folder = (facts->attributes & core::AttributeDirectory) != 0;
     if (folder && accept != RecycleBin::Accept::FilesAndFolders)
         return false;
-    // Below its own folder by its final path as well, that is, not a link.
+    // Its final path lies in its own folder: it is not a link.
     return isInside(path.left(path.lastIndexOf(u'\\')), path);
 }
 

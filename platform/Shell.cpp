@@ -18,14 +18,14 @@ namespace platform
 namespace
 {
 
-// ShellExecuteW answers with a number of at most 32 on failure.
+// ShellExecuteW returns at most 32 on failure.
 bool shellExecute(const QString &file, int show, const wchar_t *parameters = nullptr)
 {
     const HINSTANCE answer = ShellExecuteW(nullptr, L"open", wide(file), parameters, nullptr, show);
     return reinterpret_cast<INT_PTR>(answer) > 32;
 }
 
-// "C:" as well, which Win32 takes for the current folder of the drive: that is a place on it at least.
+// "C:" is accepted, too: for Win32 it is the current folder of that drive.
 bool namesOneItem(const QString &path)
 {
     return isDriveRoot(path) || survivesWin32(shownPath(path));
@@ -37,7 +37,7 @@ struct InterfaceTraits {
     static void close(Raw raw) noexcept { raw->Release(); }
 };
 
-// Null where there is no task bar. Made anew for each call: an object that stays would outlive COM.
+// Null where there is no task bar. Created for each call: a static object would outlive COM.
 UniqueHandle<InterfaceTraits> taskbar()
 {
     UniqueHandle<InterfaceTraits> list;
@@ -62,8 +62,8 @@ public:
             return false;
         QProcess explorer;
         explorer.setProgram(QStringLiteral("explorer.exe"));
-        // Explorer wants the quotes round the path alone. QProcess would put them round the whole argument,
-        // and then a path with a comma opens another folder.
+        // Explorer expects quotes around the path only. QProcess would quote the whole argument, and a path
+        // with a comma would then open another folder.
         explorer.setNativeArguments(u"/select,\"" % shownPath(path) % u'"');
         return explorer.startDetached();
     }

@@ -59,7 +59,7 @@ void Win32Enumerator::list(const QString &folder, core::DirectoryListing &out, c
         if (cancel.isSet())
             return;
     } while (FindNextFileW(search.get(), &found));
-    // A share that went away, a bad sector: what came until then is kept.
+    // A lost share or a bad sector: keep the entries read so far.
     out.brokenOff = GetLastError() != ERROR_NO_MORE_FILES && !cancel.isSet();
 }
 

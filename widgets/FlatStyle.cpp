@@ -102,7 +102,7 @@ void pushButton(const QStyleOptionButton *option, QPainter *painter, const QWidg
     if (focused(option))
         theme::paintFocusRing(*painter, QRectF(option->rect).adjusted(-0.5, -0.5, 0.5, 0.5), c,
                               theme::controlRadius);
-    // The ring has the fill's colour there.
+    // On a filled button the outer ring has the colour of the fill, so a second one is drawn inside.
     if (focused(option) && theme::isPrimary(widget))
         box(painter, QRectF(option->rect).adjusted(2, 2, -2, -2), {}, c.accentText);
 }
@@ -240,7 +240,7 @@ void spinBox(const QStyleOptionSpinBox *option, QPainter *painter, const QWidget
     }
 }
 
-// The icon of a filled button is a silhouette in the colour of its text: its own colours would drown.
+// The icon of a filled button becomes a silhouette in the text colour: its own colours would lack contrast.
 QIcon silhouette(const QIcon &icon, const QSize &size, const QColor &color, qreal ratio)
 {
     QPixmap pixmap = icon.pixmap(size, ratio);

@@ -34,7 +34,7 @@ void PathBar::setPath(const QStringList &parts)
     m_parts = parts;
     setAccessibleName(tr("Folder: %1").arg(parts.join(QLatin1Char('\\'))));
     while (m_buttons.size() > parts.size()) {
-        // It may be the one whose click is being handled.
+        // Deleted later: this may run in the click handler of the button itself.
         m_buttons.last()->hide();
         m_buttons.takeLast()->deleteLater();
     }

@@ -45,7 +45,7 @@ QColor textColor(const QStyleOptionViewItem &item)
                               isSelected(item) ? QPalette::HighlightedText : QPalette::Text);
 }
 
-// Shortened to the width. What cannot be seen of a long text is taken out before anything is measured.
+// The text elided to the width. The middle of a very long text is cut out first, to keep measuring cheap.
 QString fitting(const QString &text, const QStyleOptionViewItem &item, int width)
 {
     const int narrowest = qMax(1, item.fontMetrics.averageCharWidth() / 2);

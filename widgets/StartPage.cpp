@@ -50,7 +50,7 @@ protected:
 void clear(CardGridLayout *grid)
 {
     while (QLayoutItem *item = grid->takeAt(0)) {
-        // The card may be the one whose click is being handled.
+        // Deleted later: this may run in the click handler of the card itself.
         item->widget()->hide();
         item->widget()->deleteLater();
         delete item;

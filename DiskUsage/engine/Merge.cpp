@@ -9,8 +9,8 @@ namespace diskusage
 namespace
 {
 
-// The numbers of the folders that are replaced, and where the others stand afterwards. A folder is followed
-// by all that is below it.
+// The index range of the replaced folders, and how the indexes of the others shift. A folder is followed by
+// everything below it.
 struct Replaced {
     int first;
     int end;   // behind the last
