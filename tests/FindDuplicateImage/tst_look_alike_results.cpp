@@ -3,6 +3,7 @@
 #include "FindDuplicateImage/CompareView.h"
 #include "FindDuplicateImage/ImageGroupModel.h"
 #include "FindDuplicateImage/ImageMemberModel.h"
+#include "platform/Paths.h"
 #include "tests/FindDuplicateImage/Trio.h"
 #include "tests/support/FakeFileProbe.h"
 #include "widgets/ElidedLabel.h"
@@ -10,9 +11,9 @@
 
 #include <QClipboard>
 #include <QComboBox>
+#include <QDir>
+#include <QFileInfo>
 #include <QGuiApplication>
-#include <QLineEdit>
-#include <QSemaphore>
 #include <QToolButton>
 #include <QWheelEvent>
 
@@ -35,6 +36,16 @@ struct Pairs : Scene {
     }
 };
 
+// The folder of the third picture becomes a link to another one with such a picture.
+void linkFolderOfThird(Trio &scene)
+{
+    requireBelow(scene.folder.path(), scene.third);
+    QVERIFY(QFile::remove(scene.third));
+    QVERIFY(QDir().rmdir(scene.folder.path(u"c"_s)));
+    scene.save(u"elsewhere\\third.jpg"_s, blocks(1, {600, 400}));
+    scene.folder.makeLink(u"c"_s, u"elsewhere"_s);
+}
+
 } // namespace
 
 class LookAlikeResultsTest : public QObject
@@ -45,17 +56,17 @@ private slots:
     void initTestCase() { requireTestPrefix(); }
 
     void showsWhatThereIs();
-    void search();
-    void searchWaitsForAnAnswer();
     void order();
-    void refreshLooksAtTheDisk();
     void severalAtOnce();
     void aMenuLeavesTheKeysAlone();
     void comparesWithTheFirst();
     void comparesTwoThatAreSelected();
     void fetchesNothingFromTheCloud();
     void zoom();
-    void severalGroupsOpenTheirFirstPicturesThatAreLeft();
+    void yesMovesThatOneOnly();
+    void marksTheSameFile();
+    void aFailedMoveIsNotHidden();
+    void saysWhatIsNoCopyAnyMore();
 };
 
 void LookAlikeResultsTest::showsWhatThereIs()
@@ -77,48 +88,6 @@ void LookAlikeResultsTest::showsWhatThereIs()
     QCOMPARE(scene.find<QToolButton>("openButton")->text(), u"Open File"_s);
     QCOMPARE(scene.find<QToolButton>("explorerButton")->text(), u"Explorer"_s);
     QCOMPARE(scene.recycle()->text(), u"Move to Recycle Bin"_s);
-}
-
-void LookAlikeResultsTest::search()
-{
-    Pairs scene;
-    const QStringList small{u"1 small.png"_s, u"2 small (twin).png"_s};
-    auto *search = scene.find<QLineEdit>("searchLineEdit");
-    scene.side()->setCurrentIndex(scene.side()->model()->index(1, 0));
-    QSignalSpy listed(scene.side()->model(), &QAbstractItemModel::modelReset);
-    for (const QString &typed : {u"t"_s, u"tw"_s, u"TWIN)"_s}) // of a member, and no pattern
-        search->setText(typed);
-    QTRY_COMPARE(scene.side()->model()->rowCount(), 1);
-    QCOMPARE(listed.count(), 1);
-    QCOMPARE(Scene::rows(scene.main()), small);
-    // The selected group stays selected, wherever it goes.
-    search->clear();
-    QTRY_COMPARE(scene.side()->currentIndex().row(), 1);
-    QCOMPARE(Scene::rows(scene.main()), small);
-    search->setText(u"nothing"_s);
-    QTRY_COMPARE(scene.main()->model()->rowCount(), 0);
-    QVERIFY(!scene.find<QWidget>("RecycleBinButton")->isEnabled());
-    search->setText(u"ELSEWHERE"_s); // a folder
-    QTRY_COMPARE(Scene::rows(scene.main()), QStringList({u"1 large.png"_s, u"2 large (copy).png"_s}));
-    QTest::keyClick(scene.main(), Qt::Key_F, Qt::ControlModifier);
-    QVERIFY(search->hasFocus());
-}
-
-// The group that a question is about stays on the screen until it is answered.
-void LookAlikeResultsTest::searchWaitsForAnAnswer()
-{
-    Trio scene;
-    scene.dialogs.whileOpen = [&scene] {
-        QTest::qWait(300);
-        QCOMPARE(scene.main()->model()->rowCount(), 3);
-    };
-    scene.dialogs.nextMessageBox.enqueue(platform::idYes);
-    scene.select(2);
-    scene.find<QLineEdit>("searchLineEdit")->setText(u"nothing"_s);
-    scene.recycle()->click();
-    QTRY_VERIFY(!scene.form->isBusy());
-    QCOMPARE(scene.bin.taken, QStringList({scene.third}));
-    QTRY_COMPARE(scene.main()->model()->rowCount(), 0);
 }
 
 void LookAlikeResultsTest::order()
@@ -145,25 +114,6 @@ void LookAlikeResultsTest::order()
     // A new report begins in its own order.
     QVERIFY(scene.scan());
     QCOMPARE(order->currentText(), u"Largest file first"_s);
-}
-
-void LookAlikeResultsTest::refreshLooksAtTheDisk()
-{
-    Pairs scene;
-    const auto gone = [&scene](int row) {
-        return scene.side()->model()->index(row, 0).data(ImageGroupModel::GoneRole).toBool();
-    };
-    const QString other = scene.folder.path(u"1 small.png"_s);
-    const QString shown = scene.folder.path(u"elsewhere\\2 large (copy).png"_s);
-    for (const QString &path : {other, shown}) {
-        requireBelow(scene.folder.path(), path);
-        QVERIFY(QFile::remove(path));
-    }
-    QVERIFY(!gone(1));
-    QTest::keyClick(scene.main(), Qt::Key_F5);
-    QTRY_VERIFY(gone(1));
-    QVERIFY(!gone(0));
-    QTRY_VERIFY(scene.main()->model()->index(1, 0).data(ImageMemberModel::GoneRole).toBool());
 }
 
 void LookAlikeResultsTest::severalAtOnce()
@@ -322,26 +272,72 @@ void LookAlikeResultsTest::zoom()
     QVERIFY(qGray(shown.pixel(250, 100)) < 30);
 }
 
-void LookAlikeResultsTest::severalGroupsOpenTheirFirstPicturesThatAreLeft()
+void LookAlikeResultsTest::yesMovesThatOneOnly()
 {
-    Pairs scene;
-    scene.dialogs.nextMessageBox.enqueue(platform::idYes);
+    Trio scene;
+    scene.dialogs.whileOpen = [&] {
+        QVERIFY(scene.form->isBusy() && !scene.form->busyText().isEmpty());
+        QVERIFY(!scene.find<QWidget>("backButton")->isEnabled() && !scene.recycle()->isEnabled());
+        scene.form->scan(scene.folder.path()); // refused
+    };
+    scene.clickRecycle(1, platform::idYes);
+    QCOMPARE(scene.bin.taken, QStringList({scene.second}));
+    QVERIFY(scene.exist(true, false, true));
+    QCOMPARE(scene.note(1), u"Moved to the recycle bin"_s);
+    QVERIFY(scene.notice().contains(scene.second));
+    scene.form->findChild<FindDuplicateImageResultForm *>()
+        ->findChild<QToolButton *>(u"noticeActionButton"_s)
+        ->click();
+    QCOMPARE(scene.shell.recycleBinOpened, 1);
+    const int nextBest = QFileInfo(scene.first).size() >= QFileInfo(scene.third).size() ? 0 : 2;
+    QCOMPARE(scene.note(nextBest), u"Proposed to keep"_s);
+    for (const char *name : {"openButton", "explorerButton", "RecycleBinButton"})
+        QVERIFY(!scene.find<QToolButton>(name)->isEnabled());
+    const QModelIndex group = scene.side()->model()->index(0, 0);
+    QVERIFY(group.data(ImageGroupModel::DetailRole).toString().startsWith(u"2 of 3 pictures left"));
     scene.select(0);
-    scene.find<QToolButton>("RecycleBinButton")->click();
-    QTRY_VERIFY(!scene.form->isBusy());
-    // From the last one upwards: what is done follows the list.
-    scene.side()->setCurrentIndex(scene.side()->model()->index(1, 0));
-    QTest::keyClick(scene.side(), Qt::Key_Up, Qt::ShiftModifier);
-    emit scene.side()->customContextMenuRequested({});
-    const QList<QAction *> actions = scene.find<QMenu>("groupMenu")->actions();
-    const QStringList lefts{scene.folder.path(u"elsewhere\\2 large (copy).png"_s),
-                            scene.folder.path(u"1 small.png"_s)};
-    QCOMPARE(actions[0]->text(), u"Open the First File of Each"_s);
-    actions[0]->trigger();
-    QCOMPARE(scene.shell.opened, lefts);
-    QCOMPARE(actions[1]->text(), u"Show the First File of Each in Explorer"_s);
-    actions[1]->trigger();
-    QCOMPARE(scene.shell.revealed, lefts);
+    QVERIFY(scene.recycle()->isEnabled());
+    scene.select(1);
+    scene.main()->setFocus();
+    QTest::keyClick(scene.main(), Qt::Key_Delete);
+    QVERIFY(!scene.form->isBusy());
+    QVERIFY(scene.toolbarIsBack());
+}
+
+void LookAlikeResultsTest::marksTheSameFile()
+{
+    Scene scene;
+    scene.save(u"a\\first.png"_s, blocks(1));
+    scene.folder.makeHardLink(u"b\\again.png"_s, u"a\\first.png"_s);
+    QVERIFY(scene.scan());
+    const auto note = [&](int row) {
+        return scene.main()->model()->index(row, 0).data(ImageMemberModel::NoteRole).toString();
+    };
+    QTRY_COMPARE(note(0), u"Last copy"_s);
+    QCOMPARE(note(1), u"Last copy; Same file as first.png in "_s + scene.folder.path(u"a"_s));
+}
+
+void LookAlikeResultsTest::aFailedMoveIsNotHidden()
+{
+    Trio scene;
+    scene.bin.fails = true;
+    scene.clickRecycle(2, platform::idYes);
+    QVERIFY(scene.exist(true, true, true));
+    QVERIFY(scene.notice().contains(scene.third));
+    QVERIFY(scene.note(2).isEmpty());
+    QVERIFY(scene.recycle()->isEnabled());
+}
+
+void LookAlikeResultsTest::saysWhatIsNoCopyAnyMore()
+{
+    Trio scene;
+    const auto facts = platform::fileFacts(scene.second);
+    scene.folder.setTimes(u"b\\second.png"_s, facts->lastWriteTime + 1, facts->lastWriteTime);
+    linkFolderOfThird(scene);
+    QTest::keyClick(scene.main(), Qt::Key_F5);
+    QTRY_COMPARE(scene.note(1), u"Last copy; Changed since the scan"_s);
+    QCOMPARE(scene.note(2), u"Last copy; Changed since the scan; Reached through a link"_s);
+    QCOMPARE(scene.note(0), u"Last copy"_s);
 }
 
 QTEST_MAIN(LookAlikeResultsTest)
