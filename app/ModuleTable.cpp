@@ -12,6 +12,7 @@
 #include "SystemInfo/SystemInfoForm.h"
 #include "TrackCleaner/TrackCleanerForm.h"
 #include "automation/AutoDarkModeForm.h"
+#include "automation/AutoWallpaperChangerForm.h"
 #include "automation/HotkeyForm.h"
 #include "automation/MyTrayIconForm.h"
 #include "automation/StayAwakeForm.h"
@@ -61,6 +62,7 @@ ModuleTable ModuleTable::suite()
          .buttonName = "autoWallpaperChangerButton",
          .panelText = QT_TR_NOOP("Auto \nWallpaper Changer"),
          .panelOrder = 2,
+         .create = create<AutoWallpaperChangerForm>,
          .hasLongJobs = true,
          .closeOrder = 5,
          .homeLog = "autoWallpaperChanger"},

@@ -42,7 +42,7 @@ void applyToAgent(bool featureOn)
 {
     if (featureOn && !agentRuns())
         startAgent();
-    else if (featureOn || settings::backgroundFeaturesEnabled())
+    else if (featureOn || settings::isAgentNeeded())
         postToAgent(platform::messageReloadSettings);
     else
         postToAgent(messageClose);

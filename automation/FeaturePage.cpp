@@ -134,7 +134,10 @@ QWidget *FeaturePage::statusCard(const QString &switchText)
     auto *layout = new QVBoxLayout(card);
     layout->setContentsMargins(theme::spaceWide, theme::space, theme::spaceWide, theme::space);
     layout->setSpacing(theme::spaceSnug);
+    m_extras = new QVBoxLayout;
+    m_extras->setSpacing(theme::space);
     layout->addLayout(top);
+    layout->addLayout(m_extras);
     layout->addLayout(lines);
     layout->addWidget(m_agentRow);
     return card;
@@ -143,6 +146,11 @@ QWidget *FeaturePage::statusCard(const QString &switchText)
 void FeaturePage::addAction(QPushButton *button)
 {
     m_actions->addWidget(button);
+}
+
+void FeaturePage::addToCard(QWidget *widget)
+{
+    m_extras->addWidget(widget);
 }
 
 void FeaturePage::showSwitch()
@@ -183,4 +191,5 @@ void FeaturePage::refresh()
                                                    last.subject, last.text)
                                         : tr("Nothing yet"));
     m_agentRow->setVisible(on && !runs);
+    refreshed();
 }

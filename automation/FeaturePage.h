@@ -40,6 +40,8 @@ protected:
     QFormLayout *settingsForm() const { return m_settings; }
     // Beside the switch, for what is done at once.
     void addAction(QPushButton *button);
+    // Below the switch, above the lines of what happens.
+    void addToCard(QWidget *widget);
     NoticeBar *notice() const { return m_notice; }
 
     // Tells the agent that something was stored.
@@ -55,6 +57,8 @@ protected:
     // Reads what the agent has left, and shows it.
     void refresh();
     void showSwitch(); // as it is stored
+    // After refresh(), which comes each second as well while the page is on the screen.
+    virtual void refreshed() {}
 
 private:
     QWidget *statusCard(const QString &switchText);
@@ -64,6 +68,7 @@ private:
     const settings::Flag &m_enabled;
     QCheckBox *m_switch;
     QVBoxLayout *m_actions;
+    QVBoxLayout *m_extras;
     WrappedLabel *m_now;
     WrappedLabel *m_next;
     WrappedLabel *m_last;

@@ -14,6 +14,8 @@ inline constexpr unsigned messageTestHotKey =
     0x0400 + 601; // to the agent; wParam: index of the stored shortcut
 // To the agent: light becomes dark or dark light, at once.
 inline constexpr unsigned messageSwitchTheme = 0x0400 + 602;
+// To the agent; wParam: 0 the newest picture, 1 the next one, 2 the one before.
+inline constexpr unsigned messageChangeWallpaper = 0x0400 + 603;
 inline constexpr unsigned messageRefreshIconExtractor = 0x0400 + 107; // 1131, to the main window
 inline constexpr unsigned messageLoggedOnly = 0x0400 + 108;           // 1132, to the main window
 inline constexpr unsigned messageStayAwakeState = 0x0400 + 704;       // 1728, to the main window

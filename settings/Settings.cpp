@@ -271,6 +271,11 @@ bool backgroundFeaturesEnabled()
     return std::find(features.begin(), features.end(), true) != features.end();
 }
 
+bool isAgentNeeded()
+{
+    return backgroundFeaturesEnabled() || isSet(keys::wallpaperChanger, u"Enabled");
+}
+
 bool isWindows11Version(quint32 major, quint32 build)
 {
     return major > 10 || (major == 10 && build >= firstBuildOfWindows11);

@@ -54,6 +54,8 @@ QString installationFolder();
 // True when any feature that needs the background agent is on: dark mode, taskbar, tray icon, stay awake, hot
 // keys.
 bool backgroundFeaturesEnabled();
+// The same, or the wallpaper is to change: while any of it holds, the agent must run.
+bool isAgentNeeded();
 
 // The version that Windows reports, whatever the manifest of the program says: major 10 from build 22000 on.
 bool isWindows11();

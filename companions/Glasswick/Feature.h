@@ -13,6 +13,7 @@ class Log;
 
 // Within the agent's own window: something that a feature waits for has ended. wParam: which.
 inline constexpr UINT messageWaitEnded = WM_APP + 1;
+enum WaitedFor : WPARAM { waitedProgram, waitedWallpaper };
 
 // What one feature needs of the agent.
 struct Surroundings {

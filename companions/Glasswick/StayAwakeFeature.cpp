@@ -165,16 +165,16 @@ void StayAwakeFeature::watchProgram(const QString &name)
     m_program = platform::openProgram(name);
     // On a thread of the system's pool, which only posts.
     const auto ended = [](void *window, BOOLEAN) {
-        PostMessageW(static_cast<HWND>(window), messageWaitEnded, 0, 0);
+        PostMessageW(static_cast<HWND>(window), messageWaitEnded, waitedProgram, 0);
     };
     if (!m_program || !RegisterWaitForSingleObject(m_wait.put(), m_program.get(), ended,
                                                    m_surroundings.window, INFINITE, WT_EXECUTEONLYONCE))
-        PostMessageW(m_surroundings.window, messageWaitEnded, 0, 0);
+        PostMessageW(m_surroundings.window, messageWaitEnded, waitedProgram, 0);
 }
 
-bool StayAwakeFeature::handle(UINT message, WPARAM, LPARAM)
+bool StayAwakeFeature::handle(UINT message, WPARAM wParam, LPARAM)
 {
-    if (message != messageWaitEnded)
+    if (message != messageWaitEnded || wParam != waitedProgram)
         return false;
     // There may be another of that name, as with programs that start themselves once more.
     m_wait.reset();

@@ -12,6 +12,7 @@
 #include "companions/Glasswick/StayAwakeFeature.h"
 #include "companions/Glasswick/TaskbarFeature.h"
 #include "companions/Glasswick/TrayIcon.h"
+#include "companions/Glasswick/WallpaperFeature.h"
 #include "platform/Handle.h"
 #include "platform/KnownFolders.h"
 #include "platform/Text.h"
@@ -40,6 +41,7 @@ constexpr std::array featureTable{agent::FeatureRow{"Shortcut keys", make<agent:
                                   agent::FeatureRow{"Stay awake", make<agent::StayAwakeFeature>},
                                   agent::FeatureRow{"Auto dark mode", make<agent::DarkModeFeature>},
                                   agent::FeatureRow{"Transparent taskbar", make<agent::TaskbarFeature>},
+                                  agent::FeatureRow{"Wallpaper changer", make<agent::WallpaperFeature>},
                                   agent::FeatureRow{"Tray icon", make<agent::TrayIcon>}};
 
 // The timers of the features follow each other from here; others of the window have other numbers.
@@ -67,7 +69,7 @@ private:
 // Started at logon while any feature is on.
 void keepStartedAtLogon()
 {
-    if (!settings::backgroundFeaturesEnabled()) {
+    if (!settings::isAgentNeeded()) {
         settings::deleteValue(runKey, runValue);
         return;
     }

@@ -8,6 +8,7 @@
 #include "settings/AutoDarkSettings.h"
 #include "settings/HotKeySettings.h"
 #include "settings/StayAwakeSettings.h"
+#include "settings/WallpaperSettings.h"
 #include "tests/support/FakeWindow.h"
 #include "tests/support/RegistryTest.h"
 #include "tests/support/TestFolder.h"
@@ -15,6 +16,7 @@
 #include <QCoreApplication>
 #include <QDir>
 #include <QFile>
+#include <QImage>
 #include <QProcess>
 #include <QTest>
 
@@ -127,6 +129,7 @@ private slots:
     void staysAwakeUntilAProgramEnds();
     void staysAwakeOverAKill();
     void switchesTheTheme();
+    void changesTheWallpaper();
 };
 
 void AgentTest::initTestCase()
@@ -294,6 +297,44 @@ void AgentTest::switchesTheTheme()
     QCOMPARE(apps(), 1U);
     settings::deleteValue(key, u"AppsUseLightTheme");
     settings::deleteValue(key, u"SystemUsesLightTheme");
+}
+
+// The whole way: the agent, its helper, the decoder, and the desktop of Wine.
+void AgentTest::changesTheWallpaper()
+{
+    // Not by the call for it, which keeps in this process what it said first.
+    const auto desktop = [] {
+        QString path;
+        settings::readString(u"Control Panel\\Desktop", u"Wallpaper", path);
+        return path;
+    };
+    const tests::TestFolder folder;
+    const QString before = desktop();
+    QStringList own{folder.path(u"gone.bmp"_s)};
+    for (const int width : {64, 65}) {
+        own.append(folder.path(u"%1.bmp"_s.arg(width)));
+        QImage image(width, 48, QImage::Format_RGB32);
+        image.fill(Qt::darkBlue);
+        QVERIFY(image.save(own.last()));
+    }
+    settings::customFiles.write(own);
+    settings::wallpaperSource.write(2);
+    settings::wallpaperEnabled.write(true);
+    Agent agent;
+    QTRY_VERIFY_WITH_TIMEOUT(isLogged(u"Changed"_s, u"\"64\", you chose so; \"gone.bmp\""_s), 30'000);
+    QCOMPARE(QImage(desktop()).width(), 64);
+    QCOMPARE(settings::customIndex.read(), 1);
+    QVERIFY(settings::readAgentState(automation::features::wallpaper).now.contains(u"64"_s));
+    PostMessageW(agentWindow(), platform::messageChangeWallpaper, 1, 0);
+    QTRY_VERIFY_WITH_TIMEOUT(isLogged(u"Changed"_s, u"\"65\", you asked for it"_s), 30'000);
+    QCOMPARE(QImage(desktop()).width(), 65);
+
+    // Only the wallpaper is on, so its end is the agent's, and what was there before comes back.
+    settings::wallpaperEnabled.write(false);
+    PostMessageW(agentWindow(), WM_CLOSE, 0, 0);
+    QVERIFY(agent.process().waitForFinished());
+    QTRY_COMPARE_WITH_TIMEOUT(desktop(), before, 20'000);
+    QTRY_VERIFY(isLogged(u"Off"_s, u"former wallpaper is back"_s));
 }
 
 QTEST_MAIN(AgentTest)

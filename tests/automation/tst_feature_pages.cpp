@@ -1,15 +1,21 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "automation/AutoDarkModeForm.h"
+#include "automation/AutoWallpaperChangerForm.h"
 #include "automation/StayAwakeForm.h"
 #include "automation/TransparentTaskbarModuleForm.h"
 #include "automation/engine/AgentLog.h"
+#include "automation/engine/WallpaperJob.h"
+#include "platform/KnownFolders.h"
 #include "settings/AgentState.h"
 #include "settings/AutoDarkSettings.h"
 #include "settings/StayAwakeSettings.h"
 #include "settings/TaskbarSettings.h"
+#include "settings/WallpaperSettings.h"
+#include "tests/support/FakeDialogs.h"
 #include "tests/support/FakeShell.h"
 #include "tests/support/FakeWindow.h"
 #include "tests/support/RegistryTest.h"
+#include "tests/support/TestFolder.h"
 #include "widgets/NoticeBar.h"
 #include "widgets/WrappedLabel.h"
 
@@ -23,6 +29,7 @@
 #include <QSpinBox>
 #include <QTest>
 #include <QTimeEdit>
+#include <QTreeWidget>
 
 using namespace Qt::StringLiterals;
 
@@ -38,6 +45,8 @@ private slots:
     void hoursAreStoredInTwelves();
     void tellsOfTheSun();
     void damagedSettings();
+    void ownPictures();
+    void showsThePicture();
 };
 
 void FeaturePagesTest::showsWhatTheAgentLeft()
@@ -159,6 +168,63 @@ void FeaturePagesTest::damagedSettings()
     const TransparentTaskbarModuleForm taskbar;
     QCOMPARE(taskbar.findChild<QSlider *>(u"levelSlider"_s)->value(), 50);
     QCOMPARE(taskbar.findChild<QComboBox *>(u"modeComboBox"_s)->currentIndex(), 0);
+}
+
+void FeaturePagesTest::ownPictures()
+{
+    const tests::FakeShell shell;
+    tests::FakeDialogs dialogs;
+    const tests::TestFolder folder;
+    const QString picture = folder.path(u"a.png"_s);
+    QImage(50, 60, QImage::Format_RGB32).save(picture);
+    settings::wallpaperSource.write(2);
+    AutoWallpaperChangerForm form;
+    form.show();
+    form.findChild<QCheckBox *>(u"checkBox"_s)->click(); // nothing to show yet
+    QVERIFY(!settings::wallpaperEnabled.read());
+    const QStringList all{picture, folder.path(u"gone.png"_s), folder.path(u"c.png"_s)};
+    dialogs.nextFilesToOpen.enqueue(all + all);
+    form.findChild<QPushButton *>(u"addPicturesButton"_s)->click();
+    QCOMPARE(settings::customFiles.read(), all);
+    auto *list = form.findChild<QTreeWidget *>(u"ownPicturesTreeWidget"_s);
+    QTRY_VERIFY_WITH_TIMEOUT(!list->topLevelItem(0)->icon(0).isNull(), 20'000);
+    QTRY_VERIFY(list->topLevelItem(1)->text(1).contains(u"not there"_s));
+
+    settings::customIndex.write(2);
+    list->setCurrentItem(list->topLevelItem(2));
+    form.findChild<QPushButton *>(u"upButton"_s)->click();
+    QCOMPARE(settings::customFiles.read(), (QStringList{all[0], all[2], all[1]}));
+    QCOMPARE(settings::customIndex.read(), 1); // it is still the one that is shown
+    list->setCurrentItem(list->topLevelItem(0));
+    form.findChild<QPushButton *>(u"removePicturesButton"_s)->click();
+    QCOMPARE(settings::customFiles.read(), (QStringList{all[2], all[1]}));
+    QCOMPARE(settings::customIndex.read(), 0);
+    form.findChild<QCheckBox *>(u"checkBox"_s)->click();
+    QVERIFY(settings::wallpaperEnabled.read() && settings::isAgentNeeded());
+    QVERIFY(!settings::backgroundFeaturesEnabled()); // which decides another thing
+}
+
+void FeaturePagesTest::showsThePicture()
+{
+    const tests::FakeShell shell;
+    const QString folder =
+        automation::wallpaperFolder(platform::knownFolder(platform::KnownFolder::LocalAppData));
+    QVERIFY(QDir().mkpath(folder));
+    QFile shown(folder + u"\\shown.json"_s);
+    QVERIFY(shown.open(QIODevice::WriteOnly));
+    automation::WallpaperAnswer answer{.result = automation::WallpaperAnswer::Result::Changed};
+    answer.pictures = {{.title = u"Owl"_s, .credit = u"By me"_s, .page = QUrl(u"https://example.org/owl"_s)}};
+    shown.write(automation::answerText(answer));
+    shown.close();
+    AutoWallpaperChangerForm form;
+    form.show();
+    QTRY_VERIFY(form.findChild<QPushButton *>(u"openPageButton"_s));
+    QCOMPARE(form.findChild<WrappedLabel *>(u"titleLabel"_s)->text(), u"Owl"_s);
+    form.findChild<QPushButton *>(u"openPageButton"_s)->click();
+    QCOMPARE(shell.webPages, QList<QUrl>{QUrl(u"https://example.org/owl"_s)});
+    form.findChild<QPushButton *>(u"nextButton"_s)->click(); // off: nobody to ask
+    QVERIFY(!form.findChild<NoticeBar *>()->text().isEmpty());
+    QVERIFY(shown.remove());
 }
 
 QTEST_MAIN(FeaturePagesTest)

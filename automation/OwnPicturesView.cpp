@@ -1,0 +1,267 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "automation/OwnPicturesView.h"
+
+#include "automation/engine/WallpaperJob.h"
+#include "imaging/DecoderPool.h"
+#include "platform/Dialogs.h"
+#include "platform/KnownFolders.h"
+#include "widgets/Controls.h"
+#include "widgets/Theme.h"
+
+#include <QDir>
+#include <QDragEnterEvent>
+#include <QFileInfo>
+#include <QHBoxLayout>
+#include <QHeaderView>
+#include <QImageReader>
+#include <QMimeData>
+#include <QPushButton>
+#include <QVBoxLayout>
+
+using automation::maxOwnPictures;
+
+namespace
+{
+
+constexpr QSize thumbnail(64, 40); // of a row
+constexpr QSize keptThumbnail(192, 120);
+constexpr int listHeight = 210;
+constexpr int listWidth = 420;
+constexpr int nameWidth = 230;
+constexpr int pathRole = Qt::UserRole;
+
+QStringList localFiles(const QMimeData *data)
+{
+    QStringList files;
+    for (const QUrl &url : data->urls()) {
+        if (url.isLocalFile())
+            files.append(QDir::toNativeSeparators(url.toLocalFile()));
+    }
+    return files;
+}
+
+QString pictureFilter()
+{
+    QStringList patterns;
+    for (const QByteArray &format : QImageReader::supportedImageFormats())
+        patterns.append(QStringLiteral("*.") + QString::fromLatin1(format));
+    return patterns.join(u' ');
+}
+
+// Cut to the shape of a row, so that pictures of all shapes stand in one column.
+QImage rowShaped(const QImage &image)
+{
+    const QImage filled =
+        image.scaled(keptThumbnail, Qt::KeepAspectRatioByExpanding, Qt::SmoothTransformation);
+    return filled.copy((filled.width() - keptThumbnail.width()) / 2,
+                       (filled.height() - keptThumbnail.height()) / 2, keptThumbnail.width(),
+                       keptThumbnail.height());
+}
+
+} // namespace
+
+// Files can be dropped on it.
+class OwnPicturesView::List : public FLTreeWidget
+{
+public:
+    explicit List(OwnPicturesView *view) : FLTreeWidget(view), m_view(view)
+    {
+        setAcceptDrops(true);
+        viewport()->setAcceptDrops(true);
+    }
+
+protected:
+    void dragEnterEvent(QDragEnterEvent *event) override
+    {
+        if (!localFiles(event->mimeData()).isEmpty())
+            event->acceptProposedAction();
+    }
+    void dragMoveEvent(QDragMoveEvent *event) override { event->acceptProposedAction(); }
+    void dropEvent(QDropEvent *event) override
+    {
+        event->acceptProposedAction();
+        m_view->add(localFiles(event->mimeData()));
+    }
+
+private:
+    OwnPicturesView *m_view;
+};
+
+OwnPicturesView::OwnPicturesView(QWidget *parent)
+    : QWidget(parent),
+      m_list(new List(this)),
+      m_decoders(std::make_shared<imaging::DecoderPool>(
+          imaging::DecoderPool::Options{imaging::DecoderPool::decoderProgram()}))
+{
+    m_list->setObjectName(QStringLiteral("ownPicturesTreeWidget"));
+    m_list->setAccessibleName(tr("Your pictures"));
+    m_list->setHeaderLabels({tr("Picture"), tr("Folder")});
+    m_list->setRootIsDecorated(false);
+    m_list->setSelectionMode(QAbstractItemView::ExtendedSelection);
+    m_list->setIconSize(thumbnail);
+    m_list->setPlaceholder(tr("Add pictures, or drop them here."));
+    m_list->setFixedHeight(listHeight);
+    m_list->setMinimumWidth(listWidth);
+    m_list->header()->resizeSection(0, nameWidth);
+    QPushButton *addButton = controls::pushButton(this, {"addPicturesButton", "", tr("Add...")});
+    m_remove = controls::pushButton(this, {"removePicturesButton", "", tr("Remove")});
+    m_up = controls::pushButton(this, {"upButton", "", tr("Move Up")});
+    m_down = controls::pushButton(this, {"downButton", "", tr("Move Down")});
+
+    auto *buttons = new QVBoxLayout;
+    buttons->setSpacing(theme::spaceSnug);
+    for (QPushButton *button : {addButton, m_remove, m_up, m_down})
+        buttons->addWidget(button);
+    buttons->addStretch();
+    auto *layout = new QHBoxLayout(this);
+    layout->setContentsMargins(0, 0, 0, 0);
+    layout->setSpacing(theme::spaceSnug);
+    layout->addWidget(m_list, 1);
+    layout->addLayout(buttons);
+
+    connect(addButton, &QPushButton::clicked, this, &OwnPicturesView::choose);
+    connect(m_remove, &QPushButton::clicked, this, &OwnPicturesView::removeSelected);
+    connect(m_up, &QPushButton::clicked, this, [this] { move(-1); });
+    connect(m_down, &QPushButton::clicked, this, [this] { move(1); });
+    connect(m_list, &QTreeWidget::itemSelectionChanged, this, &OwnPicturesView::showButtons);
+    controls::shortcut(m_list, QKeySequence::Delete, [this] { removeSelected(); });
+    controls::shortcut(m_list, QKeySequence(Qt::ALT | Qt::Key_Up), [this] { move(-1); });
+    controls::shortcut(m_list, QKeySequence(Qt::ALT | Qt::Key_Down), [this] { move(1); });
+    showButtons();
+}
+
+OwnPicturesView::~OwnPicturesView() = default;
+
+QStringList OwnPicturesView::files() const
+{
+    QStringList files;
+    for (int row = 0; row < m_list->topLevelItemCount(); ++row)
+        files.append(m_list->topLevelItem(row)->data(0, pathRole).toString());
+    return files;
+}
+
+void OwnPicturesView::setFiles(const QStringList &files)
+{
+    m_list->clear();
+    for (const QString &file : files)
+        append(file);
+    look();
+    showButtons();
+}
+
+void OwnPicturesView::append(const QString &file)
+{
+    auto *item = new QTreeWidgetItem(m_list);
+    const qsizetype end = file.lastIndexOf(u'\\');
+    item->setData(0, pathRole, file);
+    item->setText(0, file.mid(end + 1));
+    item->setText(1, file.left(end));
+    item->setToolTip(0, file);
+    item->setToolTip(1, file);
+    item->setSizeHint(0, QSize(0, thumbnail.height() + theme::spaceSnug));
+}
+
+void OwnPicturesView::add(const QStringList &added)
+{
+    const QStringList before = files();
+    QSet<QString> known(before.begin(), before.end());
+    for (const QString &file : added) {
+        if (known.size() < maxOwnPictures && !known.contains(file)) {
+            known.insert(file);
+            append(file);
+        }
+    }
+    if (m_list->topLevelItemCount() == before.size())
+        return;
+    look();
+    showButtons();
+    emit changed();
+}
+
+void OwnPicturesView::choose()
+{
+    QStringList files = platform::dialogs().chooseFilesToOpen(
+        this, tr("Add pictures"), platform::knownFolder(platform::KnownFolder::Pictures),
+        tr("Pictures (%1);;All files (*)").arg(pictureFilter()));
+    add(files);
+}
+
+void OwnPicturesView::removeSelected()
+{
+    const QList<QTreeWidgetItem *> selected = m_list->selectedItems();
+    if (selected.isEmpty())
+        return;
+    const int row = m_list->indexOfTopLevelItem(selected.first());
+    qDeleteAll(selected);
+    if (m_list->topLevelItemCount() > 0)
+        m_list->setCurrentItem(m_list->topLevelItem(std::min(row, m_list->topLevelItemCount() - 1)));
+    showButtons();
+    emit changed();
+}
+
+void OwnPicturesView::move(int by)
+{
+    QTreeWidgetItem *current = m_list->currentItem();
+    const int row = m_list->indexOfTopLevelItem(current);
+    const int to = row + by;
+    if (row < 0 || to < 0 || to >= m_list->topLevelItemCount())
+        return;
+    m_list->takeTopLevelItem(row);
+    m_list->insertTopLevelItem(to, current);
+    m_list->setCurrentItem(current);
+    showButtons();
+    emit changed();
+}
+
+void OwnPicturesView::showButtons()
+{
+    const QList<QTreeWidgetItem *> selected = m_list->selectedItems();
+    const int row = selected.size() == 1 ? m_list->indexOfTopLevelItem(selected[0]) : -1;
+    m_remove->setEnabled(!selected.isEmpty());
+    m_up->setEnabled(row > 0);
+    m_down->setEnabled(row >= 0 && row + 1 < m_list->topLevelItemCount());
+}
+
+// Returns the files that nobody has looked at yet.
+QStringList OwnPicturesView::showThumbnails()
+{
+    QStringList unknown;
+    for (int row = 0; row < m_list->topLevelItemCount(); ++row) {
+        QTreeWidgetItem *item = m_list->topLevelItem(row);
+        const QString file = item->data(0, pathRole).toString();
+        const auto known = m_thumbnails.constFind(file);
+        if (known == m_thumbnails.constEnd()) {
+            unknown.append(file);
+            continue;
+        }
+        if (!known->isNull())
+            item->setIcon(0, QIcon(*known));
+        else
+            item->setText(1, tr("Is not there, or is no picture"));
+    }
+    return unknown;
+}
+
+// Makes the thumbnails that are missing.
+void OwnPicturesView::look()
+{
+    const QStringList unknown = showThumbnails();
+    if (unknown.isEmpty())
+        return;
+    m_looks.ask(
+        [this, unknown, decoders = m_decoders](const core::Asking &asking) {
+            for (const QString &file : unknown) {
+                const auto examined = decoders->examine(file, {}, asking.cancel());
+                if (asking.isCancelled())
+                    break;
+                const QImage image = examined ? rowShaped(examined->thumbnail) : QImage();
+                asking.tell([this, file, image] {
+                    m_thumbnails.insert(file, QPixmap::fromImage(image));
+                    showThumbnails();
+                });
+            }
+            decoders->rest();
+            return true;
+        },
+        [](bool) {});
+}

@@ -1,0 +1,230 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "companions/Glasswick/WallpaperFeature.h"
+
+#include "automation/engine/AgentLog.h"
+#include "companions/Glasswick/EventSource.h"
+#include "companions/Glasswick/Log.h"
+#include "platform/Guard.h"
+#include "platform/KnownFolders.h"
+#include "platform/Text.h"
+#include "platform/TopLevelWindows.h"
+#include "settings/AgentState.h"
+#include "settings/WallpaperSettings.h"
+
+#include <QDir>
+#include <QFile>
+#include <QFileInfo>
+#include <QSaveFile>
+
+#include <array>
+
+using namespace automation;
+
+namespace agent
+{
+
+namespace
+{
+
+constexpr QStringView handledNote = u"Wallpaper handled";
+constexpr QStringView newestNote = u"Wallpaper newest"; // key of the newest picture of the service
+constexpr DWORD restorePatience = 10000;                // ms, when the agent ends
+
+QString marketOf(int region)
+{
+    const auto regions = pictureRegions();
+    const auto index = static_cast<std::size_t>(region);
+    return index < regions.size() ? QString::fromLatin1(regions[index].market) : QString();
+}
+
+WallpaperSettings stored()
+{
+    WallpaperSettings wanted;
+    wanted.enabled = settings::wallpaperEnabled.read();
+    wanted.daily = dailyTime(settings::wallpaperTime.read(), settings::wallpaperPeriod.read());
+    wanted.source = static_cast<PictureSource>(settings::wallpaperSource.read());
+    if (wanted.source == PictureSource::Bing)
+        wanted.market = marketOf(settings::wallpaperRegion.read());
+    if (wanted.enabled && wanted.source == PictureSource::Own)
+        wanted.ownCount = settings::customFiles.read().size();
+    wanted.perMonitor = settings::wallpaperPerMonitor.read();
+    wanted.keep = settings::wallpaperKeep.read();
+    wanted.waitsRemote = settings::wallpaperWaitsRemote.read();
+    return wanted;
+}
+
+const settings::Number &indexOf(PictureSource source)
+{
+    return source == PictureSource::Bing   ? settings::bingIndex
+           : source == PictureSource::Nasa ? settings::nasaIndex
+                                           : settings::customIndex;
+}
+
+QString helperProgram()
+{
+    std::array<wchar_t, 32768> path{};
+    GetModuleFileNameW(nullptr, path.data(), static_cast<DWORD>(path.size() - 1));
+    const QString own = platform::fromWide(path.data());
+    return own.left(own.lastIndexOf(u'\\')) + QStringLiteral("\\LarkspurWallpaper.exe");
+}
+
+QByteArray contents(const QString &path)
+{
+    QFile file(path);
+    return file.open(QIODevice::ReadOnly) ? file.read(maxJobFileBytes) : QByteArray();
+}
+
+} // namespace
+
+WallpaperFeature::WallpaperFeature(const Surroundings &surroundings)
+    : m_surroundings(surroundings),
+      m_folder(wallpaperFolder(platform::knownFolder(platform::KnownFolder::LocalAppData))),
+      m_rule(QDateTime::fromString(settings::readAgentNote(handledNote), Qt::ISODate))
+{
+    readShown();
+}
+
+WallpaperFeature::~WallpaperFeature()
+{
+    // A change goes on by itself, and is seen to anew at the next start.
+    if (m_restoring && WaitForSingleObject(m_process.get(), restorePatience) == WAIT_OBJECT_0)
+        processEnded();
+    settings::writeAgentState(features::wallpaper, {});
+}
+
+WallpaperScene WallpaperFeature::scene() const
+{
+    return {GetSystemMetrics(SM_REMOTESESSION) != 0, m_shown};
+}
+
+void WallpaperFeature::reload()
+{
+    m_settings = stored();
+    const WallpaperDecision decision = m_rule.take(eventNow(EventKind::Reload), m_settings, scene());
+    carryOut(decision);
+    // The note of what was there before is what tells that there is something to put back.
+    if (decision.restore && !m_restoring && QFileInfo::exists(m_folder + QStringLiteral("\\former.json")))
+        m_restoring = startProcess({.restore = true});
+}
+
+void WallpaperFeature::take(const Event &event)
+{
+    if (m_settings.enabled)
+        carryOut(m_rule.take(event, m_settings, scene()));
+}
+
+bool WallpaperFeature::handle(UINT message, WPARAM wParam, LPARAM)
+{
+    if (message == messageWaitEnded && wParam == waitedWallpaper) {
+        processEnded();
+        return true;
+    }
+    if (message != platform::messageChangeWallpaper)
+        return false;
+    Event event = eventNow(EventKind::Asked);
+    event.value = wParam == 1 ? 1 : wParam == 2 ? -1 : 0;
+    take(event);
+    return true;
+}
+
+void WallpaperFeature::carryOut(const WallpaperDecision &decision)
+{
+    if (decision.endProcess)
+        endProcess();
+    settings::writeAgentNote(
+        handledNote, decision.handled.isValid() ? decision.handled.toUTC().toString(Qt::ISODate) : QString());
+    settings::writeAgentState(features::wallpaper, {decision.now, decision.next});
+    m_surroundings.wakeAfter(decision.wakeAfter);
+    if (!decision.why.isEmpty())
+        m_surroundings.log.write(features::wallpaper, decision.subject, decision.why);
+    if (decision.start)
+        startChange(*decision.start);
+}
+
+void WallpaperFeature::startChange(const WallpaperDecision::Start &start)
+{
+    WallpaperRequest request;
+    request.source = m_settings.source;
+    request.market = m_settings.market;
+    request.step = start.step;
+    request.automatic = start.automatic;
+    request.index = indexOf(m_settings.source).read();
+    request.newest = settings::readAgentNote(newestNote);
+    if (request.source == PictureSource::Own)
+        request.own = settings::customFiles.read();
+    request.perMonitor = m_settings.perMonitor;
+    request.onMetered = settings::wallpaperOnMetered.read();
+    if (!startProcess(request))
+        carryOut(m_rule.ended(eventNow(EventKind::ProgramEnded), m_settings, scene(),
+                              WallpaperAnswer{.reason = QStringLiteral(
+                                                  "The program that changes the wallpaper does not start")}));
+}
+
+bool WallpaperFeature::startProcess(const WallpaperRequest &request)
+{
+    endProcess();
+    QDir().mkpath(m_folder);
+    platform::eraseOwn(m_folder, m_folder + u'\\' + answerFile.toString());
+    const QString program = helperProgram();
+    QSaveFile file(m_folder + u'\\' + requestFile.toString());
+    if (!file.open(QIODevice::WriteOnly) || file.write(requestText(request)) < 0 || !file.commit())
+        return false;
+    std::wstring command = (u'"' + program + QStringLiteral("\" \"") + m_folder + u'"').toStdWString();
+    STARTUPINFOW startup = {};
+    startup.cb = sizeof startup;
+    PROCESS_INFORMATION started = {};
+    if (!CreateProcessW(platform::wide(program), command.data(), nullptr, nullptr, FALSE,
+                        CREATE_NO_WINDOW | BELOW_NORMAL_PRIORITY_CLASS, nullptr, nullptr, &startup, &started))
+        return false;
+    const platform::ObjectHandle thread(started.hThread);
+    m_process.reset(started.hProcess);
+    // On a thread of the system's pool, which only posts.
+    const auto ended = [](void *window, BOOLEAN) {
+        PostMessageW(static_cast<HWND>(window), messageWaitEnded, waitedWallpaper, 0);
+    };
+    return RegisterWaitForSingleObject(m_wait.put(), m_process.get(), ended, m_surroundings.window, INFINITE,
+                                       WT_EXECUTEONLYONCE) != FALSE;
+}
+
+// At any moment: its files are put in place in one step, and the desktop is changed last.
+void WallpaperFeature::endProcess()
+{
+    m_wait.reset();
+    if (m_process)
+        TerminateProcess(m_process.get(), 1);
+    m_process.reset();
+    m_restoring = false;
+}
+
+void WallpaperFeature::processEnded()
+{
+    // The message of one that was ended since may still come.
+    if (!m_process || WaitForSingleObject(m_process.get(), 0) != WAIT_OBJECT_0)
+        return;
+    m_wait.reset();
+    m_process.reset();
+    const auto answer = parseAnswer(contents(m_folder + u'\\' + answerFile.toString()));
+    readShown();
+    if (std::exchange(m_restoring, false)) {
+        m_surroundings.log.write(features::wallpaper, QStringLiteral("Off"),
+                                 answer ? QStringLiteral("You switched it off; %1").arg(answer->reason)
+                                        : QStringLiteral("The former wallpaper could not be put back"));
+        if (m_settings.enabled) // on again meanwhile
+            carryOut(m_rule.take(eventNow(EventKind::Reload), m_settings, scene()));
+        return;
+    }
+    if (answer && (answer->result == WallpaperAnswer::Result::Changed ||
+                   answer->result == WallpaperAnswer::Result::Same)) {
+        indexOf(m_settings.source).write(answer->index);
+        settings::writeAgentNote(newestNote, answer->newest);
+    }
+    carryOut(m_rule.ended(eventNow(EventKind::ProgramEnded), m_settings, scene(), answer));
+}
+
+void WallpaperFeature::readShown()
+{
+    const auto shown = parseAnswer(contents(m_folder + u'\\' + shownFile.toString()));
+    m_shown = shown && !shown->pictures.isEmpty() ? shown->pictures[0].title : QString();
+}
+
+} // namespace agent

@@ -1,0 +1,97 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "companions/LarkspurWallpaper/Former.h"
+
+#include <QFileInfo>
+#include <QJsonArray>
+#include <QJsonDocument>
+#include <QJsonObject>
+
+namespace wallpaper
+{
+
+namespace
+{
+
+const QString positionName = QStringLiteral("position");
+const QString slideshowName = QStringLiteral("slideshow");
+const QString picturesName = QStringLiteral("pictures");
+const QString pathName = QStringLiteral("path");
+const QString copyName = QStringLiteral("copy");
+
+// Where it was, or our copy: what lies in Windows' own folder of themes becomes another picture.
+QString usable(const QJsonObject &entry)
+{
+    const QString path = entry.value(pathName).toString();
+    const QString copy = entry.value(copyName).toString();
+    if (path.isEmpty())
+        return {};
+    const bool ofWindows =
+        path.contains(QLatin1StringView("\\Microsoft\\Windows\\Themes\\"), Qt::CaseInsensitive);
+    return (ofWindows || !QFileInfo(path).isFile()) && !copy.isEmpty() ? copy : path;
+}
+
+} // namespace
+
+QStringList Former::monitors() const
+{
+    const QStringList found = m_desktop.monitors();
+    return found.isEmpty() ? QStringList{QString()} : found;
+}
+
+bool Former::note()
+{
+    QJsonObject note = QJsonDocument::fromJson(m_folder.read(file)).object();
+    QJsonObject pictures = note.value(picturesName).toObject();
+    bool changed = false;
+    for (const QString &monitor : monitors()) {
+        const QString path = m_desktop.picture(monitor);
+        if (m_folder.holds(path))
+            continue;
+        pictures.insert(
+            monitor,
+            QJsonObject{{pathName, path}, {copyName, path.isEmpty() ? QString() : m_folder.preserve(path)}});
+        changed = true;
+    }
+    if (!changed)
+        return true;
+    note.insert(picturesName, pictures);
+    note.insert(positionName, m_desktop.position());
+    note.insert(slideshowName, m_desktop.slideshowFolder());
+    return m_folder.write(file, QJsonDocument(note).toJson());
+}
+
+QString Former::restore(bool &done)
+{
+    done = true;
+    const QJsonObject note = QJsonDocument::fromJson(m_folder.read(file)).object();
+    const QJsonObject pictures = note.value(picturesName).toObject();
+    if (pictures.isEmpty())
+        return QStringLiteral("there was nothing to put back");
+    int restored = 0, left = 0;
+    for (const QString &monitor : monitors()) {
+        if (!m_folder.holds(m_desktop.picture(monitor))) {
+            ++left;
+            continue;
+        }
+        // One that came later gets what another had.
+        const QJsonValue entry = pictures.contains(monitor) ? pictures.value(monitor) : *pictures.begin();
+        if (m_desktop.setPicture(monitor, usable(entry.toObject())))
+            ++restored;
+        else
+            done = false;
+    }
+    if (!done)
+        return QStringLiteral("Windows refused the former wallpaper");
+    if (restored > 0) {
+        m_desktop.setPosition(note.value(positionName).toInt(-1));
+        const QString slideshow = note.value(slideshowName).toString();
+        if (!slideshow.isEmpty())
+            m_desktop.setSlideshowFolder(slideshow);
+    }
+    m_folder.remove(file);
+    return restored == 0 ? QStringLiteral("the wallpaper that you have chosen since stays")
+           : left > 0 ? QStringLiteral("the former wallpaper is back where you have not chosen another since")
+                      : QStringLiteral("the former wallpaper is back");
+}
+
+} // namespace wallpaper

@@ -1,0 +1,177 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "companions/LarkspurWallpaper/PictureFolder.h"
+
+#include "platform/FileReader.h"
+#include "platform/Guard.h"
+#include "platform/NewFile.h"
+
+#include <QCryptographicHash>
+#include <QDir>
+#include <QFile>
+#include <QFileInfo>
+#include <QRegularExpression>
+
+using automation::ShownPicture;
+
+namespace wallpaper
+{
+
+namespace
+{
+
+constexpr int jpegQuality = 95;
+constexpr qint64 maxPreserved = 256 << 20;
+
+// Names that add() gives, so that tidying removes nothing else.
+const QRegularExpression &ours()
+{
+    static const QRegularExpression form(
+        QStringLiteral("\\A((?:bing|nasa|own)-[0-9a-f-]{1,64})\\.(?:jpg|png|bmp|thumb\\.png)\\z"));
+    return form;
+}
+
+// Of a picture that Windows shows as it is.
+QString shownSuffix(const QByteArray &bytes)
+{
+    const QString suffix = automation::pictureSuffix(bytes);
+    return suffix.isEmpty() && bytes.startsWith("BM") ? QStringLiteral("bmp") : suffix;
+}
+
+} // namespace
+
+PictureFolder::PictureFolder(QString folder, imaging::DecoderPool &decoders)
+    : m_folder(std::move(folder)),
+      m_decoders(decoders)
+{
+    QDir().mkpath(m_folder);
+    platform::NewFile::clearLeftovers(m_folder);
+}
+
+QString PictureFolder::pathOf(QStringView name) const
+{
+    return m_folder + u'\\' + name.toString();
+}
+
+bool PictureFolder::holds(const QString &path) const
+{
+    const qsizetype end = path.lastIndexOf(u'\\');
+    return path.left(end).compare(m_folder, Qt::CaseInsensitive) == 0 &&
+           ours().match(path.mid(end + 1)).hasMatch();
+}
+
+// The decoders are processes of their own, which a hostile file may bring down.
+bool PictureFolder::check(const QString &file, const QSize &smallest, ShownPicture &picture, QString &problem)
+{
+    const auto examined = m_decoders.examine(file, {}, m_cancel);
+    if (!examined) {
+        problem = QStringLiteral("it is no picture that can be read");
+        return false;
+    }
+    if (examined->width < smallest.width() || examined->height < smallest.height()) {
+        problem = QStringLiteral("it has only %1 by %2 pixels").arg(examined->width).arg(examined->height);
+        return false;
+    }
+    const QString name = picture.key + QStringLiteral(".thumb.png");
+    if (place(name, [&](QFile &to) { return examined->thumbnail.save(&to, "PNG"); }))
+        picture.thumbnail = pathOf(name);
+    return true;
+}
+
+std::optional<ShownPicture> PictureFolder::find(const QString &key)
+{
+    for (const QLatin1StringView suffix :
+         {QLatin1StringView("jpg"), QLatin1StringView("png"), QLatin1StringView("bmp")}) {
+        ShownPicture picture{.key = key, .file = pathOf(key + u'.' + suffix)};
+        QString problem;
+        if (QFileInfo(picture.file).isFile() && check(picture.file, {}, picture, problem))
+            return picture;
+    }
+    return {};
+}
+
+std::optional<ShownPicture> PictureFolder::add(const QString &key, const QByteArray &bytes,
+                                               const QSize &smallest, QString &problem)
+{
+    ShownPicture picture{.key = key};
+    const QString suffix = shownSuffix(bytes);
+    const QString name = key + u'.' + (suffix.isEmpty() ? QStringLiteral("jpg") : suffix);
+    picture.file = pathOf(name);
+    bool usable = false;
+    const bool placed = place(name, [&](QFile &to) {
+        if (to.write(bytes) != bytes.size() || !to.flush())
+            return false;
+        const QString file = QDir::toNativeSeparators(to.fileName());
+        usable = check(file, smallest, picture, problem);
+        if (!usable || !suffix.isEmpty())
+            return usable;
+        const auto decoded = m_decoders.picture(file, m_cancel);
+        usable = decoded && to.resize(0) && to.seek(0) &&
+                 decoded->image.convertToFormat(QImage::Format_RGB32).save(&to, "JPEG", jpegQuality);
+        return usable;
+    });
+    if (placed)
+        return picture;
+    if (problem.isEmpty())
+        problem = QStringLiteral("it cannot be stored");
+    return {};
+}
+
+bool PictureFolder::place(QStringView name, const std::function<bool(QFile &)> &fill) const
+{
+    platform::NewFile file(pathOf(name));
+    QString problem;
+    return file.file().isOpen() && fill(file.file()) &&
+           file.place(true, problem) == platform::NewFile::Placed::Done;
+}
+
+QByteArray PictureFolder::read(QStringView name) const
+{
+    QFile file(pathOf(name));
+    return file.open(QIODevice::ReadOnly) ? file.read(automation::maxJobFileBytes) : QByteArray();
+}
+
+bool PictureFolder::write(QStringView name, const QByteArray &bytes) const
+{
+    return place(name, [&](QFile &to) { return to.write(bytes) == bytes.size(); });
+}
+
+void PictureFolder::remove(QStringView name) const
+{
+    platform::eraseOwn(m_folder, pathOf(name));
+}
+
+QString PictureFolder::preserve(const QString &file) const
+{
+    const auto from = platform::openShared(file);
+    if (!from || from->size() > maxPreserved)
+        return {};
+    const QByteArray bytes = from->readAll();
+    const QByteArray hash = QCryptographicHash::hash(bytes, QCryptographicHash::Sha256).left(8).toHex();
+    // Windows' own copy has no suffix, and is a JPEG.
+    const QString known = shownSuffix(bytes);
+    const QString suffix = known.isEmpty() ? QFileInfo(file).suffix() : known;
+    const QString name =
+        QStringLiteral("former-%1.%2")
+            .arg(QString::fromLatin1(hash), suffix.isEmpty() ? QStringLiteral("jpg") : suffix);
+    return write(name, bytes) ? pathOf(name) : QString();
+}
+
+void PictureFolder::tidy(const QList<ShownPicture> &onDesktop)
+{
+    QStringList kept;
+    for (const ShownPicture &picture : onDesktop)
+        kept.append(picture.key);
+    const qsizetype limit = kept.size() + maxKept;
+    const QDir folder(m_folder);
+    for (const QString &name : folder.entryList(QDir::Files, QDir::Time)) {
+        const QRegularExpressionMatch match = ours().match(name);
+        if (!match.hasMatch() || kept.contains(match.captured(1)))
+            continue;
+        if (kept.size() < limit)
+            kept.append(match.captured(1));
+        else
+            remove(name);
+    }
+}
+
+} // namespace wallpaper

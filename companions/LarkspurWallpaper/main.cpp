@@ -1,0 +1,52 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+
+// Changes the wallpaper once, for the background agent: asks a service, has what it sends decoded, sets it
+// and ends. So the agent stays small, and what comes from the network meets no long-lived process. Its
+// argument is the folder where the request lies and where the answer goes.
+#include "companions/LarkspurWallpaper/Changer.h"
+#include "platform/Com.h"
+#include "platform/DetachedThread.h"
+
+#include <QCoreApplication>
+#include <QDir>
+
+namespace
+{
+
+constexpr DWORD longestRun = 150'000; // ms, whatever hangs
+constexpr DWORD longestWait = 60'000; // for one that an agent before has left
+constexpr UINT codeTooLong = 2;
+
+automation::WallpaperAnswer answerTo(const QByteArray &text, wallpaper::PictureFolder &folder)
+{
+    const auto request = automation::parseRequest(text);
+    if (!request)
+        return {.reason = QStringLiteral("The request cannot be read")};
+    const auto desktop = platform::systemWallpaper();
+    const automation::PictureServices services;
+    const wallpaper::PictureFetcher web(services.allowed);
+    return wallpaper::serve(*request, {services, web, *desktop, folder, platform::isConnectionMetered,
+                                       QDateTime::currentDateTimeUtc()});
+}
+
+} // namespace
+
+int main(int argc, char *argv[])
+{
+    SetErrorMode(SEM_FAILCRITICALERRORS | SEM_NOGPFAULTERRORBOX);
+    platform::runDetached([] {
+        Sleep(longestRun);
+        TerminateProcess(GetCurrentProcess(), codeTooLong);
+    });
+    const QCoreApplication application(argc, argv); // finds the image formats
+    if (argc != 2 || !QDir(QCoreApplication::arguments().at(1)).isAbsolute())
+        return 1;
+    const platform::ObjectHandle turn(CreateMutexW(nullptr, FALSE, L"Local\\Fernlight Larkspur Wallpaper"));
+    WaitForSingleObject(turn.get(), longestWait);
+    const platform::ComScope com;
+    imaging::DecoderPool decoders({imaging::DecoderPool::decoderProgram()});
+    wallpaper::PictureFolder folder(QDir::toNativeSeparators(QCoreApplication::arguments().at(1)), decoders);
+    const automation::WallpaperAnswer answer = answerTo(folder.read(automation::requestFile), folder);
+    const bool written = folder.write(automation::answerFile, automation::answerText(answer));
+    return written && answer.result != automation::WallpaperAnswer::Result::Failed ? 0 : 1;
+}
