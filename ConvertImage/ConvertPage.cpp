@@ -248,7 +248,7 @@ QWidget *ConvertPage::makeSettings()
     column->setSpacing(theme::spaceSnug);
     column->addLayout(row);
     column->addWidget(m_settings, 1);
-    side->setMinimumWidth(280);
+    side->setMinimumWidth(312); // the names of all tabs
     fillPresets();
     return side;
 }
@@ -317,6 +317,8 @@ void ConvertPage::wishPreview()
         m_facts->clear();
         return;
     }
+    if (m_preview->isEmpty())
+        m_preview->setMessage(tr("Reading the picture ..."));
     PreviewWish wish;
     wish.path = path;
     const conversion::Settings settings = conversion::settingsFrom(m_binding->values());

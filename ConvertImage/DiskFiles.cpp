@@ -7,6 +7,7 @@
 
 #include <QCoreApplication>
 #include <QFileInfo>
+#include <QStorageInfo>
 
 namespace
 {
@@ -39,6 +40,12 @@ public:
             break;
         }
         return Placed::Failed;
+    }
+    QString explained(const QString &problem) override
+    {
+        constexpr qint64 room = 1 << 20; // a write that was cut short has taken nearly all that there was
+        const QStorageInfo volume(QFileInfo(m_file.file().fileName()).path());
+        return volume.isValid() && volume.bytesAvailable() < room ? tr("The disk is full") : problem;
     }
 
 private:

@@ -110,6 +110,8 @@ std::vector<FileResult> convertToPdf(const QStringList &sources, const QString &
     const bool whole = pdf.finish();
     if (problem.isEmpty() && (!whole || pending->device().size() == 0))
         problem = QCoreApplication::translate("conversion", "The document cannot be written");
+    if (!problem.isEmpty())
+        problem = pending->explained(problem);
     if (problem.isEmpty() && pending->place(true, problem) == PendingOutput::Placed::Done)
         return results;
     failAll(results, problem);

@@ -144,6 +144,8 @@ void FileRun::convert(std::size_t index)
     ConversionFiles::Source source = m_files.load(result.source, wantsMetadata, [&memory](qint64 bytes) {
         memory.take(2 * bytes); // the picture, and what the steps make of it
     });
+    if (m_cancel.isSet())
+        return; // a decoding that was given up is no failure
     result.sourceBytes = source.bytes;
     Rendered rendered;
     if (source.problem.isEmpty())
@@ -186,13 +188,16 @@ void FileRun::write(std::size_t index, const QImage &image, const Metadata &meta
     if (!pending)
         return;
     encode(index, pending->device(), image, metadata);
-    if (!result.problem.isEmpty())
+    if (!result.problem.isEmpty()) {
+        result.problem = pending->explained(result.problem);
         return;
-    result.outputBytes = pending->device().size();
-    result.size = image.size();
+    }
+    const qint64 bytes = pending->device().size();
     switch (pending->place(m_options.overwriteAll, result.problem)) {
     case PendingOutput::Placed::Done:
         result.outcome = Outcome::Written;
+        result.outputBytes = bytes;
+        result.size = image.size();
         break;
     case PendingOutput::Placed::Exists:
         result.outcome = Outcome::Exists;

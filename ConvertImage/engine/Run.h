@@ -30,6 +30,8 @@ public:
     // Gives the file its final name in one step; the device is closed by that. Exists: there is a file of
     // that name which is not to be replaced. `problem` is set with Failed.
     virtual Placed place(bool replace, QString &problem) = 0;
+    // What is told after a failed write: encoders often say no more than that it failed.
+    virtual QString explained(const QString &problem) { return problem; }
 };
 
 // All functions are called on several threads at once.

@@ -24,6 +24,7 @@ public:
     void setPicture(const std::shared_ptr<const PreviewPicture> &picture);
     // Instead of a picture.
     void setMessage(const QString &message);
+    bool isEmpty() const { return !m_picture; }
     void setShow(Show show);
     Show shown() const { return m_show; }
 

@@ -30,11 +30,14 @@ public:
     QHash<QString, QByteArray> written; // by its path in small letters
     QString lockedOutput;
     bool fullDisk = false;
-    int lost = 0; // temporary files that went without being placed
+    core::CancelFlag *cancelInLoad = nullptr; // a decoder that is stopped gives no picture
+    int lost = 0;                             // temporary files that went without being placed
 
     Source load(const QString &source, bool, const std::function<void(qint64)> &beforeDecode) override
     {
-        if (!sources.contains(source))
+        if (cancelInLoad)
+            cancelInLoad->set();
+        if (cancelInLoad || !sources.contains(source))
             return {{}, {}, 0, QStringLiteral("gone")};
         const QImage image = sources.value(source);
         if (beforeDecode)
@@ -272,6 +275,9 @@ void TestRun::cancelled()
     QCOMPARE(outcomes(results), QStringLiteral("W."));
     QCOMPARE(files.written.size(), 1);
     QVERIFY(converted(files, {}).empty());
+    cancel.reset();
+    files.cancelInLoad = &cancel;
+    QCOMPARE(outcomes(converted(files, {path("b.jpg")}, {}, {}, cancel)), QStringLiteral("."));
 }
 
 void TestRun::documents()
