@@ -391,9 +391,11 @@ void ExtractIconForm::copySelected()
             const std::unique_ptr<icons::IconSource> source = icons::openIcons(path);
             return icons::thumbnail(*source, record, icons::maxSide);
         },
-        [](const QImage &image) {
-            if (!image.isNull())
-                QGuiApplication::clipboard()->setImage(image);
+        [this](const QImage &image) {
+            if (image.isNull())
+                return;
+            QGuiApplication::clipboard()->setImage(image);
+            m_notice->showNotice(NoticeBar::Kind::Info, tr("The image was copied."));
         });
 }
 

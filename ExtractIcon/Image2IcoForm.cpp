@@ -37,7 +37,7 @@ namespace
 
 constexpr int previewPause = 60; // ms
 constexpr int listWidth = 200;
-constexpr int previewWidth = 250;
+constexpr int previewWidth = 290;
 constexpr int maxFailuresShown = 3;
 
 QString pictureFilter()
@@ -62,11 +62,11 @@ QList<QImage> made(const QImage &picture, const QRect &square, const QList<int> 
     return images;
 }
 
-// A name beside `folder`\NAME.ico that no other picture of the same job has.
+// A name beside `folder`\NAME.ico that no file and no other picture of the same job has.
 QString freeTarget(const QString &folder, const QString &name, const QStringList &taken)
 {
     QString target = folder + QLatin1Char('\\') + name + QStringLiteral(".ico");
-    for (int again = 2; taken.contains(target, Qt::CaseInsensitive); ++again)
+    for (int again = 2; taken.contains(target, Qt::CaseInsensitive) || QFileInfo::exists(target); ++again)
         target = folder + QLatin1Char('\\') + name + QStringLiteral(" (%1).ico").arg(again);
     return target;
 }
@@ -348,7 +348,8 @@ void Image2IcoForm::saveCurrent()
     if (target.isEmpty() || !current())
         return;
     icons::exportFolder.write(QDir::toNativeSeparators(QFileInfo(target).path()));
-    save({*current()}, {QDir::toNativeSeparators(target)});
+    save({*current()},
+         [target](const QString &, const QStringList &) { return QDir::toNativeSeparators(target); });
 }
 
 void Image2IcoForm::saveAll()
@@ -358,18 +359,20 @@ void Image2IcoForm::saveAll()
     if (folder.isEmpty())
         return;
     icons::exportFolder.write(folder);
-    QStringList targets;
-    for (const Picture &picture : std::as_const(m_pictures))
-        targets.append(freeTarget(folder, QFileInfo(picture.path).completeBaseName(), targets));
-    save(m_pictures, targets);
+    save(m_pictures, [folder](const QString &picture, const QStringList &taken) {
+        return freeTarget(folder, QFileInfo(picture).completeBaseName(), taken);
+    });
 }
 
-void Image2IcoForm::save(QList<Picture> pictures, QStringList targets)
+void Image2IcoForm::save(QList<Picture> pictures, FindTarget findTarget)
 {
-    const auto work = [decoders = m_decoders, pictures = std::move(pictures), targets = std::move(targets),
-                       sizes = chosenSizes(), sharpen = m_sharpen->isChecked()](const core::JobControl &job) {
+    const auto work = [decoders = m_decoders, pictures = std::move(pictures),
+                       findTarget = std::move(findTarget), sizes = chosenSizes(),
+                       sharpen = m_sharpen->isChecked()](const core::JobControl &job) {
         Saved saved;
+        QStringList targets;
         for (qsizetype i = 0; i < pictures.size() && !job.cancel.isSet(); ++i) {
+            targets.append(findTarget(pictures[i].path, targets));
             const auto loaded = decoders->picture(pictures[i].path, job.cancel);
             const QImage image = loaded ? loaded->image : QImage();
             const QRect square =

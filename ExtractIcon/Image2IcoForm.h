@@ -10,6 +10,7 @@
 #include <QList>
 #include <QTimer>
 
+#include <functional>
 #include <memory>
 
 class CropView;
@@ -58,7 +59,9 @@ private:
     void updateButtons();
     void saveCurrent();
     void saveAll();
-    void save(QList<Picture> pictures, QStringList targets);
+    // Where the icon of that picture goes; called on the worker, with what the job has taken so far.
+    using FindTarget = std::function<QString(const QString &picture, const QStringList &taken)>;
+    void save(QList<Picture> pictures, FindTarget findTarget);
     void showSaved(const Saved &saved, const QString &error);
     QList<int> chosenSizes() const;
     Picture *current();

@@ -121,10 +121,12 @@ void QRCodeBatchPage::buildPage()
     m_table->setModel(m_model);
     m_table->setEmpty(controls::image("QRCode48"), tr("No list yet"),
                       tr("Each row of the list becomes a file, in the design of the page before."));
+    m_table->table()->setSortingEnabled(false); // the order is that of the list
+    m_table->table()->setTextElideMode(Qt::ElideRight);
     QHeaderView *columns = m_table->table()->horizontalHeader();
     columns->setSectionResizeMode(Text, QHeaderView::Stretch);
     columns->resizeSection(Name, 160);
-    columns->resizeSection(Result, 260);
+    columns->resizeSection(Result, 320);
     page->addWidget(header);
     page->addWidget(m_notice);
     page->addWidget(m_table, 1);

@@ -274,9 +274,6 @@ void QrCodeGenForm::copy()
             Made copy = made(text, style);
             if (copy.drawing)
                 copy.picture = copy.drawing->image();
-            // The clipboard takes long, on the interface thread, for an alpha channel that says nothing.
-            if (!style.transparent)
-                copy.picture.convertTo(QImage::Format_RGB32);
             return copy;
         },
         [this](auto &job) {

@@ -111,7 +111,7 @@ FLColorWidget *StylePanel::addColor(const QString &label, const char *name, cons
 {
     auto *color = new FLColorWidget(this);
     color->setObjectName(QLatin1String(name));
-    color->setPurpose(label);
+    color->setPurpose(label.chopped(1)); // the colon
     color->setColor(QColor(static_cast<QRgb>(setting.read())));
     addRow(label, color);
     connect(color, &FLColorWidget::colorChanged, this, [this, setting](const QColor &chosen) {
@@ -178,6 +178,7 @@ void StylePanel::buildLogo()
     m_removeLogo = controls::pushButton(this, {"removeLogoButton", "Delete24", tr("Remove")});
     m_logoNote = new FieldNote(this);
     auto *buttons = new QHBoxLayout;
+    buttons->setSpacing(theme::spaceSnug);
     buttons->addWidget(m_chooseLogo, 1);
     buttons->addWidget(m_removeLogo);
     m_grid->addLayout(buttons, m_grid->rowCount(), 0, 1, 2);

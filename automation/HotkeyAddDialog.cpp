@@ -123,9 +123,9 @@ HotkeyAddDialog::Field HotkeyAddDialog::addField(QFormLayout *form, const QStrin
 
 void HotkeyAddDialog::buildLayout()
 {
-    auto *headline = new QLabel(tr("Add a Shortcut Key"), this);
-    headline->setObjectName(QStringLiteral("headlineLabel"));
-    headline->setFont(theme::sectionTitle(font()));
+    m_headline = new QLabel(tr("Add a Shortcut Key"), this);
+    m_headline->setObjectName(QStringLiteral("headlineLabel"));
+    m_headline->setFont(theme::sectionTitle(font()));
     auto *keys = new QWidget(this);
     auto *keyRow = new QHBoxLayout(keys);
     keyRow->setContentsMargins(0, 0, 0, 0);
@@ -154,7 +154,7 @@ void HotkeyAddDialog::buildLayout()
 
     auto *layout = new QVBoxLayout(this);
     layout->setSpacing(theme::space);
-    layout->addWidget(headline);
+    layout->addWidget(m_headline);
     layout->addLayout(form);
     layout->addWidget(m_notice);
     layout->addStretch();
@@ -276,6 +276,7 @@ ShortcutCommand HotkeyAddDialog::command() const
 void HotkeyAddDialog::edit(const ShortcutCommand &command)
 {
     setWindowTitle(tr("Edit Shortcut"));
+    m_headline->setText(tr("Edit a Shortcut Key"));
     m_key1->setCurrentIndex(static_cast<int>(command.first));
     m_key2->setCurrentIndex(static_cast<int>(command.second));
     m_key3->setText(command.key);

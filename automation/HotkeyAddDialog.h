@@ -48,6 +48,7 @@ private:
     void chooseProgram();
     automation::ShortcutAction action() const;
 
+    QLabel *m_headline;
     QComboBox *m_key1;
     QComboBox *m_key2;
     QLineEdit *m_key3;

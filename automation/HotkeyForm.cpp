@@ -57,9 +57,10 @@ void HotkeyForm::buildWidgets()
     m_remove = controls::toolButton(
         this, {"RemoveButton", "Cancel24", tr("Remove"), {}, QKeySequence::Delete}, true);
     m_up = controls::toolButton(
-        this, {"UpButton", "", tr("Move Up"), {}, QKeySequence(Qt::CTRL | Qt::Key_Up)}, true);
+        this, {"UpButton", "ArrowUp24", tr("Move Up"), {}, QKeySequence(Qt::CTRL | Qt::Key_Up)}, true);
     m_down = controls::toolButton(
-        this, {"DownButton", "", tr("Move Down"), {}, QKeySequence(Qt::CTRL | Qt::Key_Down)}, true);
+        this, {"DownButton", "ArrowDown24", tr("Move Down"), {}, QKeySequence(Qt::CTRL | Qt::Key_Down)},
+        true);
     m_test = controls::toolButton(
         this, {"TestButton", "Activate24", tr("Test"), tr("Do now what the shortcut does")}, true);
     for (QToolButton *button : {m_add, m_edit, m_remove, m_up, m_down, m_test})

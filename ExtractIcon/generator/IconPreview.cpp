@@ -37,25 +37,33 @@ void IconPreview::setImages(const QList<QImage> &images)
     layOut();
 }
 
+// One pixel of the image is one pixel of the screen, unless half of the widget is too narrow for it.
+QSizeF IconPreview::shownSize(const QImage &image) const
+{
+    const QSizeF size = QSizeF(image.size()) / devicePixelRatioF();
+    const double room = width() / 2 - 2 * theme::spaceSnug;
+    return size * std::min(1.0, room / size.width());
+}
+
 void IconPreview::layOut()
 {
-    const double ratio = devicePixelRatioF();
     const int caption = QFontMetrics(theme::caption(font())).height() + theme::spaceTight;
-    double widest = 0;
     double height = theme::space;
-    for (const QImage &image : std::as_const(m_images)) {
-        widest = std::max(widest, image.width() / ratio);
-        height += image.height() / ratio + caption + theme::spaceSnug;
-    }
-    m_column = std::max(leastColumn, static_cast<int>(widest) + 2 * theme::spaceSnug);
-    setMinimumSize(2 * m_column, static_cast<int>(height));
+    for (const QImage &image : std::as_const(m_images))
+        height += shownSize(image).height() + caption + theme::spaceSnug;
+    setMinimumSize(2 * leastColumn, static_cast<int>(height));
     update();
+}
+
+void IconPreview::resizeEvent(QResizeEvent *)
+{
+    layOut();
 }
 
 void IconPreview::paintEvent(QPaintEvent *)
 {
     QPainter painter(this);
-    const double ratio = devicePixelRatioF();
+    painter.setRenderHint(QPainter::SmoothPixmapTransform);
     const QFont caption = theme::caption(font());
     const int line = QFontMetrics(caption).height();
     painter.setFont(caption);
@@ -64,7 +72,7 @@ void IconPreview::paintEvent(QPaintEvent *)
     painter.fillRect(QRect(half, 0, width() - half, height()), QColor::fromRgb(dark));
     double y = theme::space;
     for (const QImage &image : std::as_const(m_images)) {
-        const QSizeF size = QSizeF(image.size()) / ratio;
+        const QSizeF size = shownSize(image);
         const QString text = QStringLiteral("%1x%1").arg(image.width());
         for (const int left : {0, half}) {
             painter.drawImage(QRectF(QPointF(left + std::floor((half - size.width()) / 2), y), size), image);

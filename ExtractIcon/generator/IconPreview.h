@@ -17,10 +17,11 @@ public:
 
 protected:
     void paintEvent(QPaintEvent *event) override;
+    void resizeEvent(QResizeEvent *event) override;
 
 private:
     void layOut();
+    QSizeF shownSize(const QImage &image) const;
 
     QList<QImage> m_images; // largest first
-    int m_column = 0;       // width of one of both halves
 };

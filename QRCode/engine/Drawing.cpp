@@ -114,7 +114,8 @@ QImage Drawing::image(int pixels) const
     const int scale = pixelsPerModule(pixels);
     if (scale < 1)
         return {};
-    QImage image(pixels, pixels, QImage::Format_ARGB32_Premultiplied);
+    QImage image(pixels, pixels,
+                 m_style.transparent ? QImage::Format_ARGB32_Premultiplied : QImage::Format_RGB32);
     if (image.isNull())
         return image;
     image.fill(m_style.transparent ? QColor(Qt::transparent) : m_style.background);

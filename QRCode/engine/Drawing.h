@@ -27,7 +27,8 @@ public:
     // margin.
     int pixelsPerModule(int pixels) const { return pixels / side(); }
 
-    // Null when a module would be smaller than a pixel.
+    // Null when a module would be smaller than a pixel. Without an alpha channel where it has a background:
+    // it would say nothing, and the clipboard takes long for it.
     QImage image(int pixels) const;
     QImage image() const { return image(m_style.imageSize); }
     // Fills the square with the code and its background.

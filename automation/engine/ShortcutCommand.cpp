@@ -187,7 +187,10 @@ QString actionText(const QString &text)
         return QCoreApplication::translate("automation", "Cannot be read: %1").arg(text);
     const QString name =
         QCoreApplication::translate("automation", actionNames[static_cast<int>(command->action)]);
-    return command->target.isEmpty() ? name : name + QLatin1Char(' ') + command->target;
+    if (command->target.isEmpty())
+        return name;
+    const QString folder = command->workingFolder.isEmpty() ? QString() : u';' + command->workingFolder;
+    return name + QLatin1Char(' ') + command->target + folder;
 }
 
 QString openableAddress(const QString &typed)

@@ -42,6 +42,7 @@ void tst_image2ico_form::makesIconsOfSeveral()
     auto *save = form.findChild<QPushButton *>(QStringLiteral("saveAllButton"));
     QVERIFY(!save->isEnabled());
     const QString other = folder.makeFolder(QStringLiteral("other"));
+    folder.makeFile(QStringLiteral("other\\a.ico"), "old");
     form.addPictures({picture(folder, QStringLiteral("a.png"), {300, 200}, Qt::red),
                       picture(folder, QStringLiteral("other\\a.png"), {40, 60}, Qt::blue),
                       folder.makeFile(QStringLiteral("b.png"), "no picture")});
@@ -51,9 +52,11 @@ void tst_image2ico_form::makesIconsOfSeveral()
     dialogs.nextFolder.enqueue(other);
     save->click();
     QTRY_VERIFY(save->isEnabled() && !form.isBusy());
-    QCOMPARE(QDir(other).entryList({QStringLiteral("*.ico")}).join(u' '), QStringLiteral("a (2).ico a.ico"));
+    QCOMPARE(QDir(other).entryList({QStringLiteral("*.ico")}).join(u' '),
+             QStringLiteral("a (2).ico a (3).ico a.ico"));
+    QCOMPARE(QFileInfo(folder.path(QStringLiteral("other\\a.ico"))).size(), 3);
 
-    const auto source = icons::openIcons(other + QStringLiteral("\\a.ico"));
+    const auto source = icons::openIcons(other + QStringLiteral("\\a (2).ico"));
     const QList<icons::IconImage> images = icons::decodeIcon(*icons::readIcon(*source, 0));
     QCOMPARE(images.size(), 9);
     QCOMPARE(images.last().facts.width, 256);

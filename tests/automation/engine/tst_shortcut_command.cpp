@@ -34,7 +34,7 @@ void ShortcutCommandTest::storedForm_data()
         u"Open Windows 11 App: notepad"_s);
     row("app in a folder", u"01K0cmd;C:\\x;y"_s,
         {ctrl, shift, u"K"_s, OpenBuiltInApp, u"cmd"_s, u"C:\\x;y"_s}, u"Ctrl+Shift+K"_s,
-        u"Open Windows 11 App: cmd"_s);
+        u"Open Windows 11 App: cmd;C:\\x;y"_s);
     row("folder", u"20\u00e91C:\\x"_s, {windows, ctrl, u"\u00e9"_s, OpenFolder, u"C:\\x"_s},
         u"Windows+Ctrl+\u00e9"_s, u"Open Folder: C:\\x"_s);
     row("website", u"1152example.org"_s, {shift, shift, u"5"_s, OpenWebsite, u"example.org"_s},
@@ -43,7 +43,7 @@ void ShortcutCommandTest::storedForm_data()
         u"Ctrl+Shift+K"_s, u"Open Other App: C:\\a.exe"_s);
     row("names with a semicolon", u"01K3C:\\a;b.exe;D:\\c;d"_s,
         {ctrl, shift, u"K"_s, OpenOtherApp, u"C:\\a;b.exe"_s, u"D:\\c;d"_s}, u"Ctrl+Shift+K"_s,
-        u"Open Other App: C:\\a;b.exe"_s);
+        u"Open Other App: C:\\a;b.exe;D:\\c;d"_s);
     row("paste", u"01;4"_s, {ctrl, shift, u";"_s, PastePlainText}, u"Ctrl+Shift+;"_s,
         u"Paste as Plain Text"_s);
     row("restart", u"01K530"_s, {ctrl, shift, u"K"_s, Restart, {}, {}, 30}, u"Ctrl+Shift+K"_s,
