@@ -43,6 +43,7 @@ FindDuplicateCompareThread::FindDuplicateCompareThread(QStringList paths, quint6
 
 void FindDuplicateCompareThread::work()
 {
+    const platform::InterruptibleCalls::Call call(m_calls);
     DiskReader reader;
     const auto progress = [this](quint64 done, quint64 total) {
         if (total > 0)

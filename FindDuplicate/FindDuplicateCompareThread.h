@@ -3,6 +3,7 @@
 
 #include "FindDuplicate/engine/ContentComparison.h"
 #include "core/WorkerThread.h"
+#include "platform/InterruptibleCalls.h"
 
 #include <QStringList>
 
@@ -27,8 +28,10 @@ signals:
 
 protected:
     void work() override;
+    void interrupt() override { m_calls.interrupt(); }
 
 private:
+    platform::InterruptibleCalls m_calls;
     QStringList m_paths;
     quint64 m_fileSize;
     std::vector<duplicates::ContentState> m_states;

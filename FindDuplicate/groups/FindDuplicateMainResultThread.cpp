@@ -37,6 +37,7 @@ void FindDuplicateMainResultThread::abandon()
 
 void FindDuplicateMainResultThread::checkFirstFiles()
 {
+    const platform::InterruptibleCalls::Call call(m_calls);
     int first = 0;
     QList<bool> exist;
     const auto passOn = [&] {

@@ -3,6 +3,7 @@
 
 #include "FindDuplicate/groups/FileGroups.h"
 #include "core/WorkerThread.h"
+#include "platform/InterruptibleCalls.h"
 
 #include <QList>
 
@@ -26,10 +27,12 @@ signals:
 protected:
     void work() override;
     void abandon() override;
+    void interrupt() override { m_calls.interrupt(); }
 
 private:
     void checkFirstFiles();
 
     std::shared_ptr<const duplicates::FileGroups> m_groups;
     std::vector<QString> m_firstFiles;
+    platform::InterruptibleCalls m_calls;
 };

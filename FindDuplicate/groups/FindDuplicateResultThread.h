@@ -4,6 +4,7 @@
 #include "FindDuplicate/engine/Members.h"
 #include "core/WorkerThread.h"
 #include "platform/FileProbe.h"
+#include "platform/InterruptibleCalls.h"
 
 // Asks the disk about the members of one group. Works on a copy of their records.
 class FindDuplicateResultThread : public core::WorkerThread
@@ -30,10 +31,13 @@ signals:
 protected:
     void work() override
     {
+        const platform::InterruptibleCalls::Call call(m_calls);
         m_members = duplicates::readMembers(m_root, m_files, platform::fileProbe(), cancelFlag());
     }
+    void interrupt() override { m_calls.interrupt(); }
 
 private:
+    platform::InterruptibleCalls m_calls;
     QString m_root;
     const std::vector<duplicates::FileRecord> m_files;
     const int m_groupIndex;

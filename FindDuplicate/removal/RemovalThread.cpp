@@ -15,6 +15,9 @@ RemovalThread::RemovalThread(Step step, RemovalRequest request) : m_step(step), 
 
 void RemovalThread::work()
 {
+    std::optional<platform::InterruptibleCalls::Call> call;
+    if (m_step == Step::Check)
+        call.emplace(m_calls);
     Outcome outcome = checked();
     if (outcome == Outcome::Ready && m_step == Step::Move)
         outcome = moved();

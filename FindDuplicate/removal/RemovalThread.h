@@ -4,6 +4,9 @@
 #include "FindDuplicate/engine/Members.h"
 #include "core/WorkerThread.h"
 #include "platform/GuardedRemoval.h"
+#include "platform/InterruptibleCalls.h"
+
+#include <optional>
 
 namespace duplicates
 {
@@ -57,12 +60,14 @@ signals:
 
 protected:
     void work() override;
+    void interrupt() override { m_calls.interrupt(); }
 
 private:
     Outcome checked();
     Outcome moved();
     platform::ShownItem shownItem() const;
 
+    platform::InterruptibleCalls m_calls; // of a check: a move that has begun ends as it does
     const Step m_step;
     RemovalRequest m_request;
     Outcome m_outcome = Outcome::NoMemory; // until there is another one
