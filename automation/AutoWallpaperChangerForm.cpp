@@ -75,10 +75,11 @@ void AutoWallpaperChangerForm::addShown()
         QPushButton *button = controls::pushButton(row, {name, "", text});
         connect(button, &QPushButton::clicked, this, [this, which] { ask(which); });
         layout->addWidget(button);
+        return button;
     };
     add("previousButton", tr("Previous"), previous);
     add("nextButton", tr("Next"), next);
-    add("newestButton", tr("Look for a New One"), newest);
+    m_newest = add("newestButton", tr("Look for a New One"), newest);
     auto *keep = checkBox(row, "keepCheckBox", tr("Keep this picture"));
     layout->addSpacing(theme::spaceSnug);
     layout->addWidget(keep);
@@ -133,9 +134,9 @@ void AutoWallpaperChangerForm::addConditions()
     };
     add(tr("Monitors:"), "perMonitorCheckBox", tr("Another picture on each monitor"),
         settings::wallpaperPerMonitor);
-    add(tr("Network:"), "meteredCheckBox", tr("Also on a connection that is paid by volume"),
-        settings::wallpaperOnMetered);
-    add(QString(), "remoteCheckBox", tr("Wait while this PC is used from another one"),
+    m_metered = add(tr("Network:"), "meteredCheckBox", tr("Also on a connection that is paid by volume"),
+                    settings::wallpaperOnMetered);
+    add(tr("Remote use:"), "remoteCheckBox", tr("Wait while this PC is used from another one"),
         settings::wallpaperWaitsRemote);
 }
 
@@ -151,6 +152,8 @@ void AutoWallpaperChangerForm::showChoice()
     const int source = m_source->currentIndex();
     settingsForm()->setRowVisible(m_own, source == ownSource);
     settingsForm()->setRowVisible(m_region, source == static_cast<int>(PictureSource::Bing));
+    settingsForm()->setRowVisible(m_metered, source != ownSource);
+    m_newest->setVisible(source != ownSource);
     m_period->setEnabled(m_time->currentIndex() > 0);
 }
 

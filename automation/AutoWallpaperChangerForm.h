@@ -5,7 +5,9 @@
 #include "widgets/SettingsBinding.h"
 
 class OwnPicturesView;
+class QCheckBox;
 class QComboBox;
+class QPushButton;
 class ShownPicturePanel;
 
 // Where the pictures of the desktop come from and when they change; what is shown now, and the next one.
@@ -37,4 +39,6 @@ private:
     QComboBox *m_time;
     QComboBox *m_period;
     OwnPicturesView *m_own;
+    QPushButton *m_newest;
+    QCheckBox *m_metered;
 };

@@ -6,6 +6,7 @@
 #include "platform/Dialogs.h"
 #include "platform/KnownFolders.h"
 #include "widgets/Controls.h"
+#include "widgets/RowDelegate.h"
 #include "widgets/Theme.h"
 
 #include <QDir>
@@ -58,6 +59,18 @@ QImage rowShaped(const QImage &image)
                        keptThumbnail.height());
 }
 
+// Rows as high as their thumbnails.
+class PictureRows : public RowDelegate
+{
+public:
+    using RowDelegate::RowDelegate;
+
+    QSize sizeHint(const QStyleOptionViewItem &option, const QModelIndex &index) const override
+    {
+        return {RowDelegate::sizeHint(option, index).width(), thumbnail.height() + theme::spaceSnug};
+    }
+};
+
 } // namespace
 
 // Files can be dropped on it.
@@ -66,6 +79,7 @@ class OwnPicturesView::List : public FLTreeWidget
 public:
     explicit List(OwnPicturesView *view) : FLTreeWidget(view), m_view(view)
     {
+        setItemDelegate(new PictureRows(this));
         setAcceptDrops(true);
         viewport()->setAcceptDrops(true);
     }
@@ -158,7 +172,6 @@ void OwnPicturesView::append(const QString &file)
     item->setText(1, file.left(end));
     item->setToolTip(0, file);
     item->setToolTip(1, file);
-    item->setSizeHint(0, QSize(0, thumbnail.height() + theme::spaceSnug));
 }
 
 void OwnPicturesView::add(const QStringList &added)
