@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "SecureDelete/BinReader.h"
 
+#include "SecureDelete/ItemReader.h"
 #include "platform/Win32Enumerator.h"
 
 #include <QFile>
@@ -57,6 +58,8 @@ void BinReader::read(const QString &folder)
             row.originalFolder = path.left(qMax<qsizetype>(cut, 0));
             row.removedTime = item.removed->removedTime;
         }
+        if (!row.content.isFile && !row.content.item.isLink())
+            row.files = countFolder(row.content.item.path(), cancelFlag()).files;
         m_rows.push_back(std::move(row));
     }
 }

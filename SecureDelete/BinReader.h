@@ -18,10 +18,17 @@ namespace securedelete
 struct BinRow {
     QString name;           // that it had
     QString originalFolder; // empty when the bin does not say
+    quint64 files = 1;
     quint64 size = 0;
     quint64 removedTime = 0;       // FILETIME; 0 when the bin does not say
     ShredRow content;              // the item, or its index alone
     std::optional<ShredRow> index; // beside the item
+
+    // Where it was, or where it is when the bin does not say.
+    QString shownPath() const
+    {
+        return originalFolder.isEmpty() ? content.item.path() : originalFolder + u'\\' + name;
+    }
 };
 
 // Reads the recycle bins of the user who runs the program.

@@ -161,7 +161,8 @@ void ItemReader::countAll(const std::vector<ListRow> &folders)
     std::vector<FolderCount> counts;
     QElapsedTimer sinceTold;
     for (const ListRow &row : folders) {
-        counts.push_back(count(row));
+        counts.push_back(countFolder(core::walkRoot(row.row.item.path()), cancelFlag()));
+        counts.back().id = row.id;
         if (stopRequested())
             return;
         if (&row != &folders.back() && sinceTold.isValid() && sinceTold.elapsed() < pause)
@@ -171,12 +172,12 @@ void ItemReader::countAll(const std::vector<ListRow> &folders)
     }
 }
 
-FolderCount ItemReader::count(const ListRow &row) const
+FolderCount countFolder(const QString &path, const core::CancelFlag &cancel)
 {
     platform::Win32Enumerator enumerator;
     Count count;
-    core::walkFolders(core::walkRoot(row.row.item.path()), enumerator, count, cancelFlag());
-    return {row.id, count.files, count.bytes, count.complete};
+    core::walkFolders(path, enumerator, count, cancel);
+    return {0, count.files, count.bytes, count.complete};
 }
 
 } // namespace securedelete

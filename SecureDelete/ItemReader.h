@@ -39,7 +39,13 @@ struct ListRow {
     quint64 files = 1;    // in a folder
     quint64 bytes = 0;
 
-    bool mayBeShredded() const { return !(remarks & (Remarks(Remark::Protected) | Remark::InCloud)); }
+    // Already known by its remarks; a file with other names by the user's choice.
+    bool willBeLeft(bool overwritesOtherNames) const
+    {
+        const Remarks obstacles =
+            Remarks(Remark::Protected) | Remark::InCloud | Remark::ReadOnly | Remark::Elsewhere;
+        return (remarks & obstacles) || (remarks.testFlag(Remark::OtherNames) && !overwritesOtherNames);
+    }
 };
 
 class Win32Disk;
@@ -51,6 +57,9 @@ struct FolderCount {
     quint64 bytes = 0;
     bool complete = true; // no folder in it was left out
 };
+
+// Without entering links; ends early when it is cancelled.
+FolderCount countFolder(const QString &path, const core::CancelFlag &cancel);
 
 // Reads what was added, and counts what the folders hold, without entering links. Rows keep the ids that they
 // are given in their order, from `firstId`.
@@ -79,7 +88,6 @@ private:
     Remarks remarksOf(Win32Disk &disk, ListRow &row) const;
     platform::Medium mediumOf(const QString &folder);
     void countAll(const std::vector<ListRow> &folders);
-    FolderCount count(const ListRow &row) const;
 
     const QStringList m_paths;
     const int m_firstId;

@@ -56,6 +56,7 @@ SecureDeleteBinPage::SecureDeleteBinPage(BinReader::BinFolders folders, QWidget 
     m_list->setSearch(ResultView::Search::Filter);
     m_list->setEmpty(controls::image("RecycleBin24"), tr("The recycle bin is empty"));
     QHeaderView *header = m_list->table()->horizontalHeader();
+    header->setSortIndicator(-1, Qt::AscendingOrder);
     header->resizeSection(BinModel::Name, 220);
     header->resizeSection(BinModel::Place, 300);
     header->resizeSection(BinModel::Size, 100);

@@ -170,12 +170,23 @@ void SecureDeleteForm::on_deleteButton_clicked()
     showMethod(); // as it is stored now
     // A copy: what is destroyed is what the question was about.
     const std::vector<ListRow> rows = m_list->model().rows();
-    const ItemTotals totals = m_list->model().totals();
     if (rows.empty())
         return;
+    const ItemTotals totals = m_list->model().totals();
+    quint64 files = 0, bytes = 0;
+    std::size_t left = 0;
+    for (const ListRow &row : rows) {
+        const bool stays = row.willBeLeft(m_list->overwritesOtherNames());
+        left += stays ? 1 : 0;
+        files += stays ? 0 : row.files;
+        bytes += stays ? 0 : row.bytes;
+    }
     QString question =
         questionText(core::countText(rows.size(), tr("the item on the list"), tr("the %1 items on the list")),
-                     totals.files, totals.bytes);
+                     files, bytes);
+    if (left > 0)
+        question += u'\n' + core::countText(left, tr("One item will be left, as its remark says."),
+                                            tr("%1 items will be left, as their remarks say."));
     if (totals.remarks.testFlag(Remark::OtherNames) && m_list->overwritesOtherNames())
         question += u'\n' + tr("Files with other names lose their content under all of them.");
     if (!mayStart(question))
@@ -199,14 +210,17 @@ void SecureDeleteForm::deleteFromBin(bool all)
     showMethod();
     SecureDeleteJob job;
     job.mode = SecureDeleteJob::Mode::RecycleBin;
+    quint64 files = 0;
     for (const BinRow &row : rows) {
         job.rows.push_back(row.content);
         job.indexes.push_back(row.index);
+        job.shownPaths.insert(row.content.item.path(), row.shownPath());
         job.bytes += row.size;
+        files += row.files;
     }
     const QString what = core::countText(rows.size(), tr("the item of the recycle bin"),
                                          tr("the %1 items of the recycle bin"));
-    if (mayStart(questionText(what, rows.size(), job.bytes)))
+    if (mayStart(questionText(what, files, job.bytes)))
         start(std::move(job), {});
 }
 
@@ -317,7 +331,9 @@ void SecureDeleteForm::saveReport(const QString &file, const ReportOptions &opti
 void SecureDeleteForm::on_wipeFreeSpaceButton_clicked()
 {
     auto *dialog = new FreeSpaceDialog(this);
-    connect(dialog, &FreeSpaceDialog::driveChosen, this, &SecureDeleteForm::wipeFreeSpace);
+    // Queued, so that the dialog is gone before the question comes.
+    connect(dialog, &FreeSpaceDialog::driveChosen, this, &SecureDeleteForm::wipeFreeSpace,
+            Qt::QueuedConnection);
     dialog->open();
 }
 

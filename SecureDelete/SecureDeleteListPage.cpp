@@ -81,6 +81,7 @@ void SecureDeleteListPage::buildList()
     m_list->table()->showColumns(
         {ItemModel::Name, ItemModel::Folder, ItemModel::Size, ItemModel::Files, ItemModel::Notes});
     QHeaderView *header = m_list->table()->horizontalHeader();
+    header->setSortIndicator(-1, Qt::AscendingOrder);
     header->resizeSection(ItemModel::Name, 220);
     header->resizeSection(ItemModel::Folder, 240);
     header->resizeSection(ItemModel::Size, 100);

@@ -57,6 +57,7 @@ SecureDeleteReportPage::SecureDeleteReportPage(ShredResult result, const QString
     m_list->setSearch(ResultView::Search::Filter);
     m_list->setEmpty(controls::image("Info16"), tr("Nothing was done"));
     QHeaderView *header = m_list->table()->horizontalHeader();
+    header->setSortIndicator(-1, Qt::AscendingOrder);
     header->resizeSection(static_cast<int>(ReportModel::Column::Result), 120);
     header->resizeSection(static_cast<int>(ReportModel::Column::Item), 300);
     header->resizeSection(static_cast<int>(ReportModel::Column::Size), 100);

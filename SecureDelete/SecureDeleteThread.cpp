@@ -67,8 +67,22 @@ void SecureDeleteThread::work()
     if (m_job.mode == SecureDeleteJob::Mode::RecycleBin) {
         listener.onStep = {};
         listener.onDestroyed = {};
+        nameByFormerPaths();
         destroyIndexes(disk, listener, destroyed);
         platform::refreshRecycleBinIcon();
+    }
+}
+
+void SecureDeleteThread::nameByFormerPaths()
+{
+    for (ShredRecord &record : m_result.records) {
+        for (qsizetype cut = record.path.size(); cut > 0; cut = record.path.lastIndexOf(u'\\', cut - 1)) {
+            const auto shown = m_job.shownPaths.constFind(record.path.left(cut));
+            if (shown == m_job.shownPaths.constEnd())
+                continue;
+            record.path = *shown + record.path.mid(cut);
+            break;
+        }
     }
 }
 

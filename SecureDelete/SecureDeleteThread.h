@@ -5,6 +5,8 @@
 #include "core/ScanProgress.h"
 #include "core/WorkerThread.h"
 
+#include <QHash>
+
 #include <optional>
 #include <vector>
 
@@ -15,6 +17,9 @@ struct SecureDeleteJob {
     std::vector<securedelete::ShredRow> rows; // destroyed from the last to the first
     // Of a recycle bin: the index file of each row, destroyed after it, or nothing.
     std::vector<std::optional<securedelete::ShredRow>> indexes;
+    // The report names an item of a recycle bin by the path that it had, which stands here by that of its
+    // row.
+    QHash<QString, QString> shownPaths;
     securedelete::ShredOptions options;
     quint64 bytes = 0; // of all files, as counted; 0 when unknown
 };
@@ -41,6 +46,7 @@ protected:
     void work() override;
 
 private:
+    void nameByFormerPaths();
     void destroyIndexes(securedelete::Disk &disk, securedelete::ShredListener &listener,
                         const QList<int> &destroyed);
 

@@ -55,7 +55,7 @@ private:
 
     Win32Disk &m_disk;
     const Item m_item;
-    ListedItem m_listed; // as it is by now: writing changed its time
+    ListedItem m_listed; // as it is by now
     quint32 m_links = 1;
     std::optional<GuardedItem> m_writing;
     platform::FileHandle m_stream;
@@ -120,7 +120,10 @@ std::optional<std::vector<Range>> Win32File::allocatedRanges()
 void Win32File::close()
 {
     m_stream.reset();
-    if (m_writing && m_writing->state() == Guarded::Done) {
+    // Windows gives a file that was written to its new time when it is closed, too late to be asked for. The
+    // time that was listed is set instead: by it the removal, and another try after a cancel, know the file.
+    const bool isOpen = m_writing && m_writing->state() == Guarded::Done;
+    if (isOpen && !platform::setLastWriteTime(m_writing->handle(), m_item.lastWriteTime)) {
         if (const auto now = platform::quickFactsOf(m_writing->handle())) {
             m_listed.size = now->size;
             m_listed.lastWriteTime = now->lastWriteTime;

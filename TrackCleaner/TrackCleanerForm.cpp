@@ -90,7 +90,9 @@ void TrackCleanerForm::startScan(const ItemFlags &items)
     options.readAheadThreads = platform::osIdleCores();
     auto *scan = new TrackCleanerThread(options, m_locations);
     if (m_found)
-        scan->goOnFrom(m_found, m_leftOut);
+        scan->goOnFrom(m_found, m_leftOut, true);
+    else if (m_forgotten)
+        scan->goOnFrom(m_forgotten, m_leftOut, false);
     using Scan = TrackCleanerThread;
     using Form = TrackCleanerForm;
     connect(scan, &Scan::fileExplorerRecentFilesFinish, this, &Form::onFileExplorerRecentFilesScanFinish);
@@ -124,6 +126,7 @@ void TrackCleanerForm::takeScan(const TrackCleanerThread &scan)
 {
     if (scan.result()) {
         m_found = scan.result();
+        m_forgotten.reset();
         m_leftOut = scan.leftOut();
     } else {
         m_notice->showNotice(NoticeBar::Kind::Error, scan.error());
@@ -226,8 +229,9 @@ void TrackCleanerForm::cancel()
 
 void TrackCleanerForm::forget()
 {
+    if (m_found)
+        m_forgotten = std::move(m_found);
     m_found.reset();
-    m_leftOut = {};
     for (ItemRow *row : m_rows)
         row->showFound({}, {}, false);
     showState();

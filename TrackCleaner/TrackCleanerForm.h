@@ -116,6 +116,7 @@ private:
     QPushButton *m_cancel = nullptr;
 
     std::shared_ptr<const tracks::ScanResult> m_found;
+    std::shared_ptr<const tracks::ScanResult> m_forgotten; // not shown any more; what m_leftOut is about
     tracks::LeftOut m_leftOut;
     Leftovers m_leftovers;
     bool m_cancelPressed = false;

@@ -15,8 +15,10 @@ TrackCleanerThread::TrackCleanerThread(tracks::ScanOptions options, LocationRead
     connect(this, &WorkerThread::done, this, &TrackCleanerThread::processFinish);
 }
 
-void TrackCleanerThread::goOnFrom(std::shared_ptr<const tracks::ScanResult> found, tracks::LeftOut leftOut)
+void TrackCleanerThread::goOnFrom(std::shared_ptr<const tracks::ScanResult> found, tracks::LeftOut leftOut,
+                                  bool keepOthers)
 {
+    m_keepOthers = keepOthers;
     m_former = std::move(found);
     m_formerLeftOut = std::move(leftOut);
 }
@@ -31,7 +33,7 @@ void TrackCleanerThread::work()
         m_options, {m_enumerator, platform::fileProbe(), registry, rights}, *this, cancelFlag()));
     if (m_former) {
         for (std::size_t item = 0; item < tracks::itemCount; ++item) {
-            if (!m_options.items[item])
+            if (m_keepOthers && !m_options.items[item])
                 found->items[item] = m_former->items[item];
         }
         m_leftOut = tracks::carriedOver(*m_former, m_formerLeftOut, *found);

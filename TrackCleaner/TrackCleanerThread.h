@@ -21,9 +21,9 @@ public:
     // Locations and time of `options` are filled in by the thread.
     TrackCleanerThread(tracks::ScanOptions options, LocationReader locations);
 
-    // Before start(): the lists of the items that are not looked at are kept, and what was left out of the
-    // others is left out again.
-    void goOnFrom(std::shared_ptr<const tracks::ScanResult> found, tracks::LeftOut leftOut);
+    // Before start(): what was left out of these lists is left out again, and with `keepOthers` the lists of
+    // the items that are not looked at stay.
+    void goOnFrom(std::shared_ptr<const tracks::ScanResult> found, tracks::LeftOut leftOut, bool keepOthers);
 
     // After processFinish(); null when the job failed.
     const std::shared_ptr<const tracks::ScanResult> &result() const { return m_result; }
@@ -62,6 +62,7 @@ private:
     platform::Win32Enumerator m_enumerator;
     std::shared_ptr<const tracks::ScanResult> m_former;
     tracks::LeftOut m_formerLeftOut;
+    bool m_keepOthers = false;
     std::shared_ptr<const tracks::ScanResult> m_result;
     tracks::LeftOut m_leftOut;
 };

@@ -93,6 +93,12 @@ quint64 FileWriter::write(const char *data, quint64 bytes)
                                                                                                  : 0;
 }
 
+bool setLastWriteTime(HANDLE file, quint64 time)
+{
+    const FILETIME written{static_cast<DWORD>(time), static_cast<DWORD>(time >> 32)};
+    return SetFileTime(file, nullptr, nullptr, &written);
+}
+
 std::vector<FileStream> alternateStreams(HANDLE file)
 {
     std::vector<FileStream> streams;

@@ -29,6 +29,10 @@ private:
     HANDLE m_file = INVALID_HANDLE_VALUE;
 };
 
+// FILETIME. Of a file that is open for writing; what closing it would make of its time does not count any
+// more.
+bool setLastWriteTime(HANDLE file, quint64 time);
+
 struct FileStream {
     QString name; // ":name:$DATA"
     quint64 size = 0;

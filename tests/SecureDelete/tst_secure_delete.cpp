@@ -193,6 +193,9 @@ void TestSecureDelete::aHeldFileShowsTheLastPass()
     const QByteArray lastPass(processBuffers().data(Method::Dod3, 3), 1000);
     QCOMPARE(contentOf(path), lastPass.first(999) + lastPass.first(1));
     QCOMPARE(scene.list().model().rows().size(), 1U);
+    // It is still the file of the list, and can be tried again.
+    QVERIFY(scene.run("deleteButton").at(0).destroyed);
+    QVERIFY(!platform::fileExists(path));
 }
 
 void TestSecureDelete::nothingStartsWithoutAYes()
@@ -234,7 +237,9 @@ void TestSecureDelete::theRecycleBin()
             view->selectionModel()->select(view->model()->index(row, 0),
                                            QItemSelectionModel::Select | QItemSelectionModel::Rows);
     }
-    QCOMPARE(scene.run("deleteSelectedButton").size(), 1U);
+    const auto &records = scene.run("deleteSelectedButton");
+    QCOMPARE(records.size(), 1U);
+    QCOMPARE(records[0].path, u"C:\\Users\\me\\letter.txt"_s);
     QVERIFY(!platform::fileExists(scene.bin + u"\\$R1.txt"_s) &&
             !platform::fileExists(scene.bin + u"\\$I1.txt"_s));
     QVERIFY(platform::fileExists(scene.bin + u"\\$R2\\deep\\b"_s) &&
