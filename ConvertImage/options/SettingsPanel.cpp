@@ -56,6 +56,8 @@ SettingsPanel::SettingsPanel(SettingsBinding *binding, QWidget *parent)
     addTab(controls::scrollArea(makeResizePage()), tr("Resize"));
     addTab(controls::scrollArea(makeAdjustPage()), tr("Adjust"));
     addTab(controls::scrollArea(makeMarksPage()), tr("Watermark"));
+    for (QScrollArea *area : findChildren<QScrollArea *>())
+        area->setFocusPolicy(Qt::NoFocus); // each follows the focus of what is in it
     connect(binding, &SettingsBinding::changed, this, &SettingsPanel::showWhatApplies);
     showWhatApplies();
 }

@@ -10,6 +10,7 @@
 #include <QColorDialog>
 #include <QFontComboBox>
 #include <QFormLayout>
+#include <QLineEdit>
 #include <QPainter>
 #include <QPlainTextEdit>
 #include <QPushButton>
@@ -62,6 +63,7 @@ void SettingsPanel::addTextMark(QFormLayout *form)
     auto *family = new QFontComboBox(this);
     family->setObjectName(QStringLiteral("textFontComboBox"));
     family->setAccessibleName(spokenName(tr("Font")));
+    family->lineEdit()->setAccessibleName(family->accessibleName());
     const auto chosen = m_binding->add(
         stored::textFont, [family] { return family->currentFont().family(); },
         [this, family](const QString &name) {

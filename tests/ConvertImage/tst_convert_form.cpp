@@ -244,6 +244,9 @@ void ConvertFormTest::existingFilesAreAskedAbout()
     QVERIFY(scene.convert());
     QCOMPARE(QFileInfo(scene.folder.path(u"out\\a.png"_s)).size(), 3);
     QCOMPARE(QImage(scene.folder.path(u"out\\a (2).png"_s)).width(), 320);
+    answerExisting(OverwriteFileDialog::Answer::KeepBoth, 1);
+    QVERIFY(scene.convert());
+    QCOMPARE(QImage(scene.folder.path(u"out\\a (3).png"_s)).width(), 320);
     answerExisting(OverwriteFileDialog::Answer::Replace, 1);
     QVERIFY(scene.convert());
     QCOMPARE(QImage(scene.folder.path(u"out\\a.png"_s)).width(), 320);

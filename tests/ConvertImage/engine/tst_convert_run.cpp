@@ -7,6 +7,8 @@
 #include <QMutex>
 #include <QTest>
 
+#include <atomic>
+
 using namespace conversion;
 
 namespace
@@ -30,11 +32,13 @@ public:
     QHash<QString, QByteArray> written; // by its path in small letters
     QString lockedOutput;
     bool fullDisk = false;
+    std::atomic_int loads = 0;
     core::CancelFlag *cancelInLoad = nullptr; // a decoder that is stopped gives no picture
     int lost = 0;                             // temporary files that went without being placed
 
     Source load(const QString &source, bool, const std::function<void(qint64)> &beforeDecode) override
     {
+        ++loads;
         if (cancelInLoad)
             cancelInLoad->set();
         if (cancelInLoad || !sources.contains(source))
@@ -196,6 +200,7 @@ void TestRun::existingAreListed()
     const QStringList sources{path("a.jpg"), path("b.jpg")};
     QCOMPARE(outcomes(converted(files, sources)), QStringLiteral("WE"));
     QCOMPARE(files.written[made("b.png").toLower()], QByteArray("old"));
+    QCOMPARE(files.loads.load(), 1); // no work for what is only listed
     RunOptions options;
     options.overwriteAll = true;
     QCOMPARE(outcomes(converted(files, sources, options)), QStringLiteral("WW"));
