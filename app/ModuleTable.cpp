@@ -11,6 +11,7 @@
 #include "SecureDelete/SecureDeleteForm.h"
 #include "SystemInfo/SystemInfoForm.h"
 #include "TrackCleaner/TrackCleanerForm.h"
+#include "Troubleshooter/TroubleshooterForm.h"
 #include "automation/AutoDarkModeForm.h"
 #include "automation/AutoWallpaperChangerForm.h"
 #include "automation/HotkeyForm.h"
@@ -238,7 +239,9 @@ ModuleTable ModuleTable::suite()
          .icon = IMAGE("Troubleshooter48"),
          .buttonName = "troubleshooterButton",
          .panelText = QT_TR_NOOP("Troubleshooter"),
-         .panelOrder = 15},
+         .panelOrder = 15,
+         .create = create<TroubleshooterForm>,
+         .closeOrder = 10},
         {.id = 9,
          .cardTitle = QT_TR_NOOP("Larkspur Settings"),
          .cardName = "LarkspurSettings",

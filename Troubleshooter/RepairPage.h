@@ -1,0 +1,57 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include "Troubleshooter/engine/Repair.h"
+#include "widgets/JobHost.h"
+
+#include <QWidget>
+
+#include <memory>
+
+class NoticeBar;
+class QCheckBox;
+class QGridLayout;
+class QLabel;
+class QPushButton;
+class QScrollArea;
+class QVBoxLayout;
+
+// One repair: what was found, what can be done and at what cost, and what was done. Nothing is chosen before
+// the user chooses it.
+class RepairPage : public QWidget
+{
+    Q_OBJECT
+
+public:
+    // `description`: what the check looks at.
+    RepairPage(const QString &description, std::shared_ptr<repair::Repair> repair, QWidget *parent = nullptr);
+
+private:
+    void buildLayout(const QString &description);
+    void check();
+    void apply();
+    void showCheck(const repair::Examination &found);
+    void showFindings();
+    void showSteps(const QList<repair::Outcome> &outcomes);
+    void showReport(const repair::Report &report);
+    void showBusy();
+    QStringList chosen() const;
+    JobOptions options(const QString &busyText);
+
+    const std::shared_ptr<repair::Repair> m_repair; // jobs share it
+    repair::Examination m_found;
+    bool m_checked = false;
+    NoticeBar *m_notice;
+    QPushButton *m_check;
+    QPushButton *m_apply;
+    QPushButton *m_cancel;
+    QLabel *m_status;
+    QLabel *m_findingsTitle;
+    QLabel *m_stepsTitle;
+    QWidget *m_content;
+    QWidget *m_findings = nullptr; // made anew with each check
+    QWidget *m_steps = nullptr;
+    QVBoxLayout *m_rows;
+    QList<QCheckBox *> m_boxes;
+    JobHost m_jobs;
+};

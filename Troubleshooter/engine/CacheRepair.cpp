@@ -1,0 +1,155 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "Troubleshooter/engine/CacheRepair.h"
+
+#include "core/SizeText.h"
+
+#include <QCoreApplication>
+
+#include <optional>
+
+namespace repair
+{
+
+namespace
+{
+
+// Windows keeps them smaller by itself; a larger one has got out of its hands.
+constexpr quint64 unusualBytes = quint64(1) << 30;
+
+QString tr(const char *text)
+{
+    return QCoreApplication::translate("repair", text);
+}
+
+quint64 bytesOf(const QList<CacheFile> &files)
+{
+    quint64 bytes = 0;
+    for (const CacheFile &file : files)
+        bytes += file.size;
+    return bytes;
+}
+
+// Starts Explorer again on every way out.
+class ExplorerPause
+{
+public:
+    explicit ExplorerPause(Explorer &explorer) : m_explorer(explorer) {}
+    ExplorerPause(const ExplorerPause &) = delete;
+    ExplorerPause &operator=(const ExplorerPause &) = delete;
+    ~ExplorerPause() { end(); }
+
+    // Whether it runs.
+    bool end()
+    {
+        constexpr int attempts = 2;
+        for (int attempt = 0; attempt < attempts && !m_runs; ++attempt)
+            m_runs = m_explorer.start();
+        return m_runs;
+    }
+
+private:
+    Explorer &m_explorer;
+    bool m_runs = false;
+};
+
+QString fileCount(qsizetype count)
+{
+    return count == 1 ? tr("1 file") : tr("%1 files").arg(count);
+}
+
+} // namespace
+
+QString CacheRepair::name() const
+{
+    return m_kind == CacheKind::Icons ? tr("Icon cache") : tr("Thumbnail cache");
+}
+
+Examination CacheRepair::check(const core::CancelFlag &)
+{
+    Examination found;
+    const std::optional<QList<CacheFile>> files = m_caches.list(m_kind);
+    const quint64 bytes = files ? bytesOf(*files) : 0;
+    const bool unusual = bytes > unusualBytes;
+    if (!files)
+        found.findings.append({Health::Problem, name(), tr("Its folder cannot be read.")});
+    else if (files->isEmpty())
+        found.findings.append({Health::Good, name(), tr("Empty: Windows fills it as pictures are needed.")});
+    else
+        found.findings.append({unusual ? Health::Problem : Health::Good, name(),
+                               tr("%1, %2.").arg(fileCount(files->size()), core::sizeText(bytes)) +
+                                   (unusual ? u' ' + tr("That is unusually much.") : QString())});
+    found.findings.append({Health::Note, tr("Damage"),
+                           m_kind == CacheKind::Icons ? tr("It does not show in the files. Wrong or white "
+                                                           "icons on the desktop or in folders are the sign.")
+                                                      : tr("It does not show in the files. Wrong or missing "
+                                                           "previews of pictures and films are the sign.")});
+
+    const bool runs = m_explorer.runs();
+    const bool copies = runs && m_explorer.isCopying();
+    const int windows = runs ? m_explorer.folderWindows() : 0;
+    found.findings.append({copies ? Health::Note : Health::Good, tr("Explorer"),
+                           !runs     ? tr("It does not run.")
+                           : copies  ? tr("It is copying, moving or removing files.")
+                           : windows ? (windows == 1 ? tr("One folder window is open.")
+                                                     : tr("%1 folder windows are open.").arg(windows))
+                                     : tr("No folder window is open.")});
+    const QString closes = windows == 0   ? QString()
+                           : windows == 1 ? tr("The open folder window closes and does not come back.")
+                                          : tr("%1 folder windows close and do not come back.").arg(windows);
+    found.steps.append(
+        {.id = QStringLiteral("rebuild"),
+         .title = m_kind == CacheKind::Icons ? tr("Make the icons anew") : tr("Make the thumbnails anew"),
+         .plan = tr("Explorer is closed and started again: desktop and taskbar are gone for some seconds. %1 "
+                    "Then %2 are removed; Windows makes the pictures anew as they are needed.")
+                     .arg(closes, fileCount(files ? files->size() : 0))
+                     .simplified(),
+         .obstacle = !files             ? tr("The folder of the cache cannot be read.")
+                     : files->isEmpty() ? tr("There is nothing to remove.")
+                     : copies           ? tr("Not while Explorer copies, moves or removes files.")
+                                        : QString(),
+         .advised = unusual});
+    return found;
+}
+
+Outcome CacheRepair::apply(const Step &step, const core::CancelFlag &cancel)
+{
+    Outcome outcome{step.id, step.title};
+    // Where something else shows the desktop, there is nothing to end, and nothing to start.
+    std::optional<ExplorerPause> pause;
+    if (m_explorer.runs()) {
+        if (m_explorer.isCopying()) {
+            outcome.text = tr("Nothing was removed: Explorer copies, moves or removes files.");
+            return outcome;
+        }
+        pause.emplace(m_explorer);
+        if (!m_explorer.end(cancel)) {
+            outcome.text = tr("Nothing was removed: Explorer did not end when it was asked to.");
+            return outcome;
+        }
+    }
+    // It has written to them at its end.
+    const QList<CacheFile> files = m_caches.list(m_kind).value_or(QList<CacheFile>());
+    quint64 bytes = 0;
+    QStringList left;
+    for (const CacheFile &file : files) {
+        const QString reason = m_caches.erase(file);
+        if (reason.isEmpty())
+            bytes += file.size;
+        else
+            left.append(tr("%1 (%2)").arg(file.path.mid(file.path.lastIndexOf(u'\\') + 1), reason));
+    }
+    const qsizetype gone = files.size() - left.size();
+    outcome.done = gone > 0 && left.isEmpty();
+    outcome.text = tr("%1 removed, %2.").arg(fileCount(gone), core::sizeText(bytes));
+    if (!left.isEmpty())
+        outcome.text += u' ' + tr("Left: %1.").arg(left.join(QStringLiteral(", ")));
+    if (pause && !pause->end()) {
+        outcome.done = false;
+        outcome.text +=
+            u' ' + tr("Explorer did not start again: press Ctrl+Shift+Esc, choose \"Run new task\", and "
+                      "type explorer.");
+    }
+    return outcome;
+}
+
+} // namespace repair

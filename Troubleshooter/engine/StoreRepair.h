@@ -1,0 +1,24 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include "Troubleshooter/engine/Repair.h"
+#include "Troubleshooter/engine/World.h"
+
+namespace repair
+{
+
+// The Microsoft Store: whether it and what it needs are there, and Windows' own reset of its cache.
+class StoreRepair : public Repair
+{
+public:
+    StoreRepair(Store &store, Tools &tools) : m_store(store), m_tools(tools) {}
+
+    Examination check(const core::CancelFlag &cancel) override;
+    Outcome apply(const Step &step, const core::CancelFlag &cancel) override;
+
+private:
+    Store &m_store;
+    Tools &m_tools;
+};
+
+} // namespace repair
