@@ -123,6 +123,7 @@ QComboBox *PayloadForm::addCountry(const settings::Number &setting)
     QComboBox *choice = addChoice(tr("Country Code:"), "countryCodeComboBox", rows, setting, systemCountry());
     // Found by any part of its name, or by its code.
     choice->setEditable(true);
+    choice->lineEdit()->setAccessibleName(choice->accessibleName());
     choice->setInsertPolicy(QComboBox::NoInsert);
     choice->completer()->setFilterMode(Qt::MatchContains);
     choice->completer()->setCompletionMode(QCompleter::PopupCompletion);

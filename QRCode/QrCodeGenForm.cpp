@@ -58,6 +58,7 @@ QrCodeGenForm::QrCodeGenForm(QWidget *parent) : FLWidget(parent)
     connect(m_style, &StylePanel::changed, this, &QrCodeGenForm::encode);
     connect(m_preview, &QRCodePreview::sizeChanged, this, &QrCodeGenForm::draw);
     addKinds();
+    orderFocus();
 }
 
 QrCodeGenForm::~QrCodeGenForm()
@@ -133,6 +134,23 @@ void QrCodeGenForm::addKinds()
     m_kinds->addStretch();
 }
 
+// As they lie on the page, whatever the order in which they were made.
+void QrCodeGenForm::orderFocus()
+{
+    QList<QWidget *> order{findChild<QToolButton *>(QStringLiteral("manyButton"))};
+    for (QAbstractButton *kind : m_kindGroup->buttons())
+        order.append(kind);
+    order.append(m_tabs->findChildren<QWidget *>());
+    for (QPushButton *button : m_saveButtons)
+        order.append(button);
+    // Parts of a field have the field as their proxy.
+    order.removeIf([](const QWidget *widget) {
+        return (widget->focusPolicy() & Qt::TabFocus) == 0 || widget->focusProxy();
+    });
+    for (qsizetype i = 1; i < order.size(); ++i)
+        setTabOrder(order[i - 1], order[i]);
+}
+
 QWidget *QrCodeGenForm::buildKinds()
 {
     auto *kinds = new QWidget(this);
@@ -142,6 +160,7 @@ QWidget *QrCodeGenForm::buildKinds()
     m_kinds->setContentsMargins({});
     m_kinds->setSpacing(theme::spaceTight);
     QScrollArea *area = controls::scrollArea(kinds, this);
+    area->setFocusPolicy(Qt::NoFocus);
     area->setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Expanding);
     return area;
 }
@@ -157,7 +176,11 @@ QWidget *QrCodeGenForm::buildInput()
     m_style = new StylePanel;
     m_tabs->addTab(m_content, tr("Content"));
     m_tabs->addTab(controls::scrollArea(m_style, m_tabs), tr("Design"));
+    m_tabs->setAccessibleName(tr("Content and design"));
     m_tabs->setMinimumWidth(240);
+    // The keyboard goes to the fields, and they scroll into view.
+    for (QScrollArea *area : m_tabs->findChildren<QScrollArea *>())
+        area->setFocusPolicy(Qt::NoFocus);
     return m_tabs;
 }
 

@@ -64,6 +64,7 @@ private:
     template <class Form, class Signal, class Slot>
     void addKind(const controls::Button &kind, Signal signal, Slot slot);
     void addKinds();
+    void orderFocus();
     void showKind(PayloadForm *form);
     void saveFields();
     void setPayload(const QString &payload);

@@ -106,7 +106,7 @@ void CropView::paintEvent(QPaintEvent *)
     theme::paintCard(painter, QRectF(rect()).adjusted(0.5, 0.5, -0.5, -0.5), colors);
     if (m_picture.isNull()) {
         painter.setPen(colors.textMuted);
-        painter.drawText(rect(), Qt::AlignCenter | Qt::TextWordWrap, tr("No picture"));
+        painter.drawText(rect(), Qt::AlignCenter | Qt::TextWordWrap, tr("Add a picture, or drop one here."));
         return;
     }
     painter.setRenderHint(QPainter::Antialiasing);

@@ -62,6 +62,8 @@ void IconPreview::resizeEvent(QResizeEvent *)
 
 void IconPreview::paintEvent(QPaintEvent *)
 {
+    if (m_images.isEmpty())
+        return;
     QPainter painter(this);
     painter.setRenderHint(QPainter::SmoothPixmapTransform);
     const QFont caption = theme::caption(font());
