@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "ConvertImage/engine/metadata/Metadata.h"
+#include "ConvertImage/engine/metadata/XmpPacket.h"
 
 #include <QBuffer>
 
@@ -14,7 +15,8 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size
     QBuffer file(&bytes);
     file.open(QIODevice::ReadOnly);
     const conversion::Metadata found = conversion::readMetadata(file);
-    for (const conversion::Metadata &metadata : {found, conversion::Metadata{bytes, {}}}) {
+    for (const conversion::Metadata &metadata :
+         {found, conversion::Metadata{bytes, {}}, conversion::Metadata{{}, bytes}}) {
         for (const bool keepPlace : {true, false}) {
             const auto adapted = conversion::adaptedMetadata(metadata, {640, 480}, keepPlace);
             if (!adapted.exif.isEmpty() && adapted.exif.size() != metadata.exif.size())
@@ -26,5 +28,8 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size
         conversion::withMetadata(bytes, target, {"II", "<x/>"});
         conversion::withMetadata(bytes, target, {bytes, {}});
     }
+    conversion::mergedXmp(bytes, bytes);
+    conversion::splitXmp(bytes, 2100);
+    conversion::extensionDigest(bytes);
     return 0;
 }
