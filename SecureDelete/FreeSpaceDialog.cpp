@@ -46,6 +46,7 @@ FreeSpaceDialog::FreeSpaceDialog(QWidget *parent)
     layout->addStretch();
     layout->addWidget(buttons);
     resize(460, 260);
+    connect(m_drives, &QComboBox::activated, this, [this] { m_picked = true; });
     connect(&m_lister, &platform::DriveLister::driveRead, this, &FreeSpaceDialog::addDrive);
     m_lister.refresh();
 }
@@ -55,13 +56,15 @@ void FreeSpaceDialog::addDrive(const platform::Drive &drive)
     using Type = platform::Drive::Type;
     if (!drive.ready || (drive.type != Type::Fixed && drive.type != Type::Removable))
         return;
-    // They answer in any order. The chosen one stays chosen.
+    // They answer in any order. The first letter is chosen until the user chooses, and then the choice stays.
     const auto before = std::ranges::find_if(m_ready, [&](const auto &d) { return d.root > drive.root; });
     const auto row = static_cast<int>(before - m_ready.begin());
     m_ready.insert(row, drive);
     m_drives->insertItem(
         row, tr("%1  %2 free of %3")
                  .arg(drive.root, core::sizeText(drive.freeBytes), core::sizeText(drive.totalBytes)));
+    if (!m_picked)
+        m_drives->setCurrentIndex(0);
     m_start->setEnabled(true);
 }
 

@@ -24,6 +24,7 @@ private:
     void choose();
 
     QComboBox *m_drives;
+    bool m_picked = false; // by the user
     QPushButton *m_start;
     QList<platform::Drive> m_ready;
     platform::DriveLister m_lister;

@@ -110,6 +110,8 @@ QVariant ReportModel::headerData(int section, Qt::Orientation orientation, int r
 // Long reports are put in order on a thread.
 void ReportModel::sort(int column, Qt::SortOrder order)
 {
+    if (column < 0) // the header's way to say that there is no order yet: what was left comes first
+        return;
     const auto places = [records = m_records, rows = m_order, column = static_cast<Column>(column), order] {
         return sortedPlaces(*records, rows, column, order);
     };

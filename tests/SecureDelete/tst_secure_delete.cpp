@@ -170,6 +170,8 @@ void TestSecureDelete::leavesWhatItMustNotTouch()
     QMap<QString, Fault> faults;
     for (const ShredRecord &record : records)
         faults.insert(record.path.mid(scene.folder.path().size() + 1), record.fault);
+    const auto *report = scene.form.findChild<QAbstractItemView *>(u"reportTableView"_s)->model();
+    QCOMPARE(report->index(0, 0).data().toString(), u"Left"_s); // comes first
     QCOMPARE(faults.value(u"readonly"_s), Fault::ReadOnly);
     QCOMPARE(faults.value(u"changed"_s), Fault::Changed);
     QCOMPARE(faults.value(u"t\\hard"_s), Fault::OtherNames);
