@@ -2,12 +2,12 @@
 #include "ConvertImage/DiskFiles.h"
 
 #include "imaging/DecoderPool.h"
+#include "platform/FileWriter.h"
 #include "platform/NewFile.h"
 #include "platform/Paths.h"
 
 #include <QCoreApplication>
 #include <QFileInfo>
-#include <QStorageInfo>
 
 namespace
 {
@@ -43,9 +43,10 @@ public:
     }
     QString explained(const QString &problem) override
     {
-        constexpr qint64 room = 1 << 20; // a write that was cut short has taken nearly all that there was
-        const QStorageInfo volume(QFileInfo(m_file.file().fileName()).path());
-        return volume.isValid() && volume.bytesAvailable() < room ? tr("The disk is full") : problem;
+        constexpr quint64 room = 1 << 20; // a write that was cut short has taken nearly all that there was
+        const QString folder = QFileInfo(m_file.file().fileName()).path();
+        return QFileInfo(folder).isDir() && platform::freeBytes(folder) < room ? tr("The disk is full")
+                                                                               : problem;
     }
 
 private:

@@ -116,8 +116,12 @@ WriteResult writePicture(QIODevice &device, const QImage &image, const Encoding 
         return {problem, {}};
     const Metadata adapted = adaptedMetadata(metadata, image.size(), encoding.keepPlace);
     const WithMetadata made = withMetadata(encoded.data(), encoding.target, adapted);
-    if (device.write(made.file) != made.file.size())
-        return {device.errorString(), {}};
+    if (const qint64 count = device.write(made.file); count != made.file.size()) {
+        // A file that takes a part and reports no error has come to the end of its disk.
+        const bool isFull = count >= 0;
+        return {isFull ? QCoreApplication::translate("conversion", "The disk is full") : device.errorString(),
+                {}};
+    }
     QStringList notes{lossText("EXIF", metadata.exif, adapted.exif, made.leftOut.exif),
                       lossText("XMP", metadata.xmp, adapted.xmp, made.leftOut.xmp)};
     notes.removeAll(QString());
