@@ -255,7 +255,10 @@ void RepairPage::showReport(const Report &report)
     showSteps(report.outcomes);
     m_status->setText(tr("Checked again at %1").arg(QTime::currentTime().toString(QStringLiteral("hh:mm"))));
     if (report.restart())
-        m_notice->showNotice(NoticeBar::Kind::Warning, tr("Restart Windows for this to take effect."));
+        m_notice->showNotice(
+            NoticeBar::Kind::Warning,
+            report.allDone() ? tr("Restart Windows for this to take effect.")
+                             : tr("Not everything was done. Restart Windows for the rest to take effect."));
     else if (report.allDone())
         m_notice->showNotice(NoticeBar::Kind::Success, report.after.problems() == 0
                                                            ? tr("Done. No problem is found any more.")

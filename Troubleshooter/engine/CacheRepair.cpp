@@ -96,13 +96,18 @@ Examination CacheRepair::check(const core::CancelFlag &)
     const QString closes = windows == 0   ? QString()
                            : windows == 1 ? tr("The open folder window closes and does not come back.")
                                           : tr("%1 folder windows close and do not come back.").arg(windows);
+    const QString restarts =
+        runs ? tr("Explorer is closed and started again: desktop and taskbar are gone for some seconds. %1")
+                   .arg(closes)
+                   .trimmed()
+             : QString();
     found.steps.append(
         {.id = QStringLiteral("rebuild"),
          .title = m_kind == CacheKind::Icons ? tr("Make the icons anew") : tr("Make the thumbnails anew"),
-         .plan = tr("Explorer is closed and started again: desktop and taskbar are gone for some seconds. %1 "
-                    "Then %2 are removed; Windows makes the pictures anew as they are needed.")
-                     .arg(closes, fileCount(files ? files->size() : 0))
-                     .simplified(),
+         .plan = (restarts + u' ' +
+                  tr("Removed: %1. Windows makes the pictures anew as they are needed.")
+                      .arg(fileCount(files ? files->size() : 0)))
+                     .trimmed(),
          .obstacle = !files             ? tr("The folder of the cache cannot be read.")
                      : files->isEmpty() ? tr("There is nothing to remove.")
                      : copies           ? tr("Not while Explorer copies, moves or removes files.")
