@@ -125,6 +125,8 @@ private slots:
     void nothingOutsideIsTouched();
     void actsOnTheItemThatWasShown_data();
     void actsOnTheItemThatWasShown();
+    void eachFactCounts();
+    void anErasureFollowsItsList();
     void renamesWithinItsFolderOnly();
     void writesWhatNobodyElseHolds();
     void protectedPlaces_data();
@@ -200,6 +202,40 @@ void TestGuard::actsOnTheItemThatWasShown()
     QVERIFY(QFile::setPermissions(readOnly, QFile::ReadOwner | QFile::WriteOwner));
     QCOMPARE(result, expected);
     QCOMPARE(before.size() - after.size(), expected == Guarded::Done ? 1U : 0U);
+}
+
+// One at a time: what another program does to a file mostly changes several.
+void TestGuard::eachFactCounts()
+{
+    TestFolder folder;
+    const QString path = folder.makeFile(u"f"_s, "12345");
+    const GuardedRoot root(folder.path());
+    const GuardedFolder guarded(root, folder.path());
+    platform::ListedItem item = platform::itemAsItIs(folder.path(), path)->listed();
+    item.identity.reset();
+    const auto state = [&](void (*spoil)(platform::ListedItem &)) {
+        platform::ListedItem other = item;
+        spoil(other);
+        return guarded.open(other, Access::Remove).state();
+    };
+    QCOMPARE(state([](platform::ListedItem &) {}), Guarded::Done);
+    QCOMPARE(state([](platform::ListedItem &other) { ++other.size; }), Guarded::Changed);
+    QCOMPARE(state([](platform::ListedItem &other) { ++other.lastWriteTime; }), Guarded::Changed);
+    QCOMPARE(state([](platform::ListedItem &other) { other.number = 1; }), Guarded::Changed);
+}
+
+void TestGuard::anErasureFollowsItsList()
+{
+    TestFolder folder;
+    platform::GuardedErasure erasure;
+    for (const QString &name : {u"a"_s, u"b"_s}) {
+        const QString path = folder.makeFile(name + u"\\f"_s);
+        tests::requireBelow(folder.path(), path);
+        const std::optional<ShownItem> item = platform::itemAsItIs(folder.path(name), path);
+        QCOMPARE(erasure.erase(*item), Guarded::Done);
+        QVERIFY(!platform::fileExists(path));
+    }
+    erasure.release();
 }
 
 void TestGuard::renamesWithinItsFolderOnly()
