@@ -147,8 +147,8 @@ function(larkspur_test name)
     set_source_files_properties(${name}.cpp PROPERTIES COMPILE_OPTIONS -Wno-conversion)
   endif()
   add_test(NAME ${name} COMMAND ${name})
-  # All Windows tests share one registry, and forms share one desktop.
-  set_tests_properties(${name} PROPERTIES TIMEOUT 120 RUN_SERIAL $<BOOL:${WIN32}>)
+  # Side by side: tools/wine-run gives each Windows test a registry and a desktop that no other test uses.
+  set_tests_properties(${name} PROPERTIES TIMEOUT 180)
 endfunction()
 
 # larkspur_tests(LINK library...): every test program and fuzzer of the current folder that has not been registered yet.

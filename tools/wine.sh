@@ -5,6 +5,7 @@
 # folders that a caller names are reachable, under drive letters of their own.
 
 wine_packages=(wine wine64 xvfb openbox xdotool x11-utils imagemagick fonts-open-sans fonts-droid-fallback)
+prefixes=() displays=() # that stop_display ends
 export WINEDEBUG=${WINEDEBUG:--all} WINEARCH=win64 WINEDLLOVERRIDES="mscoree,mshtml=;winemenubuilder.exe=d"
 
 # A LOGFONTW as the registry keeps it: Segoe UI, 9 points at 96 DPI.
@@ -98,6 +99,7 @@ use_prefix() {
   # One for each checkout: the drives lead into its build folder, and tests of two checkouts may run at once.
   export WINEPREFIX="$cache/wine/$1-$recipe-$checkout" FONTCONFIG_FILE="$cache/wine/$1-$recipe-$checkout/fonts.conf"
   shift
+  prefixes+=("$WINEPREFIX")
   [ -e "$WINEPREFIX/complete" ] || step "Wine prefix $(basename "$WINEPREFIX")" build_prefix
   find "$WINEPREFIX/dosdevices" -type l ! -name 'c:' -delete
   for drive in "$@"; do
@@ -112,7 +114,7 @@ start_display() {
   local number_file
   number_file=$(mktemp)
   Xvfb -displayfd 3 -screen 0 "${1:-1600x1000}x24" -nolisten tcp 3>"$number_file" >/dev/null 2>&1 &
-  display_pid=$!
+  displays+=($!)
   trap stop_display EXIT
   for _ in $(seq 100); do
     [ -s "$number_file" ] && break
@@ -134,6 +136,28 @@ manage_windows() {
 }
 
 stop_display() {
-  [ -n "${WINEPREFIX:-}" ] && wineserver -k >/dev/null 2>&1 || true
-  [ -n "${display_pid:-}" ] && kill "$display_pid" 2>/dev/null || true
+  local prefix
+  for prefix in "${prefixes[@]}"; do
+    WINEPREFIX=$prefix wineserver -k >/dev/null 2>&1 || true
+  done
+  [ ${#displays[@]} = 0 ] || kill "${displays[@]}" 2>/dev/null || true
+}
+
+# start_sessions DRIVE=FOLDER...: for each processor, four at most, a display and a prefix of its own, with Wine's
+# services running. LARKSPUR_TEST_SESSIONS is the folder of the files that tools/wine-run takes them from.
+start_sessions() {
+  local number
+  LARKSPUR_TEST_SESSIONS=$(mktemp -d)
+  sessions=$(nproc)
+  [ "$sessions" -le 4 ] || sessions=4
+  for number in $(seq "$sessions"); do
+    start_display
+    use_prefix "test$number" "$@"
+    wineserver -p
+    # The first process starts Wine's services, which keep its output open: CTest would wait for them until the timeout.
+    wine cmd /c exit >/dev/null 2>&1
+    printf 'export DISPLAY=%q WINEPREFIX=%q FONTCONFIG_FILE=%q\n' "$DISPLAY" "$WINEPREFIX" "$FONTCONFIG_FILE" \
+      >"$LARKSPUR_TEST_SESSIONS/$number"
+  done
+  export LARKSPUR_TEST_SESSIONS
 }
