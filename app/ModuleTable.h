@@ -33,7 +33,7 @@ struct Module {
     const char *panelText = nullptr;  // may hold a line feed
     int panelOrder = 0;               // from 1, top to bottom
 
-    // Pages. Without a factory the page says that the module is not part of this build.
+    // Pages.
     Factory create = {};
     bool hasLongJobs = false;           // showToolbarSignal(bool) is listened to
     int closeOrder = 0;                 // from 1: when the page is asked to stop before the window closes

@@ -2,7 +2,6 @@
 #include "app/PageStack.h"
 
 #include "app/HomeForm.h"
-#include "app/UnavailablePage.h"
 #include "widgets/FLWidget.h"
 
 #include <QScopedValueRollback>
@@ -88,7 +87,7 @@ void PageStack::show(int number)
 
 void PageStack::makePage(const Module &module)
 {
-    FLWidget *page = module.create ? module.create(m_window) : new UnavailablePage(module, m_window);
+    FLWidget *page = module.create(m_window);
     m_pages.insert(module.id, page);
     m_stack->addWidget(page);
     emit pageMade(module, page);

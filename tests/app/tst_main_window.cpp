@@ -40,7 +40,6 @@ private slots:
     void tellsElsewhereWhatRuns();
     void passesMessagesOnAndAsksForTheTitleOnce();
     void passesKeysOn();
-    void saysWhatIsMissing();
 
 private:
     QStringList checkedButtons() const;
@@ -315,20 +314,6 @@ void tst_MainWindow::passesKeysOn()
     QCOMPARE(generator->heard,
              (Heard{{ShellEvent::ShiftDown, 0}, {ShellEvent::ShiftUp, 0}, {ShellEvent::ShiftUp, 0}}));
     QVERIFY(page(3)->heard.isEmpty());
-}
-
-void tst_MainWindow::saysWhatIsMissing()
-{
-    QList<Module> rows = ModuleTable::suite().rows();
-    for (Module &module : rows)
-        module.create = {};
-    const ModuleTable table(rows);
-    MainWindow window(nullptr, table);
-    window.onOpenModule(4);
-    const auto *page = window.findChild<QStackedLayout *>()->currentWidget();
-    const auto *sentence = page->findChild<QLabel *>(u"unavailableLabel"_s);
-    QVERIFY(sentence);
-    QCOMPARE(sentence->text(), u"Secure Delete is not part of this build yet."_s);
 }
 
 QTEST_MAIN(tst_MainWindow)
