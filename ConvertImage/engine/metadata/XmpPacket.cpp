@@ -102,7 +102,12 @@ bool PropertyCopy::copy(QXmlStreamWriter &writer)
 void PropertyCopy::copyFrame(QXmlStreamWriter &writer)
 {
     const bool isPacket = m_reader.isProcessingInstruction();
-    if (m_frame != Frame::None && !m_reader.isStartDocument() && (m_frame == Frame::Whole || !isPacket))
+    if (m_frame == Frame::None || m_reader.isStartDocument() || (m_frame == Frame::WithoutPacket && isPacket))
+        return;
+    // Before version 6.5 Qt copies the start of an element with prefixes of its own.
+    if (m_reader.isStartElement())
+        copyStart(writer);
+    else
         writer.writeCurrentToken(m_reader);
 }
 
