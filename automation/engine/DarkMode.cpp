@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "automation/engine/DarkMode.h"
 
+#include "automation/engine/Texts.h"
+
 #include <algorithm>
 
 namespace automation
@@ -16,7 +18,7 @@ constexpr qint64 clockCorrection = 600; // seconds
 
 QString themeName(bool dark)
 {
-    return dark ? QStringLiteral("Dark") : QStringLiteral("Light");
+    return dark ? tr("Dark") : tr("Light");
 }
 
 // In the time zone of `like`.
@@ -44,8 +46,8 @@ QList<Boundary> boundariesOf(const DarkSettings &settings, const QDate &day, con
         if (sun.set)
             found.append({localTime(*sun.set, now), true, QStringLiteral("sunset")});
     } else {
-        found.append({localMoment(day, settings.light, now), false, QStringLiteral("your hour")});
-        found.append({localMoment(day, settings.dark, now), true, QStringLiteral("your hour")});
+        found.append({localMoment(day, settings.light, now), false, tr("your hour")});
+        found.append({localMoment(day, settings.dark, now), true, tr("your hour")});
     }
     std::sort(found.begin(), found.end(),
               [](const Boundary &left, const Boundary &right) { return left.when < right.when; });
@@ -84,7 +86,7 @@ std::optional<Boundary> presentBoundary(const DarkSettings &settings, const QDat
             present = {localMoment(now.date(), QTime(0, 0), now)};
         present->dark = !today.up;
         present->lasts = true;
-        present->reason = today.up ? QStringLiteral("polar day") : QStringLiteral("polar night");
+        present->reason = today.up ? tr("polar day") : tr("polar night");
     }
     return present;
 }
@@ -113,14 +115,14 @@ QString dryRun(const DarkSettings &settings, const QDate &day, const QDateTime &
     for (int neighbour = -1; neighbour <= 1; ++neighbour) {
         for (const Boundary &one : boundariesOf(settings, day.addDays(neighbour), now)) {
             if (one.when.date() == day)
-                parts.append(QStringLiteral("%1 at %2 (%3)")
-                                 .arg(themeName(one.dark), momentText(one.when, one.when), one.reason));
+                parts.append(
+                    tr("%1 at %2 (%3)").arg(themeName(one.dark), momentText(one.when, one.when), one.reason));
         }
     }
     if (parts.isEmpty())
         return presentBoundary(settings, localMoment(day, QTime(12, 0), now))->dark
-                   ? QStringLiteral("Dark all day: the sun does not rise")
-                   : QStringLiteral("Light all day: the sun does not set");
+                   ? tr("Dark all day: the sun does not rise")
+                   : tr("Light all day: the sun does not set");
     return parts.join(QStringLiteral(", "));
 }
 
@@ -137,9 +139,9 @@ DarkDecision DarkMode::take(const Event &event, const DarkSettings &settings, co
     }
     const auto boundary = presentBoundary(settings, event.now);
     if (!boundary) {
-        decision.now = QStringLiteral("It cannot tell light from dark");
-        decision.next = settings.bySun ? QStringLiteral("Waits for the place, as latitude and longitude")
-                                       : QStringLiteral("Waits for two hours that differ");
+        decision.now = tr("It cannot tell light from dark");
+        decision.next = settings.bySun ? tr("Waits for the place, as latitude and longitude")
+                                       : tr("Waits for two hours that differ");
         return decision;
     }
     pass(event, *boundary, desktop, decision);
@@ -147,7 +149,7 @@ DarkDecision DarkMode::take(const Event &event, const DarkSettings &settings, co
     const std::optional<bool> dark = decision.switchTo ? decision.switchTo : desktop.dark;
     m_shown = dark;
     if (dark)
-        decision.now = *dark ? QStringLiteral("It is dark") : QStringLiteral("It is light");
+        decision.now = *dark ? tr("It is dark") : tr("It is light");
     return decision;
 }
 
@@ -155,21 +157,20 @@ void DarkMode::pass(const Event &event, const Boundary &boundary, const Desktop 
                     DarkDecision &decision)
 {
     const auto next = nextBoundary(*m_settings, event.now);
-    const QString until = next ? momentText(next->when, event.now) : QStringLiteral("you change the place");
+    const QString until = next ? momentText(next->when, event.now) : tr("you change the place");
     if (next) {
-        decision.next = QStringLiteral("%1 at %2 (%3)").arg(themeName(next->dark), until, next->reason);
+        decision.next = tr("%1 at %2 (%3)").arg(themeName(next->dark), until, next->reason);
         decision.wakeAfter = event.now.msecsTo(next->when);
     }
     const bool putRight = m_handled > event.now && event.now.secsTo(m_handled) < clockCorrection;
     if (event.kind == EventKind::Asked) {
         m_handled = boundary.when;
         decision.switchTo = !desktop.dark.value_or(false);
-        decision.why = QStringLiteral("You asked for it; respected until %1").arg(until);
+        decision.why = tr("You asked for it; respected until %1").arg(until);
     } else if (boundary.when != m_handled && !putRight) {
         const bool toDo = desktop.dark != boundary.dark;
         if (toDo && desktop.fullScreen && m_settings->waitsForFullScreen) {
-            decision.next =
-                QStringLiteral("%1 when the full-screen program has ended").arg(themeName(boundary.dark));
+            decision.next = tr("%1 when the full-screen program has ended").arg(themeName(boundary.dark));
             decision.wakeAfter = fullScreenPause;
             return;
         }
@@ -182,7 +183,7 @@ void DarkMode::pass(const Event &event, const Boundary &boundary, const Desktop 
                 decision.why += u' ' + momentText(boundary.when, event.now);
         }
     } else if (event.kind == EventKind::ThemeChanged && m_shown && desktop.dark && desktop.dark != m_shown) {
-        decision.why = QStringLiteral("You switched to %1; respected until %2")
+        decision.why = tr("You switched to %1; respected until %2")
                            .arg(*desktop.dark ? QStringLiteral("dark") : QStringLiteral("light"), until);
     }
 }

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "automation/engine/PictureOfDay.h"
 
+#include "automation/engine/Texts.h"
+
 #include <QCryptographicHash>
 #include <QJsonArray>
 #include <QJsonDocument>
@@ -80,7 +82,7 @@ std::optional<DayPicture> bingPicture(const PictureServices &services, const QJs
     if (picture.title.isEmpty() || picture.title == QLatin1StringView("Info")) // of regions without titles
         picture.title = picture.credit.section(QStringLiteral(" (\u00a9"), 0, 0);
     if (picture.title.isEmpty())
-        picture.title = QStringLiteral("Picture of %1").arg(day.toString(Qt::ISODate));
+        picture.title = tr("Picture of %1").arg(day.toString(Qt::ISODate));
     const QUrl page(textOf(entry, QLatin1StringView("copyrightlink")), QUrl::StrictMode);
     if (isSecureAddress(page))
         picture.page = page;
@@ -110,7 +112,7 @@ std::optional<DayPicture> nasaPicture(const PictureServices &services, const QJs
     picture.key = QStringLiteral("nasa-%1").arg(day.toString(QStringLiteral("yyyyMMdd")));
     picture.title = plainLine(textOf(entry, QLatin1StringView("title")));
     if (picture.title.isEmpty())
-        picture.title = QStringLiteral("Picture of %1").arg(day.toString(Qt::ISODate));
+        picture.title = tr("Picture of %1").arg(day.toString(Qt::ISODate));
     picture.credit = plainLine(textOf(entry, QLatin1StringView("copyright")), creditLength);
     picture.page = QUrl(nasaPages + QStringLiteral("ap%1.html").arg(day.toString(QStringLiteral("yyMMdd"))));
     return picture;
@@ -150,7 +152,7 @@ QString sourceName(PictureSource source)
     case PictureSource::Own:
         break;
     }
-    return QStringLiteral("Your pictures");
+    return tr("Your pictures");
 }
 
 std::span<const PictureRegion> pictureRegions()

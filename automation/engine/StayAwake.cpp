@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "automation/engine/StayAwake.h"
 
+#include "automation/engine/Texts.h"
+
 #include <algorithm>
 #include <utility>
 
@@ -35,7 +37,7 @@ void StayAwake::reload(const Event &event, AwakeDecision &decision)
         begin(event, decision);
     } else if (!m_settings.active && m_awake) {
         m_awake = false;
-        decision.why = QStringLiteral("You switched it off");
+        decision.why = tr("You switched it off");
     }
 }
 
@@ -49,19 +51,19 @@ void StayAwake::begin(const Event &event, AwakeDecision &decision)
     if (m_settings.until == Until::Time && stored.isValid()) {
         // A clock that was set back must not make it longer than was asked for.
         m_end = std::min(m_end, event.ticks + event.now.msecsTo(stored));
-        decision.why = QStringLiteral("Goes on after a restart of the agent");
+        decision.why = tr("Goes on after a restart of the agent");
         return;
     }
     switch (m_settings.until) {
     case Until::SwitchedOff:
-        decision.why = QStringLiteral("You switched it on");
+        decision.why = tr("You switched it on");
         break;
     case Until::Time:
-        decision.why = QStringLiteral("You switched it on, until %1")
+        decision.why = tr("You switched it on, until %1")
                            .arg(momentText(event.now.addSecs(m_settings.seconds), event.now));
         break;
     case Until::ProgramEnds:
-        decision.why = QStringLiteral("You switched it on, until %1 has ended").arg(m_settings.program);
+        decision.why = tr("You switched it on, until %1 has ended").arg(m_settings.program);
         break;
     }
 }
@@ -76,19 +78,18 @@ void StayAwake::end(AwakeDecision &decision, const QString &why)
 QString StayAwake::reasonToEnd(const Event &event)
 {
     if (m_settings.until == Until::Time && event.ticks >= m_end)
-        return QStringLiteral("The time is over");
+        return tr("The time is over");
     switch (event.kind) {
     case EventKind::ProgramEnded:
-        return m_settings.until == Until::ProgramEnds ? QStringLiteral("%1 has ended").arg(m_settings.program)
+        return m_settings.until == Until::ProgramEnds ? tr("%1 has ended").arg(m_settings.program)
                                                       : QString();
     case EventKind::Battery:
         return event.value >= 0 && event.value <= lowBattery && !m_settings.staysOnLowBattery
-                   ? QStringLiteral("The battery is low (%1 %)").arg(event.value)
+                   ? tr("The battery is low (%1 %)").arg(event.value)
                    : QString();
     case EventKind::Lid: {
         const bool wasOpen = std::exchange(m_lidOpen, event.value != 0);
-        return wasOpen && !m_lidOpen && !m_settings.staysWithLidClosed ? QStringLiteral("The lid was closed")
-                                                                       : QString();
+        return wasOpen && !m_lidOpen && !m_settings.staysWithLidClosed ? tr("The lid was closed") : QString();
     }
     default:
         return {};
@@ -116,16 +117,16 @@ void StayAwake::describe(const Event &event, AwakeDecision &decision) const
                             event.kind != EventKind::Lid;
         return;
     }
-    decision.now = QStringLiteral("This PC is kept awake");
-    const QString then = m_settings.shutDown ? QStringLiteral("Windows shuts down") : QStringLiteral("Ends");
+    decision.now = tr("This PC is kept awake");
+    const QString then = m_settings.shutDown ? tr("Windows shuts down") : tr("Ends");
     if (m_settings.until == Until::Time) {
         decision.ends = event.now.addMSecs(m_end - event.ticks);
         decision.next = then + QStringLiteral(" at ") + momentText(decision.ends, event.now);
         decision.wakeAfter = m_end - event.ticks;
     } else if (m_settings.until == Until::ProgramEnds) {
-        decision.next = QStringLiteral("%1 when %2 has ended").arg(then, m_settings.program);
+        decision.next = tr("%1 when %2 has ended").arg(then, m_settings.program);
     } else {
-        decision.next = QStringLiteral("Goes on until you switch it off");
+        decision.next = tr("Goes on until you switch it off");
     }
     if (m_settings.nudgeSeconds > 0) {
         const qint64 untilNudge = std::max<qint64>(0, m_nextNudge - event.ticks);

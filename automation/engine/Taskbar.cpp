@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "automation/engine/Taskbar.h"
 
+#include "automation/engine/Texts.h"
+
 #include <algorithm>
 #include <utility>
 
@@ -22,7 +24,7 @@ TaskbarDecision Taskbar::take(const Event &event, const TaskbarSettings &setting
         m_obstacle.clear();
         decision.restore = std::exchange(m_applied, false);
         if (decision.restore)
-            decision.why = QStringLiteral("You switched it off");
+            decision.why = tr("You switched it off");
         return decision;
     }
     if (event.kind == EventKind::TaskbarMade && m_applied) {
@@ -32,15 +34,15 @@ TaskbarDecision Taskbar::take(const Event &event, const TaskbarSettings &setting
             m_restarts.clear();
             m_applied = false;
             decision.ended = decision.restore = true;
-            decision.why = QStringLiteral("Explorer has started twice within a minute: switched off, in case "
-                                          "this was the reason");
+            decision.why = tr("Explorer has started twice within a minute: switched off, in case "
+                              "this was the reason");
             return decision;
         }
     }
     if (!obstacle.isEmpty()) {
         decision.restore = std::exchange(m_applied, false);
         decision.now = obstacle;
-        decision.next = QStringLiteral("Nothing, while this is so");
+        decision.next = tr("Nothing, while this is so");
         if (obstacle != hindered)
             decision.why = obstacle;
         return decision;
@@ -50,12 +52,11 @@ TaskbarDecision Taskbar::take(const Event &event, const TaskbarSettings &setting
                      event.kind == EventKind::ThemeChanged;
     m_applied = true;
     if (fresh)
-        decision.why = QStringLiteral("%1 % transparent, as you set")
-                           .arg(std::clamp(settings.level, 0, maxTaskbarLevel));
+        decision.why = tr("%1 % transparent, as you set").arg(std::clamp(settings.level, 0, maxTaskbarLevel));
     else if (event.kind == EventKind::TaskbarMade)
-        decision.why = QStringLiteral("Again, since Explorer has started");
-    decision.now = QStringLiteral("The taskbar is transparent");
-    decision.next = QStringLiteral("Again when Explorer starts or a monitor comes");
+        decision.why = tr("Again, since Explorer has started");
+    decision.now = tr("The taskbar is transparent");
+    decision.next = tr("Again when Explorer starts or a monitor comes");
     return decision;
 }
 

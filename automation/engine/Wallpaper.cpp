@@ -2,6 +2,7 @@
 #include "automation/engine/Wallpaper.h"
 
 #include "automation/engine/DarkMode.h"
+#include "automation/engine/Texts.h"
 
 #include <algorithm>
 #include <array>
@@ -38,8 +39,7 @@ QString titles(const WallpaperAnswer &answer)
 
 QString pauseText(qint64 pause)
 {
-    return pause >= hourPause ? QStringLiteral("in an hour")
-                              : QStringLiteral("in %1 min").arg(pause / minute);
+    return pause >= hourPause ? tr("in an hour") : tr("in %1 min").arg(pause / minute);
 }
 
 } // namespace
@@ -102,7 +102,7 @@ WallpaperDecision Wallpaper::take(const Event &event, const WallpaperSettings &s
     if (isRunning() && event.ticks - m_startedAt >= maxRun) {
         decision.endProcess = true;
         m_startedAt = -1;
-        failed(event, {.reason = QStringLiteral("It took too long")}, decision);
+        failed(event, {.reason = tr("It took too long")}, decision);
     } else if (!isRunning()) {
         consider(event, scene, decision);
     }
@@ -121,7 +121,7 @@ void Wallpaper::consider(const Event &event, const WallpaperScene &scene, Wallpa
                                  : event.value < 0 ? PictureStep::Previous
                                  : own             ? PictureStep::Current
                                                    : PictureStep::Newest;
-        start(event, step, false, QStringLiteral("you asked for it"), decision);
+        start(event, step, false, tr("you asked for it"), decision);
         return;
     }
     const QDateTime boundary = presentChange(*m_settings, event.now);
@@ -143,10 +143,9 @@ void Wallpaper::consider(const Event &event, const WallpaperScene &scene, Wallpa
     else if (!first && !m_settings->daily)
         step = PictureStep::Next;
     m_tried = boundary;
-    const QString why =
-        first ? QStringLiteral("you chose so")
-              : (m_settings->daily ? QStringLiteral("your hour %1") : QStringLiteral("full hour %1"))
-                    .arg(momentText(boundary, event.now));
+    const QString why = first ? tr("you chose so")
+                              : (m_settings->daily ? tr("your hour %1") : tr("full hour %1"))
+                                    .arg(momentText(boundary, event.now));
     start(event, step, true, why, decision);
 }
 
@@ -167,27 +166,27 @@ WallpaperDecision Wallpaper::ended(const Event &event, const WallpaperSettings &
     if (m_startedAt < 0 || !settings.enabled)
         return decision;
     m_startedAt = -1;
-    const WallpaperAnswer got = answer.value_or(
-        WallpaperAnswer{.reason = QStringLiteral("The process that changes it ended without an answer")});
+    const WallpaperAnswer got =
+        answer.value_or(WallpaperAnswer{.reason = tr("The process that changes it ended without an answer")});
     const bool changed = got.result == Result::Changed;
     const bool nothingNew = got.result == Result::Same && m_automatic && settings.daily &&
                             settings.source != PictureSource::Own && m_handled.isValid();
     if (nothingNew) {
         m_retryAt = event.ticks + hourPause;
-        if (m_problem != QStringLiteral("Nothing new yet")) {
-            m_problem = QStringLiteral("Nothing new yet");
-            decision.subject = QStringLiteral("Kept");
-            decision.why = QStringLiteral("Nothing new yet at %1; asked again each hour")
-                               .arg(sourceName(settings.source));
+        if (m_problem != tr("Nothing new yet")) {
+            m_problem = tr("Nothing new yet");
+            decision.subject = tr("Kept");
+            decision.why =
+                tr("Nothing new yet at %1; asked again each hour").arg(sourceName(settings.source));
         }
     } else if (changed || got.result == Result::Same) {
         m_failures = 0;
         m_retryAt = -1;
         m_problem.clear();
         m_handled = presentChange(settings, event.now);
-        decision.subject = changed ? QStringLiteral("Changed") : QStringLiteral("Kept");
+        decision.subject = changed ? tr("Changed") : tr("Kept");
         decision.why = changed ? QStringLiteral("%1, %2").arg(titles(got), m_why)
-                               : QStringLiteral("%1 is there already, %2").arg(titles(got), m_why);
+                               : tr("%1 is there already, %2").arg(titles(got), m_why);
         if (!got.reason.isEmpty())
             decision.why += QStringLiteral("; ") + got.reason;
     } else {
@@ -201,7 +200,7 @@ WallpaperDecision Wallpaper::ended(const Event &event, const WallpaperSettings &
 void Wallpaper::failed(const Event &event, const WallpaperAnswer &answer, WallpaperDecision &decision)
 {
     const bool metered = answer.result == WallpaperAnswer::Result::Metered;
-    decision.subject = QStringLiteral("Kept");
+    decision.subject = tr("Kept");
     if (!m_automatic) { // the user sees that it failed, and asks again
         decision.why = answer.reason;
         return;
@@ -212,42 +211,42 @@ void Wallpaper::failed(const Event &event, const WallpaperAnswer &answer, Wallpa
     m_retryAt = event.ticks + pause;
     // A long time without a network is one line of the log.
     if (m_problem != answer.reason)
-        decision.why = QStringLiteral("%1; again %2").arg(answer.reason, pauseText(pause));
+        decision.why = tr("%1; again %2").arg(answer.reason, pauseText(pause));
     m_problem = answer.reason;
 }
 
 void Wallpaper::outlook(const Event &event, const WallpaperScene &scene, WallpaperDecision &decision) const
 {
     const bool own = m_settings->source == PictureSource::Own;
-    decision.now = scene.shown.isEmpty() ? QString() : QStringLiteral("Shows %1").arg(quoted(scene.shown));
+    decision.now = scene.shown.isEmpty() ? QString() : tr("Shows %1").arg(quoted(scene.shown));
     if (isRunning()) {
-        decision.next = own ? QStringLiteral("Looks at your pictures")
-                            : QStringLiteral("Asks %1 for a picture").arg(sourceName(m_settings->source));
+        decision.next = own ? tr("Looks at your pictures")
+                            : tr("Asks %1 for a picture").arg(sourceName(m_settings->source));
         decision.wakeAfter = std::max<qint64>(m_startedAt + maxRun - event.ticks, 0);
         return;
     }
     if (own && m_settings->ownCount == 0) {
-        decision.next = QStringLiteral("Waits for pictures of yours");
+        decision.next = tr("Waits for pictures of yours");
         return;
     }
     if (m_settings->keep && m_handled.isValid()) {
-        decision.next = QStringLiteral("This picture stays until you choose another");
+        decision.next = tr("This picture stays until you choose another");
         return;
     }
     const bool due = presentChange(*m_settings, event.now) != m_handled;
     const QDateTime next = nextChange(*m_settings, event.now);
     decision.wakeAfter = event.now.msecsTo(next);
     if (scene.remote && m_settings->waitsRemote && due) {
-        decision.next = QStringLiteral("Changes once this PC is not used from another one");
+        decision.next = tr("Changes once this PC is not used from another one");
         return;
     }
-    decision.next = QStringLiteral("Another picture at %1").arg(momentText(next, event.now));
+    decision.next = tr("Another picture at %1").arg(momentText(next, event.now));
     if (due && m_retryAt >= 0) {
         const qint64 pause = std::max<qint64>(m_retryAt - event.ticks, 0);
         if (pause < decision.wakeAfter) {
             decision.wakeAfter = pause;
             if (!m_problem.isEmpty())
-                decision.next = QStringLiteral("Tries again at %1: %2")
+                decision.next = tr("Tries again at %1: %2")
                                     .arg(momentText(event.now.addMSecs(pause), event.now), m_problem);
         }
     }

@@ -1,10 +1,13 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "companions/Glasswick/Countdown.h"
 
+#include "automation/engine/Texts.h"
 #include "platform/Text.h"
 
 #include <algorithm>
 #include <utility>
+
+using automation::tr;
 
 namespace agent
 {
@@ -41,15 +44,15 @@ Countdown::~Countdown()
 QString Countdown::begin(End end, int delay, Report report)
 {
     if (m_window)
-        return QStringLiteral("Ignored: a countdown is running");
+        return tr("Ignored: a countdown is running");
     m_end = end;
     m_report = std::move(report);
     const int seconds = std::max(delay, minDelay);
     m_deadline = GetTickCount64() + static_cast<ULONGLONG>(seconds) * 1000;
     if (!createWindow())
-        return QStringLiteral("Not begun: the countdown could not be shown");
-    return QStringLiteral("%1 in %2 seconds")
-        .arg(end == End::Restart ? QStringLiteral("Windows restarts") : QStringLiteral("Windows shuts down"))
+        return tr("Not begun: the countdown could not be shown");
+    return tr("%1 in %2 seconds")
+        .arg(end == End::Restart ? tr("Windows restarts") : tr("Windows shuts down"))
         .arg(seconds);
 }
 
@@ -111,8 +114,8 @@ void Countdown::showSeconds() const
 {
     const ULONGLONG now = GetTickCount64();
     const ULONGLONG seconds = m_deadline > now ? (m_deadline - now + 999) / 1000 : 0;
-    const QString text = m_end == End::Restart ? QStringLiteral("Windows will restart in %1 seconds.")
-                                               : QStringLiteral("Windows will shut down in %1 seconds.");
+    const QString text = m_end == End::Restart ? tr("Windows will restart in %1 seconds.")
+                                               : tr("Windows will shut down in %1 seconds.");
     SetWindowTextW(m_text, platform::wide(text.arg(seconds)));
 }
 
@@ -129,7 +132,7 @@ void Countdown::tick()
 void Countdown::stop()
 {
     close();
-    m_report(QStringLiteral("Stopped by the user"));
+    m_report(tr("Stopped by the user"));
 }
 
 void Countdown::endSession()
@@ -137,7 +140,7 @@ void Countdown::endSession()
     const UINT how = m_end == End::Restart ? EWX_REBOOT : EWX_POWEROFF;
     constexpr DWORD reason = SHTDN_REASON_MAJOR_OTHER | SHTDN_REASON_MINOR_OTHER | SHTDN_REASON_FLAG_PLANNED;
     if (!enableShutdown() || !ExitWindowsEx(how, reason))
-        m_report(QStringLiteral("Windows refused: error %1").arg(GetLastError()));
+        m_report(tr("Windows refused: error %1").arg(GetLastError()));
 }
 
 void Countdown::close()

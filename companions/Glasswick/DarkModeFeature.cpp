@@ -2,6 +2,7 @@
 #include "companions/Glasswick/DarkModeFeature.h"
 
 #include "automation/engine/AgentLog.h"
+#include "automation/engine/Texts.h"
 #include "companions/Glasswick/EventSource.h"
 #include "companions/Glasswick/Log.h"
 #include "platform/TopLevelWindows.h"
@@ -14,6 +15,7 @@
 
 using automation::DarkSettings;
 using automation::EventKind;
+using automation::tr;
 namespace features = automation::features;
 
 namespace agent
@@ -145,12 +147,11 @@ void DarkModeFeature::decide(const automation::Event &event)
             settings::writeAgentNote(beforeNote, theme());
         settings::writeAgentNote(lastNote, wanted);
         if (!setTheme(wanted))
-            why += QStringLiteral("; Windows refused");
+            why += tr("; Windows refused");
     }
     if (!why.isEmpty()) {
         const bool dark = decision.switchTo.value_or(desktop().dark.value_or(false));
-        m_surroundings.log.write(features::autoDarkMode,
-                                 dark ? QStringLiteral("Dark") : QStringLiteral("Light"), why);
+        m_surroundings.log.write(features::autoDarkMode, dark ? tr("Dark") : tr("Light"), why);
     }
 }
 
@@ -164,8 +165,8 @@ void DarkModeFeature::undo()
     if (before.size() != static_cast<qsizetype>(themeValues.size()) || last != theme() || before == last)
         return;
     setTheme(before);
-    m_surroundings.log.write(features::autoDarkMode, QStringLiteral("Off"),
-                             QStringLiteral("You switched it off; the theme is what it was before"));
+    m_surroundings.log.write(features::autoDarkMode, tr("Off"),
+                             tr("You switched it off; the theme is what it was before"));
 }
 
 } // namespace agent

@@ -2,6 +2,7 @@
 #include "companions/Glasswick/HotKeys.h"
 
 #include "automation/engine/AgentLog.h"
+#include "automation/engine/Texts.h"
 #include "companions/Glasswick/Launch.h"
 #include "companions/Glasswick/Log.h"
 #include "platform/TopLevelWindows.h"
@@ -10,6 +11,7 @@
 using automation::Modifier;
 using automation::ShortcutAction;
 using automation::ShortcutCommand;
+using automation::tr;
 
 namespace agent
 {
@@ -49,8 +51,7 @@ void HotKeys::registerAll()
     for (const QString &text : commands) {
         const auto command = automation::parseCommand(text);
         if (!command) {
-            log(automation::keyText(text),
-                QStringLiteral("Not registered: the stored shortcut cannot be read"));
+            log(automation::keyText(text), tr("Not registered: the stored shortcut cannot be read"));
             continue;
         }
         const platform::HotKey keys = hotKeyOf(*command);
@@ -58,15 +59,14 @@ void HotKeys::registerAll()
             keys.key == 0 ? 0
                           : platform::registerHotKey(window(), static_cast<int>(m_registered.size()), keys);
         if (keys.key == 0)
-            log(automation::keyText(*command),
-                QStringLiteral("Not registered: this keyboard has no such key"));
+            log(automation::keyText(*command), tr("Not registered: this keyboard has no such key"));
         else if (error == 0)
             m_registered.push_back({*command, keys});
         else if (error == ERROR_HOTKEY_ALREADY_REGISTERED)
             log(automation::keyText(*command),
-                QStringLiteral("Not registered: Windows or another program uses this combination"));
+                tr("Not registered: Windows or another program uses this combination"));
         else
-            log(automation::keyText(*command), QStringLiteral("Not registered: error %1").arg(error));
+            log(automation::keyText(*command), tr("Not registered: error %1").arg(error));
     }
 }
 

@@ -2,12 +2,15 @@
 #include "companions/Glasswick/Launch.h"
 
 #include "automation/engine/ShortcutCommand.h"
+#include "automation/engine/Texts.h"
 #include "platform/KnownFolders.h"
 #include "platform/Text.h"
 
 #include <windows.h>
 
 #include <shellapi.h>
+
+using automation::tr;
 
 namespace agent
 {
@@ -38,8 +41,8 @@ QString open(const QString &what, const QString &folder)
     job.lpFile = wide(what);
     job.lpDirectory = folder.isEmpty() ? nullptr : wide(folder);
     job.nShow = SW_SHOWNORMAL;
-    return ShellExecuteExW(&job) ? QStringLiteral("Opened %1").arg(what)
-                                 : QStringLiteral("%1 did not open: error %2").arg(what).arg(GetLastError());
+    return ShellExecuteExW(&job) ? tr("Opened %1").arg(what)
+                                 : tr("%1 did not open: error %2").arg(what).arg(GetLastError());
 }
 
 QString builtInPath(const QString &command)
@@ -57,7 +60,7 @@ QString builtInPath(const QString &command)
 QString startIn(const QString &path, const QString &folder)
 {
     if (!isFolder(folder))
-        return QStringLiteral("%1 was not started: the folder %2 is not there").arg(path, folder);
+        return tr("%1 was not started: the folder %2 is not there").arg(path, folder);
     return open(path, folder);
 }
 
@@ -67,7 +70,7 @@ QString startBuiltIn(const QString &command, const QString &workingFolder)
 {
     const QString path = builtInPath(command);
     if (path.isEmpty())
-        return QStringLiteral("This Windows has no %1").arg(command);
+        return tr("This Windows has no %1").arg(command);
     return startIn(path, workingFolder.isEmpty() ? platform::knownFolder(platform::KnownFolder::Profile)
                                                  : workingFolder);
 }
@@ -75,20 +78,19 @@ QString startBuiltIn(const QString &command, const QString &workingFolder)
 QString startProgram(const QString &path, const QString &workingFolder)
 {
     if (!isFile(path))
-        return QStringLiteral("%1 is not there").arg(path);
+        return tr("%1 is not there").arg(path);
     return startIn(path, workingFolder.isEmpty() ? path.left(path.lastIndexOf(u'\\') + 1) : workingFolder);
 }
 
 QString openFolder(const QString &path)
 {
-    return isFolder(path) ? open(path, {}) : QStringLiteral("The folder %1 is not there").arg(path);
+    return isFolder(path) ? open(path, {}) : tr("The folder %1 is not there").arg(path);
 }
 
 QString openAddress(const QString &typed)
 {
     const QString address = automation::openableAddress(typed);
-    return address.isEmpty() ? QStringLiteral("%1 is no address of a web page").arg(typed)
-                             : open(address, {});
+    return address.isEmpty() ? tr("%1 is no address of a web page").arg(typed) : open(address, {});
 }
 
 } // namespace agent

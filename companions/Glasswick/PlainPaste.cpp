@@ -1,9 +1,13 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "companions/Glasswick/PlainPaste.h"
 
+#include "automation/engine/Texts.h"
+
 #include <algorithm>
 #include <array>
 #include <cstring>
+
+using automation::tr;
 
 namespace agent
 {
@@ -121,10 +125,10 @@ QString PlainPaste::paste()
     {
         const Clipboard clipboard(m_window);
         if (!clipboard)
-            return QStringLiteral("Not pasted: another program holds the clipboard");
+            return tr("Not pasted: another program holds the clipboard");
         const QByteArray text = bytesOf(GetClipboardData(CF_UNICODETEXT));
         if (text.isEmpty())
-            return QStringLiteral("Not pasted: there is no text on the clipboard");
+            return tr("Not pasted: there is no text on the clipboard");
         // Pressed again before the first was put back: what lies there now is that text alone.
         if (m_kept.empty())
             m_kept = contents();
@@ -134,7 +138,7 @@ QString PlainPaste::paste()
     m_sequence = GetClipboardSequenceNumber();
     sendPaste();
     SetTimer(m_window, restoreTimer, restoreAfter, nullptr);
-    return QStringLiteral("Pasted as plain text");
+    return tr("Pasted as plain text");
 }
 
 bool PlainPaste::handleTimer(WPARAM timer)

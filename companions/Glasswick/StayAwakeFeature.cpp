@@ -2,6 +2,7 @@
 #include "companions/Glasswick/StayAwakeFeature.h"
 
 #include "automation/engine/AgentLog.h"
+#include "automation/engine/Texts.h"
 #include "companions/Glasswick/EventSource.h"
 #include "companions/Glasswick/Log.h"
 #include "platform/PowerSchemes.h"
@@ -16,6 +17,7 @@
 
 using automation::AwakeSettings;
 using automation::EventKind;
+using automation::tr;
 namespace features = automation::features;
 
 namespace agent
@@ -112,15 +114,14 @@ void StayAwakeFeature::decide(const automation::Event &event)
     const bool was = m_awake;
     decision.awake ? hold() : release();
     if (!decision.why.isEmpty())
-        log(decision.awake ? QStringLiteral("On") : QStringLiteral("Off"), decision.why);
+        log(decision.awake ? tr("On") : tr("Off"), decision.why);
     if (decision.nudge)
         nudge();
     if (was != m_awake || decision.ended)
         tellMainWindow(m_awake);
     if (decision.shutDown)
-        log(QStringLiteral("Shutdown"),
-            m_countdown.begin(Countdown::End::ShutDown, shutdownDelay,
-                              [this](const QString &text) { log(QStringLiteral("Shutdown"), text); }));
+        log(tr("Shutdown"), m_countdown.begin(Countdown::End::ShutDown, shutdownDelay,
+                                              [this](const QString &text) { log(tr("Shutdown"), text); }));
 }
 
 void StayAwakeFeature::hold()
@@ -205,18 +206,18 @@ void StayAwakeFeature::setScheme()
     const QString active = platform::activePowerScheme();
     if (scheme == schemes.cend() || active.isEmpty()) {
         if (!m_awake)
-            log(QStringLiteral("Power scheme"), QStringLiteral("Not changed: \"%1\" is not there").arg(name));
+            log(tr("Power scheme"), tr("Not changed: \"%1\" is not there").arg(name));
         return;
     }
     if (scheme->id == active)
         return;
     settings::writeAgentNote(schemeNote, active);
     if (platform::activatePowerScheme(scheme->id)) {
-        log(QStringLiteral("Power scheme"), QStringLiteral("\"%1\" while kept awake").arg(scheme->name));
+        log(tr("Power scheme"), tr("\"%1\" while kept awake").arg(scheme->name));
     } else {
         settings::writeAgentNote(schemeNote, {});
         if (!m_awake)
-            log(QStringLiteral("Power scheme"), QStringLiteral("Windows refused \"%1\"").arg(scheme->name));
+            log(tr("Power scheme"), tr("Windows refused \"%1\"").arg(scheme->name));
     }
 }
 
@@ -226,9 +227,8 @@ void StayAwakeFeature::restoreScheme()
     if (before.isEmpty())
         return;
     settings::writeAgentNote(schemeNote, {});
-    log(QStringLiteral("Power scheme"), platform::activatePowerScheme(before)
-                                            ? QStringLiteral("The former one again")
-                                            : QStringLiteral("Windows refused the former one"));
+    log(tr("Power scheme"), platform::activatePowerScheme(before) ? tr("The former one again")
+                                                                  : tr("Windows refused the former one"));
 }
 
 void StayAwakeFeature::log(const QString &subject, const QString &text) const

@@ -2,6 +2,7 @@
 #include "companions/Glasswick/TaskbarFeature.h"
 
 #include "automation/engine/AgentLog.h"
+#include "automation/engine/Texts.h"
 #include "companions/Glasswick/EventSource.h"
 #include "companions/Glasswick/Log.h"
 #include "settings/AgentState.h"
@@ -12,6 +13,7 @@
 #include <vector>
 
 using automation::TaskbarSettings;
+using automation::tr;
 namespace features = automation::features;
 
 namespace agent
@@ -77,11 +79,11 @@ bool isHighContrast()
 QString obstacle()
 {
     if (!setAttribute() || QOperatingSystemVersion::current().microVersion() >= firstBuildWithout)
-        return QStringLiteral("This version of Windows draws the taskbar by itself and does not take it");
+        return tr("This version of Windows draws the taskbar by itself and does not take it");
     if (isHighContrast())
-        return QStringLiteral("A contrast theme is on: the taskbar keeps its colours");
+        return tr("A contrast theme is on: the taskbar keeps its colours");
     if (taskbars().empty())
-        return QStringLiteral("There is no taskbar at present");
+        return tr("There is no taskbar at present");
     return {};
 }
 
@@ -121,8 +123,7 @@ void TaskbarFeature::take(const automation::Event &event)
         apply();
     settings::writeAgentState(features::taskbar, {decision.now, decision.next});
     if (!decision.why.isEmpty())
-        m_surroundings.log.write(features::taskbar,
-                                 decision.apply ? QStringLiteral("Transparent") : QStringLiteral("Off"),
+        m_surroundings.log.write(features::taskbar, decision.apply ? tr("Transparent") : tr("Off"),
                                  decision.why);
 }
 
@@ -141,10 +142,9 @@ void TaskbarFeature::apply()
     for (const HWND taskbar : taskbars())
         refused += set(taskbar, policy) ? 0 : 1;
     if (refused > 0)
-        m_surroundings.log.write(features::taskbar, QStringLiteral("Refused"),
-                                 QStringLiteral("Windows did not take it for %1 of %2 taskbars")
-                                     .arg(refused)
-                                     .arg(taskbars().size()));
+        m_surroundings.log.write(
+            features::taskbar, tr("Refused"),
+            tr("Windows did not take it for %1 of %2 taskbars").arg(refused).arg(taskbars().size()));
 }
 
 void TaskbarFeature::restore()

@@ -2,6 +2,7 @@
 #include "companions/Glasswick/TrayIcon.h"
 
 #include "automation/engine/AgentLog.h"
+#include "automation/engine/Texts.h"
 #include "automation/engine/TrayMenu.h"
 #include "companions/Glasswick/Launch.h"
 #include "companions/Glasswick/Log.h"
@@ -14,6 +15,8 @@
 #include "settings/TaskbarSettings.h"
 
 #include <shellapi.h>
+
+using automation::tr;
 
 namespace features = automation::features;
 
@@ -104,15 +107,14 @@ void TrayIcon::show()
     data.uVersion = NOTIFYICON_VERSION_4;
     Shell_NotifyIconW(NIM_SETVERSION, &data);
     const settings::AgentState state =
-        m_shown ? settings::AgentState{QStringLiteral("The icon is in the notification area"),
-                                       QStringLiteral("Shown again when Explorer starts anew")}
-                : settings::AgentState{QStringLiteral("There is no notification area at present"),
-                                       QStringLiteral("Shown when Explorer starts")};
+        m_shown ? settings::AgentState{tr("The icon is in the notification area"),
+                                       tr("Shown again when Explorer starts anew")}
+                : settings::AgentState{tr("There is no notification area at present"),
+                                       tr("Shown when Explorer starts")};
     if (state == settings::readAgentState(features::trayIcon))
         return;
     settings::writeAgentState(features::trayIcon, state);
-    log(m_shown ? QStringLiteral("Shown") : QStringLiteral("Waits"),
-        m_shown ? QStringLiteral("You switched it on") : state.now);
+    log(m_shown ? tr("Shown") : tr("Waits"), m_shown ? tr("You switched it on") : state.now);
 }
 
 void TrayIcon::hide()
@@ -194,7 +196,7 @@ void TrayIcon::carryOut(UINT command)
         PostMessageW(m_surroundings.window, platform::messageSwitchTheme, 0, 0);
     } else if (command == hideCommand) {
         settings::trayIconShown.write(false);
-        log(QStringLiteral("Hidden"), QStringLiteral("By its menu"));
+        log(tr("Hidden"), tr("By its menu"));
         reloadAll();
     }
 }
@@ -212,7 +214,7 @@ void TrayIcon::openSuite(int module)
     }
     const QString folder = settings::installationFolder();
     const QString outcome = startProgram(folder + QStringLiteral("\\FernlightLarkspur.exe"), folder);
-    log(QStringLiteral("Open"), outcome);
+    log(tr("Open"), outcome);
     if (module >= 0) {
         m_waitingModule = module;
         m_tries = 0;

@@ -2,6 +2,7 @@
 #include "companions/Glasswick/WallpaperFeature.h"
 
 #include "automation/engine/AgentLog.h"
+#include "automation/engine/Texts.h"
 #include "companions/Glasswick/EventSource.h"
 #include "companions/Glasswick/Log.h"
 #include "platform/Guard.h"
@@ -206,9 +207,9 @@ void WallpaperFeature::processEnded()
     const auto answer = parseAnswer(contents(m_folder + u'\\' + answerFile.toString()));
     readShown();
     if (std::exchange(m_restoring, false)) {
-        m_surroundings.log.write(features::wallpaper, QStringLiteral("Off"),
-                                 answer ? QStringLiteral("You switched it off; %1").arg(answer->reason)
-                                        : QStringLiteral("The former wallpaper could not be put back"));
+        m_surroundings.log.write(features::wallpaper, tr("Off"),
+                                 answer ? tr("You switched it off; %1").arg(answer->reason)
+                                        : tr("The former wallpaper could not be put back"));
         if (m_settings.enabled) // on again meanwhile
             carryOut(m_rule.take(eventNow(EventKind::Reload), m_settings, scene()));
         return;

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "companions/LarkspurWallpaper/Changer.h"
 
+#include "automation/engine/Texts.h"
 #include "platform/FileReader.h"
 
 #include <QCryptographicHash>
@@ -73,7 +74,7 @@ private:
 bool Change::list()
 {
     if (!m_request.onMetered && m_world.isMetered())
-        return fail(QStringLiteral("The connection is paid by volume"), Result::Metered);
+        return fail(tr("The connection is paid by volume"), Result::Metered);
     const QUrl address =
         listingAddress(m_world.services, m_request.source, m_request.market, m_world.now.toUTC().date());
     const Fetched answer = m_world.web.get(service(), address, maxListingBytes);
@@ -81,10 +82,10 @@ bool Change::list()
         return fail(answer.problem);
     const auto listing = parseListing(m_world.services, m_request.source, answer.bytes);
     if (!listing)
-        return fail(QStringLiteral("The answer of %1 cannot be read").arg(service()));
+        return fail(tr("The answer of %1 cannot be read").arg(service()));
     if (listing->pictures.isEmpty())
-        return fail(listing->videos > 0 ? QStringLiteral("%1 has only videos at present").arg(service())
-                                        : QStringLiteral("%1 lists no picture").arg(service()));
+        return fail(listing->videos > 0 ? tr("%1 has only videos at present").arg(service())
+                                        : tr("%1 lists no picture").arg(service()));
     m_listing = *listing;
     m_answer.newest = listing->pictures[0].key;
     return true;
@@ -94,7 +95,7 @@ bool Change::choose()
 {
     int index = firstIndex(m_request, count(), m_answer.newest);
     if (index < 0)
-        return fail(QStringLiteral("There are no pictures in your list"));
+        return fail(tr("There are no pictures in your list"));
     m_monitors = m_request.perMonitor ? m_world.desktop.monitors() : QStringList();
     if (m_monitors.size() < 2)
         m_monitors = {QString()};
@@ -120,7 +121,7 @@ bool Change::choose()
     if (m_unusable == 1)
         m_answer.reason = m_problem;
     else if (m_unusable > 1)
-        m_answer.reason = QStringLiteral("%1 pictures cannot be used").arg(m_unusable);
+        m_answer.reason = tr("%1 pictures cannot be used").arg(m_unusable);
     return true;
 }
 
@@ -137,7 +138,7 @@ std::optional<ShownPicture> Change::fetch(const DayPicture &wanted)
         const Fetched got = m_world.web.get(service(), *address, PictureFetcher::maxPictureBytes);
         QString problem = got.problem;
         if (problem.isEmpty() && pictureSuffix(got.bytes).isEmpty())
-            problem = QStringLiteral("what %1 sent is no picture").arg(service());
+            problem = tr("what %1 sent is no picture").arg(service());
         if (problem.isEmpty())
             picture = m_world.folder.add(wanted.key, got.bytes, smallestFetched, problem);
         if (!picture && m_problem.isEmpty())
@@ -158,9 +159,9 @@ std::optional<ShownPicture> Change::copyOwn(const QString &path)
     QString problem;
     std::optional<ShownPicture> picture;
     if (!file)
-        problem = QStringLiteral("it is not there or cannot be opened");
+        problem = tr("it is not there or cannot be opened");
     else if (file->size() > maxOwnBytes)
-        problem = QStringLiteral("it is too large");
+        problem = tr("it is too large");
     if (problem.isEmpty()) {
         const QByteArray bytes = file->readAll();
         const QByteArray hash = QCryptographicHash::hash(bytes, QCryptographicHash::Sha256).left(12).toHex();
@@ -190,7 +191,7 @@ bool Change::isThere()
 void Change::set()
 {
     if (!Former(m_world.desktop, m_world.folder).note()) {
-        fail(QStringLiteral("The former wallpaper could not be noted, so nothing was changed"));
+        fail(tr("The former wallpaper could not be noted, so nothing was changed"));
         return;
     }
     QStringList before;
@@ -205,7 +206,7 @@ void Change::set()
             m_world.desktop.setPicture(m_monitors[back], before[back]);
         m_world.desktop.setPosition(position);
         m_answer.pictures.clear();
-        fail(QStringLiteral("Windows refused the picture"));
+        fail(tr("Windows refused the picture"));
         return;
     }
     m_answer.result = Result::Changed;

@@ -1,10 +1,14 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "companions/LarkspurWallpaper/Former.h"
 
+#include "automation/engine/Texts.h"
+
 #include <QFileInfo>
 #include <QJsonArray>
 #include <QJsonDocument>
 #include <QJsonObject>
+
+using automation::tr;
 
 namespace wallpaper
 {
@@ -66,7 +70,7 @@ QString Former::restore(bool &done)
     const QJsonObject note = QJsonDocument::fromJson(m_folder.read(file)).object();
     const QJsonObject pictures = note.value(picturesName).toObject();
     if (pictures.isEmpty())
-        return QStringLiteral("there was nothing to put back");
+        return tr("there was nothing to put back");
     int restored = 0, left = 0;
     for (const QString &monitor : monitors()) {
         if (!m_folder.holds(m_desktop.picture(monitor))) {
@@ -81,7 +85,7 @@ QString Former::restore(bool &done)
             done = false;
     }
     if (!done)
-        return QStringLiteral("Windows refused the former wallpaper");
+        return tr("Windows refused the former wallpaper");
     if (restored > 0) {
         m_desktop.setPosition(note.value(positionName).toInt(-1));
         const QString slideshow = note.value(slideshowName).toString();
@@ -89,9 +93,9 @@ QString Former::restore(bool &done)
             m_desktop.setSlideshowFolder(slideshow);
     }
     m_folder.remove(file);
-    return restored == 0 ? QStringLiteral("the wallpaper that you have chosen since stays")
-           : left > 0 ? QStringLiteral("the former wallpaper is back where you have not chosen another since")
-                      : QStringLiteral("the former wallpaper is back");
+    return restored == 0 ? tr("the wallpaper that you have chosen since stays")
+           : left > 0    ? tr("the former wallpaper is back where you have not chosen another since")
+                         : tr("the former wallpaper is back");
 }
 
 } // namespace wallpaper

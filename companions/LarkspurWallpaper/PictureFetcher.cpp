@@ -1,7 +1,10 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "companions/LarkspurWallpaper/PictureFetcher.h"
 
+#include "automation/engine/Texts.h"
 #include "platform/WebRequest.h"
+
+using automation::tr;
 
 namespace wallpaper
 {
@@ -15,21 +18,21 @@ QString problemOf(const QString &from, const WebAnswer &answer)
 {
     switch (answer.outcome) {
     case WebAnswer::Outcome::Unreachable:
-        return QStringLiteral("%1 cannot be reached").arg(from);
+        return tr("%1 cannot be reached").arg(from);
     case WebAnswer::Outcome::TimedOut:
-        return QStringLiteral("%1 did not answer in time").arg(from);
+        return tr("%1 did not answer in time").arg(from);
     case WebAnswer::Outcome::TooLarge:
-        return QStringLiteral("%1 sent more than a picture may have").arg(from);
+        return tr("%1 sent more than a picture may have").arg(from);
     case WebAnswer::Outcome::NotSecure:
-        return QStringLiteral("The connection to %1 is not secure").arg(from);
+        return tr("The connection to %1 is not secure").arg(from);
     case WebAnswer::Outcome::Failed:
-        return QStringLiteral("The connection to %1 failed").arg(from);
+        return tr("The connection to %1 failed").arg(from);
     case WebAnswer::Outcome::Answered:
         break;
     }
     if (answer.status == 429)
-        return QStringLiteral("%1 gives no more pictures for a while").arg(from);
-    return QStringLiteral("%1 answered with error %2").arg(from).arg(answer.status);
+        return tr("%1 gives no more pictures for a while").arg(from);
+    return tr("%1 answered with error %2").arg(from).arg(answer.status);
 }
 
 bool isRedirection(int status)
@@ -57,10 +60,10 @@ Fetched PictureFetcher::get(const QString &from, const QUrl &address, qint64 max
         if (answer.outcome != WebAnswer::Outcome::Answered || answer.status != 200)
             return {{}, problemOf(from, answer)};
         if (answer.body.isEmpty())
-            return {{}, QStringLiteral("%1 sent nothing").arg(from)};
+            return {{}, tr("%1 sent nothing").arg(from)};
         return {std::move(answer.body), {}};
     }
-    return {{}, QStringLiteral("%1 leads to an address that is not to be trusted").arg(from)};
+    return {{}, tr("%1 leads to an address that is not to be trusted").arg(from)};
 }
 
 } // namespace wallpaper

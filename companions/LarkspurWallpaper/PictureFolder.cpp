@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "companions/LarkspurWallpaper/PictureFolder.h"
 
+#include "automation/engine/Texts.h"
 #include "platform/FileReader.h"
 #include "platform/Guard.h"
 #include "platform/NewFile.h"
@@ -12,6 +13,7 @@
 #include <QRegularExpression>
 
 using automation::ShownPicture;
+using automation::tr;
 
 namespace wallpaper
 {
@@ -64,11 +66,11 @@ bool PictureFolder::check(const QString &file, const QSize &smallest, ShownPictu
 {
     const auto examined = m_decoders.examine(file, {}, m_cancel);
     if (!examined) {
-        problem = QStringLiteral("it is no picture that can be read");
+        problem = tr("it is no picture that can be read");
         return false;
     }
     if (examined->width < smallest.width() || examined->height < smallest.height()) {
-        problem = QStringLiteral("it has only %1 by %2 pixels").arg(examined->width).arg(examined->height);
+        problem = tr("it has only %1 by %2 pixels").arg(examined->width).arg(examined->height);
         return false;
     }
     const QString name = picture.key + QStringLiteral(".thumb.png");
@@ -112,7 +114,7 @@ std::optional<ShownPicture> PictureFolder::add(const QString &key, const QByteAr
     if (placed)
         return picture;
     if (problem.isEmpty())
-        problem = QStringLiteral("it cannot be stored");
+        problem = tr("it cannot be stored");
     return {};
 }
 

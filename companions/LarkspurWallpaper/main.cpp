@@ -3,12 +3,15 @@
 // Changes the wallpaper once, for the background agent: asks a service, has what it sends decoded, sets it
 // and ends. So the agent stays small, and what comes from the network meets no long-lived process. Its
 // argument is the folder where the request lies and where the answer goes.
+#include "automation/engine/Texts.h"
 #include "companions/LarkspurWallpaper/Changer.h"
 #include "platform/Com.h"
 #include "platform/DetachedThread.h"
 
 #include <QCoreApplication>
 #include <QDir>
+
+using automation::tr;
 
 namespace
 {
@@ -21,7 +24,7 @@ automation::WallpaperAnswer answerTo(const QByteArray &text, wallpaper::PictureF
 {
     const auto request = automation::parseRequest(text);
     if (!request)
-        return {.reason = QStringLiteral("The request cannot be read")};
+        return {.reason = tr("The request cannot be read")};
     const auto desktop = platform::systemWallpaper();
     const automation::PictureServices services;
     const wallpaper::PictureFetcher web(services.allowed);

@@ -1,0 +1,15 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include <QCoreApplication>
+
+namespace automation
+{
+
+// For what a person reads: the states and reasons that the agent shows and logs.
+inline QString tr(const char *text)
+{
+    return QCoreApplication::translate("automation", text);
+}
+
+} // namespace automation
