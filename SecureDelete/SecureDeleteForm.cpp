@@ -301,12 +301,14 @@ void SecureDeleteForm::showReport(SecureDeleteThread &thread)
     connect(m_report, &SecureDeleteReportPage::saveRequested, this, &SecureDeleteForm::saveReport);
     m_pages->addWidget(m_report);
     m_pages->setCurrentWidget(m_report);
+    m_report->setFocus();
     emit reportShown();
 }
 
 void SecureDeleteForm::showStartPage()
 {
     m_pages->setCurrentWidget(m_startPage);
+    m_tabs->setFocus(); // what had it is hidden now, and Ctrl+Tab works from here
     if (m_tabs->currentWidget() == m_bin)
         m_bin->refresh();
     emit startPageShown();

@@ -53,6 +53,7 @@ SecureDeleteReportPage::SecureDeleteReportPage(ShredResult result, const QString
 {
     buildLayout(result, method);
     m_records = std::make_shared<const std::vector<ShredRecord>>(std::move(result.records));
+    setFocusProxy(m_list->table());
     m_list->setModel(new ReportModel(m_records, this));
     m_list->setSearch(ResultView::Search::Filter);
     m_list->setEmpty(controls::image("Info16"), tr("Nothing was done"));

@@ -4,8 +4,6 @@
 
 #include <QTest>
 
-#include <random>
-
 using namespace Qt::StringLiterals;
 using namespace securedelete;
 using tests::FakeDisk;
@@ -18,15 +16,14 @@ constexpr quint32 compressed = 0x800;
 constexpr quint32 sparse = 0x200;
 constexpr quint64 chunk = PassBuffers::size;
 
-// Counts up, and writes down its seeds.
+// Counts up.
 class Counter : public Randomness
 {
 public:
     quint32 seconds() override { return 1000; }
-    void seed(quint32 value) override { seeds.push_back(value); }
+    void seed(quint32) override {}
     quint8 byte() override { return static_cast<quint8>(drawn++); }
 
-    std::vector<quint32> seeds;
     quint64 drawn = 0;
 };
 
@@ -102,10 +99,8 @@ class TestShred : public QObject
 
 private slots:
     void passContents();
-    void seeds();
     void orderOfWrites_data();
     void orderOfWrites();
-    void renameRounds_data();
     void renameRounds();
     void whatIsNotOverwrittenKeepsItsName_data();
     void whatIsNotOverwrittenKeepsItsName();
@@ -113,12 +108,9 @@ private slots:
     void cancelling();
     void rowsAndFolders();
     void linksAreRemovedAndNeverEntered();
-    void whatLiesBehindLinksIsNeverTouched();
     void protectedAndExchangedFoldersStay();
     void streamsAndSparseFiles();
-    void clusters_data();
     void clusters();
-    void believableClusters_data();
     void believableClusters();
 };
 
@@ -154,20 +146,6 @@ void TestShred::passContents()
     QCOMPARE(passCount(Method::Dod7, 9), 7);
 }
 
-void TestShred::seeds()
-{
-    Counter random;
-    random.drawn = 0x10;
-    PassBuffers buffers(random, onTheHeap);
-    buffers.data(Method::Dod3, 1);
-    // 0x10 was drawn for the first pass, and the complement of 0x11 for the second.
-    QCOMPARE(random.seeds, (std::vector<quint32>{1100, 1000 + 0x10, 5194 - 0xEE + 1000}));
-    random.seeds.clear();
-    buffers.data(Method::Gutmann, 1);
-    buffers.data(Method::Random, 1);
-    QCOMPARE(random.seeds, (std::vector<quint32>{1000, 1000}));
-}
-
 void TestShred::orderOfWrites_data()
 {
     QTest::addColumn<Method>("method");
@@ -199,28 +177,23 @@ void TestShred::orderOfWrites()
     QVERIFY(run.disk.files.isEmpty());
 }
 
-void TestShred::renameRounds_data()
-{
-    QTest::addColumn<QString>("name");
-    QTest::addColumn<QString>("sibling");
-    QTest::addColumn<QString>("erased");
-    QTest::newRow("to the last letter") << u"report.doc"_s << u"other"_s << u"erase ZZZZZZ.ZZZ"_s;
-    QTest::newRow("dots stay") << u".a.b-c "_s << u"other"_s << u"erase .Z.ZZZZ"_s;
-    QTest::newRow("the first is taken") << u"report.doc"_s << u"AAAAAA.AAA"_s << u"erase report.doc"_s;
-    QTest::newRow("one is taken") << u"report.doc"_s << u"MMMMMM.MMM"_s << u"erase LLLLLL.LLL"_s;
-    QTest::newRow("its own name") << u"AAA"_s << u"other"_s << u"erase ZZZ"_s;
-}
-
 void TestShred::renameRounds()
 {
-    QFETCH(const QString, name);
-    QFETCH(const QString, sibling);
-    Run run;
-    run.disk.add(u"C:\\d\\"_s + name, 0);
-    run.disk.add(u"C:\\d\\"_s + sibling, 7);
-    QCOMPARE(run.of(QStringList{u"C:\\d\\"_s + name}).rowsLeft, 0);
-    QTEST(run.disk.log.last(), "erased");
-    QCOMPARE(run.disk.files.keys(), QStringList{u"C:\\d\\"_s + sibling});
+    const struct {
+        QString name, sibling, erased;
+    } rows[] = {{u"report.doc"_s, u"other"_s, u"ZZZZZZ.ZZZ"_s},
+                {u".a.b-c "_s, u"other"_s, u".Z.ZZZZ"_s},            // dots stay
+                {u"report.doc"_s, u"AAAAAA.AAA"_s, u"report.doc"_s}, // the first is taken
+                {u"report.doc"_s, u"MMMMMM.MMM"_s, u"LLLLLL.LLL"_s},
+                {u"AAA"_s, u"other"_s, u"ZZZ"_s}}; // its own name in the first round
+    for (const auto &row : rows) {
+        Run run;
+        run.disk.add(u"C:\\d\\"_s + row.name, 0);
+        run.disk.add(u"C:\\d\\"_s + row.sibling, 7);
+        QCOMPARE(run.of(QStringList{u"C:\\d\\"_s + row.name}).rowsLeft, 0);
+        QCOMPARE(run.disk.log.last(), u"erase "_s + row.erased);
+        QCOMPARE(run.disk.files.keys(), QStringList{u"C:\\d\\"_s + row.sibling});
+    }
 }
 
 void TestShred::whatIsNotOverwrittenKeepsItsName_data()
@@ -318,68 +291,33 @@ void TestShred::rowsAndFolders()
     QCOMPARE(run.written + run.leftOut, quint64{5 * 4 * 3});
 }
 
+// The fake lists what a link leads to as if it lay there, so entering one would be seen. Names that differ
+// only in their case are two, as in Linux folders on Windows.
 void TestShred::linksAreRemovedAndNeverEntered()
 {
+    constexpr quint32 junction = 0xA0000003, symlink = 0xA000000C;
+    constexpr quint32 folder = core::AttributeDirectory, link = core::AttributeReparsePoint;
     Run run;
-    constexpr quint32 folderLink = core::AttributeDirectory | core::AttributeReparsePoint;
-    run.disk.add(u"C:\\d\\t"_s, 0, core::AttributeDirectory);
-    run.disk.add(u"C:\\d\\t\\junction"_s, 0, folderLink).tag = 0xA0000003;
-    run.disk.add(u"C:\\d\\t\\symlink"_s, 90, core::AttributeReparsePoint).tag = 0xA000000C;
-    run.disk.add(u"C:\\d\\t\\unknown"_s, 0, folderLink).canErase = false;
-    // What stands behind them, as a listing through them would show it.
-    run.disk.add(u"C:\\d\\t\\junction\\foreign"_s, 4);
+    run.disk.add(u"C:\\d\\t"_s, 0, folder);
+    run.disk.add(u"C:\\d\\t\\JUNCTION"_s, 0, folder);
+    run.disk.add(u"C:\\d\\t\\JUNCTION\\plain"_s, 0);
+    run.disk.add(u"C:\\d\\t\\folder link"_s, 0, folder | link).tag = symlink;
+    run.disk.add(u"C:\\d\\t\\junction"_s, 0, folder | link).tag = junction;
+    run.disk.add(u"C:\\d\\t\\symlink"_s, 90, link).tag = symlink;
+    run.disk.add(u"C:\\d\\t\\unknown"_s, 0, folder | link).canErase = false; // as Wine shows one
+    QStringList stay{u"C:\\d\\t"_s};
+    for (const char *name : {"folder link\\f", "junction\\f", "symlink\\f", "unknown", "unknown\\f"})
+        stay.append(u"C:\\d\\t\\"_s + QString::fromLatin1(name));
+    for (const QString &path : stay.filter(u"\\f"_s)) {
+        if (!run.disk.files.contains(path))
+            run.disk.add(path, 4);
+    }
     const ShredResult result = run.of(QStringList{u"C:\\d\\t"_s});
-    QVERIFY(run.disk.files.contains(u"C:\\d\\t\\junction\\foreign"_s));
-    QCOMPARE(run.disk.log, (QStringList{u"link junction"_s, u"link symlink"_s}));
+    QCOMPARE(run.disk.files.keys(), stay);
+    QCOMPARE(run.disk.log.filter(u"link "_s),
+             (QStringList{u"link folder link"_s, u"link junction"_s, u"link symlink"_s}));
     QCOMPARE(faultOf(result, u"C:\\d\\t\\unknown"_s), Fault::Denied);
     QCOMPARE(run.written, quint64{0});
-}
-
-// Random trees with links of every kind, and names that differ only in their case, as Linux folders have them
-// on Windows. The fake lists what a link leads to as if it lay there, so entering one would be seen.
-void TestShred::whatLiesBehindLinksIsNeverTouched()
-{
-    constexpr quint32 folderLink = core::AttributeDirectory | core::AttributeReparsePoint;
-    struct Kind {
-        quint32 attributes;
-        quint32 tag;
-    };
-    const Kind kinds[] = {{0, 0},
-                          {0, 0},
-                          {core::AttributeDirectory, 0},
-                          {core::AttributeDirectory, 0},
-                          {folderLink, 0xA0000003}, // a junction, or the mount point of a volume
-                          {folderLink, 0xA000000C}, // a symbolic link
-                          {core::AttributeReparsePoint, 0xA000000C},
-                          {folderLink, 0}}; // as Wine shows one
-    for (unsigned seed = 1; seed <= 40; ++seed) {
-        std::mt19937 random(seed);
-        Run run;
-        QStringList folders{u"C:\\d\\t"_s}, plain, foreign;
-        run.disk.add(folders[0], 0, core::AttributeDirectory);
-        for (int index = 0; index < 60; ++index) {
-            const QString name = (random() % 2 == 0 ? u"name%1"_s : u"NAME%1"_s).arg(random() % 9);
-            const QString path =
-                folders[static_cast<int>(random() % static_cast<unsigned>(folders.size()))] + u'\\' + name;
-            const Kind &kind = kinds[random() % std::size(kinds)];
-            if (run.disk.files.contains(path))
-                continue;
-            run.disk.add(path, kind.attributes == 0 ? random() % 100 : 0, kind.attributes).tag = kind.tag;
-            if (kind.attributes == core::AttributeDirectory)
-                folders.append(path);
-            else if (kind.attributes == 0)
-                plain.append(path);
-            else
-                foreign.append(path + u"\\canary"_s);
-        }
-        for (const QString &path : std::as_const(foreign))
-            run.disk.add(path, 4);
-        run.of(QStringList{folders[0]});
-        for (const QString &path : std::as_const(foreign))
-            QVERIFY2(run.disk.files.contains(path) && run.disk.files[path].writes.empty(), qPrintable(path));
-        for (const QString &path : std::as_const(plain))
-            QVERIFY2(!run.disk.files.contains(path), qPrintable(path));
-    }
 }
 
 void TestShred::protectedAndExchangedFoldersStay()
@@ -415,71 +353,63 @@ void TestShred::streamsAndSparseFiles()
     QCOMPARE(run.written, quint64{3 * (10 + 7 + 4096 + 1000)});
 }
 
-void TestShred::clusters_data()
-{
-    using Extents = std::vector<Extent>;
-    QTest::addColumn<Extents>("extents");
-    QTest::addColumn<Extents>("later");
-    QTest::addColumn<bool>("hasVolume");
-    QTest::addColumn<bool>("throughVolume");
-    const Extents good{{0, 10, 2}, {2, -1, 14}, {16, 40, 100}};
-    QTest::newRow("through the volume") << good << good << true << true;
-    QTest::newRow("moved meanwhile") << good << Extents{{0, 11, 2}} << true << false;
-    QTest::newRow("no rights on the volume") << good << good << false << false;
-    QTest::newRow("what a stub answers") << Extents{{1, 0, -1}} << Extents{{1, 0, -1}} << true << false;
-    QTest::newRow("none: in the file table itself") << Extents{} << Extents{} << true << false;
-}
-
 void TestShred::clusters()
 {
-    QFETCH(const std::vector<Extent>, extents);
-    QFETCH(const std::vector<Extent>, later);
-    QFETCH(const bool, hasVolume);
-    QFETCH(const bool, throughVolume);
-    Run run;
-    FakeDisk::File &file = run.disk.add(u"C:\\d\\f"_s, 200, compressed);
-    file.extents = extents;
-    file.extentsLater = later;
-    if (hasVolume)
-        run.disk.volume = VolumeFacts{u"NTFS"_s, 1000, 4096};
-    const ShredResult result = run.of(QStringList{u"C:\\d\\f"_s});
-    QCOMPARE(result.rowsLeft, 0);
-    QCOMPARE(result.records.at(0).oldClustersMaySurvive, !throughVolume);
-    QCOMPARE(run.disk.volumeWrites.empty(), !throughVolume);
-    if (!throughVolume)
-        return;
-    // Each run is one chunk: all passes over the first, in pieces, before the second begins.
-    QCOMPARE(chunksOf({run.disk.volumeWrites.begin(), run.disk.volumeWrites.begin() + 3}, 3),
-             (QList<std::pair<quint64, quint64>>{{40'960, 8192}}));
-    QCOMPARE(run.disk.volumeWrites.at(4).offset, 40 * 4096 + chunk);
-    QCOMPARE(run.written, quint64{3 * 102 * 4096});
-}
-
-void TestShred::believableClusters_data()
-{
-    QTest::addColumn<std::vector<Extent>>("extents");
-    QTest::addColumn<bool>("expected");
     using Extents = std::vector<Extent>;
-    constexpr qint64 most = std::numeric_limits<qint64>::max();
-    QTest::newRow("to the very end") << Extents{{0, 998, 2}} << true;
-    QTest::newRow("beyond the end") << Extents{{0, 998, 3}} << false;
-    QTest::newRow("at the start") << Extents{{0, 0, 1}} << false;
-    QTest::newRow("negative") << Extents{{0, -2, 1}} << false;
-    QTest::newRow("empty run") << Extents{{0, 5, 0}} << false;
-    QTest::newRow("does not begin at 0") << Extents{{1, 5, 1}} << false;
-    QTest::newRow("gap") << Extents{{0, 5, 1}, {2, 7, 1}} << false;
-    QTest::newRow("same place twice") << Extents{{0, 5, 2}, {2, 6, 1}} << false;
-    QTest::newRow("huge") << Extents{{0, 5, most}} << false;
-    QTest::newRow("huge hole, then more") << Extents{{0, -1, most}, {most, 5, 1}} << false;
-    QTest::newRow("holes only") << Extents{{0, -1, 9}} << false;
+    const Extents good{{0, 10, 2}, {2, -1, 14}, {16, 40, 100}}, stub{{1, 0, -1}};
+    const struct {
+        const char *what;
+        Extents extents, later;
+        bool hasVolume, throughVolume;
+    } rows[] = {{"through the volume", good, good, true, true},
+                {"moved meanwhile", good, {{0, 11, 2}}, true, false},
+                {"no rights on the volume", good, good, false, false},
+                {"what a stub answers", stub, stub, true, false},
+                {"none: in the file table itself", {}, {}, true, false}};
+    for (const auto &row : rows) {
+        Run run;
+        FakeDisk::File &file = run.disk.add(u"C:\\d\\f"_s, 200, compressed);
+        file.extents = row.extents;
+        file.extentsLater = row.later;
+        if (row.hasVolume)
+            run.disk.volume = VolumeFacts{u"NTFS"_s, 1000, 4096};
+        const ShredResult result = run.of(QStringList{u"C:\\d\\f"_s});
+        QCOMPARE(result.rowsLeft, 0);
+        QVERIFY2(result.records.at(0).oldClustersMaySurvive != row.throughVolume, row.what);
+        QVERIFY2(run.disk.volumeWrites.empty() != row.throughVolume, row.what);
+        if (!row.throughVolume)
+            continue;
+        // Each run is one chunk: all passes over the first, in pieces, before the second begins.
+        QCOMPARE(chunksOf({run.disk.volumeWrites.begin(), run.disk.volumeWrites.begin() + 3}, 3),
+                 (QList<std::pair<quint64, quint64>>{{40'960, 8192}}));
+        QCOMPARE(run.disk.volumeWrites.at(4).offset, 40 * 4096 + chunk);
+        QCOMPARE(run.written, quint64{3 * 102 * 4096});
+    }
 }
 
 void TestShred::believableClusters()
 {
-    QFETCH(const std::vector<Extent>, extents);
-    QTEST(areBelievable(extents, {u"NTFS"_s, 1000, 4096}), "expected");
-    QVERIFY(!areBelievable(extents, {u"FAT32"_s, 1000, 4096}));
-    QVERIFY(!areBelievable(extents, {u"NTFS"_s, 1000, 0}));
+    constexpr qint64 most = std::numeric_limits<qint64>::max();
+    const struct {
+        const char *what;
+        std::vector<Extent> extents;
+        bool expected;
+    } rows[] = {{"to the very end", {{0, 998, 2}}, true},
+                {"beyond the end", {{0, 998, 3}}, false},
+                {"at the start", {{0, 0, 1}}, false},
+                {"negative", {{0, -2, 1}}, false},
+                {"empty run", {{0, 5, 0}}, false},
+                {"does not begin at 0", {{1, 5, 1}}, false},
+                {"gap", {{0, 5, 1}, {2, 7, 1}}, false},
+                {"same place twice", {{0, 5, 2}, {2, 6, 1}}, false},
+                {"huge", {{0, 5, most}}, false},
+                {"huge hole, then more", {{0, -1, most}, {most, 5, 1}}, false},
+                {"holes only", {{0, -1, 9}}, false}};
+    for (const auto &row : rows) {
+        QVERIFY2(areBelievable(row.extents, {u"NTFS"_s, 1000, 4096}) == row.expected, row.what);
+        QVERIFY2(!areBelievable(row.extents, {u"FAT32"_s, 1000, 4096}), row.what);
+        QVERIFY2(!areBelievable(row.extents, {u"NTFS"_s, 1000, 0}), row.what);
+    }
 }
 
 QTEST_APPLESS_MAIN(TestShred)
