@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "widgets/CsvExporter.h"
 
+#include "core/CountText.h"
 #include "platform/Dialogs.h"
 
 #include <QDir>
@@ -37,7 +38,8 @@ void CsvExporter::tellEnd(const CsvWriter &writer)
         emit ended(NoticeBar::Kind::Info, tr("The export was cancelled; nothing was written."));
         break;
     default:
-        emit ended(NoticeBar::Kind::Success,
-                   tr("%1 rows were exported to %2.").arg(QString::number(writer.rows()), file));
+        emit ended(NoticeBar::Kind::Success, core::countText(writer.rows(), tr("1 row was exported to %2."),
+                                                             tr("%1 rows were exported to %2."))
+                                                 .arg(file));
     }
 }

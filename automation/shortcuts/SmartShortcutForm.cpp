@@ -116,12 +116,12 @@ void SmartShortcutForm::buildWidgets()
     m_view->setPlaceholder(
         tr("No smart shortcuts yet. \"Add\" makes the first one, and so does a program or a "
            "shortcut that is dropped here."));
-    m_view->header()->resizeSection(nameColumn, 220);
-    m_view->header()->resizeSection(priorityColumn, 110);
-    m_view->header()->resizeSection(placeColumn, 100);
-    m_view->header()->resizeSection(stateColumn, 190);
+    m_view->header()->resizeSection(nameColumn, 150);
+    m_view->header()->resizeSection(priorityColumn, 100);
+    m_view->header()->resizeSection(placeColumn, 85);
+    m_view->header()->resizeSection(stateColumn, 185);
     m_view->header()->setStretchLastSection(false);
-    m_view->setStretchColumn(programColumn, 160);
+    m_view->setStretchColumn(programColumn, 120);
 
     m_notice = new NoticeBar(this);
     m_broken = new NoticeBar(this);

@@ -98,6 +98,7 @@ void TraceScanTest::databases_data()
     row("LevelDB", "000003.log CURRENT MANIFEST-000001 LOG 5.ldb photo.jpg",
         "000003.log CURRENT MANIFEST-000001 LOG 5.ldb");
     row("numbers alone are no LevelDB", "000003.log CURRENT", "");
+    row("numbers beside another database", "000003.log CURRENT MSS.chk", "MSS.chk");
     row("manifest met last", "000003.log CURRENT x.txt manifest-000001",
         "000003.log CURRENT manifest-000001");
     row("ESE by its checkpoint", "MSS00012.log MSS.chk MSSres00001.jrs Windows.edb notes.log",
