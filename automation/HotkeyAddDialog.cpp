@@ -5,11 +5,9 @@
 #include "automation/engine/KnownKeys.h"
 #include "platform/Dialogs.h"
 #include "widgets/Controls.h"
-#include "widgets/Theme.h"
 
 #include <QComboBox>
-#include <QDialogButtonBox>
-#include <QFormLayout>
+#include <QHBoxLayout>
 #include <QKeyEvent>
 #include <QLabel>
 #include <QLineEdit>
@@ -48,21 +46,15 @@ protected:
     }
 };
 
-template <class Widget>
-Widget *named(Widget *widget, const char *name, const QString &accessible)
-{
-    widget->setObjectName(QLatin1String(name));
-    widget->setAccessibleName(accessible);
-    return widget;
-}
-
 } // namespace
 
-HotkeyAddDialog::HotkeyAddDialog(QWidget *parent) : QDialog(parent)
+HotkeyAddDialog::HotkeyAddDialog(QWidget *parent) : FormDialog(smallestWidth, parent)
 {
     setWindowTitle(tr("Add Shortcut"));
+    setHeadline(tr("Add a Shortcut Key"));
     buildFields();
-    buildLayout();
+    addRows();
+    addButtons();
     connectFields();
     showAction();
     check();
@@ -86,46 +78,20 @@ void HotkeyAddDialog::buildFields()
     m_action2 = named(new QComboBox(this), "action2ComboBox", tr("App"));
     for (const automation::BuiltInApp &app : automation::builtInApps)
         m_action2->addItem(tr(app.name), QString::fromLatin1(app.command));
-    m_startIn = named(new QLineEdit(this), "startInLineEdit", tr("Start In"));
-    m_startIn->setMaxLength(maxPath);
     m_app = named(new QLineEdit(this), "appLineEdit", tr("App"));
     m_app->setMaxLength(maxPath);
-    m_startInButton = controls::toolButton(this, {"startInButton", "FolderOpen24", tr("Select folder ...")});
     m_appButton = controls::toolButton(this, {"appButton", "FolderOpen24", tr("Add Files")});
+    m_startIn = named(new QLineEdit(this), "startInLineEdit", tr("Start In"));
+    m_startIn->setMaxLength(maxPath);
+    m_startInButton = controls::toolButton(this, {"startInButton", "FolderOpen24", tr("Select folder ...")});
     m_delay = named(new QSpinBox(this), "delaySpinBox", tr("Delay in seconds"));
     m_delay->setRange(0, automation::maxDelay);
     m_delay->setValue(30);
     m_delay->setSuffix(tr(" second(s)"));
-    m_notice = named(new QLabel(this), "noticeLabel", {});
-    m_notice->setWordWrap(true);
-    m_notice->setTextFormat(Qt::PlainText);
-    m_save = named(new QPushButton(tr("Save"), this), "saveButton", {});
 }
 
-QWidget *HotkeyAddDialog::withButton(QLineEdit *edit, QToolButton *button)
+void HotkeyAddDialog::addRows()
 {
-    auto *row = new QWidget(this);
-    auto *layout = new QHBoxLayout(row);
-    layout->setContentsMargins(0, 0, 0, 0);
-    layout->addWidget(edit, 1);
-    layout->addWidget(button);
-    return row;
-}
-
-HotkeyAddDialog::Field HotkeyAddDialog::addField(QFormLayout *form, const QString &text, QWidget *row,
-                                                 QWidget *buddy)
-{
-    auto *label = new QLabel(text, this);
-    label->setBuddy(buddy);
-    form->addRow(label, row);
-    return {label, row};
-}
-
-void HotkeyAddDialog::buildLayout()
-{
-    m_headline = new QLabel(tr("Add a Shortcut Key"), this);
-    m_headline->setObjectName(QStringLiteral("headlineLabel"));
-    m_headline->setFont(theme::sectionTitle(font()));
     auto *keys = new QWidget(this);
     auto *keyRow = new QHBoxLayout(keys);
     keyRow->setContentsMargins(0, 0, 0, 0);
@@ -135,31 +101,12 @@ void HotkeyAddDialog::buildLayout()
     keyRow->addWidget(new QLabel(QStringLiteral("+"), this));
     keyRow->addWidget(m_key3, 1);
 
-    auto *form = new QFormLayout;
-    form->setFieldGrowthPolicy(QFormLayout::ExpandingFieldsGrow);
-    addField(form, tr("Shortcut Key:"), keys, m_key1);
-    addField(form, tr("Action:"), m_action1, m_action1);
-    m_builtInField = addField(form, tr("App:"), m_action2, m_action2);
-    m_appField = addField(form, tr("App:"), withButton(m_app, m_appButton), m_app);
-    m_startInField = addField(form, tr("Start In:"), withButton(m_startIn, m_startInButton), m_startIn);
-    m_delayField = addField(form, tr("Delay:"), m_delay, m_delay);
-
-    auto *cancel = named(new QPushButton(tr("Cancel"), this), "cancelButton", {});
-    connect(cancel, &QPushButton::clicked, this, &QDialog::reject);
-    m_save->setDefault(true);
-    theme::makePrimary(m_save);
-    auto *buttons = new QDialogButtonBox(this);
-    buttons->addButton(m_save, QDialogButtonBox::AcceptRole);
-    buttons->addButton(cancel, QDialogButtonBox::RejectRole);
-
-    auto *layout = new QVBoxLayout(this);
-    layout->setSpacing(theme::space);
-    layout->addWidget(m_headline);
-    layout->addLayout(form);
-    layout->addWidget(m_notice);
-    layout->addStretch();
-    layout->addWidget(buttons);
-    setMinimumWidth(smallestWidth);
+    addRow(tr("Shortcut Key:"), keys, m_key1);
+    addRow(tr("Action:"), m_action1);
+    m_builtInRow = addRow(tr("App:"), m_action2);
+    m_appRow = addRow(tr("App:"), m_app, m_appButton);
+    m_startInRow = addRow(tr("Start In:"), m_startIn, m_startInButton);
+    m_delayRow = addRow(tr("Delay:"), m_delay);
 }
 
 void HotkeyAddDialog::connectFields()
@@ -169,14 +116,15 @@ void HotkeyAddDialog::connectFields()
         connect(box, &QComboBox::currentIndexChanged, this, &HotkeyAddDialog::check);
     for (QLineEdit *edit : {m_key3, m_app, m_startIn})
         connect(edit, &QLineEdit::textChanged, this, &HotkeyAddDialog::check);
-    connect(m_startInButton, &QToolButton::clicked, this, [this] { chooseFolder(m_startIn); });
+    connect(m_startInButton, &QToolButton::clicked, this,
+            [this] { chooseFolder(m_startIn, tr("Select folder ...")); });
     connect(m_appButton, &QToolButton::clicked, this, [this] {
         if (action() == ShortcutAction::OpenFolder)
-            chooseFolder(m_app);
+            chooseFolder(m_app, tr("Select folder ..."));
         else
             chooseProgram();
     });
-    connect(m_save, &QPushButton::clicked, this, [this] {
+    connect(saveButton(), &QPushButton::clicked, this, [this] {
         emit insertDataSignal(automation::commandText(command()));
         accept();
     });
@@ -190,21 +138,17 @@ ShortcutAction HotkeyAddDialog::action() const
 void HotkeyAddDialog::showAction()
 {
     const ShortcutAction chosen = action();
-    const auto show = [](const Field &field, bool shown) {
-        field.label->setVisible(shown);
-        field.row->setVisible(shown);
-    };
     const bool builtIn = chosen == ShortcutAction::OpenBuiltInApp;
     const bool other = chosen == ShortcutAction::OpenOtherApp;
     const bool website = chosen == ShortcutAction::OpenWebsite;
-    show(m_builtInField, builtIn);
-    show(m_appField, other || website || chosen == ShortcutAction::OpenFolder);
-    show(m_startInField, builtIn || other);
-    show(m_delayField, chosen == ShortcutAction::Restart || chosen == ShortcutAction::ShutDown);
-    m_appField.label->setText(website ? tr("URL:") : other ? tr("App:") : tr("Folder:"));
+    m_builtInRow.setVisible(builtIn);
+    m_appRow.setVisible(other || website || chosen == ShortcutAction::OpenFolder);
+    m_startInRow.setVisible(builtIn || other);
+    m_delayRow.setVisible(chosen == ShortcutAction::Restart || chosen == ShortcutAction::ShutDown);
+    m_appRow.label->setText(website ? tr("URL:") : other ? tr("App:") : tr("Folder:"));
     m_app->setAccessibleName(website ? tr("Address") : other ? tr("App") : tr("Folder"));
     m_appButton->setVisible(!website);
-    m_startInField.label->setText(builtIn ? tr("Working Dir:") : tr("Start In:"));
+    m_startInRow.label->setText(builtIn ? tr("Working Dir:") : tr("Start In:"));
 }
 
 void HotkeyAddDialog::check()
@@ -223,16 +167,9 @@ void HotkeyAddDialog::check()
         notice = tr("This is not the address of a website.");
     else if (notice.isEmpty() && automation::isKeyTaken(entered, false))
         notice = tr("Windows or another program uses this combination already.");
-    m_notice->setText(notice);
+    setNotice(notice);
     // Without a key the stored form means another shortcut; everything else is stored as it was typed.
-    m_save->setEnabled(!entered.key.isEmpty());
-}
-
-void HotkeyAddDialog::chooseFolder(QLineEdit *edit)
-{
-    const QString folder = platform::dialogs().chooseFolder(this, tr("Select folder ..."), edit->text());
-    if (!folder.isEmpty())
-        edit->setText(folder);
+    saveButton()->setEnabled(!entered.key.isEmpty());
 }
 
 void HotkeyAddDialog::chooseProgram()
@@ -276,7 +213,7 @@ ShortcutCommand HotkeyAddDialog::command() const
 void HotkeyAddDialog::edit(const ShortcutCommand &command)
 {
     setWindowTitle(tr("Edit Shortcut"));
-    m_headline->setText(tr("Edit a Shortcut Key"));
+    setHeadline(tr("Edit a Shortcut Key"));
     m_key1->setCurrentIndex(static_cast<int>(command.first));
     m_key2->setCurrentIndex(static_cast<int>(command.second));
     m_key3->setText(command.key);

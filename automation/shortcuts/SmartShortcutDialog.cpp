@@ -3,13 +3,8 @@
 
 #include "platform/Dialogs.h"
 #include "widgets/Controls.h"
-#include "widgets/Theme.h"
 
 #include <QComboBox>
-#include <QDialogButtonBox>
-#include <QFormLayout>
-#include <QHBoxLayout>
-#include <QLabel>
 #include <QLineEdit>
 #include <QPushButton>
 #include <QSpinBox>
@@ -24,24 +19,17 @@ constexpr int smallestWidth = 540;
 constexpr int maxPath = 259; // UTF-16 code units, what a shortcut can name
 constexpr int maxDescription = 259;
 
-template <class Widget>
-Widget *named(Widget *widget, const char *name, const QString &accessible)
-{
-    widget->setObjectName(QLatin1String(name));
-    widget->setAccessibleName(accessible);
-    return widget;
-}
-
 } // namespace
 
 SmartShortcutDialog::SmartShortcutDialog(const QList<ShortcutPlace> &places, QWidget *parent)
-    : QDialog(parent)
+    : FormDialog(smallestWidth, parent)
 {
     setWindowTitle(tr("Add Shortcut"));
     buildFields();
     for (const ShortcutPlace &place : places)
         m_place->addItem(place.title, place.folder);
-    buildLayout();
+    addRows();
+    addButtons();
     connectFields();
     check();
 }
@@ -72,60 +60,19 @@ void SmartShortcutDialog::buildFields()
     m_description = named(new QLineEdit(this), "descriptionLineEdit", tr("Comment"));
     m_description->setMaxLength(maxDescription);
     m_description->setPlaceholderText(tr("Shown when the mouse rests on the shortcut"));
-    m_notice = named(new QLabel(this), "noticeLabel", {});
-    m_notice->setWordWrap(true);
-    m_notice->setTextFormat(Qt::PlainText);
-    m_save = named(new QPushButton(tr("Save"), this), "saveButton", {});
 }
 
-void SmartShortcutDialog::addRow(QFormLayout *form, const QString &text, QWidget *field, QToolButton *button)
+void SmartShortcutDialog::addRows()
 {
-    auto *label = new QLabel(text, this);
-    label->setBuddy(field);
-    if (!button) {
-        form->addRow(label, field);
-        return;
-    }
-    auto *row = new QHBoxLayout;
-    row->setSpacing(theme::spaceTight);
-    row->addWidget(field, 1);
-    row->addWidget(button);
-    form->addRow(label, row);
-}
-
-void SmartShortcutDialog::buildLayout()
-{
-    auto *form = new QFormLayout;
-    form->setFieldGrowthPolicy(QFormLayout::ExpandingFieldsGrow);
-    form->setHorizontalSpacing(theme::spaceWide);
-    addRow(form, tr("Program:"), m_program, m_programButton);
-    addRow(form, tr("Arguments:"), m_arguments);
-    addRow(form, tr("Start in:"), m_startIn, m_startInButton);
-    addRow(form, tr("Priority:"), m_priority);
-    addRow(form, tr("Window:"), m_window);
-    addRow(form, tr("Processors:"), m_processors);
-    addRow(form, tr("Name:"), m_name);
-    addRow(form, tr("Place:"), m_place);
-    addRow(form, tr("Comment:"), m_description);
-
-    auto *cancel = named(new QPushButton(tr("Cancel"), this), "cancelButton", {});
-    connect(cancel, &QPushButton::clicked, this, &QDialog::reject);
-    m_save->setDefault(true);
-    theme::makePrimary(m_save);
-    auto *buttons = new QDialogButtonBox(this);
-    buttons->addButton(m_save, QDialogButtonBox::AcceptRole);
-    buttons->addButton(cancel, QDialogButtonBox::RejectRole);
-
-    auto *layout = new QVBoxLayout(this);
-    layout->setSpacing(theme::space);
-    layout->addLayout(form);
-    layout->addWidget(m_notice);
-    layout->addStretch();
-    layout->addWidget(buttons);
-    // Two lines of it must not make the dialog jump.
-    m_notice->setMinimumHeight(2 * m_notice->fontMetrics().lineSpacing());
-    m_notice->setAlignment(Qt::AlignTop);
-    setMinimumWidth(smallestWidth);
+    addRow(tr("Program:"), m_program, m_programButton);
+    addRow(tr("Arguments:"), m_arguments);
+    addRow(tr("Start in:"), m_startIn, m_startInButton);
+    addRow(tr("Priority:"), m_priority);
+    addRow(tr("Window:"), m_window);
+    addRow(tr("Processors:"), m_processors);
+    addRow(tr("Name:"), m_name);
+    addRow(tr("Place:"), m_place);
+    addRow(tr("Comment:"), m_description);
 }
 
 void SmartShortcutDialog::connectFields()
@@ -143,14 +90,10 @@ void SmartShortcutDialog::connectFields()
             propose(m_program->text());
     });
     connect(m_programButton, &QToolButton::clicked, this, &SmartShortcutDialog::chooseProgram);
-    connect(m_startInButton, &QToolButton::clicked, this, [this] {
-        const QString folder =
-            platform::dialogs().chooseFolder(this, tr("Choose a folder"), m_startIn->text());
-        if (!folder.isEmpty())
-            m_startIn->setText(folder);
-    });
-    connect(m_save, &QPushButton::clicked, this, [this] {
-        m_save->setEnabled(false); // until it is stored, or refused
+    connect(m_startInButton, &QToolButton::clicked, this,
+            [this] { chooseFolder(m_startIn, tr("Choose a folder")); });
+    connect(saveButton(), &QPushButton::clicked, this, [this] {
+        saveButton()->setEnabled(false); // until it is stored, or refused
         emit saveRequested();
     });
 }
@@ -254,14 +197,14 @@ void SmartShortcutDialog::check()
         problem = tr("These arguments are too long, or hold a character that no shortcut can hold.");
     else
         problem = nameProblem(wanted.name);
-    m_save->setEnabled(problem.isEmpty());
+    saveButton()->setEnabled(problem.isEmpty());
     if (problem.isEmpty() && wanted.start.priority == Priority::High)
         problem = tr("A program at high priority that is busy all the time can slow down everything else.");
-    m_notice->setText(problem);
+    setNotice(problem);
 }
 
 void SmartShortcutDialog::refuse(const QString &problem)
 {
     check();
-    m_notice->setText(problem);
+    setNotice(problem);
 }

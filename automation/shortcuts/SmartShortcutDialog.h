@@ -1,22 +1,18 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
+#include "automation/FormDialog.h"
 #include "automation/shortcuts/ShortcutFiles.h"
 #include "core/LatestAnswer.h"
 
-#include <QDialog>
-
 class QComboBox;
-class QFormLayout;
-class QLabel;
 class QLineEdit;
-class QPushButton;
 class QSpinBox;
 class QToolButton;
 
 // Makes a smart shortcut, or changes the one that it is given. Stays open until its owner has stored what was
 // asked for.
-class SmartShortcutDialog : public QDialog
+class SmartShortcutDialog : public FormDialog
 {
     Q_OBJECT
 
@@ -41,9 +37,8 @@ signals:
 
 private:
     void buildFields();
-    void buildLayout();
+    void addRows();
     void connectFields();
-    void addRow(QFormLayout *form, const QString &text, QWidget *field, QToolButton *button = nullptr);
     void take(const automation::ShortcutWish &wish);
     void proposeName();
     void chooseProgram();
@@ -61,8 +56,6 @@ private:
     QLineEdit *m_name;
     QComboBox *m_place;
     QLineEdit *m_description;
-    QLabel *m_notice;
-    QPushButton *m_save;
     bool m_editing = false;
     QString m_programText;  // what the program says of itself
     QString m_proposedName; // the user has typed another one, or not
