@@ -67,8 +67,8 @@ QDateTime nextChange(const WallpaperSettings &settings, const QDateTime &now)
     return today > now ? today : localMoment(now.date().addDays(1), *settings.daily, now);
 }
 
-// What changed settings mean for what was done.
-void Wallpaper::follow(const Event &event, const WallpaperSettings &settings)
+// What changed settings mean for what was done, and for what runs.
+void Wallpaper::follow(const Event &event, const WallpaperSettings &settings, WallpaperDecision &decision)
 {
     const auto before = std::exchange(m_settings, settings);
     if (!before || !before->enabled || *before == settings)
@@ -77,6 +77,8 @@ void Wallpaper::follow(const Event &event, const WallpaperSettings &settings)
                               before->perMonitor != settings.perMonitor ||
                               (settings.source == PictureSource::Own && before->ownCount == 0);
     if (otherPicture) {
+        decision.endProcess = isRunning(); // it fetches what is not wanted any more
+        m_startedAt = -1;
         m_handled = m_tried = {};
         m_failures = 0;
         m_problem.clear();
@@ -90,10 +92,10 @@ WallpaperDecision Wallpaper::take(const Event &event, const WallpaperSettings &s
                                   const WallpaperScene &scene)
 {
     WallpaperDecision decision;
-    follow(event, settings);
+    follow(event, settings, decision);
     if (!settings.enabled) {
         decision.restore = true;
-        decision.endProcess = isRunning();
+        decision.endProcess = decision.endProcess || isRunning();
         m_handled = m_tried = {};
         m_startedAt = m_retryAt = -1;
         m_failures = 0;

@@ -71,7 +71,7 @@ public:
     bool isRunning() const { return m_startedAt >= 0; }
 
 private:
-    void follow(const Event &event, const WallpaperSettings &settings);
+    void follow(const Event &event, const WallpaperSettings &settings, WallpaperDecision &decision);
     void consider(const Event &event, const WallpaperScene &scene, WallpaperDecision &decision);
     void start(const Event &event, PictureStep step, bool automatic, const QString &why,
                WallpaperDecision &decision);

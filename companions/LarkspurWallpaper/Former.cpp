@@ -34,6 +34,14 @@ QString usable(const QJsonObject &entry)
     return (ofWindows || !QFileInfo(path).isFile()) && !copy.isEmpty() ? copy : path;
 }
 
+QStringList filesOf(const QJsonObject &pictures)
+{
+    QStringList files;
+    for (const QJsonValue &entry : pictures)
+        files += {entry[pathName].toString(), entry[copyName].toString()};
+    return files;
+}
+
 } // namespace
 
 QStringList Former::monitors() const
@@ -46,11 +54,14 @@ bool Former::note()
 {
     QJsonObject note = QJsonDocument::fromJson(m_folder.read(file)).object();
     QJsonObject pictures = note.value(picturesName).toObject();
-    bool changed = false;
+    const QStringList formerFiles = filesOf(pictures);
+    bool changed = false, showsOurs = false;
     for (const QString &monitor : monitors()) {
         const QString path = m_desktop.picture(monitor);
-        if (m_folder.holds(path))
+        if (m_folder.holds(path)) {
+            showsOurs = true;
             continue;
+        }
         pictures.insert(
             monitor,
             QJsonObject{{pathName, path}, {copyName, path.isEmpty() ? QString() : m_folder.preserve(path)}});
@@ -59,9 +70,19 @@ bool Former::note()
     if (!changed)
         return true;
     note.insert(picturesName, pictures);
-    note.insert(positionName, m_desktop.position());
-    note.insert(slideshowName, m_desktop.slideshowFolder());
-    return m_folder.write(file, QJsonDocument(note).toJson());
+    // Of all monitors. Beside a picture of ours they are ours as well, say when a monitor was added.
+    if (!showsOurs || !note.contains(positionName)) {
+        note.insert(positionName, m_desktop.position());
+        note.insert(slideshowName, m_desktop.slideshowFolder());
+    }
+    if (!m_folder.write(file, QJsonDocument(note).toJson()))
+        return false;
+    const QStringList needed = filesOf(pictures);
+    for (const QString &before : formerFiles) {
+        if (!needed.contains(before, Qt::CaseInsensitive))
+            m_folder.removePreserved(before);
+    }
+    return true;
 }
 
 QString Former::restore(bool &done)

@@ -158,6 +158,13 @@ QString PictureFolder::preserve(const QString &file) const
     return write(name, bytes) ? pathOf(name) : QString();
 }
 
+void PictureFolder::removePreserved(const QString &file) const
+{
+    const QString name = file.mid(file.lastIndexOf(u'\\') + 1);
+    if (name.startsWith(QLatin1StringView("former-")) && pathOf(name).compare(file, Qt::CaseInsensitive) == 0)
+        remove(name);
+}
+
 void PictureFolder::tidy(const QList<ShownPicture> &onDesktop)
 {
     QStringList kept;

@@ -43,6 +43,8 @@ public:
     // A copy of any picture file under a name of its own, for a wallpaper that is to come back. Empty when it
     // cannot be read.
     QString preserve(const QString &file) const;
+    // Removes such a copy, and no other file.
+    void removePreserved(const QString &file) const;
 
 private:
     QString pathOf(QStringView name) const;

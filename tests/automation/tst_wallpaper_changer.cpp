@@ -168,6 +168,7 @@ private slots:
     void eachMonitor();
     void windowsRefuses();
     void putsBack();
+    void putsBackAfterAnotherMonitor();
     void thirtyPicturesLater();
 
 private:
@@ -389,6 +390,32 @@ void WallpaperChangerTest::putsBack()
     QCOMPARE(run({}).result, Result::Changed);
     run({.restore = true});
     QCOMPARE(m_desktop.picture({}), u"D:\\chosen.jpg"_s);
+}
+
+// The slide show and the position are those of the time before, whatever a monitor that is added shows.
+void WallpaperChangerTest::putsBackAfterAnotherMonitor()
+{
+    const QString former = m_desktop.picture({});
+    m_desktop.names = {u"left"_s};
+    m_desktop.pictures = {{u"left"_s, former}};
+    m_desktop.slideshow = u"D:\\show"_s;
+    list({u"/a"_s, u"/b"_s});
+    m_server->put(u"/a"_s, picture("PNG"));
+    m_server->put(u"/b"_s, picture("PNG", {801, 600}));
+    QCOMPARE(run({}).result, Result::Changed);
+    m_desktop.slideshow.clear();
+    m_desktop.names.append(u"right"_s);
+    const auto copies = [this] { return QDir(m_store->path()).entryList({u"former-*"_s}).size(); };
+    for (const int side : {70, 71}) {
+        m_desktop.pictures[u"right"_s] =
+            m_folder->makeFile(u"%1.png"_s.arg(side), picture("PNG", {side, 70}));
+        QCOMPARE(run({.step = PictureStep::Next}).result, Result::Changed);
+        QCOMPARE(copies(), 2); // those of what is not on the desktop any more have gone
+    }
+    QCOMPARE(run({.restore = true}).result, Result::Restored);
+    QCOMPARE(m_desktop.pictures[u"left"_s], former);
+    QCOMPARE(m_desktop.place, 1);
+    QCOMPARE(m_desktop.slideshow, u"D:\\show"_s);
 }
 
 void WallpaperChangerTest::thirtyPicturesLater()

@@ -213,6 +213,11 @@ void WallpaperTest::replay_data()
         << QStringList{u"10 12:00 Changed: \"newest\", you chose so"_s,
                        u"10 13:00 Changed: \"newest\", you chose so"_s,
                        u"11 09:00 Changed: \"newest\", your hour 09:00"_s};
+    QTest::newRow("another source while the one before is asked")
+        << daily << 3
+        << QStringList{u"10 12:00 hang"_s, u"10 12:01 on"_s, u"10 12:02 online"_s, u"10 12:02 nasa"_s,
+                       u"10 13:00 sleep"_s}
+        << QStringList{u"10 12:02 process ended"_s, u"10 12:02 Changed: \"newest\", you chose so"_s};
     WallpaperSettings patient = daily;
     patient.waitsRemote = true;
     QTest::newRow("used from another PC")
