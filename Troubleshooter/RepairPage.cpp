@@ -139,8 +139,9 @@ void RepairPage::check()
     m_jobs.run(
         options(tr("a check")),
         [repair = m_repair](const core::JobControl &job) { return repair->check(job.cancel); },
-        [this](auto &job) {
+        [this, before = m_status->text()](auto &job) {
             const auto found = job.takeResult();
+            m_status->setText(before);
             if (found && !job.stopRequested())
                 showCheck(*found);
             else if (!job.error().isEmpty())

@@ -10,6 +10,7 @@
 
 #include <QCheckBox>
 #include <QFile>
+#include <QLabel>
 #include <QPushButton>
 #include <QTabWidget>
 #include <QTest>
@@ -40,7 +41,12 @@ void TroubleshooterTest::doesOnlyWhatIsChosen()
     auto *page = form.findChild<QWidget *>(u"internetPage"_s);
     auto *apply = page->findChild<QPushButton *>(u"applyButton"_s);
     QVERIFY(!apply->isVisible());
-    page->findChild<QPushButton *>(u"checkButton"_s)->click();
+    auto *check = page->findChild<QPushButton *>(u"checkButton"_s);
+    check->click();
+    page->findChild<QPushButton *>(u"cancelButton"_s)->click();
+    QTRY_VERIFY(check->isEnabled());
+    QCOMPARE(page->findChild<QLabel *>(u"statusLabel"_s)->text(), u"Not checked yet."_s);
+    check->click();
     QTRY_VERIFY(apply->isVisible());
     QVERIFY(page->findChild<NoticeBar *>()->text().contains(u"2 problems"_s));
     for (const QCheckBox *box : page->findChildren<QCheckBox *>())
