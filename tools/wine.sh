@@ -153,6 +153,7 @@ start_sessions() {
   for number in $(seq "$sessions"); do
     start_display
     use_prefix "test$number" "$@"
+    wineserver -k >/dev/null 2>&1 && wineserver -w || true # of a run that was interrupted
     wineserver -p
     # The first process starts Wine's services, which keep its output open: CTest would wait for them until the timeout.
     wine cmd /c exit >/dev/null 2>&1

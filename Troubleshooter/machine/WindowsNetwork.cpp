@@ -3,6 +3,7 @@
 
 #include "platform/Com.h"
 #include "platform/DetachedThread.h"
+#include "platform/NetworkAdapters.h"
 #include "platform/Text.h"
 
 #include <QElapsedTimer>
@@ -14,14 +15,12 @@
 
 #include <initguid.h> // defines the class of the network list, which no import library has
 
-#include <iphlpapi.h>
 #include <netlistmgr.h>
 #include <windns.h>
 #include <winhttp.h>
 
 #include <memory>
 #include <mutex>
-#include <vector>
 
 namespace repair
 {
@@ -68,41 +67,6 @@ std::optional<Answer> within(int milliseconds, const core::CancelFlag &cancel, s
             return shared->answer;
     }
     return std::nullopt;
-}
-
-QString addressText(const SOCKET_ADDRESS &address)
-{
-    char text[INET6_ADDRSTRLEN] = {};
-    const auto *any = address.lpSockaddr;
-    const void *bytes = nullptr;
-    if (any->sa_family == AF_INET)
-        bytes = &reinterpret_cast<const sockaddr_in *>(any)->sin_addr;
-    else if (any->sa_family == AF_INET6)
-        bytes = &reinterpret_cast<const sockaddr_in6 *>(any)->sin6_addr;
-    return bytes && inet_ntop(any->sa_family, bytes, text, sizeof text) ? QString::fromLatin1(text)
-                                                                        : QString();
-}
-
-template <class Node>
-QStringList addressesOf(const Node *first)
-{
-    QStringList texts;
-    for (const Node *node = first; node; node = node->Next)
-        texts.append(addressText(node->Address));
-    texts.removeAll(QString());
-    return texts;
-}
-
-Adapter adapterOf(const IP_ADAPTER_ADDRESSES &found)
-{
-    Adapter adapter;
-    adapter.name = platform::fromWide(found.FriendlyName);
-    adapter.up = found.OperStatus == IfOperStatusUp;
-    adapter.automatic = (found.Flags & IP_ADAPTER_DHCP_ENABLED) != 0;
-    adapter.addresses = addressesOf(found.FirstUnicastAddress);
-    adapter.gateways = addressesOf(found.FirstGatewayAddress);
-    adapter.nameServers = addressesOf(found.FirstDnsServerAddress);
-    return adapter;
 }
 
 // Whether one of the connected networks shows a page of its own instead of the one that was asked for.
@@ -153,24 +117,14 @@ bool connectTo(const QString &host, quint16 port)
 
 std::optional<QList<Adapter>> WindowsNetwork::adapters()
 {
-    constexpr ULONG flags = GAA_FLAG_SKIP_ANYCAST | GAA_FLAG_SKIP_MULTICAST | GAA_FLAG_INCLUDE_GATEWAYS;
-    ULONG size = 16 * 1024; // what Microsoft advises to begin with
-    std::vector<BYTE> buffer;
-    ULONG result = ERROR_BUFFER_OVERFLOW;
-    for (int attempt = 0; attempt < 4 && result == ERROR_BUFFER_OVERFLOW; ++attempt) {
-        buffer.resize(size);
-        result = GetAdaptersAddresses(AF_UNSPEC, flags, nullptr,
-                                      reinterpret_cast<IP_ADAPTER_ADDRESSES *>(buffer.data()), &size);
-    }
-    QList<Adapter> adapters;
-    if (result == ERROR_NO_DATA)
-        return adapters;
-    if (result != ERROR_SUCCESS)
+    const auto found = platform::networkAdapters();
+    if (!found)
         return std::nullopt;
-    for (const auto *found = reinterpret_cast<const IP_ADAPTER_ADDRESSES *>(buffer.data()); found;
-         found = found->Next) {
-        if (found->IfType != IF_TYPE_SOFTWARE_LOOPBACK && found->IfType != IF_TYPE_TUNNEL)
-            adapters.append(adapterOf(*found));
+    QList<Adapter> adapters;
+    for (const platform::NetworkAdapter &each : *found) {
+        if (!each.isTunnel)
+            adapters.append({each.name, each.isConnected, each.getsAddress, each.addresses, each.gateways,
+                             each.nameServers});
     }
     return adapters;
 }
