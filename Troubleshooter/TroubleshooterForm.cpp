@@ -8,6 +8,7 @@
 #include "Troubleshooter/machine/WindowsExplorer.h"
 #include "Troubleshooter/machine/WindowsNetwork.h"
 #include "Troubleshooter/machine/WindowsTools.h"
+#include "platform/DetachedThread.h"
 #include "platform/KnownFolders.h"
 #include "widgets/FLTabWidget.h"
 #include "widgets/PageHeader.h"
@@ -42,6 +43,16 @@ std::shared_ptr<Repair> make(const Parts &...parts)
 }
 
 } // namespace
+
+void TroubleshooterForm::finishInterruptedRepair()
+{
+    if (!WindowsExplorer().isAwaited())
+        return;
+    platform::runDetached([] {
+        WindowsExplorer explorer;
+        repair::finishInterruptedRepair(explorer);
+    });
+}
 
 TroubleshooterForm::TroubleshooterForm(QWidget *parent) : TroubleshooterForm(windowsWorld(), parent) {}
 

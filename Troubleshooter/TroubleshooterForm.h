@@ -23,4 +23,8 @@ class TroubleshooterForm : public FLWidget
 public:
     explicit TroubleshooterForm(QWidget *parent = nullptr);
     TroubleshooterForm(const RepairWorld &world, QWidget *parent);
+
+    // At the start of the application, of which only one runs: when it was ended in the middle of a repair,
+    // the desktop comes back. Does not wait.
+    static void finishInterruptedRepair();
 };

@@ -43,6 +43,8 @@ struct Module {
     const char *executable = nullptr; // "\Taskwick.exe"
     const char *displayName = nullptr;
 
+    void (*atStart)() = nullptr; // once the window is shown, with no page made; must not wait
+
     // Opening from the home page.
     const char *homeLog = nullptr; // a line for the log
 

@@ -18,6 +18,7 @@ inline constexpr QStringView convertImage = u"Software\\Fernlight Larkspur\\Conv
 inline constexpr QStringView extractIcon = u"Software\\Fernlight Larkspur\\ExtractIcon";
 inline constexpr QStringView qrCodeGen = u"Software\\Fernlight Larkspur\\QRCodeGen";
 inline constexpr QStringView trackCleaner = u"Software\\Fernlight Larkspur\\TrackCleaner";
+inline constexpr QStringView troubleshooter = u"Software\\Fernlight Larkspur\\Troubleshooter";
 inline constexpr QStringView smartShortcut = u"Software\\Fernlight Larkspur\\SmartShortcut";
 
 // The folder-size family keeps the paths of the time before the suite.

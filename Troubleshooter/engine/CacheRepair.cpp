@@ -29,11 +29,11 @@ quint64 bytesOf(const QList<CacheFile> &files)
     return bytes;
 }
 
-// Starts Explorer again on every way out.
+// Starts Explorer again on every way out; where this process is ended meanwhile, the next one knows of it.
 class ExplorerPause
 {
 public:
-    explicit ExplorerPause(Explorer &explorer) : m_explorer(explorer) {}
+    explicit ExplorerPause(Explorer &explorer) : m_explorer(explorer) { m_explorer.setAwaited(true); }
     ExplorerPause(const ExplorerPause &) = delete;
     ExplorerPause &operator=(const ExplorerPause &) = delete;
     ~ExplorerPause() { end(); }
@@ -44,6 +44,8 @@ public:
         constexpr int attempts = 2;
         for (int attempt = 0; attempt < attempts && !m_runs; ++attempt)
             m_runs = m_explorer.start();
+        if (m_runs)
+            m_explorer.setAwaited(false);
         return m_runs;
     }
 
@@ -155,6 +157,12 @@ Outcome CacheRepair::apply(const Step &step, const core::CancelFlag &cancel)
                       "type explorer.");
     }
     return outcome;
+}
+
+void finishInterruptedRepair(Explorer &explorer)
+{
+    if (explorer.isAwaited() && (explorer.isDesktopShown() || explorer.start()))
+        explorer.setAwaited(false);
 }
 
 } // namespace repair

@@ -30,4 +30,8 @@ private:
     Explorer &m_explorer;
 };
 
+// Starts Explorer, where a repair has ended it and was itself ended before it could start it again. Not while
+// a repair goes on. May wait for seconds.
+void finishInterruptedRepair(Explorer &explorer);
+
 } // namespace repair

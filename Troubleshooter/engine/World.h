@@ -122,6 +122,11 @@ public:
     virtual bool end(const core::CancelFlag &cancel) = 0;
     // Starts it, where it does not run, and waits for its taskbar.
     virtual bool start() = 0;
+    // Some program shows the desktop: this one, or another shell.
+    virtual bool isDesktopShown() = 0;
+    // That a repair has ended it, and that it has not been seen to run since. Outlives this process.
+    virtual bool isAwaited() = 0;
+    virtual void setAwaited(bool awaited) = 0;
 };
 
 struct StoreService {

@@ -9,6 +9,8 @@
 #include "platform/RegistryReader.h"
 #include "platform/Text.h"
 #include "platform/Win32Enumerator.h"
+#include "settings/Keys.h"
+#include "settings/Values.h"
 
 #include <QDeadlineTimer>
 #include <QProcess>
@@ -27,6 +29,8 @@ namespace
 
 constexpr int longestWait = 15'000; // ms, for Explorer to end or to come
 constexpr int poll = 200;
+
+constexpr settings::Flag ended{settings::keys::troubleshooter, u"ExplorerEnded"};
 
 struct RestartSessionTraits {
     using Raw = DWORD;
@@ -113,6 +117,24 @@ bool WindowsExplorer::start()
     if (!runs())
         QProcess::startDetached(explorerPath(), {});
     return await([this] { return runs(); });
+}
+
+bool WindowsExplorer::isDesktopShown()
+{
+    return GetShellWindow() != nullptr;
+}
+
+bool WindowsExplorer::isAwaited()
+{
+    return ended.read();
+}
+
+void WindowsExplorer::setAwaited(bool awaited)
+{
+    if (!awaited)
+        settings::deleteValue(ended.key, ended.name);
+    else if (!ended.write(true))
+        qDebug("Windows did not keep that Explorer is to start again");
 }
 
 WindowsCaches::WindowsCaches(QString localData) : m_localData(std::move(localData)) {}

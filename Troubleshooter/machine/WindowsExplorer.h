@@ -14,6 +14,9 @@ public:
     bool isCopying() override;
     bool end(const core::CancelFlag &cancel) override;
     bool start() override;
+    bool isDesktopShown() override;
+    bool isAwaited() override;
+    void setAwaited(bool awaited) override;
 };
 
 // Below the folder where Windows keeps the user's local data.

@@ -84,7 +84,7 @@ public:
     bool isCopying() override { return copying; }
     bool end(const core::CancelFlag &) override
     {
-        calls.append(QStringLiteral("end"));
+        calls.append(awaited ? QStringLiteral("end") : QStringLiteral("end, and nobody knows"));
         running = running && !ends;
         return ends;
     }
@@ -94,12 +94,17 @@ public:
         running = starts;
         return running;
     }
+    bool isDesktopShown() override { return running || otherShell; }
+    bool isAwaited() override { return awaited; }
+    void setAwaited(bool is) override { awaited = is; }
 
     bool running = true;
     int windows = 0;
     bool copying = false;
     bool ends = true;
     bool starts = true;
+    bool otherShell = false;
+    bool awaited = false;
     QStringList calls;
 };
 

@@ -52,6 +52,8 @@ private slots:
     void onlyWhatWasShownAndChosen();
     void explorerComesBack_data();
     void explorerComesBack();
+    void interruptedRepair_data();
+    void interruptedRepair();
     void store();
 };
 
@@ -206,6 +208,39 @@ void RepairsTest::explorerComesBack()
     QTEST(report.allDone(), "done");
     QTEST(explorer.calls, "calls");
     QCOMPARE(caches.erased.size(), erased);
+    QCOMPARE(explorer.awaited, !explorer.starts);
+}
+
+void RepairsTest::interruptedRepair_data()
+{
+    QTest::addColumn<std::function<void(tests::FakeExplorer &)>>("change");
+    QTest::addColumn<QStringList>("calls");
+    QTest::addColumn<bool>("stillAwaited");
+    const auto row = [](const char *name, std::function<void(tests::FakeExplorer &)> change,
+                        const QStringList &calls,
+                        bool stillAwaited) { QTest::newRow(name) << change << calls << stillAwaited; };
+    row(
+        "no desktop", [](auto &) {}, {u"start"_s}, false);
+    row(
+        "does not start", [](auto &explorer) { explorer.starts = false; }, {u"start"_s}, true);
+    row(
+        "Windows was quicker", [](auto &explorer) { explorer.running = true; }, {}, false);
+    row(
+        "another shell by now", [](auto &explorer) { explorer.otherShell = true; }, {}, false);
+    row(
+        "no repair", [](auto &explorer) { explorer.awaited = false; }, {}, false);
+}
+
+void RepairsTest::interruptedRepair()
+{
+    QFETCH(const std::function<void(tests::FakeExplorer &)>, change);
+    tests::FakeExplorer explorer;
+    explorer.running = false;
+    explorer.awaited = true;
+    change(explorer);
+    finishInterruptedRepair(explorer);
+    QTEST(explorer.calls, "calls");
+    QTEST(explorer.awaited, "stillAwaited");
 }
 
 void RepairsTest::store()
