@@ -61,6 +61,8 @@ AutoWallpaperChangerForm::AutoWallpaperChangerForm(QWidget *parent)
         apply();
     });
     connect(m_own, &OwnPicturesView::changed, this, &AutoWallpaperChangerForm::storeOwn);
+    connect(m_own, &OwnPicturesView::leftOut, this,
+            [this](const QString &text) { notice()->showNotice(NoticeBar::Kind::Info, text); });
 }
 
 void AutoWallpaperChangerForm::addShown()

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "automation/OwnPicturesView.h"
 
+#include "automation/DroppedPictures.h"
 #include "automation/engine/WallpaperJob.h"
 #include "imaging/DecoderPool.h"
 #include "platform/Dialogs.h"
@@ -17,6 +18,7 @@
 #include <QImageReader>
 #include <QMimeData>
 #include <QPushButton>
+#include <QSet>
 #include <QVBoxLayout>
 
 using automation::maxOwnPictures;
@@ -41,12 +43,12 @@ QStringList localFiles(const QMimeData *data)
     return files;
 }
 
-QString pictureFilter()
+QStringList pictureSuffixes()
 {
-    QStringList patterns;
+    QStringList suffixes;
     for (const QByteArray &format : QImageReader::supportedImageFormats())
-        patterns.append(QStringLiteral("*.") + QString::fromLatin1(format));
-    return patterns.join(u' ');
+        suffixes.append(QString::fromLatin1(format));
+    return suffixes;
 }
 
 // Cut to the shape of a row, so that pictures of all shapes stand in one column.
@@ -73,7 +75,7 @@ public:
 
 } // namespace
 
-// Files can be dropped on it.
+// Files and folders can be dropped on it.
 class OwnPicturesView::List : public FLTreeWidget
 {
 public:
@@ -94,7 +96,7 @@ protected:
     void dropEvent(QDropEvent *event) override
     {
         event->acceptProposedAction();
-        m_view->add(localFiles(event->mimeData()));
+        m_view->drop(localFiles(event->mimeData()));
     }
 
 private:
@@ -174,28 +176,73 @@ void OwnPicturesView::append(const QString &file)
     item->setToolTip(1, file);
 }
 
-void OwnPicturesView::add(const QStringList &added)
+// Returns how many had no place.
+qsizetype OwnPicturesView::addTo(const QStringList &added)
 {
     const QStringList before = files();
     QSet<QString> known(before.begin(), before.end());
+    qsizetype homeless = 0;
     for (const QString &file : added) {
-        if (known.size() < maxOwnPictures && !known.contains(file)) {
-            known.insert(file);
+        if (known.contains(file))
+            continue;
+        known.insert(file);
+        if (m_list->topLevelItemCount() < maxOwnPictures)
             append(file);
-        }
+        else
+            ++homeless;
     }
-    if (m_list->topLevelItemCount() == before.size())
-        return;
-    look();
-    showButtons();
-    emit changed();
+    if (m_list->topLevelItemCount() > before.size()) {
+        look();
+        showButtons();
+        emit changed();
+    }
+    return homeless;
+}
+
+void OwnPicturesView::add(const QStringList &files)
+{
+    take({.files = files});
+}
+
+void OwnPicturesView::drop(const QStringList &paths)
+{
+    m_dropped += paths; // a question replaces the one before it
+    m_listings.ask(
+        [paths = m_dropped](const core::Asking &asking) {
+            const QStringList suffixes = pictureSuffixes();
+            return automation::droppedPictures(paths, {suffixes.begin(), suffixes.end()}, asking.cancel());
+        },
+        [this](const automation::DroppedPictures &dropped) {
+            m_dropped.clear();
+            take(dropped);
+        });
+}
+
+void OwnPicturesView::take(const automation::DroppedPictures &dropped)
+{
+    const qsizetype homeless = addTo(dropped.files);
+    QStringList told;
+    if (homeless > 0)
+        told.append((homeless == 1 ? tr("1 picture was left out: the list holds %1.")
+                                   : tr("%2 pictures were left out: the list holds %1."))
+                        .arg(maxOwnPictures)
+                        .arg(homeless));
+    if (!dropped.isWhole)
+        told.append(tr("Of a large folder, only %1 files were looked at.").arg(automation::maxFolderEntries));
+    if (dropped.emptyFolders.size() == 1)
+        told.append(tr("No picture was found in %1.").arg(dropped.emptyFolders.first()));
+    else if (dropped.emptyFolders.size() > 1)
+        told.append(tr("No picture was found in %1 of the folders.").arg(dropped.emptyFolders.size()));
+    if (!told.isEmpty())
+        emit leftOut(told.join(u' '));
 }
 
 void OwnPicturesView::choose()
 {
     QStringList files = platform::dialogs().chooseFilesToOpen(
         this, tr("Add pictures"), platform::knownFolder(platform::KnownFolder::Pictures),
-        tr("Pictures (%1);;All files (*)").arg(pictureFilter()));
+        tr("Pictures (%1);;All files (*)")
+            .arg(QStringLiteral("*.") + pictureSuffixes().join(QStringLiteral(" *."))));
     add(files);
 }
 
@@ -235,30 +282,28 @@ void OwnPicturesView::showButtons()
     m_down->setEnabled(row >= 0 && row + 1 < m_list->topLevelItemCount());
 }
 
-// Returns the files that nobody has looked at yet.
-QStringList OwnPicturesView::showThumbnails()
+// Whether somebody has looked at its file yet.
+bool OwnPicturesView::showThumbnail(QTreeWidgetItem *item)
 {
-    QStringList unknown;
-    for (int row = 0; row < m_list->topLevelItemCount(); ++row) {
-        QTreeWidgetItem *item = m_list->topLevelItem(row);
-        const QString file = item->data(0, pathRole).toString();
-        const auto known = m_thumbnails.constFind(file);
-        if (known == m_thumbnails.constEnd()) {
-            unknown.append(file);
-            continue;
-        }
-        if (!known->isNull())
-            item->setIcon(0, QIcon(*known));
-        else
-            item->setText(1, tr("Is not there, or is no picture"));
-    }
-    return unknown;
+    const auto known = m_thumbnails.constFind(item->data(0, pathRole).toString());
+    if (known == m_thumbnails.constEnd())
+        return false;
+    if (!known->isNull())
+        item->setIcon(0, QIcon(*known));
+    else
+        item->setText(1, tr("Is not there, or is no picture"));
+    return true;
 }
 
 // Makes the thumbnails that are missing.
 void OwnPicturesView::look()
 {
-    const QStringList unknown = showThumbnails();
+    QStringList unknown;
+    for (int row = 0; row < m_list->topLevelItemCount(); ++row) {
+        QTreeWidgetItem *item = m_list->topLevelItem(row);
+        if (!showThumbnail(item))
+            unknown.append(item->data(0, pathRole).toString());
+    }
     if (unknown.isEmpty())
         return;
     m_looks.ask(
@@ -270,7 +315,9 @@ void OwnPicturesView::look()
                 const QImage image = examined ? rowShaped(examined->thumbnail) : QImage();
                 asking.tell([this, file, image] {
                     m_thumbnails.insert(file, QPixmap::fromImage(image));
-                    showThumbnails();
+                    const qsizetype row = files().indexOf(file);
+                    if (row >= 0)
+                        showThumbnail(m_list->topLevelItem(static_cast<int>(row)));
                 });
             }
             decoders->rest();

@@ -11,6 +11,10 @@
 
 class QPushButton;
 
+namespace automation
+{
+struct DroppedPictures;
+}
 namespace imaging
 {
 class DecoderPool;
@@ -29,21 +33,27 @@ public:
 
     QStringList files() const;
     void setFiles(const QStringList &files);
-    // Those that are in the list already, or above its limit, are passed over.
+    // Those that are in the list already are passed over, and those that it has no place for are left out.
     void add(const QStringList &files);
+    // Files, and folders of which the pictures are added. They come when the disk has answered.
+    void drop(const QStringList &paths);
 
 signals:
     void changed();
+    // What was left out, and why: a sentence for the user.
+    void leftOut(const QString &text);
 
 private:
     class List;
 
     void append(const QString &file);
+    qsizetype addTo(const QStringList &files);
+    void take(const automation::DroppedPictures &dropped);
     void choose();
     void removeSelected();
     void move(int by);
     void showButtons();
-    QStringList showThumbnails();
+    bool showThumbnail(QTreeWidgetItem *item);
     void look();
 
     List *m_list;
@@ -52,5 +62,7 @@ private:
     QPushButton *m_down;
     std::shared_ptr<imaging::DecoderPool> m_decoders;
     QHash<QString, QPixmap> m_thumbnails; // null for what cannot be used
+    QStringList m_dropped;                // not listed yet
+    core::LatestAnswer m_listings;
     core::LatestAnswer m_looks;
 };

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "automation/AutoDarkModeForm.h"
 #include "automation/AutoWallpaperChangerForm.h"
+#include "automation/DroppedPictures.h"
+#include "automation/OwnPicturesView.h"
 #include "automation/StayAwakeForm.h"
 #include "automation/TransparentTaskbarModuleForm.h"
 #include "automation/engine/AgentLog.h"
@@ -21,8 +23,11 @@
 
 #include <QCheckBox>
 #include <QComboBox>
+#include <QDragEnterEvent>
+#include <QDropEvent>
 #include <QLabel>
 #include <QLineEdit>
+#include <QMimeData>
 #include <QPushButton>
 #include <QRadioButton>
 #include <QSlider>
@@ -46,6 +51,7 @@ private slots:
     void tellsOfTheSun();
     void damagedSettings();
     void ownPictures();
+    void droppedFolders();
     void showsThePicture();
 };
 
@@ -202,6 +208,42 @@ void FeaturePagesTest::ownPictures()
     form.findChild<QCheckBox *>(u"checkBox"_s)->click();
     QVERIFY(settings::wallpaperEnabled.read() && settings::isAgentNeeded());
     QVERIFY(!settings::backgroundFeaturesEnabled()); // which decides another thing
+}
+
+void FeaturePagesTest::droppedFolders()
+{
+    const tests::FakeShell shell;
+    const tests::TestFolder folder;
+    const QStringList pictures{folder.makeFile(u"in\\p2.PNG"_s), folder.makeFile(u"in\\p10.jpg"_s)};
+    const QString deeper = folder.makeFile(u"in\\deeper\\p3.png"_s);
+    folder.makeFile(u"in\\notes.txt"_s);
+    QVERIFY(QDir().mkpath(folder.path(u"none"_s)));
+    settings::wallpaperSource.write(2);
+    AutoWallpaperChangerForm form;
+    auto *list = form.findChild<QTreeWidget *>(u"ownPicturesTreeWidget"_s)->viewport();
+    const auto drop = [list](const QString &path) {
+        QMimeData data;
+        data.setUrls({QUrl::fromLocalFile(path)});
+        QDragEnterEvent enter({}, Qt::CopyAction, &data, Qt::LeftButton, {});
+        QCoreApplication::sendEvent(list, &enter);
+        QDropEvent event({}, Qt::CopyAction, &data, Qt::LeftButton, {});
+        QCoreApplication::sendEvent(list, &event);
+    };
+    drop(folder.path(u"in"_s));
+    drop(folder.path(u"none"_s)); // the first may not be listed yet
+    QTRY_COMPARE(settings::customFiles.read(), pictures);
+    auto *notice = form.findChild<NoticeBar *>();
+    QTRY_VERIFY(notice->text().contains(folder.path(u"none"_s)));
+
+    QStringList many = pictures.mid(1);
+    while (many.size() < automation::maxOwnPictures - 1)
+        many.append(u"C:\\gone\\%1.png"_s.arg(many.size()));
+    auto *view = form.findChild<OwnPicturesView *>();
+    view->setFiles(many);
+    view->drop({folder.path(u"in"_s), deeper});
+    QTRY_VERIFY2(notice->text().startsWith(u"1 picture was left out"_s), qPrintable(notice->text()));
+    QCOMPARE(view->files(), many + pictures.mid(0, 1));
+    QVERIFY(!automation::droppedPictures({folder.path(u"in"_s)}, {u"png"_s}, {}, 2).isWhole);
 }
 
 void FeaturePagesTest::showsThePicture()
