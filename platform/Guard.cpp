@@ -1,11 +1,13 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "platform/Guard.h"
 
+#include "platform/GuardRules.h"
 #include "platform/HandleFacts.h"
 #include "platform/NtFile.h"
 #include "platform/Paths.h"
 #include "platform/ProtectedPlaces.h"
 #include "platform/Text.h"
+#include "platform/Wine.h"
 
 #include <algorithm>
 
@@ -145,23 +147,20 @@ Guarded GuardedFolder::compare(HANDLE file, const ListedItem &item, Access acces
     const std::optional<QuickFacts> facts = quickFactsOf(file);
     if (!facts)
         return Guarded::Failed;
-    // Checked first: where a link itself cannot be opened, the facts are those of its target.
-    if (!liesHere(file, item.name))
+    // What was opened by one name of the held folder, and not through a link, lies there. Wine opens the
+    // target of a link all the same, and its facts are those of the target.
+    if (isWine() && !liesHere(file, item.name))
         return Guarded::ThroughLink;
-    if (kindOf(file, facts->attributes) != item.kind)
-        return Guarded::Changed;
-    const bool same = item.kind != ItemKind::File ||
-                      (facts->size == item.size && facts->lastWriteTime == item.lastWriteTime);
-    if (!same || (item.number && fileNumberOf(file) != item.number))
-        return Guarded::Changed;
-    if (item.identity && identityOf(file) != item.identity)
-        return Guarded::Changed;
-    if (access == Access::Look)
-        return Guarded::Done;
-    if (core::isPlaceholder(facts->attributes))
-        return Guarded::InCloud;
-    if (item.kind != ItemKind::Folder)
-        return (facts->attributes & FILE_ATTRIBUTE_READONLY) != 0 ? Guarded::ReadOnly : Guarded::Done;
+    const Guarded result = judge(item,
+                                 {.kind = kindOf(file, facts->attributes),
+                                  .attributes = facts->attributes,
+                                  .size = facts->size,
+                                  .lastWriteTime = facts->lastWriteTime,
+                                  .number = item.number ? fileNumberOf(file) : std::nullopt,
+                                  .identity = item.identity ? identityOf(file) : std::nullopt},
+                                 access);
+    if (result != Guarded::Done || access == Access::Look || item.kind != ItemKind::Folder)
+        return result;
     const QString path = QString::fromStdWString(rawFinalPath(file, HeldFile::Form::Drive));
     return protectionOf(path.isEmpty() ? m_path + u'\\' + item.name : path, protectedPlaces()) ==
                    Protection::Holds
@@ -188,7 +187,7 @@ std::optional<core::FileIdentity> GuardedFolder::identityOf(HANDLE file) const
     return facts ? facts->identity : std::nullopt;
 }
 
-// Wine always opens the target of a link. There, this check alone keeps a verb away from it.
+// In Wine, this check alone keeps a verb away from the target of a link.
 bool GuardedFolder::liesHere(HANDLE file, QStringView name) const
 {
     wchar_t buffer[1024];

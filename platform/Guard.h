@@ -131,7 +131,7 @@ public:
     };
     // Disk. Follows no link and fetches nothing from a cloud store.
     GuardedItem open(const ListedItem &item, Access access) const;
-    // The same as open() with Remove and erase(), and the cheapest way to it: four calls an item.
+    // The same as open() with Remove and erase(): five calls an item, of which DeleteFileW makes four.
     Guarded erase(const ListedItem &item) const;
     // Disk. Of an item that was opened here. The volume is the folder's, and asked for once: an item's own
     // answer costs many times as much.

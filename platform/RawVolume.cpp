@@ -3,6 +3,7 @@
 
 #include "platform/Paths.h"
 #include "platform/Text.h"
+#include "platform/Wine.h"
 
 #include <winioctl.h>
 
@@ -19,12 +20,6 @@ FileHandle openDevice(QString name, DWORD access)
         name.chop(1);
     return FileHandle(CreateFileW(wide(name), access, FILE_SHARE_READ | FILE_SHARE_WRITE, nullptr,
                                   OPEN_EXISTING, 0, nullptr));
-}
-
-bool isWine()
-{
-    const HMODULE system = GetModuleHandleW(L"ntdll");
-    return system && GetProcAddress(system, "wine_get_version");
 }
 
 } // namespace

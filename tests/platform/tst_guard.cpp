@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include "platform/Guard.h"
+#include "platform/GuardRules.h"
 #include "platform/Paths.h"
 #include "platform/ProtectedPlaces.h"
 #include "platform/Win32Enumerator.h"
@@ -12,6 +12,7 @@
 #include <QTest>
 
 #include <algorithm>
+#include <functional>
 #include <random>
 
 using namespace Qt::StringLiterals;
@@ -126,6 +127,7 @@ private slots:
     void actsOnTheItemThatWasShown_data();
     void actsOnTheItemThatWasShown();
     void eachFactCounts();
+    void protectedFoldersInsideTheChosenOne();
     void anErasureFollowsItsList();
     void renamesWithinItsFolderOnly();
     void writesWhatNobodyElseHolds();
@@ -207,21 +209,68 @@ void TestGuard::actsOnTheItemThatWasShown()
 // One at a time: what another program does to a file mostly changes several.
 void TestGuard::eachFactCounts()
 {
+    using Listed = platform::ListedItem;
+    using Opened = platform::OpenedFacts;
+    const struct {
+        const char *what;
+        std::function<void(Listed &, Opened &)> spoil;
+        Guarded forRemoval, forALook;
+    } rows[] = {
+        {"nothing", [](Listed &, Opened &) {}, Guarded::Done, Guarded::Done},
+        {"size", [](Listed &, Opened &o) { ++o.size; }, Guarded::Changed, Guarded::Changed},
+        {"time", [](Listed &, Opened &o) { ++o.lastWriteTime; }, Guarded::Changed, Guarded::Changed},
+        {"number", [](Listed &, Opened &o) { o.number = 8; }, Guarded::Changed, Guarded::Changed},
+        {"no number now", [](Listed &, Opened &o) { o.number.reset(); }, Guarded::Changed, Guarded::Changed},
+        {"identity", [](Listed &, Opened &o) { o.identity->volume = 8; }, Guarded::Changed, Guarded::Changed},
+        {"no identity now", [](Listed &, Opened &o) { o.identity.reset(); }, Guarded::Changed,
+         Guarded::Changed},
+        {"no identity listed", [](Listed &l, Opened &) { l.identity.reset(); }, Guarded::Done, Guarded::Done},
+        {"kind", [](Listed &, Opened &o) { o.kind = ItemKind::Link; }, Guarded::Changed, Guarded::Changed},
+        {"folder of another time",
+         [](Listed &l, Opened &o) {
+             l.kind = o.kind = ItemKind::Folder;
+             ++o.lastWriteTime;
+             o.attributes = core::AttributeReadOnly; // which of a folder says nothing
+         },
+         Guarded::Done, Guarded::Done},
+        {"read-only", [](Listed &, Opened &o) { o.attributes = core::AttributeReadOnly; }, Guarded::ReadOnly,
+         Guarded::Done},
+        {"offline", [](Listed &, Opened &o) { o.attributes = core::AttributeOffline; }, Guarded::InCloud,
+         Guarded::Done},
+        {"placeholder", [](Listed &, Opened &o) { o.attributes = core::AttributeRecallOnDataAccess; },
+         Guarded::InCloud, Guarded::Done},
+        {"placeholder of a folder",
+         [](Listed &l, Opened &o) {
+             l.kind = o.kind = ItemKind::Folder;
+             o.attributes = core::AttributeRecallOnOpen;
+         },
+         Guarded::InCloud, Guarded::Done},
+    };
+    for (const auto &row : rows) {
+        Listed listed{u"f"_s, ItemKind::File, 5, written, core::FileIdentity{1, 2}, 3};
+        Opened opened{ItemKind::File, 0, 5, written, 3, core::FileIdentity{1, 2}};
+        row.spoil(listed, opened);
+        QVERIFY2(platform::judge(listed, opened, Access::Remove) == row.forRemoval, row.what);
+        QVERIFY2(platform::judge(listed, opened, Access::Look) == row.forALook, row.what);
+    }
     TestFolder folder;
     const QString path = folder.makeFile(u"f"_s, "12345");
-    const GuardedRoot root(folder.path());
-    const GuardedFolder guarded(root, folder.path());
-    platform::ListedItem item = platform::itemAsItIs(folder.path(), path)->listed();
-    item.identity.reset();
-    const auto state = [&](void (*spoil)(platform::ListedItem &)) {
-        platform::ListedItem other = item;
-        spoil(other);
-        return guarded.open(other, Access::Remove).state();
-    };
-    QCOMPARE(state([](platform::ListedItem &) {}), Guarded::Done);
-    QCOMPARE(state([](platform::ListedItem &other) { ++other.size; }), Guarded::Changed);
-    QCOMPARE(state([](platform::ListedItem &other) { ++other.lastWriteTime; }), Guarded::Changed);
-    QCOMPARE(state([](platform::ListedItem &other) { other.number = 1; }), Guarded::Changed);
+    const GuardedFolder guarded(GuardedRoot(folder.path()), folder.path());
+    Listed item = platform::itemAsItIs(folder.path(), path)->listed();
+    item.number = 1; // of no file here
+    QCOMPARE(guarded.open(item, Access::Remove).state(), Guarded::Changed);
+}
+
+// Opened, and nothing else: this is the Windows of the test.
+void TestGuard::protectedFoldersInsideTheChosenOne()
+{
+    const QString data = platform::protectedPlaces().shared.value(0);
+    const QString drive = data.left(2);
+    const GuardedFolder guarded(GuardedRoot(drive + u'\\'), drive);
+    QCOMPARE(guarded.state(), Guarded::Done);
+    const platform::ListedItem item{data.mid(3), ItemKind::Folder};
+    QCOMPARE(guarded.open(item, Access::Look).state(), Guarded::Done);
+    QCOMPARE(guarded.open(item, Access::Remove).state(), Guarded::Protected);
 }
 
 void TestGuard::anErasureFollowsItsList()
@@ -258,6 +307,10 @@ void TestGuard::renamesWithinItsFolderOnly()
     QCOMPARE(item.erase(), Guarded::Done);
     QCOMPARE(QDir(folder.path()).entryList(QDir::Files), QStringList{u"taken.txt"_s});
     QCOMPARE(item.erase(), Guarded::Vanished);
+    // Its own name needs no folder any more.
+    const auto own = platform::itemAsItIs(disk.path(), taken);
+    GuardedItem left = GuardedFolder(root, disk.path(u"sub"_s)).open(own->listed(), Access::Remove);
+    QCOMPARE(left.rename(u"taken.txt"_s), Guarded::Done);
 
     // The same name, size and time, and another file.
     disk.makeFile(u"sub\\a.txt"_s, "mine");
