@@ -3,12 +3,14 @@
 
 #include "automation/AgentLink.h"
 #include "automation/engine/AgentLog.h"
+#include "platform/Shell.h"
 #include "platform/TopLevelWindows.h"
 #include "settings/AutoDarkSettings.h"
 #include "widgets/Controls.h"
 #include "widgets/NoticeBar.h"
 #include "widgets/Theme.h"
 
+#include <QAction>
 #include <QButtonGroup>
 #include <QCheckBox>
 #include <QComboBox>
@@ -19,15 +21,28 @@
 #include <QRadioButton>
 #include <QTimeEdit>
 
+#include <utility>
+
 namespace
 {
 
 enum Choice { byHours, bySun };
 constexpr int coordinateWidth = 110;
 
+// Two decimals are a kilometre, and a tenth of a minute of the sun.
+QString rounded(double degrees)
+{
+    return QString::number(degrees, 'f', 2);
+}
+
 } // namespace
 
 AutoDarkModeForm::AutoDarkModeForm(QWidget *parent)
+    : AutoDarkModeForm(automation::askWindowsForPosition, parent)
+{
+}
+
+AutoDarkModeForm::AutoDarkModeForm(automation::AskForPosition ask, QWidget *parent)
     : FeaturePage(
           automation::features::autoDarkMode, settings::autoDarkEnabled,
           {tr("Auto Dark Mode"),
@@ -35,6 +50,7 @@ AutoDarkModeForm::AutoDarkModeForm(QWidget *parent)
               "yourself stays until the next change."),
            tr("Switch between light and dark")},
           parent),
+      m_ask(std::move(ask)),
       m_binding(SettingsBinding::Write::OnChange),
       m_choice(new QButtonGroup(this))
 {
@@ -127,7 +143,20 @@ void AutoDarkModeForm::addSun()
     settingsForm()->addRow(QString(), row);
     m_place = new QLabel(tr("In degrees; south and west are negative."), this);
     m_place->setObjectName(QStringLiteral("placeLabel"));
-    settingsForm()->addRow(QString(), m_place);
+    m_locate = controls::pushButton(
+        this,
+        {"locateButton", "", tr("&Use My Location"),
+         tr("Asks Windows where this computer is, which may ask you first. Rounded to a kilometre, it is "
+            "kept in your settings and leaves this computer nowhere.")});
+    connect(m_locate, &QPushButton::clicked, this, &AutoDarkModeForm::askForPosition);
+    m_privacy = new QAction(tr("Open Location Settings"), this);
+    connect(m_privacy, &QAction::triggered, this,
+            [] { platform::shell().openSettingsPage(QStringLiteral("privacy-location")); });
+    auto *place = new QHBoxLayout;
+    place->setSpacing(theme::spaceSnug);
+    place->addWidget(m_locate);
+    place->addWidget(m_place, 1);
+    settingsForm()->addRow(QString(), place);
     m_today = new QLabel(this);
     m_today->setObjectName(QStringLiteral("todayLabel"));
     settingsForm()->addRow(tr("Today:"), m_today);
@@ -167,8 +196,11 @@ void AutoDarkModeForm::showChoice()
     m_dark->setEnabled(!settings.bySun);
     m_latitude->setEnabled(settings.bySun);
     m_longitude->setEnabled(settings.bySun);
+    m_locate->setEnabled(settings.bySun);
+    m_locate->setText(m_answer.isWaiting() ? tr("&Stop Asking") : tr("&Use My Location"));
     const bool typed = !m_latitude->text().isEmpty() || !m_longitude->text().isEmpty();
-    m_place->setText(settings.bySun && typed && !settings.position
+    m_place->setText(m_answer.isWaiting() ? tr("Asking Windows …")
+                     : settings.bySun && typed && !settings.position
                          ? tr("Latitude is -90 to 90 and longitude -180 to 180 degrees.")
                          : tr("In degrees; south and west are negative."));
     const QDateTime now = QDateTime::currentDateTime();
@@ -180,6 +212,37 @@ void AutoDarkModeForm::showChoice()
     };
     show(m_today, now.date());
     show(m_tomorrow, now.date().addDays(1));
+}
+
+// Or stops asking.
+void AutoDarkModeForm::askForPosition()
+{
+    if (m_answer.isWaiting())
+        m_answer.forget();
+    else
+        m_answer.ask([ask = m_ask](const core::Asking &asking) { return ask(asking.cancel()); },
+                     [this](const automation::DevicePosition &found) { showPosition(found); });
+    showChoice();
+}
+
+void AutoDarkModeForm::showPosition(const automation::DevicePosition &found)
+{
+    using Failure = automation::DevicePosition::Failure;
+    if (found.position) {
+        m_binding.show({{settings::autoDarkLatitude.name.toString(), rounded(found.position->latitude)},
+                        {settings::autoDarkLongitude.name.toString(), rounded(found.position->longitude)}});
+        notice()->showNotice(NoticeBar::Kind::Success, tr("Windows told where this computer is."));
+    } else if (found.failure == Failure::NotAllowed) {
+        notice()->showNotice(
+            NoticeBar::Kind::Warning,
+            tr("Windows does not let programs know where this computer is. Allow it for desktop "
+               "apps, or type the place."),
+            m_privacy);
+    } else {
+        notice()->showNotice(NoticeBar::Kind::Warning,
+                             tr("Windows does not know where this computer is. Type the place."));
+    }
+    showChoice();
 }
 
 QString AutoDarkModeForm::outlook() const

@@ -7,7 +7,7 @@ install(TARGETS FernlightLarkspur ${companions} RUNTIME DESTINATION .)
 # What is deployed, without the tests; and what walks through it.
 add_custom_target(runnable DEPENDS FernlightLarkspur ${companions} larkspur_probe)
 
-foreach(library Core Gui Widgets Network)
+foreach(library Core Gui Widgets Network Positioning)
   install(FILES $<TARGET_FILE:Qt6::${library}> DESTINATION .)
 endforeach()
 
@@ -55,6 +55,8 @@ if(CMAKE_CROSSCOMPILING)
     OUTPUT_VARIABLE svg OUTPUT_STRIP_TRAILING_WHITESPACE COMMAND_ERROR_IS_FATAL ANY)
   install(DIRECTORY ${svg}/plugins/ DESTINATION . FILES_MATCHING PATTERN "*.dll")
   install(DIRECTORY ${svg}/licenses/ DESTINATION licenses)
+  install(DIRECTORY ${LARKSPUR_POSITIONING}/plugins/ DESTINATION . FILES_MATCHING PATTERN "*.dll")
+  install(DIRECTORY ${LARKSPUR_POSITIONING}/licenses/ DESTINATION licenses)
 endif()
 
 if(LARKSPUR_LIBRARIES)

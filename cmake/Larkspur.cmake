@@ -15,6 +15,12 @@ endif()
 
 if(WIN32)
   find_package(Qt6 6.5 REQUIRED COMPONENTS Core Gui Widgets Network Test)
+  if(CMAKE_CROSSCOMPILING)
+    execute_process(COMMAND ${CMAKE_SOURCE_DIR}/tools/toolchain --positioning
+      OUTPUT_VARIABLE LARKSPUR_POSITIONING OUTPUT_STRIP_TRAILING_WHITESPACE COMMAND_ERROR_IS_FATAL ANY)
+    set(Qt6Positioning_DIR ${LARKSPUR_POSITIONING}/lib/cmake/Qt6Positioning)
+  endif()
+  find_package(Qt6Positioning 6.5 REQUIRED)
 else()
   find_package(Qt6 6.4 REQUIRED COMPONENTS Core Gui Test)
 endif()

@@ -80,6 +80,11 @@ public:
         return shellExecute(QString::fromLatin1(address.toEncoded()), SW_SHOWNORMAL);
     }
 
+    bool openSettingsPage(const QString &page) override
+    {
+        return shellExecute(u"ms-settings:" % page, SW_SHOWNORMAL);
+    }
+
     void runElevated(WId owner, const QString &file, const QString &folder) override
     {
         if (!fileExists(file))

@@ -28,6 +28,9 @@ public:
     // Opens an http or https address in the browser; false for any other scheme.
     virtual bool openWebPage(const QUrl &address) = 0;
 
+    // Opens a page of Windows' settings by its name, "privacy-location".
+    virtual bool openSettingsPage(const QString &page) = 0;
+
     // Starts a companion with administrator rights: verb "runas", empty parameters, normal window, no mask
     // flags. `file` and `folder` (the working directory) are handed over as they are. Returns when the user
     // has answered the elevation prompt and handles window messages meanwhile, so guard against being entered

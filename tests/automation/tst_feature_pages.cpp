@@ -49,6 +49,7 @@ private slots:
     void hoursAreStoredInTwelves_data();
     void hoursAreStoredInTwelves();
     void tellsOfTheSun();
+    void asksWhereTheComputerIs();
     void damagedSettings();
     void ownPictures();
     void droppedFolders();
@@ -162,6 +163,32 @@ void FeaturePagesTest::tellsOfTheSun()
     form.findChild<QLineEdit *>(u"latitudeLineEdit"_s)->setText(u"95"_s);
     emit form.findChild<QLineEdit *>(u"latitudeLineEdit"_s)->editingFinished();
     QVERIFY(form.findChild<QLabel *>(u"placeLabel"_s)->text().contains(u"-90"_s));
+}
+
+void FeaturePagesTest::asksWhereTheComputerIs()
+{
+    tests::FakeShell shell;
+    settings::autoDarkBySun.write(true);
+    automation::DevicePosition told{.position = {},
+                                    .failure = automation::DevicePosition::Failure::NotAllowed};
+    AutoDarkModeForm form([&](const core::CancelFlag &) { return told; }, nullptr);
+    auto *button = form.findChild<QPushButton *>(u"locateButton"_s);
+    const auto *bar = form.findChild<NoticeBar *>();
+    button->click();
+    button->click(); // stops
+    QTest::qWait(50);
+    QVERIFY(bar->text().isEmpty());
+    button->click();
+    QTRY_VERIFY(bar->text().contains(u"Allow it"_s));
+    form.findChild<QToolButton *>(u"noticeActionButton"_s)->click();
+    QCOMPARE(shell.settingsPages, QStringList{u"privacy-location"_s});
+    QVERIFY(settings::autoDarkLatitude.read().isEmpty());
+
+    told = {.position = automation::Position{-33.86785, 151.20732}};
+    button->click();
+    QTRY_COMPARE(settings::autoDarkLatitude.read(), u"-33.87"_s);
+    QCOMPARE(settings::autoDarkLongitude.read(), u"151.21"_s);
+    QVERIFY(form.findChild<QLabel *>(u"tomorrowLabel"_s)->text().contains(u"sunset"_s));
 }
 
 void FeaturePagesTest::damagedSettings()

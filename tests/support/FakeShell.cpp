@@ -28,6 +28,12 @@ bool FakeShell::openWebPage(const QUrl &address)
     return succeeds;
 }
 
+bool FakeShell::openSettingsPage(const QString &page)
+{
+    settingsPages.append(page);
+    return succeeds;
+}
+
 void FakeShell::runElevated(WId owner, const QString &file, const QString &folder)
 {
     elevated.append({owner, file, folder});

@@ -26,6 +26,7 @@ public:
     bool revealInExplorer(const QString &path) override;
     bool openRecycleBin() override;
     bool openWebPage(const QUrl &address) override;
+    bool openSettingsPage(const QString &page) override;
     void runElevated(WId owner, const QString &file, const QString &folder) override;
     bool startAgent(const QString &file, bool hidden) override;
     void showTaskbarProgress(WId window, int done, int total) override;
@@ -37,6 +38,7 @@ public:
     QStringList revealed;
     int recycleBinOpened = 0;
     QList<QUrl> webPages;
+    QStringList settingsPages;
     QList<ElevatedLaunch> elevated;
     QStringList agents;
     QStringList taskbarProgress; // "3/10" each, "-" for a clearing

@@ -1,0 +1,69 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "automation/DevicePosition.h"
+
+#include <QDeadlineTimer>
+#include <QDebug>
+#include <QEventLoop>
+#include <QGeoPositionInfoSource>
+#include <QTimer>
+
+#include <memory>
+
+namespace automation
+{
+
+namespace
+{
+
+constexpr int longestWait = 30'000; // ms
+constexpr int poll = 100;           // ms
+
+} // namespace
+
+DevicePosition askWindowsForPosition(const core::CancelFlag &cancel)
+{
+    DevicePosition answer{.position = {}, .failure = DevicePosition::Failure::NotKnown};
+    const std::unique_ptr<QGeoPositionInfoSource> source(
+        QGeoPositionInfoSource::createDefaultSource(nullptr));
+    if (!source) {
+        qDebug("No source of positions is installed");
+        return answer;
+    }
+    QEventLoop loop;
+    bool answered = false; // perhaps before the loop runs
+    const auto end = [&] {
+        answered = true;
+        loop.quit();
+    };
+    QObject::connect(source.get(), &QGeoPositionInfoSource::positionUpdated, &loop,
+                     [&](const QGeoPositionInfo &found) {
+                         const QGeoCoordinate place = found.coordinate();
+                         if (!place.isValid())
+                             return;
+                         answer = {.position = Position{place.latitude(), place.longitude()}};
+                         end();
+                     });
+    QObject::connect(source.get(), &QGeoPositionInfoSource::errorOccurred, &loop,
+                     [&](QGeoPositionInfoSource::Error error) {
+                         qDebug() << "Windows tells no position:" << error;
+                         if (error == QGeoPositionInfoSource::AccessError)
+                             answer.failure = DevicePosition::Failure::NotAllowed;
+                         end();
+                     });
+    QTimer watch;
+    const QDeadlineTimer deadline(longestWait);
+    QObject::connect(&watch, &QTimer::timeout, &loop, [&] {
+        if (cancel.isSet() || deadline.hasExpired())
+            loop.quit();
+    });
+    watch.start(poll);
+    source->requestUpdate();
+    if (!answered)
+        loop.exec();
+    // Windows would call a source that is gone. After an answer the source has ended its request itself.
+    if (!answered)
+        source->stopUpdates();
+    return answer;
+}
+
+} // namespace automation
