@@ -1,7 +1,9 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "ConvertImage/DiskFiles.h"
 
+#include "core/SizeText.h"
 #include "imaging/DecoderPool.h"
+#include "imaging/engine/ImageLoader.h"
 #include "platform/FileWriter.h"
 #include "platform/NewFile.h"
 #include "platform/Paths.h"
@@ -82,10 +84,18 @@ conversion::ConversionFiles::Source DiskFiles::load(const QString &path, bool wi
     if (loaded)
         source.image = std::move(loaded->image);
     else
-        source.problem = QFile(path).open(QIODevice::ReadOnly)
-                             ? tr("The file is not a readable picture, or is too large")
-                             : tr("The file cannot be opened");
+        source.problem = refusal(path);
     return source;
+}
+
+QString DiskFiles::refusal(const QString &path)
+{
+    if (!QFile(path).open(QIODevice::ReadOnly))
+        return tr("The file cannot be opened");
+    if (m_decoders->isTooLarge(path, m_cancel))
+        return tr("The picture is too large: it would take more than %1 of memory")
+            .arg(core::sizeText(qint64(imaging::imageAllocationLimit) << 20));
+    return tr("The file is not a readable picture");
 }
 
 bool DiskFiles::exists(const QString &path)

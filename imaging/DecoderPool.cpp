@@ -213,4 +213,15 @@ std::optional<imaging::LoadedImage> DecoderPool::source(const QString &path, con
     return askForPicture(Wish::Source, path, beforeDecode, cancel, decoder::readSource);
 }
 
+bool DecoderPool::isTooLarge(const QString &path, const core::CancelFlag &cancel)
+{
+    Taken taken = take(path, cancel);
+    if (!taken.process)
+        return usesThisProcess() && !cancel.isSet() && decoder::isTooLarge(path);
+    std::optional<bool> (*const read)(platform::ByteChannel &) = [](platform::ByteChannel &) {
+        return std::optional(true);
+    };
+    return ask<bool>(std::move(taken), Wish::TooLarge, path, {}, cancel, read).value_or(false);
+}
+
 } // namespace imaging

@@ -52,6 +52,8 @@ public:
     // The same with all that is stored: colour table, up to 16 bits a channel, resolution and colour profile.
     std::optional<imaging::LoadedImage> source(const QString &path, const BeforeDecode &beforeDecode,
                                                const core::CancelFlag &cancel);
+    // Why the others gave nothing: the header states a picture above the limit. False for what is no picture.
+    bool isTooLarge(const QString &path, const core::CancelFlag &cancel);
 
     // Ends the decoders that have nothing to do; the next picture starts one again.
     void rest();

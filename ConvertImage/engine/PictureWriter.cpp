@@ -74,9 +74,15 @@ QString writeWithQt(QIODevice &device, const QImage &image, const Encoding &enco
 }
 
 // What the user is told when something was there and is there no longer; empty where nothing was lost.
-QString lossText(const char *name, const QByteArray &found, const QByteArray &adapted,
+QString lossText(const char *name, bool isCut, const QByteArray &found, const QByteArray &adapted,
                  const QByteArray &leftOut)
 {
+    if (isCut && found.isEmpty())
+        return QCoreApplication::translate("conversion", "%1 was left out: it is too long")
+            .arg(QLatin1StringView(name));
+    if (isCut && leftOut.isEmpty() && !adapted.isEmpty())
+        return QCoreApplication::translate("conversion", "A part of %1 was left out: it is too long")
+            .arg(QLatin1StringView(name));
     if (!found.isEmpty() && adapted.isEmpty())
         return QCoreApplication::translate("conversion", "%1 was left out: it is damaged")
             .arg(QLatin1StringView(name));
@@ -84,6 +90,14 @@ QString lossText(const char *name, const QByteArray &found, const QByteArray &ad
         return QCoreApplication::translate("conversion", "%1 was left out: it is too long for this format")
             .arg(QLatin1StringView(name));
     return {};
+}
+
+QString lossText(const Metadata &found, const Metadata &adapted, const Metadata &leftOut)
+{
+    QStringList notes{lossText("EXIF", found.isExifCut, found.exif, adapted.exif, leftOut.exif),
+                      lossText("XMP", found.isXmpCut, found.xmp, adapted.xmp, leftOut.xmp)};
+    notes.removeAll(QString());
+    return notes.join(QStringLiteral(". "));
 }
 
 } // namespace
@@ -107,9 +121,10 @@ WriteResult writePicture(QIODevice &device, const QImage &image, const Encoding 
         return {writeGif(device, prepared), {}};
     if (!encoding.keepMetadata)
         return {writeWithQt(device, withoutTexts(prepared), encoding), {}};
-    const bool carries = factsOf(encoding.target).hasMetadata && !metadata.isEmpty();
-    if (!carries)
+    if (!factsOf(encoding.target).hasMetadata)
         return {writeWithQt(device, prepared, encoding), {}};
+    if (metadata.isEmpty())
+        return {writeWithQt(device, prepared, encoding), lossText(metadata, {}, {})};
     QBuffer encoded;
     encoded.open(QIODevice::ReadWrite);
     if (const QString problem = writeWithQt(encoded, prepared, encoding); !problem.isEmpty())
@@ -122,10 +137,7 @@ WriteResult writePicture(QIODevice &device, const QImage &image, const Encoding 
         return {isFull ? QCoreApplication::translate("conversion", "The disk is full") : device.errorString(),
                 {}};
     }
-    QStringList notes{lossText("EXIF", metadata.exif, adapted.exif, made.leftOut.exif),
-                      lossText("XMP", metadata.xmp, adapted.xmp, made.leftOut.xmp)};
-    notes.removeAll(QString());
-    return {{}, notes.join(QStringLiteral(". "))};
+    return {{}, lossText(metadata, adapted, made.leftOut)};
 }
 
 QString checkWritten(QIODevice &device, Target target, const QSize &size)

@@ -48,6 +48,8 @@ bool answerExamine(platform::ByteChannel &application, imaging::LoadedImage load
 
 bool answer(platform::ByteChannel &application, const Request &request, const imaging::Decode &decode)
 {
+    if (request.wish == Wish::TooLarge)
+        return writeNumber(application, isTooLarge(request.path) ? Reply::Done : Reply::Failed);
     std::optional<imaging::LoadedImage> loaded = load(application, decode, request.path);
     if (!loaded)
         return writeNumber(application, Reply::Failed);
@@ -65,6 +67,11 @@ bool answer(platform::ByteChannel &application, const Request &request, const im
 std::optional<imaging::LoadedImage> decodeFile(const QString &path, const imaging::BeforeDecode &beforeDecode)
 {
     return imaging::decodeImage(platform::openShared(path), beforeDecode);
+}
+
+bool isTooLarge(const QString &path)
+{
+    return imaging::isTooLarge(platform::openShared(path));
 }
 
 void serve(platform::ByteChannel &application, const imaging::Decode &decode)

@@ -4,6 +4,8 @@
 #include "imaging/engine/Examination.h"
 #include "platform/PipedProcess.h"
 
+#include <QString>
+
 namespace decoder
 {
 
@@ -11,6 +13,9 @@ namespace decoder
 // from moving a picture to the recycle bin by this program's own look at it.
 std::optional<imaging::LoadedImage> decodeFile(const QString &path,
                                                const imaging::BeforeDecode &beforeDecode = {});
+
+// imaging::isTooLarge() of such a file.
+bool isTooLarge(const QString &path);
 
 // The decoder's whole life: answers requests until the other end is gone.
 void serve(platform::ByteChannel &application, const imaging::Decode &decode);

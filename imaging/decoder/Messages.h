@@ -24,12 +24,13 @@
 namespace decoder
 {
 
-inline constexpr quint32 greeting = 0x4c4b4432; // "LKD2"; changes with the messages
+inline constexpr quint32 greeting = 0x4c4b4433; // "LKD3"; changes with the messages
 
 enum class Wish : quint8 {
     Examine, // an imaging::Examination
     Picture, // the picture itself, for the screen
-    Source   // the picture as it is stored, for a conversion
+    Source,  // the picture as it is stored, for a conversion
+    TooLarge // whether it is above the limit: Done for yes, without more, and Failed for no
 };
 enum class Reply : quint8 { Failed, Needs, Done };
 

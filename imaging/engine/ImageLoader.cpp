@@ -80,6 +80,20 @@ std::optional<LoadedImage> decodeImage(std::unique_ptr<QIODevice> file, const Be
     return loaded;
 }
 
+bool isTooLarge(std::unique_ptr<QIODevice> file)
+{
+    limitAllocations();
+    const std::unique_ptr<QIODevice> guarded = file ? guardedPicture(std::move(file)) : nullptr;
+    if (!guarded)
+        return false;
+    QImageReader reader(guarded.get());
+    reader.setDecideFormatFromContent(true);
+    if (reader.format().isEmpty())
+        return false;
+    drawLarge(reader);
+    return !expectedBytes(reader);
+}
+
 std::optional<LoadedImage> readImage(const QString &path, const BeforeDecode &beforeDecode)
 {
     auto file = std::make_unique<QFile>(path);

@@ -39,7 +39,10 @@ std::optional<LoadedImage> decodeImage(std::unique_ptr<QIODevice> file,
 // Empty also for what is no regular file.
 std::optional<LoadedImage> readImage(const QString &path, const BeforeDecode &beforeDecode = {});
 
-// The same; `out` is changed on success only.
+// Whether the header states a picture above the limit. Reads no pixels; `file` as for decodeImage().
+bool isTooLarge(std::unique_ptr<QIODevice> file);
+
+// As readImage(); `out` is changed on success only.
 bool loadImage(const QString &path, QImage &out);
 
 } // namespace imaging

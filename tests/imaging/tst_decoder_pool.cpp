@@ -136,6 +136,9 @@ void DecoderPoolTest::dropsWhatIsNoPicture()
     QVERIFY(!pool.examine(folder.makeFile(u"empty.jpg"_s), {}, m_never));
     QVERIFY(!pool.examine(folder.makeFolder(u"folder.jpg"_s), {}, m_never));
     QVERIFY(!pool.picture(folder.path(u"missing.jpg"_s), m_never));
+    QVERIFY(!pool.isTooLarge(folder.path(u"text.png"_s), m_never));
+    QVERIFY(!pool.isTooLarge(savePicture(folder, u"small.png"_s, blocks(1)), m_never));
+    QVERIFY(pool.isTooLarge(folder.makeFile(u"huge.ppm"_s, "P6\n8192 8193\n255\n"), m_never));
     QCOMPARE(pool.lost(), 0);
 }
 

@@ -154,10 +154,14 @@ Metadata readJxlMetadata(QIODevice &device)
 {
     Metadata found;
     forEachBox(device, 0, device.size(), [&](const Box &box) {
-        if (box.type == "Exif")
+        const bool tooLong = isTooLong(device, box.end - box.content);
+        if (box.type == "Exif") {
+            found.isExifCut = tooLong;
             found.exif = exifOf(contentOf(device, box));
-        else if (box.type == "xml ")
+        } else if (box.type == "xml ") {
+            found.isXmpCut = tooLong;
             found.xmp = contentOf(device, box);
+        }
         return true;
     });
     return found;
@@ -168,7 +172,9 @@ Metadata readHeifMetadata(QIODevice &device)
     const std::optional<Items> items = readItems(device);
     if (!items)
         return {};
-    return {exifOf(itemContent(device, *items, items->exif)), itemContent(device, *items, items->xmp)};
+    return {exifOf(itemContent(device, *items, items->exif)), itemContent(device, *items, items->xmp),
+            isTooLong(device, itemBytes(*items, items->exif)),
+            isTooLong(device, itemBytes(*items, items->xmp))};
 }
 
 QByteArray withMetadataInJxl(const QByteArray &file, const Metadata &metadata)

@@ -119,4 +119,16 @@ QByteArray itemContent(QIODevice &device, const Items &items, std::optional<quin
     return content;
 }
 
+qint64 itemBytes(const Items &items, std::optional<quint32> id)
+{
+    const auto location = std::ranges::find(items.locations, id.value_or(0), &Location::id);
+    if (!id || location == items.locations.end())
+        return 0;
+    constexpr quint64 longest = quint64(1) << 40; // of one extent, so that the sum is a number
+    qint64 bytes = 0;
+    for (const Extent &extent : location->extents)
+        bytes += static_cast<qint64>(std::min(extent.length, longest));
+    return bytes;
+}
+
 } // namespace conversion

@@ -82,4 +82,7 @@ std::optional<Items> readItems(QIODevice &device);
 // What an item holds; empty for one that is not there, lies elsewhere or is too long.
 QByteArray itemContent(QIODevice &device, const Items &items, std::optional<quint32> id);
 
+// What its extents state together; 0 for an item that is not there.
+qint64 itemBytes(const Items &items, std::optional<quint32> id);
+
 } // namespace conversion

@@ -31,6 +31,7 @@ public:
         const qsizetype length = bigNumber(content, digestLength);
         const qsizetype at = bigNumber(content, digestLength + 4);
         const QByteArray part = content.mid(extensionHeader);
+        m_isCut = m_isCut || length > maxMetadataBytes;
         if (length > maxMetadataBytes || part.isEmpty() || at + part.size() > length)
             return;
         Extension &extension = m_all[content.left(digestLength).toUpper()];
@@ -44,6 +45,7 @@ public:
         std::copy(part.begin(), part.end(), extension.bytes.begin() + at);
         extension.had += part.size();
     }
+    bool isCut() const { return m_isCut; }
     // Empty where it is not there whole.
     QByteArray take(const QByteArray &digest) const
     {
@@ -58,6 +60,7 @@ private:
     };
     QHash<QByteArray, Extension> m_all;
     qsizetype m_left = maxMetadataBytes;
+    bool m_isCut = false;
 };
 
 QByteArray segment(const QByteArray &content)
@@ -118,6 +121,7 @@ Metadata readJpegMetadata(QIODevice &device)
     }
     if (const QByteArray more = extensions.take(extensionDigest(found.xmp)); !more.isEmpty())
         found.xmp = mergedXmp(found.xmp, more);
+    found.isXmpCut = extensions.isCut();
     return found;
 }
 

@@ -61,10 +61,14 @@ Metadata readPng(QIODevice &device)
 {
     Metadata found;
     forEachChunk(device, {pngSignature.size(), false, 4, false}, [&](const QByteArray &type, qint64 length) {
-        if (type == "eXIf")
+        if (type == "eXIf") {
+            found.isExifCut = isTooLong(device, length);
             found.exif = withoutExifMarker(readPart(device, length));
-        else if (type == "iTXt" && found.xmp.isEmpty())
+        } else if (type == "iTXt" && found.xmp.isEmpty()) {
+            if (isTooLong(device, length) && device.read(pngXmpKeyword.size()) == pngXmpKeyword)
+                found.isXmpCut = true;
             found.xmp = pngXmp(readPart(device, length));
+        }
     });
     return found;
 }
@@ -73,10 +77,13 @@ Metadata readWebp(QIODevice &device)
 {
     Metadata found;
     forEachChunk(device, {12, true, 0, true}, [&](const QByteArray &type, qint64 length) {
-        if (type == "EXIF")
+        if (type == "EXIF") {
+            found.isExifCut = isTooLong(device, length);
             found.exif = withoutExifMarker(readPart(device, length));
-        else if (type == "XMP ")
+        } else if (type == "XMP ") {
+            found.isXmpCut = isTooLong(device, length);
             found.xmp = readPart(device, length);
+        }
     });
     return found;
 }

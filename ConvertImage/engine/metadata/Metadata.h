@@ -14,6 +14,9 @@ namespace conversion
 struct Metadata {
     QByteArray exif; // as a TIFF file of its own, without a format's marker before it
     QByteArray xmp;  // XML
+    // There is more of it in the source than is ever read; what is above is without it.
+    bool isExifCut = false;
+    bool isXmpCut = false;
 
     bool isEmpty() const { return exif.isEmpty() && xmp.isEmpty(); }
     bool operator==(const Metadata &) const = default;

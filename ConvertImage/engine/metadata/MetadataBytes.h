@@ -38,6 +38,12 @@ inline QByteArray littleBytes(quint32 number)
     return bytes;
 }
 
+// Whether bytes that are there are too many to be read as metadata.
+inline bool isTooLong(const QIODevice &device, qint64 bytes)
+{
+    return bytes > maxMetadataBytes && bytes <= device.size();
+}
+
 // Nothing of what is too long to be metadata.
 inline QByteArray readPart(QIODevice &device, qint64 bytes)
 {

@@ -73,12 +73,16 @@ public:
         return entries;
     }
 
+    const std::vector<quint16> &skipped() const { return m_skipped; } // tags of what is too long
+
 private:
     std::optional<Entry> readEntry(const QByteArray &stored)
     {
         Entry entry{word(stored, 0), word(stored, 2), number(stored, 4), {}};
         const int size = entry.type < bytesOfType.size() ? bytesOfType[entry.type] : 0;
         const qint64 bytes = qint64(size) * entry.count;
+        if (bytes > m_left && bytes <= m_device.size())
+            m_skipped.push_back(entry.tag);
         if (bytes == 0 || bytes > m_left)
             return std::nullopt;
         m_left -= bytes;
@@ -110,6 +114,7 @@ private:
     bool m_usable = false;
     qint64 m_first = 0;
     qint64 m_left = 2 * maxMetadataBytes; // that may be read as values
+    std::vector<quint16> m_skipped;
 };
 
 // A directory, with the values behind it, for a place of even offset. `next` is the one after it.
@@ -154,10 +159,10 @@ QByteArray placeSubdirectories(TiffReader &from, Directory &parent, quint32 at)
     return placed;
 }
 
-bool isDescribing(const Entry &entry)
+bool isDescribing(quint16 tag)
 {
-    return entry.tag == exifDirectoryTag || entry.tag == placeDirectoryTag ||
-           std::ranges::find(describingTags, entry.tag) != describingTags.end();
+    return tag == exifDirectoryTag || tag == placeDirectoryTag ||
+           std::ranges::find(describingTags, tag) != describingTags.end();
 }
 
 } // namespace
@@ -171,8 +176,12 @@ Metadata readTiffMetadata(QIODevice &device)
         if (entry.tag == xmpTag)
             found.xmp = entry.value;
     }
-    std::erase_if(fields, [](const Entry &entry) { return !isDescribing(entry); });
+    const std::vector<quint16> skipped = reader.skipped();
+    found.isXmpCut = std::ranges::find(skipped, xmpTag) != skipped.end();
+    found.isExifCut = std::ranges::any_of(skipped, isDescribing);
+    std::erase_if(fields, [](const Entry &entry) { return !isDescribing(entry.tag); });
     const QByteArray below = placeSubdirectories(reader, fields, headerBytes);
+    found.isExifCut = found.isExifCut || reader.skipped().size() > skipped.size();
     if (fields.empty())
         return found;
     const auto first = static_cast<quint32>(headerBytes + below.size());
@@ -195,7 +204,7 @@ QByteArray withMetadataInTiff(const QByteArray &file, const Metadata &metadata)
     exif.open(QIODevice::ReadOnly);
     TiffReader reader(exif);
     Directory added = reader.first();
-    std::erase_if(added, [](const Entry &entry) { return !isDescribing(entry); });
+    std::erase_if(added, [](const Entry &entry) { return !isDescribing(entry.tag); });
     QByteArray grown = file.size() % 2 == 0 ? file : file + '\0';
     grown += placeSubdirectories(reader, added, static_cast<quint32>(grown.size()));
     if (!metadata.xmp.isEmpty())
