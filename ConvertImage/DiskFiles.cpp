@@ -19,6 +19,16 @@ QString tr(const char *text)
     return QCoreApplication::translate("DiskFiles", text);
 }
 
+// Why it was not decoded.
+QString refusal(const QString &path, bool isTooLarge)
+{
+    if (isTooLarge)
+        return tr("The picture is too large: it would take more than %1 of memory")
+            .arg(core::sizeText(qint64(imaging::imageAllocationLimit) << 20));
+    return QFile(path).open(QIODevice::ReadOnly) ? tr("The file is not a readable picture")
+                                                 : tr("The file cannot be opened");
+}
+
 class DiskOutput : public conversion::PendingOutput
 {
 public:
@@ -80,22 +90,14 @@ conversion::ConversionFiles::Source DiskFiles::load(const QString &path, bool wi
         if (QFile file(path); file.open(QIODevice::ReadOnly))
             source.metadata = conversion::readMetadata(file);
     }
-    std::optional<imaging::LoadedImage> loaded = m_decoders->source(path, beforeDecode, m_cancel);
+    bool isTooLarge = false;
+    std::optional<imaging::LoadedImage> loaded =
+        m_decoders->source(path, beforeDecode, m_cancel, &isTooLarge);
     if (loaded)
         source.image = std::move(loaded->image);
     else
-        source.problem = refusal(path);
+        source.problem = refusal(path, isTooLarge);
     return source;
-}
-
-QString DiskFiles::refusal(const QString &path)
-{
-    if (!QFile(path).open(QIODevice::ReadOnly))
-        return tr("The file cannot be opened");
-    if (m_decoders->isTooLarge(path, m_cancel))
-        return tr("The picture is too large: it would take more than %1 of memory")
-            .arg(core::sizeText(qint64(imaging::imageAllocationLimit) << 20));
-    return tr("The file is not a readable picture");
 }
 
 bool DiskFiles::exists(const QString &path)

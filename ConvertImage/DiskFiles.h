@@ -27,8 +27,6 @@ public:
                                                      QString &problem) override;
 
 private:
-    QString refusal(const QString &path); // why it was not decoded
-
     std::shared_ptr<imaging::DecoderPool> m_decoders;
     const core::CancelFlag &m_cancel;
     bool m_keepTimes;

@@ -23,7 +23,7 @@ namespace
 
 using Clock = std::chrono::steady_clock;
 
-enum class Answer { NoReply, Lost, Failed, Done };
+enum class Answer { NoReply, Lost, Failed, TooLarge, Done };
 
 // Sends a request and reads as far as what was asked for. The memory that the picture needs may have to be
 // waited for, which is not the decoder's fault: `begin` starts the time anew.
@@ -47,7 +47,10 @@ Answer request(platform::PipedProcess &process, Wish wish, const QString &path,
             return Answer::Lost;
         reply = decoder::readNumber<Reply>(process);
     }
-    return reply == Reply::Done ? Answer::Done : reply == Reply::Failed ? Answer::Failed : Answer::Lost;
+    return reply == Reply::Done       ? Answer::Done
+           : reply == Reply::Failed   ? Answer::Failed
+           : reply == Reply::TooLarge ? Answer::TooLarge
+                                      : Answer::Lost;
 }
 
 } // namespace
@@ -139,7 +142,8 @@ void DecoderPool::countLost(const QString &path)
 template <class Result>
 std::optional<Result>
 DecoderPool::ask(Taken taken, Wish wish, const QString &path, const imaging::BeforeDecode &beforeDecode,
-                 const core::CancelFlag &cancel, std::optional<Result> (*read)(platform::ByteChannel &))
+                 const core::CancelFlag &cancel, std::optional<Result> (*read)(platform::ByteChannel &),
+                 bool *isTooLarge)
 {
     Process process = std::move(taken.process);
     bool givenUp = false;
@@ -162,7 +166,9 @@ DecoderPool::ask(Taken taken, Wish wish, const QString &path, const imaging::Bef
     std::optional<Result> result;
     if (answer == Answer::Done)
         result = read(*process);
-    const bool lost = !result && answer != Answer::Failed;
+    const bool lost = !result && answer != Answer::Failed && answer != Answer::TooLarge;
+    if (isTooLarge && answer == Answer::TooLarge)
+        *isTooLarge = true;
     process->setGiveUp({}); // it refers to what ends with this call
     const std::lock_guard lock(m_mutex);
     if (!lost)
@@ -188,15 +194,18 @@ std::optional<Examination> DecoderPool::examine(const QString &path, const Befor
 std::optional<imaging::LoadedImage>
 DecoderPool::askForPicture(Wish wish, const QString &path, const BeforeDecode &beforeDecode,
                            const core::CancelFlag &cancel,
-                           std::optional<decoder::Picture> (*read)(platform::ByteChannel &))
+                           std::optional<decoder::Picture> (*read)(platform::ByteChannel &), bool *isTooLarge)
 {
     Taken taken = take(path, cancel);
     if (!taken.process) {
-        if (usesThisProcess() && !cancel.isSet())
-            return decoder::decodeFile(path, beforeDecode);
-        return std::nullopt;
+        if (!usesThisProcess() || cancel.isSet())
+            return std::nullopt;
+        std::optional<LoadedImage> loaded = decoder::decodeFile(path, beforeDecode);
+        if (isTooLarge && !loaded)
+            *isTooLarge = decoder::isTooLarge(path);
+        return loaded;
     }
-    auto found = ask<decoder::Picture>(std::move(taken), wish, path, beforeDecode, cancel, read);
+    auto found = ask<decoder::Picture>(std::move(taken), wish, path, beforeDecode, cancel, read, isTooLarge);
     if (!found)
         return std::nullopt;
     return imaging::LoadedImage{std::move(found->image), std::move(found->format)};
@@ -204,24 +213,13 @@ DecoderPool::askForPicture(Wish wish, const QString &path, const BeforeDecode &b
 
 std::optional<imaging::LoadedImage> DecoderPool::picture(const QString &path, const core::CancelFlag &cancel)
 {
-    return askForPicture(Wish::Picture, path, {}, cancel, decoder::readPicture);
+    return askForPicture(Wish::Picture, path, {}, cancel, decoder::readPicture, nullptr);
 }
 
 std::optional<imaging::LoadedImage> DecoderPool::source(const QString &path, const BeforeDecode &beforeDecode,
-                                                        const core::CancelFlag &cancel)
+                                                        const core::CancelFlag &cancel, bool *isTooLarge)
 {
-    return askForPicture(Wish::Source, path, beforeDecode, cancel, decoder::readSource);
-}
-
-bool DecoderPool::isTooLarge(const QString &path, const core::CancelFlag &cancel)
-{
-    Taken taken = take(path, cancel);
-    if (!taken.process)
-        return usesThisProcess() && !cancel.isSet() && decoder::isTooLarge(path);
-    std::optional<bool> (*const read)(platform::ByteChannel &) = [](platform::ByteChannel &) {
-        return std::optional(true);
-    };
-    return ask<bool>(std::move(taken), Wish::TooLarge, path, {}, cancel, read).value_or(false);
+    return askForPicture(Wish::Source, path, beforeDecode, cancel, decoder::readSource, isTooLarge);
 }
 
 } // namespace imaging

@@ -50,10 +50,9 @@ public:
                                        const core::CancelFlag &cancel);
     std::optional<imaging::LoadedImage> picture(const QString &path, const core::CancelFlag &cancel);
     // The same with all that is stored: colour table, up to 16 bits a channel, resolution and colour profile.
+    // `isTooLarge` becomes true where the header states a picture above the limit.
     std::optional<imaging::LoadedImage> source(const QString &path, const BeforeDecode &beforeDecode,
-                                               const core::CancelFlag &cancel);
-    // Why the others gave nothing: the header states a picture above the limit. False for what is no picture.
-    bool isTooLarge(const QString &path, const core::CancelFlag &cancel);
+                                               const core::CancelFlag &cancel, bool *isTooLarge = nullptr);
 
     // Ends the decoders that have nothing to do; the next picture starts one again.
     void rest();
@@ -75,11 +74,12 @@ private:
     template <class Result>
     std::optional<Result> ask(Taken taken, decoder::Wish wish, const QString &path,
                               const imaging::BeforeDecode &beforeDecode, const core::CancelFlag &cancel,
-                              std::optional<Result> (*read)(platform::ByteChannel &));
+                              std::optional<Result> (*read)(platform::ByteChannel &),
+                              bool *isTooLarge = nullptr);
     std::optional<imaging::LoadedImage>
     askForPicture(decoder::Wish wish, const QString &path, const BeforeDecode &beforeDecode,
                   const core::CancelFlag &cancel,
-                  std::optional<decoder::Picture> (*read)(platform::ByteChannel &));
+                  std::optional<decoder::Picture> (*read)(platform::ByteChannel &), bool *isTooLarge);
     Taken take(const QString &path, const core::CancelFlag &cancel);
     Process startFor(const QString &path, const core::CancelFlag &cancel);
     Process start(const core::CancelFlag &cancel) const;

@@ -80,14 +80,14 @@ QString lossText(const char *name, bool isCut, const QByteArray &found, const QB
     if (isCut && found.isEmpty())
         return QCoreApplication::translate("conversion", "%1 was left out: it is too long")
             .arg(QLatin1StringView(name));
-    if (isCut && leftOut.isEmpty() && !adapted.isEmpty())
-        return QCoreApplication::translate("conversion", "A part of %1 was left out: it is too long")
-            .arg(QLatin1StringView(name));
     if (!found.isEmpty() && adapted.isEmpty())
         return QCoreApplication::translate("conversion", "%1 was left out: it is damaged")
             .arg(QLatin1StringView(name));
     if (!leftOut.isEmpty())
         return QCoreApplication::translate("conversion", "%1 was left out: it is too long for this format")
+            .arg(QLatin1StringView(name));
+    if (isCut)
+        return QCoreApplication::translate("conversion", "A part of %1 was left out: it is too long")
             .arg(QLatin1StringView(name));
     return {};
 }

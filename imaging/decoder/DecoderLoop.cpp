@@ -28,6 +28,16 @@ std::optional<imaging::LoadedImage> load(platform::ByteChannel &application, con
     }
 }
 
+// Reads the header once more, where somebody is told why there is no picture.
+Reply refusal(const Request &request)
+{
+    try {
+        return request.wish == Wish::Source && isTooLarge(request.path) ? Reply::TooLarge : Reply::Failed;
+    } catch (const std::exception &) {
+        return Reply::Failed;
+    }
+}
+
 QImage bounded(const QImage &thumbnail)
 {
     if (std::max(thumbnail.width(), thumbnail.height()) <= longestThumbnailSide)
@@ -48,11 +58,9 @@ bool answerExamine(platform::ByteChannel &application, imaging::LoadedImage load
 
 bool answer(platform::ByteChannel &application, const Request &request, const imaging::Decode &decode)
 {
-    if (request.wish == Wish::TooLarge)
-        return writeNumber(application, isTooLarge(request.path) ? Reply::Done : Reply::Failed);
     std::optional<imaging::LoadedImage> loaded = load(application, decode, request.path);
     if (!loaded)
-        return writeNumber(application, Reply::Failed);
+        return writeNumber(application, refusal(request));
     if (request.wish == Wish::Examine)
         return answerExamine(application, std::move(*loaded));
     if (!writeNumber(application, Reply::Done))

@@ -17,7 +17,7 @@
 //     application  request
 //     decoder      Needs and the bytes that the picture will take     (once, or not at all)
 //     application  one byte: go on
-//     decoder      Done and what was asked for, or Failed
+//     decoder      Done and what was asked for; Failed; or, to Wish::Source only, TooLarge
 //
 // A decoder has read a hostile file and may say anything: every number that comes from it is checked before
 // it is used.
@@ -29,10 +29,9 @@ inline constexpr quint32 greeting = 0x4c4b4433; // "LKD3"; changes with the mess
 enum class Wish : quint8 {
     Examine, // an imaging::Examination
     Picture, // the picture itself, for the screen
-    Source,  // the picture as it is stored, for a conversion
-    TooLarge // whether it is above the limit: Done for yes, without more, and Failed for no
+    Source   // the picture as it is stored, for a conversion
 };
-enum class Reply : quint8 { Failed, Needs, Done };
+enum class Reply : quint8 { Failed, Needs, Done, TooLarge };
 
 struct Request {
     Wish wish = Wish::Examine;

@@ -58,6 +58,7 @@ private slots:
     void agreesWithThisProcess_data();
     void agreesWithThisProcess();
     void dropsWhatIsNoPicture();
+    void tellsWhatIsTooLarge();
     void keepsNobodyFromMovingTheFile();
     void everyAnswerIsChecked();
     void survives_data();
@@ -136,10 +137,26 @@ void DecoderPoolTest::dropsWhatIsNoPicture()
     QVERIFY(!pool.examine(folder.makeFile(u"empty.jpg"_s), {}, m_never));
     QVERIFY(!pool.examine(folder.makeFolder(u"folder.jpg"_s), {}, m_never));
     QVERIFY(!pool.picture(folder.path(u"missing.jpg"_s), m_never));
-    QVERIFY(!pool.isTooLarge(folder.path(u"text.png"_s), m_never));
-    QVERIFY(!pool.isTooLarge(savePicture(folder, u"small.png"_s, blocks(1)), m_never));
-    QVERIFY(pool.isTooLarge(folder.makeFile(u"huge.ppm"_s, "P6\n8192 8193\n255\n"), m_never));
     QCOMPARE(pool.lost(), 0);
+}
+
+void DecoderPoolTest::tellsWhatIsTooLarge()
+{
+    const TestFolder folder;
+    const QString huge = folder.makeFile(u"huge.ppm"_s, "P6\n8192 8193\n255\n");
+    const QString cut = folder.makeFile(u"cut.ppm"_s, "P6\n8192 8192\n255\n");
+    const QString text = folder.makeFile(u"text.png"_s, "no picture");
+    for (const QString &program : {realDecoder(), folder.path(u"missing.exe"_s)}) {
+        imaging::DecoderPool pool({program});
+        for (const QString &path : {huge, cut, text, huge}) {
+            bool isTooLarge = false;
+            QVERIFY(!pool.source(path, {}, m_never, &isTooLarge));
+            QCOMPARE(isTooLarge, path == huge);
+        }
+        QVERIFY(!pool.examine(huge, {}, m_never));
+        QCOMPARE(pool.lost(), 0);
+        QCOMPARE(pool.usesThisProcess(), program != realDecoder());
+    }
 }
 
 void DecoderPoolTest::keepsNobodyFromMovingTheFile()

@@ -31,13 +31,14 @@ public:
         const qsizetype length = bigNumber(content, digestLength);
         const qsizetype at = bigNumber(content, digestLength + 4);
         const QByteArray part = content.mid(extensionHeader);
-        m_isCut = m_isCut || length > maxMetadataBytes;
-        if (length > maxMetadataBytes || part.isEmpty() || at + part.size() > length)
+        if (part.isEmpty() || at + part.size() > length)
             return;
         Extension &extension = m_all[content.left(digestLength).toUpper()];
         if (extension.bytes.isEmpty()) {
-            if ((m_left -= length) < 0)
+            extension.isTooLong = length > m_left;
+            if (extension.isTooLong)
                 return;
+            m_left -= length;
             extension.bytes.resize(length);
         }
         if (at + part.size() > extension.bytes.size())
@@ -45,7 +46,7 @@ public:
         std::copy(part.begin(), part.end(), extension.bytes.begin() + at);
         extension.had += part.size();
     }
-    bool isCut() const { return m_isCut; }
+    bool isTooLong(const QByteArray &digest) const { return m_all.value(digest).isTooLong; }
     // Empty where it is not there whole.
     QByteArray take(const QByteArray &digest) const
     {
@@ -57,10 +58,10 @@ private:
     struct Extension {
         QByteArray bytes;
         qsizetype had = 0;
+        bool isTooLong = false;
     };
     QHash<QByteArray, Extension> m_all;
     qsizetype m_left = maxMetadataBytes;
-    bool m_isCut = false;
 };
 
 QByteArray segment(const QByteArray &content)
@@ -119,9 +120,10 @@ Metadata readJpegMetadata(QIODevice &device)
         }
         at += 2 + length;
     }
-    if (const QByteArray more = extensions.take(extensionDigest(found.xmp)); !more.isEmpty())
+    const QByteArray digest = extensionDigest(found.xmp);
+    found.isXmpCut = extensions.isTooLong(digest);
+    if (const QByteArray more = extensions.take(digest); !more.isEmpty())
         found.xmp = mergedXmp(found.xmp, more);
-    found.isXmpCut = extensions.isCut();
     return found;
 }
 

@@ -4,6 +4,7 @@
 #include "ConvertImage/engine/PictureWriter.h"
 #include "ConvertImage/engine/Targets.h"
 #include "ConvertImage/engine/metadata/ExifEditor.h"
+#include "ConvertImage/engine/metadata/MetadataBytes.h"
 
 #include <QBuffer>
 #include <QColorSpace>
@@ -78,6 +79,16 @@ QByteArray xmp(const QByteArray &attributes, const QByteArray &elements = {})
            attributes + ">" + elements + "</rdf:Description></rdf:RDF></x:xmpmeta><?xpacket end=\"w\"?>";
 }
 
+QByteArray hex(const char *text)
+{
+    return QByteArray::fromHex(text);
+}
+
+QByteArray box(const QByteArray &type, const QByteArray &content)
+{
+    return bigBytes(quint32(content.size() + 8)) + type + content;
+}
+
 } // namespace
 
 class TestWriters : public QObject
@@ -96,6 +107,8 @@ private slots:
     void tiffOfEitherOrder();
     void placeIsCleared();
     void longMetadataOfJpeg();
+    void lostMetadataIsTold_data();
+    void lostMetadataIsTold();
     void damagedExif();
     void pdfGeometry_data();
     void pdfGeometry();
@@ -208,12 +221,6 @@ void TestWriters::metadataTravels()
 // Made by hand: these formats' own writers are not everywhere.
 void TestWriters::itemsKeepTheirPlaces()
 {
-    const auto box = [](const QByteArray &type, const QByteArray &content) {
-        QByteArray length(4, '\0');
-        qToBigEndian(quint32(content.size() + 8), length.data());
-        return QByteArray(length + type + content);
-    };
-    const auto hex = [](const char *text) { return QByteArray::fromHex(text); };
     const auto file = [&](const QByteArray &offset) {
         const QByteArray info = box("infe", hex("02000000 0001 0000") + QByteArray("av01\0", 5));
         const QByteArray meta =
@@ -312,6 +319,78 @@ void TestWriters::longMetadataOfJpeg()
     QVERIFY(metadataIn(torn).xmp.contains("Title") && !metadataIn(torn).xmp.contains(history));
     const Metadata broken{{}, "<x:xmpmeta"};
     QVERIFY(!writePicture(file, image, {.target = Target::Jpg}, broken).note.isEmpty());
+}
+
+void TestWriters::lostMetadataIsTold_data()
+{
+    QTest::addColumn<QByteArray>("file");
+    QTest::addColumn<QString>("told");
+    const QByteArray much(5 << 20, 'x');
+    const QByteArray keyword("XML:com.adobe.xmp\0", 18);
+    const auto png = [](const QByteArray &type, const QByteArray &content) -> QByteArray {
+        return hex("89504e470d0a1a0a") + bigBytes(quint32(content.size())) + type + content + "sum.";
+    };
+    const auto webp = [](const QByteArray &type, const QByteArray &content) -> QByteArray {
+        return "RIFFsizeWEBP" + type + littleBytes(quint32(content.size())) + content;
+    };
+    const auto jxl = [](const QByteArray &type, const QByteArray &content) -> QByteArray {
+        return hex("0000000c4a584c200d0a870a") + box(type, content);
+    };
+    const QString isDamaged = QStringLiteral("EXIF was left out: it is damaged");
+    const QString noExif = QStringLiteral("EXIF was left out: it is too long");
+    const QString noXmp = QStringLiteral("XMP was left out: it is too long");
+    QTest::newRow("nothing is lost") << png("eXIf", cameraExif()) << QString();
+    QTest::newRow("damaged") << png("eXIf", "text") << isDamaged;
+    QTest::newRow("PNG's EXIF") << png("eXIf", much) << noExif;
+    QTest::newRow("cut off, not too long") << png("eXIf", much).first(5000) << QString();
+    QTest::newRow("PNG's XMP") << png("iTXt", keyword + much) << noXmp;
+    QTest::newRow("a text that is no XMP") << png("iTXt", much) << QString();
+    QTest::newRow("WebP's EXIF") << webp("EXIF", much) << noExif;
+    QTest::newRow("WebP's XMP") << webp("XMP ", much) << noXmp;
+    QTest::newRow("JXL's EXIF") << jxl("Exif", much) << noExif;
+    QTest::newRow("JXL's both") << jxl("Exif", much) + box("xml ", much)
+                                << noExif + QStringLiteral(". ") + noXmp;
+
+    const QByteArray item = box("infe", hex("02000000 0001 0000") + QByteArray("Exif\0", 5));
+    const QByteArray heif =
+        box("ftyp", "heic") +
+        box("meta", hex("00000000") + box("iinf", hex("00000000 0001") + item) +
+                        box("iloc", hex("00000000 4400 0001 0001 0000 0002 00000000 00280000 "
+                                        "00000000 00280000")));
+    QTest::newRow("HEIF's EXIF, in two extents") << heif + much << noExif;
+    QTest::newRow("extents beyond the end") << heif << isDamaged;
+
+    const QByteArray veryMuch(9 << 20, 'x');
+    QTest::newRow("TIFF's XMP") << hex("49492a0008000000 0100 bc02 0100 00009000 08000000 00000000") +
+                                       veryMuch
+                                << noXmp;
+    QTest::newRow("TIFF's maker note") << hex("49492a0008000000 0100 6987 0400 01000000 1a000000 00000000"
+                                              "0200 02a0 0400 01000000 a00f0000"
+                                              "     7c92 0700 00009000 08000000 00000000") +
+                                              veryMuch
+                                       << QStringLiteral("A part of EXIF was left out: it is too long");
+    QTest::newRow("TIFF's strips") << hex("49492a0008000000 0100 1101 0400 00002400 08000000 00000000") +
+                                          veryMuch
+                                   << QString();
+
+    const QByteArray extension("/xmp/extension/\0", 16);
+    QByteArray jpeg = written(colourful(8, 8), {.target = Target::Jpg},
+                              {{}, xmp("", "<dc:title>" + QByteArray(90'000, 'h') + "</dc:title>")});
+    for (qsizetype at = 0; (at = jpeg.indexOf(extension, at)) >= 0; at += extension.size())
+        jpeg.replace(at + extension.size() + 32, 4, bigBytes(quint32(much.size())));
+    QTest::newRow("JPEG's XMP") << jpeg << QStringLiteral("A part of XMP was left out: it is too long");
+}
+
+// What is too long is not read, which is no reason to be silent about it.
+void TestWriters::lostMetadataIsTold()
+{
+    QFETCH(const QByteArray, file);
+    QBuffer target;
+    target.open(QIODevice::ReadWrite);
+    const WriteResult result =
+        writePicture(target, colourful(8, 8), {.target = Target::Png}, metadataIn(file));
+    QCOMPARE(result.problem, QString());
+    QTEST(result.note, "told");
 }
 
 void TestWriters::damagedExif()
