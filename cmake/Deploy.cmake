@@ -50,6 +50,13 @@ if(LARKSPUR_FORMATS)
   install(DIRECTORY ${LARKSPUR_FORMATS}/licenses/ DESTINATION licenses)
 endif()
 
+# Some of them write better with other settings than their own: those of stage "writers" come over them.
+if(LARKSPUR_FORMATS AND CMAKE_CROSSCOMPILING)
+  execute_process(COMMAND ${CMAKE_SOURCE_DIR}/tools/toolchain --writers
+    OUTPUT_VARIABLE writers OUTPUT_STRIP_TRAILING_WHITESPACE COMMAND_ERROR_IS_FATAL ANY)
+  install(DIRECTORY ${writers}/plugins/ DESTINATION . FILES_MATCHING PATTERN "*.dll")
+endif()
+
 if(CMAKE_CROSSCOMPILING)
   execute_process(COMMAND ${CMAKE_SOURCE_DIR}/tools/toolchain --svg
     OUTPUT_VARIABLE svg OUTPUT_STRIP_TRAILING_WHITESPACE COMMAND_ERROR_IS_FATAL ANY)

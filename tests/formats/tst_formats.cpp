@@ -50,6 +50,8 @@ private slots:
     void keepsColourSpace();
     void qualityMatters_data() { formatRows({"avif", "heic", "jxl", "webp", "jpg"}); }
     void qualityMatters();
+    void compressedTiff_data();
+    void compressedTiff();
     void isUpright_data();
     void isUpright();
     void drawsVectors_data();
@@ -159,6 +161,36 @@ void TestFormats::qualityMatters()
     QVERIFY(!low.isEmpty());
     QVERIFY(low.size() < high.size());
     QVERIFY(difference(decoded(high), image).mean < difference(decoded(low), image).mean);
+}
+
+void TestFormats::compressedTiff_data()
+{
+    QTest::addColumn<QImage::Format>("format");
+    QTest::addColumn<double>("share"); // of the bytes of its pixels that a picture may take
+    QTest::newRow("8 bits") << QImage::Format_RGB888 << 0.1;
+    QTest::newRow("with alpha") << QImage::Format_RGBA8888 << 0.1;
+    QTest::newRow("grey") << QImage::Format_Grayscale8 << 0.1;
+    QTest::newRow("16 bits") << QImage::Format_RGBX64 << 0.1;
+    QTest::newRow("colour table") << QImage::Format_Indexed8 << 1.0;
+    QTest::newRow("bitmap") << QImage::Format_Mono << 1.0;
+    QTest::newRow("real numbers") << QImage::Format_RGBX32FPx4 << 1.0;
+}
+
+void TestFormats::compressedTiff()
+{
+    QFETCH(QImage::Format, format);
+    const QImage image = picture({512, 384}, format);
+    const QImage given = image.copy();
+    QBuffer buffer;
+    buffer.open(QIODevice::WriteOnly);
+    QImageWriter writer(&buffer, "tiff");
+    writer.setCompression(1);
+    QVERIFY(writer.write(given));
+    QCOMPARE(given, image); // the writer works on a copy
+    QCOMPARE(difference(decoded(buffer.data()), image).worst, 0);
+    QFETCH(double, share);
+    QVERIFY2(double(buffer.size()) < share * double(image.sizeInBytes()),
+             qPrintable(QString::number(buffer.size())));
 }
 
 void TestFormats::isUpright_data()

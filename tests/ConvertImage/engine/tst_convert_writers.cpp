@@ -351,14 +351,17 @@ void TestWriters::lostMetadataIsTold_data()
     QTest::newRow("JXL's both") << jxl("Exif", much) + box("xml ", much)
                                 << noExif + QStringLiteral(". ") + noXmp;
 
-    const QByteArray item = box("infe", hex("02000000 0001 0000") + QByteArray("Exif\0", 5));
-    const QByteArray heif =
-        box("ftyp", "heic") +
-        box("meta", hex("00000000") + box("iinf", hex("00000000 0001") + item) +
-                        box("iloc", hex("00000000 4400 0001 0001 0000 0002 00000000 00280000 "
-                                        "00000000 00280000")));
-    QTest::newRow("HEIF's EXIF, in two extents") << heif + much << noExif;
-    QTest::newRow("extents beyond the end") << heif << isDamaged;
+    const auto heif = [](const QByteArray &item) {
+        return box("ftyp", "heic") +
+               box("meta", hex("00000000") +
+                               box("iinf", hex("00000000 0001") +
+                                               box("infe", hex("02000000 0001 0000") + item + '\0')) +
+                               box("iloc", hex("00000000 4400 0001 0001 0000 0002 00000000 00280000 "
+                                               "00000000 00280000")));
+    };
+    QTest::newRow("HEIF's EXIF, in two extents") << heif("Exif") + much << noExif;
+    QTest::newRow("HEIF's XMP") << heif(QByteArray("mime\0application/rdf+xml", 24)) + much << noXmp;
+    QTest::newRow("extents beyond the end") << heif("Exif") << isDamaged;
 
     const QByteArray veryMuch(9 << 20, 'x');
     QTest::newRow("TIFF's XMP") << hex("49492a0008000000 0100 bc02 0100 00009000 08000000 00000000") +
