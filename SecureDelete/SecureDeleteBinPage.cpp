@@ -6,6 +6,7 @@
 #include "widgets/Controls.h"
 #include "widgets/FLTableView.h"
 #include "widgets/ResultView.h"
+#include "widgets/SearchLine.h"
 #include "widgets/Theme.h"
 
 #include <QHBoxLayout>
@@ -65,6 +66,10 @@ SecureDeleteBinPage::SecureDeleteBinPage(BinReader::BinFolders folders, QWidget 
     connect(m_deleteSelected, &QPushButton::clicked, this, [this] { emit deleteRequested(false); });
     connect(m_empty, &QPushButton::clicked, this, [this] { emit deleteRequested(true); });
     connect(m_list, &ResultView::selectionChanged, this, &SecureDeleteBinPage::enableButtons);
+    connect(m_list, &ResultView::told, this, &SecureDeleteBinPage::told);
+    setTabOrder(m_deleteSelected, m_list->searchLine());
+    setTabOrder(m_list->searchLine(), m_list->view());
+    setTabOrder(m_list->view(), m_empty);
     enableButtons();
 }
 

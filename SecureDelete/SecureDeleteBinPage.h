@@ -2,6 +2,7 @@
 #pragma once
 
 #include "SecureDelete/BinModel.h"
+#include "widgets/NoticeBar.h"
 
 #include <QWidget>
 
@@ -27,6 +28,7 @@ public slots:
 
 signals:
     void deleteRequested(bool all);
+    void told(NoticeBar::Kind kind, const QString &notice);
 
 protected:
     void showEvent(QShowEvent *event) override;

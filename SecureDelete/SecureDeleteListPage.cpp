@@ -38,10 +38,14 @@ SecureDeleteListPage::SecureDeleteListPage(ItemReader::MediumOf mediumOf, QWidge
     buildBottom();
     connect(m_list, &ResultView::selectionChanged, this,
             [this] { m_remove->setEnabled(m_list->view()->selectionModel()->hasSelection()); });
+    connect(m_list, &ResultView::told, this, &SecureDeleteListPage::told);
     for (const auto signal : {&QAbstractItemModel::rowsInserted, &QAbstractItemModel::rowsRemoved})
         connect(m_model, signal, this, &SecureDeleteListPage::showTotals);
     connect(m_model, &QAbstractItemModel::modelReset, this, &SecureDeleteListPage::showTotals);
     connect(m_model, &QAbstractItemModel::dataChanged, this, &SecureDeleteListPage::showTotals);
+    setTabOrder(m_clear, m_list->view());
+    setTabOrder(m_list->view(), m_otherNames);
+    setTabOrder(m_otherNames, m_delete);
     showTotals();
 }
 
@@ -157,9 +161,11 @@ void SecureDeleteListPage::onReaderDone()
     m_reader.reset();
     if (!refused.isEmpty())
         emit told(
+            NoticeBar::Kind::Info,
             tr("Not added, since it is a drive or is not there: %1").arg(refused.join(QLatin1String(", "))));
     else if (m_doubles > 0)
-        emit told(core::countText(m_doubles, tr("One of these items is on the list already."),
+        emit told(NoticeBar::Kind::Info,
+                  core::countText(m_doubles, tr("One of these items is on the list already."),
                                   tr("%1 of these items are on the list already.")));
     showTotals();
     readNext();

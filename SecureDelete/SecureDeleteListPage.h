@@ -2,6 +2,7 @@
 #pragma once
 
 #include "SecureDelete/ItemModel.h"
+#include "widgets/NoticeBar.h"
 
 #include <QWidget>
 
@@ -33,7 +34,7 @@ public slots:
 
 signals:
     void deleteRequested();
-    void told(const QString &notice);
+    void told(NoticeBar::Kind kind, const QString &notice);
 
 private slots:
     void on_addFilesButton_clicked();

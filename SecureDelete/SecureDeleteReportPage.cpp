@@ -53,10 +53,13 @@ SecureDeleteReportPage::SecureDeleteReportPage(ShredResult result, const QString
 {
     buildLayout(result, method);
     m_records = std::make_shared<const std::vector<ShredRecord>>(std::move(result.records));
-    setFocusProxy(m_list->table());
+    setFocusProxy(m_list);
     m_list->setModel(new ReportModel(m_records, this));
     m_list->setSearch(ResultView::Search::Filter);
     m_list->setEmpty(controls::image("Info16"), tr("Nothing was done"));
+    m_list->dropExportKey();
+    connect(m_list, &ResultView::told, m_notice,
+            [this](NoticeBar::Kind kind, const QString &notice) { m_notice->showNotice(kind, notice); });
     QHeaderView *header = m_list->table()->horizontalHeader();
     header->setSortIndicator(-1, Qt::AscendingOrder);
     header->resizeSection(static_cast<int>(ReportModel::Column::Result), 120);

@@ -107,7 +107,8 @@ void TrackCleanerForm::buildFooter(QVBoxLayout *page)
     m_progress->setFixedHeight(theme::barHeight);
     theme::makeMuted(m_progressPath);
 
-    m_cancel = controls::pushButton(this, {"TrackCleanerCancelButton", "Cancel24", tr("Cancel")});
+    m_cancel = controls::pushButton(
+        this, {"TrackCleanerCancelButton", "Cancel24", tr("Cancel"), {}, Qt::Key_Escape});
     m_analyze = controls::pushButton(this, {"TrackCleanerAnalyzeButton", "FolderSearch24", tr("Analyze")});
     m_clear = controls::pushButton(this, {"TrackCleanerClearButton", "Delete24", tr("Clear")},
                                    controls::Rank::Primary);

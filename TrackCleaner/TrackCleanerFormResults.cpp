@@ -71,8 +71,15 @@ void TrackCleanerForm::showState()
     m_keepUsedToday->setEnabled(!busy);
     m_analyze->setEnabled(!busy && std::ranges::find(items, true) != items.end());
     m_clear->setEnabled(!busy && totals.all() > 0);
+    // What had the focus may be disabled now; it waits where the next step is.
+    const bool wasBusy = !m_cancel->isHidden();
+    const bool waiting = wasBusy && m_cancel->hasFocus();
     m_cancel->setEnabled(busy);
     m_cancel->setVisible(busy);
+    if (busy && !wasBusy)
+        m_cancel->setFocus();
+    else if (!busy && waiting)
+        m_analyze->setFocus();
     for (QWidget *widget : std::initializer_list<QWidget *>{m_progressLabel, m_progress, m_progressPath})
         widget->setVisible(busy);
     m_summary->setVisible(!busy);

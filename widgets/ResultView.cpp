@@ -69,6 +69,18 @@ private:
     QStringList m_words;
 };
 
+// `widget` comes right before `next` with the Tab key, wherever that is.
+void tabBefore(QWidget *widget, QWidget *next)
+{
+    for (QWidget *before = next->previousInFocusChain(); before != next;
+         before = before->previousInFocusChain()) {
+        if (before == widget || before->focusPolicy() == Qt::NoFocus)
+            continue;
+        QWidget::setTabOrder(before, widget);
+        return;
+    }
+}
+
 } // namespace
 
 } // namespace results
@@ -103,7 +115,6 @@ void ResultView::buildLayout(const QString &objectName, const QString &name)
     m_view->setAccessibleName(name);
     m_view->setSelectionMode(QAbstractItemView::ExtendedSelection);
     m_view->setContextMenuPolicy(Qt::DefaultContextMenu);
-    setFocusProxy(m_view);
     auto *body = new QWidget(this);
     m_stack = new QStackedLayout(body);
     m_stack->addWidget(m_view);
@@ -176,6 +187,7 @@ void ResultView::setSearch(Search search)
     if (search != Search::None) {
         m_search = new SearchLine(this);
         addToolWidget(m_search);
+        results::tabBefore(m_search, m_view);
         connect(m_search, &SearchLine::searched, this, &ResultView::filter);
         controls::shortcut(this, QKeySequence::Find, [this] {
             m_search->setFocus(Qt::ShortcutFocusReason);
@@ -201,6 +213,11 @@ void ResultView::filter(const QString &text)
         tree->expandAll();
     showEmpty();
     emit searched(text);
+}
+
+void ResultView::dropExportKey()
+{
+    m_export->setShortcut({});
 }
 
 void ResultView::setEmpty(const QIcon &icon, const QString &title, const QString &text)
@@ -281,6 +298,14 @@ bool ResultView::eventFilter(QObject *watched, QEvent *event)
         showMenu(menu->globalPos());
     }
     return true;
+}
+
+// No focus proxy: the Tab key would stop before one that is hidden, and pass by what lies in between.
+void ResultView::focusInEvent(QFocusEvent *event)
+{
+    if (m_view->isVisible())
+        m_view->setFocus(event->reason());
+    QWidget::focusInEvent(event);
 }
 
 // Actions of this widget are the view's: their keys work while it has the focus.

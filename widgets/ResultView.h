@@ -50,6 +50,8 @@ public:
     QAbstractItemView *view() const { return m_view; }
     void setSearch(Search search);
     SearchLine *searchLine() const { return m_search; } // null for Search::None
+    // On a page whose own button has that key: two of a kind would cancel each other.
+    void dropExportKey();
     void setEmpty(const QIcon &icon, const QString &title, const QString &text = {});
     // In the row of the search line, on its left.
     void addToolWidget(QWidget *widget);
@@ -75,6 +77,7 @@ signals:
 protected:
     bool eventFilter(QObject *watched, QEvent *event) override;
     void actionEvent(QActionEvent *event) override;
+    void focusInEvent(QFocusEvent *event) override;
 
 private:
     void buildLayout(const QString &objectName, const QString &name);

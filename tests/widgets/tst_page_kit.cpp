@@ -23,6 +23,7 @@
 #include <QTest>
 #include <QToolButton>
 #include <QUrl>
+#include <QVBoxLayout>
 
 using namespace Qt::StringLiterals;
 
@@ -81,6 +82,7 @@ private slots:
     void aTableThatChangesIsNotExportedHalf();
     void searchingKeepsIndexesRight();
     void emptyListsSayWhy();
+    void theTabKeyGoesThroughAList();
     void theMenuKeyShowsOwnActionsFirst();
     void oneColumnAlwaysStays();
     void factsAreExpandedAndExportedWithTheirWay();
@@ -200,6 +202,38 @@ void PageKitTest::emptyListsSayWhy()
     QCOMPARE(title(), QString());
     list.searchLine()->setText(u"no such file"_s);
     QTRY_COMPARE(title(), u"Nothing found"_s);
+}
+
+// Past an empty one, whose view is hidden, and by its search into one that has rows.
+void PageKitTest::theTabKeyGoesThroughAList()
+{
+    QWidget page;
+    QVBoxLayout layout(&page);
+    QPushButton before, after;
+    ResultTable list(u"t"_s, u"Files"_s, &page);
+    for (QWidget *widget : std::initializer_list<QWidget *>{&before, &list, &after})
+        layout.addWidget(widget);
+    QWidget::setTabOrder(&before, list.view());
+    QWidget::setTabOrder(list.view(), &after);
+    QStandardItemModel model;
+    list.setModel(&model);
+    list.setSearch(ResultView::Search::Filter);
+    list.searchLine()->setEnabled(false);
+    page.show();
+    QVERIFY(QTest::qWaitForWindowActive(&page));
+    const auto next = [&](QWidget *from) {
+        QTest::keyClick(from, Qt::Key_Tab);
+        return page.focusWidget();
+    };
+    before.setFocus();
+    QCOMPARE(next(&before), &after);
+    fill(model);
+    list.searchLine()->setEnabled(true);
+    list.setFocus();
+    QCOMPARE(page.focusWidget(), list.view());
+    before.setFocus();
+    QCOMPARE(next(&before), list.searchLine());
+    QCOMPARE(next(list.searchLine()), list.view());
 }
 
 void PageKitTest::theMenuKeyShowsOwnActionsFirst()
