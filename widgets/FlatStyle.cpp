@@ -4,9 +4,11 @@
 #include "widgets/Theme.h"
 
 #include <QAbstractSpinBox>
+#include <QCheckBox>
 #include <QComboBox>
 #include <QPainter>
 #include <QPainterPath>
+#include <QRadioButton>
 #include <QStyleOption>
 #include <QTabBar>
 #include <QWidget>
@@ -117,8 +119,6 @@ void toolButton(const QStyleOption *option, QPainter *painter, const QWidget *wi
             on       ? c.accent
             : raised ? lineOf(option, c)
                      : QColor());
-    if (focused(option))
-        theme::paintFocusRing(*painter, option->rect, c, theme::controlRadius);
 }
 
 // Line edits, spin boxes and combo boxes.
@@ -320,8 +320,12 @@ void FlatStyle::drawPrimitive(PrimitiveElement element, const QStyleOption *opti
             frame && frame->lineWidth > 0)
             flat::field(option, painter, widget, theme::colors(widget).field);
         return;
-    case PE_FrameLineEdit:
     case PE_FrameFocusRect:
+        // The other controls show it themselves, and a list by its selection.
+        if (qobject_cast<const QCheckBox *>(widget) || qobject_cast<const QRadioButton *>(widget))
+            theme::paintFocusRing(*painter, option->rect, theme::colors(widget), theme::controlRadius);
+        return;
+    case PE_FrameLineEdit:
     case PE_FrameButtonBevel:
     case PE_FrameDefaultButton:
         return;
@@ -387,6 +391,9 @@ void FlatStyle::drawComplexControl(ComplexControl control, const QStyleOptionCom
         return flat::slider(range, painter, widget);
     }
     QProxyStyle::drawComplexControl(control, option, painter, widget);
+    // Not with the panel: a button that is not raised has none.
+    if (control == CC_ToolButton && flat::focused(option))
+        theme::paintFocusRing(*painter, option->rect, flat::colorsOf(widget), theme::controlRadius);
 }
 
 QRect FlatStyle::subElementRect(SubElement element, const QStyleOption *option, const QWidget *widget) const

@@ -1,7 +1,16 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
+#include "widgets/FlatStyle.h"
 #include "widgets/Theme.h"
 
+#include <QCheckBox>
+#include <QComboBox>
+#include <QPushButton>
+#include <QRadioButton>
+#include <QSlider>
+#include <QSpinBox>
 #include <QTest>
+#include <QToolButton>
+#include <QVBoxLayout>
 
 namespace
 {
@@ -27,6 +36,7 @@ private slots:
     void textsAreReadableOnEveryPalette_data();
     void textsAreReadableOnEveryPalette();
     void onlyASelectionThatIsNotSeenIsReplaced();
+    void theFocusIsSeenOnEveryControl();
 };
 
 void ThemeTest::textsAreReadableOnEveryPalette_data()
@@ -74,6 +84,32 @@ void ThemeTest::onlyASelectionThatIsNotSeenIsReplaced()
     QVERIFY(theme::contrast(highlight, QColor(0x2d, 0x2d, 0x2d)) >= 2);
     QVERIFY(theme::contrast(highlight, own.color(QPalette::HighlightedText)) >= 4.5);
     QVERIFY(!own.isBrushSet(QPalette::Active, QPalette::Window));
+}
+
+void ThemeTest::theFocusIsSeenOnEveryControl()
+{
+    QApplication::setStyle(new FlatStyle);
+    QWidget page;
+    auto *quiet = new QToolButton; // as in the head of a page
+    quiet->setAutoRaise(true);
+    QVBoxLayout layout(&page);
+    for (QWidget *control : std::initializer_list<QWidget *>{
+             new QPushButton, quiet, new QToolButton, new QCheckBox(QStringLiteral("x")),
+             new QRadioButton(QStringLiteral("x")), new QLineEdit, new QSpinBox, new QComboBox,
+             new QSlider(Qt::Horizontal)}) {
+        control->setFocusPolicy(Qt::StrongFocus);
+        layout.addWidget(control);
+    }
+    page.show();
+    QVERIFY(QTest::qWaitForWindowActive(&page));
+    for (int index = 0; index < layout.count(); ++index) {
+        QWidget *control = layout.itemAt(index)->widget();
+        control->clearFocus();
+        const QImage without = control->grab().toImage();
+        control->setFocus(Qt::TabFocusReason);
+        QVERIFY2(control->grab().toImage() != without,
+                 qPrintable(QLatin1String(control->metaObject()->className()) + QString::number(index)));
+    }
 }
 
 QTEST_MAIN(ThemeTest)
