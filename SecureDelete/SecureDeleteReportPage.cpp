@@ -87,6 +87,7 @@ void SecureDeleteReportPage::buildLayout(const ShredResult &result, const QStrin
     m_header->addWidget(m_withNames);
     QPushButton *save = m_header->addButton({"saveReportButton", "Save24", tr("Save Report"),
                                              tr("Save the report as text or CSV"), QKeySequence::Save});
+    setTabOrder(m_withNames, save);
     connect(save, &QPushButton::clicked, this, &SecureDeleteReportPage::on_saveReportButton_clicked);
     connect(m_header, &PageHeader::back, this, &SecureDeleteReportPage::back);
     auto *layout = new QVBoxLayout(this);

@@ -42,6 +42,12 @@ bool pressed(const QStyleOption *option)
     return enabled(option) && (option->state & QStyle::State_Sunken);
 }
 
+// Whether the focus is worth showing on what has it by a click or as the first of its page, too.
+bool isReachedByKey(const QStyleOption *option)
+{
+    return option->state & QStyle::State_KeyboardFocusChange;
+}
+
 bool focused(const QStyleOption *option)
 {
     return enabled(option) && (option->state & QStyle::State_HasFocus);
@@ -322,7 +328,8 @@ void FlatStyle::drawPrimitive(PrimitiveElement element, const QStyleOption *opti
         return;
     case PE_FrameFocusRect:
         // The other controls show it themselves, and a list by its selection.
-        if (qobject_cast<const QCheckBox *>(widget) || qobject_cast<const QRadioButton *>(widget))
+        if (flat::isReachedByKey(option) &&
+            (qobject_cast<const QCheckBox *>(widget) || qobject_cast<const QRadioButton *>(widget)))
             theme::paintFocusRing(*painter, option->rect, theme::colors(widget), theme::controlRadius);
         return;
     case PE_FrameLineEdit:
@@ -392,7 +399,7 @@ void FlatStyle::drawComplexControl(ComplexControl control, const QStyleOptionCom
     }
     QProxyStyle::drawComplexControl(control, option, painter, widget);
     // Not with the panel: a button that is not raised has none.
-    if (control == CC_ToolButton && flat::focused(option))
+    if (control == CC_ToolButton && flat::focused(option) && flat::isReachedByKey(option))
         theme::paintFocusRing(*painter, option->rect, flat::colorsOf(widget), theme::controlRadius);
 }
 

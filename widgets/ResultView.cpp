@@ -286,8 +286,20 @@ void ResultView::exportRows()
                       [this] { return viewrows::table(*m_view, m_view->accessibleName()); });
 }
 
+// The list shows its focus by a selected row.
+void ResultView::selectOnFocus(Qt::FocusReason reason)
+{
+    if ((reason != Qt::TabFocusReason && reason != Qt::BacktabFocusReason) || !m_view->selectionModel() ||
+        m_view->selectionModel()->hasSelection())
+        return;
+    const QModelIndex current = m_view->currentIndex();
+    m_view->setCurrentIndex(current.isValid() ? current : m_view->model()->index(0, 0, m_view->rootIndex()));
+}
+
 bool ResultView::eventFilter(QObject *watched, QEvent *event)
 {
+    if (watched == m_view && event->type() == QEvent::FocusIn)
+        selectOnFocus(static_cast<QFocusEvent *>(event)->reason());
     if (event->type() != QEvent::ContextMenu || (watched != m_view && watched != m_view->viewport()))
         return QWidget::eventFilter(watched, event);
     const auto *menu = static_cast<QContextMenuEvent *>(event);

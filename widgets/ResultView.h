@@ -88,6 +88,7 @@ private:
     void showMenu(const QPoint &globalPosition);
     void showColumnMenu(const QPoint &position);
     void showEmpty();
+    void selectOnFocus(Qt::FocusReason reason);
     QModelIndex toSource(const QModelIndex &index) const;
     QModelIndex fromSource(const QModelIndex &index) const;
 

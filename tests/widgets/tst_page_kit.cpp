@@ -234,6 +234,7 @@ void PageKitTest::theTabKeyGoesThroughAList()
     before.setFocus();
     QCOMPARE(next(&before), list.searchLine());
     QCOMPARE(next(list.searchLine()), list.view());
+    QCOMPARE(list.selected().size(), 1);
 }
 
 void PageKitTest::theMenuKeyShowsOwnActionsFirst()

@@ -102,6 +102,7 @@ void ThemeTest::theFocusIsSeenOnEveryControl()
     }
     page.show();
     QVERIFY(QTest::qWaitForWindowActive(&page));
+    page.setAttribute(Qt::WA_KeyboardFocusChange); // as after the first Tab
     for (int index = 0; index < layout.count(); ++index) {
         QWidget *control = layout.itemAt(index)->widget();
         control->clearFocus();
