@@ -73,6 +73,9 @@ const FolderSortModel::Order &FolderSortModel::orderOf(const FolderItem *folder)
     order.shown.resize(order.source.size());
     for (std::size_t row = 0; row < order.source.size(); ++row)
         order.shown[static_cast<std::size_t>(order.source[row])] = static_cast<int>(row);
+    order.hasSubfolders.resize(order.source.size());
+    for (int row = 0; const int shown : order.shown) // as the items lie in memory
+        order.hasSubfolders[static_cast<std::size_t>(shown)] = folder->childFolder(row++)->rowCount() > 0;
     return order;
 }
 
@@ -135,7 +138,17 @@ int FolderSortModel::columnCount(const QModelIndex &parent) const
 
 bool FolderSortModel::hasChildren(const QModelIndex &parent) const
 {
-    return rowCount(parent) > 0;
+    const auto *above = static_cast<const FolderItem *>(parent.internalPointer());
+    if (!parent.isValid() || parent.column() > 0 || !above)
+        return rowCount(parent) > 0;
+    return orderOf(above).hasSubfolders[static_cast<std::size_t>(parent.row())] &&
+           (!m_emptied || folderAt(parent) != m_emptied);
+}
+
+// As those of the folder model, without looking for the folder.
+Qt::ItemFlags FolderSortModel::flags(const QModelIndex &index) const
+{
+    return index.isValid() ? Qt::ItemIsEnabled | Qt::ItemIsSelectable : Qt::NoItemFlags;
 }
 
 void FolderSortModel::sort(int column, Qt::SortOrder order)
@@ -183,6 +196,8 @@ void FolderSortModel::showNew(FolderItem *folder)
 {
     m_emptied = folder;
     const QModelIndex parent = indexOf(folder, 0);
+    if (const auto above = m_orders.find(folder->parentFolder()); above != m_orders.end())
+        above->second.hasSubfolders[static_cast<std::size_t>(parent.row())] = folder->rowCount() > 0;
     if (folder->rowCount() > 0)
         beginInsertRows(parent, 0, folder->rowCount() - 1);
     m_emptied = nullptr;

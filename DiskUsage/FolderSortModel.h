@@ -35,12 +35,15 @@ public:
     int rowCount(const QModelIndex &parent = {}) const override;
     int columnCount(const QModelIndex &parent = {}) const override;
     bool hasChildren(const QModelIndex &parent = {}) const override;
+    Qt::ItemFlags flags(const QModelIndex &index) const override;
     void sort(int column, Qt::SortOrder order = Qt::AscendingOrder) override;
 
 private:
     struct Order {
         std::vector<int> source; // shown row -> row of the folder model
         std::vector<int> shown;  // and back
+        // By shown row. A view asks it of every row that it lays out, and the items lie all over the memory.
+        std::vector<bool> hasSubfolders;
     };
 
     // An index holds the folder that its row lies in; null for the root's.

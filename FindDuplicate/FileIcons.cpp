@@ -4,20 +4,65 @@
 #include "FindDuplicate/engine/FileRecord.h"
 #include "platform/Icons.h"
 
-#include <QHash>
+#include <QCoreApplication>
 #include <QPixmap>
+#include <QPointer>
+
+#include <utility>
+
+namespace
+{
+
+// As large as the system's, so that a row does not move when its icon comes.
+QIcon emptyIcon()
+{
+    constexpr int side = 32;
+    QPixmap empty(side, side);
+    empty.fill(Qt::transparent);
+    return empty;
+}
+
+} // namespace
+
+FileIcons &FileIcons::instance()
+{
+    static QPointer<FileIcons> icons;
+    if (!icons)
+        icons = new FileIcons(QCoreApplication::instance());
+    return *icons;
+}
 
 QIcon FileIcons::icon(const QString &fileName)
 {
-    static QHash<QString, QIcon> bySuffix;
     const QString suffix = duplicates::suffixOf(fileName).toString().toLower();
-    const auto known = bySuffix.constFind(suffix);
-    if (known != bySuffix.constEnd())
+    const auto known = m_bySuffix.constFind(suffix);
+    if (known != m_bySuffix.constEnd())
         return *known;
-    const QImage image = platform::systemFileIcon(QStringLiteral("file.") + suffix);
-    const QIcon icon = image.isNull() ? missing() : QIcon(QPixmap::fromImage(image));
-    bySuffix.insert(suffix, icon);
-    return icon;
+    m_unknown.append(suffix);
+    if (!m_answer.isWaiting())
+        ask();
+    return *m_bySuffix.insert(suffix, emptyIcon());
+}
+
+void FileIcons::ask()
+{
+    using Images = QHash<QString, QImage>;
+    m_answer.ask(
+        [suffixes = std::exchange(m_unknown, {})](const core::Asking &asking) {
+            Images images;
+            for (const QString &suffix : suffixes) {
+                if (!asking.isCancelled())
+                    images.insert(suffix, platform::systemFileIcon(QStringLiteral("file.") + suffix));
+            }
+            return images;
+        },
+        [this](const Images &images) {
+            for (const auto &[suffix, image] : images.asKeyValueRange())
+                m_bySuffix.insert(suffix, image.isNull() ? missing() : QIcon(QPixmap::fromImage(image)));
+            if (!m_unknown.isEmpty())
+                ask();
+            emit arrived();
+        });
 }
 
 QIcon FileIcons::missing()

@@ -1,16 +1,38 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
-#include <QIcon>
-#include <QString>
+#include "core/LatestAnswer.h"
 
-// The system's icons for files, asked for once an extension, for all lists together, and only when a row is
-// painted. Interface thread.
-class FileIcons
+#include <QHash>
+#include <QIcon>
+#include <QObject>
+#include <QString>
+#include <QStringList>
+
+// The system's icons for files, for all lists together. Each extension is asked for once, on a thread, when a
+// row with it is painted first; until the answer comes its icon is empty. Interface thread.
+class FileIcons : public QObject
 {
+    Q_OBJECT
+
 public:
+    // Lives as long as the application object.
+    static FileIcons &instance();
+
     // `fileName` bears the extension; nothing is looked at on the disk.
-    static QIcon icon(const QString &fileName);
+    QIcon icon(const QString &fileName);
     static QIcon missing();
     static QIcon removed();
+
+signals:
+    void arrived(); // icons that were empty
+
+private:
+    explicit FileIcons(QObject *parent) : QObject(parent) {}
+
+    void ask();
+
+    QHash<QString, QIcon> m_bySuffix;
+    QStringList m_unknown; // suffixes to be asked for
+    core::LatestAnswer m_answer;
 };

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "FindDuplicate/FindDuplicateResultForm.h"
 
+#include "FindDuplicate/FileIcons.h"
 #include "FindDuplicate/GroupModel.h"
 #include "FindDuplicate/MemberModel.h"
 #include "core/CountText.h"
@@ -120,6 +121,8 @@ bool FindDuplicateResultForm::start()
     list()->view()->setStretchColumn(GroupModel::Text, 0);
     m_memberTree->showColumns({MemberModel::Text});
     m_memberTree->setStretchColumn(MemberModel::Text, 0);
+    for (FLTreeView *view : {list()->view(), m_memberTree})
+        connect(&FileIcons::instance(), &FileIcons::arrived, view->viewport(), qOverload<>(&QWidget::update));
     setGroups(std::make_shared<duplicates::GroupsOf<DuplicateGroup>>(m_groups), m_root);
     m_statistics = duplicates::statisticsOf(*m_groups);
     showSummary();

@@ -81,7 +81,7 @@ QVariant GroupModel::textData(const DuplicateGroup &group, bool exists, int role
     case Qt::AccessibleTextRole:
         return accessibleRowText(exists ? wholeText(file) : movedText(), badges(group));
     case Qt::DecorationRole:
-        return exists ? FileIcons::icon(file.name) : FileIcons::missing();
+        return exists ? FileIcons::instance().icon(file.name) : FileIcons::missing();
     case Qt::ToolTipRole:
         return file.fullPath();
     case FileRowDelegate::TitleRole:

@@ -125,7 +125,7 @@ QVariant MemberModel::textData(int member, int role) const
     case Qt::DecorationRole:
         return isMissing(member) ? FileIcons::missing()
                : file.checked    ? FileIcons::removed()
-                                 : FileIcons::icon(file.name);
+                                 : FileIcons::instance().icon(file.name);
     case Qt::ToolTipRole:
         return toolTip(member);
     case FileRowDelegate::TitleRole:

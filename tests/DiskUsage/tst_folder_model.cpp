@@ -146,6 +146,16 @@ void FolderModelTest::aRescannedFolderChangesTheFoldersAbove()
              QVariant(u"a:114294784:1;c:10485760:1;four.bin:1048576:0;e:0:1;"_s));
     QCOMPARE(raw(model, sorted.mapToSource(sorted.index(0, 0, b)), FolderModel::Path),
              QVariant(u"C:\\r\\a\\b\\z"_s));
+    // One that was empty, seen while its rows come.
+    const QModelIndex e = sorted.index(2, 0, sorted.index(0, 0));
+    disk.addFolder(u"C:\\r\\e\\first"_s);
+    auto filled = scanned(u"C:\\r\\e"_s, disk);
+    tree = FolderModel::buildTree(*filled);
+    QVERIFY(!sorted.hasChildren(e));
+    bool seen = false;
+    connect(&sorted, &QAbstractItemModel::rowsInserted, this, [&] { seen = sorted.hasChildren(e); });
+    FolderModel::destroyTree(model.replaceFolder(sorted.mapToSource(e), filled, std::move(tree)));
+    QVERIFY(seen);
     // What the main scan found about file types is not touched.
     QCOMPARE(result->fileTypes[4].total, quint64(0));
 
