@@ -125,8 +125,8 @@ void ConvertImageForm::convertList(const QStringList &sources)
     const QHash<QString, QString> subfolders = m_page->sources()->subfolders();
     m_search.run(
         {.busyText = tr("the look at the output folder")},
-        [sources, subfolders, settings](const core::JobControl &) {
-            return std::pair(settings, prepareRun(sources, subfolders, settings));
+        [sources, subfolders, settings, decoders = m_decoders](const core::JobControl &job) {
+            return std::pair(settings, prepareRun(sources, subfolders, settings, *decoders, job.cancel));
         },
         [this, sources](auto &job) {
             auto prepared = job.takeResult();
@@ -183,13 +183,21 @@ void ConvertImageForm::begin(const QStringList &sources, const PreparedRun &prep
     start(std::move(files), Existing::List);
 }
 
-// A document whose path was remembered is asked about, as nobody has just said that it is to go.
+// A thousand pictures without their mark are not what anybody wants. A document whose path was remembered is
+// asked about, as nobody has just said that it is to go.
 bool ConvertImageForm::mayStart(const PreparedRun &prepared)
 {
     const conversion::Settings settings = this->settings();
     const auto isYes = [this](const QString &title, const QString &question) {
         return platform::dialogs().ask(this, title, question) == QMessageBox::Yes;
     };
+    const conversion::QrMark &code = settings.rendering.marks.qr;
+    if (prepared.markIsUnreadable &&
+        !isYes(tr("Watermark"), tr("The picture of the watermark cannot be read. Convert without it?")))
+        return false;
+    if (!code.text.isEmpty() && conversion::qrModulePixels(code.text, code.size) == 0 &&
+        !isYes(tr("Watermark"), tr("The text is too long for a QR code. Convert without the code?")))
+        return false;
     if (prepared.documentExists && !m_documentIsFresh)
         return isYes(tr("PDF document"), tr("Replace the document \"%1\"?").arg(settings.pdfFileName));
     return !prepared.folderMissing ||
@@ -314,7 +322,7 @@ bool ConvertImageForm::askAboutExisting()
     }
     if (outputs.isEmpty())
         return false;
-    OverwriteFileDialog dialog(outputs, sources, m_run.sources, m_decoders, this);
+    OverwriteFileDialog dialog(outputs, sources, m_page->sources()->paths(), m_decoders, this);
     if (dialog.exec() != QDialog::Accepted)
         return false;
     const std::vector<OverwriteFileDialog::Answer> answers = dialog.answers();
@@ -352,5 +360,6 @@ void ConvertImageForm::showResults()
 
 void ConvertImageForm::tryAgain()
 {
-    convertList(m_results->failedSources());
+    // A document is made of all its pages again: of those that failed alone, it would lose the others.
+    convertList(isDocument(settings()) ? m_run.sources : m_results->failedSources());
 }

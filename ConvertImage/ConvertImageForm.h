@@ -47,7 +47,7 @@ signals:
 private:
     // One run, and what is run again after the user's answers.
     struct Run {
-        QStringList sources; // of the list, all of them
+        QStringList sources; // all of them
         std::vector<conversion::FileResult> results;
         QString error; // of the run as a whole
         bool cancelled = false;

@@ -170,6 +170,7 @@ void ConvertPage::addTools(QHBoxLayout *row)
     more->setPopupMode(QToolButton::InstantPopup);
     row->addStretch();
     row->addWidget(more);
+    setTabOrder(more, m_list);
 }
 
 QWidget *ConvertPage::makePreview()
@@ -196,6 +197,7 @@ QWidget *ConvertPage::makePreview()
         QToolButton *tool = controls::toolButton(middle, button, showText);
         connect(tool, &QToolButton::clicked, m_preview, clicked);
         row->addWidget(tool);
+        setTabOrder(tool, m_preview); // after the last of them
     };
     row->addWidget(m_zoom);
     add({.objectName = "zoomOutButton", .image = "ZoomOut24", .text = tr("Zoom out")}, &PreviewView::zoomOut);

@@ -23,7 +23,7 @@ QString tr(const char *text)
 QString refusal(const QString &path, bool isTooLarge)
 {
     if (isTooLarge)
-        return tr("The picture is too large: it would take more than %1 of memory")
+        return tr("Too large: more than %1 of memory")
             .arg(core::sizeText(qint64(imaging::imageAllocationLimit) << 20));
     return QFile(path).open(QIODevice::ReadOnly) ? tr("The file is not a readable picture")
                                                  : tr("The file cannot be opened");

@@ -2,14 +2,18 @@
 #include "ConvertImage/PrepareRun.h"
 
 #include "ConvertImage/engine/Targets.h"
+#include "imaging/DecoderPool.h"
 #include "platform/Paths.h"
 
 #include <QDir>
 
 PreparedRun prepareRun(const QStringList &sources, const QHash<QString, QString> &subfolders,
-                       const conversion::Settings &settings)
+                       const conversion::Settings &settings, imaging::DecoderPool &decoders,
+                       const core::CancelFlag &cancel)
 {
     PreparedRun run;
+    const QString mark = settings.rendering.marks.picture.path;
+    run.markIsUnreadable = !mark.isEmpty() && !decoders.source(mark, {}, cancel);
     if (settings.encoding.target == conversion::Target::Pdf) {
         for (const QString &source : sources)
             run.files.push_back({source, settings.pdfFileName});

@@ -52,6 +52,7 @@ SettingsPanel::SettingsPanel(SettingsBinding *binding, QWidget *parent)
       m_binding(binding)
 {
     setObjectName(QStringLiteral("settingsTabWidget"));
+    tabBar()->setAccessibleName(tr("Settings"));
     addTab(controls::scrollArea(makeOutputPage()), tr("Output"));
     addTab(controls::scrollArea(makeResizePage()), tr("Resize"));
     addTab(controls::scrollArea(makeAdjustPage()), tr("Adjust"));

@@ -143,6 +143,7 @@ void OverwriteFileDialog::buildLayout(const QString &question)
 {
     auto *text = new WrappedLabel(this);
     text->setText(question);
+    QHBoxLayout *answers = makeAnswers(); // before the buttons, as Tab goes
     auto *buttons = new QDialogButtonBox(QDialogButtonBox::Ok | QDialogButtonBox::Cancel, this);
     buttons->button(QDialogButtonBox::Ok)->setText(tr("Go on"));
     theme::makePrimary(buttons->button(QDialogButtonBox::Ok));
@@ -154,7 +155,7 @@ void OverwriteFileDialog::buildLayout(const QString &question)
     column->addWidget(text);
     column->addWidget(m_notice);
     column->addWidget(m_table, 1);
-    column->addLayout(makeAnswers());
+    column->addLayout(answers);
     column->addWidget(buttons);
 }
 

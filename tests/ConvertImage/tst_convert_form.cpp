@@ -129,6 +129,7 @@ private slots:
     void everyFormat_data();
     void everyFormat();
     void existingFilesAreAskedAbout();
+    void missingMarksAreAskedAbout();
     void sourcesAreNotCovered();
     void foldersAreKept();
     void leftoversAndLockedOutputs();
@@ -222,6 +223,12 @@ void ConvertFormTest::everyFormat()
     const QString extension = QString::fromLatin1(facts.extension);
     if (isPdf) {
         QCOMPARE(scene.outputs(), QStringList{u"all.pdf"_s});
+        // What is tried again is the whole document.
+        scene.dialogs.nextAnswer.enqueue(QMessageBox::Yes);
+        QSignalSpy shown(scene.form.get(), &ConvertImageForm::resultsShown);
+        scene.form->findChild<QPushButton *>(u"tryAgainButton"_s)->click();
+        QVERIFY(shown.wait(60'000));
+        QCOMPARE(scene.results().size(), 3);
         return;
     }
     QCOMPARE(scene.outputs(), QStringList({u"a"_s + extension, u"\u65e5\u672c"_s + extension}));
@@ -257,6 +264,25 @@ void ConvertFormTest::existingFilesAreAskedAbout()
     scene.form->convert();
     QTRY_VERIFY(!scene.dialogs.questions.isEmpty());
     QVERIFY(scene.dialogs.questions.last().text.contains(scene.folder.path(u"out\\A.2.png"_s)));
+}
+
+void ConvertFormTest::missingMarksAreAskedAbout()
+{
+    Scene scene;
+    settings::writeDword(key, u"targeFileType", quint32(conversion::Target::Png));
+    settings::writeString(key, u"imagePath", scene.folder.path(u"in\\broken.jpg"_s));
+    settings::writeString(key, u"qrCodeText", QString(5000, u'x'));
+    scene.open();
+    QVERIFY(scene.add({scene.folder.path(u"in\\a.png"_s)}, 1));
+    scene.dialogs.nextAnswer << QMessageBox::No << QMessageBox::Yes << QMessageBox::No;
+    for (const int questions : {1, 3}) {
+        scene.form->convert();
+        QTRY_COMPARE(scene.dialogs.questions.size(), questions);
+        QCOMPARE(scene.outputs(), QStringList());
+    }
+    scene.dialogs.nextAnswer << QMessageBox::Yes << QMessageBox::Yes;
+    QVERIFY(scene.convert());
+    QCOMPARE(scene.outputs(), QStringList{u"a.png"_s});
 }
 
 // Converted in place: one answer for all leaves the originals alone.
