@@ -10,7 +10,9 @@
 #include <algorithm>
 #include <csignal>
 #include <cstdlib>
+#include <cstring>
 #include <exception>
+#include <new>
 #include <vector>
 
 namespace platform
@@ -93,6 +95,17 @@ LONG WINAPI endAfterException(EXCEPTION_POINTERS *exception)
     return EXCEPTION_EXECUTE_HANDLER;
 }
 
+// Whether the writer has put the bytes into the memory that it was offered, or sends them.
+enum class LargeAnswer : quint8 { Sent, Shared };
+
+std::shared_ptr<std::byte> mapped(HANDLE section, DWORD access, std::size_t bytes)
+{
+    void *view = section ? MapViewOfFile(section, access, 0, 0, bytes) : nullptr;
+    if (!view)
+        return nullptr;
+    return {static_cast<std::byte *>(view), [](std::byte *at) { UnmapViewOfFile(at); }};
+}
+
 constexpr UINT abortCode = 3; // what abort() ends with
 
 void endAfterAbort(int)
@@ -106,6 +119,13 @@ void endAfterTerminate()
 }
 
 } // namespace
+
+std::shared_ptr<std::byte> ByteChannel::readLarge(std::size_t bytes)
+{
+    std::shared_ptr<std::byte> memory(new (std::nothrow) std::byte[bytes],
+                                      std::default_delete<std::byte[]>());
+    return memory && read(memory.get(), bytes) ? memory : nullptr;
+}
 
 // Ends its processes when its handle goes, that is, also when this process crashes.
 struct ProcessGroup::Job {
@@ -239,6 +259,25 @@ bool PipedProcess::write(const void *from, std::size_t bytes)
     return true;
 }
 
+// The other program gets a handle of its own; 0 says that there is no memory to share.
+std::shared_ptr<std::byte> PipedProcess::readLarge(std::size_t bytes)
+{
+    const auto size = static_cast<quint64>(bytes);
+    const ObjectHandle section(CreateFileMappingW(INVALID_HANDLE_VALUE, nullptr, PAGE_READWRITE,
+                                                  static_cast<DWORD>(size >> 32), static_cast<DWORD>(size),
+                                                  nullptr));
+    std::shared_ptr<std::byte> memory = mapped(section.get(), FILE_MAP_READ | FILE_MAP_WRITE, bytes);
+    HANDLE theirs = nullptr;
+    if (memory && !DuplicateHandle(GetCurrentProcess(), section.get(), m_handles->process.get(), &theirs,
+                                   FILE_MAP_READ | FILE_MAP_WRITE, FALSE, 0))
+        theirs = nullptr;
+    const auto offer = reinterpret_cast<quint64>(theirs);
+    LargeAnswer answer = LargeAnswer::Sent;
+    if (!write(&offer, sizeof offer) || (theirs && !read(&answer, sizeof answer)))
+        return nullptr;
+    return answer == LargeAnswer::Shared ? memory : ByteChannel::readLarge(bytes);
+}
+
 ParentChannel::ParentChannel()
 {
     SetErrorMode(SEM_FAILCRITICALERRORS | SEM_NOGPFAULTERRORBOX | SEM_NOOPENFILEERRORBOX);
@@ -276,6 +315,21 @@ bool ParentChannel::write(const void *from, std::size_t bytes)
         bytes -= written;
     }
     return true;
+}
+
+bool ParentChannel::writeLarge(const void *from, std::size_t bytes)
+{
+    quint64 offer = 0;
+    if (!read(&offer, sizeof offer))
+        return false;
+    const ObjectHandle section(reinterpret_cast<HANDLE>(offer));
+    const std::shared_ptr<std::byte> memory = mapped(section.get(), FILE_MAP_WRITE, bytes);
+    const LargeAnswer answer = memory ? LargeAnswer::Shared : LargeAnswer::Sent;
+    if (memory)
+        std::memcpy(memory.get(), from, bytes);
+    if (section && !write(&answer, sizeof answer))
+        return false;
+    return memory || write(from, bytes);
 }
 
 } // namespace platform

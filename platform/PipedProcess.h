@@ -18,6 +18,12 @@ public:
     // All of them or false.
     virtual bool read(void *to, std::size_t bytes) = 0;
     virtual bool write(const void *from, std::size_t bytes) = 0;
+
+    // The same for many bytes, which both ends have to expect. Between two processes they lie in memory of
+    // both, since a pipe copies them several times; the writer may still change them after the reader has
+    // them. Null when the conversation has ended or there is no memory.
+    virtual std::shared_ptr<std::byte> readLarge(std::size_t bytes);
+    virtual bool writeLarge(const void *from, std::size_t bytes) { return write(from, bytes); }
 };
 
 // Programs that are bounded together. They end with this object, and with this process however that ends.
@@ -54,6 +60,7 @@ public:
     void setGiveUp(GiveUp giveUp) { m_giveUp = std::move(giveUp); }
     bool read(void *to, std::size_t bytes) override;
     bool write(const void *from, std::size_t bytes) override;
+    std::shared_ptr<std::byte> readLarge(std::size_t bytes) override;
 
 private:
     struct Handles;
@@ -73,6 +80,7 @@ public:
 
     bool read(void *to, std::size_t bytes) override;
     bool write(const void *from, std::size_t bytes) override;
+    bool writeLarge(const void *from, std::size_t bytes) override;
 };
 
 } // namespace platform

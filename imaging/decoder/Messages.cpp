@@ -8,6 +8,7 @@
 #include <algorithm>
 #include <array>
 #include <limits>
+#include <memory>
 
 namespace decoder
 {
@@ -173,9 +174,17 @@ std::optional<QImage> readSourcePixels(platform::ByteChannel &from)
     const qint64 bytesPerPixel = QImage::toPixelFormat(format).bitsPerPixel() / 8;
     if (qint64(*width) > maxBytes / bytesPerPixel / *height)
         return std::nullopt;
-    QImage image(*width, *height, format);
-    if (image.isNull() || !from.read(image.bits(), static_cast<std::size_t>(image.sizeInBytes())))
+    const qsizetype rowBytes = (*width * bytesPerPixel + 3) / 4 * 4; // as QImage lays out its own
+    const auto memory = from.readLarge(static_cast<std::size_t>(rowBytes * *height));
+    if (!memory)
         return std::nullopt;
+    auto owner = std::make_unique<std::shared_ptr<std::byte>>(memory);
+    QImage image(
+        reinterpret_cast<uchar *>(memory.get()), *width, *height, rowBytes, format,
+        [](void *ours) { delete static_cast<std::shared_ptr<std::byte> *>(ours); }, owner.get());
+    if (image.isNull())
+        return std::nullopt;
+    owner.release(); // the image's now
     return image;
 }
 
@@ -201,7 +210,7 @@ bool writeSource(platform::ByteChannel &to, const Picture &picture)
     return writeFormat(to, picture.format) &&
            writeNumber(to, static_cast<quint8>(format - sourceFormats.begin())) &&
            writeNumber<qint32>(to, image.width()) && writeNumber<qint32>(to, image.height()) &&
-           to.write(image.constBits(), static_cast<std::size_t>(image.sizeInBytes())) &&
+           to.writeLarge(image.constBits(), static_cast<std::size_t>(image.sizeInBytes())) &&
            writeNumber<qint32>(to, image.dotsPerMeterX()) && writeNumber<qint32>(to, image.dotsPerMeterY()) &&
            writeBlock(to, table.constData(), static_cast<quint32>(table.size() * qsizetype(sizeof(QRgb)))) &&
            writeBlock(to, profile.constData(), static_cast<quint32>(profile.size()));
@@ -222,6 +231,7 @@ std::optional<Picture> readSource(platform::ByteChannel &from)
     if (image->format() == QImage::Format_Indexed8) {
         QList<QRgb> colors(table->size() / qsizetype(sizeof(QRgb)));
         std::copy_n(table->constData(), table->size(), reinterpret_cast<char *>(colors.data()));
+        *image = image->copy(); // the decoder may still change what it shares
         image->setColorTable(colors);
         keepWithinTable(*image);
     }

@@ -24,7 +24,7 @@
 namespace decoder
 {
 
-inline constexpr quint32 greeting = 0x4c4b4433; // "LKD3"; changes with the messages
+inline constexpr quint32 greeting = 0x4c4b4434; // "LKD4"; changes with the messages
 
 enum class Wish : quint8 {
     Examine, // an imaging::Examination

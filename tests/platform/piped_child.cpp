@@ -17,13 +17,17 @@ namespace
 
 constexpr std::size_t megabyte = std::size_t(1) << 20;
 
-void echo(platform::ByteChannel &parent)
+void echo(platform::ByteChannel &parent, bool large)
 {
     quint32 size = 0;
     if (!parent.read(&size, sizeof size))
         return;
     std::vector<char> bytes(size);
-    if (parent.read(bytes.data(), size))
+    if (!parent.read(bytes.data(), size))
+        return;
+    if (large)
+        parent.writeLarge(bytes.data(), size);
+    else
         parent.write(bytes.data(), size);
 }
 
@@ -47,8 +51,8 @@ void serve(platform::ByteChannel &parent)
 {
     char wish = 0;
     while (parent.read(&wish, 1)) {
-        if (wish == 'e')
-            echo(parent);
+        if (wish == 'e' || wish == 'l')
+            echo(parent, wish == 'l');
         else if (wish == 'f')
             flood(parent, megabyte, 0);
         else if (wish == 't')

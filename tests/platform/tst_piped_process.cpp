@@ -9,6 +9,7 @@
 #include <QProcess>
 #include <QTest>
 
+#include <cstring>
 #include <memory>
 #include <optional>
 #include <vector>
@@ -70,7 +71,7 @@ void PipedProcessTest::carriesBytesBothWays()
 {
     const auto process = PipedProcess::start(childProgram(), m_group);
     QVERIFY(process);
-    for (const quint32 size : {1U, 1000U, 5'000'000U}) { // the last one does not fit the pipe
+    for (const quint32 size : {0U, 1U, 1000U, 5'000'000U}) { // the last one does not fit the pipe
         std::vector<char> sent(size);
         for (std::size_t i = 0; i < sent.size(); ++i)
             sent[i] = static_cast<char>(i * 31 / 7);
@@ -80,6 +81,11 @@ void PipedProcessTest::carriesBytesBothWays()
         QVERIFY(process->write(sent.data(), size));
         QVERIFY(process->read(received.data(), size));
         QVERIFY(received == sent);
+        QVERIFY(process->write("l", 1));
+        QVERIFY(process->write(&size, sizeof size));
+        QVERIFY(process->write(sent.data(), size));
+        const auto large = process->readLarge(size);
+        QVERIFY(large && std::memcmp(large.get(), sent.data(), size) == 0);
     }
 }
 
