@@ -47,7 +47,9 @@ void TrackCleanerForm::buildGroups(QVBoxLayout *page)
     column->addWidget(buildGroup(Group::FileExplorer));
     column->addWidget(buildGroup(Group::Windows));
     column->addStretch();
-    page->addWidget(controls::scrollArea(content, this), 1);
+    QScrollArea *area = controls::scrollArea(content, this);
+    area->setFocusPolicy(Qt::NoFocus); // it scrolls to whichever row has the focus
+    page->addWidget(area, 1);
 }
 
 QWidget *TrackCleanerForm::buildGroup(Group group)
