@@ -26,6 +26,7 @@ constexpr int passes = 3;
 constexpr DWORD chunk = 65'536;
 constexpr quint64 largeFile = 512 << 20; // so that renaming does not count
 constexpr quint64 smallFile = 4096;
+constexpr int filesInAFolder = 100; // Wine reads a whole folder for each rename
 
 class Silent : public ShredListener
 {
@@ -44,10 +45,18 @@ std::wstring nameOf(int index)
     return L"file" + std::to_wstring(index) + L".tmp";
 }
 
-void makeFiles(const std::wstring &folder, int files, quint64 size)
+std::wstring folderOf(const std::wstring &root, int index)
+{
+    return root + L'\\' + std::to_wstring(index / filesInAFolder);
+}
+
+void makeFiles(const std::wstring &root, int files, quint64 size)
 {
     const std::vector<char> data(std::min<quint64>(size, 16 << 20), 'x');
     for (int index = 0; index < files; ++index) {
+        const std::wstring folder = folderOf(root, index);
+        if (index % filesInAFolder == 0)
+            CreateDirectoryW(folder.c_str(), nullptr);
         const HANDLE file = CreateFileW((folder + L'\\' + nameOf(index)).c_str(), GENERIC_WRITE, 0, nullptr,
                                         CREATE_NEW, 0, nullptr);
         DWORD written = 0;
@@ -83,10 +92,11 @@ void bareOverwrite(const std::wstring &path, quint64 size, const std::vector<cha
     CloseHandle(file);
 }
 
-void bareShred(const std::wstring &folder, int files, quint64 size, bool rename)
+void bareShred(const std::wstring &root, int files, quint64 size, bool rename)
 {
     const std::vector<char> data(passes * chunk, 'y'); // a buffer for each pass
     for (int index = 0; index < files; ++index) {
+        const std::wstring folder = folderOf(root, index);
         std::wstring path = folder + L'\\' + nameOf(index);
         bareOverwrite(path, size, data);
         for (wchar_t letter = L'A'; rename && letter <= L'Z'; ++letter) {
@@ -101,16 +111,20 @@ void bareShred(const std::wstring &folder, int files, quint64 size, bool rename)
     }
 }
 
-void shred(const QString &folder, PassBuffers &buffers)
+void shred(const QString &root, PassBuffers &buffers)
 {
     Win32Disk disk;
     Silent listener;
     const core::CancelFlag never;
-    core::DirectoryListing listing;
-    disk.list(folder, listing, never);
+    core::DirectoryListing folders, files;
+    disk.list(root, folders, never);
     std::vector<ShredRow> rows;
-    for (std::size_t index = 0; index < listing.size(); ++index)
-        rows.push_back({itemOf(folder, folder, listing.at(index)), true});
+    for (std::size_t index = 0; index < folders.size(); ++index) {
+        const QString folder = root + u'\\' + folders.at(index).name.toString();
+        disk.list(folder, files, never);
+        for (std::size_t file = 0; file < files.size(); ++file)
+            rows.push_back({itemOf(root, folder, files.at(file)), true});
+    }
     const ShredResult result = shredRows(rows, {.method = Method::Dod3}, disk, buffers, listener, never);
     if (result.rowsLeft > 0)
         std::printf("%d files were left\n", result.rowsLeft);
