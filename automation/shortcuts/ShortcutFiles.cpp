@@ -60,6 +60,8 @@ SmartShortcut describe(const platform::ShownItem &item, platform::ShortcutFile f
         if (shortcut.programIsThere)
             shortcut.icon = platform::smallIconOf(shortcut.start->program);
     }
+    if (shortcut.icon.isNull()) // so that the names stand below each other
+        shortcut.icon = platform::systemFileIcon(shortcut.file.target);
     return shortcut;
 }
 
@@ -175,6 +177,10 @@ QList<ShortcutPlace> shortcutPlaces(const QString &ownFolder)
         {tr("Desktop"), platform::knownFolder(KnownFolder::Desktop)},
         {tr("Start menu"), platform::knownFolder(KnownFolder::StartMenuPrograms), true},
         {tr("Own folder"), ownFolder}};
+    for (ShortcutPlace &place : places) { // a folder may have been chosen as "C:\\Tools\\", or a whole drive
+        while (place.folder.endsWith(u'\\'))
+            place.folder.chop(1);
+    }
     const auto isDouble = [&places](const ShortcutPlace &place) {
         const auto first = std::find_if(places.cbegin(), places.cend(), [&place](const ShortcutPlace &other) {
             return other.folder.compare(place.folder, Qt::CaseInsensitive) == 0;

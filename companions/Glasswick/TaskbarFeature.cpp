@@ -10,6 +10,7 @@
 
 #include <QOperatingSystemVersion>
 
+#include <algorithm>
 #include <vector>
 
 using automation::TaskbarSettings;
@@ -119,15 +120,22 @@ void TaskbarFeature::take(const automation::Event &event)
     }
     if (decision.restore)
         restore();
+    const QString refusedBefore = m_refused;
     if (decision.apply)
-        apply();
-    settings::writeAgentState(features::taskbar, {decision.now, decision.next});
-    if (!decision.why.isEmpty())
+        m_refused = apply();
+    else if (decision.restore)
+        m_refused.clear();
+    settings::writeAgentState(features::taskbar,
+                              {m_refused.isEmpty() ? decision.now : m_refused, decision.next});
+    if (!m_refused.isEmpty() && m_refused != refusedBefore)
+        m_surroundings.log.write(features::taskbar, tr("Refused"), m_refused);
+    else if (!decision.why.isEmpty() && m_refused.isEmpty())
         m_surroundings.log.write(features::taskbar, decision.apply ? tr("Transparent") : tr("Off"),
                                  decision.why);
 }
 
-void TaskbarFeature::apply()
+// Returns what Windows did not take, in a sentence.
+QString TaskbarFeature::apply()
 {
     settings::writeAgentNote(appliedNote, QStringLiteral("1"));
     quint32 light = 0;
@@ -138,13 +146,13 @@ void TaskbarFeature::apply()
                         opacity << 24 | (light ? 0xeeeeeeU : 0x202020U), 0};
     if (m_settings.mode != TaskbarSettings::Mode::Clear)
         policy.state = m_settings.mode == TaskbarSettings::Mode::Blurred ? accentBlur : accentAcrylic;
-    int refused = 0;
-    for (const HWND taskbar : taskbars())
-        refused += set(taskbar, policy) ? 0 : 1;
-    if (refused > 0)
-        m_surroundings.log.write(
-            features::taskbar, tr("Refused"),
-            tr("Windows did not take it for %1 of %2 taskbars").arg(refused).arg(taskbars().size()));
+    const std::vector<HWND> all = taskbars();
+    const auto refused = std::count_if(all.begin(), all.end(), [&](HWND one) { return !set(one, policy); });
+    if (refused == 0)
+        return {};
+    return all.size() == 1
+               ? tr("Windows did not make the taskbar transparent")
+               : tr("Windows did not make %1 of %2 taskbars transparent").arg(refused).arg(all.size());
 }
 
 void TaskbarFeature::restore()

@@ -19,12 +19,13 @@ public:
     void take(const automation::Event &event) override;
 
 private:
-    void apply();
+    QString apply();
     void restore();
 
     Surroundings m_surroundings;
     automation::Taskbar m_rule;
     automation::TaskbarSettings m_settings;
+    QString m_refused;
 };
 
 } // namespace agent

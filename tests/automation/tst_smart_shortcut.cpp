@@ -156,7 +156,7 @@ void SmartShortcutTest::addsInTheForm()
     const tests::TestFolder folder;
     const QString program = folder.makeFile(u"tool.exe"_s);
     settings::writeString(settings::keys::root, u"Path", starter().section(u'\\', 0, -2));
-    settings::smartShortcutFolder.write(folder.path());
+    settings::smartShortcutFolder.write(folder.path() + u'\\');
     SmartShortcutForm form;
     form.show();
     form.findChild<QToolButton *>(u"AddButton"_s)->click();
