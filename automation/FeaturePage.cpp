@@ -68,6 +68,7 @@ FeaturePage::FeaturePage(QStringView feature, const settings::Flag &enabled, con
     m_settings->setHorizontalSpacing(theme::spaceWide);
     m_settings->setVerticalSpacing(theme::spaceSnug);
     m_settings->setFieldGrowthPolicy(QFormLayout::FieldsStayAtSizeHint);
+    m_settings->setRowWrapPolicy(QFormLayout::WrapLongRows);
 
     auto *content = new QWidget;
     auto *rows = new QVBoxLayout(content);
@@ -122,8 +123,9 @@ QWidget *FeaturePage::statusCard(const QString &switchText)
     m_agentRow = new QWidget(card);
     auto *agent = new QHBoxLayout(m_agentRow);
     agent->setContentsMargins(0, 0, 0, 0);
-    agent->addWidget(
-        new QLabel(tr("The background agent is not running. Nothing happens until it is started.")), 1);
+    auto *absent = new WrappedLabel;
+    absent->setText(tr("The background agent is not running. Nothing happens until it is started."));
+    agent->addWidget(absent, 1);
     QPushButton *start = controls::pushButton(m_agentRow, {"startAgentButton", "", tr("Start the Agent")});
     agent->addWidget(start);
     connect(start, &QPushButton::clicked, this, [this] {

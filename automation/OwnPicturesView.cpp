@@ -86,6 +86,8 @@ public:
         viewport()->setAcceptDrops(true);
     }
 
+    QSize sizeHint() const override { return {listWidth, listHeight}; }
+
 protected:
     void dragEnterEvent(QDragEnterEvent *event) override
     {
@@ -117,7 +119,6 @@ OwnPicturesView::OwnPicturesView(QWidget *parent)
     m_list->setIconSize(thumbnail);
     m_list->setPlaceholder(tr("Add pictures, or drop them here."));
     m_list->setFixedHeight(listHeight);
-    m_list->setMinimumWidth(listWidth);
     m_list->header()->resizeSection(0, nameWidth);
     QPushButton *addButton = controls::pushButton(this, {"addPicturesButton", "", tr("Add...")});
     m_remove = controls::pushButton(this, {"removePicturesButton", "", tr("Remove")});
