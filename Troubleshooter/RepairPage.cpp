@@ -6,6 +6,7 @@
 #include "widgets/Theme.h"
 #include "widgets/WrappedLabel.h"
 
+#include <QApplication>
 #include <QCheckBox>
 #include <QGridLayout>
 #include <QLabel>
@@ -13,6 +14,8 @@
 #include <QScrollArea>
 #include <QTime>
 #include <QVBoxLayout>
+
+#include <utility>
 
 using namespace repair;
 
@@ -245,6 +248,12 @@ void RepairPage::showSteps(const QList<Outcome> &outcomes)
         }
         grid->setRowMinimumHeight(grid->rowCount(), theme::spaceTight);
     }
+    QWidget *before = m_check;
+    for (QCheckBox *box : std::as_const(m_boxes)) {
+        setTabOrder(before, box);
+        before = box;
+    }
+    setTabOrder(before, m_apply);
     m_rows->insertWidget(m_rows->indexOf(m_stepsTitle) + 1, m_steps);
     m_stepsTitle->show();
 }
@@ -281,10 +290,14 @@ QStringList RepairPage::chosen() const
 void RepairPage::showBusy()
 {
     const bool busy = m_jobs.isBusy();
+    const bool turns = std::exchange(m_busy, busy) != busy;
+    const bool focused = isAncestorOf(QApplication::focusWidget());
     m_check->setEnabled(!busy);
     m_check->setText(m_checked ? tr("Check Again") : tr("Check"));
     m_apply->setVisible(m_checked);
     m_apply->setEnabled(!busy && !chosen().isEmpty());
     m_cancel->setVisible(busy);
     m_content->setEnabled(!busy);
+    if (turns && focused) // what had it is disabled or hidden now
+        (busy ? m_cancel : m_check)->setFocus();
 }

@@ -40,6 +40,7 @@ private:
 
     const std::shared_ptr<repair::Repair> m_repair; // jobs share it
     repair::Examination m_found;
+    bool m_busy = false; // as shown
     bool m_checked = false;
     NoticeBar *m_notice;
     QPushButton *m_check;
