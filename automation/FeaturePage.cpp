@@ -97,7 +97,29 @@ FeaturePage::FeaturePage(QStringView feature, const settings::Flag &enabled, con
             refresh();
     });
     m_refresh.start();
-    QTimer::singleShot(0, this, &FeaturePage::refresh); // outlook() is the derived page's
+    QTimer::singleShot(0, this, [this] { // the derived page is whole by then
+        orderTabs();
+        refresh();
+    });
+}
+
+// From top to bottom: a derived page makes its widgets after those that stand below them.
+void FeaturePage::orderTabs()
+{
+    const QWidget *card = m_switch->parentWidget();
+    QWidget *lastInCard = m_startAgent;
+    QWidget *last = m_log;
+    for (QWidget *next = m_switch->nextInFocusChain(); isAncestorOf(next); next = next->nextInFocusChain()) {
+        if (!(next->focusPolicy() & Qt::TabFocus))
+            continue;
+        last = next;
+        if (card->isAncestorOf(next))
+            lastInCard = next;
+    }
+    if (lastInCard != m_startAgent)
+        setTabOrder(lastInCard, m_startAgent);
+    if (last != m_log)
+        setTabOrder(last == lastInCard ? m_startAgent : last, m_log);
 }
 
 QWidget *FeaturePage::statusCard(const QString &switchText)
@@ -126,9 +148,9 @@ QWidget *FeaturePage::statusCard(const QString &switchText)
     auto *absent = new WrappedLabel;
     absent->setText(tr("The background agent is not running. Nothing happens until it is started."));
     agent->addWidget(absent, 1);
-    QPushButton *start = controls::pushButton(m_agentRow, {"startAgentButton", "", tr("Start the Agent")});
-    agent->addWidget(start);
-    connect(start, &QPushButton::clicked, this, [this] {
+    m_startAgent = controls::pushButton(m_agentRow, {"startAgentButton", "", tr("Start the Agent")});
+    agent->addWidget(m_startAgent);
+    connect(m_startAgent, &QPushButton::clicked, this, [this] {
         startAgent();
         refresh();
     });

@@ -63,6 +63,7 @@ protected:
 private:
     QWidget *statusCard(const QString &switchText);
     void turn(bool on);
+    void orderTabs();
 
     QStringView m_feature;
     const settings::Flag &m_enabled;
@@ -73,6 +74,7 @@ private:
     WrappedLabel *m_next;
     WrappedLabel *m_last;
     QWidget *m_agentRow;
+    QPushButton *m_startAgent;
     QFormLayout *m_settings;
     NoticeBar *m_notice;
     AgentLogView *m_log;

@@ -124,6 +124,15 @@ FLTreeWidget::FLTreeWidget(QWidget *parent) : QTreeWidget(parent)
     dress(this);
 }
 
+// A list shows its focus by a selected row.
+void FLTreeWidget::focusInEvent(QFocusEvent *event)
+{
+    QTreeWidget::focusInEvent(event);
+    const bool byKey = event->reason() == Qt::TabFocusReason || event->reason() == Qt::BacktabFocusReason;
+    if (byKey && !selectionModel()->hasSelection() && topLevelItemCount() > 0)
+        setCurrentItem(currentItem() ? currentItem() : topLevelItem(0));
+}
+
 void FLTreeWidget::setPlaceholder(const QString &text)
 {
     m_placeholder = text;

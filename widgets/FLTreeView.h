@@ -53,6 +53,7 @@ public:
     void setPlaceholder(const QString &text);
 
 protected:
+    void focusInEvent(QFocusEvent *event) override;
     void paintEvent(QPaintEvent *event) override;
 
 private:
