@@ -109,7 +109,8 @@ void FeaturePage::orderTabs()
     const QWidget *card = m_switch->parentWidget();
     QWidget *lastInCard = m_startAgent;
     QWidget *last = m_log;
-    for (QWidget *next = m_switch->nextInFocusChain(); isAncestorOf(next); next = next->nextInFocusChain()) {
+    for (QWidget *next = m_switch->nextInFocusChain(); next != m_switch && isAncestorOf(next);
+         next = next->nextInFocusChain()) {
         if (!(next->focusPolicy() & Qt::TabFocus))
             continue;
         last = next;
