@@ -29,6 +29,9 @@
 #include <QUrl>
 #include <QVBoxLayout>
 
+#include <algorithm>
+#include <utility>
+
 namespace
 {
 
@@ -286,7 +289,12 @@ void ConvertPage::paste()
 
 void ConvertPage::removeSelected()
 {
-    m_sources->remove(m_list->selectionModel()->selectedRows());
+    QModelIndexList rows = m_list->selectionModel()->selectedRows();
+    if (rows.isEmpty())
+        return;
+    const int first = std::ranges::min_element(rows)->row();
+    m_sources->remove(std::move(rows));
+    m_list->setCurrentIndex(m_sources->index(std::min(first, m_sources->rowCount() - 1)));
 }
 
 void ConvertPage::showList()

@@ -168,6 +168,10 @@ void SourceModel::clear()
 void SourceModel::sortBy(Order order)
 {
     emit layoutAboutToBeChanged();
+    const QModelIndexList kept = persistentIndexList(); // what is selected stays so
+    QStringList keptPaths;
+    for (const QModelIndex &index : kept)
+        keptPaths.append(path(index));
     const auto byName = [](const SourceFile &one, const SourceFile &other) {
         return QString::compare(nameOf(one.path), nameOf(other.path), Qt::CaseInsensitive) < 0;
     };
@@ -178,6 +182,13 @@ void SourceModel::sortBy(Order order)
         std::ranges::stable_sort(m_files, std::ranges::greater(), &SourceFile::bytes);
     else if (order == Order::Date)
         std::ranges::stable_sort(m_files, {}, &SourceFile::lastWriteTime);
+    QHash<QString, int> rows;
+    for (int row = 0; row < rowCount(); ++row)
+        rows.insert(path(index(row)), row);
+    QModelIndexList moved;
+    for (const QString &keptPath : std::as_const(keptPaths))
+        moved.append(index(rows.value(keptPath)));
+    changePersistentIndexList(kept, moved);
     emit layoutChanged();
     emit changed();
 }

@@ -211,6 +211,7 @@ void PreviewView::mousePressEvent(QMouseEvent *event)
     } else if (const auto *mark = markAt(m_last)) {
         m_drag = Drag::Mark;
         m_dragged = *mark;
+        m_pressedAt = mark->place.topLeft();
     } else {
         m_drag = Drag::Pan;
     }
@@ -250,7 +251,7 @@ void PreviewView::mouseMoveEvent(QMouseEvent *event)
 
 void PreviewView::mouseReleaseEvent(QMouseEvent *)
 {
-    if (m_drag == Drag::Mark)
+    if (m_drag == Drag::Mark && m_dragged->place.topLeft() != m_pressedAt) // a click moves nothing
         dropMark();
     m_drag = Drag::None;
     m_dragged.reset();

@@ -75,4 +75,5 @@ private:
     Drag m_drag = Drag::None;
     QPointF m_last; // of the mouse
     std::optional<conversion::PlacedMark> m_dragged;
+    QPoint m_pressedAt; // where it was before, in pixels of the output
 };

@@ -12,6 +12,7 @@
 #include "widgets/Theme.h"
 
 #include <QAction>
+#include <QHash>
 #include <QHeaderView>
 #include <QPushButton>
 #include <QVBoxLayout>
@@ -115,6 +116,10 @@ void ConversionResultModel::sort(int column, Qt::SortOrder order)
     if (column < 0)
         return;
     emit layoutAboutToBeChanged();
+    const QModelIndexList kept = persistentIndexList(); // what is selected stays so
+    QStringList keptSources;
+    for (const QModelIndex &index : kept)
+        keptSources.append(m_results[static_cast<std::size_t>(index.row())].source);
     const auto less = [column](const FileResult &one, const FileResult &other) {
         switch (column) {
         case State:
@@ -134,6 +139,13 @@ void ConversionResultModel::sort(int column, Qt::SortOrder order)
     std::ranges::stable_sort(m_results, [&](const FileResult &one, const FileResult &other) {
         return order == Qt::AscendingOrder ? less(one, other) : less(other, one);
     });
+    QHash<QString, int> rows;
+    for (int row = 0; row < rowCount(); ++row)
+        rows.insert(m_results[static_cast<std::size_t>(row)].source, row);
+    QModelIndexList moved;
+    for (qsizetype i = 0; i < kept.size(); ++i)
+        moved.append(index(rows.value(keptSources[i]), kept[i].column()));
+    changePersistentIndexList(kept, moved);
     emit layoutChanged();
 }
 

@@ -160,12 +160,13 @@ void ExistingFileModel::wish(const QModelIndex &index) const
     m_wished.insert(file);
     auto *self = const_cast<ExistingFileModel *>(this);
     m_thread.start(
-        [self, file, place = QPersistentModelIndex(index)] {
+        [self, file, row = index.row(), column = index.column()] {
             const Look look = lookAt(*self->m_decoders, file, self->m_cancel);
-            QMetaObject::invokeMethod(self, [self, file, place, look] {
+            QMetaObject::invokeMethod(self, [self, file, row, column, look] {
                 self->m_wished.remove(file);
                 self->m_looks.insert(file, new Look(look));
-                emit self->dataChanged(place, place);
+                const QModelIndex changed = self->index(row, column);
+                emit self->dataChanged(changed, changed);
             });
         },
         ++m_wishes);

@@ -23,6 +23,7 @@
 #include <QInputDialog>
 #include <QLabel>
 #include <QListView>
+#include <QMenu>
 #include <QPainter>
 #include <QPushButton>
 #include <QSignalSpy>
@@ -133,8 +134,11 @@ private slots:
     void sourcesAreNotCovered();
     void foldersAreKept();
     void leftoversAndLockedOutputs();
+    void selectionFollowsTheFiles();
     void controlsAreTheSettings();
     void previewFollowsTheSettings();
+    void marksAreDragged_data();
+    void marksAreDragged();
     void closedInTheMiddle();
     void blursLikeTheEffect();
 };
@@ -338,6 +342,24 @@ void ConvertFormTest::leftoversAndLockedOutputs()
     QVERIFY(!nowhere.file().isOpen());
 }
 
+void ConvertFormTest::selectionFollowsTheFiles()
+{
+    Scene scene;
+    scene.open();
+    QVERIFY(scene.add({scene.folder.path(u"in"_s)}, 3));
+    const QString broken = scene.folder.path(u"in\\broken.jpg"_s);
+    const auto current = [&] { return scene.list()->currentIndex(); };
+    scene.list()->setCurrentIndex(scene.list()->model()->index(1, 0));
+    QCOMPARE(current().data(Qt::ToolTipRole).toString(), broken);
+    const auto *menu = scene.form->findChild<QToolButton *>(u"listMenuButton"_s)->menu();
+    menu->actions().at(2)->trigger(); // by size: the largest is the first
+    QCOMPARE(current().row(), 2);
+    QCOMPARE(current().data(Qt::ToolTipRole).toString(), broken);
+    scene.form->findChild<QToolButton *>(u"removeButton"_s)->click();
+    QCOMPARE(scene.list()->model()->rowCount(), 2);
+    QCOMPARE(current().row(), 1);
+}
+
 void ConvertFormTest::controlsAreTheSettings()
 {
     Scene scene;
@@ -377,6 +399,45 @@ void ConvertFormTest::previewFollowsTheSettings()
     const QColor before = middle();
     scene.form->findChild<QSpinBox *>(u"adjustInvertColoursSpinBox"_s)->setValue(256);
     QTRY_VERIFY_WITH_TIMEOUT(qAbs(middle().blue() - (255 - before.blue())) < 12, 20'000);
+}
+
+void ConvertFormTest::marksAreDragged_data()
+{
+    using conversion::Position;
+    QTest::addColumn<QPoint>("by");
+    QTest::addColumn<int>("drops");
+    QTest::addColumn<Position>("position");
+    QTest::addColumn<int>("margin");
+    QTest::newRow("a click") << QPoint() << 0 << Position::Center << 0;
+    QTest::newRow("top left") << QPoint(-125, -85) << 1 << Position::TopLeft << 10;
+    QTest::newRow("top") << QPoint(5, -75) << 1 << Position::TopCenter << 20;
+    QTest::newRow("within the middle") << QPoint(5, 5) << 1 << Position::Center << 0;
+    QTest::newRow("right") << QPoint(110, 5) << 1 << Position::CenterRight << 30;
+    QTest::newRow("out of the picture") << QPoint(140, 90) << 1 << Position::BottomRight << 0;
+}
+
+// A mark of 20 by 10 in the middle of 300 by 200.
+void ConvertFormTest::marksAreDragged()
+{
+    const auto picture = std::make_shared<PreviewPicture>();
+    picture->before = picture->after = photograph(300, 200);
+    picture->marks.push_back({conversion::MarkKind::Qr, {}, {140, 95, 20, 10}, 100});
+    PreviewView view;
+    view.resize(300, 200);
+    view.setPicture(picture);
+    QSignalSpy placed(&view, &PreviewView::markPlaced);
+    QFETCH(QPoint, by);
+    const QPoint middle(150, 100);
+    QTest::mousePress(&view, Qt::LeftButton, {}, middle);
+    QTest::mouseMove(&view, middle + by);
+    QTest::mouseRelease(&view, Qt::LeftButton, {}, middle + by);
+    QFETCH(int, drops);
+    QCOMPARE(placed.count(), drops);
+    if (drops == 0)
+        return;
+    QCOMPARE(placed[0][0].value<conversion::MarkKind>(), conversion::MarkKind::Qr);
+    QTEST(placed[0][1].value<conversion::Position>(), "position");
+    QTEST(placed[0][2].toInt(), "margin");
 }
 
 void ConvertFormTest::closedInTheMiddle()
