@@ -13,7 +13,7 @@
 
 namespace
 {
-constexpr int longestExtension = 64; // a name with its extension has at most 255 characters
+constexpr int maxExtensionLength = 64; // a name with its extension has at most 255 characters
 constexpr int smallestWidth = 360;
 } // namespace
 
@@ -40,7 +40,7 @@ void DiskUsageAddFileTypesDialog::buildLayout()
     name->setBuddy(m_edit);
     m_edit->setObjectName(QStringLiteral("FileTypeLineEdit"));
     m_edit->setAccessibleName(tr("File extension"));
-    m_edit->setMaxLength(longestExtension);
+    m_edit->setMaxLength(maxExtensionLength);
     m_problem->setObjectName(QStringLiteral("problemLabel"));
     m_problem->setWordWrap(true);
     theme::makeMuted(m_problem);

@@ -17,7 +17,7 @@ namespace
 
 constexpr QStringView key = settings::keys::folderSizeAnalyzer;
 // A path longer than any that Windows can have is not a path.
-constexpr qsizetype longestPath = 32767;
+constexpr qsizetype maxPathLength = 32767;
 
 bool readNumbered(QStringView name, int index, QString &text)
 {
@@ -77,7 +77,7 @@ QStringList loadRecentFolders()
     QStringList folders;
     for (int index = 0; index < maxRecentFolders; ++index) {
         QString folder;
-        if (readNumbered(recentFile, index, folder) && !folder.isEmpty() && folder.size() <= longestPath)
+        if (readNumbered(recentFile, index, folder) && !folder.isEmpty() && folder.size() <= maxPathLength)
             folders.append(QDir::toNativeSeparators(folder));
     }
     return folders;

@@ -20,7 +20,7 @@ using duplicates::SelectableCategory;
 namespace
 {
 
-constexpr int longestName = 100;
+constexpr int maxNameLength = 100;
 constexpr int smallestWidth = 420;
 
 QStringList pieces(const QString &typed)
@@ -60,7 +60,7 @@ CustomFileTypeDialog::CustomFileTypeDialog(const CustomFileType &type, duplicate
 void CustomFileTypeDialog::buildLayout()
 {
     m_name->setObjectName(QStringLiteral("nameLineEdit"));
-    m_name->setMaxLength(longestName);
+    m_name->setMaxLength(maxNameLength);
     m_extensions->setObjectName(QStringLiteral("extensionsLineEdit"));
     m_extensions->setPlaceholderText(QStringLiteral(".log .trace"));
     m_problem->setObjectName(QStringLiteral("problemLabel"));

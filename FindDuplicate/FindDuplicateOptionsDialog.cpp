@@ -115,7 +115,7 @@ void FindDuplicateOptionsDialog::buildSize(QVBoxLayout *layout)
     // A stored number beyond what the dialog offers is in force, so it is shown and stays until it is
     // changed.
     m_smallSize->setRange(std::min(0, m_settings.smallFileSize),
-                          std::max(duplicates::largestSmallFileSize, m_settings.smallFileSize));
+                          std::max(duplicates::maxSmallFileSize, m_settings.smallFileSize));
     m_smallSize->setValue(m_settings.smallFileSize);
     auto *unit = new QLabel(tr("KB"), this);
     auto *row = new QHBoxLayout;

@@ -13,7 +13,7 @@
 namespace duplicates
 {
 
-inline constexpr qint32 largestSmallFileSize = 10240; // of the spin box
+inline constexpr qint32 maxSmallFileSize = 10240; // of the spin box
 
 // Below HKEY_CURRENT_USER\settings::keys::findDuplicate. A category's flag has its index in decimal as name.
 inline constexpr settings::Flag ignoreSmallFileValue{settings::keys::findDuplicate, u"ignoreSmallFile", true};

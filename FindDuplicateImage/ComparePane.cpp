@@ -157,5 +157,5 @@ void ComparePane::showButtons()
     m_zoomOut->setEnabled(any && m_view->zoom() > 1);
     m_fit->setEnabled(any && m_view->zoom() > 1);
     m_actual->setEnabled(any && !m_view->showsDifference());
-    m_zoomIn->setEnabled(any && m_view->zoom() < CompareView::largestZoom);
+    m_zoomIn->setEnabled(any && m_view->zoom() < CompareView::maxZoom);
 }

@@ -134,7 +134,7 @@ void CompareView::paintPane(QPainter &painter, const Pane &pane) const
 // Without a point the middle stays where it is.
 void CompareView::zoomAt(double zoom, const QPointF &point)
 {
-    zoom = std::clamp(zoom, 1.0, largestZoom);
+    zoom = std::clamp(zoom, 1.0, maxZoom);
     const QList<Pane> shown = panes();
     if (!point.isNull() && !m_pair.first.full.isNull()) {
         auto under = std::find_if(shown.cbegin(), shown.cend(),

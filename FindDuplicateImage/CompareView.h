@@ -13,7 +13,7 @@ class CompareView : public QWidget
     Q_OBJECT
 
 public:
-    static constexpr double largestZoom = 32;
+    static constexpr double maxZoom = 32;
 
     explicit CompareView(QWidget *parent = nullptr);
 

@@ -83,9 +83,9 @@ void UpdateCheck::start(const QUrl &feed, const QVersionNumber &running, std::ch
     request.setRawHeader("Accept", "application/json");
     m_reply = m_network->get(request);
     // One byte more than allowed is enough to know; the rest stays unread on the way.
-    m_reply->setReadBufferSize(largestAnswer + 1);
+    m_reply->setReadBufferSize(maxAnswerBytes + 1);
     connect(m_reply, &QNetworkReply::readyRead, this, [this] {
-        if (m_reply->bytesAvailable() > largestAnswer)
+        if (m_reply->bytesAvailable() > maxAnswerBytes)
             fail(tr("The answer of the update server is too large."));
     });
     connect(m_reply, &QNetworkReply::finished, this, &UpdateCheck::takeReply);
@@ -108,9 +108,9 @@ void UpdateCheck::takeReply()
         fail(problemOf(*m_reply));
         return;
     }
-    const QByteArray announcement = m_reply->read(largestAnswer + 1);
+    const QByteArray announcement = m_reply->read(maxAnswerBytes + 1);
     drop();
-    if (announcement.size() > largestAnswer)
+    if (announcement.size() > maxAnswerBytes)
         fail(tr("The answer of the update server is too large."));
     else
         emit finished(readRelease(announcement, m_running));

@@ -38,7 +38,7 @@ class UpdateCheck : public QObject
     Q_OBJECT
 
 public:
-    static constexpr qint64 largestAnswer = 64 * 1024; // bytes
+    static constexpr qint64 maxAnswerBytes = 64 * 1024; // bytes
     static constexpr int maxRedirections = 5;
     static constexpr std::chrono::milliseconds patience{15000}; // for the whole answer
 

@@ -15,8 +15,8 @@ namespace automation
 namespace
 {
 
-constexpr int longestWait = 30'000; // ms
-constexpr int poll = 100;           // ms
+constexpr int maxWait = 30'000; // ms
+constexpr int poll = 100;       // ms
 
 } // namespace
 
@@ -51,7 +51,7 @@ DevicePosition askWindowsForPosition(const core::CancelFlag &cancel)
                          end();
                      });
     QTimer watch;
-    const QDeadlineTimer deadline(longestWait);
+    const QDeadlineTimer deadline(maxWait);
     QObject::connect(&watch, &QTimer::timeout, &loop, [&] {
         if (cancel.isSet() || deadline.hasExpired())
             loop.quit();

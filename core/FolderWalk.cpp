@@ -93,7 +93,8 @@ void Walk::enter(ReadAhead::Folder *folder, QStringView name)
     WalkVisitor::FolderState state = WalkVisitor::FolderState::Listed;
     if (listing.brokenOff)
         state = WalkVisitor::FolderState::ListedInPart;
-    else if (!listing.readable && !m_cancel.isSet()) // what the flag prevented says nothing about the folder
+    else if (!listing.readable &&
+             !m_cancel.isSet()) // a listing that the flag cut short says nothing about the folder
         state = WalkVisitor::FolderState::Unreadable;
     m_visitor.enterFolder(m_path, name, depth(), state);
     Frame frame;

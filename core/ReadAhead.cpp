@@ -73,7 +73,7 @@ ReadAhead::Folder *ReadAhead::open(Folder *parent, std::size_t entry, const QStr
         if (!begun->m_failed)
             return begun;
         freeFolder(begun);
-        return listNow(path, lock); // what is wrong is thrown here, where the walk's caller can catch it
+        return listNow(path, lock); // thrown here, where the caller of the walk can catch it
     }
     if (parent->m_linked && parent->m_subfolders[parent->m_nextSubfolder] == entry)
         passSubfolder(parent);

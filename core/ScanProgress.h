@@ -9,7 +9,7 @@
 namespace core
 {
 
-// How far a job is. What it does not count stays 0.
+// The progress of a job. What it does not count stays 0.
 struct ScanProgress {
     QString path;           // what is being worked on now
     int steps = 0;          // done, of totalSteps

@@ -43,8 +43,8 @@ void neverAskForDisks();
 Drive readDrive(const QString &root);
 
 // Reads all drives side by side on threads of its own, so that one that does not answer delays no other, and
-// tells the thread it lives in; a drive that no thread can be had for is told as not ready. It can be
-// destroyed at any moment and waits for nothing.
+// tells the thread it lives in; a drive for which no thread can be started is reported as not ready. It can
+// be destroyed at any moment and waits for nothing.
 class DriveLister : public QObject
 {
     Q_OBJECT

@@ -54,7 +54,7 @@ enum class Guarded {
     Changed,     // another kind, size, time or identity than shown: edited or replaced
     Vanished,    // nothing bears the path any more
     ThroughLink, // the path leads through a link, or is one, so that the item lies somewhere else
-    InCloud,     // its content is in a cloud store: fetched by a look at it, or removed there as well
+    InCloud,     // its content is in a cloud store: reading fetches it, removing removes it there as well
     Protected,   // a drive root, Windows, the program folders, a profile, or a folder above one of them
     Refused,     // not an item of the kind that the verb takes, or a path that cannot be taken
     ReadOnly,    // has the read-only attribute
@@ -125,7 +125,7 @@ public:
     const QString &path() const { return m_path; }
 
     enum class Access {
-        Look,  // nothing but facts: nobody's way is barred
+        Look,  // attributes only; blocks no other program
         Write, // write-through; others may share everything. Refused for what is read-only
         Remove // for rename() and erase()
     };

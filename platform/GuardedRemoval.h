@@ -9,7 +9,8 @@ namespace platform
 {
 
 // Disk, any thread. What stands in the way of moving the item; empty when nothing does. Asked before the user
-// is, so that no question is put in vain. Touches nothing and fetches nothing from a cloud store.
+// is, so that nobody is asked about what cannot be done. Touches nothing and fetches nothing from a cloud
+// store.
 std::optional<Guarded> removalObstacle(const ShownItem &item);
 
 // Disk, any thread. Checks once more, since time has passed with the user's answer, and moves the file or

@@ -23,7 +23,7 @@ namespace
 
 constexpr DWORD pollInterval = 50; // ms
 constexpr DWORD pipeBuffer = 1 << 18;
-constexpr std::size_t largestTransfer = 1 << 30;
+constexpr std::size_t maxTransfer = 1 << 30;
 
 struct Pipe {
     FileHandle ours;   // overlapped
@@ -229,7 +229,7 @@ bool PipedProcess::read(void *to, std::size_t bytes)
 {
     auto *next = static_cast<std::byte *>(to);
     while (bytes > 0) {
-        const auto wanted = static_cast<DWORD>(std::min(bytes, largestTransfer));
+        const auto wanted = static_cast<DWORD>(std::min(bytes, maxTransfer));
         const std::size_t got =
             m_handles->transfer(m_handles->output, m_giveUp, [&](HANDLE pipe, OVERLAPPED *overlapped) {
                 return ReadFile(pipe, next, wanted, nullptr, overlapped);
@@ -246,7 +246,7 @@ bool PipedProcess::write(const void *from, std::size_t bytes)
 {
     const auto *next = static_cast<const std::byte *>(from);
     while (bytes > 0) {
-        const auto offered = static_cast<DWORD>(std::min(bytes, largestTransfer));
+        const auto offered = static_cast<DWORD>(std::min(bytes, maxTransfer));
         const std::size_t taken =
             m_handles->transfer(m_handles->input, m_giveUp, [&](HANDLE pipe, OVERLAPPED *overlapped) {
                 return WriteFile(pipe, next, offered, nullptr, overlapped);
@@ -293,8 +293,8 @@ bool ParentChannel::read(void *to, std::size_t bytes)
     auto *next = static_cast<std::byte *>(to);
     while (bytes > 0) {
         DWORD got = 0;
-        if (!ReadFile(GetStdHandle(STD_INPUT_HANDLE), next,
-                      static_cast<DWORD>(std::min(bytes, largestTransfer)), &got, nullptr) ||
+        if (!ReadFile(GetStdHandle(STD_INPUT_HANDLE), next, static_cast<DWORD>(std::min(bytes, maxTransfer)),
+                      &got, nullptr) ||
             got == 0)
             return false;
         next += got;
@@ -309,7 +309,7 @@ bool ParentChannel::write(const void *from, std::size_t bytes)
     while (bytes > 0) {
         DWORD written = 0;
         if (!WriteFile(GetStdHandle(STD_OUTPUT_HANDLE), next,
-                       static_cast<DWORD>(std::min(bytes, largestTransfer)), &written, nullptr))
+                       static_cast<DWORD>(std::min(bytes, maxTransfer)), &written, nullptr))
             return false;
         next += written;
         bytes -= written;

@@ -26,7 +26,7 @@ public:
     virtual bool writeLarge(const void *from, std::size_t bytes) { return write(from, bytes); }
 };
 
-// Programs that are bounded together. They end with this object, and with this process however that ends.
+// Programs that share one memory limit. They end with this object, and with this process however that ends.
 class ProcessGroup
 {
 public:

@@ -22,7 +22,7 @@ public:
     void start(const QString &suggestedName, const std::function<csv::Table()> &table);
     bool isRunning() const { return m_jobs.isBusy(); }
     void requestStop() { m_jobs.cancel(); }
-    // Ends an export without a word.
+    // Ends an export and reports nothing.
     void abandon() { m_jobs.drop(); }
 
 signals:

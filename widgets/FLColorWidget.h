@@ -4,7 +4,7 @@
 #include <QColor>
 #include <QPushButton>
 
-// A button that shows a colour and lets the user choose another one in a dialog that nobody waits for.
+// A button that shows a colour and lets the user choose another one in a modeless dialog.
 class FLColorWidget : public QPushButton
 {
     Q_OBJECT

@@ -215,7 +215,7 @@ void ScanPage::showBar()
         m_bar->setValue(static_cast<int>(m_progress.fraction() * barSteps));
         return;
     }
-    // A single step says nothing until everything is done, which may take long: the bar goes on as it began.
+    // A single step says nothing until everything is done, which may take long, so the bar stays as it began.
     m_bar->setRange(0, m_progress.totalSteps > 1 ? m_progress.totalSteps : 0);
     m_bar->setValue(m_progress.steps);
 }

@@ -39,7 +39,7 @@ public:
     void showProgress(const core::ScanProgress &progress);
     void setTitle(const QString &title);
     void setPath(const QString &path);
-    void setTotalSteps(int total); // one step is as good as none: the bar does not move until complete()
+    void setTotalSteps(int total); // with a single step the bar does not move until complete()
     void setSteps(int steps);
     void setItems(int items);
     // Cancel was asked for: the end is near. Disables the button.

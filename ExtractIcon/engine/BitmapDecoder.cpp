@@ -16,7 +16,7 @@ namespace
 {
 
 constexpr quint32 infoHeaderBytes = 40; // BITMAPINFOHEADER
-constexpr quint32 largestHeader = 124;  // BITMAPV5HEADER
+constexpr quint32 maxHeaderSize = 124;  // BITMAPV5HEADER
 constexpr quint32 masksInHeader = 56;   // from this size on, the four masks are fields of the header
 constexpr quint32 uncompressed = 0;     // BI_RGB
 constexpr quint32 masksAreGiven = 3;    // BI_BITFIELDS
@@ -188,7 +188,7 @@ bool isKnownDepth(int bits)
 std::optional<BitmapHeader> bitmapHeader(QByteArrayView bytes)
 {
     const auto headerSize = number<quint32>(bytes, 0);
-    if (headerSize < infoHeaderBytes || headerSize > largestHeader || bytes.size() < qint64(headerSize))
+    if (headerSize < infoHeaderBytes || headerSize > maxHeaderSize || bytes.size() < qint64(headerSize))
         return std::nullopt;
     const qint64 width = number<qint32>(bytes, 4);
     const qint64 height = number<qint32>(bytes, 8);

@@ -12,7 +12,7 @@ namespace icons
 namespace
 {
 
-constexpr int largestSide = 256; // what the directory's eight bits can say
+constexpr int maxSide = 256; // what the directory's eight bits can say
 
 QByteArray png(const QImage &image)
 {
@@ -63,14 +63,14 @@ QByteArray makeIconFile(const QList<QImage> &images)
     QList<QByteArray> stored;
     for (const QImage &image : images) {
         const int side = image.width();
-        if (side < 1 || side > largestSide || image.height() != side)
+        if (side < 1 || side > maxSide || image.height() != side)
             return {};
         const QImage plain = image.convertToFormat(QImage::Format_ARGB32);
         stored.append(side >= pngFrom ? png(plain) : bitmap(plain));
         if (stored.last().isEmpty())
             return {};
         DirectoryEntry entry;
-        entry.width = entry.height = static_cast<quint8>(side % largestSide);
+        entry.width = entry.height = static_cast<quint8>(side % maxSide);
         entry.planes = 1;
         entry.bits = 32;
         directory.entries.append(entry);

@@ -136,10 +136,10 @@ void GroupsPage::connectAll()
     m_readLater.setSingleShot(true);
     m_readLater.setInterval(readDelay);
     connect(&m_readLater, &QTimer::timeout, this, &GroupsPage::readGroup);
-    // The notice stays usable: a look at the disk that takes long is told there, and can be given up.
-    connect(m_removal, &MemberRemoval::lookTakesLong, this,
+    // The notice stays usable: a check of the disk that takes long is reported there and can be cancelled.
+    connect(m_removal, &MemberRemoval::checkTakesLong, this,
             [this] { showNotice(NoticeBar::Kind::Info, tr("Looking at the file ..."), m_cancelLook); });
-    connect(m_removal, &MemberRemoval::lookEnded, m_notice, &QWidget::hide);
+    connect(m_removal, &MemberRemoval::checkEnded, m_notice, &QWidget::hide);
     connect(m_removal, &MemberRemoval::finished, this, &GroupsPage::afterRemoval);
 }
 

@@ -17,7 +17,7 @@ using Step = RemovalThread::Step;
 namespace
 {
 
-constexpr int patience = 300; // ms until a look at the disk takes long
+constexpr int patience = 300; // ms until the first check counts as long
 
 QString obstacleText(Guarded obstacle)
 {
@@ -89,7 +89,7 @@ MemberRemoval::MemberRemoval(QObject *parent) : QObject(parent)
     m_patience.setInterval(patience);
     connect(&m_patience, &QTimer::timeout, this, [this] {
         m_toldLong = true;
-        emit lookTakesLong();
+        emit checkTakesLong();
     });
 }
 
@@ -154,7 +154,7 @@ void MemberRemoval::endPatience()
 {
     m_patience.stop();
     if (std::exchange(m_toldLong, false))
-        emit lookEnded();
+        emit checkEnded();
 }
 
 // The box has no owner: window messages are handled while it is up, and anything may be gone afterwards.

@@ -28,32 +28,32 @@ struct RemovalResult {
     std::vector<MemberFacts> members;
 };
 
-// The removal of one member of a group, asked each time. Three steps: a look at the disk, the question, the
-// move with another look right before it. What is moved is the file that was shown, or nothing. The last copy
-// of a group is not asked about at first: the user is told in words, and has to ask for it again. For the
-// page that shows the group; interface thread.
+// The removal of one member of a group, asked each time. Three steps: a check of the disk, the question, the
+// move with another check right before it. What is moved is the file that was shown, or nothing. The last
+// copy of a group is not asked about at first: the user is told in words, and has to ask for it again. For
+// the page that shows the group; interface thread.
 class MemberRemoval : public QObject
 {
     Q_OBJECT
 
 public:
     explicit MemberRemoval(QObject *parent = nullptr);
-    // Waits for a move that runs, and the look right before it, so that nothing is moved afterwards; for the
-    // first look it does not.
+    // Waits for a running move and for the check right before it, so that nothing is moved afterwards, but
+    // not for the first check.
     ~MemberRemoval() override;
 
     // Does nothing while one is running; finished() follows, never at once. `stillShown` is called when the
     // user has said yes: whether the page still shows what the question was about.
     void start(RemovalRequest request, std::function<bool()> stillShown);
     bool isRunning() const { return m_check || m_move || m_asking; }
-    // The window is to close: the first look ends at once with finished(), and whatever is answered is a no.
+    // The window is to close: the first check ends at once with finished(), and whatever is answered is a no.
     // A move that has begun ends as it does.
     void requestStop();
 
 signals:
-    // The first look takes the disk a while; followed by lookEnded(), before the question or finished().
-    void lookTakesLong();
-    void lookEnded();
+    // The first check takes long; followed by checkEnded(), before the question or finished().
+    void checkTakesLong();
+    void checkEnded();
     void finished(const duplicates::RemovalResult &result);
 
 private:

@@ -87,12 +87,11 @@ int differingPositions(const Fingerprint::Block &earlier, const Fingerprint::Blo
     for (std::size_t i = 0; i < Fingerprint::blockSize; ++i) {
         // Three capped distances fit a byte, and their sum reaches the limit exactly when the sum of the true
         // ones does.
-        const auto sum =
-            static_cast<quint8>(distance<largestRed>(red.a[i], red.b[i], red.difference) +
-                                distance<largestGreen>(green.a[i], green.b[i], green.difference) +
-                                distance<largestBlue>(blue.a[i], blue.b[i], blue.difference));
+        const auto sum = static_cast<quint8>(distance<maxRed>(red.a[i], red.b[i], red.difference) +
+                                             distance<maxGreen>(green.a[i], green.b[i], green.difference) +
+                                             distance<maxBlue>(blue.a[i], blue.b[i], blue.difference));
         constexpr int toBit7 = 128 - positionLimit; // from the limit on, and only then, the top bit is set
-        static_assert(2 * positionLimit + 2 * largestBlue + toBit7 <= 255);
+        static_assert(2 * positionLimit + 2 * maxBlue + toBit7 <= 255);
         differs[i] = static_cast<quint8>(sum + toBit7) >> 7;
     }
     quint8 count = 0;

@@ -39,10 +39,10 @@ constexpr quint8 weightedBlue(int value)
     return weighted(value, 0.114);
 }
 
-inline constexpr int largestRed = weightedRed(255);
-inline constexpr int largestGreen = weightedGreen(255);
-inline constexpr int largestBlue = weightedBlue(255);
-static_assert(largestRed == 76 && largestGreen == 149 && largestBlue == 29);
+inline constexpr int maxRed = weightedRed(255);
+inline constexpr int maxGreen = weightedGreen(255);
+inline constexpr int maxBlue = weightedBlue(255);
+static_assert(maxRed == 76 && maxGreen == 149 && maxBlue == 29);
 
 // The three weighted colour planes of a picture reduced to 40 by 40, and the mean of each. Every value fits a
 // byte.
@@ -74,7 +74,7 @@ public:
 
     using Plane = std::span<const quint8, fingerprintPositions>;
 
-    // The planes row by row, no value above largestRed, largestGreen and largestBlue.
+    // The planes row by row, no value above maxRed, maxGreen and maxBlue.
     Fingerprint(Plane red, Plane green, Plane blue);
 
     const std::array<Block, blockCount> &blocks() const { return m_blocks; }

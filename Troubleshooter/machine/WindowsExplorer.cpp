@@ -27,7 +27,7 @@ namespace repair
 namespace
 {
 
-constexpr int longestWait = 15'000; // ms, for Explorer to end or to come
+constexpr int maxWait = 15'000; // ms, for Explorer to end or to come
 constexpr int poll = 200;
 
 constexpr settings::Flag ended{settings::keys::troubleshooter, u"ExplorerEnded"};
@@ -47,7 +47,7 @@ QString explorerPath()
 template <class Condition>
 bool await(Condition condition)
 {
-    for (const QDeadlineTimer end(longestWait); !condition(); QThread::msleep(poll)) {
+    for (const QDeadlineTimer end(maxWait); !condition(); QThread::msleep(poll)) {
         if (end.hasExpired())
             return false;
     }

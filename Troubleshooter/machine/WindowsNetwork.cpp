@@ -28,8 +28,8 @@ namespace repair
 namespace
 {
 
-constexpr int longestLookup = 8000; // ms
-constexpr int longestConnect = 6000;
+constexpr int maxLookupTime = 8000; // ms
+constexpr int maxConnectTime = 6000;
 constexpr int poll = 50;
 
 struct SocketTraits {
@@ -164,7 +164,7 @@ Lookup WindowsNetwork::lookUp(const QString &host, const core::CancelFlag &cance
 {
     QElapsedTimer clock;
     clock.start();
-    const auto status = within<DNS_STATUS>(longestLookup, cancel, [host] {
+    const auto status = within<DNS_STATUS>(maxLookupTime, cancel, [host] {
         PDNS_RECORD records = nullptr;
         const DNS_STATUS found =
             DnsQuery_W(platform::wide(host), DNS_TYPE_A, DNS_QUERY_BYPASS_CACHE | DNS_QUERY_NO_HOSTS_FILE,
@@ -182,7 +182,7 @@ Lookup WindowsNetwork::lookUp(const QString &host, const core::CancelFlag &cance
 
 bool WindowsNetwork::connects(const QString &host, quint16 port, const core::CancelFlag &cancel)
 {
-    return within<bool>(longestConnect, cancel, [host, port] { return connectTo(host, port); })
+    return within<bool>(maxConnectTime, cancel, [host, port] { return connectTo(host, port); })
         .value_or(false);
 }
 

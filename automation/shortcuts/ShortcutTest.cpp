@@ -13,7 +13,7 @@ namespace automation
 namespace
 {
 
-constexpr int longestWait = 5000; // ms
+constexpr int maxWait = 5000; // ms
 constexpr int interval = 100;
 
 QString tr(const char *text)
@@ -44,8 +44,7 @@ ShortcutTest::ShortcutTest(PriorityStart start) : m_start(std::move(start)), m_b
 ShortcutTest::Result ShortcutTest::await(const core::CancelFlag &cancel) const
 {
     const QString name = m_start.program.mid(m_start.program.lastIndexOf(u'\\') + 1);
-    for (const QDeadlineTimer end(longestWait); !end.hasExpired() && !cancel.isSet();
-         QThread::msleep(interval)) {
+    for (const QDeadlineTimer end(maxWait); !end.hasExpired() && !cancel.isSet(); QThread::msleep(interval)) {
         for (const platform::RunningProgram &program : platform::runningFrom(m_start.program)) {
             const QString found = nameOf(program.priorityClass);
             if (program.started < m_began || found.isEmpty())

@@ -16,8 +16,8 @@ using automation::tr;
 namespace
 {
 
-constexpr DWORD longestRun = 150'000; // ms, whatever hangs
-constexpr DWORD longestWait = 60'000; // for one that an agent before has left
+constexpr DWORD maxRunTime = 150'000; // ms, whatever hangs
+constexpr DWORD maxWait = 60'000;     // for one that an agent before has left
 constexpr UINT codeTooLong = 2;
 
 automation::WallpaperAnswer answerTo(const QByteArray &text, wallpaper::PictureFolder &folder)
@@ -38,14 +38,14 @@ int main(int argc, char *argv[])
 {
     SetErrorMode(SEM_FAILCRITICALERRORS | SEM_NOGPFAULTERRORBOX);
     platform::runDetached([] {
-        Sleep(longestRun);
+        Sleep(maxRunTime);
         TerminateProcess(GetCurrentProcess(), codeTooLong);
     });
     const QCoreApplication application(argc, argv); // finds the image formats
     if (argc != 2 || !QDir(QCoreApplication::arguments().at(1)).isAbsolute())
         return 1;
     const platform::ObjectHandle turn(CreateMutexW(nullptr, FALSE, L"Local\\Fernlight Larkspur Wallpaper"));
-    WaitForSingleObject(turn.get(), longestWait);
+    WaitForSingleObject(turn.get(), maxWait);
     const platform::ComScope com;
     imaging::DecoderPool decoders({imaging::DecoderPool::decoderProgram()});
     wallpaper::PictureFolder folder(QDir::toNativeSeparators(QCoreApplication::arguments().at(1)), decoders);

@@ -40,10 +40,9 @@ Reply refusal(const Request &request)
 
 QImage bounded(const QImage &thumbnail)
 {
-    if (std::max(thumbnail.width(), thumbnail.height()) <= longestThumbnailSide)
+    if (std::max(thumbnail.width(), thumbnail.height()) <= maxThumbnailSide)
         return thumbnail;
-    const QSize size =
-        thumbnail.size().scaled(longestThumbnailSide, longestThumbnailSide, Qt::KeepAspectRatio);
+    const QSize size = thumbnail.size().scaled(maxThumbnailSide, maxThumbnailSide, Qt::KeepAspectRatio);
     return thumbnail.scaled(size.expandedTo(QSize(1, 1)));
 }
 

@@ -16,8 +16,8 @@ namespace decoder
 namespace
 {
 
-constexpr qint32 longestPath = 1 << 15; // what Windows allows, in UTF-16 code units
-constexpr quint8 longestFormat = 32;
+constexpr qint32 maxPathLength = 1 << 15; // what Windows allows, in UTF-16 code units
+constexpr quint8 maxFormatLength = 32;
 constexpr qint64 maxBytes = qint64(imaging::imageAllocationLimit) << 20;
 
 bool writeImage(platform::ByteChannel &to, const QImage &image)
@@ -32,13 +32,13 @@ bool writeImage(platform::ByteChannel &to, const QImage &image)
     return to.write(pixels.constBits(), rowBytes * static_cast<std::size_t>(pixels.height()));
 }
 
-std::optional<QImage> readImage(platform::ByteChannel &from, int longestSide)
+std::optional<QImage> readImage(platform::ByteChannel &from, int maxSide)
 {
     const auto width = readNumber<qint32>(from);
     const auto height = readNumber<qint32>(from);
     const auto alpha = readNumber<quint8>(from);
-    if (!alpha || !width || !height || *width < 1 || *height < 1 || *width > longestSide ||
-        *height > longestSide || qint64(*width) * *height > maxBytes / qint64(sizeof(QRgb)))
+    if (!alpha || !width || !height || *width < 1 || *height < 1 || *width > maxSide || *height > maxSide ||
+        qint64(*width) * *height > maxBytes / qint64(sizeof(QRgb)))
         return std::nullopt;
     QImage image(*width, *height, *alpha != 0 ? QImage::Format_ARGB32 : QImage::Format_RGB32);
     if (image.isNull() || !from.read(image.bits(), static_cast<std::size_t>(image.sizeInBytes())))
@@ -48,7 +48,7 @@ std::optional<QImage> readImage(platform::ByteChannel &from, int longestSide)
 
 bool writeFormat(platform::ByteChannel &to, const QByteArray &format)
 {
-    const QByteArray text = format.left(longestFormat);
+    const QByteArray text = format.left(maxFormatLength);
     return writeNumber(to, static_cast<quint8>(text.size())) &&
            to.write(text.constData(), static_cast<std::size_t>(text.size()));
 }
@@ -56,7 +56,7 @@ bool writeFormat(platform::ByteChannel &to, const QByteArray &format)
 std::optional<QByteArray> readFormat(platform::ByteChannel &from)
 {
     const auto length = readNumber<quint8>(from);
-    if (!length || *length > longestFormat)
+    if (!length || *length > maxFormatLength)
         return std::nullopt;
     QByteArray text(*length, '\0');
     return from.read(text.data(), *length) ? std::optional(text) : std::nullopt;
@@ -66,7 +66,7 @@ std::optional<QByteArray> readFormat(platform::ByteChannel &from)
 
 bool writeRequest(platform::ByteChannel &to, const Request &request)
 {
-    if (request.path.size() > longestPath)
+    if (request.path.size() > maxPathLength)
         return false;
     return writeNumber(to, request.wish) && writeNumber(to, static_cast<qint32>(request.path.size())) &&
            to.write(request.path.constData(), static_cast<std::size_t>(request.path.size()) * sizeof(QChar));
@@ -76,7 +76,7 @@ std::optional<Request> readRequest(platform::ByteChannel &from)
 {
     const auto wish = readNumber<Wish>(from);
     const auto length = readNumber<qint32>(from);
-    if (!wish || !length || *length < 0 || *length > longestPath)
+    if (!wish || !length || *length < 0 || *length > maxPathLength)
         return std::nullopt;
     Request request{*wish, QString(*length, u'\0')};
     if (!from.read(request.path.data(), static_cast<std::size_t>(*length) * sizeof(QChar)))
@@ -97,7 +97,7 @@ std::optional<imaging::Examination> readExamination(platform::ByteChannel &from)
     const auto height = readNumber<qint32>(from);
     auto format = height ? readFormat(from) : std::nullopt;
     auto samples = format ? readImage(from, imaging::sampleSide) : std::nullopt;
-    auto thumbnail = samples ? readImage(from, longestThumbnailSide) : std::nullopt;
+    auto thumbnail = samples ? readImage(from, maxThumbnailSide) : std::nullopt;
     if (!thumbnail || *width < 1 || *height < 1 ||
         samples->size() != QSize(imaging::sampleSide, imaging::sampleSide))
         return std::nullopt;
@@ -126,7 +126,7 @@ namespace
 constexpr std::array sourceFormats{
     QImage::Format_RGB32,    QImage::Format_ARGB32,     QImage::Format_RGBX64,     QImage::Format_RGBA64,
     QImage::Format_Indexed8, QImage::Format_Grayscale8, QImage::Format_Grayscale16};
-constexpr quint32 longestProfile = 4 << 20;
+constexpr quint32 maxProfileBytes = 4 << 20;
 constexpr quint32 maxColors = 256;
 
 QImage asSource(const QImage &image)
@@ -223,7 +223,7 @@ std::optional<Picture> readSource(platform::ByteChannel &from)
     const auto dotsX = image ? readNumber<qint32>(from) : std::nullopt;
     const auto dotsY = dotsX ? readNumber<qint32>(from) : std::nullopt;
     const auto table = dotsY ? readBlock(from, maxColors * sizeof(QRgb)) : std::nullopt;
-    const auto profile = table ? readBlock(from, longestProfile) : std::nullopt;
+    const auto profile = table ? readBlock(from, maxProfileBytes) : std::nullopt;
     if (!profile || table->size() % qsizetype(sizeof(QRgb)) != 0)
         return std::nullopt;
     image->setDotsPerMeterX(std::max(*dotsX, 0));

@@ -45,7 +45,7 @@ struct Picture {
 };
 
 // No longer side of an examination's thumbnail is above this; imaging::ThumbnailSpool keeps no more.
-inline constexpr int longestThumbnailSide = 1024;
+inline constexpr int maxThumbnailSide = 1024;
 
 // All of these are false or empty when the conversation has ended or what came makes no sense.
 bool writeRequest(platform::ByteChannel &to, const Request &request);

@@ -74,7 +74,7 @@ std::optional<LoadedImage> decodeImage(std::unique_ptr<QIODevice> file, const Be
         return std::nullopt;
     if (beforeDecode)
         beforeDecode(*bytes);
-    // Not every decoder asks Qt for its memory, hence the look at what came out.
+    // Not every decoder allocates through Qt, so the result is checked as well.
     if (!reader.read(&loaded.image) || loaded.image.isNull() || loaded.image.sizeInBytes() > limitBytes)
         return std::nullopt;
     return loaded;

@@ -29,9 +29,9 @@ QByteArray compressed(const QImage &image)
 
 qint64 ThumbnailSpool::store(const QImage &thumbnail)
 {
-    const bool tooLong = std::max(thumbnail.width(), thumbnail.height()) > longestSide;
+    const bool tooLong = std::max(thumbnail.width(), thumbnail.height()) > maxSide;
     const QByteArray bytes =
-        compressed(tooLong ? thumbnail.scaled(longestSide, longestSide, Qt::KeepAspectRatio) : thumbnail);
+        compressed(tooLong ? thumbnail.scaled(maxSide, maxSide, Qt::KeepAspectRatio) : thumbnail);
     if (bytes.isEmpty())
         return noThumbnail;
     const std::lock_guard lock(m_mutex);

@@ -20,7 +20,7 @@ class ThumbnailSpool final : public ThumbnailSink
 {
 public:
     // Pixels of the longer side of what is kept; thumbnails of long and thin pictures are made smaller.
-    static constexpr int longestSide = 1024;
+    static constexpr int maxSide = 1024;
 
     // Open for reading and writing, random access, empty. Not owned; used by nobody else meanwhile.
     explicit ThumbnailSpool(QIODevice &device) : m_device(device) {}

@@ -256,7 +256,7 @@ void LookAlikeResultsTest::zoom()
     view.showPair(pair);
     QCOMPARE(view.actualSizeZoom(), 2.0);
     view.setZoom(1000);
-    QCOMPARE(view.zoom(), CompareView::largestZoom);
+    QCOMPARE(view.zoom(), CompareView::maxZoom);
     view.setZoom(0.1);
     QCOMPARE(view.zoom(), 1.0);
     // What is under the mouse stays there, in both panes: the white pixel lies at (300, 100).

@@ -119,10 +119,10 @@ void DecoderPoolTest::agreesWithThisProcess()
     // The same pixels, but for those of a side that no list shows.
     const QImage &thumbnail = there->thumbnail;
     const QSize size = here->thumbnail.size();
-    if (std::max(size.width(), size.height()) <= decoder::longestThumbnailSide)
+    if (std::max(size.width(), size.height()) <= decoder::maxThumbnailSide)
         QCOMPARE(thumbnail, here->thumbnail.convertToFormat(thumbnail.format()));
     else
-        QCOMPARE(thumbnail.height(), decoder::longestThumbnailSide);
+        QCOMPARE(thumbnail.height(), decoder::maxThumbnailSide);
     const auto whole = pool.picture(path, m_never);
     QVERIFY(whole);
     QCOMPARE(whole->image, imaging::readImage(path)->image.convertToFormat(whole->image.format()));

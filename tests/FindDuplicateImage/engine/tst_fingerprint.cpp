@@ -29,9 +29,9 @@ PlainFingerprint randomFingerprint(std::mt19937 &random)
             plane.push_back(static_cast<qint32>(low + random() % (high - low + 1)));
     };
     PlainFingerprint result;
-    fill(result.red, largestRed);
-    fill(result.green, largestGreen);
-    fill(result.blue, largestBlue);
+    fill(result.red, maxRed);
+    fill(result.green, maxGreen);
+    fill(result.blue, maxBlue);
     result.computeMeans();
     return result;
 }
@@ -116,12 +116,12 @@ void FingerprintTest::reductionEqualsPlainRule()
 void FingerprintTest::everyDistance()
 {
     Fingerprint::Block earlier{}, later{};
-    for (int difference = -largestGreen; difference <= largestGreen; ++difference) {
-        for (int a = 0; a <= largestGreen; ++a) {
-            for (int first = 0; first <= largestGreen; first += Fingerprint::blockSize) {
+    for (int difference = -maxGreen; difference <= maxGreen; ++difference) {
+        for (int a = 0; a <= maxGreen; ++a) {
+            for (int first = 0; first <= maxGreen; first += Fingerprint::blockSize) {
                 int expected = 0;
                 for (int i = 0; i < Fingerprint::blockSize; ++i) {
-                    const int b = std::min(first + i, largestGreen);
+                    const int b = std::min(first + i, maxGreen);
                     earlier.green[std::size_t(i)] = quint8(b);
                     later.green[std::size_t(i)] = quint8(a);
                     expected += std::abs(a - b + difference) >= 63 ? 1 : 0;
@@ -146,10 +146,10 @@ void FingerprintTest::comparisonEqualsPlainRule()
             const int shift = int(random() % 21) - 10;
             later = earlier;
             for (std::size_t i = 0; i < fingerprintPositions; ++i)
-                later.green[i] = std::clamp(later.green[i] + shift, 0, largestGreen);
+                later.green[i] = std::clamp(later.green[i] + shift, 0, maxGreen);
             for (int i = int(random() % 40); i > 0; --i) {
                 const std::size_t position = random() % fingerprintPositions;
-                later.green[position] = later.green[position] > 70 ? 0 : largestGreen;
+                later.green[position] = later.green[position] > 70 ? 0 : maxGreen;
             }
             later.computeMeans();
         }

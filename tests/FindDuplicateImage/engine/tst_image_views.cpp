@@ -120,7 +120,7 @@ void ImageViewsTest::thumbnailsComeBack()
     QVERIFY(std::abs(colour.green() - original.green()) < 16);
     QVERIFY(spool.load(second).hasAlphaChannel());
     QCOMPARE(spool.load(second).pixelColor(5, 5).alpha(), 0);
-    QCOMPARE(spool.load(strip).height(), ThumbnailSpool::longestSide);
+    QCOMPARE(spool.load(strip).height(), ThumbnailSpool::maxSide);
     QVERIFY(spool.load(noThumbnail).isNull());
     QVERIFY(spool.load(3).isNull());
     QVERIFY(device.size() < 30'000);
@@ -131,7 +131,7 @@ void ImageViewsTest::thumbnailsComeBack()
     device.buffer().resize(end);
     QVERIFY(spool.load(first).isNull());
     QCOMPARE(spool.load(second).pixelColor(5, 5).alpha(), 0);
-    QCOMPARE(spool.load(strip).height(), ThumbnailSpool::longestSide);
+    QCOMPARE(spool.load(strip).height(), ThumbnailSpool::maxSide);
 }
 
 void ImageViewsTest::fullDisk()
