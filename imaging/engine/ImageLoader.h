@@ -10,7 +10,7 @@
 #include <memory>
 #include <optional>
 
-// How every module reads a picture file. This is the one part of core that opens files by itself: decoders
+// How every module reads a picture file. This is the one engine that opens files by itself: decoders
 // want the file, not its bytes. All functions may be called from several threads at once.
 namespace imaging
 {
