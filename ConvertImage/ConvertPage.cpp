@@ -88,6 +88,8 @@ ConvertPage::ConvertPage(std::shared_ptr<imaging::DecoderPool> decoders, Setting
     m_wishTimer.setInterval(10);
     connect(&m_wishTimer, &QTimer::timeout, this, &ConvertPage::wishPreview);
     connect(m_binding, &SettingsBinding::changed, &m_wishTimer, qOverload<>(&QTimer::start));
+    // What the file will take is never told of settings that have changed.
+    connect(m_binding, &SettingsBinding::changed, this, [this] { m_facts->setText(m_sizes); });
     connect(m_sources, &SourceModel::changed, this, &ConvertPage::showList);
     connect(m_renderer, &PreviewRenderer::rendered, this, &ConvertPage::showPicture);
     showList();
@@ -219,9 +221,8 @@ QWidget *ConvertPage::makePreview()
     column->addWidget(m_preview, 1);
     column->addWidget(m_facts);
     connect(m_renderer, &PreviewRenderer::estimated, this, [this](qint64 bytes) {
-        if (bytes > 0)
-            m_facts->setText(m_facts->text() +
-                             tr(", about %1").arg(core::sizeText(static_cast<quint64>(bytes))));
+        if (bytes > 0 && !m_wishTimer.isActive()) // else the settings have changed since
+            m_facts->setText(m_sizes + tr(", about %1").arg(core::sizeText(static_cast<quint64>(bytes))));
     });
     return middle;
 }
@@ -324,6 +325,7 @@ void ConvertPage::wishPreview()
         m_renderer->cancel();
         m_preview->setMessage(tr("The selected picture is shown here as it will be."));
         m_settings->setPictureSize({});
+        m_sizes.clear();
         m_facts->clear();
         return;
     }
@@ -345,12 +347,13 @@ void ConvertPage::showPicture(const std::shared_ptr<const PreviewPicture> &pictu
     m_preview->setPicture(picture);
     const QSize before = picture->before.size();
     const QSize after = picture->after.size();
-    m_facts->setText(after.isEmpty() ? QString()
-                                     : tr("%1 x %2 becomes %3 x %4")
-                                           .arg(before.width())
-                                           .arg(before.height())
-                                           .arg(after.width())
-                                           .arg(after.height()));
+    m_sizes = after.isEmpty() ? QString()
+                              : tr("%1 x %2 becomes %3 x %4")
+                                    .arg(before.width())
+                                    .arg(before.height())
+                                    .arg(after.width())
+                                    .arg(after.height());
+    m_facts->setText(m_sizes);
     m_zoom->setText(m_preview->zoomText());
 }
 

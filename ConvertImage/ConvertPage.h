@@ -69,6 +69,7 @@ private:
     QStackedLayout *m_listStack = nullptr;
     QLabel *m_totals = nullptr;
     PreviewView *m_preview = nullptr;
+    QString m_sizes; // of the picture, before and after
     QLabel *m_facts = nullptr;
     QLabel *m_zoom = nullptr;
     QComboBox *m_presets = nullptr;

@@ -132,7 +132,7 @@ private slots:
     void existingFilesAreAskedAbout();
     void missingMarksAreAskedAbout();
     void sourcesAreNotCovered();
-    void foldersAreKept();
+    void foldersAndTimesAreKept();
     void leftoversAndLockedOutputs();
     void selectionFollowsTheFiles();
     void controlsAreTheSettings();
@@ -308,18 +308,24 @@ void ConvertFormTest::sourcesAreNotCovered()
     QCOMPARE(QImage(scene.folder.path(u"in\\deep\\b.png"_s)).width(), 10);
 }
 
-void ConvertFormTest::foldersAreKept()
+void ConvertFormTest::foldersAndTimesAreKept()
 {
     Scene scene;
     settings::writeDword(key, u"targeFileType", quint32(conversion::Target::Png));
     settings::writeDword(key, u"keepFolders", 1);
+    settings::writeDword(key, u"keepTimes", 1);
     settings::writeString(key, u"OutputFolder", scene.folder.path(u"new"_s));
+    const QDateTime taken({2001, 9, 9}, {1, 46, 40});
+    QFile source(scene.folder.path(u"in\\a.png"_s));
+    QVERIFY(source.open(QIODevice::ReadWrite) &&
+            source.setFileTime(taken, QFileDevice::FileModificationTime));
+    source.close();
     scene.open();
     QVERIFY(scene.add({scene.folder.path(u"in"_s), scene.folder.path(u"in\\a.png"_s)}, 3));
     scene.dialogs.nextAnswer.enqueue(QMessageBox::Yes); // make the folder
     QVERIFY(scene.convert());
     QCOMPARE(scene.results(), QStringList({u"Converted"_s, u"Failed"_s, u"Converted"_s}));
-    QVERIFY(QFileInfo::exists(scene.folder.path(u"new\\in\\a.png"_s)));
+    QCOMPARE(QFileInfo(scene.folder.path(u"new\\in\\a.png"_s)).lastModified(), taken);
     QVERIFY(QFileInfo::exists(scene.folder.path(u"new\\in\\deep\\\u65e5\u672c.png"_s)));
 }
 
@@ -397,7 +403,9 @@ void ConvertFormTest::previewFollowsTheSettings()
     auto *view = scene.form->findChild<PreviewView *>();
     const auto middle = [view] { return view->grab().toImage().pixelColor(view->rect().center()); };
     const QColor before = middle();
+    QTRY_VERIFY_WITH_TIMEOUT(facts->text().contains(u"about"_s), 20'000);
     scene.form->findChild<QSpinBox *>(u"adjustInvertColoursSpinBox"_s)->setValue(256);
+    QVERIFY(!facts->text().contains(u"about"_s)); // that was of the other settings
     QTRY_VERIFY_WITH_TIMEOUT(qAbs(middle().blue() - (255 - before.blue())) < 12, 20'000);
 }
 
