@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "ConvertImage/DiskFiles.h"
 
+#include "ConvertImage/engine/metadata/JpegMetadata.h"
 #include "core/SizeText.h"
 #include "imaging/DecoderPool.h"
 #include "imaging/engine/ImageLoader.h"
@@ -93,10 +94,13 @@ conversion::ConversionFiles::Source DiskFiles::load(const QString &path, bool wi
     bool isTooLarge = false;
     std::optional<imaging::LoadedImage> loaded =
         m_decoders->source(path, beforeDecode, m_cancel, &isTooLarge);
-    if (loaded)
-        source.image = std::move(loaded->image);
-    else
+    if (!loaded) {
         source.problem = refusal(path, isTooLarge);
+        return source;
+    }
+    source.image = std::move(loaded->image);
+    if (QFile file(path); file.open(QIODevice::ReadOnly) && conversion::isCutOffJpeg(file))
+        source.note = tr("The source is cut off: a part of the picture is missing");
     return source;
 }
 

@@ -19,20 +19,21 @@ struct Page {
     Rendered rendered;
     QString problem;
     qint64 sourceBytes = 0;
+    QString note;
 };
 
 Page makePage(const QString &source, const RunOptions &options, ConversionFiles &files)
 {
     try {
         ConversionFiles::Source loaded = files.load(source, false, {});
-        Page page{{}, loaded.problem, loaded.bytes};
+        Page page{{}, loaded.problem, loaded.bytes, loaded.note};
         if (page.problem.isEmpty())
             page.rendered = render(std::exchange(loaded.image, {}), options.rendering, options.marks, false);
         if (page.problem.isEmpty())
             page.problem = problemText(page.rendered.problem);
         return page;
     } catch (const std::bad_alloc &) {
-        return {{}, problemText(RenderProblem::NoMemory), 0};
+        return {{}, problemText(RenderProblem::NoMemory), 0, {}};
     }
 }
 
@@ -69,6 +70,7 @@ QString writePages(const QStringList &sources, PdfDocument &document, std::vecto
         prepare(i + 1);
         result.sourceBytes = page.sourceBytes;
         result.problem = page.problem;
+        result.note = page.note;
         result.size = page.rendered.image.size();
         result.outcome = page.problem.isEmpty() ? Outcome::Written : Outcome::Failed;
         const QString problem = document.addPage(page.rendered.image);

@@ -147,6 +147,7 @@ void FileRun::convert(std::size_t index)
     if (m_cancel.isSet())
         return; // a decoding that was given up is no failure
     result.sourceBytes = source.bytes;
+    result.note = source.note;
     Rendered rendered;
     if (source.problem.isEmpty())
         rendered = render(std::exchange(source.image, {}), m_options.rendering, m_options.marks, false);
@@ -170,7 +171,9 @@ void FileRun::encode(std::size_t index, QIODevice &device, const QImage &image, 
     if (lock)
         lock.unlock();
     result.problem = written.problem;
-    result.note = written.note;
+    if (!result.note.isEmpty() && !written.note.isEmpty())
+        result.note += QStringLiteral(". ");
+    result.note += written.note;
     if (!result.problem.isEmpty())
         qDebug() << "Cannot write: " << result.output << result.problem
                  << QImageWriter::supportedImageFormats();

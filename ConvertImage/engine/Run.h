@@ -45,6 +45,7 @@ public:
         Metadata metadata;
         qint64 bytes = 0; // of the file
         QString problem;
+        QString note; // what is wrong with it all the same
     };
     // `beforeDecode` as that of the image loader: it may block until there is memory.
     virtual Source load(const QString &path, bool withMetadata,
@@ -67,7 +68,7 @@ struct FileResult {
     QString output;
     Outcome outcome = Outcome::Waiting;
     QString problem; // with Failed
-    QString note;    // with Written: what was lost
+    QString note;    // with Written: what was lost, or missing before
     qint64 sourceBytes = 0;
     qint64 outputBytes = 0;
     QSize size; // of what was written

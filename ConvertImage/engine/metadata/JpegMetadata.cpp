@@ -93,38 +93,69 @@ QByteArray xmpSegments(const QByteArray &xmp)
                                   : segment(xmpMarker + split.packet) + extensionSegments(split);
 }
 
+// Calls take(marker, length) for the segments before the picture, with the device at the content. Where the
+// picture begins; -1 when that is not found.
+template <class Take>
+qint64 forEachSegment(QIODevice &device, Take take)
+{
+    constexpr uchar startOfScan = 0xda;
+    qint64 at = 2;
+    for (int part = 0; part < maxMetadataParts && device.seek(at); ++part) {
+        const QByteArray header = device.read(4);
+        if (header.size() < 4 || uchar(header[0]) != 0xff)
+            return -1;
+        if (uchar(header[1]) == startOfScan)
+            return at;
+        const qint64 length = qFromBigEndian<quint16>(header.constData() + 2);
+        if (length < 2)
+            return -1;
+        take(uchar(header[1]), length - 2);
+        at += 2 + length;
+    }
+    return -1;
+}
+
 } // namespace
 
 Metadata readJpegMetadata(QIODevice &device)
 {
-    constexpr uchar app1 = 0xe1;
-    constexpr uchar startOfScan = 0xda;
     Metadata found;
     Extensions extensions;
-    qint64 at = 2;
-    for (int part = 0; part < maxMetadataParts && device.seek(at); ++part) {
-        const QByteArray header = device.read(4);
-        if (header.size() < 4 || uchar(header[0]) != 0xff || uchar(header[1]) == startOfScan)
-            break;
-        const qint64 length = qFromBigEndian<quint16>(header.constData() + 2);
-        if (length < 2)
-            break;
-        if (uchar(header[1]) == app1) {
-            const QByteArray content = device.read(length - 2);
-            if (found.exif.isEmpty() && content.startsWith(exifMarker))
-                found.exif = content.mid(exifMarker.size());
-            else if (found.xmp.isEmpty() && content.startsWith(xmpMarker))
-                found.xmp = content.mid(xmpMarker.size());
-            else if (content.startsWith(extensionMarker))
-                extensions.add(content.mid(extensionMarker.size()));
-        }
-        at += 2 + length;
-    }
+    forEachSegment(device, [&](uchar marker, qint64 length) {
+        constexpr uchar app1 = 0xe1;
+        const QByteArray content = marker == app1 ? device.read(length) : QByteArray();
+        if (found.exif.isEmpty() && content.startsWith(exifMarker))
+            found.exif = content.mid(exifMarker.size());
+        else if (found.xmp.isEmpty() && content.startsWith(xmpMarker))
+            found.xmp = content.mid(xmpMarker.size());
+        else if (content.startsWith(extensionMarker))
+            extensions.add(content.mid(extensionMarker.size()));
+    });
     const QByteArray digest = extensionDigest(found.xmp);
     found.isXmpCut = extensions.isTooLong(digest);
     if (const QByteArray more = extensions.take(digest); !more.isEmpty())
         found.xmp = mergedXmp(found.xmp, more);
     return found;
+}
+
+bool isCutOffJpeg(QIODevice &device)
+{
+    constexpr qint64 pieceBytes = 1 << 16;
+    if (!device.seek(0) || device.read(2) != "\xff\xd8")
+        return false;
+    const qint64 picture = forEachSegment(device, [](uchar, qint64) {});
+    if (picture < 0 || !device.seek(picture))
+        return false;
+    // Within the data of a picture this marker does not occur.
+    QByteArray piece;
+    while (!device.atEnd()) {
+        piece = piece.right(1) + device.read(pieceBytes);
+        if (piece.contains("\xff\xd9"))
+            return false;
+        if (piece.size() < 2)
+            break; // nothing can be read any more
+    }
+    return true;
 }
 
 WithMetadata withMetadataInJpeg(const QByteArray &file, const Metadata &metadata)

@@ -11,6 +11,10 @@ namespace conversion
 // Of a device that is a JPEG.
 Metadata readJpegMetadata(QIODevice &device);
 
+// Whether the end of a JPEG's picture is missing: decoders make grey of what is not there, and report
+// success. False for any other file, and for one in which the picture's data is not found.
+bool isCutOffJpeg(QIODevice &device);
+
 // EXIF that is too long, and XMP that cannot be split, are left out.
 WithMetadata withMetadataInJpeg(const QByteArray &file, const Metadata &metadata);
 

@@ -31,6 +31,8 @@ public:
     QHash<QString, QImage> sources;
     QHash<QString, QByteArray> written; // by its path in small letters
     QString lockedOutput;
+    QString note; // on every source
+    Metadata metadata;
     bool fullDisk = false;
     std::atomic_int loads = 0;
     core::CancelFlag *cancelInLoad = nullptr; // a decoder that is stopped gives no picture
@@ -46,7 +48,7 @@ public:
         const QImage image = sources.value(source);
         if (beforeDecode)
             beforeDecode(image.sizeInBytes());
-        return {image, {}, 1000, {}};
+        return {image, metadata, 1000, {}, note};
     }
     bool exists(const QString &output) override
     {
@@ -245,6 +247,11 @@ void TestRun::failuresAreTold()
     QCOMPARE(outcomes(converted(files, {path("c.jpg")})), QStringLiteral("F"));
     QVERIFY(files.written.isEmpty());
     QCOMPARE(files.lost, 1);
+    files.fullDisk = false;
+    files.note = QStringLiteral("cut off");
+    files.metadata.exif = "damaged";
+    QVERIFY(converted(files, {path("c.jpg")})[0].note.startsWith(QStringLiteral("cut off. EXIF")));
+    QCOMPARE(convertToPdf({path("c.jpg")}, made("d.pdf"), {}, files, {}, {})[0].note, files.note);
 }
 
 void TestRun::manyInOrder()

@@ -4,6 +4,7 @@
 #include "ConvertImage/engine/PictureWriter.h"
 #include "ConvertImage/engine/Targets.h"
 #include "ConvertImage/engine/metadata/ExifEditor.h"
+#include "ConvertImage/engine/metadata/JpegMetadata.h"
 #include "ConvertImage/engine/metadata/MetadataBytes.h"
 
 #include <QBuffer>
@@ -109,6 +110,7 @@ private slots:
     void longMetadataOfJpeg();
     void lostMetadataIsTold_data();
     void lostMetadataIsTold();
+    void cutOffJpeg();
     void damagedExif();
     void pdfGeometry_data();
     void pdfGeometry();
@@ -401,6 +403,27 @@ void TestWriters::lostMetadataIsTold()
         writePicture(target, colourful(8, 8), {.target = Target::Png}, metadataIn(file));
     QCOMPARE(result.problem, QString());
     QTEST(result.note, "told");
+}
+
+void TestWriters::cutOffJpeg()
+{
+    const auto isCut = [](QByteArray file) {
+        QBuffer device(&file);
+        device.open(QIODevice::ReadOnly);
+        return isCutOffJpeg(device);
+    };
+    // The end's marker stands in the metadata too, and what a telephone adds lies behind it.
+    const QByteArray jpeg =
+        written(colourful(400, 300), {.target = Target::Jpg}, {cameraExif() + "\xff\xd9", {}});
+    QVERIFY(!isCut(jpeg));
+    QVERIFY(!isCut(jpeg + QByteArray(100'000, 'x')));
+    QVERIFY(isCut(jpeg.chopped(2)));
+    QVERIFY(isCut(jpeg.first(jpeg.size() / 2)));
+    QVERIFY(!isCut(jpeg.first(10)) && !isCut("text") && !isCut({}));
+    const qsizetype end = (1 << 16) + 1; // across two pieces that are read
+    const QByteArray start("\xff\xd8\xff\xda", 4);
+    for (const qsizetype bytes : {end - 5, end - 4, end - 3})
+        QVERIFY(!isCut(start + QByteArray(bytes, 'x') + "\xff\xd9"));
 }
 
 void TestWriters::damagedExif()
