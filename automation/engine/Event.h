@@ -18,6 +18,7 @@ enum class EventKind {
     Battery,      // value: percent left while on battery, -1 on mains
     Lid,          // value: 1 open, 0 closed; told once at first, which is no change
     Displays,     // number, size or colours of the monitors
+    Session,      // unlocked, or used from another PC or from here again
     ProgramEnded, // the one that is waited for
     TaskbarMade,  // Explorer has started, perhaps again
     ThemeChanged, // by anybody

@@ -5,6 +5,7 @@
 
 #include <initguid.h>
 #include <time.h>
+#include <wtsapi32.h>
 
 using automation::EventKind;
 
@@ -51,6 +52,10 @@ std::optional<automation::Event> eventOf(UINT message, WPARAM wParam, LPARAM lPa
         return eventNow(EventKind::ClockChange);
     case WM_DISPLAYCHANGE:
         return eventNow(EventKind::Displays);
+    case WM_WTSSESSION_CHANGE:
+        if (wParam == WTS_SESSION_UNLOCK || wParam == WTS_CONSOLE_CONNECT || wParam == WTS_REMOTE_CONNECT)
+            return eventNow(EventKind::Session);
+        return {};
     case WM_SETTINGCHANGE:
         if (lParam && QStringView(reinterpret_cast<const wchar_t *>(lParam)) == u"ImmersiveColorSet")
             return eventNow(EventKind::ThemeChanged);

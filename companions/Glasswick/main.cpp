@@ -23,6 +23,8 @@
 #include <array>
 #include <vector>
 
+#include <wtsapi32.h>
+
 namespace
 {
 
@@ -91,12 +93,14 @@ Agent::Agent() : m_log(automation::agentLogPath(platform::knownFolder(platform::
     // Top-level, since a message-only window is not found by the others and hears no broadcasts.
     m_window = CreateWindowExW(WS_EX_TOOLWINDOW, windowClass, windowTitle, WS_POPUP, 0, 0, 0, 0, nullptr,
                                nullptr, instance, this);
+    WTSRegisterSessionNotification(m_window, NOTIFY_FOR_THIS_SESSION);
 }
 
 Agent::~Agent()
 {
     m_features.clear(); // undoes what they did, while the window is there
     if (m_window) {
+        WTSUnRegisterSessionNotification(m_window);
         SetWindowLongPtrW(m_window, GWLP_USERDATA, 0);
         DestroyWindow(m_window);
     }

@@ -223,6 +223,7 @@ void WallpaperChangerTest::fetchesAndSets()
     QCOMPARE(answer.reason, QString());
     QCOMPARE(answer.result, Result::Changed);
     QCOMPARE(answer.pictures[0].title, u"Day 0"_s);
+    QCOMPARE(answer.pictures[0].credit, u"By me"_s);
     QCOMPARE(answer.pictures[0].page, QUrl(u"https://example.org/0"_s));
     QFile shown(m_desktop.picture({}));
     QVERIFY(shown.open(QIODevice::ReadOnly));
@@ -245,12 +246,13 @@ void WallpaperChangerTest::keepsTheOld_data()
     QTest::newRow("no such picture") << none << none << u"/x"_s << u"error 404"_s;
     QTest::newRow("malformed list") << QByteArray("{\"images\":[{") << none << u"/x"_s << u"cannot be read"_s;
     QTest::newRow("empty list") << QByteArray("{\"images\":[]}") << none << u"/x"_s << u"lists no picture"_s;
-    QTest::newRow("a page") << none << QByteArray("<html>sign in</html>") << u"/x"_s << u"is no picture"_s;
+    QTest::newRow("a page") << none << QByteArray("<html>sign in</html>") << u"/x"_s
+                            << u"sent is no picture"_s;
     QTest::newRow("a film") << none
                             << QByteArray("\0\0\0\x20"
                                           "ftypisom",
                                           12)
-                            << u"/x"_s << u"is no picture"_s;
+                            << u"/x"_s << u"sent is no picture"_s;
     QTest::newRow("cut off") << none << picture("PNG").left(200) << u"/x"_s << u"that can be read"_s;
     QTest::newRow("a stamp") << none << picture("PNG", {120, 90}) << u"/x"_s << u"120 by 90"_s;
     QTest::newRow("too large") << none << none << u"/large"_s << u"more than a picture"_s;

@@ -78,12 +78,12 @@ private:
             {u"remote"_s,
              [](Days &days) {
                  days.m_remote = true;
-                 days.take(EventKind::Displays);
+                 days.take(EventKind::Session);
              }},
             {u"local"_s,
              [](Days &days) {
                  days.m_remote = false;
-                 days.take(EventKind::Displays);
+                 days.take(EventKind::Session);
              }},
             {u"hang"_s, [](Days &days) { days.m_hangs = true; }},
         };
