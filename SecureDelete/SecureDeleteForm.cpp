@@ -131,11 +131,11 @@ void SecureDeleteForm::addPaths(const QStringList &paths)
 
 void SecureDeleteForm::showMethod()
 {
-    const Settings settings = Settings::load();
-    m_method = tr("%1, %2").arg(Texts::method(settings.method),
-                                Texts::passes(settings.method, settings.randomPasses));
-    if (settings.method != Method::Random)
-        m_method = Texts::method(settings.method);
+    m_settings = Settings::load();
+    m_method = tr("%1, %2").arg(Texts::method(m_settings.method),
+                                Texts::passes(m_settings.method, m_settings.randomPasses));
+    if (m_settings.method != Method::Random)
+        m_method = Texts::method(m_settings.method);
     m_list->showMethod(m_method);
 }
 
@@ -229,9 +229,8 @@ void SecureDeleteForm::deleteFromBin(bool all)
 
 void SecureDeleteForm::start(SecureDeleteJob job, QList<int> rowIds)
 {
-    const Settings settings = Settings::load();
-    job.options.method = settings.method;
-    job.options.randomPasses = settings.randomPasses;
+    job.options.method = m_settings.method;
+    job.options.randomPasses = m_settings.randomPasses;
     m_rowIds = std::move(rowIds);
     m_steps = 0;
     m_notice->hide();
@@ -243,7 +242,7 @@ void SecureDeleteForm::start(SecureDeleteJob job, QList<int> rowIds)
     connect(thread, &SecureDeleteThread::rowDestroyed, this, &SecureDeleteForm::onRowDestroyed);
     connect(thread, &SecureDeleteThread::deleteFinish, this, &SecureDeleteForm::onDeleteFinish);
     m_pages->setCurrentWidget(m_progress);
-    const bool finishesFile = settings.method != Method::Gutmann;
+    const bool finishesFile = m_settings.method != Method::Gutmann;
     m_jobs.start({.busyText = tr("the deletion"),
                   .page = m_progress,
                   .title = tr("Deleting in progress. Please wait ..."),

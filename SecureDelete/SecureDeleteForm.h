@@ -3,6 +3,7 @@
 
 #include "SecureDelete/ReportFile.h"
 #include "SecureDelete/SecureDeleteThread.h"
+#include "SecureDelete/Settings.h"
 #include "SecureDelete/engine/FreeSpace.h"
 #include "platform/RawVolume.h"
 #include "widgets/FLWidget.h"
@@ -90,7 +91,8 @@ private:
     QList<int> m_rowIds;       // of the list, by the row of the job that runs
     QList<int> m_destroyedIds; // still on the list
     QTimer m_removeDestroyed;
-    QString m_method; // of the job that runs, with its passes
+    securedelete::Settings m_settings; // as the last question had them
+    QString m_method;                  // of the job that runs, with its passes
     int m_steps = 0;
     int m_totalSteps = 0;
     JobHost m_jobs;

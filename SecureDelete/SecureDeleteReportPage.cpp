@@ -8,6 +8,7 @@
 #include "widgets/NoticeBar.h"
 #include "widgets/PageHeader.h"
 #include "widgets/ResultView.h"
+#include "widgets/SearchLine.h"
 #include "widgets/Theme.h"
 
 #include <QCheckBox>
@@ -55,7 +56,10 @@ SecureDeleteReportPage::SecureDeleteReportPage(ShredResult result, const QString
     m_records = std::make_shared<const std::vector<ShredRecord>>(std::move(result.records));
     setFocusProxy(m_list);
     m_list->setModel(new ReportModel(m_records, this));
+    m_list->addToolWidget(m_withNames);
     m_list->setSearch(ResultView::Search::Filter);
+    setTabOrder(m_withNames, m_list->searchLine());
+    setTabOrder(m_list->searchLine(), m_list->view());
     m_list->setEmpty(controls::image("Info16"), tr("Nothing was done"));
     m_list->dropExportKey();
     connect(m_list, &ResultView::told, m_notice,
@@ -84,10 +88,9 @@ void SecureDeleteReportPage::buildLayout(const ShredResult &result, const QStrin
     m_withNames->setObjectName(QStringLiteral("withNamesCheckBox"));
     m_withNames->setChecked(true);
     m_withNames->setToolTip(tr("Without them, the saved report numbers files and folders and names none"));
-    m_header->addWidget(m_withNames);
     QPushButton *save = m_header->addButton({"saveReportButton", "Save24", tr("Save Report"),
                                              tr("Save the report as text or CSV"), QKeySequence::Save});
-    setTabOrder(m_withNames, save);
+    setTabOrder(save, m_withNames);
     connect(save, &QPushButton::clicked, this, &SecureDeleteReportPage::on_saveReportButton_clicked);
     connect(m_header, &PageHeader::back, this, &SecureDeleteReportPage::back);
     auto *layout = new QVBoxLayout(this);

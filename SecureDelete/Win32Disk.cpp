@@ -222,6 +222,12 @@ Fault Win32Disk::erase(const Item &item, ItemKind kind)
                                        .identity = item.identity}));
 }
 
+Fault Win32Disk::checkFolder(const Item &item)
+{
+    const ListedItem listed{.name = item.name, .kind = ItemKind::Folder, .identity = item.identity};
+    return faultOf(folder(item).open(listed, GuardedFolder::Access::Look).state());
+}
+
 Fault Win32Disk::eraseLink(const Item &item)
 {
     return erase(item, ItemKind::Link);

@@ -19,6 +19,7 @@ public:
     std::optional<Item> find(const QString &root, const QString &folder, const QString &name) override;
     void list(const QString &folder, core::DirectoryListing &out, const core::CancelFlag &cancel) override;
     std::unique_ptr<DoomedFile> file(const Item &item) override;
+    Fault checkFolder(const Item &item) override;
     Fault eraseLink(const Item &item) override;
     Fault eraseFolder(const Item &item) override;
     bool isProtected(const Item &item) override;

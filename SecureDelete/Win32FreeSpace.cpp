@@ -81,15 +81,12 @@ bool Win32FreeSpace::removeLeftOver(const QString &path)
         return true;
     core::DirectoryListing listing;
     platform::Win32Enumerator().list(path, listing, {});
-    {
-        const platform::GuardedRoot root(place);
-        const platform::GuardedFolder folder(root, path);
-        for (std::size_t index = 0; index < listing.size(); ++index) {
-            const core::DirectoryEntry entry = listing.at(index);
-            const QString name = entry.name.toString();
-            if (!entry.isDirectory() && isOurFile(name))
-                folder.erase({name, platform::ItemKind::File, entry.size, entry.lastWriteTime});
-        }
+    for (std::size_t index = 0; index < listing.size(); ++index) {
+        const core::DirectoryEntry entry = listing.at(index);
+        const QString name = entry.name.toString();
+        // As it is, and not as it is listed: the size of a file that was just written may come later there.
+        if (!entry.isDirectory() && isOurFile(name))
+            platform::eraseOwn(place, path + u'\\' + name);
     }
     return platform::eraseOwn(place, path) == platform::Guarded::Done;
 }

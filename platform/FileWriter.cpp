@@ -103,15 +103,20 @@ std::vector<FileStream> alternateStreams(HANDLE file)
 {
     std::vector<FileStream> streams;
     Answer answer = answerBuffer();
-    if (!GetFileInformationByHandleEx(file, FileStreamInfo, answer.data(), static_cast<DWORD>(answerSize)))
-        return streams;
+    const auto size = [&answer] { return answer.size() * sizeof(std::max_align_t); };
+    while (!GetFileInformationByHandleEx(file, FileStreamInfo, answer.data(), static_cast<DWORD>(size()))) {
+        constexpr std::size_t most = 64 << 20; // hundreds of thousands of streams
+        if (GetLastError() != ERROR_MORE_DATA || size() >= most)
+            return streams;
+        answer.resize(4 * answer.size());
+    }
     const auto *bytes = reinterpret_cast<const std::byte *>(answer.data());
     for (std::size_t at = 0;;) {
         const auto *info = reinterpret_cast<const FILE_STREAM_INFO *>(bytes + at);
         const QString name = fromWide(info->StreamName, info->StreamNameLength / sizeof(wchar_t));
         if (name != QLatin1String("::$DATA"))
             streams.push_back({name, static_cast<quint64>(info->StreamSize.QuadPart)});
-        if (info->NextEntryOffset == 0 || at + info->NextEntryOffset + sizeof(FILE_STREAM_INFO) > answerSize)
+        if (info->NextEntryOffset == 0 || at + info->NextEntryOffset + sizeof(FILE_STREAM_INFO) > size())
             return streams;
         at += info->NextEntryOffset;
     }

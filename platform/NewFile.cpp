@@ -40,12 +40,29 @@ QString systemText(DWORD error)
     return qt_error_string(static_cast<int>(error));
 }
 
+// Windows refuses to replace one, Wine does not.
+bool isReadOnly(const QString &path)
+{
+    const DWORD attributes = GetFileAttributesW(apiPath(path).c_str());
+    return attributes != INVALID_FILE_ATTRIBUTES && (attributes & FILE_ATTRIBUTE_READONLY);
+}
+
 // Whether the path names a regular file in this folder, which may be replaced.
 bool isPlainFile(const QString &path)
 {
     const DWORD attributes = GetFileAttributesW(apiPath(path).c_str());
     return attributes != INVALID_FILE_ATTRIBUTES && !(attributes & FILE_ATTRIBUTE_DIRECTORY) &&
            !(attributes & FILE_ATTRIBUTE_REPARSE_POINT) && isInside(folderOf(path), path);
+}
+
+// The move is written at once, the content when the system likes: a loss of power in between would leave
+// nothing of either file.
+bool writeToDisk(const QString &path)
+{
+    const FileHandle file(CreateFileW(apiPath(path).c_str(), GENERIC_WRITE,
+                                      FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE, nullptr,
+                                      OPEN_EXISTING, 0, nullptr));
+    return file && FlushFileBuffers(file.get());
 }
 
 QString tr(const char *text)
@@ -77,6 +94,10 @@ NewFile::Placed NewFile::place(bool replace, QString &problem)
         problem = tr("What bears this name is no plain file, and is not replaced");
         return Placed::Failed;
     }
+    if (taken && isReadOnly(m_path)) {
+        problem = systemText(ERROR_ACCESS_DENIED);
+        return Placed::Failed;
+    }
     if (!m_file.flush()) {
         problem = m_file.errorString();
         return Placed::Failed;
@@ -84,7 +105,8 @@ NewFile::Placed NewFile::place(bool replace, QString &problem)
     const QString temporary = m_file.fileName().replace(u'/', u'\\');
     m_file.close();
     const DWORD flags = MOVEFILE_WRITE_THROUGH | (taken ? MOVEFILE_REPLACE_EXISTING : 0);
-    if (MoveFileExW(apiPath(temporary).c_str(), apiPath(m_path).c_str(), flags)) {
+    if ((!taken || writeToDisk(temporary)) &&
+        MoveFileExW(apiPath(temporary).c_str(), apiPath(m_path).c_str(), flags)) {
         m_placed = true;
         return Placed::Done;
     }

@@ -11,6 +11,9 @@
 #include <QToolButton>
 #include <QVBoxLayout>
 
+#include <algorithm>
+#include <utility>
+
 PageHeader::PageHeader(Kind kind, QWidget *parent)
     : QWidget(parent),
       m_title(new ElidedLabel(this, Qt::ElideMiddle)),
@@ -82,4 +85,19 @@ QToolButton *PageHeader::addToolButton(const controls::Button &button, bool show
 void PageHeader::addWidget(QWidget *widget)
 {
     m_row->addWidget(widget);
+}
+
+// A layout lets the header grow no higher than this, and a description has more lines in a narrow page.
+QSize PageHeader::sizeHint() const
+{
+    const QSize hint = QWidget::sizeHint();
+    return {hint.width(), std::max(hint.height(), m_height)};
+}
+
+void PageHeader::resizeEvent(QResizeEvent *event)
+{
+    QWidget::resizeEvent(event);
+    const int height = hasHeightForWidth() ? heightForWidth(width()) : 0;
+    if (std::exchange(m_height, height) != height)
+        updateGeometry();
 }

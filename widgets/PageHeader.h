@@ -34,8 +34,13 @@ public:
     QToolButton *addToolButton(const controls::Button &button, bool showText = true);
     void addWidget(QWidget *widget);
 
+    QSize sizeHint() const override;
+
 signals:
     void back();
+
+protected:
+    void resizeEvent(QResizeEvent *event) override;
 
 private:
     QToolButton *m_back = nullptr;
@@ -43,4 +48,5 @@ private:
     ElidedLabel *m_totals = nullptr;
     WrappedLabel *m_description = nullptr;
     QHBoxLayout *m_row;
+    int m_height = 0; // that the texts need at this width
 };

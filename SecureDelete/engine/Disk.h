@@ -118,6 +118,8 @@ public:
     virtual std::optional<Item> find(const QString &root, const QString &folder, const QString &name) = 0;
     virtual void list(const QString &folder, core::DirectoryListing &out, const core::CancelFlag &cancel) = 0;
     virtual std::unique_ptr<DoomedFile> file(const Item &item) = 0;
+    // None when the folder is still the one that was listed, and not another one of its name.
+    virtual Fault checkFolder(const Item &item) = 0;
     // The link itself, and nothing behind it.
     virtual Fault eraseLink(const Item &item) = 0;
     virtual Fault eraseFolder(const Item &item) = 0; // an empty one

@@ -69,7 +69,11 @@ bool Job::shredRow(const ShredRow &row)
     item.reparseTag = now->reparseTag;
     if (item.isLink())
         return shredLink(item);
-    return row.isFile ? shredFile(item) : shredFolder(item);
+    if (row.isFile)
+        return shredFile(item);
+    // Before anything in it goes: removing the folder, which compares too, comes last.
+    const Fault fault = m_disk.checkFolder(item);
+    return fault == Fault::None ? shredFolder(item) : noteFault(item, fault);
 }
 
 bool Job::shredFile(const Item &item)

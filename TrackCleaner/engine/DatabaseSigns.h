@@ -21,6 +21,8 @@ public:
     explicit DatabaseSigns(QStringView folder = {});
 
     void meet(QStringView name);
+    // Of a folder that was listed in part: what tells the database may be in the rest.
+    void assumeLevelDb() { m_current = m_manifest = true; }
     bool isPartOfDatabase(QStringView name) const;
     // False for nearly every folder: then only a name that is a journal anywhere can be a part of one.
     bool any() const { return m_systemHives || (m_current && m_manifest) || hasBases(); }

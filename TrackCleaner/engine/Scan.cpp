@@ -69,6 +69,8 @@ void Collector::enterFolder(const QString &path, QStringView, int depth, FolderS
 {
     m_listener.folderEntered(path);
     m_frames.push_back({m_found.files.addFolder(path, m_source.trustedRoot), DatabaseSigns(path), {}});
+    if (state == FolderState::ListedInPart)
+        m_frames.back().signs.assumeLevelDb();
     if (state != FolderState::Unreadable)
         return;
     if (depth > 0) {

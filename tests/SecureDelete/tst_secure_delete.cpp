@@ -151,17 +151,22 @@ void TestSecureDelete::leavesWhatItMustNotTouch()
     scene.folder.makeHardLink(u"t\\hard"_s, u"out\\canary"_s);
     const QString changed = scene.folder.makeFile(u"changed"_s, "before");
     const QString readOnly = scene.folder.makeFile(u"readonly"_s, "kept");
+    const QString exchanged = scene.folder.makeFolder(u"exchanged"_s);
     QVERIFY(QFile::setPermissions(readOnly, QFile::ReadOwner));
     scene.form.addPaths({u"C:\\"_s, u"C:\\windows\\temp"_s});
-    scene.add({scene.folder.path(u"t"_s), changed, readOnly, scene.folder.path(u"none"_s)});
+    scene.add({scene.folder.path(u"t"_s), changed, readOnly, exchanged, scene.folder.path(u"none"_s)});
     QVERIFY(scene.list().model().totals().remarks.testFlag(Remark::Protected));
     scene.list().model().removeIds({scene.list().model().rows()[0].id});
-    QCOMPARE(scene.list().model().rows().size(), 3U);
+    QCOMPARE(scene.list().model().rows().size(), 4U);
     QVERIFY(scene.list().model().totals().remarks.testFlag(Remark::ReadOnly));
     scene.folder.makeFile(u"changed"_s, "after it was shown");
+    tests::requireBelow(scene.folder.path(), exchanged);
+    QVERIFY(QDir().rename(exchanged, scene.folder.path(u"moved"_s)));
+    const QString inAnother = scene.folder.makeFile(u"exchanged\\mine"_s, "never shown");
 
     const auto &records = scene.run("deleteButton");
-    QCOMPARE(scene.list().model().rows().size(), 3U);
+    QCOMPARE(scene.list().model().rows().size(), 4U);
+    QCOMPARE(contentOf(inAnother), "never shown"_ba);
     QCOMPARE(contentOf(canary), "sings"_ba);
     QCOMPARE(contentOf(readOnly), "kept"_ba);
     QCOMPARE(contentOf(changed), "after it was shown"_ba);
@@ -174,6 +179,7 @@ void TestSecureDelete::leavesWhatItMustNotTouch()
     QCOMPARE(report->index(0, 0).data().toString(), u"Left"_s); // comes first
     QCOMPARE(faults.value(u"readonly"_s), Fault::ReadOnly);
     QCOMPARE(faults.value(u"changed"_s), Fault::Changed);
+    QCOMPARE(faults.value(u"exchanged"_s), Fault::Changed);
     QCOMPARE(faults.value(u"t\\hard"_s), Fault::OtherNames);
     QCOMPARE(faults.value(u"t"_s), Fault::NotEmpty);
     if (tests::isWine()) // elsewhere the link itself goes

@@ -88,6 +88,7 @@ private slots:
     void factsAreExpandedAndExportedWithTheirWay();
     void altLeftGoesBackFromAnywhereOnThePage();
     void theFirstButtonIsTheMainOne();
+    void aNarrowHeaderShowsItsWholeDescription();
     void anythingCanBeDropped();
 };
 
@@ -325,6 +326,28 @@ void PageKitTest::theFirstButtonIsTheMainOne()
     QCOMPARE(cards.at(1)->text(), u"C:\\"_s);
     cards.at(0)->click();
     QCOMPARE(chosen.constLast().constFirst().toString(), u"C:\\x\\one"_s);
+}
+
+// Beside its buttons there is little room for the description, and still all its lines are there.
+void PageKitTest::aNarrowHeaderShowsItsWholeDescription()
+{
+    QWidget page;
+    QVBoxLayout layout(&page);
+    auto *header = new PageHeader(PageHeader::Kind::Start);
+    header->setTitle(u"Tool"_s);
+    header->setText(u"Completely and thoroughly does what it is there for, wherever that is"_s);
+    header->addButton({"", "", u"A button"_s});
+    layout.addWidget(header);
+    layout.addWidget(new QWidget, 1);
+    page.resize(600, 400);
+    page.show();
+    QVERIFY(QTest::qWaitForWindowActive(&page));
+    const int wide = header->height();
+    page.resize(250, 400);
+    QTRY_VERIFY(header->height() > wide);
+    QTRY_VERIFY(header->height() >= header->heightForWidth(header->width()));
+    page.resize(600, 400);
+    QTRY_COMPARE(header->height(), wide);
 }
 
 void PageKitTest::anythingCanBeDropped()

@@ -30,6 +30,7 @@ public:
         quint32 attributes = 0;
         quint32 tag = 0;
         quint64 size = 0;
+        quint64 number = 1; // its identity
         quint32 links = 1;
         bool canOpen = true;
         bool canRename = true;
@@ -70,7 +71,8 @@ public:
         const auto found = files.find(folder + u'\\' + name);
         if (found == files.end())
             return std::nullopt;
-        return securedelete::Item{root, folder, name, found->attributes, found->tag, found->size, 0, {}};
+        return securedelete::Item{root,       folder,      name, found->attributes,
+                                  found->tag, found->size, 0,    core::FileIdentity{1, found->number}};
     }
     void list(const QString &folder, core::DirectoryListing &out, const core::CancelFlag &) override
     {
@@ -89,6 +91,11 @@ public:
         }
     }
     std::unique_ptr<securedelete::DoomedFile> file(const securedelete::Item &item) override;
+    securedelete::Fault checkFolder(const securedelete::Item &item) override
+    {
+        const bool same = !item.identity || item.identity->file == files.value(item.path()).number;
+        return same ? securedelete::Fault::None : securedelete::Fault::Changed;
+    }
     securedelete::Fault eraseLink(const securedelete::Item &item) override { return eraseAny(item, "link"); }
     securedelete::Fault eraseFolder(const securedelete::Item &item) override
     {

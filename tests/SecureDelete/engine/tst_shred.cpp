@@ -168,6 +168,8 @@ void TestShred::orderOfWrites()
     run.options.method = method;
     run.options.randomPasses = 5;
     std::vector<Write> writes;
+    for (int pass = 1; pass <= 7 && method == Method::Dod7; ++pass)
+        QTest::ignoreMessage(QtDebugMsg, qPrintable(u"WriteFile: %1:1 1"_s.arg(pass))); // must come
     run.disk.add(u"C:\\d\\f"_s, size);
     run.disk.onWrite = [&](const QString &path) { writes = run.disk.files[path].writes; };
     QCOMPARE(run.of(QStringList{u"C:\\d\\f"_s}).rowsLeft, 0);
@@ -323,17 +325,21 @@ void TestShred::linksAreRemovedAndNeverEntered()
 void TestShred::protectedAndExchangedFoldersStay()
 {
     Run run;
-    for (const QString &folder : {u"C:\\d\\was"_s, u"C:\\d\\p"_s, u"C:\\d\\p\\sys"_s})
+    for (const QString &folder : {u"C:\\d\\was"_s, u"C:\\d\\p"_s, u"C:\\d\\p\\sys"_s, u"C:\\d\\other"_s})
         run.disk.add(folder, 0, core::AttributeDirectory);
     run.disk.add(u"C:\\d\\p\\sys\\f"_s, 4);
     run.disk.protectedPath = u"C:\\d\\p\\sys"_s;
-    const std::vector<ShredRow> rows{run.disk.row(u"C:\\d\\was"_s), run.disk.row(u"C:\\d\\p"_s)};
+    run.disk.add(u"C:\\d\\other\\f"_s, 4);
+    const std::vector<ShredRow> rows{run.disk.row(u"C:\\d\\was"_s), run.disk.row(u"C:\\d\\p"_s),
+                                     run.disk.row(u"C:\\d\\other"_s)};
+    run.disk.files[u"C:\\d\\other"_s].number = 2; // another folder by now
     run.disk.files[u"C:\\d\\was"_s].attributes |= core::AttributeReparsePoint;
     run.disk.files[u"C:\\d\\was"_s].tag = 0xA0000003; // a junction by now
     const ShredResult result = run.of(rows);
     QCOMPARE(faultOf(result, u"C:\\d\\was"_s), Fault::Changed);
+    QCOMPARE(faultOf(result, u"C:\\d\\other"_s), Fault::Changed);
     QCOMPARE(faultOf(result, u"C:\\d\\p\\sys"_s), Fault::Protected);
-    QCOMPARE(run.disk.files.size(), 4);
+    QCOMPARE(run.disk.files.size(), 6);
     QVERIFY(run.disk.log.isEmpty());
 }
 

@@ -126,6 +126,9 @@ void TraceScanTest::databases()
             found.append(row.sliced(temp.size() + 3).chopped(1));
     }
     QCOMPARE(found.join(u' '), kept);
+    world.disk.addFile(temp + u"\\half\\000003.log"_s, 1);
+    world.disk.setBrokenOff(temp + u"\\half"_s); // before the names that tell
+    QVERIFY(rowsOf(world.scan({Item::TempFiles})[Item::TempFiles]).contains(temp + u"\\half\\000003.log!"_s));
 
     world.disk.addFile(u"C:\\Windows\\System32\\config\\SYSTEM.LOG"_s, 1);
     QCOMPARE(rowsOf(world.scan({Item::LogFiles})[Item::LogFiles]),
