@@ -100,7 +100,7 @@ conversion::ConversionFiles::Source DiskFiles::load(const QString &path, bool wi
     }
     source.image = std::move(loaded->image);
     if (QFile file(path); file.open(QIODevice::ReadOnly) && conversion::isCutOffJpeg(file))
-        source.note = tr("The source is cut off: a part of the picture is missing");
+        source.note = tr("The end of the source is missing");
     return source;
 }
 
