@@ -191,7 +191,7 @@ function(larkspur_check_tests)
   endforeach()
 endfunction()
 
-# larkspur_fuzzer(NAME LINK library...): NAME.cpp with an LLVMFuzzerTestOneInput; only in the fuzz build.
+# larkspur_fuzzer(NAME LINK library...): NAME.cpp with an LLVMFuzzerTestOneInput; only in a build with clang's coverage.
 function(larkspur_fuzzer name)
   if(NOT LARKSPUR_FUZZ)
     return()
