@@ -31,12 +31,25 @@ struct SuiteModule {
     int id; // of the module table
     const wchar_t *title;
 };
+// All pages of the suite but the one that hides this icon, in the order of the home page.
 inline constexpr std::array suiteModules{
-    SuiteModule{2, L"Folder Size Analyzer"},  SuiteModule{3, L"Find Duplicate"},
-    SuiteModule{20, L"Find Duplicate Image"}, SuiteModule{15, L"Bulk Image Converter"},
-    SuiteModule{6, L"Track Cleaner"},         SuiteModule{4, L"Secure Delete"},
-    SuiteModule{5, L"System Information"},    SuiteModule{13, L"Shortcut Keys"},
-    SuiteModule{19, L"Stay Awake"},           SuiteModule{0, L"Auto Dark Mode"},
+    SuiteModule{0, L"Auto &Dark Mode"},
+    SuiteModule{1, L"Auto &Wallpaper Changer"},
+    SuiteModule{15, L"&Bulk Image Converter"},
+    SuiteModule{2, L"&Folder Size Analyzer"},
+    SuiteModule{3, L"Fi&nd Duplicate"},
+    SuiteModule{20, L"Find Duplicate I&mage"},
+    SuiteModule{16, L"&QR Code Creator"},
+    SuiteModule{4, L"Secure D&elete"},
+    SuiteModule{13, L"Shortcut &Keys"},
+    SuiteModule{10, L"Smart S&hortcut"},
+    SuiteModule{19, L"Stay &Awake"},
+    SuiteModule{5, L"S&ystem Information"},
+    SuiteModule{6, L"Track &Cleaner"},
+    SuiteModule{7, L"Trans&parent Taskbar"},
+    SuiteModule{8, L"T&roubleshooter"},
+    SuiteModule{18, L"Windows Icon E&xtractor"},
+    SuiteModule{17, L"Windows Icon &Generator"},
 };
 
 } // namespace automation
