@@ -143,13 +143,13 @@ stop_display() {
   [ ${#displays[@]} = 0 ] || kill "${displays[@]}" 2>/dev/null || true
 }
 
-# start_sessions DRIVE=FOLDER...: for each processor, four at most, a display and a prefix of its own, with Wine's
-# services running. LARKSPUR_TEST_SESSIONS is the folder of the files that tools/wine-run takes them from.
+# start_sessions DRIVE=FOLDER...: one for each processor and one more, since a test waits half of its time, five at most:
+# a display and a prefix of its own, with Wine's services running. LARKSPUR_TEST_SESSIONS is the folder of the files that tools/wine-run takes them from.
 start_sessions() {
   local number
   LARKSPUR_TEST_SESSIONS=$(mktemp -d)
-  sessions=$(nproc)
-  [ "$sessions" -le 4 ] || sessions=4
+  sessions=$(($(nproc) + 1))
+  [ "$sessions" -le 5 ] || sessions=5
   for number in $(seq "$sessions"); do
     start_display
     use_prefix "test$number" "$@"
