@@ -82,6 +82,8 @@ void SecureDeleteListPage::buildList()
     m_list->setModel(m_model);
     m_list->setEmpty(controls::image("Add24"), tr("Nothing to delete yet"),
                      tr("Drop files and folders here, or add them above."));
+    constexpr int leastHeight = 112; // the words for an empty list, or its head and some rows
+    m_list->setMinimumHeight(leastHeight);
     m_list->table()->showColumns(
         {ItemModel::Name, ItemModel::Folder, ItemModel::Size, ItemModel::Files, ItemModel::Notes});
     QHeaderView *header = m_list->table()->horizontalHeader();
