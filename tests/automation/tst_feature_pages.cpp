@@ -51,6 +51,7 @@ private slots:
     void tellsOfTheSun();
     void asksWhereTheComputerIs();
     void damagedSettings();
+    void tabGoesDown();
     void ownPictures();
     void droppedFolders();
     void showsThePicture();
@@ -201,6 +202,20 @@ void FeaturePagesTest::damagedSettings()
     const TransparentTaskbarModuleForm taskbar;
     QCOMPARE(taskbar.findChild<QSlider *>(u"levelSlider"_s)->value(), 50);
     QCOMPARE(taskbar.findChild<QComboBox *>(u"modeComboBox"_s)->currentIndex(), 0);
+}
+
+// The settings come before the log, which was made before them.
+void FeaturePagesTest::tabGoesDown()
+{
+    StayAwakeForm form;
+    QCoreApplication::processEvents();
+    QStringList passed;
+    const QWidget *log = form.findChild<QTreeWidget *>(u"logTreeWidget"_s);
+    const QWidget *at = form.findChild<QCheckBox *>(u"checkBox"_s);
+    for (; at != log && passed.size() < 100; at = at->nextInFocusChain())
+        passed.append(at->objectName());
+    QCOMPARE(at, log);
+    QVERIFY(passed.contains(u"batteryCheckBox"_s));
 }
 
 void FeaturePagesTest::ownPictures()
