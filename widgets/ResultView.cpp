@@ -238,6 +238,8 @@ void ResultView::showEmpty()
     else if (nothing)
         m_empty->setContent(m_emptyIcon, m_emptyTitle, m_emptyText);
     m_stack->setCurrentIndex(nothing ? 1 : 0);
+    if (!nothing && hasFocus()) // given while there was no view to pass it on to
+        m_view->setFocus();
 }
 
 QModelIndex ResultView::toSource(const QModelIndex &index) const
