@@ -124,7 +124,7 @@ void ConvertImageForm::convertList(const QStringList &sources)
     const conversion::Settings settings = this->settings();
     const QHash<QString, QString> subfolders = m_page->sources()->subfolders();
     m_search.run(
-        {.busyText = tr("the look at the output folder")},
+        {.busyText = tr("the check of the output folder")},
         [sources, subfolders, settings, decoders = m_decoders](const core::JobControl &job) {
             return std::pair(settings, prepareRun(sources, subfolders, settings, *decoders, job.cancel));
         },
@@ -202,7 +202,7 @@ bool ConvertImageForm::mayStart(const PreparedRun &prepared)
         return isYes(tr("PDF document"), tr("Replace the document \"%1\"?").arg(settings.pdfFileName));
     return !prepared.folderMissing ||
            isYes(tr("Output folder"),
-                 tr("The folder \"%1\" does not exist. Make it?").arg(settings.outputFolder));
+                 tr("The folder \"%1\" does not exist. Create it?").arg(settings.outputFolder));
 }
 
 // Sources of one output: the user sees other names for them, and decides.
@@ -224,7 +224,7 @@ bool ConvertImageForm::settleClashes(std::vector<PlannedFile> &files,
     if (changed > maxNamed)
         lines.append(tr("and %1 more").arg(changed - maxNamed));
     const auto answer = platform::dialogs().ask(
-        this, tr("Several pictures would get one name"),
+        this, tr("Several pictures would get the same name"),
         tr("%1 Give them these names?\n\n%2\n\nWith \"No\" the first picture of each name is converted, and "
            "you are "
            "asked about the others.")

@@ -64,11 +64,11 @@ void SecureDeleteListPage::buildList()
     auto *folder = controls::pushButton(this, {"addFolderButton", "FolderOpen24", tr("Add Folder"),
                                                tr("Add a folder and all that is in it"),
                                                QKeySequence(tr("Ctrl+Shift+O"))});
-    m_remove = controls::pushButton(this, {"removeButton", "Cancel24", tr("Remove"),
-                                           tr("Take the selected items off the list; they stay on the drive"),
-                                           QKeySequence::Delete});
-    m_clear = controls::pushButton(
-        this, {"clearButton", "", tr("Clear List"), tr("Take everything off the list; nothing is deleted")});
+    m_remove = controls::pushButton(
+        this, {"removeButton", "Cancel24", tr("Remove"),
+               tr("Remove the selected items from the list; they stay on the drive"), QKeySequence::Delete});
+    m_clear = controls::pushButton(this, {"clearButton", "", tr("Clear List"),
+                                          tr("Remove everything from the list; nothing is deleted")});
     connect(files, &QPushButton::clicked, this, &SecureDeleteListPage::on_addFilesButton_clicked);
     connect(folder, &QPushButton::clicked, this, &SecureDeleteListPage::on_addFolderButton_clicked);
     connect(m_remove, &QPushButton::clicked, this, &SecureDeleteListPage::on_removeButton_clicked);

@@ -46,7 +46,8 @@ QString recentSentence(const QString &name, const QString &folder)
         return tr(
             "The jump list of a program: what it opened lately, and what you pinned there. The pins go too.");
     if (folder.endsWith(QLatin1String("\\CustomDestinations")))
-        return tr("The jump list that a program made itself; it comes back when the program makes it anew.");
+        return tr(
+            "The jump list that a program made itself; it comes back when the program creates it again.");
     if (name.endsWith(QLatin1String(".lnk"), Qt::CaseInsensitive))
         return tr("A shortcut to what you opened; the list of recent files no longer shows it.");
     return tr("A file in the folder of the recent files, which works without it.");
@@ -62,7 +63,7 @@ QString fileSentence(Item item, const QString &name, const QString &folder)
     case Item::ErrorReporting:
         return tr("A part of the report of a crash; support can no longer ask for it.");
     case Item::NetworkData:
-        return tr("A part of the record of what each program sent and received; it begins anew.");
+        return tr("A part of the record of what each program sent and received; it starts over.");
     default:
         return tr("What a program put aside for a short time; one that still runs may miss it.");
     }
@@ -194,7 +195,7 @@ QString noteText(const ScanResult &found, Item item)
         notes += tr("%1 does not look like a folder for temporary files and was skipped.");
         break;
     case Obstacle::TempUnknown:
-        notes += tr("Windows does not tell where the temporary files are.");
+        notes += tr("Windows did not say where the temporary files are.");
         break;
     }
     if (!notes.isEmpty() && notes[0].contains(QLatin1String("%1")))

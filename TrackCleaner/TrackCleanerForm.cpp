@@ -167,7 +167,7 @@ bool TrackCleanerForm::mayLoseRegistryEntries()
     return saveRegistryEntries() ||
            platform::dialogs().ask(this, tr("Clear Tracking Data"),
                                    tr("The registry entries were not saved to a file and could not be put "
-                                      "back. Clear all the same?")) == QMessageBox::Yes;
+                                      "back. Clear them anyway?")) == QMessageBox::Yes;
 }
 
 void TrackCleanerForm::startClearing(tracks::ClearPlan plan)

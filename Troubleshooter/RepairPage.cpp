@@ -72,7 +72,7 @@ RepairPage::RepairPage(const QString &description, std::shared_ptr<Repair> repai
     m_notice = new NoticeBar(this);
     m_check = controls::pushButton(this, {"checkButton", "", tr("Check"), {}, QKeySequence::Refresh},
                                    controls::Rank::Primary);
-    m_apply = controls::pushButton(this, {"applyButton", "", tr("Do What Is Chosen")});
+    m_apply = controls::pushButton(this, {"applyButton", "", tr("Repair Selected")});
     m_cancel = controls::pushButton(this, {"cancelButton", "", tr("Cancel")});
     m_status = new QLabel(tr("Not checked yet."), this);
     m_status->setObjectName(QStringLiteral("statusLabel"));
@@ -271,7 +271,7 @@ void RepairPage::showReport(const Report &report)
                              : tr("Not everything was done. Restart Windows for the rest to take effect."));
     else if (report.allDone())
         m_notice->showNotice(NoticeBar::Kind::Success, report.after.problems() == 0
-                                                           ? tr("Done. No problem is found any more.")
+                                                           ? tr("Done. No problems remain.")
                                                            : tr("Done, but there are still problems."));
     else
         m_notice->showNotice(NoticeBar::Kind::Warning, tr("Not everything was done. See below."));

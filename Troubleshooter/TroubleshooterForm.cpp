@@ -60,9 +60,8 @@ TroubleshooterForm::TroubleshooterForm(const RepairWorld &world, QWidget *parent
 {
     auto *header = new PageHeader(PageHeader::Kind::Start, this);
     header->setTitle(tr("Troubleshooter"));
-    header->setText(
-        tr("Looks for the common faults of the Internet connection, of icons and thumbnails and of the "
-           "Microsoft Store. A check changes nothing, and nothing is done that you have not chosen."));
+    header->setText(tr("Finds common problems with the Internet connection, icons, thumbnails and the "
+                       "Microsoft Store. A check changes nothing, and only what you choose is done."));
 
     auto *tabs = new FLTabWidget(this);
     tabs->setObjectName(QStringLiteral("tabWidget"));
@@ -73,9 +72,8 @@ TroubleshooterForm::TroubleshooterForm(const RepairWorld &world, QWidget *parent
         tabs->addTab(page, title);
     };
     add("internetPage", tr("Internet"),
-        tr("Looks at the connection, its address and the proxy, asks for the name %1 and connects to it, as "
-           "Windows "
-           "itself does to learn whether there is Internet.")
+        tr("Checks the connection, its address and the proxy, looks up %1 and connects to it, as Windows "
+           "itself does to test for Internet access.")
             .arg(testHost),
         make<InternetRepair>(world.network, world.tools));
     struct IconRepair : CacheRepair {
@@ -89,17 +87,15 @@ TroubleshooterForm::TroubleshooterForm(const RepairWorld &world, QWidget *parent
     };
     add("iconsPage", tr("Icons"),
         tr("Windows keeps the icons of programs and files in a cache. When it is damaged, icons are wrong or "
-           "white."),
+           "blank."),
         make<IconRepair>(world.caches, world.explorer));
     add("thumbnailsPage", tr("Thumbnails"),
-        tr("Windows keeps the small previews of pictures and films in a cache. When it is damaged, previews "
-           "are wrong "
-           "or missing."),
+        tr("Windows keeps the small previews of pictures and videos in a cache. When it is damaged, previews "
+           "are wrong or missing."),
         make<ThumbnailRepair>(world.caches, world.explorer));
     add("storePage", tr("Microsoft Store"),
-        tr("Looks whether the Store and the services that it needs are there. Emptying its cache helps when "
-           "it does "
-           "not open, or does not load apps."),
+        tr("Checks whether the Store and the services it needs are available. Emptying its cache helps when "
+           "it does not open or does not load apps."),
         make<StoreRepair>(world.store, world.tools));
 
     auto *layout = new QVBoxLayout(this);

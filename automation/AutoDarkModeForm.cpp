@@ -144,10 +144,9 @@ void AutoDarkModeForm::addSun()
     m_place = new QLabel(tr("In degrees; south and west are negative."), this);
     m_place->setObjectName(QStringLiteral("placeLabel"));
     m_locate = controls::pushButton(
-        this,
-        {"locateButton", "", tr("&Use My Location"),
-         tr("Asks Windows where this computer is, which may ask you first. Rounded to a kilometre, it is "
-            "kept in your settings and leaves this computer nowhere.")});
+        this, {"locateButton", "", tr("&Use My Location"),
+               tr("Asks Windows where this computer is; Windows may ask for your permission. The position is "
+                  "rounded to a kilometre, kept in your settings and never sent anywhere.")});
     connect(m_locate, &QPushButton::clicked, this, &AutoDarkModeForm::askForPosition);
     m_privacy = new QAction(tr("Open Location Settings"), this);
     connect(m_privacy, &QAction::triggered, this,
@@ -231,7 +230,7 @@ void AutoDarkModeForm::showPosition(const automation::DevicePosition &found)
     if (found.position) {
         m_binding.show({{settings::autoDarkLatitude.name.toString(), rounded(found.position->latitude)},
                         {settings::autoDarkLongitude.name.toString(), rounded(found.position->longitude)}});
-        notice()->showNotice(NoticeBar::Kind::Success, tr("Windows told where this computer is."));
+        notice()->showNotice(NoticeBar::Kind::Success, tr("The location was taken from Windows."));
     } else if (found.failure == Failure::NotAllowed) {
         notice()->showNotice(
             NoticeBar::Kind::Warning,

@@ -47,7 +47,7 @@ AutoWallpaperChangerForm::AutoWallpaperChangerForm(QWidget *parent)
                   {tr("Auto Wallpaper Changer"),
                    tr("Another picture on the desktop every day or hour: the picture of the day of Bing or "
                       "NASA, or your own. When you switch it off, your former wallpaper comes back."),
-                   tr("Change the wallpaper by itself")},
+                   tr("Change the wallpaper automatically")},
                   parent),
       m_binding(SettingsBinding::Write::OnChange)
 {
@@ -136,9 +136,9 @@ void AutoWallpaperChangerForm::addConditions()
     };
     add(tr("Monitors:"), "perMonitorCheckBox", tr("Another picture on each monitor"),
         settings::wallpaperPerMonitor);
-    m_metered = add(tr("Network:"), "meteredCheckBox", tr("Also on a connection that is paid by volume"),
+    m_metered = add(tr("Network:"), "meteredCheckBox", tr("Also on a metered connection"),
                     settings::wallpaperOnMetered);
-    add(tr("Remote use:"), "remoteCheckBox", tr("Wait while this PC is used from another one"),
+    add(tr("Remote use:"), "remoteCheckBox", tr("Wait while this PC is used remotely"),
         settings::wallpaperWaitsRemote);
 }
 
@@ -177,7 +177,7 @@ bool AutoWallpaperChangerForm::mayTurn(bool on)
 {
     if (!on || m_source->currentIndex() != ownSource || !m_own->files().isEmpty())
         return true;
-    notice()->showNotice(NoticeBar::Kind::Warning, tr("Add pictures of yours first, or choose a service."));
+    notice()->showNotice(NoticeBar::Kind::Warning, tr("Add pictures first, or choose a service."));
     return false;
 }
 

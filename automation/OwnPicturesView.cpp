@@ -229,7 +229,7 @@ void OwnPicturesView::take(const automation::DroppedPictures &dropped)
                         .arg(maxOwnPictures)
                         .arg(homeless));
     if (!dropped.isWhole)
-        told.append(tr("Of a large folder, only %1 files were looked at.").arg(automation::maxFolderEntries));
+        told.append(tr("Only %1 files of a large folder were checked.").arg(automation::maxFolderEntries));
     if (dropped.emptyFolders.size() == 1)
         told.append(tr("No picture was found in %1.").arg(dropped.emptyFolders.first()));
     else if (dropped.emptyFolders.size() > 1)
@@ -292,7 +292,7 @@ bool OwnPicturesView::showThumbnail(QTreeWidgetItem *item)
     if (!known->isNull())
         item->setIcon(0, QIcon(*known));
     else
-        item->setText(1, tr("Is not there, or is no picture"));
+        item->setText(1, tr("Missing, or not a picture"));
     return true;
 }
 

@@ -117,7 +117,7 @@ void StayAwakeForm::addPower()
         apply();
     });
     if (schemes->count() == 0) {
-        schemes->addItem(tr("This Windows names none"));
+        schemes->addItem(tr("Windows lists none"));
         on->setEnabled(false);
     }
     schemes->setEnabled(on->isChecked() && on->isEnabled());
@@ -190,7 +190,7 @@ void StayAwakeForm::storeDuration()
 bool StayAwakeForm::mayTurn(bool on)
 {
     if (on && m_untilEnd->isChecked() && m_program->currentText().trimmed().isEmpty()) {
-        notice()->showNotice(NoticeBar::Kind::Warning, tr("Name the program that is to be waited for."));
+        notice()->showNotice(NoticeBar::Kind::Warning, tr("Choose the program to wait for."));
         m_program->setFocus();
         return false;
     }
@@ -201,7 +201,7 @@ bool StayAwakeForm::mayTurn(bool on)
 
 QString StayAwakeForm::outlook() const
 {
-    return featureSwitch()->isChecked() ? QString() : tr("This PC goes to sleep as Windows is set");
+    return featureSwitch()->isChecked() ? QString() : tr("This PC sleeps as set in Windows");
 }
 
 void StayAwakeForm::shellEvent(ShellEvent event, quint32 value)

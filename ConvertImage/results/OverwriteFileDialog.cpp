@@ -74,8 +74,8 @@ OverwriteFileDialog::OverwriteFileDialog(const QStringList &outputs, const QStri
     setObjectName(QStringLiteral("overwriteFileDialog"));
     setWindowTitle(tr("Files that exist already"));
     buildTable();
-    buildLayout(core::countText(outputs.size(), tr("This file exists already. What is to become of it?"),
-                                tr("%1 files exist already. What is to become of them?")));
+    buildLayout(core::countText(outputs.size(), tr("This file already exists. What should happen to it?"),
+                                tr("%1 files already exist. What should happen to them?")));
     resize(760, 480);
     m_table->selectRow(0);
     m_table->setFocus();

@@ -79,18 +79,19 @@ Examination CacheRepair::check(const core::CancelFlag &)
     else
         found.findings.append({unusual ? Health::Problem : Health::Good, name(),
                                tr("%1, %2.").arg(fileCount(files->size()), core::sizeText(bytes)) +
-                                   (unusual ? u' ' + tr("That is unusually much.") : QString())});
-    found.findings.append({Health::Note, tr("Damage"),
-                           m_kind == CacheKind::Icons ? tr("It does not show in the files. Wrong or white "
-                                                           "icons on the desktop or in folders are the sign.")
-                                                      : tr("It does not show in the files. Wrong or missing "
-                                                           "previews of pictures and films are the sign.")});
+                                   (unusual ? u' ' + tr("That is unusually large.") : QString())});
+    found.findings.append(
+        {Health::Note, tr("Damage"),
+         m_kind == CacheKind::Icons
+             ? tr("The files do not show it. Wrong or blank icons on the desktop or in folders are the sign.")
+             : tr("The files do not show it. Wrong or missing previews of pictures and videos are the "
+                  "sign.")});
 
     const bool runs = m_explorer.runs();
     const bool copies = runs && m_explorer.isCopying();
     const int windows = runs ? m_explorer.folderWindows() : 0;
     found.findings.append({copies ? Health::Note : Health::Good, tr("Explorer"),
-                           !runs     ? tr("It does not run.")
+                           !runs     ? tr("It is not running.")
                            : copies  ? tr("It is copying, moving or removing files.")
                            : windows ? (windows == 1 ? tr("One folder window is open.")
                                                      : tr("%1 folder windows are open.").arg(windows))
@@ -103,18 +104,18 @@ Examination CacheRepair::check(const core::CancelFlag &)
                    .arg(closes)
                    .trimmed()
              : QString();
-    found.steps.append(
-        {.id = QStringLiteral("rebuild"),
-         .title = m_kind == CacheKind::Icons ? tr("Make the icons anew") : tr("Make the thumbnails anew"),
-         .plan = (restarts + u' ' +
-                  tr("Removed: %1. Windows makes the pictures anew as they are needed.")
-                      .arg(fileCount(files ? files->size() : 0)))
-                     .trimmed(),
-         .obstacle = !files             ? tr("The folder of the cache cannot be read.")
-                     : files->isEmpty() ? tr("There is nothing to remove.")
-                     : copies           ? tr("Not while Explorer copies, moves or removes files.")
-                                        : QString(),
-         .advised = unusual});
+    found.steps.append({.id = QStringLiteral("rebuild"),
+                        .title = m_kind == CacheKind::Icons ? tr("Rebuild the icon cache")
+                                                            : tr("Rebuild the thumbnail cache"),
+                        .plan = (restarts + u' ' +
+                                 tr("Removes %1. Windows creates them again as needed.")
+                                     .arg(fileCount(files ? files->size() : 0)))
+                                    .trimmed(),
+                        .obstacle = !files             ? tr("The folder of the cache cannot be read.")
+                                    : files->isEmpty() ? tr("There is nothing to remove.")
+                                    : copies ? tr("Not while Explorer copies, moves or removes files.")
+                                             : QString(),
+                        .advised = unusual});
     return found;
 }
 

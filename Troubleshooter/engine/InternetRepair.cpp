@@ -59,7 +59,7 @@ Finding cableFinding(const std::optional<QList<Adapter>> &adapters, const QList<
 {
     const QString subject = tr("Connection");
     if (!adapters)
-        return {Health::Note, subject, tr("Windows does not tell which network adapters there are.")};
+        return {Health::Note, subject, tr("Windows did not list the network adapters.")};
     if (adapters->isEmpty())
         return {Health::Problem, subject,
                 tr("This PC has no network adapter that works. Its driver may be missing, or it is switched "
@@ -84,17 +84,16 @@ Finding addressFinding(const QList<Adapter> &up, Signs &signs)
     }
     if (addresses.isEmpty()) {
         signs.address = true;
-        return {
-            Health::Problem, subject,
-            selfAssigned
-                ? tr("The router has given no address. Asking it again may help, and so may restarting it.")
-                : tr("The connection has no address.")};
+        return {Health::Problem, subject,
+                selfAssigned ? tr("The router has not assigned an address. Asking again may help, and so may "
+                                  "restarting the router.")
+                             : tr("The connection has no address.")};
     }
     if (gateways.isEmpty()) {
         signs.address = true;
-        return {Health::Problem, subject,
-                tr("%1, but no way out of the own network (no gateway).")
-                    .arg(addresses.join(QStringLiteral(", ")))};
+        return {
+            Health::Problem, subject,
+            tr("%1, but there is no gateway out of this network.").arg(addresses.join(QStringLiteral(", ")))};
     }
     return {Health::Good, subject,
             tr("%1, through the router %2.")
@@ -118,7 +117,7 @@ Finding namesFinding(const QList<Adapter> &up, const Lookup &lookup, Signs &sign
                 tr("%1 was found, but that took %2 seconds.").arg(testHost).arg(lookup.milliseconds / 1000)};
     signs.names = true;
     if (servers.isEmpty())
-        return {Health::Problem, subject, tr("There is no server to ask for names.")};
+        return {Health::Problem, subject, tr("No DNS server is set.")};
     const QString text = tr("%1 was not found. Asked: %2.").arg(testHost, list);
     return {Health::Problem, subject, lookup.problem.isEmpty() ? text : text + u' ' + lookup.problem};
 }
@@ -165,9 +164,8 @@ QList<Step> stepsFor(const Signs &signs, const QString &folder)
     const QString rights = tr("Windows asks for administrator rights.");
     return {
         {.id = QStringLiteral("flush"),
-         .title = tr("Forget the names that were looked up"),
-         .plan = tr(
-             "Empties the DNS cache. Nothing is closed, and names are looked up again as they are needed."),
+         .title = tr("Empty the DNS cache"),
+         .plan = tr("Nothing is closed, and names are looked up again as needed."),
          .obstacle = {},
          .advised = signs.names},
         {.id = QStringLiteral("renew"),
@@ -245,7 +243,7 @@ Outcome InternetRepair::apply(const Step &step, const core::CancelFlag &cancel)
         return outcome;
     };
     if (step.id == QLatin1String("flush"))
-        return outcomeOf(Tool::FlushDns, tr("The names are forgotten."));
+        return outcomeOf(Tool::FlushDns, tr("The DNS cache was emptied."));
     if (step.id == QLatin1String("renew"))
         return outcomeOf(Tool::RenewAddresses, tr("The router was asked."));
 
@@ -261,7 +259,7 @@ Outcome InternetRepair::apply(const Step &step, const core::CancelFlag &cancel)
     if (cancel.isSet())
         return {step.id, step.title, false, false, tr("Not done: you cancelled.")};
     Outcome outcome = outcomeOf(sockets ? Tool::ResetSockets : Tool::ResetAddresses,
-                                tr("Done. It takes effect when Windows was restarted."));
+                                tr("Done. It takes effect after Windows is restarted."));
     outcome.text += u' ' + tr("The way back: %1").arg(path);
     return outcome;
 }

@@ -43,7 +43,7 @@ Report applySteps(Repair &repair, const Examination &shown, const QStringList &c
                   const core::CancelFlag &cancel, const std::function<void(const QString &)> &tell)
 {
     Report report;
-    tell(tr("Looking again before anything is done"));
+    tell(tr("Checking again before anything is done"));
     const Examination now = repair.check(cancel);
     for (const Step &step : shown.steps) {
         if (!chosen.contains(step.id))

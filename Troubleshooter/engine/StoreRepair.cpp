@@ -30,23 +30,21 @@ Examination StoreRepair::check(const core::CancelFlag &)
         found.findings.append({Health::Good, tr("Cache"), core::sizeText(facts.cacheBytes)});
     for (const StoreService &service : facts.services) {
         if (service.disabled)
-            found.findings.append(
-                {Health::Problem, tr("Service"),
-                 tr("\"%1\" is disabled: the Store can install nothing. Windows' program \"Services\" "
-                    "can allow it again.")
-                     .arg(service.title)});
+            found.findings.append({Health::Problem, tr("Service"),
+                                   tr("\"%1\" is disabled, so the Store cannot install anything. Enable it "
+                                      "in Windows' \"Services\".")
+                                       .arg(service.title)});
     }
     if (!facts.services.isEmpty() && found.problems() == (facts.installed ? 0 : 1))
         found.findings.append(
-            {Health::Good, tr("Services"), tr("Those that the Store needs are allowed to run.")});
-    found.steps.append(
-        {.id = QStringLiteral("reset"),
-         .title = tr("Empty the cache of the Store"),
-         .plan = tr("The Store closes, and opens again after half a minute. Downloads that it has begun "
-                    "start anew. Your apps, their data and your account stay."),
-         .obstacle = !facts.installed     ? tr("The Store is not installed.")
-                     : !facts.toolIsThere ? tr("This Windows has no program for it (wsreset).")
-                                          : QString()});
+            {Health::Good, tr("Services"), tr("The services the Store needs are enabled.")});
+    found.steps.append({.id = QStringLiteral("reset"),
+                        .title = tr("Empty the cache of the Store"),
+                        .plan = tr("The Store closes and opens again after half a minute. Downloads in "
+                                   "progress start over. Your apps, their data and your account stay."),
+                        .obstacle = !facts.installed     ? tr("The Store is not installed.")
+                                    : !facts.toolIsThere ? tr("This Windows has no wsreset program.")
+                                                         : QString()});
     return found;
 }
 

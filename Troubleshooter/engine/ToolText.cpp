@@ -15,15 +15,15 @@ QString toolText(const ToolRun &run, const QString &done)
                    ? done
                    : tr("Windows says that not all of it could be done (code %1).").arg(run.exitCode);
     case ToolRun::State::Refused:
-        return tr("Not done: the question for administrator rights was answered with no.");
+        return tr("Not done: administrator rights were refused.");
     case ToolRun::State::TookTooLong:
-        return tr("Windows has not finished it within the time it should take.");
+        return tr("Windows did not finish in time.");
     case ToolRun::State::Cancelled:
         return tr("You stopped waiting for it. Windows may still finish it.");
     case ToolRun::State::NotStarted:
         break;
     }
-    return tr("Not done: the program of Windows that does it could not be started.");
+    return tr("Not done: the Windows program that does it could not be started.");
 }
 
 } // namespace repair

@@ -239,7 +239,7 @@ void Wallpaper::outlook(const Event &event, const WallpaperScene &scene, Wallpap
     const QDateTime next = nextChange(*m_settings, event.now);
     decision.wakeAfter = event.now.msecsTo(next);
     if (scene.remote && m_settings->waitsRemote && due) {
-        decision.next = tr("Changes once this PC is not used from another one");
+        decision.next = tr("Changes once this PC is no longer used remotely");
         return;
     }
     decision.next = tr("Another picture at %1").arg(momentText(next, event.now));

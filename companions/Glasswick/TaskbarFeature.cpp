@@ -80,7 +80,7 @@ bool isHighContrast()
 QString obstacle()
 {
     if (!setAttribute() || QOperatingSystemVersion::current().microVersion() >= firstBuildWithout)
-        return tr("This version of Windows draws the taskbar by itself and does not take it");
+        return tr("This version of Windows does not allow it");
     if (isHighContrast())
         return tr("A contrast theme is on: the taskbar keeps its colours");
     if (taskbars().empty())

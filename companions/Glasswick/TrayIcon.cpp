@@ -108,7 +108,7 @@ void TrayIcon::show()
     Shell_NotifyIconW(NIM_SETVERSION, &data);
     const settings::AgentState state =
         m_shown ? settings::AgentState{tr("The icon is in the notification area"),
-                                       tr("Shown again when Explorer starts anew")}
+                                       tr("Shown again when Explorer restarts")}
                 : settings::AgentState{tr("There is no notification area at present"),
                                        tr("Shown when Explorer starts")};
     if (state == settings::readAgentState(features::trayIcon))

@@ -74,7 +74,7 @@ private:
 bool Change::list()
 {
     if (!m_request.onMetered && m_world.isMetered())
-        return fail(tr("The connection is paid by volume"), Result::Metered);
+        return fail(tr("The connection is metered"), Result::Metered);
     const QUrl address =
         listingAddress(m_world.services, m_request.source, m_request.market, m_world.now.toUTC().date());
     const Fetched answer = m_world.web.get(service(), address, maxListingBytes);

@@ -236,7 +236,7 @@ void FeaturePagesTest::ownPictures()
     QCOMPARE(settings::customFiles.read(), all);
     auto *list = form.findChild<QTreeWidget *>(u"ownPicturesTreeWidget"_s);
     QTRY_VERIFY_WITH_TIMEOUT(!list->topLevelItem(0)->icon(0).isNull(), 20'000);
-    QTRY_VERIFY(list->topLevelItem(1)->text(1).contains(u"not there"_s));
+    QTRY_VERIFY(list->topLevelItem(1)->text(1).contains(u"Missing"_s));
 
     settings::customIndex.write(2);
     list->setCurrentItem(list->topLevelItem(2));
