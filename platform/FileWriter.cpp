@@ -105,8 +105,8 @@ std::vector<FileStream> alternateStreams(HANDLE file)
     Answer answer = answerBuffer();
     const auto size = [&answer] { return answer.size() * sizeof(std::max_align_t); };
     while (!GetFileInformationByHandleEx(file, FileStreamInfo, answer.data(), static_cast<DWORD>(size()))) {
-        constexpr std::size_t most = 64 << 20; // hundreds of thousands of streams
-        if (GetLastError() != ERROR_MORE_DATA || size() >= most)
+        constexpr std::size_t maxBytes = 64 << 20; // hundreds of thousands of streams
+        if (GetLastError() != ERROR_MORE_DATA || size() >= maxBytes)
             return streams;
         answer.resize(4 * answer.size());
     }

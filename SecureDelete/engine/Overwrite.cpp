@@ -27,8 +27,8 @@ void logWrite(int pass, quint64 wanted, quint64 written)
 {
     static const QMessageLogContext context;
     QString line;
-    constexpr qsizetype longest = 80; // the text and three numbers of at most 20 digits
-    line.reserve(longest);
+    constexpr qsizetype maxLength = 80; // the text and three numbers of at most 20 digits
+    line.reserve(maxLength);
     line += QLatin1String("WriteFile: ");
     append(line, static_cast<quint64>(pass));
     line += u':';
