@@ -42,9 +42,9 @@ QList<Boundary> boundariesOf(const DarkSettings &settings, const QDate &day, con
     if (settings.bySun) {
         const SunDay sun = sunDay(day, *settings.position);
         if (sun.rise)
-            found.append({localTime(*sun.rise, now), false, QStringLiteral("sunrise")});
+            found.append({localTime(*sun.rise, now), false, tr("sunrise")});
         if (sun.set)
-            found.append({localTime(*sun.set, now), true, QStringLiteral("sunset")});
+            found.append({localTime(*sun.set, now), true, tr("sunset")});
     } else {
         found.append({localMoment(day, settings.light, now), false, tr("your hour")});
         found.append({localMoment(day, settings.dark, now), true, tr("your hour")});
@@ -183,8 +183,8 @@ void DarkMode::pass(const Event &event, const Boundary &boundary, const Desktop 
                 decision.why += u' ' + momentText(boundary.when, event.now);
         }
     } else if (event.kind == EventKind::ThemeChanged && m_shown && desktop.dark && desktop.dark != m_shown) {
-        decision.why = tr("You switched to %1; respected until %2")
-                           .arg(*desktop.dark ? QStringLiteral("dark") : QStringLiteral("light"), until);
+        decision.why =
+            tr("You switched to %1; respected until %2").arg(*desktop.dark ? tr("dark") : tr("light"), until);
     }
 }
 
