@@ -76,7 +76,7 @@ QVariant BinModel::headerData(int section, Qt::Orientation orientation, int role
 
 void BinModel::sort(int column, Qt::SortOrder order)
 {
-    if (column < 0) // the header's way to say that there is no order yet
+    if (column < 0) // Qt's "no sort column"
         return;
     if (column == Size)
         return sortRows(m_rows, order, [](const BinRow &row) { return row.size; });

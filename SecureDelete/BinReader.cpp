@@ -30,7 +30,7 @@ void BinReader::work()
     }
 }
 
-// The root is the drive's: no link leads from it to what is destroyed.
+// The root is the drive's, so that deletion refuses any link between the drive root and the item.
 void BinReader::read(const QString &folder)
 {
     platform::Win32Enumerator enumerator;

@@ -16,15 +16,15 @@ namespace securedelete
 
 // An item of a recycle bin.
 struct BinRow {
-    QString name;           // that it had
-    QString originalFolder; // empty when the bin does not say
+    QString name;           // original name
+    QString originalFolder; // empty if the bin has no record of it
     quint64 files = 1;
     quint64 size = 0;
-    quint64 removedTime = 0;       // FILETIME; 0 when the bin does not say
-    ShredRow content;              // the item, or its index alone
-    std::optional<ShredRow> index; // beside the item
+    quint64 removedTime = 0;       // FILETIME; 0 if the bin has no record of it
+    ShredRow content;              // the item, or its index file if that is all there is
+    std::optional<ShredRow> index; // the index file beside the item
 
-    // Where it was, or where it is when the bin does not say.
+    // The original path, or the current one if the bin has no record of it.
     QString shownPath() const
     {
         return originalFolder.isEmpty() ? content.item.path() : originalFolder + u'\\' + name;
@@ -41,7 +41,7 @@ public:
 
     explicit BinReader(BinFolders folders) : WorkerThread(LowPriority), m_folders(std::move(folders)) {}
 
-    // After done().
+    // Valid after done().
     std::vector<BinRow> takeRows() { return std::move(m_rows); }
     int bins() const { return m_bins; }
 

@@ -56,7 +56,8 @@ void FreeSpaceDialog::addDrive(const platform::Drive &drive)
     using Type = platform::Drive::Type;
     if (!drive.ready || (drive.type != Type::Fixed && drive.type != Type::Removable))
         return;
-    // They answer in any order. The first letter is chosen until the user chooses, and then the choice stays.
+    // Drives answer in any order. The first letter stays selected until the user picks one; then that
+    // selection stays.
     const auto before = std::ranges::find_if(m_ready, [&](const auto &d) { return d.root > drive.root; });
     const auto row = static_cast<int>(before - m_ready.begin());
     m_ready.insert(row, drive);

@@ -8,7 +8,7 @@
 class QComboBox;
 class QPushButton;
 
-// Which drive's free space is to be overwritten.
+// Asks for the drive whose free space is to be overwritten.
 class FreeSpaceDialog : public QDialog
 {
     Q_OBJECT

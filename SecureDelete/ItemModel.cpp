@@ -15,7 +15,7 @@ namespace securedelete
 namespace
 {
 
-// The same for two spellings of one path.
+// Equal for two spellings of the same path.
 QString keyOf(const ListRow &row)
 {
     return row.row.item.path().toLower();
@@ -28,7 +28,7 @@ bool isWholeFolder(const ListRow &row)
 
 } // namespace
 
-// Whether it lies in a folder of the list, or of those that are being added.
+// True if the path lies below a folder of the list, or below one that is being added.
 bool ItemModel::isCovered(const QString &key, const QSet<QString> &comingFolders) const
 {
     for (qsizetype cut = key.lastIndexOf(u'\\'); cut > 0; cut = key.lastIndexOf(u'\\', cut - 1)) {
@@ -96,7 +96,7 @@ void ItemModel::setCounts(const std::vector<FolderCount> &counts)
         emit dataChanged(index(first, 0), index(last, ColumnCount - 1));
 }
 
-// Neighbours go in one step. What lies scattered all over a long list goes with one reset.
+// Adjacent rows are removed together. Rows scattered over a long list are removed by one model reset.
 void ItemModel::removeIds(const QList<int> &ids)
 {
     QSet<int> gone(ids.begin(), ids.end());

@@ -9,17 +9,17 @@
 namespace securedelete
 {
 
-// What all rows come to.
+// Totals of all rows.
 struct ItemTotals {
     quint64 files = 0;
     quint64 bytes = 0;
     int links = 0;
-    bool counted = true;     // all folders
-    Remarks remarks;         // of any of them
-    bool solidState = false; // any of them lies on a medium that does not seek
+    bool counted = true;     // all folders have been counted
+    Remarks remarks;         // union of all rows' remarks
+    bool solidState = false; // at least one row is on a solid-state drive
 };
 
-// The files and folders that are to be destroyed, each once, in the order in which they were added.
+// The files and folders to destroy, each once, in the order in which they were added.
 class ItemModel : public RowsModel
 {
     Q_OBJECT
@@ -29,8 +29,8 @@ public:
 
     using RowsModel::RowsModel;
 
-    // Leaves out what is in the list already, also inside a folder of it; returns the number of these. A
-    // folder takes the place of rows inside it.
+    // Skips what is already listed or lies inside a listed folder, and returns how many were skipped. A new
+    // folder replaces rows that lie inside it.
     int add(const std::vector<ListRow> &rows);
     void setCounts(const std::vector<FolderCount> &counts);
     void removeIds(const QList<int> &ids);
@@ -56,7 +56,7 @@ private:
 
     Rows m_rows;
     QSet<QString> m_known;   // paths of all rows, in lower case
-    QSet<QString> m_folders; // those of folders that are destroyed with all that is in them
+    QSet<QString> m_folders; // lower-case paths of folders that are destroyed with all their contents
 };
 
 } // namespace securedelete

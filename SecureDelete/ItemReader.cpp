@@ -92,7 +92,7 @@ void ItemReader::work()
     countAll(folders);
 }
 
-// One of a folder's files after the other: what the folder is asked for once serves them all.
+// Files of one folder come in sequence, so that what is queried per folder is cached for the next file.
 std::optional<ListRow> ItemReader::read(Win32Disk &disk, const QString &path)
 {
     const QString shown = platform::shownPath(path);
@@ -121,8 +121,8 @@ platform::Medium ItemReader::mediumOf(const QString &folder)
     return m_medium;
 }
 
-// Notes the identity as well, where the item can be opened: opening would fetch a file that is kept in a
-// cloud store.
+// Also records the identity if the item can be opened. Cloud placeholders are not opened, since that would
+// download them.
 Remarks ItemReader::remarksOf(Win32Disk &disk, ListRow &row) const
 {
     constexpr quint32 transformed = 0x200 | 0x800 | 0x4000; // sparse, compressed, encrypted

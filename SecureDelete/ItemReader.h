@@ -13,7 +13,7 @@
 namespace securedelete
 {
 
-// What a user should know of an item before it is destroyed.
+// What the user should know about an item before it is destroyed.
 enum class Remark : unsigned {
     Link = 1 << 0,
     OtherNames = 1 << 1,
@@ -35,11 +35,11 @@ struct ListRow {
     ShredRow row;
     Remarks remarks;
     platform::Medium medium = platform::Medium::Unknown;
-    bool counted = false; // a folder's figures are complete
-    quint64 files = 1;    // in a folder
+    bool counted = false; // file count and size are final (always for a file)
+    quint64 files = 1;    // in a folder: all files below it
     quint64 bytes = 0;
 
-    // Already known by its remarks; a file with other names by the user's choice.
+    // True if the remarks already show that the item cannot be destroyed, or if the user's settings spare it.
     bool willBeLeft(bool overwritesOtherNames) const
     {
         const Remarks obstacles =
@@ -50,19 +50,19 @@ struct ListRow {
 
 class Win32Disk;
 
-// What a folder of the list holds.
+// Contents of a folder of the list.
 struct FolderCount {
-    int id = 0; // of its row
+    int id = 0; // of the list row
     quint64 files = 0;
     quint64 bytes = 0;
-    bool complete = true; // no folder in it was left out
+    bool complete = true; // every subfolder could be read
 };
 
-// Without entering links; ends early when it is cancelled.
+// Does not follow links; returns early when cancelled.
 FolderCount countFolder(const QString &path, const core::CancelFlag &cancel);
 
-// Reads what was added, and counts what the folders hold, without entering links. Rows keep the ids that they
-// are given in their order, from `firstId`.
+// Reads the facts of added items, and counts what the folders contain without following links. Rows get ids
+// in their order, starting at `firstId`.
 class ItemReader : public core::WorkerThread
 {
     Q_OBJECT
@@ -72,12 +72,12 @@ public:
 
     ItemReader(QStringList paths, int firstId, MediumOf mediumOf);
 
-    // After done(): paths that no item has, or that is a drive.
+    // After done(): paths that do not exist or are a drive root.
     const QStringList &refused() const { return m_refused; }
 
 signals:
     void rowsRead(const std::vector<securedelete::ListRow> &rows);
-    // Several at a time when they come fast.
+    // May report several folders at once.
     void foldersCounted(const std::vector<securedelete::FolderCount> &counts);
 
 protected:
@@ -92,7 +92,7 @@ private:
     const QStringList m_paths;
     const int m_firstId;
     const MediumOf m_mediumOf;
-    QString m_folder; // of the item that was read last, and its medium
+    QString m_folder; // folder of the last item read; its medium is cached
     platform::Medium m_medium = platform::Medium::Unknown;
     QStringList m_refused;
 };

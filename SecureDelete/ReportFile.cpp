@@ -23,7 +23,7 @@ QString itemText(const ShredRecord &record, std::size_t number, bool withNames)
     return kind.arg(number);
 }
 
-// The new name of a file that could not get its own back is a name as well.
+// The temporary name of a file that could not be renamed back counts as a name too.
 QString outcomeText(ShredRecord record, bool withNames)
 {
     if (!withNames)

@@ -11,12 +11,12 @@ namespace securedelete
 
 struct ReportOptions {
     bool asCsv = false;
-    bool withNames = true; // else files and folders are only numbered
-    QString title;         // when, and by which method
+    bool withNames = true; // if false, files and folders are only numbered
+    QString title;         // date and method
 };
 
-// Writes the report to a temporary name beside the file and puts it in place when it is complete. Disk, any
-// thread. Empty when it is written, else why not.
+// Writes to a temporary file beside the target and replaces the target when complete. Does disk I/O; any
+// thread. Returns an empty string on success, otherwise the reason.
 QString writeReport(const QString &file, const Records &records, const ReportOptions &options,
                     const core::CancelFlag &cancel);
 

@@ -107,10 +107,10 @@ QVariant ReportModel::headerData(int section, Qt::Orientation orientation, int r
     return tr("What Happened");
 }
 
-// Long reports are put in order on a thread.
+// Long reports are sorted on a worker thread.
 void ReportModel::sort(int column, Qt::SortOrder order)
 {
-    if (column < 0) // the header's way to say that there is no order yet: what was left comes first
+    if (column < 0) // Qt's "no sort column": items that were left come first
         return;
     const auto places = [records = m_records, rows = m_order, column = static_cast<Column>(column), order] {
         return sortedPlaces(*records, rows, column, order);

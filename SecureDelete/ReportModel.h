@@ -13,7 +13,7 @@ namespace securedelete
 
 using Records = std::shared_ptr<const std::vector<ShredRecord>>;
 
-// What became of each item. What was left comes first.
+// The outcome for each item. Items that were left come first.
 class ReportModel : public RowsModel
 {
     Q_OBJECT

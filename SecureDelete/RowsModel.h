@@ -12,8 +12,7 @@
 namespace securedelete
 {
 
-// A table whose rows lie in one vector. What is selected stays selected when the rows change their order:
-// buttons act on the selection.
+// A table model over one vector of rows. Reordering keeps the selection, since the buttons act on it.
 class RowsModel : public QAbstractTableModel
 {
     Q_OBJECT
@@ -22,14 +21,14 @@ public:
     using QAbstractTableModel::QAbstractTableModel;
 
 protected:
-    // Row n becomes the one that was in places[n].
+    // Row n becomes the former row places[n].
     template <class Row>
     void reorder(std::vector<Row> &rows, const std::vector<int> &places)
     {
         emit layoutAboutToBeChanged({}, VerticalSortHint);
         std::vector<Row> sorted;
         sorted.reserve(rows.size());
-        std::vector<int> now(rows.size()); // by former place
+        std::vector<int> now(rows.size()); // new row by former row
         for (const int place : places) {
             now[static_cast<std::size_t>(place)] = static_cast<int>(sorted.size());
             sorted.push_back(std::move(rows[static_cast<std::size_t>(place)]));
@@ -42,7 +41,7 @@ protected:
         changePersistentIndexList(before, after);
         emit layoutChanged({}, VerticalSortHint);
     }
-    // By keyOf(row), which is called once for each; equal rows keep their order.
+    // Sorts by keyOf(row), which is called once per row; stable.
     template <class Row, class KeyOf>
     void sortRows(std::vector<Row> &rows, Qt::SortOrder order, const KeyOf &keyOf)
     {

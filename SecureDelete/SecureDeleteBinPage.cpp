@@ -29,7 +29,7 @@ SecureDeleteBinPage::SecureDeleteBinPage(BinReader::BinFolders folders, QWidget 
       m_deleteSelected(
           controls::pushButton(this, {"deleteSelectedButton", "Delete24", tr("Delete Selected"),
                                       tr("Overwrite and delete the selected items"), QKeySequence::Delete})),
-      // The product's own spelling.
+      // The spelling is deliberate (product wording).
       m_empty(controls::pushButton(this,
                                    {"emptyRecycleBinButton", "", tr("Empty Recycle BIn"),
                                     tr("Overwrite and delete everything in your recycle bins")},

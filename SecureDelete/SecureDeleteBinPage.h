@@ -10,7 +10,7 @@ class QLabel;
 class QPushButton;
 class ResultTable;
 
-// The page "Recycle Bin": what the user's recycle bins hold.
+// The page "Recycle Bin": the contents of the user's recycle bins.
 class SecureDeleteBinPage : public QWidget
 {
     Q_OBJECT

@@ -159,7 +159,7 @@ QString SecureDeleteForm::questionText(const QString &what, quint64 files, quint
     return lines.join(u'\n');
 }
 
-// Nothing starts while something runs, or without a yes.
+// False while a job runs, or if the user says no.
 bool SecureDeleteForm::mayStart(const QString &question)
 {
     return !isBusy() && platform::dialogs().ask(this, tr("Secure Delete"), question) == QMessageBox::Yes &&
@@ -171,7 +171,7 @@ void SecureDeleteForm::on_deleteButton_clicked()
     if (m_list->isReading())
         return;
     showMethod(); // as it is stored now
-    // A copy: what is destroyed is what the question was about.
+    // A copy, so that exactly the items in the question are destroyed.
     const std::vector<ListRow> rows = m_list->model().rows();
     if (rows.empty())
         return;
@@ -267,7 +267,7 @@ void SecureDeleteForm::handleScanCancel()
     m_jobs.cancel();
 }
 
-// Off the list several at a time: it is counted anew each time, and small files go by the thousand.
+// Rows are removed in batches: each removal recounts the list, and small files finish by the thousand.
 void SecureDeleteForm::onRowDestroyed(int row)
 {
     if (row >= m_rowIds.size())
@@ -283,7 +283,7 @@ void SecureDeleteForm::removeDestroyed()
     m_list->model().removeIds(std::exchange(m_destroyedIds, {}));
 }
 
-// The report follows when the host has let go of the thread.
+// The report is shown later, when the job host has released the thread.
 void SecureDeleteForm::onDeleteFinish()
 {
     m_steps = m_totalSteps;
@@ -310,7 +310,7 @@ void SecureDeleteForm::showReport(SecureDeleteThread &thread)
 void SecureDeleteForm::showStartPage()
 {
     m_pages->setCurrentWidget(m_startPage);
-    m_tabs->setFocus(); // what had it is hidden now, and Ctrl+Tab works from here
+    m_tabs->setFocus(); // the focused widget is hidden now; Ctrl+Tab works from the tab bar
     if (m_tabs->currentWidget() == m_bin)
         m_bin->refresh();
     emit startPageShown();
@@ -335,7 +335,7 @@ void SecureDeleteForm::saveReport(const QString &file, const ReportOptions &opti
 void SecureDeleteForm::on_wipeFreeSpaceButton_clicked()
 {
     auto *dialog = new FreeSpaceDialog(this);
-    // Queued, so that the dialog is gone before the question comes.
+    // Queued, so that the dialog is closed before the question opens.
     connect(dialog, &FreeSpaceDialog::driveChosen, this, &SecureDeleteForm::wipeFreeSpace,
             Qt::QueuedConnection);
     dialog->open();
@@ -350,7 +350,7 @@ void SecureDeleteForm::wipeFreeSpace(const QString &drive, quint64 freeBytes)
     if (!mayStart(question))
         return;
     const auto folder = std::make_shared<Win32FreeSpace>(m_environment.freeSpacePlace(drive));
-    // Noted before the folder is there: a crash leaves nothing that the next start does not know of.
+    // Stored before the folder is created, so that the next start can find it after a crash.
     freeSpaceFolderValue.write(folder->path());
     m_notice->hide();
     m_pages->setCurrentWidget(m_progress);
@@ -392,7 +392,7 @@ void SecureDeleteForm::showFreeSpaceEnd(const QString &drive, const FreeSpaceRes
     m_notice->showNotice(result.filled ? NoticeBar::Kind::Success : NoticeBar::Kind::Warning, text);
 }
 
-// Of a run that was not ended by its own means.
+// Cleans up after a run that crashed or was killed.
 void SecureDeleteForm::removeLeftOverFreeSpace()
 {
     const QString path = freeSpaceFolderValue.read();

@@ -22,17 +22,17 @@ class SecureDeleteBinPage;
 class SecureDeleteListPage;
 class SecureDeleteReportPage;
 
-// Overwrites, renames and deletes what the user chose, and says what became of it.
+// Overwrites, renames and deletes what the user chose, and reports the outcome.
 class SecureDeleteForm : public FLWidget
 {
     Q_OBJECT
 
 public:
-    // What of this computer a test must be able to replace.
+    // Parts of the system that tests replace.
     struct Environment {
         std::function<platform::Medium(const QString &path)> mediumOf;
         std::function<QStringList()> binFolders;
-        // The folder in which a drive's free space is filled; the drive's root.
+        // Maps a drive to the folder in which the filling folder is created; normally the drive's root.
         std::function<QString(const QString &drive)> freeSpacePlace;
 
         static Environment real();
@@ -56,7 +56,7 @@ public slots:
     void on_wipeFreeSpaceButton_clicked();
 
 signals:
-    // For whoever watches the form from outside.
+    // For observers outside the form (tests).
     void reportShown();
     void startPageShown();
 
@@ -88,11 +88,11 @@ private:
     SecureDeleteBinPage *m_bin = nullptr;
     ScanPage *m_progress = nullptr;
     SecureDeleteReportPage *m_report = nullptr;
-    QList<int> m_rowIds;       // of the list, by the row of the job that runs
-    QList<int> m_destroyedIds; // still on the list
+    QList<int> m_rowIds;       // list ids by row of the running job
+    QList<int> m_destroyedIds; // not yet removed from the list
     QTimer m_removeDestroyed;
-    securedelete::Settings m_settings; // as the last question had them
-    QString m_method;                  // of the job that runs, with its passes
+    securedelete::Settings m_settings; // as of the last question
+    QString m_method;                  // of the running job, with its passes
     int m_steps = 0;
     int m_totalSteps = 0;
     JobHost m_jobs;

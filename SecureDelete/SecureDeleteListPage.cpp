@@ -82,7 +82,7 @@ void SecureDeleteListPage::buildList()
     m_list->setModel(m_model);
     m_list->setEmpty(controls::image("Add24"), tr("Nothing to delete yet"),
                      tr("Drop files and folders here, or add them above."));
-    constexpr int leastHeight = 112; // the words for an empty list, or its head and some rows
+    constexpr int leastHeight = 112; // room for the empty-list text, or for the header and a few rows
     m_list->setMinimumHeight(leastHeight);
     m_list->table()->showColumns(
         {ItemModel::Name, ItemModel::Folder, ItemModel::Size, ItemModel::Files, ItemModel::Notes});
@@ -220,7 +220,7 @@ void SecureDeleteListPage::showTotals()
                                    core::sizeText(totals.bytes), m_method));
 }
 
-// What overwriting does not reach, where the list gives a reason to say so.
+// What overwriting cannot reach, as far as it applies to the listed items.
 QString SecureDeleteListPage::mediumText(const ItemTotals &totals) const
 {
     QStringList sentences;

@@ -12,7 +12,7 @@ class QPushButton;
 class ResultTable;
 class WrappedLabel;
 
-// The page "Files & Folders": what is to be destroyed, and what is to be known of it.
+// The page "Files & Folders": the items to destroy, with warnings about them.
 class SecureDeleteListPage : public QWidget
 {
     Q_OBJECT
@@ -23,13 +23,13 @@ public:
 
     securedelete::ItemModel &model() { return *m_model; }
     bool overwritesOtherNames() const;
-    // Reading what was added, or counting what folders hold.
+    // True while added items are read or folders are counted.
     bool isReading() const { return m_reader != nullptr; }
-    // The method in force, for the line of totals.
+    // The current method, for the line of totals.
     void showMethod(const QString &method);
 
 public slots:
-    // In any spelling; read on a thread of their own.
+    // Accepts any spelling of a path; reads on a worker thread.
     void addPaths(const QStringList &paths);
 
 signals:
@@ -61,8 +61,8 @@ private:
     WrappedLabel *m_medium;
     QLabel *m_totals;
     QString m_method;
-    QStringList m_waiting; // to be read after those that are being read
+    QStringList m_waiting; // waiting for the current reader to finish
     int m_nextId = 0;
-    int m_doubles = 0; // of the reader that runs
+    int m_doubles = 0; // duplicates found by the current reader
     core::WorkerPointer<securedelete::ItemReader> m_reader;
 };

@@ -9,7 +9,7 @@ class QButtonGroup;
 class QLabel;
 class QSpinBox;
 
-// The method of overwriting. What is changed is stored at once; so there is nothing to accept.
+// Selects the overwrite method. Changes are stored at once, so there is no OK button.
 class SecureDeleteOptionsDialog : public QDialog
 {
     Q_OBJECT

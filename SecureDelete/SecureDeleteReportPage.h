@@ -10,13 +10,13 @@ class PageHeader;
 class QCheckBox;
 class ResultTable;
 
-// What was destroyed, and what stayed and why.
+// What was destroyed, and what was left and why.
 class SecureDeleteReportPage : public QWidget
 {
     Q_OBJECT
 
 public:
-    // `method` as a user reads it, with its passes.
+    // `method` is the display text, including the passes.
     SecureDeleteReportPage(securedelete::ShredResult result, const QString &method,
                            QWidget *parent = nullptr);
     ~SecureDeleteReportPage() override;
@@ -26,7 +26,7 @@ public:
 
 signals:
     void back();
-    // The user has chosen where; written by whoever owns the page.
+    // The user has chosen a file; the owner of the page writes it.
     void saveRequested(const QString &file, const securedelete::ReportOptions &options);
 
 private slots:
@@ -36,7 +36,7 @@ private:
     void buildLayout(const securedelete::ShredResult &result, const QString &method);
 
     securedelete::Records m_records;
-    QString m_title; // of the saved report
+    QString m_title; // title of the saved report
     PageHeader *m_header;
     NoticeBar *m_notice;
     QCheckBox *m_withNames;

@@ -86,7 +86,8 @@ void SecureDeleteThread::nameByFormerPaths()
     }
 }
 
-// What is gone is told by no index any more, also after a cancel; what is left keeps its own.
+// Destroys the index files of the items that were destroyed, also after a cancel. Items that were left keep
+// theirs.
 void SecureDeleteThread::destroyIndexes(Disk &disk, ShredListener &listener, const QList<int> &destroyed)
 {
     std::vector<ShredRow> indexes;

@@ -15,25 +15,25 @@ struct SecureDeleteJob {
 
     Mode mode = Mode::Items;
     std::vector<securedelete::ShredRow> rows; // destroyed from the last to the first
-    // Of a recycle bin: the index file of each row, destroyed after it, or nothing.
+    // For a recycle bin: the index file of each row, destroyed after its item, or nothing.
     std::vector<std::optional<securedelete::ShredRow>> indexes;
-    // The report names an item of a recycle bin by the path that it had, which stands here by that of its
-    // row.
+    // For a recycle bin: the original path that the report shows, by the path of the row.
     QHash<QString, QString> shownPaths;
     securedelete::ShredOptions options;
-    quint64 bytes = 0; // of all files, as counted; 0 when unknown
+    quint64 bytes = 0; // of all files, as counted; 0 if unknown
 };
 
-// Destroys what was chosen. The pass buffers are those of the process, so one runs at a time.
+// Destroys the chosen items. The pass buffers are shared by the process, so only one instance may run at a
+// time.
 class SecureDeleteThread : public core::WorkerThread
 {
     Q_OBJECT
 
 public:
-    // The relay takes path, items and bytes, and lives longer.
+    // The relay receives path, items and bytes; it must outlive the thread.
     SecureDeleteThread(SecureDeleteJob job, core::ProgressRelay &relay);
 
-    // After deleteFinish().
+    // Valid after deleteFinish().
     securedelete::ShredResult takeResult() { return std::move(m_result); }
 
 signals:

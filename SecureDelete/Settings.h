@@ -5,14 +5,14 @@
 #include "settings/Keys.h"
 #include "settings/Values.h"
 
-// What secure delete keeps in the registry. Interface thread.
+// The registry values of secure delete. Interface thread only.
 namespace securedelete
 {
 
 // Below HKEY_CURRENT_USER\settings::keys::secureDelete.
 inline constexpr settings::Number deleteModeValue{settings::keys::secureDelete, u"DeleteMode", 0, 0, 3};
 inline constexpr settings::Number numPassesValue{settings::keys::secureDelete, u"NumPasses", 1};
-// The folder that fills a drive's free space, while there is one.
+// The folder that is filling a drive's free space; empty if there is none.
 inline constexpr settings::Text freeSpaceFolderValue{settings::keys::secureDelete, u"FreeSpaceFolder"};
 
 struct Settings {
@@ -20,7 +20,7 @@ struct Settings {
     int randomPasses = 1; // 1 to maxRandomPasses
 
     static Settings load();
-    // False when Windows refuses.
+    // False if the registry could not be written.
     bool save() const;
 };
 

@@ -6,7 +6,7 @@
 
 #include <QCoreApplication>
 
-// What the pages of secure delete say about the engine's values.
+// Texts that the pages of secure delete show for the engine's values.
 namespace securedelete
 {
 
@@ -19,9 +19,9 @@ public:
     static QString method(Method method);
     // "35 passes"
     static QString passes(Method method, int randomPasses);
-    // Why something was left, as a sentence without its subject.
+    // Why an item was left, as a sentence without its subject.
     static QString fault(Fault fault);
-    // What happened to one item, as the report says it.
+    // The outcome for one item, as shown in the report.
     static QString outcome(const ShredRecord &record);
 };
 

@@ -55,7 +55,7 @@ private:
 
     Win32Disk &m_disk;
     const Item m_item;
-    ListedItem m_listed; // as it is by now
+    ListedItem m_listed; // current facts, updated by each step
     quint32 m_links = 1;
     std::optional<GuardedItem> m_writing;
     platform::FileHandle m_stream;
@@ -63,8 +63,7 @@ private:
     std::optional<GuardedItem> m_removing;
 };
 
-// The number of the opened file is the item's from here on, and tells more cheaply what its identity has told
-// by now.
+// Once the file is open, its file number identifies it. That is cheaper to compare than the full identity.
 void Win32File::readFacts()
 {
     if (const auto facts = platform::quickFactsOf(m_writing->handle()))
@@ -120,8 +119,8 @@ std::optional<std::vector<Range>> Win32File::allocatedRanges()
 void Win32File::close()
 {
     m_stream.reset();
-    // Windows gives a file that was written to its new time when it is closed, too late to be asked for. The
-    // time that was listed is set instead: by it the removal, and another try after a cancel, know the file.
+    // Windows updates the time of a written file only when it is closed, when it can no longer be queried. So
+    // the listed time is restored: the removal, and a retry after a cancel, identify the file by it.
     const bool isOpen = m_writing && m_writing->state() == Guarded::Done;
     if (isOpen && !platform::setLastWriteTime(m_writing->handle(), m_item.lastWriteTime)) {
         if (const auto now = platform::quickFactsOf(m_writing->handle())) {
@@ -166,7 +165,7 @@ Fault Win32File::rename(const QString &name)
     return fault == Fault::None ? faultOf(m_removing->rename(name)) : fault;
 }
 
-// One that could not be opened is asked for once more: whoever had it may have closed it.
+// Tries once more if the file could not be opened before: whoever held it may have closed it.
 Fault Win32File::erase()
 {
     if (m_removing && m_removing->state() != Guarded::Done)
@@ -233,13 +232,14 @@ Fault Win32Disk::eraseLink(const Item &item)
     return erase(item, ItemKind::Link);
 }
 
-// The folder above becomes the one that is held, so that this one is not.
+// Holds the parent folder instead, which releases the handle of this one.
 Fault Win32Disk::eraseFolder(const Item &item)
 {
     return erase(item, ItemKind::Folder);
 }
 
-// No link leads from the root to the item, or its verbs refuse it; so the text below the root is the item's.
+// The guarded operations refuse any link between root and item, so the item's final path is the final path of
+// the root plus the text below it.
 bool Win32Disk::isProtected(const Item &item)
 {
     if (m_finalRoot.isEmpty() || m_protectionRoot != item.root) {

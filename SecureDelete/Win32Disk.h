@@ -12,7 +12,7 @@
 namespace securedelete
 {
 
-// The disks of this computer, every verb behind the guard. One thread.
+// The disks of this computer; every modifying call goes through the guard. Used on one thread.
 class Win32Disk : public Disk
 {
 public:
@@ -25,9 +25,9 @@ public:
     bool isProtected(const Item &item) override;
     void pause() override;
 
-    // For its files. The folder is the one asked for last, held until another one is.
+    // The folder of the item's files. Only the last folder is held open.
     const platform::GuardedFolder &folder(const Item &item);
-    // Opened once for each volume and kept; see RawVolume.
+    // Opened once per volume and cached; see RawVolume.
     platform::RawVolume &volume(const QString &path);
 
 private:
@@ -36,12 +36,12 @@ private:
     platform::Win32Enumerator m_enumerator;
     std::optional<platform::GuardedRoot> m_root;
     std::optional<platform::GuardedFolder> m_folder;
-    std::map<QString, platform::RawVolume> m_volumes; // by name
+    std::map<QString, platform::RawVolume> m_volumes; // by volume name
     QString m_protectionRoot;
-    QString m_finalRoot; // of m_protectionRoot
+    QString m_finalRoot; // final path of m_protectionRoot
 };
 
-// The generator of the C library, and the computer's clock.
+// rand() of the C library and the system clock.
 class CRandomness : public Randomness
 {
 public:
@@ -50,7 +50,7 @@ public:
     quint8 byte() override;
 };
 
-// The buffers of this process; one job uses them at a time.
+// The pass buffers of this process; only one job may use them at a time.
 PassBuffers &processBuffers();
 
 } // namespace securedelete

@@ -55,7 +55,7 @@ quint64 Win32FreeSpace::freeBytes()
 Target *Win32FreeSpace::newFile(int number)
 {
     m_target.reset();
-    // Write-through: bytes that wait in memory when their file is removed never reach the drive.
+    // Write-through: data that is still cached when its file is deleted would never reach the drive.
     m_file.reset(CreateFileW(platform::apiPath(m_path + u'\\' + fileName(number)).c_str(), GENERIC_WRITE, 0,
                              nullptr, CREATE_NEW, FILE_FLAG_WRITE_THROUGH, nullptr));
     if (!m_file)
@@ -84,7 +84,8 @@ bool Win32FreeSpace::removeLeftOver(const QString &path)
     for (std::size_t index = 0; index < listing.size(); ++index) {
         const core::DirectoryEntry entry = listing.at(index);
         const QString name = entry.name.toString();
-        // As it is, and not as it is listed: the size of a file that was just written may come later there.
+        // eraseOwn() queries the entry itself: the size in the directory listing of a file that was just
+        // written may be out of date.
         if (!entry.isDirectory() && isOurFile(name))
             platform::eraseOwn(place, path + u'\\' + name);
     }

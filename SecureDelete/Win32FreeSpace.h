@@ -13,20 +13,20 @@ namespace securedelete
 class Win32FreeSpace : public FreeSpaceFolder
 {
 public:
-    // `place` is the folder in which it is made: a drive's root but in tests.
+    // `place` is the folder in which it is created: the drive's root, except in tests.
     explicit Win32FreeSpace(const QString &place);
     ~Win32FreeSpace() override;
 
     QString path() const { return m_path; }
-    // Disk. False when it cannot be made, or is there already and is not ours alone.
+    // Does disk I/O. False if it cannot be created, or exists and contains files that are not ours.
     bool make();
 
     quint64 freeBytes() override;
     Target *newFile(int number) override;
     bool removeAll() override;
 
-    // Removes what an earlier run left, when `path` can be such a folder: only the numbered files in it, and
-    // then the folder if that is empty. False when something of ours is still there.
+    // Removes what an earlier run left, if `path` can be such a folder: only the numbered files in it, then
+    // the folder if it is empty. False if something of ours remains.
     static bool removeLeftOver(const QString &path);
 
 private:

@@ -7,7 +7,7 @@
 namespace securedelete
 {
 
-// An open file, or volume, that somebody else owns.
+// A Target for an open file or volume that is owned by someone else.
 class WriterTarget : public Target
 {
 public:

@@ -38,7 +38,7 @@ ItemRow::ItemRow(const tracks::CatalogueRow &row, QWidget *parent)
     layout->setHorizontalSpacing(theme::space);
     layout->setVerticalSpacing(theme::spaceTight);
     layout->setColumnStretch(1, 1);
-    // The texts begin where the check box's does.
+    // Aligns the texts with the check box's text.
     layout->setColumnMinimumWidth(0, style()->pixelMetric(QStyle::PM_IndicatorWidth) +
                                          style()->pixelMetric(QStyle::PM_CheckBoxLabelSpacing) -
                                          theme::space);

@@ -10,8 +10,8 @@ class QLabel;
 class QPushButton;
 class WrappedLabel;
 
-// One item of the catalogue on the page: check box, what was found, the way to the list of it, what the item
-// is, and what stands in its way.
+// One catalogue item on the page: check box, count, a button for the list, a description, and a note about
+// obstacles.
 class ItemRow : public QWidget
 {
     Q_OBJECT
@@ -22,7 +22,7 @@ public:
     tracks::Item item() const { return m_item; }
     bool isChecked() const;
     void setChecked(bool checked);
-    // Empty while nothing was looked for.
+    // Empty before the first analysis.
     void showFound(const QString &text, const QString &note, bool canView);
     void setBusy(bool busy);
 

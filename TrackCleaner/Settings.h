@@ -10,7 +10,7 @@
 namespace tracks
 {
 
-// Temporary files younger than a day are shown, and not cleared.
+// Temporary files younger than a day are listed but not cleared.
 inline constexpr settings::Flag keepUsedToday{settings::keys::trackCleaner, u"KeepUsedToday", true};
 
 // Which items are checked, in the catalogue's order.

@@ -9,7 +9,7 @@
 #include <memory>
 #include <vector>
 
-// What a clearing left behind, and why.
+// What a clearing could not remove, and why.
 class StayedModel : public QAbstractTableModel
 {
     Q_OBJECT

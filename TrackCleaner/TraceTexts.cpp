@@ -38,7 +38,7 @@ QString valueSentence(Item item, const RegistryValue &value)
 
 QString recentSentence(const QString &name, const QString &folder)
 {
-    // The list of File Explorer itself.
+    // File Explorer's own jump list.
     if (name.startsWith(QLatin1String("f01b4d95cf55d32a."), Qt::CaseInsensitive))
         return tr(
             "Quick access: the folders that you use often, and those that you pinned. The pins go too.");

@@ -204,7 +204,7 @@ QVariant TracesModel::headerData(int section, Qt::Orientation orientation, int r
     return titles[static_cast<std::size_t>(section)];
 }
 
-// What is kept cannot be chosen.
+// Kept traces have no check mark to change.
 Qt::ItemFlags TracesModel::flags(const QModelIndex &index) const
 {
     Qt::ItemFlags flags = QAbstractTableModel::flags(index);

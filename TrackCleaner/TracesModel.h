@@ -10,7 +10,7 @@
 #include <memory>
 #include <vector>
 
-// Puts the rows of a list in order, or looks for words in them.
+// Sorts and filters the rows of a list.
 class TraceListThread : public core::WorkerThread
 {
     Q_OBJECT
@@ -19,7 +19,7 @@ public:
     TraceListThread(std::shared_ptr<const tracks::ScanResult> found, tracks::Item item,
                     tracks::ListOrder order);
 
-    // After done().
+    // Valid after done().
     std::vector<quint32> takeRows() { return std::move(m_rows); }
     const tracks::ListOrder &order() const { return m_order; }
 
@@ -33,8 +33,8 @@ private:
     std::vector<quint32> m_rows;
 };
 
-// The traces of one item, each with a check mark: what has none is left out of the clearing. Texts are made
-// for the rows that are on the screen only, and long lists are put in order on a thread.
+// The traces of one item, with check marks: unchecked ones are not cleared. Texts are made only for visible
+// rows, and long lists are sorted on a worker thread.
 class TracesModel : public QAbstractTableModel
 {
     Q_OBJECT
@@ -42,18 +42,18 @@ class TracesModel : public QAbstractTableModel
 public:
     enum Column { Entry, Place, Size, Time, State, Meaning, ColumnTotal };
 
-    // `leftOut`: one entry a row, or empty.
+    // `leftOut` has one entry per row, or is empty.
     TracesModel(std::shared_ptr<const tracks::ScanResult> found, tracks::Item item, std::vector<bool> leftOut,
                 QObject *parent = nullptr);
 
     const tracks::ItemTraces &traces() const { return (*m_found)[m_item]; }
     const std::vector<bool> &leftOut() const { return m_leftOut[tracks::indexOf(m_item)]; }
-    // Returns at once; the rows change when the search has ended.
+    // Returns at once; the rows change when the search is done.
     void search(const QString &words);
-    // Of the rows that are shown, or of some of them; what is kept stays as it is.
+    // Applies to the shown rows, or to the given ones; kept traces are not changed.
     void setAllChosen(bool chosen);
     void setChosen(const QModelIndexList &rows, bool chosen);
-    // How many rows will be cleared, and the size of the files among them.
+    // How many rows will be cleared, and the total size of the files among them.
     int chosenCount() const { return m_chosenCount; }
     quint64 chosenBytes() const { return m_chosenBytes; }
     bool isArranging() const { return m_thread != nullptr; }
@@ -66,12 +66,12 @@ public:
     QVariant headerData(int section, Qt::Orientation orientation, int role = Qt::DisplayRole) const override;
     Qt::ItemFlags flags(const QModelIndex &index) const override;
 
-    // Longer lists are put in order on a thread.
+    // Longer lists are sorted on a worker thread.
     static constexpr std::size_t maxArrangedAtOnce = 2'000;
 
 signals:
     void choiceChanged();
-    void arranged(); // the rows are in the order, and of the words, that were asked for last
+    void arranged(); // the rows match the latest requested order and words
 
 private:
     std::size_t rowOf(const QModelIndex &index) const
@@ -87,9 +87,9 @@ private:
 
     std::shared_ptr<const tracks::ScanResult> m_found;
     tracks::Item m_item;
-    tracks::LeftOut m_leftOut; // of this item alone
+    tracks::LeftOut m_leftOut; // of this item
     tracks::ListOrder m_order;
-    std::vector<quint32> m_rows; // shown, in order
+    std::vector<quint32> m_rows; // the shown rows, in order
     int m_chosenCount = 0;
     quint64 m_chosenBytes = 0;
     core::WorkerPointer<TraceListThread> m_thread;

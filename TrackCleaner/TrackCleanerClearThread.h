@@ -4,9 +4,9 @@
 #include "TrackCleaner/engine/Clear.h"
 #include "core/WorkerThread.h"
 
-// Clears what was chosen of a frozen list, item by item in the catalogue's order. The signals of the items
-// and the two at the end are emitted on the thread that this object lives in. An item's signal carries zeros
-// whatever stayed: who wants to know counts again, or asks for result().
+// Clears the chosen traces of a finished scan, item by item in catalogue order. Item signals and the two
+// final ones are emitted on the thread that this object lives in. The counts of an item's signal are always
+// zero, whatever was left; scan again or call result() for the real outcome.
 class TrackCleanerClearThread : public core::WorkerThread, private tracks::ClearListener
 {
     Q_OBJECT
@@ -14,7 +14,7 @@ class TrackCleanerClearThread : public core::WorkerThread, private tracks::Clear
 public:
     explicit TrackCleanerClearThread(tracks::ClearPlan plan);
 
-    // After processFinish().
+    // Valid after processFinish().
     const tracks::ClearResult &result() const { return m_result; }
     const tracks::ClearPlan &plan() const { return m_plan; }
 
@@ -27,15 +27,16 @@ signals:
     void windowsErrorReportingFinish(int itemCount, int finalSize);
     void windowsNetworkDataFinish(int itemCount, int finalSize);
     void windowsTempFilesFinish(int itemCount, int finalSize);
-    // Once, last, also after a cancel: how many files were deleted. Entries of the registry do not count.
+    // Emitted once, last, also after a cancel, with the number of deleted files. Registry entries are not
+    // counted.
     void processFinish(int deletedFiles);
-    // Once, before processFinish(): something stayed.
+    // Emitted once before processFinish() if something could not be removed.
     void cannotDelete();
 
-    // For every file, on this thread: take them through a core::ProgressRelay.
+    // Emitted per file on the worker thread: connect through a core::ProgressRelay.
     void updatePath(const QString &path);
-    void updateTotalSubFolder(int files); // to be removed in all; once, first
-    void updateScanProgress();            // a file is done
+    void updateTotalSubFolder(int files); // total files to remove; emitted once, first
+    void updateScanProgress();            // one file is done
 
 protected:
     void work() override;

@@ -82,7 +82,7 @@ void TrackCleanerDetailDialog::buildTable(QVBoxLayout *layout)
     connect(m_table, &ResultView::searched, m_model, &TracesModel::search);
     connect(m_table, &ResultView::told, this,
             [this](NoticeBar::Kind kind, const QString &notice) { m_notice->showNotice(kind, notice); });
-    // Space turns the marks of all selected rows.
+    // Space toggles the marks of all selected rows.
     controls::shortcut(view, Qt::Key_Space, [this] {
         const QModelIndexList rows = m_table->selected();
         if (rows.isEmpty())

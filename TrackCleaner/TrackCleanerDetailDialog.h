@@ -14,8 +14,8 @@ class ResultTable;
 class NoticeBar;
 class TracesModel;
 
-// "Results": everything that was found of one item, with a check mark for what will be cleared. The marks are
-// the user's at once, there is nothing to be confirmed.
+// "Results": everything found for one item, with check marks for what will be cleared. Changes apply at once;
+// there is nothing to confirm.
 class TrackCleanerDetailDialog : public QDialog
 {
     Q_OBJECT

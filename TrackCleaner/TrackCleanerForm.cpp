@@ -62,7 +62,7 @@ ItemFlags TrackCleanerForm::checked() const
     return items;
 }
 
-// The checked items of which the list is complete.
+// The checked items whose lists are complete.
 tracks::ClearPlan TrackCleanerForm::plan() const
 {
     tracks::ClearPlan plan{m_found, m_leftOut, {}};
@@ -157,7 +157,7 @@ void TrackCleanerForm::clear()
         return;
     if (tracks::totalsOf(plan).values > 0 && !mayLoseRegistryEntries())
         return;
-    // Windows messages were handled meanwhile.
+    // The question ran an event loop, so the state may have changed.
     if (!m_jobs.isBusy() && m_found == plan.found)
         startClearing(plan);
 }
@@ -202,7 +202,7 @@ void TrackCleanerForm::startClearing(tracks::ClearPlan plan)
     showState();
 }
 
-// Counts again what was cleared, unless the window is about to close.
+// Scans the cleared items again, unless the window is closing.
 void TrackCleanerForm::takeClearing(const TrackCleanerClearThread &clearing)
 {
     const tracks::ClearResult &result = clearing.result();

@@ -22,19 +22,19 @@ class QToolButton;
 class QVBoxLayout;
 class TrackCleanerClearThread;
 
-// The track cleaner: looks for traces, shows what it found, and clears what is chosen of exactly that. After
-// a clearing the same items are counted again.
+// The track cleaner: scans for traces, lists them, and clears exactly what was chosen from that list. After
+// clearing it scans the same items again.
 class TrackCleanerForm : public FLWidget
 {
     Q_OBJECT
 
 public:
     explicit TrackCleanerForm(QWidget *parent = nullptr);
-    // `locations` is called on the scan's thread.
+    // `locations` is called on the scan thread.
     TrackCleanerForm(TrackCleanerThread::LocationReader locations, QWidget *parent);
     ~TrackCleanerForm() override;
 
-    // What is shown; null before the first look.
+    // The current scan; null before the first one.
     const std::shared_ptr<const tracks::ScanResult> &found() const { return m_found; }
 
 public slots:
@@ -43,8 +43,7 @@ public slots:
     void cancel();
     void showDetails(tracks::Item item);
     void showWhatStayed();
-    // Writes the registry entries that were found to a file of the user's choice. False when they were not
-    // saved.
+    // Saves the found registry entries to a file of the user's choice. False if they were not saved.
     bool saveRegistryEntries();
     void putRegistryEntriesBack();
 
@@ -69,10 +68,10 @@ public slots:
     void onTrackCleanerProcessClearFinish(int deletedFiles);
 
 signals:
-    void analyzed(); // the counts stand, after a look as well as after a clearing
+    void analyzed(); // counts are up to date, after an analysis or a clearing
 
 private:
-    // What the last clearing left, on the list that it worked on.
+    // What the last clearing could not remove, with the list it worked on.
     struct Leftovers {
         std::shared_ptr<const tracks::ScanResult> found;
         std::vector<tracks::Stayed> stayed;
@@ -116,10 +115,10 @@ private:
     QPushButton *m_cancel = nullptr;
 
     std::shared_ptr<const tracks::ScanResult> m_found;
-    std::shared_ptr<const tracks::ScanResult> m_forgotten; // not shown any more; what m_leftOut is about
+    std::shared_ptr<const tracks::ScanResult> m_forgotten; // no longer shown; m_leftOut refers to it
     tracks::LeftOut m_leftOut;
     Leftovers m_leftovers;
     bool m_cancelPressed = false;
-    // What the notice is to say when the counts after a clearing stand.
+    // The notice to show when the scan after a clearing is done.
     QString m_clearingText;
 };

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 
-// How the page of the track cleaner is put together.
+// Construction of the track cleaner's page.
 
 #include "TrackCleaner/ItemRow.h"
 #include "TrackCleaner/Settings.h"
@@ -48,7 +48,7 @@ void TrackCleanerForm::buildGroups(QVBoxLayout *page)
     column->addWidget(buildGroup(Group::Windows));
     column->addStretch();
     QScrollArea *area = controls::scrollArea(content, this);
-    area->setFocusPolicy(Qt::NoFocus); // it scrolls to whichever row has the focus
+    area->setFocusPolicy(Qt::NoFocus); // it scrolls to the focused row
     page->addWidget(area, 1);
 }
 
@@ -93,7 +93,7 @@ QWidget *TrackCleanerForm::buildGroup(Group group)
         layout->addWidget(m_keepUsedToday);
         connect(m_keepUsedToday, &QCheckBox::toggled, this, [this](bool keep) {
             tracks::keepUsedToday.write(keep);
-            forget(); // what was found was found with the other answer
+            forget(); // the scan used the other setting
         });
     }
     return card;

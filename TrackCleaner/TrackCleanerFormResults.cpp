@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 
-// What the page of the track cleaner shows of its jobs, and the files of registry entries.
+// How the track cleaner's page shows the results of its jobs, and saving and restoring registry entries.
 
 #include "TrackCleaner/ItemRow.h"
 #include "TrackCleaner/TraceTexts.h"
@@ -45,7 +45,7 @@ void TrackCleanerForm::showCount(Item item, int count, int size)
         {}, false);
 }
 
-// To the byte, where the signal has whole megabytes only.
+// Shows exact bytes; the signal only carries whole megabytes.
 void TrackCleanerForm::showItem(Item item)
 {
     ItemRow *row = m_rows[tracks::indexOf(item)];
@@ -71,7 +71,7 @@ void TrackCleanerForm::showState()
     m_keepUsedToday->setEnabled(!busy);
     m_analyze->setEnabled(!busy && std::ranges::find(items, true) != items.end());
     m_clear->setEnabled(!busy && totals.all() > 0);
-    // What had the focus may be disabled now; it waits where the next step is.
+    // The focused widget may have been disabled; the focus moves to the next step.
     const bool wasBusy = !m_cancel->isHidden();
     const bool waiting = wasBusy && m_cancel->hasFocus();
     m_cancel->setEnabled(busy);
@@ -115,7 +115,7 @@ bool TrackCleanerForm::saveRegistryEntries()
         platform::dialogs().chooseFileToSave(this, tr("Save the registry entries"), suggested, fileFilter());
     if (file.isEmpty())
         return false;
-    // To a temporary name first: a full disk must not cost the copy of the last time.
+    // QSaveFile: a full disk must not destroy the previous copy.
     QSaveFile target(file);
     const QByteArray bytes = tracks::regFile(keys);
     if (target.open(QIODevice::WriteOnly) && target.write(bytes) == bytes.size() && target.commit()) {
@@ -148,7 +148,7 @@ void TrackCleanerForm::putRegistryEntriesBack()
     else
         m_notice->showNotice(NoticeBar::Kind::Success, tr("The registry entries were put back."));
     if (content.fault == tracks::RegFileFault::None)
-        forget(); // the counts are not true any more
+        forget(); // the counts are out of date
 }
 
 void TrackCleanerForm::onFileExplorerRecentFilesScanFinish(int count)

@@ -8,9 +8,8 @@
 #include <functional>
 #include <memory>
 
-// Counts the traces of the items whose flag is set, in the catalogue's order. The result signals are emitted
-// on the thread that this object lives in; an item that was not asked for, or not reached before a cancel,
-// has none.
+// Scans for the traces of the items whose flag is set, in catalogue order. Result signals are emitted on the
+// thread that this object lives in; items that were not requested, or not reached before a cancel, have none.
 class TrackCleanerThread : public core::WorkerThread, private tracks::ScanListener
 {
     Q_OBJECT
@@ -18,23 +17,23 @@ class TrackCleanerThread : public core::WorkerThread, private tracks::ScanListen
 public:
     using LocationReader = std::function<tracks::Locations()>;
 
-    // Locations and time of `options` are filled in by the thread.
+    // The thread fills in locations and time of `options`.
     TrackCleanerThread(tracks::ScanOptions options, LocationReader locations);
 
-    // Before start(): what was left out of these lists is left out again, and with `keepOthers` the lists of
-    // the items that are not looked at stay.
+    // Call before start(): entries left out of these lists stay left out, and with `keepOthers` the lists of
+    // items that are not scanned are kept.
     void goOnFrom(std::shared_ptr<const tracks::ScanResult> found, tracks::LeftOut leftOut, bool keepOthers);
 
-    // After processFinish(); null when the job failed.
+    // Valid after processFinish(); null if the job failed.
     const std::shared_ptr<const tracks::ScanResult> &result() const { return m_result; }
     const tracks::LeftOut &leftOut() const { return m_leftOut; }
 
 signals:
-    // For every folder and trace, on this thread: take them through a core::ProgressRelay.
+    // Emitted per folder and trace on the worker thread: connect through a core::ProgressRelay.
     void updatePath(const QString &path);
     void updateTotalItemScan(int items);
 
-    // The size is in MB, rounded down.
+    // Sizes are in MB, rounded down.
     void fileExplorerRecentFilesFinish(int count);
     void fileExplorerTypedPathsFinish(int count);
     void fileExplorerSearchHistoryFinish(int count);
@@ -43,7 +42,7 @@ signals:
     void windowsErrorReportingFinish(int count, int size);
     void windowsNetworkDataFinish(int count, int size);
     void windowsTempFilesFinish(int count, int size);
-    // Once, last, also after a cancel.
+    // Emitted once, last, also after a cancel.
     void processFinish();
 
 protected:

@@ -21,7 +21,8 @@ QString windowsFolder()
     return length < buffer.size() ? platform::fromWide(buffer.data(), length) : QString();
 }
 
-// With long names, as the guard compares them; "C:\Users\ANNAMA~1\..." is common in this one place.
+// Expanded to long names for the guard's comparison: the temporary folder is often given as
+// "C:\Users\ANNAMA~1\...".
 QString temporaryFolder()
 {
     std::wstring path(MAX_PATH + 1, L'\0');
@@ -32,7 +33,7 @@ QString temporaryFolder()
         longPath.resize(length);
         length = GetLongPathNameW(path.c_str(), longPath.data(), length);
     }
-    // One that does not exist has no long form, and no files.
+    // The call fails for a folder that does not exist, which has no files anyway.
     QString folder = length > 0 ? platform::fromWide(longPath.data(), length) : QString::fromStdWString(path);
     while (folder.endsWith(u'\\'))
         folder.chop(1);
@@ -72,7 +73,7 @@ Locations windowsLocations()
     locations.programData = platform::knownFolder(platform::KnownFolder::ProgramData);
     locations.temporary = temporaryFolder();
     locations.temporaryTarget = platform::finalPath(locations.temporary);
-    // A folder that does not exist leads nowhere, and holds nothing.
+    // finalPath() returns nothing for a folder that does not exist.
     if (locations.temporaryTarget.isEmpty())
         locations.temporaryTarget = locations.temporary;
     return locations;

@@ -5,12 +5,11 @@
 #include "TrackCleaner/engine/Scan.h"
 #include "platform/Guard.h"
 
-// The computer as the engine sees it. Disk and registry of the user who runs the program, with that user's
-// rights.
+// The engine's view of this computer: disk and registry with the rights of the current user.
 namespace tracks
 {
 
-// Where this Windows keeps what the catalogue names. Disk, any thread.
+// Where this Windows keeps the catalogue's items. Does disk I/O; any thread.
 Locations windowsLocations();
 
 quint64 currentFileTime();
@@ -32,7 +31,7 @@ public:
     bool mayRemove(const QString &file) override;
 };
 
-// Removes through the guard: the file that was listed, reached through no link, or none.
+// Deletes through the guard: only the listed file, and only if no link leads to it.
 class GuardedRemover : public TraceRemover
 {
 public:

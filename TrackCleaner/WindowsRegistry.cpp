@@ -16,8 +16,8 @@ namespace
 using platform::RegKey;
 using platform::wide;
 
-constexpr DWORD maxKeyName = 255;      // registry element size limits of Windows
-constexpr DWORD maxValueName = 16'383; // the same
+constexpr DWORD maxKeyName = 255;      // "Registry element size limits", Microsoft
+constexpr DWORD maxValueName = 16'383; // likewise
 constexpr int maxAttempts = 8;
 
 RegKey openKey(const QString &key, REGSAM access)
@@ -27,7 +27,7 @@ RegKey openKey(const QString &key, REGSAM access)
     return opened;
 }
 
-// A value may grow between the two calls, and then is asked for again.
+// A value may grow between the two calls and is then read again.
 std::optional<RegistryValue> valueAt(const RegKey &key, DWORD index, std::wstring &name)
 {
     QByteArray data;

@@ -13,20 +13,21 @@
 namespace securedelete
 {
 
-// Why something was left, or could not be done.
+// Why something was left or failed.
 enum class Fault {
     None,
     Vanished,
-    Changed, // is not what the list showed any more
+    Changed, // no longer what the list showed
     ReadOnly,
     InUse,
     Denied,
-    ThroughLink, // lies somewhere else than its path says
+    ThroughLink, // a link on the path leads somewhere else
     InCloud,
-    Protected,  // a drive root, Windows, the program folders, a profile, or what is above or in the system's
-    OtherNames, // hard links: its content belongs to other names as well
+    Protected,  // a drive root, the Windows and program folders, a profile, their parents, and what lies in
+                // system folders
+    OtherNames, // hard links: other names share its content
     WriteFailed,
-    DiskFull, // overwriting it needs more room than there is
+    DiskFull, // overwriting needs more free space than there is
     NotEmpty,
     NameTaken,
     Cancelled,
@@ -35,8 +36,8 @@ enum class Fault {
 
 // A file or folder as it was listed.
 struct Item {
-    QString root;   // the folder that the verbs stay below
-    QString folder; // of the item; at or below the root, no separator at its end
+    QString root;   // modifying calls stay below this folder
+    QString folder; // folder of the item: the root or below it, without a trailing separator
     QString name;
     quint32 attributes = 0;
     quint32 reparseTag = 0;
@@ -46,8 +47,8 @@ struct Item {
 
     QString path() const { return folder + u'\\' + name; }
     bool isFolder() const { return (attributes & core::AttributeDirectory) != 0; }
-    // A junction, a mount point or a symbolic link, and not a placeholder of a cloud store. Tag 0 is how Wine
-    // shows a link to a folder.
+    // True for a junction, mount point or symbolic link, false for a cloud placeholder. Wine reports links to
+    // folders with tag 0.
     bool isLink() const;
 };
 
@@ -59,8 +60,8 @@ class Target
 public:
     virtual ~Target() = default;
     virtual bool moveTo(quint64 position) = 0;
-    virtual bool moveBack(quint64 bytes) = 0; // from where it stands
-    // The number of bytes that were written; less than asked is no failure, 0 is.
+    virtual bool moveBack(quint64 bytes) = 0; // relative to the current position
+    // Returns the number of bytes written; a short write is not an error, 0 is.
     virtual quint64 write(const char *data, quint64 bytes) = 0;
 };
 
@@ -74,57 +75,57 @@ struct Range {
     quint64 length = 0;
 };
 
-// One file that is being destroyed, from its first byte to its name. Every step acts on the file that was
-// listed, or on nothing: the first step compares, and from then on its identity counts.
+// A file while it is being destroyed, from its first byte to its name. Every step acts on the listed file or
+// fails: the first step compares the listed facts, later ones the file's identity.
 class DoomedFile
 {
 public:
     virtual ~DoomedFile() = default;
 
-    // Write-through, sharing everything. The target lives until the next step. `fault` says why there is
-    // none.
+    // Opens write-through, sharing everything. The target is valid until the next step; null with the reason
+    // in `fault`.
     virtual Target *openForWriting(Fault &fault) = 0;
     virtual Target *openStream(const QString &stream, Fault &fault) = 0;
     // Of the open file.
     virtual quint32 linkCount() = 0;
-    virtual std::vector<Stream> streams() = 0; // without the content itself
-    // Where a sparse file has bytes of its own; empty when that cannot be told.
+    virtual std::vector<Stream> streams() = 0; // without the unnamed main stream
+    // The allocated ranges of a sparse file; nullopt if they cannot be queried.
     virtual std::optional<std::vector<Range>> allocatedRanges() = 0;
-    virtual quint64 freeBytes() = 0; // of its volume, for this user
-    // What was open is closed.
+    virtual quint64 freeBytes() = 0; // on its volume, for this user
+    // Closes whatever is open.
     virtual void close() = 0;
 
-    // The raw volume that holds this very file, held open meanwhile, with its clusters; null when there is
-    // none that can be written to. The volume's object serves all files of that volume.
+    // Opens the raw volume that holds this file, for writing to its clusters; null if that is not possible.
+    // The object is shared by all files of the volume.
     virtual Target *openVolume(VolumeFacts &facts) = 0;
     virtual std::optional<std::vector<Extent>> extents() = 0;
 
-    // Within its folder and never onto another file.
+    // Stays in the same folder and never replaces another file.
     virtual Fault rename(const QString &name) = 0;
     virtual Fault erase() = 0;
     virtual QString name() = 0;
-    // Whether something bears the name again, or still, that it had at first.
+    // True if a file with the original name exists (again).
     virtual bool formerNameExists() = 0;
 };
 
-// The disk, as far as destroying needs it. Implementations: the Win32 one, behind the guard of platform, and
-// the one of the tests, which records every write. One thread.
+// The disk operations that the engine needs. Implemented by Win32Disk (behind the guard of platform/) and by
+// the recording fake of the tests. Used on one thread.
 class Disk
 {
 public:
     virtual ~Disk() = default;
 
-    // As its folder lists it; empty when nothing bears the name.
+    // The entry as its folder lists it; nullopt if there is none of that name.
     virtual std::optional<Item> find(const QString &root, const QString &folder, const QString &name) = 0;
     virtual void list(const QString &folder, core::DirectoryListing &out, const core::CancelFlag &cancel) = 0;
     virtual std::unique_ptr<DoomedFile> file(const Item &item) = 0;
-    // None when the folder is still the one that was listed, and not another one of its name.
+    // Fault::None if this is still the listed folder and not another one of the same name.
     virtual Fault checkFolder(const Item &item) = 0;
-    // The link itself, and nothing behind it.
+    // Deletes the link itself, never its target.
     virtual Fault eraseLink(const Item &item) = 0;
-    virtual Fault eraseFolder(const Item &item) = 0; // an empty one
+    virtual Fault eraseFolder(const Item &item) = 0; // must be empty
     virtual bool isProtected(const Item &item) = 0;
-    // A moment for others to let go of a file, before a step is tried again.
+    // Waits briefly before a retry, so that other processes can close the file.
     virtual void pause() = 0;
 };
 

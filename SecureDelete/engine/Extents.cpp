@@ -12,7 +12,7 @@ namespace
 
 bool liesOnVolume(const Extent &extent, quint64 totalClusters)
 {
-    // Cluster 0 is the boot sector's.
+    // Cluster 0 belongs to the boot sector.
     return extent.logicalCluster > 0 && static_cast<quint64>(extent.clusters) <= totalClusters &&
            static_cast<quint64>(extent.logicalCluster) <=
                totalClusters - static_cast<quint64>(extent.clusters);

@@ -8,11 +8,10 @@
 namespace securedelete
 {
 
-// A run of a file's clusters. Clusters of the volume are written by their number, so these figures must be
-// right.
+// A run of a file's clusters. The volume is written at these cluster numbers, so they must be right.
 struct Extent {
-    qint64 virtualCluster = 0;  // of the file
-    qint64 logicalCluster = -1; // of the volume; -1 is a hole, or not written out
+    qint64 virtualCluster = 0;  // within the file
+    qint64 logicalCluster = -1; // on the volume; -1 for a hole or unallocated
     qint64 clusters = 0;
     bool operator==(const Extent &) const = default;
 
@@ -22,11 +21,12 @@ struct Extent {
 struct VolumeFacts {
     QString fileSystem;
     quint64 totalClusters = 0;
-    quint32 clusterSize = 0; // bytes
+    quint32 clusterSize = 0; // in bytes
 };
 
-// Whether these can be the clusters of a file on this volume: NTFS, rising without a gap from 0, none empty,
-// none at the volume's start or beyond its end, none of two runs in the same place, and at least one there.
+// Whether these are plausible as the clusters of a file on this volume: the volume is NTFS; runs ascend from
+// 0 without gaps, none is empty, at the volume's start or beyond its end, none overlap, and at least one is
+// allocated.
 bool areBelievable(const std::vector<Extent> &extents, const VolumeFacts &volume);
 
 } // namespace securedelete

@@ -43,7 +43,7 @@ FreeSpaceResult wipeFreeSpace(FreeSpaceFolder &folder, const FreeSpaceOptions &o
         generator.fillRange(piece.data(), static_cast<qsizetype>(piece.size()));
         const quint64 written = file->write(reinterpret_cast<const char *>(piece.data()),
                                             std::min<quint64>(pieceSize, free - spared));
-        // A quota, or somebody else who fills it at the same time.
+        // A quota, or another program is filling the volume at the same time.
         result.filled = written == 0;
         inFile += written;
         result.bytesWritten += written;

@@ -7,15 +7,15 @@
 namespace securedelete
 {
 
-// The folder of our own that fills a volume's free space.
+// The folder whose files fill a volume's free space.
 class FreeSpaceFolder
 {
 public:
     virtual ~FreeSpaceFolder() = default;
     virtual quint64 freeBytes() = 0;
-    // A new file of the folder, open and empty, until the next call; null when none can be made.
+    // Creates a new empty file, open until the next call; null if that fails.
     virtual Target *newFile(int number) = 0;
-    // Closes and removes every file of the folder, and the folder. False when something stayed.
+    // Closes and deletes all files and the folder. False if something remains.
     virtual bool removeAll() = 0;
 };
 
@@ -28,17 +28,17 @@ public:
 
 struct FreeSpaceResult {
     quint64 bytesWritten = 0;
-    bool filled = false;  // the volume was nearly full in the end
-    bool removed = false; // nothing of ours is left on it
+    bool filled = false;  // the volume was almost full at the end
+    bool removed = false; // none of our files are left on it
 };
 
 struct FreeSpaceOptions {
-    quint64 spared = 64 << 20;              // left free, so that nothing else runs out of room
-    quint64 maxFileSize = quint64{1} << 30; // FAT32 ends at four times this
-    quint32 seed = 0;                       // makes the bytes
+    quint64 spared = 64 << 20;              // left free, so that other programs do not run out of space
+    quint64 maxFileSize = quint64{1} << 30; // a quarter of FAT32's limit
+    quint32 seed = 0;                       // of the random data
 };
 
-// Fills the free space of a volume with random bytes and frees it again, also when it is cancelled.
+// Fills the free space of a volume with random bytes and frees it again, even when cancelled.
 FreeSpaceResult wipeFreeSpace(FreeSpaceFolder &folder, const FreeSpaceOptions &options,
                               FreeSpaceListener &listener, const core::CancelFlag &cancel);
 

@@ -15,7 +15,7 @@ using Content = Pass::Content;
 
 Pass gutmannPass(int pass)
 {
-    // Only the first byte of the published three-byte patterns: that is this method's definition here.
+    // Only the first byte of the published three-byte patterns: this method is defined that way here.
     static constexpr std::array<quint8, 27> fixed{0x55, 0xAA, 0x92, 0x49, 0x24, 0x00, // passes 5 to 10
                                                   0x11, 0x22, 0x33, 0x44, 0x55, 0x66, 0x77, 0x88,
                                                   0x99, 0xAA, 0xBB, 0xCC, 0xDD, 0xEE, 0xFF, // to 25
@@ -33,7 +33,7 @@ Pass dodPass(int pass)
     return pass == 2 ? Pass{Content::ComplementOfRandomByte} : Pass{};
 }
 
-// The seeds of the fixed sequence of passes, from the time and the byte before.
+// Seeds the passes of this method from the clock and the previous byte.
 quint32 dodSeed(int pass, quint32 seconds, quint8 lastByte)
 {
     switch (pass) {

@@ -8,49 +8,49 @@
 #include <memory>
 #include <vector>
 
-// Destroys files: overwrites them by a method, takes their names and removes them.
+// Destroys files: overwrites them with a method, renames and deletes them.
 namespace securedelete
 {
 
-// The numbers are those of the stored setting: they do not rise with the number of passes.
+// Stored in the settings; the numbers are not in order of the pass count.
 enum class Method { Gutmann = 0, Dod7 = 1, Dod3 = 2, Random = 3 };
 
 constexpr int maxRandomPasses = 99;
 
-// `randomPasses` counts for Method::Random only; at least one pass.
+// `randomPasses` applies to Method::Random only; returns at least 1.
 int passCount(Method method, int randomPasses);
 
 // What a pass writes.
 struct Pass {
     enum class Content { RandomBytes, RandomByte, ComplementOfRandomByte, FixedByte };
     Content content = Content::RandomBytes;
-    quint8 byte = 0; // of FixedByte
+    quint8 byte = 0; // for FixedByte
 };
 
 // `pass` is 1 to passCount().
 Pass passOf(Method method, int pass);
 
-// The generator of the C library and the clock that seeds it, so that a test can follow both. The generator's
-// state belongs to the thread: it is seeded on the thread that draws from it.
+// The C library's random generator and the clock that seeds it, replaceable by tests. The generator's state
+// is per thread: seed and draw on the same thread.
 class Randomness
 {
 public:
     virtual ~Randomness() = default;
-    virtual quint32 seconds() = 0; // since 1970
+    virtual quint32 seconds() = 0; // since 1970, UTC
     virtual void seed(quint32 value) = 0;
-    virtual quint8 byte() = 0; // the low byte of one call
+    virtual quint8 byte() = 0; // low byte of one rand() call
 };
 
-// What the passes write, 64 KiB each. The passes of the fixed methods are filled once and serve every chunk
-// and file of the process after that, also when the method is changed meanwhile: their random bytes are the
-// same for all. Those of the random method are filled anew for every pass of every chunk, seeded with the
-// second, so that two passes within one second write the same. One thread at a time.
+// The data of the passes, 64 KiB each. Passes of the fixed methods are generated once per process and reused
+// for all chunks and files, even if the method is changed meanwhile: their random bytes are the same
+// everywhere. Passes of the random method are generated anew for each pass of each chunk, seeded with the
+// current second, so two passes within one second write the same data. One thread at a time.
 class PassBuffers
 {
 public:
     static constexpr std::size_t size = 65'536;
 
-    // Memory of that size, or null.
+    // Allocates that many bytes; null on failure.
     using Allocate = std::function<std::shared_ptr<char[]>(std::size_t bytes)>;
     PassBuffers(Randomness &randomness, Allocate allocate);
 
@@ -68,7 +68,7 @@ private:
     Randomness &m_randomness;
     Allocate m_allocate;
     Buffers m_buffers[4];  // by method
-    quint8 m_lastByte = 0; // of the buffer that was filled last
+    quint8 m_lastByte = 0; // last byte of the buffer generated last
 };
 
 } // namespace securedelete

@@ -21,13 +21,13 @@ void append(QString &text, quint64 number)
     text += QLatin1String(digits, end - digits);
 }
 
-// Put together by hand: a large file is written in millions of pieces, and formatting each line took as long
-// as a tenth of its write.
+// Built by hand: a large file is written in millions of chunks, and QString formatting of each line took a
+// tenth of the time of its write.
 void logWrite(int pass, quint64 wanted, quint64 written)
 {
     static const QMessageLogContext context;
     QString line;
-    constexpr qsizetype maxLength = 80; // the text and three numbers of at most 20 digits
+    constexpr qsizetype maxLength = 80; // the text and three numbers of up to 20 digits
     line.reserve(maxLength);
     line += QLatin1String("WriteFile: ");
     append(line, static_cast<quint64>(pass));

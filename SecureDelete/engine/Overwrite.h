@@ -8,15 +8,15 @@
 namespace securedelete
 {
 
-// Told on the thread of the work.
+// Called on the worker thread.
 class WriteListener
 {
 public:
     virtual ~WriteListener() = default;
-    virtual void bytesWritten(quint64 bytes) = 0; // passes counted one by one
+    virtual void bytesWritten(quint64 bytes) = 0; // counts every pass
 };
 
-// Runs the passes of one method over parts of a target. The chunks get all their passes one after the other.
+// Writes the passes of one method to parts of a target, all passes of a chunk before the next chunk.
 class Overwriter
 {
 public:
@@ -25,13 +25,13 @@ public:
 
     int passes() const { return m_passes; }
 
-    // A whole content: its last byte first, then the rest from its beginning in chunks of at most 64 KiB.
-    // False when a write failed, or, with the method of 35 passes, when it was cancelled; the others finish
-    // the content that they have begun.
+    // Overwrites a whole content: its last byte first, then from the start in chunks of up to 64 KiB. False
+    // if a write failed or, with the 35-pass method, on cancel; the other methods finish the content that
+    // they have begun.
     bool overwriteContent(Target &target, quint64 size);
-    // A part, in chunks of at most 64 KiB.
+    // Overwrites a range in chunks of up to 64 KiB.
     bool overwriteRange(Target &target, quint64 offset, quint64 length);
-    // A part as one chunk, however long.
+    // Overwrites a range as a single chunk of any length.
     bool overwriteRun(Target &target, quint64 offset, quint64 length);
 
 private:

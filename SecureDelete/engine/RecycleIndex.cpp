@@ -15,7 +15,7 @@ quint64 number(QByteArrayView bytes, qsizetype offset)
     return qFromLittleEndian<quint64>(bytes.data() + offset);
 }
 
-// Up to the first zero. What would break the line of a list is shown as a blank.
+// Up to the first NUL. Characters that would break a list line are replaced by a blank.
 QString pathAt(QByteArrayView bytes, qsizetype offset, qsizetype maxUnits)
 {
     QString path;
@@ -61,7 +61,7 @@ std::vector<BinItem> binItems(const core::DirectoryListing &listing,
                               const std::function<QByteArray(const QString &name)> &read)
 {
     std::vector<BinItem> items;
-    QHash<QString, std::size_t> byStem; // what follows "$R" and "$I", in one case
+    QHash<QString, std::size_t> byStem; // the part after "$R" or "$I", lower case
     for (std::size_t position = 0; position < listing.size(); ++position) {
         const core::DirectoryEntry entry = listing.at(position);
         const QString name = entry.name.toString();
@@ -84,7 +84,7 @@ std::vector<BinItem> binItems(const core::DirectoryListing &listing,
         if (isIndex)
             item.removed = parseRecycleIndex(read(name));
     }
-    // Their names point into the listing.
+    // The names pointed into the listing, which does not outlive this call.
     for (BinItem &item : items)
         item.content.name = item.index.name = {};
     return items;

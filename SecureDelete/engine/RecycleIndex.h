@@ -13,8 +13,8 @@
 namespace securedelete
 {
 
-// What the index file of a recycle bin ("$I" and the rest of the item's name) tells of one removed item. For
-// showing only: the bytes may be anybody's, and the path may name anything.
+// What a recycle bin's index file ("$I" plus the rest of the item's name) says about a removed item. For
+// display only: the bytes are untrusted, and the path may name anything.
 struct RemovedItem {
     QString originalPath;
     quint64 size = 0;
@@ -22,28 +22,29 @@ struct RemovedItem {
     bool operator==(const RemovedItem &) const = default;
 };
 
-// The largest index file there can be: 28 bytes and a path of 32,767 characters with its end.
+// Upper limit for an index file: 28 bytes and a path of 32,767 characters with its terminator.
 constexpr qsizetype maxIndexSize = 28 + 2 * 32'768;
 
-// Version 1 (up to Windows 8, a path of 260 characters) and version 2 (Windows 10). Empty for anything else.
+// Reads version 1 (before Windows 10, fixed 260 characters) and version 2 (Windows 10). nullopt for anything
+// else.
 std::optional<RemovedItem> parseRecycleIndex(QByteArrayView bytes);
 
-// An item of a recycle bin's folder: a file or folder ("$R..."), the index beside it ("$I..."), or one of
-// them alone.
+// An item in a recycle bin's folder: a file or folder ("$R..."), its index file ("$I..."), or only one of
+// them.
 struct BinItem {
-    core::DirectoryEntry content; // without a name when it is missing
-    core::DirectoryEntry index;   // the same
+    core::DirectoryEntry content; // its name is empty if it is missing
+    core::DirectoryEntry index;   // likewise
     QString contentName;
     QString indexName;
-    std::optional<RemovedItem> removed; // empty without a readable index
+    std::optional<RemovedItem> removed; // nullopt without a readable index file
 
     bool isFolder() const { return content.isDirectory(); }
-    // What the bin says, or its folder when the bin says nothing.
+    // The size recorded in the index file, or the listed size without one.
     quint64 size() const { return removed ? removed->size : content.size; }
 };
 
-// Pairs the entries of a bin's folder, in their order. desktop.ini, which makes the folder a bin, is none of
-// them. `read` gives the bytes of an index file, at most maxIndexSize.
+// Pairs the entries of a bin's folder, keeping their order. Skips desktop.ini, which marks the folder as a
+// bin. `read` returns the bytes of an index file, at most maxIndexSize.
 std::vector<BinItem> binItems(const core::DirectoryListing &listing,
                               const std::function<QByteArray(const QString &name)> &read);
 

@@ -26,8 +26,8 @@ public:
     ShredResult takeResult() { return std::move(m_result); }
 
 private:
-    // A folder whose entries are being destroyed. The names are collected before, since what is renamed in a
-    // folder may be listed in it once more.
+    // A folder whose entries are being destroyed. Names are collected first, since a renamed entry may be
+    // listed a second time.
     struct Open {
         Item folder;
         core::DirectoryListing entries;
@@ -63,7 +63,8 @@ bool Job::shredRow(const ShredRow &row)
         return noteFault(shown, Fault::Changed);
     if (m_disk.isProtected(shown))
         return noteFault(shown, Fault::Protected);
-    // A file is the one that was shown, by the attributes of now: it may have become read-only.
+    // Identity, size and time are those of the row, attributes the current ones: the file may have become
+    // read-only.
     Item item = shown;
     item.attributes = now->attributes;
     item.reparseTag = now->reparseTag;
@@ -71,7 +72,7 @@ bool Job::shredRow(const ShredRow &row)
         return shredLink(item);
     if (row.isFile)
         return shredFile(item);
-    // Before anything in it goes: removing the folder, which compares too, comes last.
+    // Checked before the contents are touched: eraseFolder(), which compares as well, runs last.
     const Fault fault = m_disk.checkFolder(item);
     return fault == Fault::None ? shredFolder(item) : noteFault(item, fault);
 }
@@ -96,7 +97,7 @@ bool Job::shredLink(const Item &item)
                  .fault = fault});
 }
 
-// No recursion: a tree of any depth ends cleanly.
+// Iterative, so that a tree of any depth is handled.
 bool Job::shredFolder(const Item &item)
 {
     std::vector<Open> open;
@@ -133,7 +134,7 @@ void Job::shredEntry(std::vector<Open> &open, const Item &item)
         enter(open, item);
 }
 
-// True when the folder is gone.
+// Returns true if the folder was removed.
 bool Job::leave(std::vector<Open> &open)
 {
     const Open done = std::move(open.back());

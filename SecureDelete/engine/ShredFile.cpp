@@ -46,7 +46,7 @@ ShredRecord FileShredder::shred(const Item &item)
         return record;
     const std::unique_ptr<DoomedFile> file = m_disk.file(item);
     record.fault = overwrite(item, *file, record);
-    // What is not overwritten keeps its name: it can be found, and tried again.
+    // A file that was not overwritten keeps its name, so that the user can find it and try again.
     if (record.fault == Fault::None)
         record.fault = eraseNameAndFile(item, *file, record);
     record.destroyed = record.fault == Fault::None;
@@ -64,9 +64,9 @@ Fault FileShredder::overwrite(const Item &item, DoomedFile &file, ShredRecord &r
     return fault;
 }
 
-// Writing through a file that the file system transforms may reach other clusters than its content lies in.
-// The clusters themselves come first then; Windows mostly refuses that, and the content is written through
-// the file all the same.
+// With compressed or encrypted files, writing through the file may go to other clusters than the old content.
+// So the clusters are overwritten first; Windows mostly refuses that, and the content is written through the
+// file in any case.
 Fault FileShredder::overwriteOpen(Target &target, const Item &item, DoomedFile &file, ShredRecord &record)
 {
     if (file.linkCount() > 1 && !m_options.overwriteOtherNames)
@@ -81,7 +81,7 @@ Fault FileShredder::overwriteOpen(Target &target, const Item &item, DoomedFile &
     return overwriteStreams(streams, file, record);
 }
 
-// The holes of a sparse file take no room, and would take all there is if they were written.
+// Holes are skipped: writing them would allocate their full size.
 Fault FileShredder::overwriteContent(Target &target, const Item &item, DoomedFile &file)
 {
     if ((item.attributes & sparse) == 0)
@@ -116,7 +116,7 @@ Fault FileShredder::overwriteStreams(const std::vector<Stream> &streams, DoomedF
     return Fault::None;
 }
 
-// The clusters are believed when they are possible, and the same before and after the volume was opened.
+// The cluster list is used only if it is plausible, and equal before and after the volume was opened.
 bool FileShredder::overwriteClusters(const Item &, DoomedFile &file)
 {
     const std::optional<std::vector<Extent>> extents = file.extents();

@@ -6,14 +6,14 @@
 namespace securedelete
 {
 
-// Destroys single files: overwrites all that belongs to one, renames it 26 times and erases it.
+// Destroys single files: overwrites the content and all streams, renames 26 times and deletes.
 class FileShredder
 {
 public:
     FileShredder(const ShredOptions &options, Disk &disk, Overwriter &overwriter,
                  const core::CancelFlag &cancel);
 
-    // `item` is no folder and no link. The record's path and size are the item's.
+    // `item` must not be a folder or link. Path and size in the record are the item's.
     ShredRecord shred(const Item &item);
 
 private:

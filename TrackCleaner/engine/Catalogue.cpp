@@ -48,7 +48,7 @@ std::vector<FileSource> privilegedSource(const QString &root, QStringView below)
     return {{.folder = root % below, .trustedRoot = root, .privileged = true}};
 }
 
-// "C:\Users\a" is, or lies above, "C:\Users\a\AppData".
+// True if `folder` is `other` or an ancestor of it: "C:\Users\a" for "C:\Users\a\AppData".
 bool isOrHolds(const QString &folder, const QString &other)
 {
     return !other.isEmpty() && QString(other % u'\\').startsWith(folder % u'\\', Qt::CaseInsensitive);

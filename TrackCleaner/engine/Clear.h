@@ -10,28 +10,28 @@
 namespace tracks
 {
 
-// What became of a trace.
+// Outcome for a trace.
 enum class Outcome {
     Removed,
-    Vanished,    // it was gone already
-    Changed,     // it is not what was listed any more: written to, or replaced
-    ThroughLink, // the path leads somewhere else by now
+    Vanished,    // it was already gone
+    Changed,     // no longer what was listed: written to or replaced
+    ThroughLink, // the path leads somewhere else now
     InUse,
     ReadOnly,
     Denied,     // the user has no right to remove it
-    HasSubkeys, // of a value: its key holds keys that are no traces, and goes as a whole or not at all
+    HasSubkeys, // for a value: its key has subkeys that are no traces, and can only be removed as a whole
     Failed,
 };
 
 struct FileToRemove {
-    QString root; // the trusted root: no link may stand between it and the file
+    QString root; // the trusted root: no link may lie between it and the file
     QString path;
     quint64 size = 0;
     quint64 lastWriteTime = 0; // FILETIME
     quint32 attributes = 0;
 };
 
-// Removes one file for good: the one that was listed, or none. Called on the thread of clearTraces().
+// Deletes one listed file permanently, or nothing. Called on the thread of clearTraces().
 class TraceRemover
 {
 public:
@@ -55,10 +55,10 @@ struct ClearTotals {
 };
 ClearTotals totalsOf(const ClearPlan &plan);
 
-// A row that was to be cleared and is still there.
+// A row that should have been cleared but still exists.
 struct Stayed {
     Item item;
-    std::size_t row; // of the plan's list
+    std::size_t row; // in the plan's list
     Outcome why;
 };
 
@@ -77,13 +77,13 @@ class ClearListener
 public:
     virtual ~ClearListener() = default;
     virtual void itemBegins(Item item) = 0;
-    // Before each file. `done` counts files.
+    // Called before each file. `done` counts files.
     virtual void fileBegins(const QString &path, int done) = 0;
     virtual void itemCleared(Item item) = 0;
 };
 
-// Clears the plan's items in the catalogue's order. The flag is tested before each item and between files;
-// the item in hand is then told as cleared all the same, and later ones are not begun.
+// Clears the plan's items in catalogue order. The cancel flag is tested before each item and between files;
+// the current item is still reported as cleared, later ones are not started.
 ClearResult clearTraces(const ClearPlan &plan, TraceRegistry &registry, TraceRemover &remover,
                         ClearListener &listener, const core::CancelFlag &cancel);
 

@@ -8,26 +8,26 @@
 namespace tracks
 {
 
-// What the names in one folder tell about databases in it. Their journals look like log files, but hold what
-// has not reached the database yet, or what it needs to open at all:
-// - LevelDB (profiles of browsers and of many programs): 000003.log beside CURRENT and MANIFEST-000001;
+// Detects databases by the names in one folder. Their journals look like log files, but contain data that has
+// not been written to the database yet, or is needed to open it:
+// - LevelDB (profiles of browsers and many other programs): 000003.log beside CURRENT and MANIFEST-000001;
 // - ESE (web cache, Windows Search, Windows Update): edb00012.log, V0100012.log beside edb.chk, V01.chk;
-// - hives of the registry: SYSTEM.LOG, NTUSER.DAT.LOG beside SYSTEM.LOG1, NTUSER.DAT.LOG2.
-// Tell it every name of the folder, then ask about any of them.
+// - registry hives: SYSTEM.LOG, NTUSER.DAT.LOG beside SYSTEM.LOG1, NTUSER.DAT.LOG2.
+// Add every name of the folder, then query any of them.
 class DatabaseSigns
 {
 public:
-    // `folder`: the hives of Windows itself are known by where they lie.
+    // `folder`: the hives of Windows itself are recognised by their location.
     explicit DatabaseSigns(QStringView folder = {});
 
     void meet(QStringView name);
-    // Of a folder that was listed in part: what tells the database may be in the rest.
+    // For a partly listed folder: the signs may be in the part that is missing.
     void assumeLevelDb() { m_current = m_manifest = true; }
     bool isPartOfDatabase(QStringView name) const;
-    // False for nearly every folder: then only a name that is a journal anywhere can be a part of one.
+    // False for almost every folder; then only names for which isJournalAnywhere() holds can be journals.
     bool any() const { return m_systemHives || (m_current && m_manifest) || hasBases(); }
 
-    // Named like a journal of ESE that Windows itself uses, whatever lies beside it.
+    // Whether the name is an ESE journal of Windows itself, whatever lies beside it.
     static bool isJournalAnywhere(QStringView name);
 
 private:

@@ -15,7 +15,7 @@ namespace
 
 constexpr QStringView hiveName = u"HKEY_CURRENT_USER\\";
 constexpr QStringView header = u"Windows Registry Editor Version 5.00";
-constexpr qsizetype maxLine = 77; // before the backslash that continues it, as the registry editor writes
+constexpr qsizetype maxLine = 77; // before the continuation backslash, as the registry editor writes it
 
 QString quoted(QStringView text)
 {
@@ -24,7 +24,7 @@ QString quoted(QStringView text)
     return u'"' % result % u'"';
 }
 
-// The text of a REG_SZ that a quoted string can hold to the byte.
+// The text of a REG_SZ, if a quoted string represents it exactly.
 std::optional<QString> plainText(const RegistryValue &value)
 {
     constexpr qsizetype unit = sizeof(char16_t);

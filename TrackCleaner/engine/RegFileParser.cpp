@@ -15,9 +15,9 @@ namespace
 
 constexpr QStringView hiveName = u"HKEY_CURRENT_USER\\";
 constexpr QStringView header = u"Windows Registry Editor Version 5.00";
-constexpr qsizetype maxBytes = qsizetype{64} << 20; // thousands of times what such keys hold
-constexpr qsizetype maxKeyPath = 2048;              // the catalogue's keys take 100
-constexpr qsizetype maxValueName = 16383;           // of Windows
+constexpr qsizetype maxBytes = qsizetype{64} << 20; // thousands of times the size of such keys
+constexpr qsizetype maxKeyPath = 2048;              // the catalogue's keys have about 100
+constexpr qsizetype maxValueName = 16383;           // limit of Windows
 
 std::optional<QString> textOf(const QByteArray &bytes)
 {
@@ -29,7 +29,7 @@ std::optional<QString> textOf(const QByteArray &bytes)
     return text;
 }
 
-// Reads a quoted string at the start of `line` and takes it off.
+// Parses a quoted string at the start of `line` and removes it from there.
 std::optional<QString> takeQuoted(QStringView &line)
 {
     if (!line.startsWith(u'"'))
@@ -130,14 +130,14 @@ private:
     RegFileContent m_content;
 };
 
-// A line together with those that continue it.
+// Reads a line together with its continuation lines.
 bool Parser::next(QString &line)
 {
     line.clear();
     while (m_next < m_lines.size()) {
         const QStringView part = m_lines[m_next++].trimmed();
         line += part;
-        // A name may end in a backslash too, but then a quotation mark follows.
+        // A value name may end in a backslash too, but is followed by a quotation mark.
         if (!part.endsWith(u'\\'))
             return true;
         line.chop(1);

@@ -15,13 +15,13 @@ namespace tracks
 namespace
 {
 
-// Names of keys and values are the same in any case.
+// Key and value names are case-insensitive.
 QString valueId(const QString &key, const QString &name)
 {
     return QString(key % u'\n' % name).toLower();
 }
 
-// The values that are to go, each with its row.
+// The values to remove, each with its row.
 class Chosen
 {
 public:
@@ -35,7 +35,7 @@ public:
         }
     }
 
-    // As it was listed: a name that holds something else by now is another entry.
+    // Compares the data too: a value that has changed since the scan is another entry.
     bool contains(const QString &key, const RegistryValue &value) const
     {
         const auto row = m_rows.constFind(valueId(key, value.name));
@@ -69,7 +69,7 @@ void recreate(const KeySource &source, TraceRegistry &registry)
     registry.createKey(source.path());
 }
 
-// New values first: what fails in between leaves an entry twice rather than not at all.
+// Writes new values first, so that a failure leaves an entry twice rather than losing it.
 void replaceValues(const RegistryKey &key, const std::vector<RegistryValue> &values, TraceRegistry &registry)
 {
     for (const RegistryValue &value : values) {
@@ -94,7 +94,7 @@ void removeSingly(const RegistryKey &key, const Chosen &chosen, TraceRegistry &r
         if (chosen.contains(key.path, value))
             (isOrderList(value.name) ? orderLists : entries).append(value.name);
     }
-    // An order list goes when there is nothing left to put in order.
+    // The order list is removed too when no entries are left.
     const auto others = static_cast<qsizetype>(
         std::count_if(key.values.begin(), key.values.end(),
                       [](const RegistryValue &value) { return !isOrderList(value.name); }));
@@ -134,7 +134,7 @@ void clearRegistry(Item item, const ClearPlan &plan, TraceRegistry &registry, Cl
     const std::vector<RegistryKey> after = readKeys(registry, source->path(), source->withSubkeys);
     for (const RegistryKey &key : after) {
         for (const RegistryValue &value : key.values) {
-            // An order list that still serves other entries was not to go.
+            // An order list that still serves other entries was not meant to be removed.
             if (!chosen.contains(key.path, value) || (!whole && isOrderList(value.name)))
                 continue;
             const bool subkeys = whole && !source->withSubkeys && !key.subkeys.isEmpty();

@@ -6,8 +6,8 @@
 namespace tracks
 {
 
-// Clears what the plan chose of the item's key. A key of which everything is on the list is deleted and made
-// again, empty. Of any other (an entry was left out, or has come or changed since) the chosen values go one
+// Clears the plan's values from the item's keys. If every value of a key is to be removed, the key is deleted
+// and created again, empty. Otherwise (an entry was left out, added or changed since) values are deleted one
 // by one, and the rest stays usable (see withoutValues()).
 void clearRegistry(Item item, const ClearPlan &plan, TraceRegistry &registry, ClearResult &result);
 

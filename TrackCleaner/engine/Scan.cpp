@@ -17,7 +17,7 @@ namespace
 
 constexpr quint64 day = quint64{24} * 60 * 60 * 10'000'000; // FILETIME
 
-// Fills the list of one item from one of its folders.
+// Collects the traces of one item from one of its folders.
 class Collector : public core::WalkVisitor
 {
 public:
@@ -36,7 +36,7 @@ public:
     void rootCounted(int) override {}
     void entryMet() override {}
 
-    // Whatever a link leads to is not a trace of this place.
+    // Links are not followed: their targets are not traces of this location.
     bool acceptFolder(const QString &, const core::DirectoryEntry &entry) override
     {
         return m_source.recursive && !entry.mayBeLink();
@@ -75,7 +75,7 @@ void Collector::enterFolder(const QString &path, QStringView, int depth, FolderS
         return;
     if (depth > 0) {
         ++m_found.unreadableFolders;
-    } else if (m_world.probe.facts(path)) { // a folder that is not there holds no trace; one that is, may
+    } else if (m_world.probe.facts(path)) { // a missing folder holds no traces; an existing one may
         m_found.obstacle = Obstacle::NeedsAdministrator;
         m_found.obstacleFolder = m_source.folder;
     }
@@ -85,7 +85,7 @@ void Collector::file(const QString &folder, const core::DirectoryEntry &entry)
 {
     Frame &frame = m_frames.back();
     frame.signs.meet(entry.name);
-    // A link to a file, as Windows shows it. What it leads to is not a trace, and the link is none either.
+    // A link to a file, as Windows reports it. Neither the link nor its target is a trace.
     constexpr quint32 nameSurrogate = 0x20000000; // winnt.h, IsReparseTagNameSurrogate
     if ((entry.attributes & core::AttributeReparsePoint) != 0 && (entry.reparseTag & nameSurrogate) != 0)
         return;
@@ -99,7 +99,7 @@ void Collector::file(const QString &folder, const core::DirectoryEntry &entry)
 
 Keep Collector::keepOf(const core::DirectoryEntry &entry, const QString &folder) const
 {
-    // A file that was copied here today may have been written last year.
+    // Uses the creation time too: a file copied here today may have an old write time.
     const quint64 age = std::max(entry.lastWriteTime, entry.creationTime);
     if (m_item == Item::TempFiles && m_options.keepUsedToday && age + day > m_options.now)
         return Keep::UsedToday;
@@ -112,7 +112,7 @@ void Collector::leaveFolder()
 {
     const Frame frame = std::move(m_frames.back());
     m_frames.pop_back();
-    // The whole folder of the network data is one database, and it is what the user wants gone.
+    // The network data folder is a database as a whole, and the user wants it cleared.
     if (m_item == Item::NetworkData)
         return;
     const bool any = frame.signs.any();
@@ -148,7 +148,7 @@ void readValues(const KeySource &source, const ScanWorld &world, ItemTraces &fou
     }
 }
 
-// Whether the files of this folder are those that are meant: Windows' own places are no links.
+// False if the source lies behind a link: Windows' own folders are never links.
 bool isInPlace(const FileSource &source, const ScanWorld &world)
 {
     return source.folder == source.trustedRoot || !world.probe.facts(source.folder) ||

@@ -10,16 +10,16 @@
 namespace tracks
 {
 
-// Whether the user may remove single files. Any thread.
+// Tells whether the user may delete single files. Any thread.
 class RemovalRights
 {
 public:
     virtual ~RemovalRights() = default;
-    // True also when it cannot be told.
+    // Also true if it cannot be determined.
     virtual bool mayRemove(const QString &file) = 0;
 };
 
-// What a scan looks at; everything outlives the scan.
+// What a scan reads from; everything must outlive the scan.
 struct ScanWorld {
     core::DirectoryEnumerator &enumerator;
     core::FileProbe &probe;
@@ -30,7 +30,7 @@ struct ScanWorld {
 struct ScanOptions {
     ItemFlags items{};
     Locations locations;
-    bool keepUsedToday = true; // temporary files younger than a day
+    bool keepUsedToday = true; // keep temporary files younger than a day
     quint64 now = 0;           // FILETIME
     int readAheadThreads = 0;  // see core::WalkOptions
 };
@@ -42,13 +42,13 @@ public:
     virtual ~ScanListener() = default;
     virtual void itemBegins(Item item) = 0;
     virtual void folderEntered(const QString &path) = 0;
-    virtual void traceFound(int tracesSoFar) = 0; // of all items
-    // The item is complete; not called when the scan was cancelled within it.
+    virtual void traceFound(int tracesSoFar) = 0; // total of all items
+    // Called when an item is complete; not if the scan was cancelled within it.
     virtual void itemScanned(Item item, const ItemTraces &traces) = 0;
 };
 
-// Looks for the traces of the items whose flag is set, in the catalogue's order. Reads only. Links to folders
-// are not entered, and a folder that can be reached through a link only is not listed.
+// Scans for the traces of the items whose flag is set, in catalogue order. Read-only. Links to folders are
+// not followed, and a folder that lies behind a link is not listed.
 ScanResult scanTraces(const ScanOptions &options, const ScanWorld &world, ScanListener &listener,
                       const core::CancelFlag &cancel);
 

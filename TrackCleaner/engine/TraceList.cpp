@@ -24,7 +24,7 @@ public:
                            [&](const QString &word) { return texts.contains(word, Qt::CaseInsensitive); });
     }
 
-    // Less than, equal to or greater than 0, as QString::compare().
+    // Negative, 0 or positive, as QString::compare().
     int compare(std::size_t a, std::size_t b, ListKey key) const
     {
         switch (key) {
@@ -47,7 +47,7 @@ public:
 private:
     static int compareNumbers(quint64 a, quint64 b) { return a < b ? -1 : a > b ? 1 : 0; }
 
-    // Without making texts where there are some: of temporary files there are a hundred thousand.
+    // Compares file names without building strings: there may be a hundred thousand temporary files.
     int compareEntries(std::size_t a, std::size_t b) const
     {
         if (m_traces.isFile(a) && m_traces.isFile(b))

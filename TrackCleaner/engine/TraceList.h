@@ -11,23 +11,23 @@
 namespace tracks
 {
 
-// What a list of an item's traces shows of a row.
+// Columns of the list of an item's traces.
 
-// The file's name; of a value what it stands for, or its name.
+// The file name; for a value its meaning, or its name.
 QString entryText(const ScanResult &found, Item item, std::size_t row);
-// The file's folder; of a value "HKEY_CURRENT_USER\key\name".
+// The file's folder; for a value "HKEY_CURRENT_USER\key\name".
 QString placeText(const ScanResult &found, Item item, std::size_t row);
 quint64 timeOf(const ItemTraces &traces, std::size_t row); // FILETIME
 
-enum class ListKey { Found, Entry, Place, Size, Time, Keep }; // Found: as they were found
+enum class ListKey { Found, Entry, Place, Size, Time, Keep }; // Found: in scan order
 
 struct ListOrder {
     ListKey key = ListKey::Found;
     bool ascending = true;
-    QStringList words; // every one in the entry or the place, in any case
+    QStringList words; // all must occur in the entry or the place, ignoring case
 };
 
-// The rows that hold the words, in order; equal ones as they were found. Empty when cancelled.
+// The matching rows, stably sorted. Empty when cancelled.
 std::vector<quint32> arranged(const ScanResult &found, Item item, const ListOrder &order,
                               const core::CancelFlag &cancel);
 

@@ -20,9 +20,9 @@ enum RegistryType : quint32 {
 };
 
 struct RegistryValue {
-    QString name; // empty: the key's default value
+    QString name; // empty for the key's default value
     quint32 type = RegistryNone;
-    QByteArray data; // as stored, with the terminator of a text
+    QByteArray data; // as stored, including a string's terminator
 
     bool operator==(const RegistryValue &) const = default;
 };
@@ -31,31 +31,31 @@ struct RegistryKey {
     QString path;              // below HKEY_CURRENT_USER
     quint64 lastWriteTime = 0; // FILETIME
     std::vector<RegistryValue> values;
-    QStringList subkeys; // names
+    QStringList subkeys; // their names
 };
 
-// The current user's registry, as far as the traces need it. Any thread.
+// Access to the current user's registry. Any thread.
 class TraceRegistry
 {
 public:
     virtual ~TraceRegistry() = default;
 
-    // Empty when the key is missing or cannot be read.
+    // nullopt if the key is missing or cannot be read.
     virtual std::optional<RegistryKey> read(const QString &key) = 0;
 
-    // Everything below the key goes too.
+    // Deletes the key and everything below it.
     virtual bool deleteTree(const QString &key) = 0;
-    // Fails when the subkey has subkeys of its own.
+    // Fails if the subkey has subkeys of its own.
     virtual bool deleteSubkey(const QString &parent, const QString &name) = 0;
-    // True also when the key is there already; it then stays as it is.
+    // Also true if the key exists already; it is then left unchanged.
     virtual bool createKey(const QString &key) = 0;
 
     virtual bool setValue(const QString &key, const RegistryValue &value) = 0;
     virtual bool deleteValue(const QString &key, const QString &name) = 0;
 };
 
-// The key and, with `subkeys`, all keys below it, a parent before its children. Ends at a depth that no trace
-// of Windows has, since a registry link may lead to a parent of itself.
+// The key and, with `subkeys`, all keys below it, parents before children. The depth is limited, since a
+// registry link may lead to one of its own parents.
 std::vector<RegistryKey> readKeys(TraceRegistry &registry, const QString &key, bool subkeys);
 
 } // namespace tracks

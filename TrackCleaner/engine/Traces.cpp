@@ -12,7 +12,7 @@ namespace tracks
 namespace
 {
 
-// Stored UTF-16, up to the first NUL; an odd byte at the end falls away.
+// Stored UTF-16, up to the first NUL; a trailing odd byte is ignored.
 QString storedText(const QByteArray &data)
 {
     QString text(data.size() / qsizetype{sizeof(char16_t)}, Qt::Uninitialized);
@@ -25,7 +25,7 @@ QString storedText(const QByteArray &data)
 
 quint32 FileTraces::addFolder(const QString &path, const QString &trustedRoot)
 {
-    const QString kept(path.constData(), path.size()); // the walk goes on writing to its own
+    const QString kept(path.constData(), path.size()); // a deep copy: the walk reuses its buffer
     m_folders.push_back({kept, trustedRoot});
     return static_cast<quint32>(m_folders.size() - 1);
 }

@@ -16,26 +16,26 @@
 namespace tracks
 {
 
-// Why a trace that was found is not handed to the clearing.
+// Why a found trace must not be cleared.
 enum class Keep : quint8 {
     No,
-    Database,           // part of a database: the rest of it would be damaged, or lose what was written last
+    Database,           // part of a database, which would be damaged or lose recent data
     UsedToday,          // a temporary file younger than a day
-    NeedsAdministrator, // the user has no right to remove it
+    NeedsAdministrator, // the user has no right to delete it
 };
 
-// One file as it was found. `name` points into the list that it came from.
+// One file as it was found. `name` points into the list it came from.
 struct FileTrace {
     QStringView name;
-    quint32 folder = 0; // index
+    quint32 folder = 0; // index of the folder
     quint32 attributes = 0;
     quint64 size = 0;
     quint64 lastWriteTime = 0; // FILETIME
     Keep keep = Keep::No;
 };
 
-// The files of one item, in the order in which they are cleared. All names share one buffer: temporary
-// folders hold files by the hundred thousand.
+// The files of one item in clearing order. All names share one buffer: temporary folders may contain a
+// hundred thousand files.
 class FileTraces
 {
 public:
@@ -46,7 +46,7 @@ public:
     void setKeep(std::size_t index, Keep keep) { m_records[index].keep = keep; }
 
     std::size_t size() const { return m_records.size(); }
-    // Valid until the list changes or dies.
+    // Valid until the list changes or is destroyed.
     FileTrace at(std::size_t index) const;
     QString path(std::size_t index) const;
     const QString &folder(quint32 index) const { return m_folders[index].path; }
@@ -78,37 +78,37 @@ struct RegistryTrace {
     RegistryValue value;
 };
 
-// Why an item shows less than there may be.
+// Why an item may show less than there is.
 enum class Obstacle {
     None,
     NeedsAdministrator, // the folder cannot be listed with the user's rights
-    ThroughLink,        // the folder lies behind a link, so it is not the one that is meant
-    TempDriveRoot,      // see TempObstacle, here and below
+    ThroughLink,        // the folder lies behind a link, so it is not the intended one
+    TempDriveRoot,      // this and the next two: see TempObstacle
     TempHoldsSystem,
     TempNotTemporary,
     TempUnknown,
 };
 
-// What was found of one item. Rows are numbered through: the files first, then the values of the registry.
+// The traces of one item. Row numbers count the files first, then the registry values.
 struct ItemTraces {
     bool scanned = false;
     FileTraces files;
     std::vector<RegistryTrace> values;
-    quint64 bytes = 0; // of the files
+    quint64 bytes = 0; // total of the files
     Obstacle obstacle = Obstacle::None;
     QString obstacleFolder;
-    int unreadableFolders = 0; // below the item's folders; what is in them is not counted
+    int unreadableFolders = 0; // below the item's folders; their contents are not counted
 
     std::size_t count() const { return files.size() + values.size(); }
     bool isFile(std::size_t row) const { return row < files.size(); }
     const RegistryTrace &valueAt(std::size_t row) const { return values[row - files.size()]; }
     Keep keep(std::size_t row) const { return isFile(row) ? files.at(row).keep : Keep::No; }
     quint64 sizeOf(std::size_t row) const;
-    // Of a file its path, of a value "HKEY_CURRENT_USER\key\name".
+    // The path of a file, or "HKEY_CURRENT_USER\key\name" for a value.
     QString pathOf(std::size_t row) const;
 };
 
-// Frozen when the scan ends: what is cleared is on this list.
+// Immutable after the scan: only what is on this list can be cleared.
 struct ScanResult {
     std::array<ItemTraces, itemCount> items;
 
@@ -116,21 +116,21 @@ struct ScanResult {
     ItemTraces &operator[](Item item) { return items[indexOf(item)]; }
 };
 
-// What the user took out of the list. One entry a row; an empty list: nothing was.
+// What the user excluded from the list. One entry per row, or an empty list if nothing was.
 using LeftOut = std::array<std::vector<bool>, itemCount>;
 
 bool isLeftOut(const LeftOut &leftOut, Item item, std::size_t row);
 // Whether the row is to be cleared.
 bool isChosen(const ScanResult &result, const LeftOut &leftOut, Item item, std::size_t row);
 
-// The same entries left out of a newer list.
+// Transfers the exclusions to a newer list.
 LeftOut carriedOver(const ScanResult &from, const LeftOut &leftOut, const ScanResult &to);
 
-// The text that a value of the registry stands for: the command without the mark at its end, the words
-// searched for, the name of the document. Empty when it is no text (an order list).
+// The readable content of a registry value: the command without its end mark, the search words, the document
+// name. Empty if it has none (an order list).
 QString valueText(Item item, const RegistryValue &value);
 
-// Whether this value keeps the order of the others and is no entry of its own ("MRUList", "MRUListEx").
+// Whether this value stores the order of the others and is no entry itself ("MRUList", "MRUListEx").
 bool isOrderList(QStringView valueName);
 
 } // namespace tracks
