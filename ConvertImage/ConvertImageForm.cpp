@@ -29,7 +29,7 @@ namespace stored = conversion::stored;
 namespace
 {
 
-constexpr int maxThreads = 8; // more do not pay: disk and memory are shared
+constexpr int maxThreads = 8; // more do not help: disk and memory bandwidth are shared
 
 bool isDocument(const conversion::Settings &settings)
 {
@@ -116,7 +116,7 @@ void ConvertImageForm::convert()
     convertList(m_page->sources()->paths());
 }
 
-// The disk is asked by a worker: a share that is away takes its time to say so.
+// The disk is checked on a worker: an unreachable share takes long to fail.
 void ConvertImageForm::convertList(const QStringList &sources)
 {
     if (m_jobs.isBusy() || m_search.isBusy() || sources.isEmpty() || !chooseTarget())
@@ -132,20 +132,20 @@ void ConvertImageForm::convertList(const QStringList &sources)
             auto prepared = job.takeResult();
             if (!prepared || job.stopRequested())
                 return;
-            // After the job's host is through with it: a dialog runs an event loop of its own.
+            // Queued, since a dialog runs an event loop: the job host must have finished with this job first.
             QMetaObject::invokeMethod(
                 this,
                 [this, sources, prepared = std::move(*prepared)] {
                     if (prepared.first == this->settings())
                         begin(sources, prepared.second);
                     else
-                        convertList(sources); // they were changed meanwhile
+                        convertList(sources); // the settings have changed meanwhile
                 },
                 Qt::QueuedConnection);
         });
 }
 
-// False when the user does not say where the outputs go.
+// False if the user cancels the choice of a folder.
 bool ConvertImageForm::chooseTarget()
 {
     m_documentIsFresh = false;
@@ -156,7 +156,7 @@ bool ConvertImageForm::chooseTarget()
         m_binding.show({{stored::pdfFileName.name.toString(),
                          platform::dialogs().chooseFileToSave(this, tr("PDF document"), {},
                                                               tr("PDF documents (*.pdf)"))}});
-        m_documentIsFresh = true; // the file dialog has asked
+        m_documentIsFresh = true; // the file dialog has asked about replacing already
         return !this->settings().pdfFileName.isEmpty();
     }
     if (!settings.besideSource && settings.outputFolder.isEmpty())
@@ -183,8 +183,8 @@ void ConvertImageForm::begin(const QStringList &sources, const PreparedRun &prep
     start(std::move(files), Existing::List);
 }
 
-// A thousand pictures without their mark are not what anybody wants. A document whose path was remembered is
-// asked about, as nobody has just said that it is to go.
+// Asks before starting if a mark cannot be drawn, if the output folder is missing, or if the document exists
+// and its path was remembered: then the user has not agreed to replace it this time.
 bool ConvertImageForm::mayStart(const PreparedRun &prepared)
 {
     const conversion::Settings settings = this->settings();
@@ -205,7 +205,7 @@ bool ConvertImageForm::mayStart(const PreparedRun &prepared)
                  tr("The folder \"%1\" does not exist. Create it?").arg(settings.outputFolder));
 }
 
-// Sources of one output: the user sees other names for them, and decides.
+// Several sources have the same output: shows other names for them and lets the user decide.
 bool ConvertImageForm::settleClashes(std::vector<PlannedFile> &files,
                                      const std::vector<PlannedFile> &resolved)
 {
@@ -258,7 +258,7 @@ ConversionJob ConvertImageForm::makeJob(std::vector<PlannedFile> files, Existing
 
 void ConvertImageForm::start(std::vector<PlannedFile> files, Existing existing)
 {
-    m_page->refreshPreview(); // what is kept of a source is read again after the run
+    m_page->refreshPreview(); // the cached source is reloaded after the run
     const int count = static_cast<int>(files.size());
     auto *thread = new ConvertImagesThread(makeJob(std::move(files), existing));
     connect(thread, &ConvertImagesThread::currentFile, &m_jobs.relay(), &core::ProgressRelay::setPath,
@@ -266,7 +266,7 @@ void ConvertImageForm::start(std::vector<PlannedFile> files, Existing existing)
     connect(thread, &ConvertImagesThread::fileFinished, &m_jobs.relay(), &core::ProgressRelay::setItems,
             Qt::DirectConnection);
     m_progress->begin(count);
-    m_clock.start(); // the user's time for answers is not counted
+    m_clock.start(); // the time that the user takes to answer is not counted
     m_pages->setCurrentWidget(m_progress);
     m_jobs.start({.busyText = tr("the conversion of pictures"),
                   .progress =
@@ -286,7 +286,7 @@ void ConvertImageForm::onEnded(ConvertImagesThread &thread)
         showResults();
         return;
     }
-    // After the job's host is through with this one: a dialog runs an event loop of its own.
+    // Queued, since a dialog runs an event loop: the job host must have finished with this job first.
     QMetaObject::invokeMethod(
         this,
         [this] {
@@ -309,7 +309,7 @@ void ConvertImageForm::takeResults(std::vector<FileResult> results)
     }
 }
 
-// False when there is nothing to ask, or nothing to do after the answers.
+// False if there is nothing to ask, or nothing left to convert after the answers.
 bool ConvertImageForm::askAboutExisting()
 {
     QStringList outputs;
@@ -360,6 +360,6 @@ void ConvertImageForm::showResults()
 
 void ConvertImageForm::tryAgain()
 {
-    // A document is made of all its pages again: of those that failed alone, it would lose the others.
+    // A document is converted as a whole: with the failed pages alone it would lose the others.
     convertList(isDocument(settings()) ? m_run.sources : m_results->failedSources());
 }

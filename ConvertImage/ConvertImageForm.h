@@ -24,8 +24,8 @@ namespace imaging
 class DecoderPool;
 }
 
-// The bulk image converter: the page with the pictures and settings, the progress of a run, the question
-// about files that exist, and the list of what became of each file.
+// The bulk image converter: the page with the images and settings, the progress of a run, the question about
+// existing files, and the list of results.
 class ConvertImageForm : public FLWidget
 {
     Q_OBJECT
@@ -34,27 +34,27 @@ public:
     explicit ConvertImageForm(QWidget *parent = nullptr);
     ~ConvertImageForm() override;
 
-    conversion::Settings settings() const; // as the controls show them
+    conversion::Settings settings() const; // as shown by the controls
 
 public slots:
-    // Files and folders of any kind; looked at by a worker.
+    // Accepts any files and folders; a worker searches them for images.
     void addPaths(const QStringList &paths);
     void convert();
 
 signals:
-    void resultsShown(); // for whoever watches the form from outside
+    void resultsShown(); // for observers outside the form (tests)
 
 private:
-    // One run, and what is run again after the user's answers.
+    // A run, including what is repeated after the user's answers.
     struct Run {
         QStringList sources; // all of them
         std::vector<conversion::FileResult> results;
-        QString error; // of the run as a whole
+        QString error; // concerns the whole run
         bool cancelled = false;
     };
 
     void buildPages();
-    // What becomes of outputs that are there already.
+    // How outputs that already exist are treated.
     enum class Existing { List, Replace, KeepBoth };
 
     bool chooseTarget();
@@ -78,12 +78,12 @@ private:
     ConvertProgressForm *m_progress;
     ConvertResultPage *m_results;
     Run m_run;
-    QStringList m_waiting;                           // to be added when the search has ended
-    std::vector<conversion::PlannedFile> m_keepBoth; // to be converted after those that replace
-    QSet<QString> m_skipped;                         // sources whose outputs the user wants to keep
+    QStringList m_waiting;                           // added when the current search has finished
+    std::vector<conversion::PlannedFile> m_keepBoth; // converted after those that replace
+    QSet<QString> m_skipped;                         // sources whose existing outputs are kept
     QElapsedTimer m_clock;
-    qint64 m_milliseconds = 0;      // of the run so far
-    bool m_documentIsFresh = false; // its path was chosen just now
-    JobHost m_search;               // for pictures among what was added; the look at the output folder
-    JobHost m_jobs;                 // last: its worker ends first
+    qint64 m_milliseconds = 0;      // accumulated over the run
+    bool m_documentIsFresh = false; // its path has just been chosen
+    JobHost m_search;               // searches added folders for images; checks the output folder
+    JobHost m_jobs;                 // last member: its worker is stopped first
 };

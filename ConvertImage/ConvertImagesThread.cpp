@@ -50,11 +50,11 @@ void ConvertImagesThread::work()
         convertToPdf(sources, m_job.files.front().output, m_job.options, files, listener, cancelFlag());
 }
 
-// Makes the folders of the outputs, and clears what a run that crashed has left in them. Where one cannot be
-// made, each of its files fails with the reason.
+// Creates the output folders, and removes temporary files that a crashed run left there. If a folder cannot
+// be created, each of its files fails with the reason.
 void ConvertImagesThread::prepareFolders() const
 {
-    QHash<QString, QString> folders; // by their names in small letters
+    QHash<QString, QString> folders; // by lower-case name
     for (const conversion::PlannedFile &file : m_job.files) {
         const QString folder = conversion::folderOf(file.output);
         folders.insert(folder.toLower(), folder);

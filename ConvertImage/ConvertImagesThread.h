@@ -14,16 +14,16 @@ class DecoderPool;
 }
 
 struct ConversionJob {
-    std::vector<conversion::PlannedFile> files; // for one document: its pages, with that output each
-    QString markPath;                           // the picture of the watermark; empty for none
+    std::vector<conversion::PlannedFile> files; // for a document: its pages, all with the same output
+    QString markPath;                           // the watermark image; empty for none
     conversion::RunOptions options;
-    QString outputFolder;   // is made when it is missing; empty: outputs lie beside their sources
-    bool freeNames = false; // outputs get names that nothing bears yet
+    QString outputFolder;   // created if missing; if empty, outputs are written beside their sources
+    bool freeNames = false; // outputs get names that do not exist yet
     bool keepTimes = false;
     std::shared_ptr<imaging::DecoderPool> decoders;
 };
 
-// Converts a list of files. Both lists of finish() are in the order of the sources.
+// Converts a list of files. Both lists of finish() are in source order.
 class ConvertImagesThread : public core::WorkerThread
 {
     Q_OBJECT
@@ -31,16 +31,16 @@ class ConvertImagesThread : public core::WorkerThread
 public:
     explicit ConvertImagesThread(ConversionJob job);
 
-    // After done().
+    // Valid after done().
     std::vector<conversion::FileResult> takeResults() { return std::move(m_results); }
-    // Of what was written so far: the bytes of sources less those of outputs. Any thread.
+    // Total size of the converted sources minus that of their outputs, so far. Any thread.
     qint64 bytesSaved() const { return m_bytesSaved; }
 
 signals:
-    // On the worker's threads, in the order of the list; take them with a direct connection into a relay.
+    // Emitted on worker threads, in list order; connect directly to a relay.
     void currentFile(const QString &source);
     void fileFinished(int count);
-    // One of the two ends every run: the outputs that existed already, and their sources.
+    // One of these two ends every run: the outputs that existed already, and their sources.
     void finish(const QStringList &existingOutputs, const QStringList &theirSources);
     void cancelled();
 

@@ -35,7 +35,7 @@
 namespace
 {
 
-// Rows as wide as the list, which has no scroll bar below it.
+// Rows as wide as the list, which has no horizontal scroll bar.
 class SourceRowDelegate : public FileRowDelegate
 {
 public:
@@ -83,12 +83,12 @@ ConvertPage::ConvertPage(std::shared_ptr<imaging::DecoderPool> decoders, Setting
     page->addWidget(m_header);
     page->addWidget(m_notice);
     page->addWidget(columns, 1);
-    // A moved slider tells of every step; the picture follows once a few milliseconds are over.
+    // A moving slider emits every step; the preview is updated after a short pause.
     m_wishTimer.setSingleShot(true);
     m_wishTimer.setInterval(10);
     connect(&m_wishTimer, &QTimer::timeout, this, &ConvertPage::wishPreview);
     connect(m_binding, &SettingsBinding::changed, &m_wishTimer, qOverload<>(&QTimer::start));
-    // What the file will take is never told of settings that have changed.
+    // The estimated size is hidden as soon as a setting changes.
     connect(m_binding, &SettingsBinding::changed, this, [this] { m_facts->setText(m_sizes); });
     connect(m_sources, &SourceModel::changed, this, &ConvertPage::showList);
     connect(m_renderer, &PreviewRenderer::rendered, this, &ConvertPage::showPicture);
@@ -158,7 +158,7 @@ void ConvertPage::addTools(QHBoxLayout *row)
     controls::shortcut(m_list, QKeySequence::Delete, [this] { removeSelected(); });
     auto *more = controls::toolButton(
         this, {.objectName = "listMenuButton", .image = "Settings24", .text = tr("Sort and more")});
-    auto *menu = new QMenu(more); // opened again and again
+    auto *menu = new QMenu(more); // reused each time
     const std::pair<SourceModel::Order, QString> orders[] = {{SourceModel::Order::Name, tr("Sort by name")},
                                                              {SourceModel::Order::Type, tr("Sort by type")},
                                                              {SourceModel::Order::Size, tr("Sort by size")},
@@ -202,7 +202,7 @@ QWidget *ConvertPage::makePreview()
         QToolButton *tool = controls::toolButton(middle, button, showText);
         connect(tool, &QToolButton::clicked, m_preview, clicked);
         row->addWidget(tool);
-        setTabOrder(tool, m_preview); // after the last of them
+        setTabOrder(tool, m_preview); // after the last tool button
     };
     row->addWidget(m_zoom);
     add({.objectName = "zoomOutButton", .image = "ZoomOut24", .text = tr("Zoom out")}, &PreviewView::zoomOut);
@@ -221,7 +221,7 @@ QWidget *ConvertPage::makePreview()
     column->addWidget(m_preview, 1);
     column->addWidget(m_facts);
     connect(m_renderer, &PreviewRenderer::estimated, this, [this](qint64 bytes) {
-        if (bytes > 0 && !m_wishTimer.isActive()) // else the settings have changed since
+        if (bytes > 0 && !m_wishTimer.isActive()) // otherwise the settings have changed since
             m_facts->setText(m_sizes + tr(", about %1").arg(core::sizeText(static_cast<quint64>(bytes))));
     });
     return middle;
@@ -254,7 +254,7 @@ QWidget *ConvertPage::makeSettings()
     column->setSpacing(theme::spaceSnug);
     column->addLayout(row);
     column->addWidget(m_settings, 1);
-    side->setMinimumWidth(312); // the names of all tabs
+    side->setMinimumWidth(312); // fits the names of all tabs
     fillPresets();
     return side;
 }

@@ -21,7 +21,7 @@ class QToolButton;
 class SettingsBinding;
 class SettingsPanel;
 
-// Where a conversion is prepared: the list of pictures, the live preview of the selected one, and the
+// The page on which a conversion is set up: the list of images, a live preview of the selected one, and the
 // settings.
 class ConvertPage : public DropFrame
 {
@@ -33,7 +33,7 @@ public:
 
     SourceModel *sources() const { return m_sources; }
     NoticeBar *notice() const { return m_notice; }
-    // The preview's picture is read again: files may have changed.
+    // Reloads the preview's source: files may have changed.
     void refreshPreview();
 
 signals:
@@ -69,7 +69,7 @@ private:
     QStackedLayout *m_listStack = nullptr;
     QLabel *m_totals = nullptr;
     PreviewView *m_preview = nullptr;
-    QString m_sizes; // of the picture, before and after
+    QString m_sizes; // of the image, before and after
     QLabel *m_facts = nullptr;
     QLabel *m_zoom = nullptr;
     QComboBox *m_presets = nullptr;

@@ -8,7 +8,7 @@
 #include <QComboBox>
 #include <QInputDialog>
 
-// A name that is taken is asked about: the set of that name is replaced.
+// Asks before replacing a preset of the same name.
 void ConvertPage::savePreset()
 {
     QInputDialog ask(this);

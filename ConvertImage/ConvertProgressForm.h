@@ -9,7 +9,7 @@ class QLabel;
 class QProgressBar;
 class QPushButton;
 
-// Shown while pictures are converted.
+// Shown while images are converted.
 class ConvertProgressForm : public QWidget
 {
     Q_OBJECT

@@ -20,7 +20,7 @@ QString tr(const char *text)
     return QCoreApplication::translate("DiskFiles", text);
 }
 
-// Why it was not decoded.
+// Why the image could not be decoded.
 QString refusal(const QString &path, bool isTooLarge)
 {
     if (isTooLarge)
@@ -41,7 +41,7 @@ public:
 
     Placed place(bool replace, QString &problem) override
     {
-        m_file.file().flush(); // a later write would give it the time of now
+        m_file.file().flush(); // a later write would set the current time again
         if (m_time.isValid())
             m_file.file().setFileTime(m_time, QFileDevice::FileModificationTime);
         switch (m_file.place(replace, problem)) {
@@ -56,7 +56,7 @@ public:
     }
     QString explained(const QString &problem) override
     {
-        constexpr quint64 room = 1 << 20; // a write that was cut short has taken nearly all that there was
+        constexpr quint64 room = 1 << 20; // after a short write the disk is nearly full
         const QString folder = QFileInfo(m_file.file().fileName()).path();
         return QFileInfo(folder).isDir() && platform::freeBytes(folder) < room ? tr("The disk is full")
                                                                                : problem;

@@ -12,12 +12,12 @@ namespace imaging
 class DecoderPool;
 }
 
-// The disk for a conversion: sources are decoded in processes of their own, outputs written through
+// File access for a conversion: sources are decoded in separate processes, outputs are written through
 // platform::NewFile. Any thread.
 class DiskFiles : public conversion::ConversionFiles
 {
 public:
-    // `keepTimes`: outputs get the time of their sources.
+    // `keepTimes`: outputs get the file times of their sources.
     DiskFiles(std::shared_ptr<imaging::DecoderPool> decoders, const core::CancelFlag &cancel, bool keepTimes);
 
     Source load(const QString &path, bool withMetadata,

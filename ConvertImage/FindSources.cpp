@@ -30,7 +30,7 @@ bool isPicture(QStringView name)
     return dot >= 0 && pictureExtensions().contains(name.mid(dot).toString(), Qt::CaseInsensitive);
 }
 
-// FILETIME: hundreds of nanoseconds since 1601.
+// FILETIME: units of 100 ns since 1601.
 quint64 fileTime(const QDateTime &time)
 {
     constexpr qint64 from1601To1970 = 11'644'473'600'000; // milliseconds
@@ -55,7 +55,7 @@ public:
         while (m_root.endsWith(u'\\') || m_root.endsWith(u'/'))
             m_root.chop(1);
         const QString name = m_root.mid(std::max(m_root.lastIndexOf(u'\\'), m_root.lastIndexOf(u'/')) + 1);
-        m_name = name.endsWith(u':') ? QString() : name; // a drive has none
+        m_name = name.endsWith(u':') ? QString() : name; // a drive root has no name
     }
 
     void rootCounted(int) override {}
@@ -83,7 +83,7 @@ public:
     void leaveFolder() override {}
 
 private:
-    QString m_root; // without a separator at its end
+    QString m_root; // without a trailing separator
     QString m_name;
     bool m_withSubfolders;
     FoundSources &m_found;

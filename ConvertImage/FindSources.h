@@ -15,13 +15,13 @@ class DirectoryEnumerator;
 
 struct FoundSources {
     std::vector<SourceFile> files;
-    int others = 0; // given files that are gone, or only in a cloud store
+    int others = 0; // given files that do not exist or are only in the cloud
     int unread = 0; // folders that could not be listed
 };
 
-// Disk. The pictures among what the user gave: files as they are, whatever their name, and of folders the
-// files that are called like raster images, sorted by name, with or without those of subfolders. Links to
-// folders are not entered.
+// Does disk I/O. Finds the images in what the user added: given files are taken whatever their name; folders
+// are searched for files with the extension of a raster image, sorted by name, with or without subfolders.
+// Links to folders are not followed.
 FoundSources findSources(const QStringList &given, bool withSubfolders, core::DirectoryEnumerator &enumerator,
                          const core::CancelFlag &cancel);
 

@@ -10,16 +10,16 @@ namespace imaging
 class DecoderPool;
 }
 
-// What has to be known before a conversion begins.
+// What must be known before a conversion starts.
 struct PreparedRun {
     std::vector<conversion::PlannedFile> files;
-    std::vector<conversion::PlannedFile> resolved; // the same, each with an output of its own
-    bool folderMissing = false;                    // the output folder
-    bool documentExists = false;                   // the PDF
-    bool markIsUnreadable = false;                 // the picture of the watermark
+    std::vector<conversion::PlannedFile> resolved; // the same files, with name clashes resolved
+    bool folderMissing = false;                    // the output folder does not exist
+    bool documentExists = false;                   // the PDF exists already
+    bool markIsUnreadable = false;                 // the watermark image cannot be read
 };
 
-// Disk. `subfolders` as those of conversion::plannedFiles().
+// Does disk I/O. `subfolders` as for conversion::plannedFiles().
 PreparedRun prepareRun(const QStringList &sources, const QHash<QString, QString> &subfolders,
                        const conversion::Settings &settings, imaging::DecoderPool &decoders,
                        const core::CancelFlag &cancel);

@@ -16,7 +16,7 @@ namespace
 
 constexpr int maxLooks = 600;
 constexpr int thumbnailThreads = 2;
-constexpr int thumbnailSide = 96; // pixels, for screens of up to twice the scale
+constexpr int thumbnailSide = 96; // pixels, for up to 200 % scaling
 
 QString nameOf(const QString &path)
 {
@@ -92,7 +92,7 @@ void SourceModel::wish(const QString &path) const
     m_threads.start(
         [self, path, decoders = m_decoders] {
             auto examined = std::make_shared<imaging::Examination>();
-            // One that is too small to be compared has no examination, but has a look.
+            // An image too small for a fingerprint has no examination, but still gets a thumbnail.
             if (auto found = decoders->examine(path, {}, self->m_cancel))
                 *examined = std::move(*found);
             else if (auto picture = decoders->picture(path, self->m_cancel))
@@ -168,7 +168,7 @@ void SourceModel::clear()
 void SourceModel::sortBy(Order order)
 {
     emit layoutAboutToBeChanged();
-    const QModelIndexList kept = persistentIndexList(); // what is selected stays so
+    const QModelIndexList kept = persistentIndexList(); // keeps the selection
     QStringList keptPaths;
     for (const QModelIndex &index : kept)
         keptPaths.append(path(index));

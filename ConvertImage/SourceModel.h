@@ -23,12 +23,12 @@ struct SourceFile {
     QString path;
     quint64 bytes = 0;
     quint64 lastWriteTime = 0; // FILETIME
-    QString subfolder = {};    // from the folder that was added, with its name: "Holiday\\day 1"
+    QString subfolder = {};    // relative to the parent of the added folder: "Holiday\\day 1"
 };
 Q_DECLARE_METATYPE(std::vector<SourceFile>)
 
-// The pictures to convert, in the order in which they will be. Thumbnails are made by a few threads when a
-// row is painted for the first time, the latest wish first; a few hundred are kept.
+// The images to convert, in conversion order. Thumbnails are loaded by a few threads when a row is first
+// painted, latest request first; a few hundred are cached.
 class SourceModel : public QAbstractListModel
 {
     Q_OBJECT
@@ -42,7 +42,7 @@ public:
     int rowCount(const QModelIndex &parent = {}) const override;
     QVariant data(const QModelIndex &index, int role) const override;
 
-    // Files that are in the list already are passed over. Returns how many were added.
+    // Skips files that are already in the list. Returns how many were added.
     int add(const std::vector<SourceFile> &files);
     void remove(QModelIndexList rows);
     void clear();
@@ -50,18 +50,18 @@ public:
 
     QString path(const QModelIndex &index) const;
     QStringList paths() const;
-    // Of those that came with a folder: where they lie in it, by path.
+    // Subfolder by path, for files that were added with a folder.
     QHash<QString, QString> subfolders() const;
     quint64 totalBytes() const;
-    // "JPG, PNG and 2 more": by the names of the files.
+    // "JPG, PNG and 2 more", by file extension.
     QString formats() const;
 
 signals:
-    void changed(); // rows came or went, or changed their places
+    void changed(); // rows were added, removed or moved
 
 private:
     struct Look {
-        QPixmap thumbnail; // null: it cannot be read
+        QPixmap thumbnail; // null if it cannot be read
         QSize size;
         QString format;
     };
@@ -75,6 +75,6 @@ private:
     core::CancelFlag m_cancel;
     mutable QCache<QString, Look> m_looks;
     mutable QSet<QString> m_wished;
-    mutable int m_wishes = 0; // their number so far, by which later ones come first
+    mutable int m_wishes = 0; // number of requests so far, used as priority: later ones come first
     mutable QThreadPool m_threads;
 };

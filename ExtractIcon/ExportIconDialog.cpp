@@ -100,7 +100,7 @@ void ExportIconDialog::buildContent()
     QMetaObject::connectSlotsByName(this);
 }
 
-// Each new row goes to the top, so row 0 is the last image.
+// Each new row is inserted at the top, so row 0 is the last image.
 void ExportIconDialog::fillList()
 {
     for (const icons::IconImage &image : m_choice.images) {
@@ -278,7 +278,7 @@ void ExportIconDialog::on_cancelButton_clicked()
     reject();
 }
 
-// During an export it is the export that is given up; what has been written stays.
+// During an export this cancels the export; files already written are kept.
 void ExportIconDialog::reject()
 {
     if (m_job->isBusy()) {

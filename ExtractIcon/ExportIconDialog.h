@@ -12,18 +12,17 @@ class QLineEdit;
 class QListWidget;
 class QPushButton;
 
-// Exports one icon, or several at once: of one it offers each image, of several each size and depth that one
-// of them has. Check marks count for PNG; an icon file always holds all sizes. Deletes itself when it is
-// done.
+// Exports one icon or several: for one it lists each image, for several each combination of size and depth
+// that occurs. Check marks apply to PNG; an icon file always contains all sizes. Deletes itself when done.
 class ExportIconDialog : public QDialog
 {
     Q_OBJECT
 
 public:
     struct Choice {
-        QString source; // the file with the icons
+        QString source; // the file that contains the icons
         QList<icons::IconRecord> records;
-        QList<icons::IconImage> images; // of one icon, in the order of its directory; else empty
+        QList<icons::IconImage> images; // for a single icon, in directory order; otherwise empty
     };
 
     ExportIconDialog(Choice choice, QWidget *parent);
@@ -38,7 +37,7 @@ public slots:
     void on_cancelButton_clicked();
 
 signals:
-    // How many files have been written, and the first of them.
+    // The number of written files, and the first of them.
     void exported(int files, const QString &first);
 
 private:
@@ -54,7 +53,7 @@ private:
     void finish(const icons::ExportResult &result, const QString &error);
 
     const Choice m_choice;
-    // One a row of the list, in the order of the directory: the list shows them reversed.
+    // One per row, in directory order; the list shows them reversed.
     QList<icons::ImageFacts> m_sizes;
     QListWidget *m_list;
     QLineEdit *m_name;

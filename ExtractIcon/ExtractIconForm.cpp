@@ -40,9 +40,9 @@ namespace
 {
 
 constexpr int listIconSide = icons::IconListModel::iconSide;
-constexpr int thumbnailSide = 2 * listIconSide; // for screens of 200 %
+constexpr int thumbnailSide = 2 * listIconSide; // for up to 200 % scaling
 constexpr int thumbnailBatch = 24;
-constexpr int sizesWidth = 310; // an icon of 256 pixels and its margins
+constexpr int sizesWidth = 310; // an icon of 256 pixels with margins
 
 } // namespace
 
@@ -251,7 +251,7 @@ void ExtractIconForm::addRecords(QList<icons::IconRecord> records)
     postRefresh();
 }
 
-// The window passes the message on to this page. A window that is none of ours has nothing to pass it to.
+// Posted to the main window, which forwards the message to this page. Other windows do not.
 void ExtractIconForm::postRefresh()
 {
     if (!platform::postToWindow(window()->winId(), platform::messageRefreshIconExtractor))
@@ -306,7 +306,7 @@ void ExtractIconForm::OnSelectionChanged(const QItemSelection &, const QItemSele
     showSizes();
 }
 
-// Of the one that was selected last, when there are several.
+// With several selected icons, those of the current one.
 void ExtractIconForm::showSizes()
 {
     const QModelIndex current = m_list->currentIndex();
@@ -407,7 +407,7 @@ void ExtractIconForm::showFiltered(const QString &number)
     if (m_model.rowCount() > 0)
         m_count->setText(number.isEmpty() ? tr("%1 icons").arg(found)
                                           : tr("%1 of %2 icons").arg(found).arg(m_model.rowCount()));
-    // The number itself comes before those that only hold it.
+    // An exact match of the number comes before partial ones.
     for (int row = 0; row < found; ++row) {
         if (m_proxy->index(row, 0).data().toString() == number.trimmed()) {
             m_list->setCurrentIndex(m_proxy->index(row, 0));

@@ -21,8 +21,9 @@ class QSortFilterProxyModel;
 class QStackedLayout;
 class SearchLine;
 
-// The icon extractor: the icons of a library, a program or an icon file, all sizes of the selected one, and
-// their export. Files are read and decoded by threads; the list grows when the window passes on message 1131.
+// The icon extractor: lists the icons of a library, program or icon file, shows all sizes of the selected
+// one, and exports them. Files are read and decoded on worker threads; the list is updated when the window
+// forwards message 1131.
 class ExtractIconForm : public FLWidget
 {
     Q_OBJECT
@@ -32,7 +33,7 @@ public:
 
     void shellEvent(ShellEvent event, quint32 value) override;
 
-    // Shows the icons of a file, by its absolute path. A newer call takes the place of an older one.
+    // Shows the icons of a file, given by absolute path. A later call replaces an earlier one.
     void open(const QString &path);
 
 public slots:
@@ -78,7 +79,7 @@ private:
     IconSizesView *m_sizes = nullptr;
     QStackedLayout *m_body = nullptr;
     QAction *m_reveal = nullptr;
-    QString m_exported; // the first file of the last export
+    QString m_exported; // first file of the last export
     core::LatestAnswer m_loading;
     core::LatestAnswer m_reading;  // the sizes of the selected icon
     core::LatestAnswer m_choosing; // the images of the icon to export

@@ -69,7 +69,7 @@ void exportImages(const StoredIcon &icon, const ExportTask &task, const QString 
     }
 }
 
-// Calls `found` with each icon of the task that can still be read.
+// Calls `found` for each icon of the task that can still be read.
 template <class Found>
 ExportResult eachIcon(const ExportTask &task, const core::CancelFlag &cancel, Found found)
 {

@@ -9,31 +9,31 @@
 
 #include <functional>
 
-// Writing icons to disk. Any thread; reads the file with the icons once more, since it may have changed.
+// Writes icons to disk. Any thread; reads the source file again, since it may have changed.
 namespace icons
 {
 
 struct ExportTask {
-    QString source;     // the file with the icons
-    QList<quint32> ids; // the icons
-    QString folder;     // into which PNG files, or several icon files, go
-    QString name;       // the first part of their names; with several icons the number follows
-    // PNG: which images of an icon. Gets its facts and its place in the directory.
+    QString source;     // the file that contains the icons
+    QList<quint32> ids; // the icons to export
+    QString folder;     // target folder for PNG files, or for several icon files
+    QString name;       // start of the file names; with several icons the number is appended
+    // PNG: selects images of an icon, by their facts and their index in the directory.
     std::function<bool(const ImageFacts &facts, qsizetype index)> isWanted = {};
-    QString file = {}; // of one icon: the icon file to write, whatever folder and name say
+    QString file = {}; // for a single icon: the icon file to write; folder and name are then ignored
 };
 
 struct ExportResult {
-    int written = 0;      // files
-    QStringList failures; // "name: why", in words for the user
-    QString firstWritten; // to show in Explorer
+    int written = 0;      // number of files
+    QStringList failures; // "name: reason", for the user
+    QString firstWritten; // selected in Explorer
 };
 
-// The wanted images, each as "name_48x48_32bits.png". An image that cannot be decoded or written does not
-// keep the others from being written.
+// Writes the wanted images as "name_48x48_32bits.png". An image that cannot be decoded or written does not
+// stop the others.
 ExportResult exportPng(const ExportTask &task, const core::CancelFlag &cancel);
 
-// Each icon with all its sizes, the images as they are stored.
+// Writes each icon with all sizes, with the images as they are stored.
 ExportResult exportIco(const ExportTask &task, const core::CancelFlag &cancel);
 
 } // namespace icons

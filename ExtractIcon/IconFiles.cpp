@@ -16,7 +16,7 @@ namespace icons
 namespace
 {
 
-// An icon file has a dozen images of at most a quarter of a megabyte.
+// A usual icon file contains a dozen images of at most 256 KB.
 constexpr qint64 maxIconFile = qint64(256) << 20;
 
 class ModuleSource final : public IconSource
@@ -24,7 +24,7 @@ class ModuleSource final : public IconSource
 public:
     explicit ModuleSource(const QString &path) : m_library(path)
     {
-        if (!m_library.isLoaded()) // the text is the same for every module
+        if (!m_library.isLoaded()) // the same text for every module
             qDebug().noquote() << QString::asprintf("Could not load fmapi.dll, Error #%d.\n",
                                                     static_cast<int>(m_library.error()));
     }

@@ -8,25 +8,24 @@
 
 #include <memory>
 
-// Files with icons: libraries of Windows, modules and icon files. Functions that touch the disk may be called
-// from any thread.
+// Files that contain icons: Windows libraries, modules and icon files. Functions that do disk I/O may be
+// called from any thread.
 namespace icons
 {
 
-// The libraries of Windows that the menu offers, in its order.
+// The Windows libraries in the menu, in its order.
 QStringList libraryNames();
-// Where Windows keeps that library: explorer.exe in its own folder, all others in System32.
+// The path of such a library: explorer.exe is in the Windows folder, all others in System32.
 QString libraryPath(const QString &name);
 
-// Disk. The icons of a file. A file that begins like an executable is loaded as data; any other is read as an
-// icon file. Never null: a file that cannot be read has no icons. Since Windows 10 1903 the libraries of
-// Windows keep theirs in SystemResources\NAME.mun; a module of the Windows folder without icons of its own
-// is followed there.
+// Does disk I/O. Opens a file with icons. Executables are loaded as data; anything else is parsed as an icon
+// file. Never null: an unreadable file has no icons. Since Windows 10 1903 the icons of system libraries are
+// in SystemResources\NAME.mun, which is used for modules of the Windows folder without icons of their own.
 std::unique_ptr<IconSource> openIcons(const QString &path, const QString &windowsFolder);
 std::unique_ptr<IconSource> openIcons(const QString &path);
 
-// Disk. Writes to a temporary name beside the target and replaces the target in one step. Returns why it
-// failed, in words for the user; empty when it did not.
+// Does disk I/O. Writes to a temporary file beside the target and replaces the target in one step. Returns an
+// empty string on success, otherwise the reason for the user.
 QString writeFile(const QString &path, const QByteArray &bytes);
 
 } // namespace icons

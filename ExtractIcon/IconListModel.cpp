@@ -65,7 +65,7 @@ QVariant IconListModel::data(const QModelIndex &index, int role) const
             sizes.append(sizeAndDepth(facts));
         return sizes.join(QLatin1Char('\n'));
     }
-    case Qt::SizeHintRole: // the same before the picture is there, since the view measures once
+    case Qt::SizeHintRole: // constant, also before the image is decoded: the view measures once
         return cellSize;
     default:
         return {};

@@ -9,31 +9,31 @@
 namespace icons
 {
 
-// Every icon of the file that was opened last, with the pictures as far as they are decoded. The whole
-// process has one list; it is filled first and shown when the window hears of it. Interface thread.
+// All icons of the file opened last, with the images decoded so far. There is one list per process; it is
+// filled first, and shown when the window is notified. Interface thread.
 struct RecordList {
-    QString path; // of the file, as it was asked for
+    QString path; // the requested file
     QList<IconRecord> records;
-    QList<QImage> thumbnails; // one a record; null until it is decoded
+    QList<QImage> thumbnails; // one per record; null until decoded
 };
 RecordList &recordList();
 
-// What is shown of that list.
+// The part of that list that is shown.
 class IconListModel : public QAbstractListModel
 {
     Q_OBJECT
 
 public:
-    static constexpr int iconSide = 48; // shown, device-independent
+    static constexpr int iconSide = 48; // device-independent pixels
     static constexpr QSize cellSize{iconSide + 36, iconSide + 32};
 
     using QAbstractListModel::QAbstractListModel;
 
     // Shows nothing until the next showNew().
     void clear();
-    // Appends every record that is not shown yet.
+    // Appends all records that are not shown yet.
     void showNew();
-    // The pictures of those rows have been decoded.
+    // The thumbnails of these rows have been decoded.
     void thumbnailsChanged(int first, int last);
 
     int rowCount(const QModelIndex &parent = {}) const override;

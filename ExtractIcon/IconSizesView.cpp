@@ -13,7 +13,7 @@ namespace
 {
 
 constexpr int leastWidth = 180;
-constexpr int damagedSide = 32; // of the frame that stands for an image that cannot be decoded
+constexpr int damagedSide = 32; // size of the placeholder for an image that cannot be decoded
 
 } // namespace
 
@@ -37,7 +37,7 @@ void IconSizesView::setImages(QList<icons::IconImage> images)
     layOut();
 }
 
-// One pixel of the image is one pixel of the screen.
+// Maps one image pixel to one screen pixel.
 QSize IconSizesView::shownSize(const icons::IconImage &image) const
 {
     if (image.image.isNull())

@@ -6,7 +6,7 @@
 #include <QList>
 #include <QWidget>
 
-// Images one below the other, as large as they are, each with its size and depth under it. Lies in a scroll
+// Shows images in a column at their original size, each with its size and depth below. For use in a scroll
 // area.
 class IconSizesView : public QWidget
 {
@@ -15,7 +15,7 @@ class IconSizesView : public QWidget
 public:
     explicit IconSizesView(QWidget *parent = nullptr);
 
-    // Largest first, whatever the order given.
+    // Sorted by size, largest first.
     void setImages(QList<icons::IconImage> images);
 
     QSize sizeHint() const override;
@@ -29,6 +29,6 @@ private:
     void layOut();
 
     QList<icons::IconImage> m_images;
-    QList<QRect> m_places; // of the images, in the coordinates of a view of the width of sizeHint()
+    QList<QRect> m_places; // image positions, for a view of the width of sizeHint()
     QSize m_size;
 };

@@ -62,7 +62,7 @@ QList<QImage> made(const QImage &picture, const QRect &square, const QList<int> 
     return images;
 }
 
-// A name beside `folder`\NAME.ico that no file and no other picture of the same job has.
+// `folder`\NAME.ico, with a number if a file or another image of the same job has that name.
 QString freeTarget(const QString &folder, const QString &name, const QStringList &taken)
 {
     QString target = folder + QLatin1Char('\\') + name + QStringLiteral(".ico");

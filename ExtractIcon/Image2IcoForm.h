@@ -22,8 +22,8 @@ class QCheckBox;
 class QListWidget;
 class QPushButton;
 
-// The icon generator: pictures in, icon files out. Each picture has its own square; sizes and sharpening are
-// the same for all. Pictures are decoded in processes of their own.
+// The icon generator: makes icon files from images. Each image has its own crop square; sizes and sharpening
+// apply to all. Images are decoded in separate processes.
 class Image2IcoForm : public FLWidget
 {
     Q_OBJECT
@@ -38,7 +38,7 @@ public:
 private:
     struct Picture {
         QString path;
-        QRect square; // empty until the picture has been decoded
+        QRect square; // empty until the image is decoded
     };
     struct Saved {
         QStringList files;
@@ -59,19 +59,19 @@ private:
     void updateButtons();
     void saveCurrent();
     void saveAll();
-    // Where the icon of that picture goes; called on the worker, with what the job has taken so far.
+    // Returns the icon path for an image; called on the worker with the paths that the job has used so far.
     using FindTarget = std::function<QString(const QString &picture, const QStringList &taken)>;
     void save(QList<Picture> pictures, FindTarget findTarget);
     void showSaved(const Saved &saved, const QString &error);
     QList<int> chosenSizes() const;
     Picture *current();
 
-    QList<Picture> m_pictures; // one a row of the list
+    QList<Picture> m_pictures; // one per row of the list
     QListWidget *m_list = nullptr;
     CropView *m_crop = nullptr;
     IconPreview *m_preview = nullptr;
     NoticeBar *m_notice = nullptr;
-    QList<QCheckBox *> m_sizes; // as usualSizes
+    QList<QCheckBox *> m_sizes; // in the order of usualSizes
     QCheckBox *m_sharpen = nullptr;
     QPushButton *m_save = nullptr;
     QPushButton *m_saveAll = nullptr;
@@ -80,9 +80,9 @@ private:
     QPushButton *m_whole = nullptr;
     QAction *m_reveal = nullptr;
     QString m_lastSaved;
-    QImage m_image; // of the current row; null while it is decoded
+    QImage m_image; // of the current row; null while it is being decoded
     std::shared_ptr<imaging::DecoderPool> m_decoders;
-    QTimer m_pause; // between a change of the square and the preview of it
+    QTimer m_pause; // delays the preview while the square is being changed
     core::LatestAnswer m_decoding;
     core::LatestAnswer m_making;
     JobHost *m_job;

@@ -8,7 +8,7 @@ class QHBoxLayout;
 namespace icons
 {
 
-// What both pages have at the top: title and sentence, and under them a row for buttons.
+// The top of both pages: title, description, and a row for buttons.
 class PageHead : public QWidget
 {
     Q_OBJECT

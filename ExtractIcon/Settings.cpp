@@ -11,7 +11,7 @@ namespace
 
 constexpr QStringView key = settings::keys::extractIcon;
 constexpr QStringView recentFile = u"recentFile";
-constexpr qsizetype maxPath = 32767; // no path of Windows is longer
+constexpr qsizetype maxPath = 32767; // limit of Windows
 
 } // namespace
 

@@ -6,7 +6,7 @@
 
 #include <QStringList>
 
-// What the icon tools keep in the registry. Interface thread.
+// The registry values of the icon tools. Interface thread.
 namespace icons
 {
 
@@ -16,7 +16,7 @@ inline constexpr settings::Text exportFolder{settings::keys::extractIcon, u"expo
 inline constexpr int maxRecentFiles = 8; // "recentFile0" and so on, newest first
 
 QStringList recentFiles();
-// Puts `path` in front; the same file in another case is one and the same.
+// Moves `path` to the front; paths that differ only in case are the same file.
 void addRecentFile(const QString &path);
 
 } // namespace icons

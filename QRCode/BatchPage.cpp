@@ -24,7 +24,7 @@ namespace
 
 enum Column { Name, Text, Result, columnTotal };
 
-// What was read of a list, or why it was not.
+// The parsed list, or why it could not be read.
 struct ReadList {
     qr::BatchList list;
     QString error;
@@ -121,7 +121,7 @@ void QRCodeBatchPage::buildPage()
     m_table->setModel(m_model);
     m_table->setEmpty(controls::image("QRCode48"), tr("No list yet"),
                       tr("Each row of the list becomes a file, in the design of the page before."));
-    m_table->table()->setSortingEnabled(false); // the order is that of the list
+    m_table->table()->setSortingEnabled(false); // keeps list order
     m_table->table()->setTextElideMode(Qt::ElideRight);
     QHeaderView *columns = m_table->table()->horizontalHeader();
     columns->setSectionResizeMode(Text, QHeaderView::Stretch);

@@ -16,7 +16,7 @@ class QPushButton;
 class ResultTable;
 class ScanPage;
 
-// The rows of a list, and what became of each.
+// The rows of a list and their outcomes.
 class QRCodeBatchModel : public QAbstractTableModel
 {
     Q_OBJECT
@@ -25,7 +25,7 @@ public:
     using QAbstractTableModel::QAbstractTableModel;
 
     void setRows(QList<qr::BatchRow> rows);
-    void setResults(QList<qr::Saved> results); // in the order of the rows
+    void setResults(QList<qr::Saved> results); // in row order
     const QList<qr::BatchRow> &rows() const { return m_rows; }
 
     int rowCount(const QModelIndex &parent = {}) const override;
@@ -38,14 +38,14 @@ private:
     QList<qr::Saved> m_results;
 };
 
-// Many codes at once, from a CSV file.
+// Creates many codes at once, from a CSV file.
 class QRCodeBatchPage : public QWidget
 {
     Q_OBJECT
 
 public:
-    // Files get the style that `style` gives at the start. `jobs` and `progress`, on which they are shown,
-    // live as long as the page.
+    // Files use the style that `style` returns at the start. `jobs` and `progress`, which runs and shows the
+    // job, must outlive the page.
     QRCodeBatchPage(JobHost *jobs, ScanPage *progress, std::function<qr::Style()> style,
                     QWidget *parent = nullptr);
 

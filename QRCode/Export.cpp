@@ -40,16 +40,16 @@ Saved failed(const QString &error)
     return {.outcome = Saved::Outcome::Failed, .error = error};
 }
 
-// The file as it will be, and what is said of it: Written when it may be, and scans.
+// The encoded file and its outcome: Written if it may be written and scans.
 struct Encoded {
     QByteArray bytes;
     Saved saved;
 };
 
-// A picture is judged as its file says it; of the formats without pixels, the drawing that they hold.
+// An image is checked as decoded from its file; for vector formats the drawing itself is checked.
 Verdict judge(const Drawing &drawing, const QByteArray &bytes, const QString &text, Format format)
 {
-    constexpr int pixelsPerModule = 8; // of a medium size on paper or screen
+    constexpr int pixelsPerModule = 8; // a medium size on paper or screen
     return check(drawing,
                  format == Format::Png ? QImage::fromData(bytes, "png")
                                        : drawing.image(drawing.side() * pixelsPerModule),
@@ -82,7 +82,7 @@ Encoded encoded(const QString &text, const Style &style, Format format)
              .verdict = verdict}};
 }
 
-// Under the first of its names that is free, from a complete file beside it.
+// Writes to a temporary file and renames it to the first free name.
 Saved writeNew(const QByteArray &bytes, const QString &folder, const QString &name, const QString &ending)
 {
     QTemporaryFile file(QDir(folder).filePath(u"qr-XXXXXX.tmp"_s));

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-// Codes as files. Every picture is read back before it counts. Any thread.
+// Saves codes as files. Every image is read back before it counts as written. Any thread.
 #pragma once
 
 #include "QRCode/engine/Batch.h"
@@ -18,18 +18,18 @@ struct Saved {
     enum class Outcome {
         Written,
         DoesNotScan, // nothing was written
-        TooLong,     // so was nothing here, nor below
+        TooLong,     // nothing was written, here and below
         TooSmall,    // a module would be smaller than a pixel
         Failed,
         Cancelled,
     };
     Outcome outcome = Outcome::Failed;
-    QString file;    // that was written
-    Verdict verdict; // of the picture
+    QString file;    // the file that was written
+    Verdict verdict; // on the image
     qsizetype tooLongBy = 0;
-    QString error; // why it failed, in words for the user
+    QString error; // reason of a failure, for the user
 
-    QString text() const; // what became of it, in words for the user
+    QString text() const; // the outcome, for the user
 };
 
 struct SaveOrder {
@@ -47,8 +47,8 @@ struct BatchOptions {
     Format format = Format::Png;
     Style style;
 };
-// One file a row, in their order; nothing that exists is replaced: names get a number then. What was not
-// reached when the job was cancelled is Cancelled.
+// One file per row, in row order. Existing files are never replaced: names get a number instead. Rows that
+// were not reached before a cancel are Cancelled.
 QList<Saved> saveAll(const QList<BatchRow> &rows, const BatchOptions &options, core::ProgressRelay &progress,
                      const core::CancelFlag &cancel);
 

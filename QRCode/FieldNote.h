@@ -6,7 +6,7 @@
 class QLabel;
 class WrappedLabel;
 
-// A sentence below what it speaks of, with an icon; takes no room while there is none.
+// A note with an icon below a field; takes no room while empty.
 class FieldNote : public QWidget
 {
     Q_OBJECT

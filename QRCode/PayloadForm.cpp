@@ -54,7 +54,7 @@ void PayloadForm::addHint(const QString &text)
 void PayloadForm::addField(const QString &label, const char *name, QWidget *field, Check check)
 {
     field->setObjectName(QLatin1String(name));
-    const int end = m_column->count() - 1; // before the stretch
+    const int end = m_column->count() - 1; // insert before the stretch
     if (!label.isEmpty()) {
         auto *title = new QLabel(label, this);
         title->setTextFormat(Qt::PlainText);
@@ -89,7 +89,7 @@ QPlainTextEdit *PayloadForm::addText(const QString &label, const char *name, con
 {
     auto *text = new QPlainTextEdit(setting.read(), this);
     text->setTabChangesFocus(true);
-    // As high as the page has room for, instead of as its own hint says.
+    // As high as the page allows, whatever its size hint.
     text->setMinimumHeight(3 * theme::rowHeight);
     text->setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Ignored);
     addField(label, name, text, std::move(check));
@@ -106,7 +106,7 @@ QComboBox *PayloadForm::addChoice(const QString &label, const char *name, const 
     choice->addItems(rows);
     const int stored = setting.read();
     choice->setCurrentIndex(stored >= 0 && stored < rows.size() ? stored : preset);
-    // As narrow as the page gets, however long the longest row is.
+    // As narrow as the page, whatever the longest row.
     choice->setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
     choice->setMinimumContentsLength(8);
     addField(label, name, choice, {});
@@ -121,7 +121,7 @@ QComboBox *PayloadForm::addCountry(const settings::Number &setting)
     for (const qr::Country &country : qr::countries())
         rows.append(country.displayName());
     QComboBox *choice = addChoice(tr("Country Code:"), "countryCodeComboBox", rows, setting, systemCountry());
-    // Found by any part of its name, or by its code.
+    // Searchable by any part of the name, or by the code.
     choice->setEditable(true);
     choice->lineEdit()->setAccessibleName(choice->accessibleName());
     choice->setInsertPolicy(QComboBox::NoInsert);

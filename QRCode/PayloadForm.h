@@ -16,8 +16,8 @@ class QLineEdit;
 class QPlainTextEdit;
 class QVBoxLayout;
 
-// The fields of one kind of code. A derived form adds its fields, builds the payload and tells of it by a
-// signal of its own. Fields are loaded when they are added and stored by save().
+// The fields of one kind of code. A derived form adds its fields, builds the payload and reports it through
+// its own signal. Fields are loaded when added, and stored by save().
 class PayloadForm : public QWidget
 {
     Q_OBJECT
@@ -26,26 +26,26 @@ public:
     explicit PayloadForm(const QString &description, QWidget *parent = nullptr);
 
     virtual QString payload() const = 0;
-    // Shows what is to be said beside the fields, and tells the payload.
+    // Updates the notes beside the fields and emits the payload.
     void refresh();
-    // Writes all fields to the settings.
+    // Stores all fields.
     void save() const;
 
 protected:
-    // What is to be said beside the field; empty for nothing.
+    // Returns the note for a field; empty for none.
     using Check = std::function<QString()>;
 
-    // While `isKept`, if given, says no, an empty text is stored.
+    // If `isKept` is given and returns false, an empty text is stored instead.
     QLineEdit *addLine(const QString &label, const char *name, const settings::Text &setting,
                        Check check = {}, std::function<bool()> isKept = {});
     QPlainTextEdit *addText(const QString &label, const char *name, const settings::Text &setting,
                             Check check = {});
-    // A stored number that is no row becomes `preset`.
+    // A stored number that is no valid row selects `preset`.
     QComboBox *addChoice(const QString &label, const char *name, const QStringList &rows,
                          const settings::Number &setting, int preset = 0);
     QComboBox *addCountry(const settings::Number &setting);
     QCheckBox *addBox(const QString &text, const char *name, const settings::Flag &setting);
-    // A muted line.
+    // A line in a muted colour.
     void addHint(const QString &text);
     virtual void tell(const QString &payload) = 0;
 

@@ -56,7 +56,7 @@ void QRCodePreview::resizeEvent(QResizeEvent *)
     emit sizeChanged();
 }
 
-// What a code without a background lies on.
+// Drawn behind a code without a background.
 void QRCodePreview::paintChecks(QPainter &painter, const QRect &square) const
 {
     painter.fillRect(square, Qt::white);

@@ -4,7 +4,7 @@
 #include <QImage>
 #include <QWidget>
 
-// The code as large as there is room, or a sentence that says why there is none.
+// Shows the code as large as possible, or a sentence that explains why there is none.
 class QRCodePreview : public QWidget
 {
     Q_OBJECT
@@ -12,13 +12,13 @@ class QRCodePreview : public QWidget
 public:
     explicit QRCodePreview(QWidget *parent = nullptr);
 
-    // `name` is what a screen reader says of it, `facts` a line below it. A picture of another size than
+    // `name` is the accessible description, `facts` a line below the code. An image of another size than
     // wantedPixels() is scaled.
     void showCode(const QImage &picture, bool transparent, const QString &name, const QString &facts);
     void showText(const QString &text);
     QString text() const { return m_text; } // empty while a code is shown
     QString facts() const { return m_facts; }
-    // A side, in the screen's own pixels, so that the modules are sharp on scaled screens too.
+    // Side length in device pixels, so that modules are sharp on scaled screens.
     int wantedPixels() const;
 
     QSize sizeHint() const override { return {320, 320}; }
@@ -38,7 +38,7 @@ private:
     int factsHeight() const;
 
     QString m_text;
-    QString m_facts;  // painted here: a label of its own would lay out the whole page with every key
-    QImage m_picture; // null: the text is shown
+    QString m_facts;  // painted here: a label would trigger a layout of the whole page on every key press
+    QImage m_picture; // null while a text is shown
     bool m_transparent = false;
 };

@@ -48,7 +48,7 @@ QString QRCodeWifiForm::payload() const
 QLineEdit *QRCodeVCardForm::addPart(const QString &label, const char *name, const settings::Text &setting,
                                     QString (*check)(const QString &))
 {
-    // The line is made by the call that needs the check.
+    // The check needs the line edit, which is created by the same call.
     const auto line = std::make_shared<QLineEdit *>(nullptr);
     *line = addLine(label, name, setting, [line, check] { return check((*line)->text()); });
     return *line;

@@ -40,7 +40,7 @@ protected:
     void tell(const QString &payload) override { emit updateQRCode_VCard(payload); }
 
 private:
-    // A line that ends where the format ends its fields.
+    // A line edit that warns about characters that end a field in this format.
     QLineEdit *addPart(const QString &label, const char *name, const settings::Text &setting,
                        QString (*check)(const QString &));
 

@@ -56,7 +56,7 @@ QString QRCodeEmailForm::payload() const
 QRCodePaypalForm::QRCodePaypalForm(QWidget *parent)
     : PayloadForm(tr("Scanning the QR code will open the page on which you are paid."), parent)
 {
-    // Stored by their rows: new ones go to the end.
+    // Stored by row number: append new ones at the end.
     static const QStringList currencies{u"EUR"_s, u"USD"_s, u"GBP"_s, u"AUD"_s, u"BRL"_s, u"CAD"_s,
                                         u"CHF"_s, u"CZK"_s, u"DKK"_s, u"HKD"_s, u"HUF"_s, u"ILS"_s,
                                         u"JPY"_s, u"MXN"_s, u"NOK"_s, u"NZD"_s, u"PHP"_s, u"PLN"_s,

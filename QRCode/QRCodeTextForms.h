@@ -59,7 +59,7 @@ private:
     QPlainTextEdit *m_message;
 };
 
-// A link to a page of payment.
+// A link to a payment page.
 class QRCodePaypalForm : public PayloadForm
 {
     Q_OBJECT

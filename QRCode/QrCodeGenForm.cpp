@@ -27,7 +27,7 @@
 namespace
 {
 
-// After the last key, before the decoder is asked.
+// Delay after the last key press before the code is checked.
 constexpr int settleTime = 250; // ms
 
 } // namespace
@@ -134,7 +134,7 @@ void QrCodeGenForm::addKinds()
     m_kinds->addStretch();
 }
 
-// As they lie on the page, whatever the order in which they were made.
+// Tab order follows the visual order, whatever the order of creation.
 void QrCodeGenForm::orderFocus()
 {
     QList<QWidget *> order{findChild<QToolButton *>(QStringLiteral("manyButton"))};
@@ -143,7 +143,7 @@ void QrCodeGenForm::orderFocus()
     order.append(m_tabs->findChildren<QWidget *>());
     for (QPushButton *button : m_saveButtons)
         order.append(button);
-    // Parts of a field have the field as their proxy.
+    // Parts of a compound field use the field as their focus proxy.
     order.removeIf([](const QWidget *widget) {
         return (widget->focusPolicy() & Qt::TabFocus) == 0 || widget->focusProxy();
     });
@@ -178,7 +178,7 @@ QWidget *QrCodeGenForm::buildInput()
     m_tabs->addTab(controls::scrollArea(m_style, m_tabs), tr("Design"));
     m_tabs->setAccessibleName(tr("Content and design"));
     m_tabs->setMinimumWidth(240);
-    // The keyboard goes to the fields, and they scroll into view.
+    // The fields take the focus, and the area scrolls to the focused one.
     for (QScrollArea *area : m_tabs->findChildren<QScrollArea *>())
         area->setFocusPolicy(Qt::NoFocus);
     return m_tabs;

@@ -23,8 +23,8 @@ class QVBoxLayout;
 class ScanPage;
 class StylePanel;
 
-// The creator of QR codes: what the code says on the left, its design beside it, and the code itself, which
-// follows every key and is read back by another decoder.
+// The QR code creator: content on the left, design beside it, and the code itself, which is updated on every
+// key press and read back by an independent decoder.
 class QrCodeGenForm : public FLWidget
 {
     Q_OBJECT
@@ -35,7 +35,7 @@ public:
 
     bool mayLeave() override;
     void requestStop() override;
-    // What is encoded, and what was found out about it; for whoever watches the form from outside.
+    // The encoded text and the result of the check, for observers outside the form (tests).
     QString payload() const { return m_text; }
     const qr::Verdict &verdict() const { return m_verdict; }
 
@@ -43,7 +43,7 @@ public slots:
     void OnUpdateQRCode_Link(QString payload) { setPayload(payload); }
     void OnUpdateQRCode_Email(QString payload) { setPayload(payload); }
     void OnUpdateQRCode_Text(QString payload) { setPayload(payload); }
-    // Of contacts too.
+    // Also used by contacts.
     void OnUpdateQRCode_Call(QString payload) { setPayload(payload); }
     void OnUpdateQRCode_SMS(QString payload) { setPayload(payload); }
     void OnUpdateQRCode_Whatsapp(QString payload) { setPayload(payload); }
@@ -51,7 +51,7 @@ public slots:
     void OnUpdateQRCode_Paypal(QString payload) { setPayload(payload); }
 
 signals:
-    // The decoder has answered.
+    // The check has finished.
     void checked();
     void saved(const QString &file);
 
@@ -96,20 +96,20 @@ private:
     FLTabWidget *m_tabs;
     QScrollArea *m_content;
     QVBoxLayout *m_forms;
-    PayloadForm *m_form = nullptr; // on show
+    PayloadForm *m_form = nullptr; // the current one
     StylePanel *m_style;
     QRCodePreview *m_preview;
     FieldNote *m_note;
     QList<QPushButton *> m_saveButtons;
     QAction *m_saveAnyway;
-    std::optional<qr::SaveOrder> m_refused; // what was not saved because it does not scan
+    std::optional<qr::SaveOrder> m_refused; // not saved, because it does not scan
 
     QString m_text;
-    std::optional<qr::Drawing> m_drawing; // on show; may be behind m_text while m_making waits
+    std::optional<qr::Drawing> m_drawing; // shown; may be older than m_text while m_making is running
     qr::Verdict m_verdict;
     core::LatestAnswer m_making;
-    bool m_makeAgain = false; // something has changed since it was begun
-    QTimer m_settle;          // until the user pauses
+    bool m_makeAgain = false; // something changed while it was running
+    QTimer m_settle;          // waits for a pause in typing
     core::LatestAnswer m_checking;
     JobHost m_jobs{this};
 };

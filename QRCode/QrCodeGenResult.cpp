@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-// What the form does with a payload: shows it, has it read back, and hands it out.
+// What the form does with a payload: shows it, checks it, and saves or copies it.
 #include "QRCode/BatchPage.h"
 #include "QRCode/FieldNote.h"
 #include "QRCode/PayloadForm.h"
@@ -30,13 +30,13 @@ using qr::Saved;
 namespace
 {
 
-// As a person counts them, and as the limit is counted.
+// Counts code points, as the limit does.
 qsizetype characterCount(const QString &text)
 {
     return text.size() - std::ranges::count_if(text, [](QChar c) { return c.isLowSurrogate(); });
 }
 
-// Blurred where modules are smaller than a pixel.
+// Smoothed if modules are smaller than a pixel.
 QImage previewOf(const qr::Drawing &drawing, int pixels)
 {
     QImage picture = drawing.image(pixels);
@@ -63,7 +63,7 @@ void QrCodeGenForm::showKind(PayloadForm *form)
     form->refresh();
 }
 
-// Of the form on show alone: the others were stored when they were left.
+// Only the current form: the others were stored when they were left.
 void QrCodeGenForm::saveFields()
 {
     if (m_form)
@@ -93,9 +93,9 @@ void QrCodeGenForm::encode()
     m_checking.forget();
     m_settle.stop();
     m_verdict = {};
-    // Grey until the next answer: taken away it would make the preview jump with every key.
+    // Disabled until the next result: hiding it would make the preview jump on every key press.
     m_note->setEnabled(false);
-    // What it offers to save is not what is on the screen any more.
+    // The offer to save refers to a code that is no longer shown.
     if (m_refused.has_value()) {
         m_refused.reset();
         m_notice->hide();
@@ -107,10 +107,10 @@ struct QrCodeGenForm::Made {
     QString text;
     qsizetype tooLongBy = 0;
     std::optional<qr::Drawing> drawing;
-    QImage picture; // null: not asked for, or a module would be smaller than a pixel
+    QImage picture; // null if not requested, or if a module would be smaller than a pixel
 };
 
-// On any thread; without a picture.
+// Any thread. Does not render the image.
 QrCodeGenForm::Made QrCodeGenForm::made(const QString &text, const qr::Style &style)
 {
     const core::QrCode code = core::encodeQr(text, style.correction);
@@ -120,8 +120,8 @@ QrCodeGenForm::Made QrCodeGenForm::made(const QString &text, const qr::Style &st
     return made;
 }
 
-// One at a time, and what is made is shown: while keys come faster than dense codes are made, the preview
-// follows as fast as it can.
+// Runs one at a time and always shows the result, so that the preview keeps updating even if keys come faster
+// than dense codes can be made.
 void QrCodeGenForm::draw()
 {
     if (m_text.isEmpty()) {
@@ -217,7 +217,7 @@ void QrCodeGenForm::save(qr::Format format)
     order.file =
         platform::dialogs().chooseFileToSave(window(), tr("Save QR Code"), tr("QR code") + u'.' + ending,
                                              QStringLiteral("%1 (*.%2)").arg(ending.toUpper(), ending));
-    // The dialog let the world go on.
+    // The dialog ran an event loop, so the state may have changed.
     if (!order.file.isEmpty() && !m_jobs.isBusy())
         run(order);
 }
@@ -263,7 +263,7 @@ void QrCodeGenForm::showSaved(const Saved &result, const qr::SaveOrder &order)
     }
 }
 
-// A large picture of a dense code takes a moment.
+// Rendering a large image of a dense code takes a moment.
 void QrCodeGenForm::copy()
 {
     if (m_text.isEmpty() || m_jobs.isBusy())
@@ -296,7 +296,7 @@ void QrCodeGenForm::showCopied(const QImage &picture, const QString &error)
     m_notice->showNotice(NoticeBar::Kind::Info, tr("The picture was copied."));
 }
 
-// Pages of the list's jobs.
+// The page that shows the jobs of the batch list.
 void QrCodeGenForm::showJob(bool runs)
 {
     m_pages->setCurrentWidget(runs ? static_cast<QWidget *>(m_progress) : static_cast<QWidget *>(m_batch));

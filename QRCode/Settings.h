@@ -6,13 +6,13 @@
 
 #include "QRCode/engine/Style.h"
 
-// The stored values of the module. Names are the stored format.
+// The stored values of the module. The names are the stored format.
 namespace qr::stored
 {
 
 inline constexpr QStringView key = settings::keys::qrCodeGen;
 
-// Rows of the country table. None stored: the country of the system.
+// Rows of the country table. Without a stored value, the system's country.
 inline constexpr settings::Number callCountry{key, u"optionsCallCountryIndex", -1};
 inline constexpr settings::Text callNumber{key, u"optionsCallPhoneNumber"};
 inline constexpr settings::Number smsCountry{key, u"optionsSMSCountryIndex", -1};
@@ -52,7 +52,7 @@ inline constexpr settings::Text paypalUser{key, u"optionsPaypalUserName"};
 inline constexpr settings::Text paypalAmount{key, u"optionsPaypalAmount"};
 inline constexpr settings::Number paypalCurrency{key, u"optionsPaypalCurrencyIndex", 0, 0, 1000};
 
-// How the code looks. Colours are 0xRRGGBB, shapes and fills the numbers of their enumerators.
+// The design of the code. Colours are 0xRRGGBB, shapes and fills are enumerator values.
 inline constexpr settings::Number imageSize{key, u"qrCodeImgSize", 600, minImageSize, maxImageSize};
 inline constexpr settings::Number margin{key, u"qrCodeMargin", core::qrQuietZone, 0, maxMargin};
 inline constexpr settings::Number correction{key, u"qrCodeErrorCorrection", 1, 0, 3};
@@ -64,7 +64,7 @@ inline constexpr settings::Flag transparent{key, u"qrCodeTransparent"};
 inline constexpr settings::Number bodyShape{key, u"qrCodeBodyShape", 0, 0, 5};
 inline constexpr settings::Number eyeShape{key, u"qrCodeEyeShape", 0, 0, 3};
 inline constexpr settings::Number eyeCentreShape{key, u"qrCodeEyeCentreShape", 0, 0, 3};
-inline constexpr settings::Text logo{key, u"qrCodeLogo"}; // a path; empty for none
+inline constexpr settings::Text logo{key, u"qrCodeLogo"}; // path; empty for none
 inline constexpr settings::Number logoSize{key, u"qrCodeLogoSize", 20, minLogoSize, maxLogoSize};
 inline constexpr settings::Flag logoBack{key, u"qrCodeLogoBack", true};
 inline constexpr settings::Number logoBackSize{key, u"qrCodeLogoBackSize", 10, 0, maxLogoBackSize};

@@ -23,7 +23,7 @@ namespace stored = qr::stored;
 namespace
 {
 
-// More than the largest picture shows of a logo.
+// More than a logo takes up in the largest image.
 constexpr int maxLogoPixels = 1500;
 
 QImage readLogo(const QString &path)
@@ -111,7 +111,7 @@ FLColorWidget *StylePanel::addColor(const QString &label, const char *name, cons
 {
     auto *color = new FLColorWidget(this);
     color->setObjectName(QLatin1String(name));
-    color->setPurpose(label.chopped(1)); // the colon
+    color->setPurpose(label.chopped(1)); // without the colon
     color->setColor(QColor(static_cast<QRgb>(setting.read())));
     addRow(label, color);
     connect(color, &FLColorWidget::colorChanged, this, [this, setting](const QColor &chosen) {

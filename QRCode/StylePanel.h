@@ -16,7 +16,7 @@ class QLabel;
 class QPushButton;
 class QSpinBox;
 
-// How the code looks. Loaded when built; every change is stored at once and told.
+// The design of the code. Loaded on creation; every change is stored and emitted at once.
 class StylePanel : public QWidget
 {
     Q_OBJECT
@@ -27,7 +27,7 @@ public:
     const qr::Style &style() const { return m_style; }
 
 public slots:
-    // Of any size and format that the suite reads; an empty path takes the logo away.
+    // Any size and any format that the suite can read; an empty path removes the logo.
     void setLogo(const QString &path);
 
 signals:

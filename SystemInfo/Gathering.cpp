@@ -16,7 +16,7 @@ namespace
 
 using Clock = std::chrono::steady_clock;
 
-// Between two looks at the cancel flag, which wakes nobody.
+// Poll interval: setting the cancel flag does not wake a waiting thread.
 constexpr std::chrono::milliseconds pause{20};
 
 } // namespace
@@ -63,7 +63,7 @@ Gathering::Gathering(PageId id, const MachineFactory &factory) : m_shared(std::m
     try {
         platform::runDetached([shared = m_shared, id, factory] { shared->gather(id, factory); });
     } catch (const std::exception &) {
-        m_shared->fail(); // no thread to be had
+        m_shared->fail(); // the thread could not be started
     }
 }
 

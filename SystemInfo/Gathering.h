@@ -10,22 +10,23 @@
 namespace systeminfo
 {
 
-// How long a page waits for Windows before it shows what has come and says that the rest is missing.
+// How long a page waits for Windows before it shows what it has and reports the rest as missing.
 inline constexpr std::chrono::milliseconds answerLimit{30'000};
 
-// Gathers a page on a thread of its own. The calls of a page wait in WMI, in drivers and on networks, some
-// for ever, and nothing ends them from outside: whoever waits here gives up when told to or after the limit,
-// and the thread is left behind with what it holds. It is never terminated; its late answer is dropped.
+// Gathers a page on a thread of its own. Its calls wait for WMI, drivers and networks, some of them forever,
+// and cannot be interrupted. So the caller stops waiting when cancelled or after the limit, and abandons the
+// thread with everything it holds. The thread is never terminated; a late result is discarded.
 class Gathering
 {
 public:
-    // Begins at once.
+    // Starts at once.
     Gathering(PageId id, const MachineFactory &factory);
-    // Asks for an end, and does not wait for it.
+    // Requests a stop and does not wait for it.
     ~Gathering();
     Gathering(Gathering &&) noexcept;
 
-    // The page, or what there is of it; with a notice when the limit passed or the gathering failed.
+    // Returns the page, complete or as far as it has come; with a notice if the limit passed or gathering
+    // failed.
     Page wait(const core::CancelFlag &cancel, std::chrono::milliseconds limit = answerLimit);
 
 private:

@@ -58,7 +58,7 @@ InfoPageForm::InfoPageForm(PageId id, const QString &treeName, MakeLoader makeLo
 
 InfoPageForm::~InfoPageForm()
 {
-    m_tree->setModel(nullptr); // it goes before the tree
+    m_tree->setModel(nullptr); // the model is destroyed before the tree
 }
 
 void InfoPageForm::buildActions()
@@ -94,7 +94,7 @@ void InfoPageForm::refresh()
 {
     if (!m_isLoaded)
         return;
-    m_tree->setModel(nullptr); // the loader fills it anew
+    m_tree->setModel(nullptr); // the loader thread refills it
     load();
 }
 
@@ -156,7 +156,7 @@ void InfoPageForm::copyValue()
         QGuiApplication::clipboard()->setText(row->value.text.isEmpty() ? row->label : row->value.text);
 }
 
-// The row with what is below it, or the whole section when it has nothing below.
+// Copies the row with its children, or the whole section if it has none.
 void InfoPageForm::copySection()
 {
     QModelIndex index = m_tree->current();

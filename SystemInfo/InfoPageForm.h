@@ -15,8 +15,9 @@ class NoticeBar;
 class PageBar;
 class WrappedLabel;
 
-// One page of facts: a bar, what is missing, and the tree. It is gathered when the form is made and again on
-// refresh; the model is attached when the loader has filled it. The pages of pages/ only name their parts.
+// One page of facts: a toolbar, notices about missing data, and the tree. Data is gathered on creation and on
+// refresh; the model is attached to the view once the loader has filled it. The classes in pages/ only
+// declare their parts.
 class InfoPageForm : public QWidget
 {
     Q_OBJECT
@@ -25,12 +26,12 @@ public:
     ~InfoPageForm() override;
 
     systeminfo::PageId id() const { return m_id; }
-    // Null until the page was gathered, and while it is gathered again.
+    // Null before the page has been gathered, and during a refresh.
     const systeminfo::Page *page() const { return m_isLoaded ? &m_page : nullptr; }
     PageBar *bar() const { return m_bar; }
 
     void refresh();
-    // Selects a row by the positions from its section on; does nothing when there is none.
+    // Selects a row by its position path, beginning with the section; does nothing if it does not exist.
     void showRow(const std::vector<int> &row);
     void tell(const QString &notice, bool isWarning = true);
 
@@ -70,7 +71,7 @@ private:
     systeminfo::Page m_page;
     bool m_isLoaded = false;
     QElapsedTimer m_sinceLoad;
-    quint64 m_uptimeAtLoad = 0;                   // s
-    QTimer m_minute;                              // while a page with an uptime is shown
-    core::WorkerPointer<LoadPageThread> m_loader; // ends first: it fills the model
+    quint64 m_uptimeAtLoad = 0;                   // seconds
+    QTimer m_minute;                              // active while a page with an uptime is shown
+    core::WorkerPointer<LoadPageThread> m_loader; // last member, so destroyed first: it fills the model
 };

@@ -8,7 +8,7 @@
 
 class QStandardItemModel;
 
-// The loader of a page: gathers it, fills the model, which no view has meanwhile, and tells.
+// Gathers a page and fills the model, which must not be attached to a view meanwhile.
 class LoadPageThread : public core::WorkerThread
 {
     Q_OBJECT
@@ -16,7 +16,7 @@ class LoadPageThread : public core::WorkerThread
 public:
     LoadPageThread(systeminfo::PageId id, QStandardItemModel *model);
 
-    // After processFinish().
+    // Valid after processFinish().
     const systeminfo::Page &page() const { return m_page; }
 
 signals:
@@ -27,7 +27,7 @@ protected:
 
 private:
     const systeminfo::PageId m_id;
-    QStandardItemModel *const m_model; // the form's
+    QStandardItemModel *const m_model; // owned by the form
     const systeminfo::MachineFactory m_machines;
     systeminfo::Page m_page;
 };

@@ -11,10 +11,11 @@
 namespace systeminfo
 {
 
-// Makes the machine that a page reads, on the thread that reads it. `cancel` outlives it.
+// Creates the Machine that a page reads from, on the thread that reads it. `cancel` outlives it.
 using MachineFactory = std::function<std::unique_ptr<Machine>(const core::CancelFlag &cancel)>;
 
-// This machine, unless a test put another one in its place; an empty function puts it back. Interface thread.
+// This computer, unless a test has set another factory; setting an empty function restores it. Interface
+// thread.
 MachineFactory machineFactory();
 void setMachineFactory(MachineFactory factory);
 

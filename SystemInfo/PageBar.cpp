@@ -16,7 +16,7 @@ using systeminfo::Hit;
 namespace
 {
 
-constexpr int listWidth = 560; // a hit names its page, section and value
+constexpr int listWidth = 560; // wide enough for a hit's page, section and value
 
 } // namespace
 
@@ -59,7 +59,7 @@ PageBar::PageBar(QWidget *parent)
 
 void PageBar::buildMenu(QToolButton *button)
 {
-    auto *menu = new QMenu(button); // opened again and again
+    auto *menu = new QMenu(button); // reused each time
     const auto add = [this, menu](const char *name, const QString &text, void (PageBar::*request)()) {
         QAction *action = menu->addAction(text, this, request);
         action->setObjectName(QLatin1String(name));
@@ -98,7 +98,7 @@ void PageBar::showHits(const std::vector<Hit> &hits, const QString &note)
 
 void PageBar::choose(const QModelIndex &index)
 {
-    // The index is that of the completer's own model, whose rows are ours.
+    // The index belongs to the completer's own model, which has the same rows as m_lines.
     const auto row = static_cast<std::size_t>(index.row());
     if (row < m_hits.size())
         emit hitChosen(m_hits[row]);

@@ -10,7 +10,7 @@ class QCompleter;
 class QToolButton;
 class SearchLine;
 
-// The bar above a page: a search through all pages, and what can be done with this page and the whole report.
+// The bar above a page: search over all pages, and commands for this page and the whole report.
 class PageBar : public QWidget
 {
     Q_OBJECT
@@ -19,7 +19,7 @@ public:
     explicit PageBar(QWidget *parent = nullptr);
 
     void setLoading(bool loading);
-    // The answer to searched(), listed below the line; `note` stands at its end when it is not empty.
+    // Shows the results of searched() below the line edit, followed by `note` if it is not empty.
     void showHits(const std::vector<systeminfo::Hit> &hits, const QString &note);
     SearchLine *searchLine() const { return m_search; }
 
@@ -37,7 +37,7 @@ private:
 
     SearchLine *m_search;
     QToolButton *m_refresh;
-    QStandardItemModel m_lines; // before the list that reads it
+    QStandardItemModel m_lines; // declared before the list that uses it
     QCompleter *m_list;
     std::vector<systeminfo::Hit> m_hits;
 };

@@ -3,5 +3,5 @@
 
 #include "SystemInfo/InfoPageForm.h"
 
-// Makes the form of a page, which begins to gather at once.
+// Creates the form of a page, which starts gathering at once.
 InfoPageForm *makePageForm(systeminfo::PageId id, QWidget *parent);

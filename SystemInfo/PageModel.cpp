@@ -29,7 +29,7 @@ QString hintOf(const Row &row)
 
 QString shownValue(const Row &row)
 {
-    // An empty value stays empty on the screen; only the problem is added.
+    // An empty value is shown as empty; only a problem adds text.
     return row.problem.isEmpty() ? row.value.text : spokenValue(row);
 }
 

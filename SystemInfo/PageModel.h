@@ -9,15 +9,15 @@ class QStandardItemModel;
 namespace systeminfo
 {
 
-// Roles of the items beside Qt's own, in both columns.
+// Item roles in addition to Qt's, in both columns.
 inline constexpr int openPathRole = Qt::UserRole;
 inline constexpr int problemRole = Qt::UserRole + 1;
 
-// Fills the model with the columns "Field" and "Value". Any thread, while no view has the model.
+// Fills the model with the columns "Field" and "Value". Any thread, as long as no view is attached.
 void fillModel(QStandardItemModel &model, const Page &page);
-// The page's row behind an index of that model; null for none.
+// The page's row for an index of that model; null if there is none.
 const Row *rowAt(const Page &page, const QModelIndex &index);
-// The index of a row by the positions from its section on; column 0.
+// The column 0 index of a row, by its position path beginning with the section.
 QModelIndex indexOf(const QStandardItemModel &model, const std::vector<int> &row);
 
 } // namespace systeminfo

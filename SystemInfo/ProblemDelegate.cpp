@@ -10,7 +10,7 @@ namespace systeminfo
 namespace
 {
 
-constexpr double textContrast = 4.5; // the theme's danger is made for lines and areas
+constexpr double textContrast = 4.5; // the theme's danger colour is meant for areas and lines, not for text
 
 } // namespace
 

@@ -6,7 +6,7 @@
 namespace systeminfo
 {
 
-// Writes the texts of rows with a problem in the colour of danger.
+// Draws the texts of rows with a problem in the danger colour.
 class ProblemDelegate : public QStyledItemDelegate
 {
     Q_OBJECT

@@ -62,7 +62,7 @@ ReportCompareDialog::ReportCompareDialog(QWidget *parent)
     m_onlyChanges->setChecked(true);
     connect(m_onlyChanges, &QCheckBox::toggled, this, &ReportCompareDialog::fill);
     m_table->setSearch(ResultView::Search::Filter);
-    // In the order of the pages until a header is clicked.
+    // In page order until a header is clicked.
     m_table->table()->horizontalHeader()->setSortIndicator(-1, Qt::AscendingOrder);
     fill();
 }

@@ -14,7 +14,7 @@ class QCheckBox;
 class QPushButton;
 class ResultTable;
 
-// Two saved reports side by side, what differs first of all.
+// Compares two saved reports side by side; differences first by default.
 class ReportCompareDialog : public QDialog
 {
     Q_OBJECT

@@ -7,18 +7,21 @@ class QCheckBox;
 class QComboBox;
 class QRadioButton;
 
-// Asks what a report holds and where it goes.
+// Asks what to include in a report and where to save it.
 class SaveReportDialog : public QDialog
 {
     Q_OBJECT
 
 public:
-    // `page` is the title of the page on the screen; empty when it is not there yet.
+    // `page` is the title of the current page; empty if it is not loaded yet.
     explicit SaveReportDialog(const QString &page, QWidget *parent = nullptr);
 
     bool onlyThisPage() const;
     bool includesPrivateValues() const;
-    const QString &file() const { return m_file; } // after it was accepted; its ending names the format
+    const QString &file() const
+    {
+        return m_file;
+    } // valid after it was accepted; the suffix selects the format
 
     void accept() override;
 

@@ -20,7 +20,7 @@ using namespace systeminfo;
 namespace
 {
 
-// The names by which style sheets and automation know the buttons, in the order of PageId.
+// Object names, used by style sheets and UI automation, in PageId order.
 constexpr std::array<const char *, pageCount> buttonNames = {
     "toolButtonGeneral",      "toolButtonCPU",
     "toolButtonMotherboard",  "toolButtonMemory",
@@ -31,7 +31,7 @@ constexpr std::array<const char *, pageCount> buttonNames = {
 
 constexpr QSize buttonSize(151, 41);
 
-// Eleven buttons are higher than a small screen at 200 %. A bar beside them appears there only.
+// Eleven buttons do not fit a small screen at 200 %. Only there a scroll bar appears.
 QScrollArea *scrolled(QWidget *buttons)
 {
     QScrollArea *area = controls::scrollArea(buttons);
@@ -60,12 +60,12 @@ SystemInfoForm::SystemInfoForm(QWidget *parent)
     for (std::size_t i = 0; i < m_slots.size(); ++i) {
         auto *button = new QToolButton(this);
         button->setObjectName(QLatin1String(buttonNames[i]));
-        // A single ampersand would mark a key.
+        // Escapes "&", which would mark a mnemonic.
         button->setText(
             emptyPage(static_cast<PageId>(i)).title.replace(QLatin1Char('&'), QStringLiteral("&&")));
         button->setCheckable(true);
         button->setFixedSize(buttonSize);
-        button->setFocusPolicy(Qt::StrongFocus); // a click takes the frame of the focus along
+        button->setFocusPolicy(Qt::StrongFocus); // so that a click also moves the focus frame
         m_slots[i].button = button;
         column->addWidget(button);
     }
@@ -75,7 +75,7 @@ SystemInfoForm::SystemInfoForm(QWidget *parent)
     slot(PageId::General).index = 0;
     slot(PageId::General).button->setChecked(true);
     addForm(PageId::General);
-    // From the page buttons, too.
+    // Also works while the page buttons have the focus.
     controls::shortcut(this, QKeySequence::Find,
                        [this] { current()->bar()->searchLine()->setFocus(Qt::ShortcutFocusReason); });
     QMetaObject::connectSlotsByName(this);
@@ -138,8 +138,8 @@ void SystemInfoForm::on_toolButtonAVCodec_clicked()
     showPage(PageId::Codecs);
 }
 
-// The number is compared before the page gets one: of two pages that were never opened neither is unchecked
-// for the other.
+// Compares the indices before the page gets one: pages that were never opened all have -1, so they do not
+// uncheck each other.
 void SystemInfoForm::showPage(PageId id)
 {
     Slot &wanted = slot(id);
@@ -147,7 +147,7 @@ void SystemInfoForm::showPage(PageId id)
         if (other.index != wanted.index)
             other.button->setChecked(false);
     }
-    wanted.button->setChecked(true); // a second click would release it
+    wanted.button->setChecked(true); // a second click would uncheck it
     if (wanted.index < 0)
         wanted.index = ++m_createdPages;
     if (!wanted.form)

@@ -14,7 +14,7 @@ class JobHost;
 class QStackedLayout;
 class QToolButton;
 
-// System information: a column of buttons, and a stack with the pages that were opened so far.
+// System information: a column of page buttons, and a stack of the pages opened so far.
 class SystemInfoForm : public FLWidget
 {
     Q_OBJECT
@@ -37,12 +37,12 @@ private slots:
     void on_toolButtonAVCodec_clicked();
 
 private:
-    // A page: its number in the stack in the order in which they are opened, -1 before.
+    // A page: its index in the stack, in the order of opening; -1 before it is opened.
     struct Slot {
         qint32 index = -1;
         QToolButton *button = nullptr;
         InfoPageForm *form = nullptr;
-        std::optional<systeminfo::Page> gathered; // for search and report, while the form is not made
+        std::optional<systeminfo::Page> gathered; // used for search and report before the form exists
     };
 
     Slot &slot(systeminfo::PageId id) { return m_slots[static_cast<std::size_t>(id)]; }
@@ -51,7 +51,7 @@ private:
     InfoPageForm *current() const;
 
     const systeminfo::Page *pageOf(const Slot &slot) const;
-    std::vector<systeminfo::Page> pages() const; // those that are known
+    std::vector<systeminfo::Page> pages() const; // the gathered ones
     bool knowsAllPages() const;
     void gatherRest(const std::function<void()> &then);
 

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-// What the page does over all pages: search, report, comparison.
+// Operations over all pages: search, report, comparison.
 #include "SystemInfo/Gathering.h"
 #include "SystemInfo/InfoPageForm.h"
 #include "SystemInfo/PageBar.h"
@@ -19,7 +19,7 @@ namespace
 
 constexpr std::size_t maxHits = 100;
 
-// All at once: one that waits delays no other.
+// Gathers all pages in parallel, so that a slow one does not delay the others.
 std::vector<Page> gatherAll(const std::vector<PageId> &ids, const MachineFactory &machines,
                             const core::CancelFlag &cancel)
 {
@@ -41,7 +41,7 @@ ReportFormat formatOf(const QString &file)
                                                                        : ReportFormat::Text;
 }
 
-// To a temporary file beside the target, put in place at the end.
+// QSaveFile: a temporary file that replaces the target when complete.
 bool writeFile(const QString &path, const QByteArray &bytes)
 {
     QSaveFile file(path);
@@ -63,7 +63,7 @@ Report makeReport(std::vector<Page> pages, bool complete, Machine &machine)
 
 } // namespace
 
-// Gathers the pages that were not opened, without making their forms.
+// Gathers the pages that have not been opened, without creating their forms.
 void SystemInfoForm::gatherRest(const std::function<void()> &then)
 {
     if (knowsAllPages()) {
@@ -115,7 +115,7 @@ void SystemInfoForm::showHits()
     current()->bar()->showHits(hits, note);
 }
 
-// The page may have to be made first; its row is shown when it is there.
+// The page may have to be created first; the row is selected once it is loaded.
 void SystemInfoForm::openHit(const Hit &hit)
 {
     const std::vector<Page> searched = pages();

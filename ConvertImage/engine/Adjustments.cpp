@@ -30,11 +30,11 @@ double withGamma(double value, double gamma)
 {
     if (gamma == 1.0)
         return value;
-    // A power of a negative number is none at all.
+    // pow() of a negative base would be NaN.
     return std::pow(std::max(value, 0.0) / 255.0, 1.0 / gamma) * 255.0;
 }
 
-// Contrast, brightness and gamma see one channel at a time, so that a channel has 256 values at most.
+// Contrast, brightness and gamma depend on one channel only, so a table of 256 values is enough.
 ChannelTable channelTable(const Adjustments &wanted)
 {
     const double factor = contrastFactor(wanted.contrast);
@@ -63,7 +63,7 @@ quint8 toByte(double value)
     return static_cast<quint8>(std::clamp(value, 0.0, 255.0));
 }
 
-// The whole way of a channel that no other one has a part in, once for each value.
+// The complete result of an independent channel, for each of its values.
 void adjustRowByTable(QRgb *row, int width, const std::array<quint8, 256> &table)
 {
     for (int x = 0; x < width; ++x) {
@@ -73,8 +73,8 @@ void adjustRowByTable(QRgb *row, int width, const std::array<quint8, 256> &table
     }
 }
 
-// As many doubles as a vector register holds; the compiler knows how to compute with them, one operation for
-// all, each rounded as that of a single number is.
+// One vector register of doubles, using the compiler's vector extension. Each lane rounds exactly as scalar
+// code does.
 #if defined(__GNUC__)
 using Lanes = double __attribute__((vector_size(16)));
 using LaneMask = long long __attribute__((vector_size(16)));
@@ -95,7 +95,7 @@ Lanes finished(Lanes value, Lanes below)
     return select(value > full, full, value);
 }
 
-// A new red goes into green, and both into blue.
+// The new red is used for green, and both for blue.
 void adjustPairWithSepia(QRgb *pixels, const ChannelTable &table, Lanes below)
 {
     const auto channel = [&](int shift) {
@@ -144,12 +144,12 @@ void adjustRowWithSepia(QRgb *row, int width, const ChannelTable &table, double 
 void adjustColours(QImage &image, const Adjustments &wanted)
 {
     const ChannelTable table = channelTable(wanted);
-    // Without a limit nothing is below it; a negative one is a limit as well.
+    // 0 means no limit; a negative value is a valid limit.
     const double below = wanted.invertBelow != 0 ? wanted.invertBelow : -HUGE_VAL;
     std::array<quint8, 256> bytes;
     std::ranges::transform(table, bytes.begin(),
                            [below](double value) { return toByte(inverted(value, below)); });
-    uchar *bits = image.bits(); // the pixels of this image alone
+    uchar *bits = image.bits(); // detached, so not shared with another image
     if (!bits)
         return;
     forEachRowInParallel(image.height(), image.width(), [&, bits](int y) {
@@ -197,7 +197,7 @@ QImage grey(const QImage &image)
         result = transparent;
     }
     keepFacts(image, result);
-    // What remains is the brightness of sRGB, which needs no profile.
+    // The values are sRGB luminance now and need no profile.
     result.setColorSpace({});
     return result;
 }

@@ -6,14 +6,13 @@
 namespace conversion
 {
 
-// Contrast, brightness, gamma, sepia, inversion (in this order, without rounding or limits between them) and
-// blur; the image as it is when none is asked for. Colours are those of QImage::Format_RGB32, and the alpha
-// of the picture is kept. The result is, to the byte, that of a plain computation in double precision. The
-// blur mixes what is hidden under full transparency into nothing. Any thread.
+// Contrast, brightness, gamma, sepia, inversion (in this order, without intermediate rounding or clamping)
+// and blur; returns the image unchanged if none is set. Colours are as in QImage::Format_RGB32; alpha is
+// kept. The result is bit-identical to a straightforward computation in double precision. Blur ignores the
+// hidden colour of fully transparent pixels. Any thread.
 QImage adjusted(const QImage &image, const Adjustments &adjustments);
 
-// Grey as Qt converts sRGB to it: QImage::Format_Grayscale8, or ARGB32 where the picture is transparent
-// anywhere.
+// Converts to grey as Qt does from sRGB: QImage::Format_Grayscale8, or ARGB32 if any pixel is transparent.
 QImage grey(const QImage &image);
 
 } // namespace conversion

@@ -12,10 +12,10 @@ namespace conversion
 namespace
 {
 
-// Fixed point: sixteen bits of fraction in the filter's memory, and as many in its weight.
+// Fixed point: 16 fraction bits in the filter state and in its weight.
 constexpr int fractionBits = 16;
 constexpr int weightBits = 15;
-constexpr int columnsAtOnce = 16; // 64 bytes: one line of the cache
+constexpr int columnsAtOnce = 16; // 64 bytes, one cache line
 
 using Memory = std::array<int, 4>;
 
@@ -50,7 +50,7 @@ void filterRow(uchar *row, int width, int weight)
         filter(row + 4 * x, memory, weight);
 }
 
-// A strip of columns, so that a line of the cache is used whole.
+// Processes a strip of columns at a time, so that whole cache lines are used.
 void filterColumns(uchar *top, qsizetype stride, int columns, int height, int weight)
 {
     std::array<Memory, columnsAtOnce> memory;
@@ -73,7 +73,7 @@ QImage blurred(const QImage &image, int radius)
     if (image.isNull() || radius <= 0)
         return image;
     const bool transparent = image.hasAlphaChannel();
-    // Premultiplied, so that a transparent pixel adds no colour to its neighbours.
+    // Premultiplied, so that transparent pixels do not bleed their colour into neighbours.
     QImage result = transparent ? image.convertToFormat(QImage::Format_ARGB32_Premultiplied) : image;
     uchar *bits = result.bits();
     if (!bits)

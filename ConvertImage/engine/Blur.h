@@ -6,10 +6,10 @@
 namespace conversion
 {
 
-// The blur of QGraphicsBlurEffect at that radius: an exponential filter, forwards and backwards along rows
-// and columns, of which what is 2.5 radii away keeps two parts in 255. Unlike the effect it needs no scene
-// and no interface thread, keeps the size, and takes what lies outside of the picture to be like its edge, so
-// that edges do not darken. `image` is RGB32 or ARGB32, and so is the result. Any thread.
+// The blur of QGraphicsBlurEffect at that radius: an exponential filter, applied forwards and backwards along
+// rows and columns, whose response falls to 2/255 at 2.5 radii. Unlike the effect it needs no scene and no
+// GUI thread, keeps the size, and extends the edge pixels outwards, so that edges do not darken. `image` must
+// be RGB32 or ARGB32; the result has the same format. Any thread.
 QImage blurred(const QImage &image, int radius);
 
 } // namespace conversion

@@ -15,7 +15,7 @@ namespace conversion
 namespace
 {
 
-constexpr int maxSide = 65535; // two bytes in the file
+constexpr int maxSide = 65535; // 16 bits in the file
 
 struct MapFree {
     void operator()(ColorMapObject *map) const { GifFreeMapObject(map); }
@@ -33,8 +33,8 @@ int writeBytes(GifFileType *file, const GifByteType *bytes, int length)
     return static_cast<int>(device->write(reinterpret_cast<const char *>(bytes), length));
 }
 
-// The tables of bitmaps and of Indexed8 are kept as they are. A bitmap has packed bits, which are no indexes
-// yet.
+// Monochrome and Indexed8 images keep their colour table. Monochrome pixels are packed bits and must be
+// expanded to indices.
 QImage indexed(const QImage &image)
 {
     return image.convertToFormat(QImage::Format_Indexed8);
@@ -43,7 +43,7 @@ QImage indexed(const QImage &image)
 ColorMap colorMapOf(const QImage &image)
 {
     const int used = static_cast<int>(image.colorCount());
-    ColorMap map(GifMakeMapObject(1 << GifBitSize(used), nullptr)); // zeroed, that is black
+    ColorMap map(GifMakeMapObject(1 << GifBitSize(used), nullptr)); // zero-initialised, that is black
     for (int i = 0; map && i < used; ++i) {
         const QRgb color = image.color(i);
         map->Colors[i] = {static_cast<GifByteType>(qRed(color)), static_cast<GifByteType>(qGreen(color)),

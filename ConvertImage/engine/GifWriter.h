@@ -7,9 +7,9 @@
 namespace conversion
 {
 
-// One GIF89 frame through GIFLIB: not interlaced, without transparency. A colour table of 1 to 256 colours is
-// used as it is, filled up with black to a power of two; any other picture is reduced to 256 colours, with
-// dithering. Empty when it was written, otherwise what went wrong, for the log.
+// Writes a single GIF89 frame through GIFLIB: not interlaced, without transparency. A colour table of 1 to
+// 256 colours is kept and padded with black to a power of two; other images are reduced to 256 colours with
+// dithering. Returns an empty string on success, otherwise an error for the log.
 QString writeGif(QIODevice &device, const QImage &image);
 
 } // namespace conversion

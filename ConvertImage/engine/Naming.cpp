@@ -16,7 +16,7 @@ qsizetype afterFolder(const QString &path)
     return std::max(path.lastIndexOf(u'\\'), path.lastIndexOf(u'/')) + 1;
 }
 
-// How names are compared here: in small letters, with one kind of separator.
+// Comparison key of a path: lower case, with one kind of separator.
 QString key(const QString &path)
 {
     return QString(path).replace(u'/', u'\\').toLower();

@@ -8,12 +8,11 @@
 
 #include <array>
 
-// What the user can choose for a conversion. Plain values: a job takes a copy, and nothing is read while it
-// runs.
+// The options of a conversion. Plain values: a job takes a copy, and never reads settings while it runs.
 namespace conversion
 {
 
-// In the order of the list of formats; the number is what is stored.
+// In the order of the format list; the number is stored.
 enum class Target { Avif, Gif, Heic, Heif, Jpg, Jxl, Png, Tiff, Webp, Pdf };
 inline constexpr int targetCount = 10;
 
@@ -51,15 +50,15 @@ struct Resize {
 };
 
 struct Adjustments {
-    int contrast = 0;   // 259 is the largest that makes sense, and no division by zero
+    int contrast = 0;   // 259 is the largest useful value, and avoids a division by zero
     int brightness = 0; // added to each channel
-    int gamma = 0;      // in percent above 1; -100 leaves the step out
+    int gamma = 0;      // percent above 1.0; -100 disables the step
     bool sepia = false;
-    int invertBelow = 0; // channels below it are inverted; 0: none
+    int invertBelow = 0; // channels below it are inverted; 0 for none
     int blurRadius = 0;
-    bool grayScale = false; // a step of its own, after the others
+    bool grayScale = false; // a separate step after the others
 
-    // Whether a step other than the grey one is to be done.
+    // True if any colour step other than grey scale is active.
     bool changeColours() const
     {
         return sepia || contrast != 0 || brightness != 0 || gamma != 0 || invertBelow != 0 || blurRadius != 0;
@@ -68,20 +67,20 @@ struct Adjustments {
 };
 
 struct TextMark {
-    QString content; // may have several lines; empty: no mark
-    QString font;    // family; empty: the application's
-    int points = 12; // of the output, by the resolution that the picture states
+    QString content; // may have several lines; empty for no mark
+    QString font;    // font family; empty for the application's
+    int points = 12; // at the resolution stored in the output image
     QColor color = Qt::white;
     Position position = Position::BottomRight;
     int opacity = 100; // percent
-    int margin = 0;    // pixels of the output, from the edges that the position names
+    int margin = 0;    // output pixels, from the edges that the position names
 
     bool operator==(const TextMark &) const = default;
 };
 
 struct PictureMark {
-    QString path;      // empty: no mark
-    int percent = 100; // of the picture's own size
+    QString path;      // empty for no mark
+    int percent = 100; // of the mark image's own size
     Position position = Position::BottomRight;
     int opacity = 100;
     int margin = 0;
@@ -90,8 +89,8 @@ struct PictureMark {
 };
 
 struct QrMark {
-    QString text;   // empty: no mark
-    int size = 100; // pixels of the output, quiet zone included; the code is the largest that fits
+    QString text;   // empty for no mark
+    int size = 100; // pixels of the output, including the quiet zone; the code is the largest that fits
     Position position = Position::BottomRight;
     int margin = 0;
 
@@ -107,7 +106,7 @@ struct Watermarks {
     bool operator==(const Watermarks &) const = default;
 };
 
-// What is done to a picture between reading and writing it.
+// Everything done to an image between reading and writing it.
 struct Rendering {
     Resize resize;
     Adjustments adjustments;
@@ -116,16 +115,16 @@ struct Rendering {
     bool operator==(const Rendering &) const = default;
 };
 
-// How a picture is written.
+// How an image is encoded.
 struct Encoding {
-    static constexpr int ownChoice = -1; // the format's own quality
+    static constexpr int ownChoice = -1; // the format's default quality
 
     Target target = Target::Avif;
     int jpgQuality = 95;
-    int quality = ownChoice; // of the other formats that have one: 0 to 100
-    bool lossless = false;   // where the format can be
+    int quality = ownChoice; // for other formats with a quality: 0 to 100
+    bool lossless = false;   // if the format supports it
     bool keepMetadata = true;
-    bool keepPlace = true; // false: the position in the metadata is left out
+    bool keepPlace = true; // if false, GPS data is removed from the metadata
 
     bool operator==(const Encoding &) const = default;
 };

@@ -47,7 +47,7 @@ void failAll(std::vector<FileResult> &results, const QString &problem)
     }
 }
 
-// The next page is made while the one before it is written.
+// Renders the next page while the previous one is written.
 QString writePages(const QStringList &sources, PdfDocument &document, std::vector<FileResult> &results,
                    const RunOptions &options, ConversionFiles &files, const RunListener &listener,
                    const core::CancelFlag &cancel)
@@ -62,7 +62,7 @@ QString writePages(const QStringList &sources, PdfDocument &document, std::vecto
     prepare(0);
     for (std::size_t i = 0; i < results.size(); ++i) {
         if (cancel.isSet())
-            return {}; // `next` waits for its page
+            return {}; // the destructor of `next` waits for its page
         FileResult &result = results[i];
         if (listener.started)
             listener.started(result.source);

@@ -14,8 +14,8 @@ namespace conversion
 namespace
 {
 
-constexpr int marginDots = 380;    // of both sides together
-constexpr double sheetWidth = 8.3; // inches, of A4
+constexpr int marginDots = 380;    // both sides together
+constexpr double sheetWidth = 8.3; // A4, in inches
 constexpr double sheetHeight = 11.7;
 
 QPageSize::PageSizeId pageSizeOf(PaperSize paper)
@@ -61,7 +61,7 @@ QSize pdfPictureSize(const QSize &picture, const QSize &box)
 
 bool cutOffOn(PaperSize paper)
 {
-    // What a page has within QPdfWriter's own margins of 10 points.
+    // The page area inside QPdfWriter's default margins of 10 points.
     constexpr int dotsPerInch = 1200;
     constexpr double margins = 20.0;
     const QSizeF points =
@@ -72,7 +72,7 @@ bool cutOffOn(PaperSize paper)
            box.height() > (points.height() - margins) / 72.0 * dotsPerInch;
 }
 
-// QPdfWriter does not look at whether its bytes are taken.
+// QPdfWriter does not check whether its writes succeed.
 class PdfDocument::Output : public QIODevice
 {
 public:

@@ -14,27 +14,27 @@ class QPdfWriter;
 namespace conversion
 {
 
-// The box that pictures are fitted into, in dots: that of an A4 sheet, whatever the paper. On smaller sheets
-// a picture may be cut off, see cutOffOn().
+// The box that images are fitted into, in dots: that of A4, whatever the paper size. On smaller sheets an
+// image may be cut off, see cutOffOn().
 QSize pdfBox(int logicalDpiX, int logicalDpiY);
 
-// A picture fitted into the box, enlarged or made smaller, its shape kept but for what rounding takes. Empty
-// for an empty picture.
+// The size of an image scaled up or down to fit the box; keeps the aspect ratio apart from rounding. Empty
+// for an empty image.
 QSize pdfPictureSize(const QSize &picture, const QSize &box);
 
-// Whether a part of the box lies beyond what this paper has room for.
+// Whether part of the box lies outside of this paper.
 bool cutOffOn(PaperSize paper);
 
-// One document, a page for each picture.
+// A document with one page per image.
 class PdfDocument
 {
 public:
     PdfDocument(QIODevice &device, PaperSize paper);
     ~PdfDocument();
 
-    // The next page; empty where the picture is null. Empty, or the reason of a failure.
+    // Adds a page; it is blank if the image is null. Returns an empty string, or the reason of a failure.
     QString addPage(const QImage &picture);
-    // Ends the document. False when not all of it could be written.
+    // Finishes the document. False if a write failed.
     bool finish();
 
 private:

@@ -7,23 +7,23 @@
 #include <thread>
 #include <vector>
 
-// Small questions about the layout of pictures, and the one loop over rows on several cores.
+// Helpers for image formats, and the parallel loop over rows.
 namespace conversion
 {
 
-// More than eight bits a channel.
+// More than eight bits per channel.
 bool isDeep(const QImage &image);
 
-// Whether any pixel is not opaque; looks at all of them where the format has alpha.
+// Whether any pixel is not opaque; scans all pixels if the format has alpha.
 bool isTransparentAnywhere(const QImage &image);
 
-// In the colours of sRGB. A picture without a profile is taken for that already.
+// Converted to sRGB. An image without a profile is assumed to be sRGB.
 QImage inSrgb(const QImage &image);
 
-// Gives `to` the resolution and the colour profile of `from`.
+// Copies the resolution and the colour profile of `from`.
 void keepFacts(const QImage &from, QImage &to);
 
-// Calls `work(y)` for each row, on several threads where the picture is worth it. `work` must not detach an
+// Calls `work(y)` for each row, on several threads if the image is large enough. `work` must not detach an
 // image that others write to.
 template <class Work>
 void forEachRowInParallel(int rows, int width, const Work &work)

@@ -22,7 +22,7 @@ namespace conversion
 namespace
 {
 
-constexpr int losslessQuality = 100; // of all formats here that have both ways
+constexpr int losslessQuality = 100; // for all formats here that have both modes
 
 QImage onWhite(const QImage &image)
 {
@@ -40,7 +40,7 @@ QImage onWhite(const QImage &image)
     return flat;
 }
 
-// The same pixels without the texts that the source had. Lives no longer than `image`.
+// A shallow copy without the source's text entries. Must not outlive `image`.
 QImage withoutTexts(const QImage &image)
 {
     QImage bare(image.constBits(), image.width(), image.height(), image.bytesPerLine(), image.format());
@@ -56,7 +56,7 @@ int qualityOf(const Encoding &encoding)
         return std::clamp(encoding.jpgQuality, 0, 100);
     if (facts.hasLossless && encoding.lossless)
         return losslessQuality;
-    // One below: the writers take the highest for lossless.
+    // One less: the writers treat the maximum as lossless.
     return facts.hasQuality ? std::min(encoding.quality, losslessQuality - 1) : Encoding::ownChoice;
 }
 
@@ -65,7 +65,7 @@ QString writeWithQt(QIODevice &device, const QImage &image, const Encoding &enco
     QImageWriter writer(&device, writerFormat(encoding.target));
     if (const int quality = qualityOf(encoding); quality != Encoding::ownChoice)
         writer.setQuality(quality);
-    constexpr int lzw = 1; // of the TIFF writer, whose own choice is none
+    constexpr int lzw = 1; // the TIFF writer's default is uncompressed
     if (encoding.target == Target::Tiff)
         writer.setCompression(lzw);
     writer.setOptimizedWrite(true);
@@ -73,7 +73,7 @@ QString writeWithQt(QIODevice &device, const QImage &image, const Encoding &enco
     return writer.write(image) ? QString() : writer.errorString();
 }
 
-// What the user is told when something was there and is there no longer; empty where nothing was lost.
+// The note for the user if some metadata was lost; empty if nothing was.
 QString lossText(const char *name, bool isCut, const QByteArray &found, const QByteArray &adapted,
                  const QByteArray &leftOut)
 {
@@ -132,7 +132,7 @@ WriteResult writePicture(QIODevice &device, const QImage &image, const Encoding 
     const Metadata adapted = adaptedMetadata(metadata, image.size(), encoding.keepPlace);
     const WithMetadata made = withMetadata(encoded.data(), encoding.target, adapted);
     if (const qint64 count = device.write(made.file); count != made.file.size()) {
-        // A file that takes a part and reports no error has come to the end of its disk.
+        // A short write without an error means that the disk is full.
         const bool isFull = count >= 0;
         return {isFull ? QCoreApplication::translate("conversion", "The disk is full") : device.errorString(),
                 {}};
@@ -154,7 +154,7 @@ QString checkWritten(QIODevice &device, Target target, const QSize &size)
 
 qint64 estimatedBytes(const QImage &image, const Encoding &encoding)
 {
-    // Nine tiles across the picture, put together, stand for all of it.
+    // Encodes nine tiles spread over the image as a sample of the whole.
     constexpr qint64 pixelsEncodedWhole = 1 << 20;
     constexpr int tiles = 3;
     const qint64 pixels = qint64(image.width()) * image.height();

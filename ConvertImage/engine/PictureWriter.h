@@ -11,23 +11,23 @@ namespace conversion
 {
 
 struct WriteResult {
-    QString problem; // empty: it was written
-    QString note;    // for the user: what the file has no room for
+    QString problem; // empty on success
+    QString note;    // for the user: metadata that the format cannot store
 };
-// Writes a rendered picture in a format of its own file (any but PDF). What the format cannot hold is changed
-// first, so that nothing turns black or loses its colours: transparency becomes white, a colour profile sRGB.
-// The quality is set for JPEG, and for other formats where the user chose one. `device` is open for writing
-// and reading. Any thread.
+// Writes a rendered image in any format other than PDF. What the format cannot store is converted first:
+// transparency to white, a colour profile to sRGB. The quality is always set for JPEG, for other formats only
+// if the user chose one. `device` must be open for reading and writing. Any thread.
 WriteResult writePicture(QIODevice &device, const QImage &image, const Encoding &encoding,
                          const Metadata &metadata);
 
-// As it is handed to the format's writer.
+// The image as it is handed to the format's writer.
 QImage preparedFor(Target target, const QImage &image);
 
-// Whether what was written can be opened, and has the size of what was rendered. Empty, or the reason.
+// Verifies that the written file can be opened and has the right size. Returns an empty string, or the
+// reason.
 QString checkWritten(QIODevice &device, Target target, const QSize &size);
 
-// About how many bytes the file will have: small pictures are encoded, of large ones a part.
+// The approximate file size: small images are encoded as a whole, large ones in part.
 qint64 estimatedBytes(const QImage &image, const Encoding &encoding);
 
 } // namespace conversion

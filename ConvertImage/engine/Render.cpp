@@ -14,7 +14,7 @@ namespace conversion
 namespace
 {
 
-// Four inks are what printers work with; no step, and hardly any viewer, knows them.
+// Converts CMYK to RGB: no later step, and hardly any viewer, supports CMYK.
 QImage withoutInks(const QImage &image)
 {
 #if QT_VERSION >= QT_VERSION_CHECK(6, 8, 0)

@@ -17,7 +17,7 @@ int side(qint64 pixels)
     return static_cast<int>(std::clamp<qint64>(pixels, 0, std::numeric_limits<int>::max()));
 }
 
-// The other side, when one of `from` pixels becomes `to`.
+// The length of the other side when `from` pixels become `to`.
 int followingSide(int other, int from, int to)
 {
     if (from <= to)
@@ -25,8 +25,8 @@ int followingSide(int other, int from, int to)
     return other / (from / to);
 }
 
-// Grey again after it was scaled as red, green and blue: one of them. Qt's own conversion would weigh the
-// three by the colour profile.
+// A grey image that was scaled as RGB back to grey, by taking one channel. Qt's own conversion would weight
+// the channels by the colour profile.
 template <class Value>
 void takeOneChannel(const QImage &colours, QImage &grey)
 {
@@ -79,7 +79,7 @@ QImage resized(const QImage &image, const QSize &size, bool preview)
         return image;
     if (preview)
         return image.scaled(size, Qt::IgnoreAspectRatio, Qt::FastTransformation);
-    // Qt scales only some formats of 16 bits a channel as such.
+    // Qt scales only some of the formats with 16 bits per channel without converting them.
     QImage source = image;
     if (isDeep(image))
         source.convertTo(image.hasAlphaChannel() ? QImage::Format_RGBA64_Premultiplied

@@ -8,13 +8,13 @@
 namespace conversion
 {
 
-// The size of the output of a picture of `size`. Whole-number arithmetic throughout: percentages are cut off,
-// and the factor of the relative mode is an integer on purpose, so that the other side often stays as it is.
-// A side may come out as zero, or larger than any picture can be (then as the largest int).
+// The output size for an image of `size`. Integer arithmetic throughout: percentages are truncated, and the
+// factor of the relative mode is an integer by design, so the other side often stays unchanged. A side may be
+// zero, or larger than any image can be (clamped to INT_MAX).
 QSize resizedSize(const QSize &size, const Resize &resize);
 
-// To exactly `size`, whatever the shape. Smooth for conversions, nearest pixel for previews. Pictures of more
-// than eight bits a channel stay so. Null when there is no memory for it.
+// Scales to exactly `size`, ignoring the aspect ratio. Smooth for conversions, nearest neighbour for
+// previews. More than eight bits per channel are kept. Null if out of memory.
 QImage resized(const QImage &image, const QSize &size, bool preview);
 
 } // namespace conversion

@@ -75,12 +75,12 @@ private:
     const RunListener &m_listener;
     const core::CancelFlag &m_cancel;
     imaging::MemoryBudget m_budget;
-    std::mutex m_encoder; // of the encoders that use all cores by themselves
+    std::mutex m_encoder; // serialises encoders that use all cores themselves
 
-    std::mutex m_mutex; // guards what follows; a result is its thread's own until it has ended
+    std::mutex m_mutex; // guards the following members; an unfinished result belongs to its thread
     std::condition_variable m_endedOne;
     std::vector<FileResult> m_results;
-    std::vector<std::optional<std::size_t>> m_earlier; // the file before it with the same output
+    std::vector<std::optional<std::size_t>> m_earlier; // previous file with the same output
     std::vector<bool> m_ended;
     std::size_t m_next = 0;
 };
@@ -112,7 +112,7 @@ std::optional<std::size_t> FileRun::takeNext()
     return m_next++;
 }
 
-// Those before it were begun before it, so one of the other threads is at work on them.
+// Earlier files were started earlier, so another thread is already working on them.
 void FileRun::waitForEarlier(std::size_t index)
 {
     std::unique_lock lock(m_mutex);
@@ -142,10 +142,10 @@ void FileRun::convert(std::size_t index)
     const bool wantsMetadata =
         m_options.encoding.keepMetadata && factsOf(m_options.encoding.target).hasMetadata;
     ConversionFiles::Source source = m_files.load(result.source, wantsMetadata, [&memory](qint64 bytes) {
-        memory.take(2 * bytes); // the picture, and what the steps make of it
+        memory.take(2 * bytes); // the image, and the result of the steps
     });
     if (m_cancel.isSet())
-        return; // a decoding that was given up is no failure
+        return; // a cancelled decoding is not a failure
     result.sourceBytes = source.bytes;
     result.note = source.note;
     Rendered rendered;

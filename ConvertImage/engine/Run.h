@@ -13,24 +13,25 @@
 #include <memory>
 #include <optional>
 
-// A conversion from the list of sources to the list of results. Files are reached only through what is handed
-// in, so that the same code runs on any disk, in tests, and on the build machine.
+// A conversion, from the list of sources to the list of results. Files are accessed only through an
+// interface, so that the same code runs on any disk, in tests and on the build machine.
 namespace conversion
 {
 
-// An output that is being written under a temporary name. What is not put in place goes with the object.
+// An output that is being written under a temporary name. It is deleted with the object unless it was put in
+// place.
 class PendingOutput
 {
 public:
     virtual ~PendingOutput() = default;
 
-    // Open for writing and reading, empty.
+    // Initially empty, open for reading and writing.
     virtual QIODevice &device() = 0;
     enum class Placed { Done, Exists, Failed };
-    // Gives the file its final name in one step; the device is closed by that. Exists: there is a file of
-    // that name which is not to be replaced. `problem` is set with Failed.
+    // Renames the file to its final name in one step, which closes the device. Exists: the final name is
+    // taken and must not be replaced. With Failed, `problem` is set.
     virtual Placed place(bool replace, QString &problem) = 0;
-    // What is told after a failed write: encoders often say no more than that it failed.
+    // A better explanation of a failed write: encoders often report only that it failed.
     virtual QString explained(const QString &problem) { return problem; }
 };
 
@@ -41,25 +42,25 @@ public:
     virtual ~ConversionFiles() = default;
 
     struct Source {
-        QImage image; // null: it cannot be read, see `problem`
+        QImage image; // null if it cannot be read, see `problem`
         Metadata metadata;
-        qint64 bytes = 0; // of the file
+        qint64 bytes = 0; // file size
         QString problem;
-        QString note; // what is wrong with it all the same
+        QString note; // a defect of a source that could still be read
     };
-    // `beforeDecode` as that of the image loader: it may block until there is memory.
+    // `beforeDecode` as for the image loader: it may block until memory is free.
     virtual Source load(const QString &path, bool withMetadata,
                         const std::function<void(qint64 bytes)> &beforeDecode) = 0;
     virtual bool exists(const QString &path) = 0;
-    // Null when it cannot be begun; then `problem` is set. `source` may be asked for its times.
+    // Null if it cannot be created; then `problem` is set. `source` is used for its file times.
     virtual std::unique_ptr<PendingOutput> begin(const QString &output, const QString &source,
                                                  QString &problem) = 0;
 };
 
 enum class Outcome {
-    Waiting, // not reached: the run was cancelled
+    Waiting, // not started: the run was cancelled
     Written,
-    Exists, // there is a file already, and the user has not been asked about it
+    Exists, // the output exists, and the user has not been asked yet
     Failed
 };
 
@@ -67,11 +68,11 @@ struct FileResult {
     QString source;
     QString output;
     Outcome outcome = Outcome::Waiting;
-    QString problem; // with Failed
-    QString note;    // with Written: what was lost, or missing before
+    QString problem; // set with Failed
+    QString note;    // set with Written: what was lost, or missing in the source
     qint64 sourceBytes = 0;
     qint64 outputBytes = 0;
-    QSize size; // of what was written
+    QSize size; // of the output
 };
 
 struct RunOptions {
@@ -80,24 +81,24 @@ struct RunOptions {
     PaperSize paper = PaperSize::Letter;
     MarkSources marks;
     bool overwriteAll = false;
-    int threads = 1;                         // that render side by side
-    qint64 decodedBytes = qint64(600) << 20; // of pictures in memory at a time, all threads together
+    int threads = 1;                         // rendering in parallel
+    qint64 decodedBytes = qint64(600) << 20; // decoded images in memory, over all threads
 };
 
 struct RunListener {
-    std::function<void(const QString &source)> started; // in list order; any thread, one at a time
-    std::function<void(const FileResult &)> finished;   // in the order in which they end; likewise
+    std::function<void(const QString &source)> started; // in list order; from any thread, one call at a time
+    std::function<void(const FileResult &)> finished;   // in completion order; likewise
 };
 
-// Converts each file of the plan to a file of its own. The results are in the order of the plan. Of files
-// with one output, a later one waits for the earlier ones, and is told as existing after the first that was
-// written, also when everything may be overwritten: what this run made is not yet what the user has seen.
+// Converts each file of the plan to a file of its own. Results are in plan order. If several files have the
+// same output, later ones wait for the earlier ones, and are reported as Exists after the first that was
+// written, even with overwriteAll: the user has not agreed to replace files of this very run.
 std::vector<FileResult> convertFiles(const std::vector<PlannedFile> &plan, const RunOptions &options,
                                      ConversionFiles &files, const RunListener &listener,
                                      const core::CancelFlag &cancel);
 
-// All into one document, which replaces any that is there; one that was cancelled or could not be written
-// leaves the old one. The results are those of the pages.
+// Converts all sources into one document, which replaces an existing one. A cancelled or failed run keeps the
+// old one. The results are those of the pages.
 std::vector<FileResult> convertToPdf(const QStringList &sources, const QString &document,
                                      const RunOptions &options, ConversionFiles &files,
                                      const RunListener &listener, const core::CancelFlag &cancel);

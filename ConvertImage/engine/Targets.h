@@ -6,26 +6,26 @@
 namespace conversion
 {
 
-// What the formats can hold, as their writers here do it.
+// The capabilities of the formats, as implemented by the writers used here.
 struct TargetFacts {
-    const char *name;      // in the list of formats
-    const char *extension; // with its dot; it decides about the writer
+    const char *name;      // in the format list
+    const char *extension; // with the dot; it selects the writer
     bool hasQuality;
-    bool hasLossless; // beside a lossy way
+    bool hasLossless; // in addition to lossy
     bool hasAlpha;
-    bool hasProfile;  // a colour profile can be stored
-    bool hasMetadata; // EXIF and XMP are carried over
-    bool isThreaded;  // its encoder works on all cores by itself
+    bool hasProfile;  // can store a colour profile
+    bool hasMetadata; // EXIF and XMP are copied
+    bool isThreaded;  // its encoder uses all cores by itself
 };
 
 const TargetFacts &factsOf(Target target);
 
-// As QImageWriter names it: "jpg", "jxl".
+// The name that QImageWriter uses: "jpg", "jxl".
 QByteArray writerFormat(Target target);
 
-// A stored number: a negative one counts as the first, one beyond the end as the last.
+// From a stored number: negative ones give the first format, larger ones the last.
 Target targetFromIndex(int index);
-// A stored number; any other is "Bottom - Right".
+// From a stored number; others give "Bottom - Right".
 Position positionFromIndex(int index);
 
 const char *positionName(Position position);    // "Top - Left"

@@ -17,9 +17,9 @@ namespace conversion
 namespace
 {
 
-constexpr int maxMarkSide = 32767; // of what is drawn; beyond that nobody sees all of it
+constexpr int maxMarkSide = 32767; // nothing larger could be visible as a whole
 
-// What a picture states as its resolution may be anything; screens and printers lie well inside of this.
+// An image's stored resolution may be nonsense; those of screens and printers are well within this range.
 int textPixels(int points, int dotsPerMeter)
 {
     constexpr double inch = 0.0254;
@@ -31,7 +31,7 @@ QImage textPicture(const TextMark &mark, int dotsPerMeter, const QString &defaul
 {
     QFont font(mark.font.isEmpty() ? defaultFont : mark.font);
     font.setPixelSize(textPixels(mark.points, dotsPerMeter));
-    // As the letters really lie: italics and accents reach beyond their advance.
+    // Uses the real extent of the glyphs: italics and accents exceed their advance.
     const QFontMetrics metrics(font);
     const QRect bounds = metrics.boundingRect(QRect(0, 0, maxMarkSide, maxMarkSide),
                                               Qt::AlignLeft | Qt::AlignTop, mark.content);
@@ -64,14 +64,14 @@ QSize percentOf(const QSize &size, int percent)
     return {scaled(size.width()), scaled(size.height())};
 }
 
-// With a middle level of correction, as a picture with it may be scaled and printed.
+// Medium error correction, as the image may be scaled and printed.
 std::optional<core::QrMatrix> markCode(const QString &text)
 {
     return core::encodeQr(text, core::QrCorrection::Medium).matrix;
 }
 
-// One in which QPainter draws, with as many bits a channel; it refuses some others, and paints grey into
-// grey.
+// A format that QPainter supports, with the same bits per channel. QPainter refuses some formats, and paints
+// only grey into grey ones.
 QImage::Format paintedFormat(const QImage &image)
 {
     const bool alpha = image.hasAlphaChannel();

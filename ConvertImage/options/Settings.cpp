@@ -7,7 +7,7 @@ namespace conversion
 namespace
 {
 
-// Values by name, checked.
+// Named values, validated.
 class Values
 {
 public:

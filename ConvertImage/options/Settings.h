@@ -6,8 +6,8 @@
 #include "settings/NamedSets.h"
 #include "settings/Values.h"
 
-// What the converter keeps in the registry, and the settings of a conversion that are made of it. The names
-// of the values are the stored format, as they are spelled.
+// The converter's registry values, and the conversion settings made from them. The value names are the stored
+// format, with this very spelling.
 namespace conversion
 {
 
@@ -19,7 +19,7 @@ using settings::Number;
 using settings::Text;
 
 inline constexpr QStringView key = settings::keys::convertImage;
-inline constexpr qint32 maxPixels = 100'000; // of a side, an offset or a margin
+inline constexpr qint32 maxPixels = 100'000; // for a side, an offset or a margin
 
 inline constexpr Number targetFileType{key, u"targeFileType", 0,
                                        0,   targetCount - 1,  Number::Outside::Nearest};
@@ -83,17 +83,16 @@ struct Settings {
     QString pdfFileName;
     bool besideSource = false;
     bool keepTimes = false;
-    bool withSubfolders = true; // of a folder that is added
-    bool keepFolders = false;   // outputs lie in the output folder as the sources do in such a folder
+    bool withSubfolders = true; // of added folders
+    bool keepFolders = false;   // outputs keep the folder structure of added folders
 
     bool operator==(const Settings &) const = default;
 };
 
-// From what the controls show, by the names of the values. What is absent or not usable is the default.
+// From the states of the controls, by value name. Missing or invalid values get the default.
 Settings settingsFrom(const QVariantMap &values);
 
-// The values without those that belong to one run only: its folders and its document. A set of settings that
-// the user names has the others.
+// The values that can go into a preset: without those of a single run (its folders and its document).
 QVariantMap withoutPlaces(QVariantMap values);
 
 } // namespace conversion

@@ -58,7 +58,7 @@ SettingsPanel::SettingsPanel(SettingsBinding *binding, QWidget *parent)
     addTab(controls::scrollArea(makeAdjustPage()), tr("Adjust"));
     addTab(controls::scrollArea(makeMarksPage()), tr("Watermark"));
     for (QScrollArea *area : findChildren<QScrollArea *>())
-        area->setFocusPolicy(Qt::NoFocus); // each follows the focus of what is in it
+        area->setFocusPolicy(Qt::NoFocus); // scrolls to the focused control
     connect(binding, &SettingsBinding::changed, this, &SettingsPanel::showWhatApplies);
     showWhatApplies();
 }
@@ -102,7 +102,7 @@ QSpinBox *SettingsPanel::addNumber(QFormLayout *form, const QString &label, cons
     return box;
 }
 
-// A slider, its number, and a button that puts it back.
+// A slider, a number field and a reset button.
 void SettingsPanel::addSliderRow(QFormLayout *form, const QString &label, const settings::Number &number)
 {
     auto *slider = new QSlider(Qt::Horizontal, this);
@@ -125,7 +125,7 @@ void SettingsPanel::addSliderRow(QFormLayout *form, const QString &label, const 
     form->addRow(row);
 }
 
-// Several sections have the same labels.
+// Adds the section, since several sections have equal labels.
 QString SettingsPanel::spokenName(const QString &label) const
 {
     return m_section.isEmpty() ? label : m_section + QStringLiteral(": ") + label;

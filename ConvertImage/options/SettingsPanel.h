@@ -16,7 +16,7 @@ class QLabel;
 class QPushButton;
 class WrappedLabel;
 
-// The settings of a conversion on four tabs. Everything is written as it is changed.
+// The settings of a conversion on four tabs. Every change is stored at once.
 class SettingsPanel : public FLTabWidget
 {
     Q_OBJECT
@@ -24,7 +24,7 @@ class SettingsPanel : public FLTabWidget
 public:
     SettingsPanel(SettingsBinding *binding, QWidget *parent = nullptr);
 
-    // Of the selected picture; empty: none. The resize tab shows what becomes of it.
+    // The size of the selected image, empty for none. The resize tab shows the resulting size.
     void setPictureSize(const QSize &size);
 
 private:
@@ -38,7 +38,7 @@ private:
     void addPictureMark(QFormLayout *form);
     void addQrMark(QFormLayout *form);
 
-    // Controls get the name of their setting.
+    // Controls are named after their setting.
     QSpinBox *makeNumber(const settings::Number &number);
     void tie(QComboBox *box, const settings::Number &number);
     void tie(QPlainTextEdit *edit, const settings::Text &text);
@@ -58,8 +58,8 @@ private:
 
     SettingsBinding *m_binding;
     QSize m_pictureSize;
-    std::vector<std::function<void(const conversion::Settings &)>> m_rules; // what is shown when
-    QString m_section;                                                      // that is being built
+    std::vector<std::function<void(const conversion::Settings &)>> m_rules; // updates visibility
+    QString m_section;                                                      // the section being built
     QLabel *m_result = nullptr;
     WrappedLabel *m_qrHint = nullptr;
     QPushButton *m_color = nullptr;

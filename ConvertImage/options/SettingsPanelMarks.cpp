@@ -127,7 +127,7 @@ void SettingsPanel::addQrMark(QFormLayout *form)
     addPosition(form, stored::qrCodePosition);
     addNumber(form, tr("Margin"), stored::qrCodeMargin, tr(" px"));
     m_rules.push_back([this, form](const Settings &settings) {
-        constexpr int readablePixels = 2; // a module of one pixel does not survive a lossy format
+        constexpr int readablePixels = 2; // modules of one pixel do not survive lossy compression
         const conversion::QrMark &mark = settings.rendering.marks.qr;
         const int pixels = conversion::qrModulePixels(mark.text, mark.size);
         m_qrHint->setText(pixels == 0 ? tr("The text is too long for a QR code.")

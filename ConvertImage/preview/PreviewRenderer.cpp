@@ -9,14 +9,14 @@
 namespace
 {
 
-// For the screen: 32 bits, in the colours of sRGB, and no larger than the view.
+// For display: 32 bits, sRGB, and no larger than the view.
 QImage fitted(const QImage &image, const QSize &area)
 {
     if (image.isNull() || area.isEmpty() ||
         (image.width() <= area.width() && image.height() <= area.height()))
         return {};
     const QSize size = image.size().scaled(area, Qt::KeepAspectRatio).expandedTo({1, 1});
-    // A picture of many times the size is thinned out first: smooth scaling looks at every pixel of it.
+    // A much larger image is subsampled first: smooth scaling reads every pixel.
     const QSize coarse = 3 * size;
     QImage source = image;
     if (coarse.width() < image.width() && coarse.height() < image.height())
@@ -47,7 +47,7 @@ PreviewRenderer::~PreviewRenderer()
 void PreviewRenderer::render(const PreviewWish &wish)
 {
     const quint64 number = ++m_latest;
-    m_thread.clear(); // what was wished for before and has not begun
+    m_thread.clear(); // earlier requests that have not started
     m_estimates.clear();
     m_thread.start([this, number, wish] { work(number, wish); });
 }

@@ -16,29 +16,29 @@ namespace imaging
 class DecoderPool;
 }
 
-// What the preview shows: one source with the settings of this moment.
+// A preview request: one source with the current settings.
 struct PreviewWish {
     QString path;
     conversion::Rendering rendering;
     conversion::Encoding encoding;
     QString defaultFont;
-    QSize area; // of the view, in device pixels: a picture fitted into it is made as well
+    QSize area; // view size in device pixels; the result includes an image fitted to it
 };
 
 struct PreviewPicture {
-    quint64 number = 0; // of the wish
+    quint64 number = 0; // of the request
     QString path;
     QImage before; // as loaded
     QImage after;
-    QImage beforeFitted; // no larger than the view; null where the picture itself is not
+    QImage beforeFitted; // no larger than the view; null if the image already fits
     QImage afterFitted;
     std::vector<conversion::PlacedMark> marks; // without their images
     QString problem;
 };
 Q_DECLARE_METATYPE(std::shared_ptr<const PreviewPicture>)
 
-// Renders previews on a thread of its own, the latest wish only. The last source is kept decoded, until
-// dropCache(). Conversions do not go through it.
+// Renders previews on one thread, only for the latest request. The last source stays decoded until
+// dropCache(). Conversions do not use this class.
 class PreviewRenderer : public QObject
 {
     Q_OBJECT
@@ -47,16 +47,16 @@ public:
     explicit PreviewRenderer(std::shared_ptr<imaging::DecoderPool> decoders, QObject *parent = nullptr);
     ~PreviewRenderer() override;
 
-    // Supersedes every earlier wish: nothing about those is told any more.
+    // Replaces all earlier requests; nothing more is emitted for those.
     void render(const PreviewWish &wish);
-    // Forgets the decoded source, which may have changed on the disk.
+    // Discards the decoded source, which may have changed on disk.
     void dropCache();
-    // Nothing is wished for.
+    // Drops all requests.
     void cancel();
 
 signals:
     void rendered(const std::shared_ptr<const PreviewPicture> &picture);
-    // About the size that the file would have; later, as that takes longer. 0: unknown.
+    // The approximate file size, emitted later since it takes longer. 0 if unknown.
     void estimated(qint64 bytes);
 
 private:
@@ -77,7 +77,7 @@ private:
     std::shared_ptr<imaging::DecoderPool> m_decoders;
     core::CancelFlag m_ending;
     std::atomic<quint64> m_latest{0};
-    Cache m_cache; // of the thread
+    Cache m_cache; // used only on the thread
     QThreadPool m_thread;
-    QThreadPool m_estimates; // a thread of its own: some encoders take longer than a person waits
+    QThreadPool m_estimates; // separate, since some encoders take seconds
 };

@@ -16,7 +16,7 @@ namespace
 {
 
 constexpr double zoomStep = 1.25;
-constexpr double splitReach = 6.0; // of the mouse around the line
+constexpr double splitReach = 6.0; // mouse distance from the line
 
 void paintChessboard(QPainter &painter, const QRectF &area)
 {
@@ -95,7 +95,7 @@ QString PreviewView::zoomText() const
     return tr("%1 %").arg(QString::number(std::lround(scale() * devicePixelRatioF() * 100)));
 }
 
-// Both states are shown at the size of the output, so that they lie over each other.
+// Both states are shown at the output size, so that they overlap exactly.
 QSize PreviewView::pictureSize() const
 {
     return m_picture ? m_picture->after.size() : QSize();
@@ -108,7 +108,7 @@ double PreviewView::scale() const
     const QSizeF size = pictureSize();
     if (size.isEmpty())
         return 1.0;
-    // No larger than it is.
+    // Never enlarged.
     return std::min({width() / size.width(), height() / size.height(), 1.0 / devicePixelRatioF()});
 }
 
@@ -158,7 +158,7 @@ void PreviewView::paintPicture(QPainter &painter, bool before, const QRectF &cli
     const QRectF area = pictureArea();
     const bool useSmall = !small.isNull() && area.width() * devicePixelRatioF() <= small.width() * 1.2;
     const QImage &image = useSmall ? small : whole;
-    // Only what is seen is scaled.
+    // Scales only the visible part.
     const double stretchX = image.width() / area.width();
     const double stretchY = image.height() / area.height();
     const QRectF source((clip.left() - area.left()) * stretchX, (clip.top() - area.top()) * stretchY,
@@ -189,7 +189,7 @@ QRectF PreviewView::markArea(const conversion::PlacedMark &mark) const
                   QSizeF(mark.place.size()) * factor);
 }
 
-// The one on top.
+// The topmost mark at the point.
 const conversion::PlacedMark *PreviewView::markAt(const QPointF &point) const
 {
     if (!m_picture || m_show == Show::Before)
@@ -251,14 +251,15 @@ void PreviewView::mouseMoveEvent(QMouseEvent *event)
 
 void PreviewView::mouseReleaseEvent(QMouseEvent *)
 {
-    if (m_drag == Drag::Mark && m_dragged->place.topLeft() != m_pressedAt) // a click moves nothing
+    if (m_drag == Drag::Mark &&
+        m_dragged->place.topLeft() != m_pressedAt) // a click without movement changes nothing
         dropMark();
     m_drag = Drag::None;
     m_dragged.reset();
     update();
 }
 
-// The position is the third of the picture in which the mark's middle lies.
+// The new position is the third of the image that contains the centre of the mark.
 void PreviewView::dropMark()
 {
     const QSize size = pictureSize();
@@ -270,7 +271,7 @@ void PreviewView::dropMark()
     const std::array<int, 3> fromY{place.top(), 0, size.height() - place.bottom() - 1};
     const int x = std::max(0, fromX[static_cast<std::size_t>(column)]);
     const int y = std::max(0, fromY[static_cast<std::size_t>(row)]);
-    // One margin serves both edges of a corner: the nearer one.
+    // One margin applies to both edges of a corner: use the smaller distance.
     const int margin = column == 1 ? y : row == 1 ? x : std::min(x, y);
     emit markPlaced(m_dragged->kind, static_cast<conversion::Position>(row * 3 + column), margin);
 }

@@ -8,9 +8,8 @@
 #include <memory>
 #include <optional>
 
-// Shows a rendered picture: fitted or at a zoom, after the steps or before them, or with both side by side
-// along a line that the user moves. Marks are placed by dragging. Nothing is computed here but what is on the
-// screen.
+// Shows a rendered image: fitted or zoomed, before or after the steps, or both separated by a movable line.
+// Marks are placed by dragging. Only what is visible is computed.
 class PreviewView : public QWidget
 {
     Q_OBJECT
@@ -22,13 +21,13 @@ public:
     explicit PreviewView(QWidget *parent = nullptr);
 
     void setPicture(const std::shared_ptr<const PreviewPicture> &picture);
-    // Instead of a picture.
+    // Shown instead of an image.
     void setMessage(const QString &message);
     bool isEmpty() const { return !m_picture; }
     void setShow(Show show);
     Show shown() const { return m_show; }
 
-    // 1 is a pixel of the picture for each of the screen; 0 fits the picture into the view.
+    // 1 maps an image pixel to a screen pixel; 0 fits the image to the view.
     void setZoom(double zoom);
     void zoomIn();
     void zoomOut();
@@ -39,9 +38,9 @@ public:
 
 signals:
     void zoomChanged();
-    // A mark was dropped: as far from the edges that the position names.
+    // A mark was dropped: `margin` is its distance from the edges that the position names.
     void markPlaced(conversion::MarkKind kind, conversion::Position position, int margin);
-    void resized(); // the view has another size: pictures fitted to it are too large or too small
+    void resized(); // the size changed, so images fitted to the view are outdated
 
 protected:
     void paintEvent(QPaintEvent *event) override;
@@ -56,11 +55,11 @@ private:
     enum class Drag { None, Pan, Split, Mark };
 
     QSize pictureSize() const;
-    double scale() const;       // logical pixels of the view for a pixel of the picture
-    QRectF pictureArea() const; // in the view; may reach beyond it
+    double scale() const;       // logical pixels per image pixel
+    QRectF pictureArea() const; // in view coordinates; may exceed the view
     void paintPicture(QPainter &painter, bool before, const QRectF &clip) const;
     void paintMarks(QPainter &painter) const;
-    double splitLine() const; // x in the view
+    double splitLine() const; // x in view coordinates
     QRectF markArea(const conversion::PlacedMark &mark) const;
     const conversion::PlacedMark *markAt(const QPointF &point) const;
     void dropMark();
@@ -70,10 +69,10 @@ private:
     QString m_message;
     Show m_show = Show::After;
     double m_zoom = 0.0;
-    QPointF m_offset;     // of the picture's middle from the view's
-    double m_split = 0.5; // of the picture's width
+    QPointF m_offset;     // offset of the image's centre from the view's
+    double m_split = 0.5; // fraction of the image's width
     Drag m_drag = Drag::None;
-    QPointF m_last; // of the mouse
+    QPointF m_last; // last mouse position
     std::optional<conversion::PlacedMark> m_dragged;
-    QPoint m_pressedAt; // where it was before, in pixels of the output
+    QPoint m_pressedAt; // its previous position, in output pixels
 };

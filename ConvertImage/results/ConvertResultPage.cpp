@@ -40,7 +40,7 @@ QString stateText(Outcome outcome)
     return ConversionResultModel::tr("Failed");
 }
 
-// Why a file was not made, or what is missing from it.
+// Why a file was not written, or what it lacks.
 QString reasonText(const FileResult &result)
 {
     return result.problem.isEmpty() ? result.note : result.problem;
@@ -116,7 +116,7 @@ void ConversionResultModel::sort(int column, Qt::SortOrder order)
     if (column < 0)
         return;
     emit layoutAboutToBeChanged();
-    const QModelIndexList kept = persistentIndexList(); // what is selected stays so
+    const QModelIndexList kept = persistentIndexList(); // keeps the selection
     QStringList keptSources;
     for (const QModelIndex &index : kept)
         keptSources.append(m_results[static_cast<std::size_t>(index.row())].source);
@@ -165,11 +165,11 @@ ConvertResultPage::ConvertResultPage(QWidget *parent)
     m_table->setModel(m_model);
     m_table->setEmpty(controls::image("Info16"), tr("Nothing was converted"));
     m_table->table()->horizontalHeader()->setSectionResizeMode(QHeaderView::Interactive);
-    const int widths[] = {150, 120, 260, 80, 80}; // the last one takes what is left
+    const int widths[] = {150, 120, 260, 80, 80}; // the last column takes the rest
     for (int column = 0; column < ConversionResultModel::Output; ++column)
         m_table->table()->setColumnWidth(column, widths[column]);
     m_table->table()->horizontalHeader()->setStretchLastSection(true);
-    m_table->table()->horizontalHeader()->setSortIndicator(-1, Qt::AscendingOrder); // the order of the list
+    m_table->table()->horizontalHeader()->setSortIndicator(-1, Qt::AscendingOrder); // list order
     connect(m_table, &ResultView::told, m_notice,
             [this](NoticeBar::Kind kind, const QString &text) { m_notice->showNotice(kind, text); });
     buildActions();

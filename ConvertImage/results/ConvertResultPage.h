@@ -11,7 +11,7 @@ class PageHeader;
 class QPushButton;
 class ResultTable;
 
-// What became of each file of a run.
+// The outcome for each file of a run.
 class ConversionResultModel : public QAbstractTableModel
 {
     Q_OBJECT
@@ -37,7 +37,7 @@ private:
     std::vector<conversion::FileResult> m_results;
 };
 
-// The list of a run that has ended, with the reasons of what failed.
+// The results of a finished run, with the reasons of failures.
 class ConvertResultPage : public QWidget
 {
     Q_OBJECT
@@ -46,8 +46,8 @@ public:
     explicit ConvertResultPage(QWidget *parent = nullptr);
 
     void showResults(std::vector<conversion::FileResult> results, bool cancelled, qint64 milliseconds);
-    void showError(const QString &error); // of the run as a whole; empty: none
-    // Those that may succeed when they are tried again.
+    void showError(const QString &error); // concerns the whole run; empty for none
+    // Sources that may succeed if they are tried again.
     QStringList failedSources() const;
 
 signals:

@@ -18,11 +18,11 @@ namespace
 
 constexpr int maxLooks = 400;
 
-// Disk.
+// Does disk I/O.
 ExistingFileModel::Look lookAt(imaging::DecoderPool &decoders, const QString &path,
                                const core::CancelFlag &cancel)
 {
-    constexpr int side = 2 * ExistingFileModel::thumbnailSide; // for scaled screens
+    constexpr int side = 2 * ExistingFileModel::thumbnailSide; // for screens with up to 200 % scaling
     const QFileInfo file(path);
     ExistingFileModel::Look look{{},
                                  core::sizeText(static_cast<quint64>(file.size())) + QStringLiteral(", ") +

@@ -10,8 +10,8 @@
 #include <QSet>
 #include <QThreadPool>
 
-// The rows of the dialog. What a file is (picture, size, date) is read by a thread of its own when a row is
-// painted for the first time, the latest wish first; a few hundred are kept.
+// The rows of the dialog. Thumbnail, size and date of a file are loaded on a separate thread when a row is
+// first painted, latest request first; a few hundred are cached.
 class ExistingFileModel : public QAbstractTableModel
 {
     Q_OBJECT
@@ -27,7 +27,7 @@ public:
 
     const std::vector<Answer> &answers() const { return m_answers; }
     void setAnswer(int row, Answer answer);
-    // The file that is there is one of the run's sources.
+    // Whether the existing file is itself a source of the run.
     bool isSource(int row) const { return m_isSource[static_cast<std::size_t>(row)]; }
     int sourceCount() const;
 
@@ -40,7 +40,7 @@ public:
     QVariant headerData(int section, Qt::Orientation orientation, int role) const override;
 
     struct Look {
-        QImage thumbnail; // null: it cannot be read
+        QImage thumbnail; // null if it cannot be read
         QString facts;
     };
 
@@ -57,6 +57,6 @@ private:
     core::CancelFlag m_cancel;
     mutable QCache<QString, Look> m_looks;
     mutable QSet<QString> m_wished;
-    mutable int m_wishes = 0; // their number so far, by which later ones come first
+    mutable int m_wishes = 0; // number of requests so far, used as priority: later ones come first
     mutable QThreadPool m_thread;
 };

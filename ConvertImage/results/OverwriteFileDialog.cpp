@@ -26,7 +26,7 @@
 namespace
 {
 
-// A picture, and lines beside it that are shortened each by itself.
+// A thumbnail, and lines beside it that are elided one by one.
 class FileCellDelegate : public QStyledItemDelegate
 {
 public:
@@ -143,7 +143,7 @@ void OverwriteFileDialog::buildLayout(const QString &question)
 {
     auto *text = new WrappedLabel(this);
     text->setText(question);
-    QHBoxLayout *answers = makeAnswers(); // before the buttons, as Tab goes
+    QHBoxLayout *answers = makeAnswers(); // before the buttons, for the tab order
     auto *buttons = new QDialogButtonBox(QDialogButtonBox::Ok | QDialogButtonBox::Cancel, this);
     buttons->button(QDialogButtonBox::Ok)->setText(tr("Go on"));
     theme::makePrimary(buttons->button(QDialogButtonBox::Ok));

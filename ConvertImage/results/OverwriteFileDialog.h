@@ -16,8 +16,8 @@ namespace imaging
 class DecoderPool;
 }
 
-// Outputs that exist already: what is to become of each. One row for each, with the picture that is there and
-// the one that is to be converted, and a word of warning where the file that is there is itself a source.
+// Asks what to do with outputs that exist already. Each row shows the existing image and the one to convert,
+// with a warning if the existing file is itself a source.
 class OverwriteFileDialog : public QDialog
 {
     Q_OBJECT
@@ -25,14 +25,14 @@ class OverwriteFileDialog : public QDialog
 public:
     enum class Answer { Replace, KeepBoth, Skip };
 
-    // Both lists have one entry for each row. `allSources` are those of the whole run.
+    // Both lists have one entry per row. `allSources` are those of the whole run.
     OverwriteFileDialog(const QStringList &outputs, const QStringList &sources, const QStringList &allSources,
                         const std::shared_ptr<imaging::DecoderPool> &decoders, QWidget *parent = nullptr);
 
-    // After it was accepted. A row that the user did not touch is skipped.
+    // Valid after it was accepted. Rows without an answer are skipped.
     const std::vector<Answer> &answers() const;
 
-    // For the selected rows, or for all. Of all, sources are not replaced: they are to be chosen one by one.
+    // For the selected rows, or for all. "All" never replaces sources: those must be selected individually.
     void answerSelected(Answer answer);
     void answerAll(Answer answer);
 

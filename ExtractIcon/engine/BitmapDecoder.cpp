@@ -17,19 +17,19 @@ namespace
 
 constexpr quint32 infoHeaderBytes = 40; // BITMAPINFOHEADER
 constexpr quint32 maxHeaderSize = 124;  // BITMAPV5HEADER
-constexpr quint32 masksInHeader = 56;   // from this size on, the four masks are fields of the header
+constexpr quint32 masksInHeader = 56;   // from this size on, the masks are header fields
 constexpr quint32 uncompressed = 0;     // BI_RGB
 constexpr quint32 masksAreGiven = 3;    // BI_BITFIELDS
-constexpr qint64 maskTableAt = 40;      // behind the header or inside, it is the same place
+constexpr qint64 maskTableAt = 40;      // inside or after the header, the offset is the same
 constexpr QRgb opaque = 0xff000000;
 
-// Rows are padded to four bytes.
+// Rows are padded to a multiple of four bytes.
 qint64 rowBytes(int width, int bits)
 {
     return (qint64(width) * bits + 31) / 32 * 4;
 }
 
-// Colour masks, and how many bytes they take between header and colour table.
+// Reads the colour masks; returns their size between header and colour table.
 qint64 readMasks(QByteArrayView bytes, quint32 headerSize, quint32 compression, BitmapHeader &header)
 {
     if (compression == masksAreGiven) {
@@ -38,7 +38,7 @@ qint64 readMasks(QByteArrayView bytes, quint32 headerSize, quint32 compression, 
         header.blueMask = number<quint32>(bytes, maskTableAt + 8);
         if (headerSize >= masksInHeader)
             header.alphaMask = number<quint32>(bytes, maskTableAt + 12);
-        else if (header.bits == 32) // the usual place of the alpha that nobody names
+        else if (header.bits == 32) // the usual alpha byte, which the header does not declare
             header.alphaMask = ~(header.redMask | header.greenMask | header.blueMask);
         return headerSize == infoHeaderBytes ? 12 : 0;
     }
@@ -55,7 +55,7 @@ qint64 readMasks(QByteArrayView bytes, quint32 headerSize, quint32 compression, 
     return 0;
 }
 
-// The value under a mask, stretched to eight bits.
+// Extracts the bits of a mask and scales them to eight bits.
 class Channel
 {
 public:
@@ -90,7 +90,7 @@ QList<QRgb> colourTable(QByteArrayView bytes, const BitmapHeader &header)
     return table;
 }
 
-// One, four or eight bits a pixel, the first pixel in the highest bits.
+// 1, 4 or 8 bits per pixel, the first pixel in the highest bits.
 void indexedRow(Line from, QRgb *to, int width, int bits, const QList<QRgb> &table)
 {
     const int perByte = 8 / bits;
@@ -119,14 +119,14 @@ void maskedRow(Line from, QRgb *to, int width, const BitmapHeader &header)
     }
 }
 
-// The usual 32 bits are stored as QImage keeps them.
+// The common 32-bit layout, identical to QImage's.
 bool isPlain32(const BitmapHeader &header)
 {
     return header.bits == 32 && header.redMask == 0xff0000 && header.greenMask == 0xff00 &&
            header.blueMask == 0xff && header.alphaMask == opaque;
 }
 
-// Calls `row` with a stored row and the line of the image that it belongs to.
+// Calls `row` with each stored row and the image line that it belongs to.
 template <class Row>
 void eachRow(QByteArrayView stored, qint64 stride, const BitmapHeader &header, QImage &image, Row row)
 {
@@ -205,7 +205,7 @@ std::optional<BitmapHeader> bitmapHeader(QByteArrayView bytes)
     header.topDown = height < 0;
     header.colourTable = headerSize + readMasks(bytes, headerSize, compression, header);
     const auto used = number<quint32>(bytes, 32);
-    // Above eight bits the table is only a hint, but it stands before the pixels all the same.
+    // Above eight bits the colour table is only a hint, but still precedes the pixels.
     header.colours = used != 0 || header.bits > 8 ? qint64(used) : qint64(1) << header.bits;
     if (header.bits <= 8 && header.colours > qint64(1) << header.bits)
         return std::nullopt;
@@ -230,7 +230,7 @@ std::optional<DecodedBitmap> decodeBitmap(QByteArrayView bytes)
         return std::nullopt;
     paintPixels(bytes, *pixels, stride, *header, image);
     const bool ownAlpha = header->alphaMask != 0 && anyAlpha(image);
-    // Some programs leave out the mask that nobody would look at. One that is cut short is damage.
+    // Some programs omit the mask when it is not needed. A truncated mask is an error.
     const bool maskLeftOut = bytes.size() == header->pixels + pixelBytes;
     if (!mask && !(ownAlpha && maskLeftOut))
         return std::nullopt;

@@ -7,12 +7,12 @@
 
 #include <optional>
 
-// Reading bytes that come from outside. Every offset is checked against the bytes that are there; sizes are
-// 64-bit, so that a sum of two 32-bit fields cannot wrap.
+// Reads untrusted bytes. Every offset is checked; sizes are 64-bit, so that sums of 32-bit fields cannot
+// overflow.
 namespace icons
 {
 
-// Empty when the range is not wholly inside.
+// nullopt if the range is not completely inside.
 inline std::optional<QByteArrayView> range(QByteArrayView bytes, qint64 at, qint64 length)
 {
     if (at < 0 || length < 0 || at > bytes.size() || length > bytes.size() - at)
@@ -20,7 +20,7 @@ inline std::optional<QByteArrayView> range(QByteArrayView bytes, qint64 at, qint
     return bytes.sliced(static_cast<qsizetype>(at), static_cast<qsizetype>(length));
 }
 
-// The little-endian number at `at`; 0 when the bytes end before it does.
+// The little-endian number at `at`; 0 if the data ends before it.
 template <class Number>
 Number number(QByteArrayView bytes, qint64 at)
 {

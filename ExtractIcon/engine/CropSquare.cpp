@@ -10,7 +10,7 @@ namespace icons
 namespace
 {
 
-// Where a span of `length` that wants to begin at `at` begins in a picture's side; centred when it is longer.
+// Clamps a span of `length` at `at` to an image side; centres it if it is longer.
 int kept(int at, int length, int side)
 {
     return length > side ? (side - length) / 2 : std::clamp(at, 0, side - length);

@@ -5,23 +5,23 @@
 #include <QRect>
 #include <QSize>
 
-// The square part of a picture that becomes an icon, in pixels of the picture.
+// The square part of an image that becomes an icon, in image pixels.
 namespace icons
 {
 
 inline constexpr int minCropSide = 8;
 
-// The largest square in the middle of the picture.
+// The largest square centred in the image.
 QRect largestSquare(QSize picture);
 
-// The smallest square around the whole picture: what lies outside of it is transparent in the icon.
+// The smallest square around the whole image; the area outside of the image is transparent in the icon.
 QRect squareAround(QSize picture);
 
-// The square moved, and kept in the picture as far as it fits.
+// Moves the square, kept inside the image as far as it fits.
 QRect movedSquare(const QRect &square, QPoint by, QSize picture);
 
-// A square drawn from `anchor` towards `to`: its side is the longer of both distances, as far as the picture
-// has room. The anchor stays a corner, or the centre.
+// A square dragged from `anchor` to `to`: its side is the longer distance, limited by the image. The anchor
+// remains a corner, or the centre.
 QRect drawnSquare(QPoint anchor, QPoint to, QSize picture, bool anchorIsCentre);
 
 } // namespace icons

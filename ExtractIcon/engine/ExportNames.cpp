@@ -11,7 +11,7 @@ namespace icons
 namespace
 {
 
-constexpr qsizetype maxNameLength = 200; // of the 255 that a file system takes; size, depth and ending follow
+constexpr qsizetype maxNameLength = 200; // of 255 in the file system; leaves room for size, depth and suffix
 
 } // namespace
 
@@ -37,7 +37,7 @@ QString iconName(const QString &name, quint32 id)
 
 bool isUsableName(const QString &name)
 {
-    // Names of devices need no check: size and depth, or a number, always follow.
+    // Device names need no check, since size and depth, or a number, always follow.
     static const QString forbidden = QStringLiteral("<>:\"/\\|?*");
     return !name.trimmed().isEmpty() && name.size() <= maxNameLength &&
            std::ranges::none_of(name, [](QChar c) { return c.unicode() < 32 || forbidden.contains(c); });

@@ -7,19 +7,18 @@
 #include <QString>
 #include <QStringList>
 
-// The names of exported files.
+// Names of exported files.
 namespace icons
 {
 
-// One name for each image: "name_48x48_32bits.png", with the width twice. A name that has been given out
-// already is followed by " (2)", " (3)" before the dot: images of equal width and depth do not overwrite
-// each other.
+// One name per image: "name_48x48_32bits.png", with the width twice. Repeated names get " (2)", " (3)" before
+// the dot, so that images of equal width and depth do not overwrite each other.
 QStringList pngNames(const QString &name, const QList<ImageFacts> &images);
 
-// "shell32_16.ico"; the file's own name for an icon that has no number.
+// "shell32_16.ico"; just the file name for an icon without a number.
 QString iconName(const QString &name, quint32 id);
 
-// Whether `name` can be a part of a file name on Windows: it names no folder, no device and no stream.
+// Whether `name` can be part of a Windows file name: no folder, device or stream.
 bool isUsableName(const QString &name);
 
 } // namespace icons

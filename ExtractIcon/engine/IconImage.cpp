@@ -16,7 +16,7 @@ namespace icons
 namespace
 {
 
-constexpr qint64 pngSizeAt = 16; // width and height, big-endian, of the first chunk
+constexpr qint64 pngSizeAt = 16; // width and height in the first chunk, big-endian
 
 QSize pngSize(QByteArrayView png)
 {

@@ -8,17 +8,17 @@
 #include <QList>
 #include <QString>
 
-// One image of an icon: what its header tells, and the picture itself.
+// One image of an icon: the facts from its header, and the pixels.
 namespace icons
 {
 
 bool isPng(QByteArrayView bytes);
 
-// What can be told without decoding.
+// What is known without decoding.
 struct ImageFacts {
-    int width = 0; // as the directory says, or, where that says 0, as the image says; 0 when neither tells
+    int width = 0; // from the directory, or from the image if that is 0; 0 if neither has it
     int height = 0;
-    int depth = 0; // bits a pixel: those of a decoded PNG are 32 unless decoded() says otherwise
+    int depth = 0; // bits per pixel: 32 for PNG, unless decoded() finds another depth
     bool png = false;
     qint64 bytes = 0;
 
@@ -27,16 +27,16 @@ struct ImageFacts {
 
 struct IconImage {
     ImageFacts facts;
-    QImage image; // null when the bytes are no image that can be decoded
+    QImage image; // null if it cannot be decoded
 };
 
 ImageFacts imageFacts(QByteArrayView bytes, const DirectoryEntry &entry);
 
-// A PNG by its signature, else a bitmap. The depth is that of the decoded PNG or the directory's one of a
-// bitmap, where it has one. No larger than maxSide.
+// PNG by its signature, otherwise a bitmap. The depth is that of the decoded PNG, or the directory's for a
+// bitmap if it has one. Limited to maxSide.
 IconImage decodeImage(QByteArrayView bytes, const DirectoryEntry &entry);
 
-// The image that stands for the icon: the first of the largest width. One whose width is unknown ends the
+// The image that represents the icon: the first of the largest width. An image of unknown width ends the
 // search and is taken. -1 for an icon without images.
 int representative(const QList<ImageFacts> &images);
 

@@ -7,7 +7,7 @@ namespace icons
 namespace
 {
 
-// Calls `found` with every entry whose image can be loaded.
+// Calls `found` for every entry whose image can be loaded.
 template <class Found>
 void eachImage(IconSource &source, const IconDirectory &directory, Found found)
 {

@@ -10,35 +10,35 @@
 
 #include <functional>
 
-// Listing the icons of a source, and reading one of them whole.
+// Lists the icons of a source, and reads single icons.
 namespace icons
 {
 
 struct IconRecord {
-    quint32 id = 0;           // the number of the icon's group; 0 for an icon file
-    QList<ImageFacts> images; // those that could be loaded, in the order of the directory
-    int representative = -1;  // into `images`
+    quint32 id = 0;           // number of the icon group; 0 for an icon file
+    QList<ImageFacts> images; // those that could be loaded, in directory order
+    int representative = -1;  // index into `images`
 };
 
-// First the directories only, which takes milliseconds for thousands of icons: an icon that cannot be read,
-// or none of whose images can be loaded, is left out.
+// First step: reads only the directories, which takes milliseconds for thousands of icons. Icons that cannot
+// be read or have no loadable image are left out.
 QList<IconRecord> listIcons(IconSource &source, const core::CancelFlag &cancel);
 
-// Then the picture that stands for an icon, no larger than `side` pixels; null when it cannot be decoded.
+// Second step: the image that represents an icon, no larger than `side` pixels; null if it cannot be decoded.
 QImage thumbnail(IconSource &source, const IconRecord &record, int side);
 
-// For one icon, as stored or decoded. A usual one takes half a megabyte.
+// Per icon, both stored and decoded. A usual icon needs half a megabyte.
 inline constexpr qint64 maxIconBytes = qint64(256) << 20;
 
-// One icon as it is stored.
+// An icon as it is stored.
 struct StoredIcon {
-    IconDirectory directory; // entries of the images that could be loaded
-    QList<QByteArray> bytes; // one an entry, copied out of the source
+    IconDirectory directory; // only entries whose images could be loaded
+    QList<QByteArray> bytes; // one per entry, copied from the source
 };
-// Empty also for an icon of more than maxIconBytes.
+// nullopt also for an icon of more than maxIconBytes.
 std::optional<StoredIcon> readIcon(IconSource &source, quint32 id);
 
-// Images beyond maxIconBytes in all are not decoded.
+// Images beyond a total of maxIconBytes are not decoded.
 QList<IconImage> decodeIcon(const StoredIcon &icon);
 
 } // namespace icons

@@ -14,7 +14,7 @@ namespace
 
 using Pixels = std::vector<WeightedPixel>;
 
-// More would not show in an icon of 256 pixels.
+// More would make no difference in an icon of 256 pixels.
 constexpr int maxKeptSide = 1024;
 
 void add(WeightedPixel &to, const WeightedPixel &pixel, float weight)
@@ -25,8 +25,8 @@ void add(WeightedPixel &to, const WeightedPixel &pixel, float weight)
     to.alpha += pixel.alpha * weight;
 }
 
-// Shares the items 0 to `from` among 0 to `to`, which are no more, by the lengths that they cover: calls
-// `give` with the index of an item, that of a receiver, and the weight. Weights of a receiver add up to 1.
+// Box filter in one dimension: distributes `from` items over `to` receivers (to <= from) by overlap. Calls
+// `give` with the index of the item, of the receiver, and the weight; the weights of a receiver add up to 1.
 template <class Give>
 void share(int from, int to, Give give)
 {
@@ -41,7 +41,7 @@ void share(int from, int to, Give give)
     }
 }
 
-// `row(y, line)` fills a line of `from` pixels; `to` is no larger than `from`.
+// `row(y, line)` fills a line of `from` pixels; `to` must not exceed `from`.
 template <class Row>
 Pixels averaged(int from, int to, Row row)
 {
@@ -78,7 +78,7 @@ int byte(float value)
     return std::clamp(static_cast<int>(std::lround(value)), 0, 255);
 }
 
-// How much a colour moves away from its surroundings; none where the picture was large enough to keep it.
+// Sharpening strength for an icon size; none for sizes that keep enough detail.
 float sharpening(int side)
 {
     if (side <= 20)
@@ -88,7 +88,7 @@ float sharpening(int side)
     return side <= 48 ? 0.25F : 0.0F;
 }
 
-// The neighbourhood of a pixel, itself included, with the weights 1 2 1 in both directions.
+// The weighted 3x3 neighbourhood of a pixel, itself included; weights 1 2 1 in both directions.
 WeightedPixel surroundings(const Pixels &pixels, int side, int x, int y)
 {
     WeightedPixel sum;
@@ -101,7 +101,7 @@ WeightedPixel surroundings(const Pixels &pixels, int side, int x, int y)
     return sum;
 }
 
-// Both sums hold colours times opacity, so what is transparent has no say.
+// Both sums are premultiplied, so transparent pixels have no influence.
 QRgb plain(const WeightedPixel &own, const WeightedPixel &around, float amount)
 {
     const int alpha = byte(own.alpha);
@@ -128,7 +128,7 @@ QImage painted(const Pixels &pixels, int side, float amount)
     return image;
 }
 
-// Only the part that is inside, in colours that need no profile.
+// Only the part inside the square, converted to sRGB.
 QImage prepared(const QImage &picture, const QRect &inside)
 {
     QImage part = picture.copy(inside);

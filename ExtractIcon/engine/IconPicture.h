@@ -9,27 +9,27 @@
 namespace icons
 {
 
-// Red, green and blue times opacity, and opacity; 0 to 255 each.
+// Premultiplied red, green and blue, and alpha; 0 to 255 each.
 struct WeightedPixel {
     float red = 0, green = 0, blue = 0, alpha = 0;
 };
 
-// A picture on its way to an icon: the chosen square, ready to be made in any size. Pixels are averaged over
-// the area that they cover and weighted by their opacity, so the colour that a transparent pixel happens to
-// have never shows at an edge. May be used from several threads at once.
+// The square part of an image, prepared for icons of any size. Pixels are area-averaged and weighted by their
+// alpha, so the hidden colour of transparent pixels never shows at an edge. Safe to use from several threads
+// at once.
 class IconPicture
 {
 public:
     IconPicture() = default;
-    // `square` may reach out of the picture; there it is transparent. Colours are taken to sRGB. Costs
-    // milliseconds for each million pixels, and 16 MB at most.
+    // `square` may exceed the image; the area outside is transparent. Colours are converted to sRGB. Takes
+    // milliseconds per million pixels, and up to 16 MB.
     IconPicture(const QImage &picture, const QRect &square);
 
-    // False for an empty square or picture.
+    // False for an empty square or image.
     bool isValid() const { return m_side > 0; }
 
-    // Format_ARGB32, `side` pixels wide and high. Small sizes of a larger picture are sharpened when wished:
-    // their colours, not their outline.
+    // Format_ARGB32, `side` pixels wide and high. With `sharpen`, small sizes of a larger image are
+    // sharpened: their colours, not their outline.
     QImage made(int side, bool sharpen) const;
 
 private:

@@ -13,7 +13,7 @@ IconFileSource::IconFileSource(QByteArray file) : m_file(std::move(file)), m_dir
 
 QList<quint32> IconFileSource::iconIds()
 {
-    // A file whose entries all point nowhere has no icon.
+    // If every entry points outside the file, there is no icon.
     const bool any = m_directory && std::ranges::any_of(m_directory->entries, [this](const auto &entry) {
                          return imageBytes(m_file, entry).has_value();
                      });

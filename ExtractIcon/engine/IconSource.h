@@ -12,21 +12,21 @@
 namespace icons
 {
 
-// Where icons come from: the resources of a module, or an icon file. One thread at a time.
+// A source of icons: the resources of a module, or an icon file. One thread at a time.
 class IconSource
 {
 public:
     virtual ~IconSource() = default;
 
-    // The numbers of the icons, in the order in which the source has them.
+    // The icon numbers, in the order of the source.
     virtual QList<quint32> iconIds() = 0;
-    // The directory of an icon; empty when it cannot be read.
+    // The directory of an icon; nullopt if it cannot be read.
     virtual std::optional<IconDirectory> directory(quint32 id) = 0;
-    // The bytes of one image of that directory, valid as long as the source; empty when it cannot be read.
+    // The bytes of one image of that directory, valid as long as the source; nullopt if they cannot be read.
     virtual std::optional<QByteArrayView> image(const DirectoryEntry &entry) = 0;
 };
 
-// The one icon of an icon file.
+// The single icon of an icon file.
 class IconFileSource final : public IconSource
 {
 public:

@@ -12,7 +12,7 @@ namespace icons
 namespace
 {
 
-constexpr int maxSide = 256; // what the directory's eight bits can say
+constexpr int maxSide = 256; // limit of the directory's 8-bit fields
 
 QByteArray png(const QImage &image)
 {
@@ -25,16 +25,16 @@ void appendHeader(QByteArray &bytes, int side, qsizetype imageSize)
 {
     append<quint32>(bytes, 40);
     append<qint32>(bytes, side);
-    append<qint32>(bytes, 2 * side); // pixels and mask
+    append<qint32>(bytes, 2 * side); // height of image plus mask
     append<quint16>(bytes, 1);
     append<quint16>(bytes, 32);
-    append<quint32>(bytes, 0); // uncompressed
+    append<quint32>(bytes, 0); // BI_RGB
     append<quint32>(bytes, static_cast<quint32>(imageSize));
-    bytes.append(16, '\0'); // resolution and colour counts
+    bytes.append(16, '\0'); // image size, resolution and colour counts
 }
 
-// The mask hides what is wholly transparent, for programs that know nothing else. Those invert the screen
-// under hidden pixels that have a colour, so these are written as 0.
+// The mask hides fully transparent pixels, for programs that ignore alpha. Such programs invert the screen
+// where a masked pixel has a colour, so these are written as 0.
 QByteArray bitmap(const QImage &image)
 {
     const int side = image.width();

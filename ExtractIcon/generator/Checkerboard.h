@@ -7,7 +7,7 @@ class QRectF;
 namespace icons
 {
 
-// What shows through where a picture is transparent.
+// The pattern behind transparent areas of an image.
 void paintCheckerboard(QPainter &painter, const QRectF &rect, bool dark);
 
 } // namespace icons

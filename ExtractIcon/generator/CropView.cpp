@@ -17,7 +17,7 @@ namespace
 {
 
 constexpr double handle = 5; // half the side of a corner's square
-constexpr double reach = 10; // around a corner, for the mouse
+constexpr double reach = 10; // mouse distance from a corner
 
 } // namespace
 
@@ -119,7 +119,7 @@ void CropView::paintEvent(QPaintEvent *)
     QPainterPath inside;
     inside.addRect(square);
     painter.fillPath(outside - inside, QColor(0, 0, 0, 110));
-    // Two lines, so that one of them is seen on any picture.
+    // Two lines in different colours, so that one is visible on any image.
     painter.setBrush(Qt::NoBrush);
     painter.setPen(QPen(Qt::black, 3));
     painter.drawRect(square);

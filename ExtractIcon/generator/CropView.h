@@ -5,9 +5,9 @@
 #include <QRect>
 #include <QWidget>
 
-// A picture with the square that becomes the icon. Dragging inside the square moves it, outside draws a new
-// one; a corner resizes it. While Shift is down the square keeps its centre. Arrow keys move it (with Ctrl by
-// ten pixels), plus and minus resize it.
+// An image with the square that becomes the icon. Dragging inside the square moves it, dragging outside draws
+// a new one, dragging a corner resizes it. Shift keeps the centre. Arrow keys move it (with Ctrl by ten
+// pixels), plus and minus resize it.
 class CropView : public QWidget
 {
     Q_OBJECT
@@ -15,11 +15,11 @@ class CropView : public QWidget
 public:
     explicit CropView(QWidget *parent = nullptr);
 
-    // A null image empties the view.
+    // A null image clears the view.
     void setPicture(const QImage &picture, const QRect &square);
     QRect square() const { return m_square; }
     void setSquare(const QRect &square);
-    // Also with a key press that went to another widget of the window.
+    // Also called for key presses in other widgets of the window.
     void setCentreKept(bool kept);
 
     QSize sizeHint() const override { return {360, 300}; }
@@ -43,18 +43,18 @@ private:
     void layOut();
     QRectF shown(const QRect &square) const;
     QPoint onPicture(QPointF position) const;
-    int cornerAt(QPointF position) const; // 0 to 3, or -1
+    int cornerAt(QPointF position) const; // 0 to 3, or -1 for none
     void dragTo(QPoint to);
 
     QImage m_picture;
-    QImage m_scaled; // for the screen
-    QRect m_square;  // in pixels of the picture
-    QRectF m_frame;  // of what is shown: picture and square
+    QImage m_scaled; // scaled for the screen
+    QRect m_square;  // in image pixels
+    QRectF m_frame;  // area that is shown: image and square
     double m_scale = 1;
-    QRect m_visible; // picture and square together, in pixels of the picture
+    QRect m_visible; // image and square together, in image pixels
     Drag m_drag = Drag::None;
-    QPoint m_anchor; // where a drag began, or the corner that stays
+    QPoint m_anchor; // where a drag began, or the fixed corner
     QPoint m_last;
-    QRect m_before; // the square when the drag began
+    QRect m_before; // the square at the start of the drag
     bool m_centreKept = false;
 };

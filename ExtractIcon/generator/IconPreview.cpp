@@ -14,7 +14,7 @@ namespace
 {
 
 constexpr int leastColumn = 90;
-// The backgrounds of Windows' own lists and task bar in its light and dark mode.
+// The backgrounds of Windows' lists and taskbar in light and dark mode.
 constexpr QRgb light = 0xfff3f3f3;
 constexpr QRgb dark = 0xff202020;
 
@@ -37,7 +37,7 @@ void IconPreview::setImages(const QList<QImage> &images)
     layOut();
 }
 
-// One pixel of the image is one pixel of the screen, unless half of the widget is too narrow for it.
+// Maps one image pixel to one screen pixel, unless half of the widget is too narrow.
 QSizeF IconPreview::shownSize(const QImage &image) const
 {
     const QSizeF size = QSizeF(image.size()) / devicePixelRatioF();

@@ -5,7 +5,7 @@
 #include <QList>
 #include <QWidget>
 
-// The sizes of an icon as they will be, each pixel one of the screen, on light and on dark beside each other.
+// Previews all sizes of the icon pixel by pixel, on light and on dark side by side.
 class IconPreview : public QWidget
 {
     Q_OBJECT

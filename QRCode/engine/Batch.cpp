@@ -26,7 +26,7 @@ QString decoded(const QByteArray &bytes)
     return utf8.hasError() ? QStringDecoder(QStringConverter::System)(bytes) : text;
 }
 
-// Of the first row; commas inside quotes do not count.
+// Detected in the first row, ignoring separators in quotes.
 QChar separatorOf(const QString &text)
 {
     constexpr std::array<char16_t, 3> candidates{u',', u';', u'\t'};
@@ -123,7 +123,7 @@ bool isHeader(const CsvRow &row)
     return words.contains(row.cells.first().trimmed(), Qt::CaseInsensitive);
 }
 
-// What Windows takes as the name of a file: no path, no device.
+// A valid Windows file name: no path, no device.
 QString fileName(const QString &wanted)
 {
     static const QStringList devices{u"CON"_s, u"PRN"_s, u"AUX"_s, u"NUL"_s, u"CONIN$"_s, u"CONOUT$"_s};
@@ -146,7 +146,7 @@ QString fileName(const QString &wanted)
 void giveNames(QList<BatchRow> &rows)
 {
     const int digits = std::max(3, static_cast<int>(QString::number(rows.size()).size()));
-    QHash<QString, int> taken; // and the number of the next copy
+    QHash<QString, int> taken; // with the number for the next duplicate
     for (qsizetype i = 0; i < rows.size(); ++i) {
         const QString number = QString::number(i + 1).rightJustified(digits, u'0');
         const QString wanted = fileName(rows[i].name);
@@ -170,7 +170,7 @@ BatchList parseBatch(const QByteArray &bytes)
 {
     if (bytes.size() > maxBatchBytes)
         return {{}, true};
-    // One more for the header, and one more to see that there are too many.
+    // One more row for the header, and one more to detect that there are too many.
     const QList<CsvRow> table = parseCsv(decoded(bytes), maxBatchRows + 2);
     BatchList list;
     for (qsizetype i = 0; i < table.size(); ++i) {

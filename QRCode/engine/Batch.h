@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-// A list of texts from a CSV file, one code each. Portable, untrusted bytes.
+// Parses a list of texts from a CSV file, one code each. Portable; the input is untrusted.
 #pragma once
 
 #include <QByteArray>
@@ -9,28 +9,28 @@
 namespace qr
 {
 
-// A list beyond these is refused: it was hardly meant to become so many files.
+// Longer lists are refused: that many files were hardly intended.
 inline constexpr qsizetype maxBatchRows = 10'000;
 inline constexpr qsizetype maxBatchBytes = 32 * 1024 * 1024;
 
 struct BatchRow {
-    int line = 0; // of the file, from 1, where the row begins
+    int line = 0; // line in the file where the row begins, from 1
     QString text;
-    QString name; // of the file to make, without suffix: fit for Windows, and no two rows have the same
+    QString name; // output name without suffix; valid on Windows and unique
 
     bool operator==(const BatchRow &) const = default;
 };
 
 struct BatchList {
     QList<BatchRow> rows;
-    bool tooLong = false; // rows is empty then
+    bool tooLong = false; // then there are no rows
 };
 
-// Texts stand in the first column, names in the second; a row without a name gets its number ("007"). Rows
-// without a text are left out, and so is a first row that says "text", "content", "link" or "url". The
-// separator is whichever of comma, semicolon and tab the first row has most of. UTF-8 and UTF-16 by their
-// marks, UTF-8 when it is valid, the system's own encoding otherwise. Quotes as in RFC 4180; line feeds
-// inside of them belong to the text.
+// The first column is the text, the second the name; a row without a name is named by its number ("007").
+// Rows without a text are skipped, and so is a header row "text", "content", "link" or "url". The separator
+// is the most frequent of comma, semicolon and tab in the first row. Encoding: UTF-8 or UTF-16 by BOM, UTF-8
+// if valid, otherwise the system's code page. Quotes as in RFC 4180; line feeds inside quotes belong to the
+// text.
 BatchList parseBatch(const QByteArray &bytes);
 
 // The cells of each row, as parseBatch() sees them.

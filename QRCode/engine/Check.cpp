@@ -14,10 +14,10 @@ namespace qr
 namespace
 {
 
-// Below these, readers of phones become unsure; from our own trials with the decoder and from print shops'
-// advice.
+// Below these values phone readers become unreliable; from our own tests with the decoder and recommendations
+// of print shops.
 constexpr double enoughContrast = 3.0;
-constexpr int enoughPixels = 3; // a module
+constexpr int enoughPixels = 3; // per module
 constexpr int wellCovered = 25; // percent of the code's side
 
 double luminance(const QColor &color)
@@ -78,7 +78,7 @@ bool isSuspect(const Drawing &drawing, Reason reason)
     return false;
 }
 
-// The style without what may be the reason.
+// The style with one possible cause removed.
 Style cured(const Drawing &drawing, Reason reason)
 {
     Style style = drawing.style();
@@ -114,7 +114,7 @@ bool scans(const Drawing &drawing, const QString &text)
     return reads(drawing.image(), text, drawing.pixelsPerModule(drawing.style().imageSize));
 }
 
-// What a drawing would need that does not scan: the one change after which it does.
+// For a drawing that does not scan: the single changes after which it would.
 QList<Reason> reasonsAgainst(const Drawing &drawing, const QString &text)
 {
     QList<Reason> suspects;

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-// Whether a code can be read back, and if not, why not. Any thread; a picture of 4000 pixels takes about a
+// Checks whether a code can be read back, and if not, why. Any thread; an image of 4000 pixels takes about a
 // second.
 #pragma once
 
@@ -13,12 +13,12 @@ namespace qr
 
 enum class Reason {
     LightOnDark, // the code is lighter than its background
-    Contrast,    // of one of its colours with the background
+    Contrast,    // too little between one of its colours and the background
     Logo,        // covers too much
-    Margin,      // narrower than readers ask for
-    Shapes,      // of body or eyes
-    TooSmall,    // modules of too few pixels
-    SeeThrough,  // no background of its own
+    Margin,      // narrower than readers require
+    Shapes,      // of the modules or eyes
+    TooSmall,    // modules have too few pixels
+    SeeThrough,  // transparent background
     Unknown,
 };
 // A sentence for the user.
@@ -26,17 +26,18 @@ QString reasonText(Reason reason);
 
 struct Verdict {
     bool scans = false;
-    // When it does not scan: the likely reasons, the likeliest first. When it does: what other readers may
-    // stumble over.
+    // If it does not scan: the probable reasons, most probable first. If it does: what may confuse other
+    // readers.
     QList<Reason> reasons;
 
     bool operator==(const Verdict &) const = default;
 };
 
-// `picture` is the drawing's image as it was saved, or as it will be.
+// `picture` is the image of the drawing as it was or will be saved.
 Verdict check(const Drawing &drawing, const QImage &picture, const QString &text);
 
-// From 1 (none) to 21 (black on white), as the Web Content Accessibility Guidelines define it.
+// Contrast ratio from 1 (none) to 21 (black on white), as defined by the Web Content Accessibility
+// Guidelines.
 double contrast(const QColor &one, const QColor &other);
 
 } // namespace qr

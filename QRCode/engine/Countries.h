@@ -15,11 +15,11 @@ struct Country {
     QString displayName() const; // translated: "United Kingdom (+44)"
 };
 
-// The row of a country is what the settings keep, so rows are never sorted again nor taken out; new ones go
-// to the end. Codes: ITU-T E.164, with the area code where countries share "1".
+// Settings store the row of a country, so rows must never be reordered or removed; append new ones. Codes:
+// ITU-T E.164, with the area code where countries share "1".
 std::span<const Country> countries();
 
-// The dialling code of a row; of the first for a row that is not there.
+// The dialling code of a row; that of the first row if out of range.
 int diallingCode(int row);
 
 } // namespace qr

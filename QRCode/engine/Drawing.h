@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-// A code as it is drawn: on the screen, as a picture and as the two file formats without pixels. Any thread.
+// Draws a code: on the screen, as an image, and in the two vector formats. Any thread.
 #pragma once
 
 #include "QRCode/engine/Style.h"
@@ -21,21 +21,21 @@ public:
 
     const Style &style() const { return m_style; }
     const core::QrMatrix &matrix() const { return m_matrix; }
-    // Modules a side, the margin counted; also the smallest picture, in pixels.
+    // Modules per side including the margin; also the minimum image size in pixels.
     int side() const { return m_matrix.size() + 2 * m_style.margin; }
-    // Of a picture of that size: whole pixels, so that all modules are the same; what is left widens the
+    // For an image of that size: a whole number, so that all modules are equal; the remainder widens the
     // margin.
     int pixelsPerModule(int pixels) const { return pixels / side(); }
 
-    // Null when a module would be smaller than a pixel. Without an alpha channel where it has a background:
-    // it would say nothing, and the clipboard takes long for it.
+    // Null if a module would be smaller than a pixel. Without an alpha channel unless the background is
+    // transparent: it would be useless, and slow on the clipboard.
     QImage image(int pixels) const;
     QImage image() const { return image(m_style.imageSize); }
     // Fills the square with the code and its background.
     void paint(QPainter &painter, const QRectF &square) const;
 
     QByteArray svg() const;
-    // One page of 100 mm a side; empty when the writer fails.
+    // One page of 100 x 100 mm; empty if the writer fails.
     QByteArray pdf() const;
 
 private:

@@ -11,7 +11,7 @@ namespace qr
 namespace
 {
 
-// The first character of `special` that stands in the text, or null.
+// The first character of `special` that occurs in the text, or null.
 QChar firstOf(const QString &text, QStringView special)
 {
     const auto found = std::ranges::find_if(text, [&](QChar c) { return special.contains(c); });
@@ -55,7 +55,7 @@ QString FieldChecks::phone(int diallingCode, const QString &number)
         return tr("The country code +%1 is put in front already.").arg(diallingCode);
     if (!std::ranges::all_of(number, isDigit))
         return tr("Other characters than digits are copied as they are; some scanners do not dial them.");
-    if (number.startsWith(u'0') && diallingCode != 39) // Italy keeps its zero
+    if (number.startsWith(u'0') && diallingCode != 39) // Italian numbers keep the leading zero
         return tr("Behind a country code the leading 0 is left out in most countries.");
     return {};
 }

@@ -13,14 +13,14 @@ namespace
 {
 
 constexpr int eyeSide = 7;
-// Of a cubic curve that stands for a quarter of a circle.
+// Control point distance for a cubic curve that approximates a quarter circle.
 constexpr double circleHandle = 0.5523;
-// As wide as they can be without growing together with their neighbours: what is thinner scans worse.
+// As wide as possible without touching their neighbours: thinner shapes scan worse.
 constexpr double dotDiameter = 0.96;
 constexpr double barThickness = 0.88;
 constexpr double diamondReach = 0.62;
 
-// The dark modules that are drawn as the body, with a light border on every side.
+// The dark modules that are drawn as the body, with an empty border on every side.
 class Body
 {
 public:
@@ -56,7 +56,7 @@ private:
     std::vector<bool> m_dark;
 };
 
-// Walks around the dark areas with the dark on the right hand, so that holes run the other way round.
+// Traces the outlines with the dark area on the right, so that holes have the opposite direction.
 class Walk
 {
 public:
@@ -67,13 +67,13 @@ public:
         m_group.resize(places);
     }
 
-    // One list for every group of modules that touch at an edge: its border and its holes.
+    // One list per group of edge-connected modules: its border and its holes.
     std::vector<std::vector<QPolygon>> all()
     {
         std::vector<std::vector<QPolygon>> groups;
         for (int y = 0; y < m_side; ++y) {
             for (int x = 0; x < m_side; ++x) {
-                // Every curve has an edge that leads to the right, with a dark module below it.
+                // Every outline has an edge that runs to the right with a dark module below it.
                 if (!isEdge({x, y}, 0) || at(m_walked, {x, y})[0])
                     continue;
                 if (at(m_group, {x, y}) == 0) {
@@ -96,7 +96,7 @@ private:
         return grid[static_cast<std::size_t>(place.y() * m_side + place.x())];
     }
 
-    // Gives all modules of a group its number.
+    // Labels all modules of a group.
     void mark(QPoint first, std::size_t group)
     {
         std::vector<QPoint> open{first};
@@ -127,7 +127,7 @@ private:
         }
     }
 
-    // The corners alone, in their order.
+    // The corner points in order.
     QPolygon around(QPoint start)
     {
         QPolygon corners;
@@ -136,7 +136,7 @@ private:
         do {
             at(m_walked, place)[direction] = true;
             place += steps[direction];
-            // The right turn first: modules that touch at a corner stay apart.
+            // Right turn first: modules that touch only at a corner stay separate.
             const std::size_t straight = direction;
             for (const std::size_t turn : {std::size_t(1), std::size_t(0), std::size_t(3)}) {
                 direction = (straight + turn) % 4;
@@ -152,10 +152,11 @@ private:
     const Body &m_body;
     int m_side;
     std::vector<Directions> m_walked;
-    std::vector<std::size_t> m_group; // of the module right below, from 1; 0 for none
+    std::vector<std::size_t>
+        m_group; // group of the module to the lower right of the grid point, from 1; 0 for none
 };
 
-// Adds a polygon whose corners are quarters of circles; `radius` is asked for each.
+// Adds a polygon with rounded corners; `radius` is called for each corner.
 template <class Radius>
 void addRounded(QPainterPath &path, const QPolygonF &corners, Radius radius)
 {
@@ -193,7 +194,7 @@ Pieces grown(const Body &body, double radius)
     return pieces;
 }
 
-// One shape a module, one piece a row.
+// One shape per module, one piece per row.
 template <class Shape>
 Pieces eachModule(const Body &body, Shape addShape)
 {
@@ -208,7 +209,7 @@ Pieces eachModule(const Body &body, Shape addShape)
     return pieces;
 }
 
-// One bar for every run of dark modules in a row, or in a column.
+// One bar per run of dark modules in a row or column.
 Pieces bars(const Body &body, bool horizontal)
 {
     const auto dark = [&](int line, int at) { return horizontal ? body(at, line) : body(line, at); };
@@ -256,7 +257,7 @@ Pieces bodyPieces(const Body &body, BodyShape shape)
     return {};
 }
 
-// Round at two opposite corners; `mirrored` exchanges them with the two others.
+// Rounded at two opposite corners; `mirrored` selects the other two.
 QPainterPath leaf(const QRectF &area, bool mirrored)
 {
     QPainterPath path;

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-// The modules of a code as closed curves, one unit a module, from (0, 0) to (size, size). Modules that touch
-// become one curve: drawn one by one they would show hairlines between them. To be filled by the non-zero
+// The modules of a code as closed curves, one unit per module, from (0, 0) to (size, size). Adjacent modules
+// are merged into one curve, since drawing them one by one would show hairlines. Fill with the non-zero
 // winding rule.
 #pragma once
 
@@ -13,8 +13,8 @@
 namespace qr
 {
 
-// In pieces that do not overlap: the rasterizer's time grows with the square of what it is given at once.
-// Modules that reach into `cleared`, which may be empty, are left out.
+// Returned in pieces that do not overlap, because the rasterizer's time grows with the square of the path
+// size. Modules that intersect `cleared`, which may be empty, are left out.
 std::vector<QPainterPath> outline(const core::QrMatrix &matrix, const Style &style,
                                   const QPainterPath &cleared);
 

@@ -30,7 +30,7 @@ QString smsPayload(int diallingCode, const QString &number, const QString &messa
 
 QString emailPayload(const QString &address, const QString &subject, const QString &message)
 {
-    // The end is the format's, odd as it looks.
+    // The odd end is part of the format.
     return address.isEmpty()
                ? QString()
                : "MATMSG:TO:"_L1 + address + ";SUB:"_L1 + subject + ";BODY:"_L1 + message + ",;;"_L1;

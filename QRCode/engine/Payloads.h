@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-// The texts that codes hold, put together from what the user typed. Fields are copied as they are: these
-// formats are what old installations made, character for character, and nothing is escaped. FieldChecks.h
-// says what a format cannot carry. Pure.
+// Builds the payload texts from the user's input. Fields are copied unchanged: the formats are those of old
+// installations, character for character, and nothing is escaped. FieldChecks.h warns about what a format
+// cannot represent. Pure.
 #pragma once
 
 #include <QString>
@@ -9,11 +9,11 @@
 namespace qr
 {
 
-// Each is empty when the one field is that the rest is nothing without.
+// Each returns an empty text if its mandatory field is empty.
 QString callPayload(int diallingCode, const QString &number);
 QString smsPayload(int diallingCode, const QString &number, const QString &message);
 QString emailPayload(const QString &address, const QString &subject, const QString &message);
-// A link that opens a chat; of the message, spaces alone are encoded.
+// A link that opens a chat; in the message only spaces are encoded.
 QString whatsappPayload(int diallingCode, const QString &number, const QString &message);
 
 enum class WifiType { Wep, Wpa };
@@ -34,11 +34,11 @@ struct Contact {
     QString postCode;
     QString country;
 };
-// vCard 2.1: always all of its 13 lines, so never empty.
+// vCard 2.1: always all 13 lines, so never empty.
 QString contactPayload(const Contact &contact);
 
-// A link to the page on which the user is paid. The amount is a decimal number or empty ("any amount"), the
-// currency a three-letter code, which counts only with an amount.
+// A link to the user's payment page. The amount is a decimal number, or empty for any amount; the currency is
+// a three-letter code, used only with an amount.
 QString paymentPayload(const QString &user, const QString &amount, const QString &currency);
 
 } // namespace qr

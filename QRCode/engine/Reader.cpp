@@ -36,7 +36,7 @@ QImage onWhite(const QImage &picture)
     return flat.convertToFormat(QImage::Format_Grayscale8);
 }
 
-// The rows without the padding at their ends.
+// Copies the rows without their padding.
 QByteArray pixels(const QImage &gray)
 {
     QByteArray data(qsizetype(gray.width()) * gray.height(), Qt::Uninitialized);
@@ -55,7 +55,7 @@ bool readsGray(const QImage &gray, const QByteArray &text)
         return false;
     zbar::zbar_image_scanner_set_config(scanner.get(), zbar::ZBAR_NONE, zbar::ZBAR_CFG_ENABLE, 0);
     zbar::zbar_image_scanner_set_config(scanner.get(), zbar::ZBAR_QRCODE, zbar::ZBAR_CFG_ENABLE, 1);
-    // The bytes as they are: the decoder's guess at the character set is not what is asked about.
+    // Returns raw bytes, since the decoder would otherwise guess the character set.
     zbar::zbar_image_scanner_set_config(scanner.get(), zbar::ZBAR_QRCODE, zbar::ZBAR_CFG_BINARY, 1);
     const QByteArray data = pixels(gray);
     zbar::zbar_image_set_format(picture.get(), zbar_fourcc('Y', '8', '0', '0'));

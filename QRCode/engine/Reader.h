@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-// Reads codes by a decoder that shares nothing with the encoder. Any thread.
+// Reads codes with a decoder that shares no code with the encoder. Any thread.
 #pragma once
 
 #include <QImage>
@@ -8,9 +8,9 @@
 namespace qr
 {
 
-// True when the picture holds a code, and it is of this text. What is transparent counts as white. Tried as
-// it is, and smaller: a phone sees modules of a few pixels, and so does the decoder best. `pixelsPerModule`
-// is of the picture.
+// True if the image contains a code with this text. Transparent pixels count as white. Tried at the original
+// size and smaller: the decoder works best with modules of a few pixels, as a phone sees them.
+// `pixelsPerModule` is that of the image.
 bool reads(const QImage &picture, const QString &text, int pixelsPerModule);
 
 } // namespace qr

@@ -54,7 +54,7 @@ QString stops(const Style &style)
 
 } // namespace
 
-// How the modules are filled; what that refers to is added to the definitions.
+// The fill of the modules; adds the elements that it references to the definitions.
 QString Drawing::svgPaint(QString &definitions) const
 {
     if (m_style.fill == Fill::Solid)

@@ -6,8 +6,8 @@
 namespace systeminfo
 {
 
-// All of it is read from the lists in which Windows keeps its codecs. The calls that enumerate them load the
-// codecs of some kinds into the process that asks, and one that is broken would take it down.
+// Everything is read from the registry. The enumerating APIs load some codecs into the calling process, and a
+// broken one would crash it.
 namespace
 {
 
@@ -38,7 +38,7 @@ void sort(Row &top)
     });
 }
 
-// Drivers of the old interfaces: "vidc.mrle" and "msacm.imaadpcm".
+// Drivers of the legacy interfaces: "vidc.mrle" and "msacm.imaadpcm".
 Row driversRow(core::RegistryView &registry, Row top, const QString &prefix)
 {
     for (const QString &name : registry.valueNames(Hive::LocalMachine, drivers)) {

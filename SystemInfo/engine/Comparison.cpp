@@ -12,7 +12,7 @@ namespace
 
 using Kind = Difference::Kind;
 
-// The rows of one level under the key that finds their counterpart.
+// The rows of one level, indexed by the key that finds their counterparts.
 class Level
 {
 public:
@@ -79,7 +79,7 @@ private:
     std::vector<Difference> m_found;
 };
 
-// A page as one row, so that pages find each other like rows.
+// A page as a row, so that pages are matched in the same way as rows.
 std::vector<Row> asRows(const Report &report)
 {
     std::vector<Row> rows;

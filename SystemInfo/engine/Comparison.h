@@ -6,7 +6,7 @@
 namespace systeminfo
 {
 
-// One fact of two reports.
+// One fact and its values in two reports.
 struct Difference {
     // NotCompared: left out of one of the reports.
     enum class Kind { Same, Changed, OnlyFirst, OnlySecond, NotCompared };
@@ -19,8 +19,8 @@ struct Difference {
     bool operator==(const Difference &) const = default;
 };
 
-// Every fact of both, in the order of the first report, with those that only the second one has behind their
-// neighbours. Rows belong together that have the same name and label, the n-th of such rows to the n-th.
+// All facts of both reports in the order of the first; facts that only the second has follow their neighbours
+// there. Rows match by name and label, the n-th of equal ones with the n-th.
 std::vector<Difference> compareReports(const Report &first, const Report &second);
 
 } // namespace systeminfo

@@ -27,7 +27,7 @@ core::WmiQuery processorQuery()
                            QStringLiteral("VMMonitorModeExtensions")}};
 }
 
-// Level 3 is the first-level cache: WMI counts "other" and "unknown" before it.
+// Level 3 means L1 here: WMI's enumeration starts with "other" and "unknown".
 core::WmiQuery cacheQuery()
 {
     return {.text = QStringLiteral("SELECT * FROM Win32_CacheMemory WHERE Level = 3"),
@@ -92,7 +92,7 @@ Page assemble(const CpuFacts &facts)
     top.add(fact(SYSTEMINFO_LABEL("Unique ID"), facts.uniqueId, Privacy::Serial));
     page.sections.push_back(std::move(top));
 
-    // With one processor there is nothing that the rows above do not say.
+    // With a single processor, this would only repeat the rows above.
     if (facts.processors.size() > 1) {
         Row all = section(SYSTEMINFO_LABEL("Processors"), QStringLiteral("SysInfoCPU16.png"));
         for (std::size_t i = 0; i < facts.processors.size(); ++i)
@@ -124,7 +124,7 @@ void readProcessor(CpuFacts &facts, const core::WmiRow &row)
     takeText(facts.manufacturer, row, QStringLiteral("Manufacturer"));
     takeNumber(facts.dataWidth, row, QStringLiteral("DataWidth"),
                [](quint64 bits) { return decimal(bits, QStringLiteral("-bit")); });
-    // Divided by 1024 by design, where the first page divides by 1000.
+    // Divided by 1024 by design, whereas the first page divides by 1000.
     takeNumber(facts.speed, row, QStringLiteral("MaxClockSpeed"), [](quint64 megahertz) {
         return Value::of(static_cast<double>(static_cast<float>(megahertz) * (1.0f / 1024.0f)),
                          QStringLiteral("GHz"));

@@ -20,7 +20,7 @@ const QString mouseClass = QStringLiteral("{4d36e96f-e325-11ce-bfc1-08002be10318
 const QString keyboardClass = QStringLiteral("{4d36e96b-e325-11ce-bfc1-08002be10318}");
 
 struct Device {
-    QString key; // below the local machine
+    QString key; // below HKEY_LOCAL_MACHINE
     QString description;
     QString service;
     QString classId;
@@ -63,7 +63,7 @@ QString withAbsence(const Device &device, const QString &text)
     return text.isEmpty() ? absent : Words::tr("%1, %2").arg(text, absent);
 }
 
-// What the class key says of all devices of this kind: "Mice and other pointing devices".
+// The description in the class key, for all devices of this kind: "Mice and other pointing devices".
 QString classDescription(core::RegistryView &registry, const QString &classId)
 {
     if (classId.isEmpty())
@@ -79,7 +79,7 @@ Row inputRow(Machine &machine, Row top, const char *name, const QString &service
     std::erase_if(devices, [&](const Device &device) {
         return device.service.compare(service, Qt::CaseInsensitive) != 0;
     });
-    // Those on the old connector, a notebook's own among them.
+    // Devices on the legacy PS/2 interface, including a notebook's built-in ones.
     for (const Device &device : devicesOf(machine, QStringLiteral("ACPI"))) {
         if (device.service.compare(QStringLiteral("i8042prt"), Qt::CaseInsensitive) == 0 &&
             device.classId.compare(classId, Qt::CaseInsensitive) == 0)
@@ -113,15 +113,15 @@ void addIdentity(Row &row, const MonitorIdentity &monitor)
     row.add(fact(SYSTEMINFO_LABEL("Serial Number"), monitor.serialNumber, Privacy::Serial));
 }
 
-// "\REGISTRY\MACHINE\SYSTEM\..." without its beginning, whatever its case; empty for another hive.
+// Strips the start of "\REGISTRY\MACHINE\SYSTEM\...", ignoring case; empty for another hive.
 QString belowLocalMachine(const QString &kernelPath)
 {
     const QString prefix = QStringLiteral("\\REGISTRY\\MACHINE\\");
     return kernelPath.startsWith(prefix, Qt::CaseInsensitive) ? kernelPath.mid(prefix.size()) : QString();
 }
 
-// The class key of an adapter: the one with the same description and version. Windows 10 makes the adapter's
-// own key a link to it, older ones keep two.
+// Finds an adapter's class key by description and version. On Windows 10 the adapter's own key links to it;
+// older versions keep two copies.
 QString adapterClassKey(core::RegistryView &registry, const QString &adapterKey)
 {
     const QString displays = classKey + QStringLiteral("{4d36e968-e325-11ce-bfc1-08002be10318}");
@@ -187,7 +187,7 @@ std::vector<Row> videoAdapterRows(core::RegistryView &registry)
         if (!name.startsWith(QStringLiteral("\\Device\\Video"), Qt::CaseInsensitive))
             continue;
         Row row = adapterRow(registry, belowLocalMachine(textOf(registry, map, name)));
-        // An adapter has one entry for every output that it may drive.
+        // An adapter has one entry per possible output.
         if (!row.value.text.isEmpty() && std::ranges::find(rows, row) == rows.end())
             rows.push_back(std::move(row));
     }

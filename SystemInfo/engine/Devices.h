@@ -7,8 +7,8 @@
 namespace systeminfo
 {
 
-// Sections that are read from the registry's lists of devices. Those lists keep every device that was ever
-// connected; one that is absent is left out, or marked when none is there.
+// Sections read from the registry's device lists. Those lists keep every device that was ever connected;
+// absent ones are left out, or marked if none is present.
 std::vector<Row> videoAdapterRows(core::RegistryView &registry); // at least one
 Row monitorRow(Machine &machine);
 Row mouseRow(Machine &machine);

@@ -45,22 +45,22 @@ QString busText(quint32 type)
     return type < std::size(texts) ? QString::fromLatin1(texts[type]) : QString();
 }
 
-// Version, size, temperature counts; the first sensor's reading in whole degrees at 20 + 2.
+// Version, size and sensor count; the first sensor's reading, in whole degrees Celsius, is at offset 22.
 std::optional<int> temperatureOf(const QByteArray &answer)
 {
     const auto count = at<quint16>(answer, 12);
     const auto celsius = at<qint16>(answer, 26);
-    constexpr qint16 notReported = -32768; // 0x8000
+    constexpr qint16 notReported = -32768; // the header's value for "not reported", 0x8000
     if (count.value_or(0) == 0 || !celsius || *celsius == notReported || *celsius < -60 || *celsius > 200)
         return {};
     return *celsius;
 }
 
-// The SMART / health page, 512 bytes.
+// The NVMe SMART / health log page, 512 bytes.
 void readHealth(DriveDetails &details, const QByteArray &page)
 {
     constexpr qsizetype pageSize = 512;
-    constexpr int freezing = 273; // K
+    constexpr int freezing = 273; // kelvin
     if (page.size() < pageSize)
         return;
     const int kelvin = *at<quint16>(page, 1);

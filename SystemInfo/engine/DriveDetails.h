@@ -7,14 +7,14 @@
 namespace systeminfo
 {
 
-// What a drive says of itself in the structures of ntddstor.h and of the NVMe standard. The bytes come
-// from a device and are taken for nothing more than that: what is too short or out of range reads as absent.
+// What a drive reports about itself, in the structures of ntddstor.h and the NVMe standard. The bytes are
+// untrusted: values that are truncated or out of range count as absent.
 struct DriveDetails {
     QString bus;    // "NVMe"
     QString medium; // "Solid-state drive"
     std::optional<bool> removable;
     std::optional<int> celsius;
-    std::optional<int> wearPercent; // of the life that the maker planned; may be over 100
+    std::optional<int> wearPercent; // of the rated endurance; may exceed 100
     std::optional<int> sparePercent;
     std::optional<quint64> powerOnHours;
 

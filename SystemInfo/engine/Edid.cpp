@@ -16,7 +16,7 @@ public:
     explicit Block(const QByteArray &bytes) : m_bytes(bytes) {}
 
     int at(int index) const { return static_cast<quint8>(m_bytes.at(index)); }
-    int word(int index) const { return at(index) | at(index + 1) << 8; } // low byte first
+    int word(int index) const { return at(index) | at(index + 1) << 8; } // little-endian
 
     bool isSound() const
     {
@@ -29,7 +29,7 @@ public:
         return sum % 256 == 0;
     }
 
-    // The text of a descriptor: up to 13 characters, ended by a line feed and filled with blanks.
+    // A descriptor's text: up to 13 characters, terminated by a line feed and padded with blanks.
     QString text(int start) const
     {
         QString result;
@@ -42,7 +42,7 @@ private:
     const QByteArray &m_bytes;
 };
 
-// Three letters of five bits, the high byte first.
+// Three letters of five bits each, big-endian.
 QString makerOf(const Block &block)
 {
     const int code = block.at(8) << 8 | block.at(9);
@@ -56,11 +56,11 @@ QString makerOf(const Block &block)
     return maker;
 }
 
-// The first timing is the preferred one: the native one of a flat panel.
+// The first detailed timing is the preferred one, a flat panel's native mode.
 void readTiming(MonitorIdentity &monitor, const Block &block)
 {
     const int start = firstDescriptor;
-    const int clock = block.word(start); // in 10 kHz
+    const int clock = block.word(start); // units of 10 kHz
     if (clock == 0)
         return;
     const int width = block.at(start + 2) | (block.at(start + 4) & 0xf0) << 4;
@@ -88,7 +88,7 @@ std::optional<MonitorIdentity> readEdid(const QByteArray &bytes)
         return {};
     MonitorIdentity monitor;
     monitor.maker = makerOf(block);
-    // Week 255 marks the year of the model instead of that of making; both are years from 1990.
+    // Both kinds of year count from 1990: the year of manufacture, and the model year (marked by week 255).
     monitor.year = block.at(17) > 0 ? 1990 + block.at(17) : 0;
     if (block.at(21) > 0 && block.at(22) > 0)
         monitor.imageMillimetres = QSize(block.at(21), block.at(22)) * 10;
@@ -96,7 +96,7 @@ std::optional<MonitorIdentity> readEdid(const QByteArray &bytes)
     for (int i = 0; i < descriptorCount; ++i) {
         const int start = firstDescriptor + i * descriptorSize;
         if (block.word(start) != 0)
-            continue; // a timing
+            continue; // a detailed timing
         if (block.at(start + 3) == 0xfc)
             monitor.name = block.text(start);
         else if (block.at(start + 3) == 0xff)

@@ -57,7 +57,7 @@ void addEntries(Machine &machine, Row &row, const QString &text)
     }
 }
 
-// Keys of services are kept in variables, by custom under such names.
+// Recognises variables that by convention hold credentials of services.
 bool holdsSecret(const QString &name)
 {
     static const QRegularExpression words(QStringLiteral("TOKEN|SECRET|PASSW|CREDENTIAL|API_?KEY|_KEY$"),

@@ -72,7 +72,7 @@ QString timeText(const QDateTime &when)
 
 QDateTime fromFileTime(quint64 ticks)
 {
-    // The difference between 1601 and 1970. The sign bit would lie 29,000 years ahead.
+    // Milliseconds from 1601 to 1970. A tick count with the sign bit set would be 29,000 years in the future.
     constexpr qint64 epoch = 11644473600000;
     if (ticks == 0 || ticks >> 63)
         return {};

@@ -43,7 +43,7 @@ Row printersRow(const QStringList &printers)
     return top;
 }
 
-// "Intel(R) Core(TM) i7-8650U CPU @ 1.90GHz" -> "Intel Core i7-8650U": as a person says it.
+// "Intel(R) Core(TM) i7-8650U CPU @ 1.90GHz" -> "Intel Core i7-8650U": as people say it.
 QString spokenProcessor(QString name)
 {
     for (const auto *mark : {"(R)", "(TM)", "(r)", "(tm)"})
@@ -83,7 +83,7 @@ Row processorRow(core::RegistryView &registry)
     top.add(fact(SYSTEMINFO_LABEL("Name"),
                  hardware(registry, processorKey, "ProcessorNameString").toText().trimmed()));
     top.add(fact(SYSTEMINFO_LABEL("Identifier"), hardware(registry, processorKey, "Identifier").toText()));
-    // Divided by 1000, where the page of the processor divides by 1024.
+    // Divided by 1000, whereas the processor page divides by 1024.
     top.add(fact(
         SYSTEMINFO_LABEL("Speed"),
         speed ? Value::of(static_cast<double>(static_cast<float>(*speed) / 1000.0f), QStringLiteral("GHz"))
@@ -122,7 +122,7 @@ Row adaptersRow(const std::vector<Adapter> &adapters)
         case 15:
             return Words::tr("FDDI");
         case 24:
-            return Words::tr("Lookback"); // spelled so on purpose
+            return Words::tr("Lookback"); // the spelling is deliberate
         case 28:
             return Words::tr("Slip");
         default:
@@ -208,7 +208,7 @@ Page generalPage(Machine &machine, const Publish &publish)
         page.sections.push_back(std::move(row));
     page.sections.push_back(screenRow(machine.primaryScreen()));
     page.sections.push_back(monitorRow(machine));
-    // Drives, adapters and printers are asked for one after the other; any of them may keep us waiting.
+    // Drives, adapters and printers are queried one after another, as each query may block.
     const std::size_t begin = page.sections.size();
     std::vector<Row> waiting = {
         volumesRow({}),    powerRow(machine.power()), adaptersRow({}),    printersRow({}),

@@ -16,7 +16,7 @@ Row connectionsRow(const std::vector<Connection> &connections);
 Row graphicsRow(const std::vector<GraphicsAdapter> &adapters);
 
 // "Latitude 7490 with Intel Core i7-8650U, 16 GB of memory and 238 GB of disk space, running Windows 11 Pro
-// for 3 days." What is not known is left out.
+// for 3 days." Unknown parts are left out.
 QString machineSummary(Machine &machine, const SystemFacts &facts, const WindowsRelease &release,
                        const std::vector<Volume> &volumes);
 

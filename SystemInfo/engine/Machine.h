@@ -16,8 +16,8 @@
 namespace systeminfo
 {
 
-// The answers of Windows as plain data, before any of it is put into words. Sizes are in bytes; what could
-// not be read is empty, 0 or absent.
+// The answers of Windows as plain data, before formatting. Sizes are in bytes; values that could not be read
+// are empty, 0 or absent.
 
 struct MemoryStatus {
     quint64 totalPhysical = 0;
@@ -27,7 +27,7 @@ struct MemoryStatus {
 };
 
 struct SystemFacts {
-    quint32 major = 0, minor = 0, build = 0; // as the kernel says, whatever the manifest of the program
+    quint32 major = 0, minor = 0, build = 0; // from the kernel, independent of the program's manifest
     bool is64Bit = false;
     QString computerName;
     QString userName;
@@ -42,7 +42,7 @@ struct SystemFacts {
     QDateTime now;
 };
 
-// SYSTEM_POWER_STATUS, and three fields of SYSTEM_POWER_CAPABILITIES.
+// SYSTEM_POWER_STATUS and three fields of SYSTEM_POWER_CAPABILITIES.
 struct PowerStatus {
     bool read = false;
     quint8 acLine = 255;
@@ -65,15 +65,15 @@ struct Volume {
 
 struct Adapter {
     QString description;
-    quint32 type = 0;     // interface type of IANA's list
-    QString firstAddress; // "0.0.0.0" when it has none
+    quint32 type = 0;     // IANA interface type
+    QString firstAddress; // "0.0.0.0" if it has none
 };
 
-// The same adapters as the newer call tells them.
+// The same adapters as reported by GetAdaptersAddresses().
 struct Connection {
     QString name;
     bool connected = false;
-    quint64 bitsPerSecond = 0; // 0: unknown
+    quint64 bitsPerSecond = 0; // 0 if unknown
     QStringList addresses;     // IPv4 and IPv6
     QString hardwareAddress;
 };
@@ -81,7 +81,7 @@ struct Connection {
 struct GraphicsAdapter {
     QString name;
     quint64 dedicatedBytes = 0;
-    quint64 sharedBytes = 0; // of the main memory, at most
+    quint64 sharedBytes = 0; // upper limit of main memory it may use
 };
 
 struct SpecialFolder {
@@ -90,16 +90,20 @@ struct SpecialFolder {
     bool common = false; // of all users
 };
 
-enum class PathState { Exists, Missing, NotLookedAt }; // the last for a server, which may take a minute
+enum class PathState {
+    Exists,
+    Missing,
+    NotLookedAt
+}; // NotChecked for a network path, which may take a minute
 
 struct StartupFile {
     QString name;   // "Chat.lnk"
-    QString target; // of a link; else the file itself
+    QString target; // of a link, otherwise the file itself
     QString arguments;
     bool common = false;
 };
 
-// What a trigger of the task scheduler says.
+// A trigger of the task scheduler.
 struct TaskTrigger {
     enum class Kind {
         Other,
@@ -119,12 +123,12 @@ struct TaskTrigger {
     Kind kind = Kind::Other;
     bool enabled = true;
     QString start;      // ISO 8601
-    int interval = 1;   // every so many days or weeks
-    int weekdays = 0;   // bits from Sunday
-    quint32 days = 0;   // of the month: bits from the 1st
-    int months = 0;     // bits from January
-    int weeks = 0;      // bits: first to fourth week of the month
-    bool last = false;  // the last day, or week, of the month as well
+    int interval = 1;   // every n days or weeks
+    int weekdays = 0;   // bit mask, Sunday first
+    quint32 days = 0;   // days of the month, bit 0 is the 1st
+    int months = 0;     // bit mask, January first
+    int weeks = 0;      // bit mask, first to fourth week of the month
+    bool last = false;  // also on the last day or week of the month
     QString repetition; // ISO 8601 duration, "PT15M"
     QString user;
 
@@ -137,7 +141,7 @@ struct ScheduledTask {
     int state = 0;  // TASK_STATE
     bool hidden = false;
     std::vector<TaskTrigger> triggers;
-    QStringList actions; // what is run
+    QStringList actions; // what the task runs
     QDateTime lastRun;   // invalid: never
     QDateTime nextRun;
     quint32 lastResult = 0;
@@ -146,20 +150,19 @@ struct ScheduledTask {
 
 struct TaskList {
     bool read = false;
-    bool cutOff = false; // more than anybody reads
+    bool cutOff = false; // the list was too long and is incomplete
     std::vector<ScheduledTask> tasks;
 };
 
-// What a drive's driver answered, as it stands in the device's own structures; empty where it answered
-// nothing.
+// The raw answers of a drive's driver, in the device's own structures; empty if there was none.
 struct DriveAnswers {
     QByteArray descriptor;  // STORAGE_DEVICE_DESCRIPTOR
     QByteArray seekPenalty; // DEVICE_SEEK_PENALTY_DESCRIPTOR
     QByteArray temperature; // STORAGE_TEMPERATURE_DATA_DESCRIPTOR
-    QByteArray nvmeHealth;  // the health page behind a STORAGE_PROTOCOL_DATA_DESCRIPTOR
+    QByteArray nvmeHealth;  // the health log page after a STORAGE_PROTOCOL_DATA_DESCRIPTOR
 };
 
-// Everything that the pages read. Used on one thread; every call may take as long as Windows likes.
+// Everything that the pages read. Used on one thread; any call may block.
 class Machine
 {
 public:
@@ -177,18 +180,18 @@ public:
     virtual std::vector<Adapter> adapters() = 0;
     virtual std::vector<Connection> connections() = 0;
     virtual QStringList printers() = 0;
-    virtual std::vector<GraphicsAdapter> graphics() = 0; // without those made of software
-    // True for a device that is there now: the registry keeps all that ever were. "DISPLAY\GSM5AB8\5&2a..."
+    virtual std::vector<GraphicsAdapter> graphics() = 0; // software adapters are left out
+    // True for a device that is connected now; the registry also keeps former ones. "DISPLAY\GSM5AB8\5&2a..."
     virtual bool isPresent(const QString &deviceInstance) = 0;
     virtual DriveAnswers drive(quint32 number) = 0;
-    // BitLocker's state of a volume as the shell knows it, see OperatingSystem.cpp.
+    // A volume's BitLocker state as the shell reports it, see OperatingSystem.cpp.
     virtual std::optional<int> encryptionState(const QString &root) = 0;
 
-    virtual QString expanded(const QString &text) = 0; // %NAME% replaced
-    virtual QImage smallIcon(const QString &path) = 0; // as the shell shows it; null for none
+    virtual QString expanded(const QString &text) = 0; // with %NAME% expanded
+    virtual QImage smallIcon(const QString &path) = 0; // as the shell shows it; null if there is none
     virtual PathState pathState(const QString &path) = 0;
     virtual QString companyName(const QString &file) = 0;
-    // What a file that is named without its folder stands for on the search path; empty when there is none.
+    // Resolves a file name without a folder through the search path; empty if not found.
     virtual QString findProgram(const QString &name) = 0;
     virtual std::vector<SpecialFolder> specialFolders() = 0;
     virtual std::vector<StartupFile> startupFiles() = 0;

@@ -76,7 +76,7 @@ QString formFactor(std::optional<quint64> number)
     }
 }
 
-// Correcting memory has more bits than it hands out.
+// ECC memory has a wider total width than data width.
 Value errorCorrection(const core::WmiRow &module)
 {
     const auto total = module.unsignedInteger(QStringLiteral("TotalWidth"));

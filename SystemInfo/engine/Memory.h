@@ -9,10 +9,10 @@ namespace systeminfo
 
 // Win32_PhysicalMemory.MemoryType; ends at DDR4 by design.
 QString memoryTypeText(qint64 type);
-// The type as the firmware tells it, which knows the newer ones: SMBIOS 3.7, table 7.18.2. Empty for 0 and
-// for what is not in the table.
+// The SMBIOS memory type, which covers newer ones: SMBIOS 3.7, table 7.18.2. Empty for 0 and unlisted
+// numbers.
 QString firmwareMemoryType(quint64 type);
-// With the maker's name behind a JEDEC code that is known, letter by letter.
+// Replaces a known JEDEC code by the manufacturer's name.
 QString memoryMaker(const QString &manufacturer);
 
 } // namespace systeminfo

@@ -42,7 +42,7 @@ Page assemble(const core::WmiRow &board, const core::WmiRow &bios)
     return page;
 }
 
-// With several boards the last one stands in the page; what it does not tell keeps the value before.
+// With several boards the last one wins; fields that it lacks keep the previous value.
 void merge(core::WmiRow &target, const core::WmiRow &row, const QStringList &properties)
 {
     for (const QString &name : properties) {

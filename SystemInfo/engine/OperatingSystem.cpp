@@ -14,7 +14,7 @@ namespace
 
 using Hive = core::RegistryView::Hive;
 
-// The id of Windows among the products that are licensed this way, as Microsoft documents it.
+// Windows' application id in the software licensing service, as documented by Microsoft.
 core::WmiQuery licenseQuery()
 {
     return {.text = QStringLiteral("SELECT Description, LicenseStatus FROM SoftwareLicensingProduct WHERE "
@@ -132,7 +132,7 @@ Row securityRow(core::RegistryView &registry, std::optional<int> encryption, con
 
 QString activationChannel(const QString &description)
 {
-    // "..., VOLUME_KMSCLIENT channel"
+    // The last part is "VOLUME_KMSCLIENT channel".
     const QString last = description.section(QLatin1Char(','), -1).trimmed();
     const QString suffix = QStringLiteral(" channel");
     return last.endsWith(suffix) ? last.chopped(suffix.size()) : QString();

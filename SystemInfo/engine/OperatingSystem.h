@@ -8,10 +8,11 @@
 namespace systeminfo
 {
 
-// SoftwareLicensingProduct: "Windows(R) Operating System, RETAIL channel" and the number of LicenseStatus.
+// From SoftwareLicensingProduct: the Description, such as "Windows(R) Operating System, RETAIL channel", and
+// LicenseStatus.
 QString activationChannel(const QString &description);
 QString licenseText(qint64 status);
-// The shell's property System.Volume.BitLockerProtection.
+// The shell property System.Volume.BitLockerProtection.
 QString encryptionText(int state);
 // Win32_DeviceGuard.VirtualizationBasedSecurityStatus
 QString virtualizationSecurityText(qint64 status);

@@ -25,8 +25,8 @@ enum class PageId {
 };
 inline constexpr int pageCount = 11;
 
-// Each gathers one page: reads the machine, publishes the page as far as it has come before every call that
-// may take long, and returns it whole. Rows that could not be read are there, with an empty text.
+// Each function gathers one page. Before every call that may block it publishes the page as it is so far; it
+// returns the complete page. Rows that could not be read are present with an empty text.
 Page generalPage(Machine &machine, const Publish &publish);
 Page cpuPage(Machine &machine, const Publish &publish);
 Page motherboardPage(Machine &machine, const Publish &publish);
@@ -41,12 +41,12 @@ Page codecsPage(Machine &machine, const Publish &publish);
 
 struct PageSource {
     PageId id;
-    const char *title; // English, to be translated
+    const char *title; // English source text, translated by the caller
     Page (*gather)(Machine &machine, const Publish &publish);
 };
 const std::array<PageSource, pageCount> &pageSources();
 const PageSource &pageSource(PageId id);
-// The page with its name and title and nothing in it.
+// The page with name and title but no rows.
 Page emptyPage(PageId id);
 
 } // namespace systeminfo

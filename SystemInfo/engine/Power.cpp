@@ -10,7 +10,7 @@ namespace
 
 constexpr quint8 unknown = 255;
 
-// A state and what it means stand on both sides of the replacement character: the product's own wording.
+// State and meaning appear on both sides of the replacement character: product wording.
 QString explained(const QString &state, const QString &meaning)
 {
     return state + QChar(u'\uFFFD') + meaning;
@@ -21,8 +21,8 @@ QString unknownStatus()
     return Words::tr("Unknown status");
 }
 
-// 255 has every bit set, and "no battery" may come with others: these two are asked for first. A charge
-// between a third and two thirds has no bit and no text.
+// These two are tested first: 255 has every bit set, and "no battery" may be combined with other bits. A
+// charge between 33 and 66 percent sets no bit and has no text.
 QString chargeStatus(quint8 flag)
 {
     if (flag == unknown)

@@ -36,12 +36,12 @@ void blankRow(Row &row, const QList<QRegularExpression> &names)
 
 QList<QRegularExpression> asWords(const QStringList &names)
 {
-    // The part of an identification that is this machine's or domain's, and a password in an address.
+    // The part of a SID that identifies the machine or domain, and credentials in a URL.
     QList<QRegularExpression> words = {
         QRegularExpression(QStringLiteral("S-1-5-21-\\d+-\\d+-\\d+(?:-\\d+)?")),
         QRegularExpression(QStringLiteral("(?<=://)[^/\\s@]+:[^/\\s@]+(?=@)"))};
     for (const QString &name : names) {
-        // One letter would blank half of all drives.
+        // A one-letter name would match half of all drive letters.
         if (name.size() > 1)
             words << QRegularExpression(
                 QStringLiteral("(?<![\\w])%1(?![\\w])").arg(QRegularExpression::escape(name)),

@@ -8,7 +8,7 @@ namespace systeminfo
 namespace
 {
 
-// Readable on a screen, light and dark, and on paper: a section is not torn from its heading.
+// For light and dark screens and for print: page breaks keep a section with its heading.
 constexpr const char *style = R"(
 :root { color-scheme: light dark; }
 body { font: 14px/1.45 "Segoe UI", system-ui, sans-serif; margin: 2em auto; max-width: 60em; padding: 0 1em; }

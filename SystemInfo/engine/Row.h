@@ -13,7 +13,7 @@
 #include <utility>
 #include <vector>
 
-// Marks a label for translation; its English text is also where the row's stable name comes from.
+// Marks a label for translation. Its English text also determines the row's stable name.
 #define SYSTEMINFO_LABEL(text) QT_TRANSLATE_NOOP("systeminfo", text)
 
 namespace systeminfo
@@ -24,8 +24,8 @@ class Words
     Q_DECLARE_TR_FUNCTIONS(systeminfo)
 };
 
-// What a row says. The text is what is shown, and empty when the machine did not report it; a quantity keeps
-// its number and unit apart for those who compute with a report.
+// A row's value. `text` is for display, and empty if the machine did not report it; quantities also keep
+// number and unit, for programs that process a report.
 struct Value {
     QString text;
     QVariant number;
@@ -42,19 +42,19 @@ struct Value {
     bool operator==(const Value &) const = default;
 };
 
-// Why a value is left out of a report unless the user asks for it.
+// Why a value is excluded from a report by default.
 enum class Privacy { Open, Serial, Secret, Person, Address };
 
 struct Row {
-    QString name;  // stable, for machines: "totalAmountOfRam"
-    QString label; // for people
+    QString name;  // stable, for programs: "totalAmountOfRam"
+    QString label; // for display
     Value value;
     Privacy privacy = Privacy::Open;
-    QString icon;     // of the resources, "SysInfoCPU16.png"
-    QImage image;     // instead of the icon: a drive's own
+    QString icon;     // resource name, "SysInfoCPU16.png"
+    QImage image;     // used instead of `icon`: the icon of a drive
     QString openPath; // opened by a double click
     QString hint;     // tool tip
-    QString problem;  // marked, and said behind the value: "does not exist"
+    QString problem;  // shown after the value and highlighted: "does not exist"
     std::vector<Row> children = {};
 
     Row &add(Row child);
@@ -62,15 +62,15 @@ struct Row {
     bool operator==(const Row &) const = default;
 };
 
-// `label` and `title` are marked with SYSTEMINFO_LABEL.
+// `label` and `title` must be marked with SYSTEMINFO_LABEL.
 Row fact(const char *label, const Value &value = {}, Privacy privacy = Privacy::Open);
 Row section(const char *title, const QString &icon);
 // A row whose label is data; `name` is the English name of its kind ("Hot Fix").
 Row item(const char *name, const QString &label, const Value &value = {});
-// "Disk #0", with the same name for all.
+// A row "Disk #0"; all numbers share one name.
 Row numbered(const char *label, qsizetype number, const Value &value = {});
 
-// Says "None" behind a list that was read and is empty.
+// Sets "None" as the value of a list that was read and is empty.
 Row withNone(Row list);
 // "Total Amount of RAM" -> "totalAmountOfRam"
 QString stableName(const QString &english);
@@ -79,14 +79,14 @@ struct Page {
     QString name; // "memory"
     QString title;
     std::vector<Row> sections = {};
-    QStringList notices = {};                  // what is missing, in sentences for the user
-    QString summary = {};                      // the machine in one sentence; of the first page only
-    std::optional<quint64> uptimeSeconds = {}; // what the page says about it, see updateUptime()
+    QStringList notices = {};                  // what could not be read, as sentences for the user
+    QString summary = {};                      // one sentence about the machine; first page only
+    std::optional<quint64> uptimeSeconds = {}; // the uptime that the page shows, see updateUptime()
 
     bool operator==(const Page &) const = default;
 };
 
-// Takes the state of a page that is still being gathered, so that what was read is there when the rest hangs.
+// Receives the state of a page while it is gathered, so that it can be shown if a later call hangs.
 using Publish = std::function<void(const Page &)>;
 
 } // namespace systeminfo

@@ -31,7 +31,8 @@ public:
     std::vector<Hit> take() { return std::move(m_hits); }
 
 private:
-    // One word at least must stand in the row itself: a section's title is no reason to list all of it.
+    // At least one word must occur in the row itself: a match in the section title must not list all of its
+    // rows.
     bool matches(const Hit &hit) const
     {
         const QString own = hit.path.last() + QLatin1Char(' ') + hit.value;

@@ -7,14 +7,14 @@ namespace systeminfo
 {
 
 struct Hit {
-    std::size_t page = 0; // of those searched
-    std::vector<int> row; // the section's index, then that of the child, ...
+    std::size_t page = 0; // index in the searched pages
+    std::vector<int> row; // index of the section, then of the child, ...
     QStringList path;     // page title, section, ..., label
     QString value;
 };
 
-// The rows whose path and value together hold every word of `text`, without regard to case; at most `most` of
-// them. None for a blank text.
+// The rows whose path and value together contain every word of `text`, ignoring case; at most `max` of them.
+// Empty for a blank text.
 std::vector<Hit> findRows(const std::vector<Page> &pages, const QString &text, std::size_t most);
 
 } // namespace systeminfo

@@ -16,7 +16,7 @@ Page specialFoldersPage(Machine &machine, const Publish &publish)
     std::ranges::sort(folders, [](const SpecialFolder &a, const SpecialFolder &b) {
         return a.name.compare(b.name, Qt::CaseInsensitive) < 0;
     });
-    // Some stand under two identifications.
+    // Some folders have two ids.
     const auto same = [](const SpecialFolder &a, const SpecialFolder &b) {
         return a.common == b.common && a.name == b.name && a.path.compare(b.path, Qt::CaseInsensitive) == 0;
     };

@@ -25,7 +25,7 @@ struct RunKey {
     const char *title;
     Hive hive;
     Bits bits;
-    const char *approvedAs; // the subkey in which the task manager keeps the state; null: it does not
+    const char *approvedAs; // subkey in which the task manager keeps the state; null if it keeps none
     bool once;
 };
 constexpr RunKey runKeys[] = {
@@ -113,14 +113,14 @@ QString programOf(const QString &command, const std::function<bool(const QString
     for (qsizetype end = text.indexOf(QLatin1Char(' '));; end = text.indexOf(QLatin1Char(' '), end + 1)) {
         const QString beginning = end < 0 ? text : text.left(end);
         if (!beginning.contains(QLatin1Char('\\')))
-            break; // a bare name: the first word
+            break; // a bare name: use the first word
         const QString program = hasExtension(beginning) ? beginning : beginning + QStringLiteral(".exe");
         if (exists(program))
             return program;
         if (end < 0)
             break;
     }
-    // It is gone: up to where its name seems to end.
+    // The file is gone: take the text up to where its name seems to end.
     static const QRegularExpression named(
         QStringLiteral("^[^\"]*?\\.(?:exe|com|bat|cmd|vbs|js|ps1|lnk)(?= |$)"),
         QRegularExpression::CaseInsensitiveOption);

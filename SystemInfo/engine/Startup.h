@@ -8,13 +8,13 @@
 namespace systeminfo
 {
 
-// The program of a command line as CreateProcessW looks for it: the quoted part, else the shortest beginning
-// up to a blank that `exists` says yes to, with ".exe" behind it where it has no extension; the first word
-// when there is none.
+// The program in a command line, found as CreateProcessW would: the quoted part; otherwise the shortest
+// prefix up to a blank for which `exists` is true (with ".exe" added if it has no extension); otherwise the
+// first word.
 QString programOf(const QString &command, const std::function<bool(const QString &path)> &exists);
 
-// What the task manager stores of a startup item: 12 bytes, the first one odd for a disabled item, with the
-// time of that from the fifth on. No bytes: nobody ever switched it.
+// The task manager's state of a startup item: 12 bytes, of which the first is odd for a disabled item, and
+// the time of disabling starts at byte 4. No data means that it was never switched.
 struct StartupState {
     bool enabled = true;
     QDateTime disabledSince;

@@ -176,7 +176,7 @@ std::vector<DiskLink> walk(Machine &machine, Page &page, const std::vector<core:
     return links;
 }
 
-// What the table above does not have: how the drive is attached, of what kind it is and how it feels.
+// What the table above lacks: how the drive is attached, its kind and its health.
 Row detailsRow(Machine &machine, const std::vector<core::WmiRow> &disks)
 {
     Row top = section(SYSTEMINFO_LABEL("Health and Connection"), diskIcon);

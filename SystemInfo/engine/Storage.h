@@ -7,23 +7,23 @@
 namespace systeminfo
 {
 
-// A volume on a partition of a disk, by WMI's device ids.
+// A volume on a partition of a disk, by WMI device ids.
 struct DiskLink {
     QString disk;
     QString partition;
     QString volume; // "C:"
 };
 
-// The small icon of a drive's root.
+// Returns the small icon of a drive root.
 using IconOf = std::function<QImage(const QString &root)>;
 
-// The disks' rows, in the order of `disks`; links are matched to volumes without regard to case, and those
-// that match none are left out.
+// The rows of the disks in the order of `disks`. Links match volumes ignoring case; links without a volume
+// are left out.
 Row storageRow(const std::vector<core::WmiRow> &disks, const std::vector<core::WmiRow> &volumes,
                const std::vector<DiskLink> &links, const IconOf &icons);
 
-// The two questions of the walk from a disk to its volumes. In a key of WQL backslashes stand twice; the
-// plain form is for servers that want it as it is. None when the disk's id is too short to have a name in it.
+// The two WQL queries that lead from a disk to its volumes. WQL keys need doubled backslashes; some WMI
+// versions want them undoubled. nullopt if the disk id is too short to contain a name.
 std::optional<QString> partitionsOfDisk(const QString &deviceId, bool doubled);
 QString volumesOfPartition(const QString &partitionId);
 

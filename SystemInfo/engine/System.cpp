@@ -22,7 +22,7 @@ QString productName(core::RegistryView &registry)
         .simplified();
 }
 
-// "Windows Server 2022 Standard" -> "Windows Server 2022", "Standard"
+// Splits "Windows Server 2022 Standard" into "Windows Server 2022" and "Standard".
 void splitServer(WindowsRelease &release, const QString &product)
 {
     const qsizetype end = product.indexOf(QLatin1Char(' '), QStringLiteral("Windows Server ").size());

@@ -13,14 +13,13 @@ struct WindowsRelease {
     QString version; // "10.0 (23H2)"
     QString build;   // "22631.3007"
 };
-// The registry of Windows 11 still calls it "Windows 10": the build decides.
+// The registry of Windows 11 still says "Windows 10", so the build number decides.
 WindowsRelease windowsRelease(const SystemFacts &facts, core::RegistryView &registry);
 
-// The section that the first page and the page of the operating system share.
+// The section shared by the first page and the operating system page.
 Row operatingSystemRow(const SystemFacts &facts, const WindowsRelease &release);
 
-// Brings what the page says about the uptime to `seconds`; the position of its row, from the section on, or
-// none when nothing changed.
+// Sets the page's uptime to `seconds` and returns the position path of its row; empty if nothing changed.
 std::vector<int> updateUptime(Page &page, quint64 seconds);
 
 } // namespace systeminfo

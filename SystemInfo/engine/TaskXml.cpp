@@ -14,7 +14,7 @@ namespace
 
 using Kind = TaskTrigger::Kind;
 
-constexpr std::size_t maxTriggers = 100; // the scheduler itself takes no more than 48
+constexpr std::size_t maxTriggers = 100; // the scheduler itself allows 48
 constexpr qsizetype maxActions = 100;
 
 struct KindName {
@@ -24,7 +24,7 @@ struct KindName {
 constexpr KindName triggerKinds[] = {
     {"EventTrigger", Kind::Event},
     {"TimeTrigger", Kind::Once},
-    {"CalendarTrigger", Kind::Other}, // until its schedule is read
+    {"CalendarTrigger", Kind::Other}, // until its schedule has been read
     {"IdleTrigger", Kind::Idle},
     {"RegistrationTrigger", Kind::Registration},
     {"BootTrigger", Kind::Boot},
@@ -47,12 +47,12 @@ Kind kindOf(QStringView element)
     return Kind::Other;
 }
 
-// The bit of an element that is named like a month or a day of the week; 0 for another name.
+// The bit of an element named after a month or weekday; 0 for another name.
 int nameBit(QStringView element, int count, QString (QLocale::*name)(int, QLocale::FormatType) const,
             int first)
 {
     for (int i = 0; i < count; ++i) {
-        const int number = first + i == 0 ? 7 : first + i; // Sunday, Qt's seventh day, comes first
+        const int number = first + i == 0 ? 7 : first + i; // Sunday comes first here; it is Qt's day 7
         if (element == (QLocale::c().*name)(number, QLocale::LongFormat))
             return 1 << i;
     }
@@ -66,7 +66,7 @@ public:
 
     void read()
     {
-        m_xml.readNextStartElement(); // the root, whatever it is called
+        m_xml.readNextStartElement(); // the root element, whatever its name
         while (m_xml.readNextStartElement()) {
             if (m_xml.name() == QLatin1String("Triggers"))
                 readTriggers();

@@ -6,9 +6,8 @@
 namespace systeminfo
 {
 
-// Takes triggers, actions, author and hiddenness out of a task's definition (the task scheduler's schema,
-// which [MS-TSCH] describes). Definitions come from whoever registered the task: what is damaged ends the
-// reading, and what was read stays.
+// Reads triggers, actions, author and the hidden flag from a task definition (the task scheduler's schema,
+// see [MS-TSCH]). The XML is untrusted: parsing stops at the first error, and what was read so far is kept.
 void readTaskDefinition(const QString &xml, ScheduledTask &task);
 
 } // namespace systeminfo

@@ -31,7 +31,7 @@ QString atClock(const QString &text, const TaskTrigger &trigger)
     return clock.isEmpty() ? text : Words::tr("%1 at %2").arg(text, clock);
 }
 
-// The names of the bits that are set, the lowest first.
+// The names of the set bits, lowest first.
 template <class Name>
 QString listed(quint32 bits, int count, Name name)
 {
@@ -45,7 +45,7 @@ QString listed(quint32 bits, int count, Name name)
 
 QString weekdaysText(int bits)
 {
-    // Sunday is the first bit and Qt's seventh day.
+    // Sunday is the first bit, and Qt's day 7.
     return listed(static_cast<quint32>(bits), 7, [](int i) { return QLocale::c().dayName(i == 0 ? 7 : i); });
 }
 
@@ -176,7 +176,7 @@ QString taskStateText(int state)
     }
 }
 
-// Of the results that a scheduler or a program leaves, those that are met often; from winerror.h.
+// Common results of the scheduler and of programs, from winerror.h.
 QString taskResultText(quint32 result)
 {
     const std::map<quint32, QString> texts = {

@@ -7,7 +7,7 @@
 namespace systeminfo
 {
 
-// Asks WMI and tells with the page what did not come. `about` names the subject: "the processor".
+// Runs a WMI query and adds a notice to the page if it failed. `about` names the subject: "the processor".
 core::WmiAnswer ask(Machine &machine, Page &page, const core::WmiQuery &query, const QString &about,
                     const std::function<void(const core::WmiRow &)> &take);
 

@@ -14,12 +14,12 @@ namespace systeminfo
 namespace
 {
 
-// Numbers of newer headers than ours, from ntddstor.h.
+// Constants from ntddstor.h that are missing in our SDK headers.
 constexpr DWORD seekPenaltyProperty = 7;
 constexpr DWORD deviceTemperatureProperty = 54;
 constexpr DWORD deviceProtocolSpecificProperty = 50;
 
-// A question of STORAGE_PROPERTY_QUERY: property, kind (0: standard) and parameters.
+// Runs IOCTL_STORAGE_QUERY_PROPERTY: property, query type (0: standard) and parameters.
 QByteArray ask(HANDLE drive, DWORD property, const QByteArray &parameters = {})
 {
     QByteArray question(8, '\0');
@@ -35,14 +35,14 @@ QByteArray ask(HANDLE drive, DWORD property, const QByteArray &parameters = {})
     return answer;
 }
 
-// The page of an NVMe drive with its wear: STORAGE_PROTOCOL_SPECIFIC_DATA in both directions, behind the
-// version and size of the answer.
+// The health log page of an NVMe drive: the query contains a STORAGE_PROTOCOL_SPECIFIC_DATA; so does the
+// answer, after version and size.
 QByteArray nvmeHealth(HANDLE drive)
 {
     constexpr DWORD nvme = 3, logPage = 2, healthPage = 2, ownSize = 40, pageSize = 512;
     const DWORD parameters[10] = {nvme, logPage, healthPage, 0, ownSize, pageSize};
     QByteArray bytes(reinterpret_cast<const char *>(parameters), sizeof parameters);
-    // The drive writes its answer behind the question.
+    // The log page is written after the query structure.
     bytes += QByteArray(static_cast<qsizetype>(pageSize), '\0');
     const QByteArray answer = ask(drive, deviceProtocolSpecificProperty, bytes);
     constexpr qsizetype header = 8;
@@ -52,8 +52,7 @@ QByteArray nvmeHealth(HANDLE drive)
 
 } // namespace
 
-// Opened without any right: that is enough for what a drive says of itself, and all that a user without
-// elevation gets.
+// Opened without any access right: enough for these queries, and all that a user gets without elevation.
 DriveAnswers WindowsMachine::drive(quint32 number)
 {
     const QString path = QStringLiteral("\\\\.\\PhysicalDrive%1").arg(number);

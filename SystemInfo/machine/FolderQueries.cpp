@@ -18,7 +18,7 @@ using platform::wide;
 namespace
 {
 
-// Strings of a KNOWNFOLDER_DEFINITION, each to be freed.
+// The strings of a KNOWNFOLDER_DEFINITION must be freed one by one.
 struct Definition {
     KNOWNFOLDER_DEFINITION value = {};
 
@@ -56,7 +56,7 @@ QString startupFolder(const KNOWNFOLDERID &id)
     return SUCCEEDED(result) ? fromWide(path) : QString();
 }
 
-// Where a shortcut leads, as it stands in it: nothing is searched for and no box comes up.
+// The stored target of a shortcut, without searching for it or showing any UI.
 void readLink(const QString &path, StartupFile &file)
 {
     ComPointer<IShellLinkW> link;

@@ -12,8 +12,8 @@
 namespace systeminfo
 {
 
-// DXGI knows the memory of adapters whose drivers leave nothing in the registry. It is loaded when it is
-// asked for, so that the program starts without it; no adapter is opened, so no driver comes along.
+// DXGI also reports the memory of adapters whose drivers store nothing in the registry. It is loaded on
+// demand so that the program starts without it. No device is created, so no driver is loaded.
 std::vector<GraphicsAdapter> WindowsMachine::graphics()
 {
     constexpr UINT maxAdapters = 64;

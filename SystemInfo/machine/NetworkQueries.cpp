@@ -5,7 +5,7 @@
 
 #include <QDebug>
 
-// Before the header below.
+// Must come before the next header.
 #include <winsock2.h>
 
 #include <iphlpapi.h>
@@ -18,7 +18,7 @@ namespace systeminfo
 namespace
 {
 
-// At most a few times: adapters come and go meanwhile.
+// Limited retries: adapters may be added between the calls.
 ULONG readAdapters(std::vector<BYTE> &buffer)
 {
     ULONG size = sizeof(IP_ADAPTER_INFO);

@@ -17,7 +17,7 @@ using platform::fromWide;
 namespace
 {
 
-// What the kernel says; the documented calls tell a program the version that its manifest knows.
+// The real version; the documented functions return the version that the program's manifest declares.
 void readVersion(SystemFacts &facts)
 {
     using Call = LONG(WINAPI *)(OSVERSIONINFOW *);
@@ -45,7 +45,7 @@ QString userLocale()
     return GetUserDefaultLocaleName(name, LOCALE_NAME_MAX_LENGTH) > 0 ? fromWide(name) : QString();
 }
 
-// "W. Europe Standard Time (UTC+01:00)": the offset that holds now.
+// "W. Europe Standard Time (UTC+01:00)", with the current offset.
 QString timeZone()
 {
     TIME_ZONE_INFORMATION zone = {};

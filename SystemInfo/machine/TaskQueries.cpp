@@ -21,7 +21,7 @@ namespace
 constexpr std::size_t maxTasks = 5000;
 constexpr int maxDepth = 32;
 
-// Texts that COM hands out.
+// BSTRs returned by COM.
 struct BasicStringTraits {
     using Raw = BSTR;
     static Raw none() noexcept { return nullptr; }
@@ -38,7 +38,7 @@ QString textOf(Object &object, HRESULT (STDMETHODCALLTYPE Object::*get)(BSTR *))
     return platform::fromWide(text.get(), static_cast<qsizetype>(SysStringLen(text.get())));
 }
 
-// The scheduler says "never" with 30 December 1899, the zero of its dates, or with a day of November 1999.
+// For "never" the scheduler returns 30 December 1899 (zero in its date type) or a day in November 1999.
 QDateTime timeOf(IRegisteredTask &task, HRESULT (STDMETHODCALLTYPE IRegisteredTask::*get)(DATE *))
 {
     DATE date = 0;

@@ -91,7 +91,7 @@ std::vector<Volume> WindowsMachine::fixedVolumes()
     return volumes;
 }
 
-// Level 4 is read from the registry: no printer server is asked.
+// Level 4 reads the registry only and does not contact print servers.
 QStringList WindowsMachine::printers()
 {
     constexpr DWORD level = 4;
@@ -131,8 +131,7 @@ QImage WindowsMachine::smallIcon(const QString &path)
     return platform::smallIconOf(path);
 }
 
-// A share is not looked at, and neither is a drive letter that stands for one: an absent server takes a
-// minute.
+// Network paths and mapped drives are not checked: an unreachable server takes a minute.
 PathState WindowsMachine::pathState(const QString &path)
 {
     if (path.startsWith(QStringLiteral("\\\\")) ||

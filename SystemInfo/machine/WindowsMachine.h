@@ -12,8 +12,8 @@
 namespace systeminfo
 {
 
-// This machine, by documented calls that need no elevation. Made, used and destroyed on one thread, which has
-// COM while it lives.
+// This computer, through documented calls that need no elevation. Created, used and destroyed on one thread,
+// on which it initialises COM.
 class WindowsMachine : public Machine
 {
 public:
@@ -49,7 +49,7 @@ private:
     struct Apartment;
 
     const core::CancelFlag &m_cancel;
-    std::unique_ptr<Apartment> m_apartment; // goes last
+    std::unique_ptr<Apartment> m_apartment; // destroyed last
     platform::RegistryReader m_registry;
     platform::WmiSession m_wmi;
 };

@@ -19,14 +19,14 @@ const QByteArray jxlSignature("\0\0\0\x0cJXL \r\n\x87\n", 12);
 namespace
 {
 
-// Four bytes tell where behind them the EXIF begins.
+// The first four bytes are the offset of the EXIF data after them.
 QByteArray exifOf(const QByteArray &content)
 {
     const qint64 start = content.size() > 4 ? 4 + qint64(bigNumber(content, 0)) : content.size();
     return withoutExifMarker(content.mid(std::min<qint64>(start, content.size())));
 }
 
-// An item that is added, or put in the place of one that there is.
+// A new item, or the replacement of an existing one.
 struct NewItem {
     quint32 id = 0;
     bool isNew = false;
@@ -68,7 +68,7 @@ QByteArray withNewInfo(const QByteArray &list, const std::vector<NewItem> &added
     return list.left(4) + (isLong ? bigBytes(count) : shortBytes(count)) + entries;
 }
 
-// "describes the picture"
+// Reference type "cdsc": the item describes the image.
 QByteArray newReferences(const std::vector<NewItem> &added, quint32 primary, bool isLong)
 {
     QByteArray references;
@@ -80,7 +80,8 @@ QByteArray newReferences(const std::vector<NewItem> &added, quint32 primary, boo
     return references;
 }
 
-// `shift`: of what lies behind the meta box. The new items lie one after the other from `newData` on.
+// `shift` applies to everything after the meta box. The data of the new items is contiguous from `newData`
+// on.
 QByteArray makeLocations(const Items &items, const std::vector<NewItem> &added, qint64 shift, qint64 newData)
 {
     std::vector<Location> all;
@@ -97,7 +98,7 @@ QByteArray makeLocations(const Items &items, const std::vector<NewItem> &added, 
         all.push_back({item.id, Place::File, 0, {{quint64(newData), quint64(item.content.size())}}});
         newData += item.content.size();
     }
-    QByteArray content("\1\0\0\0\x44\0", 6); // version 1; four bytes for each offset and length
+    QByteArray content("\1\0\0\0\x44\0", 6); // version 1; 4 bytes each for offsets and lengths
     content += shortBytes(static_cast<quint32>(all.size()));
     for (const Location &location : all) {
         content += shortBytes(location.id) + shortBytes(location.place == Place::ItemData ? 1 : 0) +
@@ -135,7 +136,7 @@ QByteArray makeMeta(Items &items, const std::vector<NewItem> &added, qint64 shif
     return makeBox("meta", boxes);
 }
 
-// Whether all of it can be written down anew in the short form.
+// Whether all items can be rewritten in the short form.
 bool isRewritable(const Items &items)
 {
     constexpr quint32 maxShort = 0xfff0;
@@ -149,7 +150,7 @@ bool isRewritable(const Items &items)
 
 } // namespace
 
-// Boxes that are packed with brotli are passed over.
+// Brotli-compressed boxes are skipped.
 Metadata readJxlMetadata(QIODevice &device)
 {
     Metadata found;
@@ -186,7 +187,7 @@ QByteArray withMetadataInJxl(const QByteArray &file, const Metadata &metadata)
         QBuffer device;
         device.setData(file);
         device.open(QIODevice::ReadOnly);
-        // Written anew: the last one may be without a length, and would take in what follows.
+        // Rewritten, since the last box may have no length and would absorb what follows.
         forEachBox(device, 0, file.size(), [&](const Box &box) {
             if (box.type != "Exif" && box.type != "xml ")
                 boxes += makeBox(box.type, file.mid(box.content, box.end - box.content));

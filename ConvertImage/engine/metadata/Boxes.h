@@ -8,7 +8,7 @@
 
 #include <utility>
 
-// The boxes that JPEG XL, HEIF, HEIC and AVIF files are made of.
+// The boxes of JPEG XL, HEIF, HEIC and AVIF files.
 namespace conversion
 {
 
@@ -19,7 +19,7 @@ struct Box {
     qint64 end = 0;
 };
 
-// Until `visit` returns false. A box that does not lie whole between the two ends the list.
+// Stops when `visit` returns false, or at a box that is not completely between the two ends.
 template <class Visit>
 void forEachBox(QIODevice &device, qint64 from, qint64 end, Visit visit)
 {

@@ -34,7 +34,7 @@ public:
         return number(directory + 2 + entryCount(directory) * entryBytes);
     }
 
-    // 0 for a directory that does not lie whole in the bytes.
+    // 0 for a directory that is not completely within the data.
     int entryCount(qint64 directory) const
     {
         if (directory < headerBytes || directory + 2 > m_bytes.size())
@@ -71,7 +71,7 @@ public:
         setNumber(directory + 2 + entryCount(directory) * entryBytes, next);
     }
 
-    // Overwrites a directory and what its entries point to with zeros.
+    // Overwrites a directory and the values it points to with zeros.
     void clearDirectory(qint64 directory)
     {
         const int count = entryCount(directory);
@@ -139,7 +139,7 @@ void clearThumbnail(Exif &exif)
     const auto length = exif.find(thumbnail, thumbnailLengthTag);
     if (offset && length)
         exif.clear(exif.value(*offset), exif.value(*length));
-    // One that is also the first would take everything with it.
+    // If it is the first directory too, clearing it would remove everything.
     if (thumbnail != first)
         exif.clearDirectory(thumbnail);
 }
@@ -164,7 +164,7 @@ QByteArray adaptedExif(QByteArray bytes, const QSize &size, bool keepPlace)
     const qint64 first = exif.firstDirectory();
     clearThumbnail(exif);
     if (exif.entryCount(first) == 0)
-        return {}; // it lay over the thumbnail
+        return {}; // it overlapped the thumbnail
     exif.setNextDirectory(first, 0);
     if (const auto place = keepPlace ? std::nullopt : exif.find(first, placeDirectoryTag)) {
         const qint64 directory = exif.value(*place);

@@ -7,11 +7,11 @@
 namespace conversion
 {
 
-// See adaptedMetadata(). Empty for what is no EXIF. Offsets and lengths of the result are those of `exif`,
-// since makers of cameras hide absolute offsets in fields that nobody else knows.
+// See adaptedMetadata(). Empty if it is not EXIF. Nothing is moved: offsets and lengths stay those of `exif`,
+// since camera makers store absolute offsets in private fields.
 QByteArray adaptedExif(QByteArray exif, const QSize &size, bool keepPlace);
 
-// 1 to 8; 0 where none is stated.
+// 1 to 8; 0 if there is none.
 int exifOrientation(const QByteArray &exif);
 
 } // namespace conversion

@@ -22,9 +22,9 @@ void readItemInfo(QIODevice &meta, const Box &list, Items &items)
         const quint64 version = entry.take(1);
         entry.take(3);
         const quint32 id = entry.takeId(version >= 3);
-        entry.take(2); // protection
+        entry.take(2); // protection index
         const QByteArray type = version >= 2 ? entry.takeBytes(4) : QByteArray();
-        entry.takeText(); // name
+        entry.takeText(); // item name
         items.largest = std::max(items.largest, id);
         if (type == "Exif" && !items.exif)
             items.exif = id;
@@ -34,7 +34,7 @@ void readItemInfo(QIODevice &meta, const Box &list, Items &items)
     });
 }
 
-// False when a part of it is not understood.
+// False if a part is not understood.
 bool readLocations(const QByteArray &content, Items &items)
 {
     Numbers list(content);
@@ -43,7 +43,7 @@ bool readLocations(const QByteArray &content, Items &items)
     const quint64 sizes = list.take(2);
     const auto nibble = [sizes](int place) { return static_cast<int>(sizes >> (4 * place) & 15); };
     const quint64 count = list.take(version < 2 ? 2 : 4);
-    int left = maxMetadataParts; // an extent may be of no bytes at all
+    int left = maxMetadataParts; // limits the loop, since extents may be empty
     for (quint64 i = 0; i < count && !list.failed(); ++i) {
         Location location;
         location.id = list.takeId(version >= 2);
@@ -124,7 +124,7 @@ qint64 itemBytes(const Items &items, std::optional<quint32> id)
     const auto location = std::ranges::find(items.locations, id.value_or(0), &Location::id);
     if (!id || location == items.locations.end())
         return 0;
-    constexpr quint64 longest = quint64(1) << 40; // of one extent, so that the sum is a number
+    constexpr quint64 longest = quint64(1) << 40; // per extent, so that the sum cannot overflow
     qint64 bytes = 0;
     for (const Extent &extent : location->extents)
         bytes += static_cast<qint64>(std::min(extent.length, longest));

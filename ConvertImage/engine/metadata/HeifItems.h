@@ -6,13 +6,13 @@
 #include <optional>
 #include <vector>
 
-// The items of a HEIF, HEIC or AVIF file: pictures, and what is said about them.
+// The items of a HEIF, HEIC or AVIF file: images and their metadata.
 namespace conversion
 {
 
-inline const QByteArray xmpType("application/rdf+xml"); // of the item
+inline const QByteArray xmpType("application/rdf+xml"); // content type of the XMP item
 
-// Numbers one after the other; zeros once the bytes are at their end.
+// Reads consecutive numbers; returns zeros after the end.
 class Numbers
 {
 public:
@@ -30,7 +30,7 @@ public:
         return number;
     }
     quint32 takeId(bool isLong) { return static_cast<quint32>(take(isLong ? 4 : 2)); }
-    QByteArray takeText() // to the next zero
+    QByteArray takeText() // up to the next NUL
     {
         const qsizetype end = m_bytes.indexOf('\0', m_at);
         const QByteArray text = m_bytes.mid(m_at, end < 0 ? -1 : end - m_at);
@@ -64,25 +64,25 @@ struct Location {
     std::vector<Extent> extents;
 };
 
-// What the "meta" box of a file says of its items.
+// The items as described by the file's "meta" box.
 struct Items {
     Box meta;
-    QByteArray content; // of meta, behind its version
+    QByteArray content; // content of the meta box, after its version
     quint32 primary = 0;
-    quint32 largest = 0; // id
+    quint32 largest = 0; // largest item id
     std::optional<quint32> exif;
     std::optional<quint32> xmp;
     std::vector<Location> locations;
-    Box itemData; // in the content; empty: none
+    Box itemData; // within the content; empty if there is none
 };
 
-// Nothing where a part of the file is not understood.
+// nullopt if a part of the file is not understood.
 std::optional<Items> readItems(QIODevice &device);
 
-// What an item holds; empty for one that is not there, lies elsewhere or is too long.
+// The data of an item; empty if it does not exist, is stored elsewhere or is too long.
 QByteArray itemContent(QIODevice &device, const Items &items, std::optional<quint32> id);
 
-// What its extents state together; 0 for an item that is not there.
+// The sum of its extents' lengths; 0 for an item that does not exist.
 qint64 itemBytes(const Items &items, std::optional<quint32> id);
 
 } // namespace conversion

@@ -17,10 +17,10 @@ namespace
 const QByteArray xmpMarker("http://ns.adobe.com/xap/1.0/\0", 29);
 const QByteArray extensionMarker("http://ns.adobe.com/xmp/extension/\0", 35);
 constexpr qsizetype digestLength = 32;
-constexpr qsizetype extensionHeader = digestLength + 8; // and the whole length, and where this part begins
-constexpr qsizetype maxSegment = 0xffff - 2;            // without its length
+constexpr qsizetype extensionHeader = digestLength + 8; // plus the total length and the offset of this part
+constexpr qsizetype maxSegment = 0xffff - 2;            // excluding its own length field
 
-// Parts of an extension may come in any order, and several extensions beside each other.
+// The parts of an extension may be in any order, and several extensions may be interleaved.
 class Extensions
 {
 public:
@@ -47,7 +47,7 @@ public:
         extension.had += part.size();
     }
     bool isTooLong(const QByteArray &digest) const { return m_all.value(digest).isTooLong; }
-    // Empty where it is not there whole.
+    // Empty unless all parts are present.
     QByteArray take(const QByteArray &digest) const
     {
         const Extension found = m_all.value(digest);
@@ -82,7 +82,7 @@ QByteArray extensionSegments(const SplitXmp &split)
     return segments;
 }
 
-// Empty where there is no way.
+// Empty if it cannot be split.
 QByteArray xmpSegments(const QByteArray &xmp)
 {
     const qsizetype room = maxSegment - xmpMarker.size();
@@ -93,8 +93,8 @@ QByteArray xmpSegments(const QByteArray &xmp)
                                   : segment(xmpMarker + split.packet) + extensionSegments(split);
 }
 
-// Calls take(marker, length) for the segments before the picture, with the device at the content. Where the
-// picture begins; -1 when that is not found.
+// Calls take(marker, length) for each segment before the image data, with the device at the segment's
+// content. Returns the offset of the image data, or -1 if it was not found.
 template <class Take>
 qint64 forEachSegment(QIODevice &device, Take take)
 {
@@ -146,14 +146,14 @@ bool isCutOffJpeg(QIODevice &device)
     const qint64 picture = forEachSegment(device, [](uchar, qint64) {});
     if (picture < 0 || !device.seek(picture))
         return false;
-    // Within the data of a picture this marker does not occur.
+    // This marker does not occur within image data.
     QByteArray piece;
     while (!device.atEnd()) {
         piece = piece.right(1) + device.read(pieceBytes);
         if (piece.contains("\xff\xd9"))
             return false;
         if (piece.size() < 2)
-            break; // nothing can be read any more
+            break; // nothing more can be read
     }
     return true;
 }
@@ -171,7 +171,7 @@ WithMetadata withMetadataInJpeg(const QByteArray &file, const Metadata &metadata
     const QByteArray xmp = metadata.xmp.isEmpty() ? QByteArray() : xmpSegments(metadata.xmp);
     if (xmp.isEmpty())
         written.leftOut.xmp = metadata.xmp;
-    // Behind JFIF's own segment, which is to be the first.
+    // After the JFIF segment, which must be the first.
     qsizetype at = 2;
     if (uchar(file[3]) == 0xe0)
         at += 2 + qFromBigEndian<quint16>(file.constData() + 4);

@@ -3,19 +3,19 @@
 
 #include "ConvertImage/engine/metadata/Metadata.h"
 
-// EXIF and XMP in the segments before a JPEG's picture. A segment holds 64 KB: EXIF has one, XMP goes on in
-// others.
+// EXIF and XMP in the segments before a JPEG's image data. A segment holds 64 KB: EXIF is limited to one, XMP
+// continues in others.
 namespace conversion
 {
 
-// Of a device that is a JPEG.
+// The device must contain a JPEG.
 Metadata readJpegMetadata(QIODevice &device);
 
-// Whether the end of a JPEG's picture is missing: decoders make grey of what is not there, and report
-// success. False for any other file, and for one in which the picture's data is not found.
+// Whether a JPEG's image data is truncated: decoders fill the missing part with grey and report success.
+// False for any other file, and if the image data was not found.
 bool isCutOffJpeg(QIODevice &device);
 
-// EXIF that is too long, and XMP that cannot be split, are left out.
+// EXIF that is too long, and XMP that cannot be split, are dropped.
 WithMetadata withMetadataInJpeg(const QByteArray &file, const Metadata &metadata);
 
 } // namespace conversion

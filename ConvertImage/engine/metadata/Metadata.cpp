@@ -21,7 +21,7 @@ namespace
 const QByteArray pngSignature("\x89PNG\r\n\x1a\n", 8);
 const QByteArray pngXmpKeyword("XML:com.adobe.xmp\0", 18);
 
-// keyword, NUL, compressed?, method, language, NUL, translated keyword, NUL, text
+// keyword, NUL, compression flag, method, language, NUL, translated keyword, NUL, text
 QByteArray pngXmp(const QByteArray &chunk)
 {
     const qsizetype flag = pngXmpKeyword.size();
@@ -32,15 +32,15 @@ QByteArray pngXmp(const QByteArray &chunk)
     return keyword < 0 ? QByteArray() : chunk.mid(keyword + 1);
 }
 
-// How a chunk is told: a length and a type, in the order and with the padding of the format.
+// The layout of a chunk: length and type, in the order and with the padding of the format.
 struct ChunkLayout {
-    qint64 first; // behind the signature
+    qint64 first; // after the signature
     bool typeFirst;
-    int trailer; // bytes behind the content
-    bool padded; // to even lengths
+    int trailer; // bytes after the content
+    bool padded; // to an even length
 };
 
-// Until the end of the file, or a chunk of the type "IEND".
+// Up to the end of the file, or to a chunk of type "IEND".
 template <class Take>
 void forEachChunk(QIODevice &device, const ChunkLayout &layout, Take take)
 {
@@ -88,7 +88,7 @@ Metadata readWebp(QIODevice &device)
     return found;
 }
 
-// CRC-32 as PNG has it (ISO 3309).
+// CRC-32 as used by PNG (ISO 3309).
 quint32 checksum(const QByteArray &bytes)
 {
     quint32 sum = 0xffffffffu;
@@ -125,13 +125,13 @@ QByteArray webpChunk(const QByteArray &type, const QByteArray &content)
     return content.size() % 2 != 0 ? chunk + '\0' : chunk;
 }
 
-// The header that a file with more than a picture has: flags, and the size less one in 24 bits each. Empty
-// when the chunks are not understood.
+// The extended WebP header: flags, then width - 1 and height - 1 in 24 bits each. Empty if the chunks are not
+// understood.
 QByteArray extendedHeader(const QByteArray &chunks)
 {
     constexpr char alphaFlag = 0x10;
     constexpr qsizetype content = 8;
-    // A copy of its own: over the array itself GCC warns of reading behind an empty one.
+    // A local copy: with the array itself, GCC warns about reading past the end of an empty one.
     std::array<char, 30> head{};
     if (static_cast<std::size_t>(chunks.size()) < head.size())
         return {};

@@ -9,12 +9,11 @@
 namespace conversion
 {
 
-// What a camera or an editor noted beside the picture. The colour profile is not part of it: that goes with
-// the image.
+// Metadata of a camera or editor. The colour profile is not included: it belongs to the QImage.
 struct Metadata {
-    QByteArray exif; // as a TIFF file of its own, without a format's marker before it
+    QByteArray exif; // a TIFF structure, without the container's prefix
     QByteArray xmp;  // XML
-    // There is more of it in the source than is ever read; what is above is without it.
+    // The source contains more than the limit for reading, and that part is not included.
     bool isExifCut = false;
     bool isXmpCut = false;
 
@@ -22,21 +21,21 @@ struct Metadata {
     bool operator==(const Metadata &) const = default;
 };
 
-// From JPEG, PNG, WebP, JPEG XL, HEIF, HEIC, AVIF and TIFF. The bytes come from outside: what makes no sense
-// counts as absent. Reads a few megabytes at most, and leaves `device` anywhere.
+// From JPEG, PNG, WebP, JPEG XL, HEIF, HEIC, AVIF and TIFF. Input is untrusted: invalid data counts as
+// absent. Reads a few megabytes at most; the position of `device` is undefined afterwards.
 Metadata readMetadata(QIODevice &device);
 
-// For a picture that is upright already and has another size: the orientation becomes normal, the stated size
-// `size`, and the thumbnail, which shows another picture, is cleared. Without `keepPlace` the position is
-// cleared as well. What cannot be followed is left out, as nobody could say what is in it.
+// Adapts the metadata to an upright image of another size: sets the orientation to normal and the stated size
+// to `size`, and clears the thumbnail, which shows the old image. Without `keepPlace` GPS data is cleared
+// too. Data that cannot be parsed is dropped, since its content is unknown.
 Metadata adaptedMetadata(const Metadata &metadata, const QSize &size, bool keepPlace);
 
 struct WithMetadata {
     QByteArray file;
-    Metadata leftOut; // what the file has no room for
+    Metadata leftOut; // what the format has no room for
 };
-// `file` in the format of `target` (one of those with hasMetadata), with the metadata in it; a file that is
-// not understood as it is.
+// `file` in the format of `target` (one with hasMetadata), with the metadata added; unchanged if it is not
+// understood.
 WithMetadata withMetadata(const QByteArray &file, Target target, const Metadata &metadata);
 
 } // namespace conversion

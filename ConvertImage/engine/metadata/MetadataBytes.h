@@ -5,12 +5,12 @@
 #include <QIODevice>
 #include <QtEndian>
 
-// What the readers and writers of metadata share.
+// Shared by the metadata readers and writers.
 namespace conversion
 {
 
-inline constexpr qint64 maxMetadataBytes = 4 << 20; // of EXIF, and of XMP
-inline constexpr int maxMetadataParts = 10'000;     // chunks, segments or boxes of a file
+inline constexpr qint64 maxMetadataBytes = 4 << 20; // for EXIF and XMP each
+inline constexpr int maxMetadataParts = 10'000;     // chunks, segments or boxes per file
 
 inline const QByteArray exifMarker("Exif\0\0", 6);
 
@@ -38,13 +38,13 @@ inline QByteArray littleBytes(quint32 number)
     return bytes;
 }
 
-// Whether bytes that are there are too many to be read as metadata.
+// Whether the data exists but exceeds the limit for metadata.
 inline bool isTooLong(const QIODevice &device, qint64 bytes)
 {
     return bytes > maxMetadataBytes && bytes <= device.size();
 }
 
-// Nothing of what is too long to be metadata.
+// Empty if it exceeds the limit for metadata.
 inline QByteArray readPart(QIODevice &device, qint64 bytes)
 {
     return bytes >= 0 && bytes <= maxMetadataBytes ? device.read(bytes) : QByteArray();

@@ -19,13 +19,13 @@ namespace
 
 using namespace tiff;
 
-constexpr int maxEntries = 500; // of a directory
+constexpr int maxEntries = 500; // per directory
 
-// Of how many bytes the numbers are that byte order turns round.
+// The size of the numbers to swap, by TIFF field type.
 constexpr std::array<int, 14> bytesOfNumber{0, 1, 1, 2, 4, 4, 1, 1, 2, 4, 4, 4, 8, 4};
 
-// Those of a picture's own directory that do not speak of how its pixels are stored: title, maker, model,
-// orientation, software, date, artist, rating, copyright, and Windows' own texts.
+// The fields of an image directory that are not about pixel storage: title, maker, model, orientation,
+// software, date, artist, rating, copyright, and Windows' own texts.
 constexpr std::array<quint16, 15> describingTags{0x010e, 0x010f, 0x0110, 0x0112, 0x0131,
                                                  0x0132, 0x013b, 0x4746, 0x4749, 0x8298,
                                                  0x9c9b, 0x9c9c, 0x9c9d, 0x9c9e, 0x9c9f};
@@ -55,7 +55,7 @@ public:
     }
 
     Directory first() { return m_usable ? directory(m_first) : Directory(); }
-    // Empty for one that does not lie whole in the file.
+    // Empty if it is not completely within the file.
     Directory directory(qint64 at)
     {
         Directory entries;
@@ -73,7 +73,7 @@ public:
         return entries;
     }
 
-    const std::vector<quint16> &skipped() const { return m_skipped; } // tags of what is too long
+    const std::vector<quint16> &skipped() const { return m_skipped; } // tags that were too long
 
 private:
     std::optional<Entry> readEntry(const QByteArray &stored)
@@ -113,11 +113,11 @@ private:
     bool m_big = false;
     bool m_usable = false;
     qint64 m_first = 0;
-    qint64 m_left = 2 * maxMetadataBytes; // that may be read as values
+    qint64 m_left = 2 * maxMetadataBytes; // remaining budget for values
     std::vector<quint16> m_skipped;
 };
 
-// A directory, with the values behind it, for a place of even offset. `next` is the one after it.
+// A directory followed by its values, for an even offset. `next` is the offset of the next directory.
 QByteArray directoryBytes(Directory entries, quint32 at, quint32 next)
 {
     std::ranges::stable_sort(entries, {}, &Entry::tag);
@@ -137,7 +137,7 @@ QByteArray directoryBytes(Directory entries, quint32 at, quint32 next)
     return directory + littleBytes(next) + behind;
 }
 
-// The directories below one, written from `at` on; the entries of `parent` lead to them.
+// The subdirectories, written from `at` on; updates the entries of `parent` that point to them.
 QByteArray placeSubdirectories(TiffReader &from, Directory &parent, quint32 at)
 {
     QByteArray placed;
@@ -146,7 +146,7 @@ QByteArray placeSubdirectories(TiffReader &from, Directory &parent, quint32 at)
             entry.tag != interoperabilityTag)
             return false;
         Directory below = from.directory(pointer(entry));
-        if (entry.tag == exifDirectoryTag) // the only one with a directory below it
+        if (entry.tag == exifDirectoryTag) // the only one that has a subdirectory
             placed += placeSubdirectories(from, below, at + static_cast<quint32>(placed.size()));
         else
             std::erase_if(below, [](const Entry &deep) { return deep.tag == exifDirectoryTag; });

@@ -3,13 +3,13 @@
 
 #include "ConvertImage/engine/metadata/Metadata.h"
 
-// EXIF is a TIFF file without a picture; in a TIFF with one its fields stand beside those of the picture.
+// EXIF is a TIFF file without an image; in a TIFF image its fields are mixed with those of the image.
 namespace conversion
 {
 
-// From a TIFF file. The fields come out as EXIF of its own.
+// From a TIFF file. The fields are returned as separate EXIF data.
 Metadata readTiffMetadata(QIODevice &device);
-// Into a TIFF file of little-endian order, as it is written here. Other files come back as they are.
+// Into a little-endian TIFF file, as written by this program. Other files are returned unchanged.
 QByteArray withMetadataInTiff(const QByteArray &file, const Metadata &metadata);
 
 } // namespace conversion

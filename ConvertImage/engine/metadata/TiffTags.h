@@ -5,13 +5,13 @@
 
 #include <array>
 
-// What EXIF data and TIFF files have in common: tags, types and sizes of TIFF 6.0 and EXIF 2.32. The tag of
-// XMP in a TIFF file is the XMP standard's.
+// Shared by EXIF data and TIFF files: tags, types and sizes of TIFF 6.0 and EXIF 2.32. The tag for XMP in a
+// TIFF file is defined by the XMP standard.
 namespace conversion::tiff
 {
 
 inline constexpr qint64 headerBytes = 8;
-inline constexpr int entryBytes = 12; // of a directory
+inline constexpr int entryBytes = 12; // per directory entry
 
 inline constexpr quint16 imageWidthTag = 0x0100;
 inline constexpr quint16 imageHeightTag = 0x0101;

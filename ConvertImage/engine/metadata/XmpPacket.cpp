@@ -26,23 +26,23 @@ const QString description = QStringLiteral("Description");
 const QString exifSpace = QStringLiteral("http://ns.adobe.com/exif/1.0/");
 const QString tiffSpace = QStringLiteral("http://ns.adobe.com/tiff/1.0/");
 
-// Copies XMP property by property. A property is an attribute or a child of one of the descriptions in the
-// list "rdf:RDF"; they are counted through. A note about an extension is left out.
+// Copies XMP property by property. A property is an attribute or child of one of the descriptions in
+// "rdf:RDF"; properties are numbered consecutively. The note about an extension is dropped.
 class PropertyCopy
 {
 public:
-    enum class Frame { None, WithoutPacket, Whole }; // what lies around the descriptions
+    enum class Frame { None, WithoutPacket, Whole }; // which enclosing elements are written
     PropertyCopy(const QByteArray &xmp, Frame frame) : m_reader(xmp), m_frame(frame) {}
 
     std::function<bool(std::size_t index)> wants = [](std::size_t) { return true; };
-    std::function<void(QXmlStreamWriter &)> atEnd; // of the list
-    QByteArray digest;                             // of the extension that the copy is to name
-    bool upright = false;                          // the orientation becomes normal
-    bool withPlace = true;                         // false: without the position, wherever it stands
+    std::function<void(QXmlStreamWriter &)> atEnd; // of the rdf:RDF element
+    QByteArray digest;                             // digest of the extension to reference
+    bool upright = false;                          // set the orientation to normal
+    bool withPlace = true;                         // if false, drop GPS data wherever it is stored
 
-    // False when this is no XMP.
+    // False if this is not XMP.
     bool copy(QXmlStreamWriter &writer);
-    // Of the properties that were not wanted, in characters, about.
+    // Approximate sizes of the dropped properties, in characters.
     const std::vector<qint64> &sizes() const { return m_sizes; }
 
 private:
@@ -64,7 +64,7 @@ private:
 
     QXmlStreamReader m_reader;
     const Frame m_frame;
-    QMap<QString, QString> m_spaces; // of the elements around the descriptions, by prefix
+    QMap<QString, QString> m_spaces; // of the enclosing elements, by prefix
     std::vector<qint64> m_sizes;
 };
 
@@ -74,7 +74,7 @@ void addSpaces(QMap<QString, QString> &spaces, const QXmlStreamReader &reader)
         spaces.insert(space.prefix().toString(), space.namespaceUri().toString());
 }
 
-// Namespaces go into a tag that is still open, and into the next one otherwise.
+// Namespaces go into the current tag if it is still open, otherwise into the next one.
 void finishTag(QXmlStreamWriter &writer)
 {
     writer.writeCharacters(QString());
@@ -104,7 +104,7 @@ void PropertyCopy::copyFrame(QXmlStreamWriter &writer)
     const bool isPacket = m_reader.isProcessingInstruction();
     if (m_frame == Frame::None || m_reader.isStartDocument() || (m_frame == Frame::WithoutPacket && isPacket))
         return;
-    // Before version 6.5 Qt copies the start of an element with prefixes of its own.
+    // Before version 6.5, Qt replaces the prefixes when it copies a start element.
     if (m_reader.isStartElement())
         copyStart(writer);
     else
@@ -154,7 +154,7 @@ void PropertyCopy::copyAttributes(QXmlStreamWriter &writer)
 {
     for (const QXmlStreamAttribute &attribute : m_reader.attributes()) {
         if (attribute.namespaceUri() == rdfSpace) {
-            writer.writeAttribute(attribute); // whom the description is about
+            writer.writeAttribute(attribute); // rdf:about, the subject of the description
         } else if (const auto index = counted(attribute.namespaceUri(), attribute.name())) {
             m_sizes[*index] = attribute.value().size();
             if (isOrientation(attribute.namespaceUri(), attribute.name()))
@@ -165,7 +165,7 @@ void PropertyCopy::copyAttributes(QXmlStreamWriter &writer)
     }
     if (!digest.isEmpty())
         writer.writeAttribute(noteSpace, extensionNote, QString::fromLatin1(digest));
-    digest.clear(); // once is enough
+    digest.clear(); // only once
 }
 
 void PropertyCopy::copyElement(QXmlStreamWriter &writer)
@@ -211,7 +211,7 @@ std::optional<std::size_t> PropertyCopy::counted(QStringView space, QStringView 
     return m_sizes.size() - 1;
 }
 
-// The longest properties whose going makes `xmp` short enough, by index.
+// The longest properties that must be moved to make `xmp` short enough, by index.
 std::vector<bool> longestProperties(const QByteArray &xmp, qsizetype maxBytes)
 {
     QByteArray nothing;

@@ -3,28 +3,27 @@
 
 #include <QByteArray>
 
-// XMP as text: what is changed in it, and the two parts that a JPEG keeps of a long one.
+// XMP as text: edits, and the split into the two parts in which a JPEG stores a long packet.
 namespace conversion
 {
 
-// See adaptedMetadata(). Empty for what is no XMP.
-//
-// Nothing here uses QRegularExpression: a long text makes it take a stack of its own on each thread, and with
-// this compiler the end of such a thread frees that stack after the memory that knew of it.
+// See adaptedMetadata(). Empty if it is not XMP.
+// Avoids QRegularExpression: for a long text it allocates a JIT stack per thread, and with this compiler the
+// thread's exit frees that stack after the allocator that owns it.
 QByteArray adaptedXmp(const QByteArray &xmp, bool keepPlace);
 
-// A packet of `maxBytes` at most, and its extension, to which the longest properties were moved. The packet
-// names the extension by its digest.
+// A packet of at most `maxBytes`, and its extension with the longest properties. The packet references the
+// extension by its digest.
 struct SplitXmp {
-    QByteArray packet; // empty: this is no XMP that can be split
+    QByteArray packet; // empty if it cannot be split or is not XMP
     QByteArray extension;
-    QByteArray digest; // MD5 of the extension, as 32 digits, A to F
+    QByteArray digest; // MD5 of the extension, 32 upper-case hex digits
 };
 SplitXmp splitXmp(const QByteArray &xmp, qsizetype maxBytes);
 
-// The digest of the extension that a packet names; empty where it names none.
+// The digest of the extension that a packet references; empty if there is none.
 QByteArray extensionDigest(const QByteArray &packet);
-// The two as one, without the digest; the packet as it is where they cannot be put together.
+// Merges both, without the digest; returns the packet unchanged if that fails.
 QByteArray mergedXmp(const QByteArray &packet, const QByteArray &extension);
 
 } // namespace conversion
