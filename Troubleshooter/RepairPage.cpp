@@ -167,7 +167,7 @@ void RepairPage::apply()
                               [&job](const QString &text) { job.progress.setPath(text); });
         },
         [this](auto &job) {
-            m_jobs.keepOpen(); // what was done is to be read
+            m_jobs.keepOpen(); // so that the user can read the report
             if (const auto report = job.takeResult())
                 showReport(*report);
             else
@@ -223,7 +223,7 @@ void RepairPage::showSteps(const QList<Outcome> &outcomes)
     grid->setHorizontalSpacing(theme::spaceSnug);
     grid->setVerticalSpacing(theme::spaceTight);
     grid->setColumnStretch(1, 1);
-    grid->setColumnMinimumWidth(0, theme::spaceWide); // texts stand below the text of their box
+    grid->setColumnMinimumWidth(0, theme::spaceWide); // aligned with the check box's text
     for (const Step &step : m_found.steps) {
         auto *box = new QCheckBox(step.advised ? tr("%1 (advised)").arg(step.title) : step.title, m_steps);
         box->setObjectName(step.id + QStringLiteral("CheckBox"));
@@ -298,6 +298,6 @@ void RepairPage::showBusy()
     m_apply->setEnabled(!busy && !chosen().isEmpty());
     m_cancel->setVisible(busy);
     m_content->setEnabled(!busy);
-    if (turns && focused) // what had it is disabled or hidden now
+    if (turns && focused) // the focused widget is disabled or hidden now
         (busy ? m_cancel : m_check)->setFocus();
 }

@@ -16,14 +16,14 @@ class QPushButton;
 class QScrollArea;
 class QVBoxLayout;
 
-// One repair: what was found, what can be done and at what cost, and what was done. Nothing is chosen before
-// the user chooses it.
+// The page of one repair: findings, possible steps with their side effects, and the report. No step is
+// preselected.
 class RepairPage : public QWidget
 {
     Q_OBJECT
 
 public:
-    // `description`: what the check looks at.
+    // `description`: what the check examines.
     RepairPage(const QString &description, std::shared_ptr<repair::Repair> repair, QWidget *parent = nullptr);
 
 private:
@@ -38,7 +38,7 @@ private:
     QStringList chosen() const;
     JobOptions options(const QString &busyText);
 
-    const std::shared_ptr<repair::Repair> m_repair; // jobs share it
+    const std::shared_ptr<repair::Repair> m_repair; // shared with jobs
     repair::Examination m_found;
     bool m_busy = false; // as shown
     bool m_checked = false;
@@ -50,7 +50,7 @@ private:
     QLabel *m_findingsTitle;
     QLabel *m_stepsTitle;
     QWidget *m_content;
-    QWidget *m_findings = nullptr; // made anew with each check
+    QWidget *m_findings = nullptr; // recreated by each check
     QWidget *m_steps = nullptr;
     QVBoxLayout *m_rows;
     QList<QCheckBox *> m_boxes;

@@ -30,7 +30,7 @@ RepairWorld windowsWorld()
             std::make_shared<WindowsExplorer>(), std::make_shared<WindowsStore>()};
 }
 
-// A repair with the parts of the world that it refers to.
+// A repair, kept together with the parts of RepairWorld that it references.
 template <class Kind, class... Parts>
 std::shared_ptr<Repair> make(const Parts &...parts)
 {

@@ -6,7 +6,7 @@
 
 #include <memory>
 
-// What the repairs work with; jobs share it with the form.
+// The system interfaces used by the repairs; shared by jobs and form.
 struct RepairWorld {
     std::shared_ptr<repair::Network> network;
     std::shared_ptr<repair::Tools> tools;
@@ -15,7 +15,7 @@ struct RepairWorld {
     std::shared_ptr<repair::Store> store;
 };
 
-// Four repairs, one a tab: the Internet connection, the icons, the thumbnails and the Microsoft Store.
+// Four repairs on tabs: Internet connection, icons, thumbnails and Microsoft Store.
 class TroubleshooterForm : public FLWidget
 {
     Q_OBJECT
@@ -24,7 +24,7 @@ public:
     explicit TroubleshooterForm(QWidget *parent = nullptr);
     TroubleshooterForm(const RepairWorld &world, QWidget *parent);
 
-    // At the start of the application, of which only one runs: when it was ended in the middle of a repair,
-    // the desktop comes back. Does not wait.
+    // Call at application start (there is a single instance): if the previous one was killed during a repair,
+    // restores the desktop. Does not block.
     static void finishInterruptedRepair();
 };

@@ -33,7 +33,7 @@ void startAgent()
 
 bool postToAgent(unsigned message, unsigned wParam)
 {
-    // Posting to no window would post to this thread.
+    // PostMessageW() with a null window would post to this thread.
     const WId agent = agentWindow();
     return agent != 0 && platform::postToWindow(agent, message, wParam);
 }

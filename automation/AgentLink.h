@@ -3,25 +3,25 @@
 
 #include "automation/engine/ShortcutCommand.h"
 
-// The background agent as the forms of the background features see it. Interface thread.
+// How the forms of the background features control the background agent. Interface thread.
 namespace automation
 {
 
 bool agentRuns();
 
-// After the settings of a feature were stored: starts the agent, tells it to reload, or ends it when the
-// feature is off and no other is on.
+// Call after storing a feature's settings: starts the agent, makes it reload, or ends it if no feature is on
+// any more.
 void applyToAgent(bool featureOn);
 
-// Starts the agent, hidden. Silent when it is not installed.
+// Starts the agent, hidden. Does nothing if it is not installed.
 void startAgent();
 
-// Puts a message into the agent's queue; false when it does not run.
+// Posts a message to the agent; false if it is not running.
 bool postToAgent(unsigned message, unsigned wParam = 0);
 
-// Whether Windows would not give the agent the combination of this shortcut, since Windows itself or another
-// program has it. `on`: whether the agent, where it runs, is to hold the shortcuts; then it is not to be
-// asked within the moment in which it reloads them.
+// Whether the agent could not register this shortcut, because Windows or another program uses the
+// combination. `on`: whether a running agent is supposed to hold the shortcuts; then do not call this right
+// after the agent was told to reload them.
 bool isKeyTaken(const ShortcutCommand &command, bool on);
 
 } // namespace automation

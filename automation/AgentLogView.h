@@ -4,7 +4,7 @@
 #include "automation/engine/AgentLog.h"
 #include "widgets/FLTreeView.h"
 
-// What the agent did for one feature, and why, newest first. Read again by refresh() when it has grown.
+// The log of the agent for one feature, newest first. refresh() reads it again if it has grown.
 class AgentLogView : public FLTreeWidget
 {
     Q_OBJECT
@@ -13,11 +13,11 @@ public:
     explicit AgentLogView(QStringView feature, QWidget *parent = nullptr);
 
     void refresh();
-    // The latest; an invalid time when there is none.
+    // The newest entry; its time is invalid if there is none.
     const automation::LogEntry &latest() const { return m_latest; }
 
 private:
     QStringView m_feature;
-    QDateTime m_shown; // last write of the log on show
+    QDateTime m_shown; // modification time of the shown log
     automation::LogEntry m_latest;
 };

@@ -29,7 +29,7 @@ namespace
 enum Choice { byHours, bySun };
 constexpr int coordinateWidth = 110;
 
-// Two decimals are a kilometre, and a tenth of a minute of the sun.
+// Two decimals: about a kilometre, or a tenth of a minute in the time of sunrise.
 QString rounded(double degrees)
 {
     return QString::number(degrees, 'f', 2);
@@ -213,7 +213,7 @@ void AutoDarkModeForm::showChoice()
     show(m_tomorrow, now.date().addDays(1));
 }
 
-// Or stops asking.
+// Starts the request, or cancels the running one.
 void AutoDarkModeForm::askForPosition()
 {
     if (m_answer.isWaiting())

@@ -17,7 +17,7 @@ namespace settings
 struct Number;
 }
 
-// When Windows and its apps are light and when they are dark.
+// Settings for when Windows and apps are light and when they are dark.
 class AutoDarkModeForm : public FeaturePage
 {
     Q_OBJECT
@@ -52,5 +52,5 @@ private:
     QLabel *m_place;
     QLabel *m_today;
     QLabel *m_tomorrow;
-    QAction *m_privacy; // opens the settings of Windows that allow it
+    QAction *m_privacy; // opens the Windows setting that allows it
 };

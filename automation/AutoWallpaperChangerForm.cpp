@@ -23,7 +23,7 @@ namespace
 {
 
 constexpr int ownSource = static_cast<int>(PictureSource::Own);
-enum Which : unsigned { newest, next, previous }; // of messageChangeWallpaper
+enum Which : unsigned { newest, next, previous }; // wParam of messageChangeWallpaper
 
 QComboBox *comboBox(QWidget *parent, const char *name, const QString &accessibleName)
 {
@@ -159,7 +159,7 @@ void AutoWallpaperChangerForm::showChoice()
     m_period->setEnabled(m_time->currentIndex() > 0);
 }
 
-// The picture that is shown keeps its turn when others come or go before it.
+// Keeps the index on the current image when images before it are added or removed.
 void AutoWallpaperChangerForm::storeOwn()
 {
     const QStringList before = settings::customFiles.read();

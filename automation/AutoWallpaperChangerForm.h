@@ -10,7 +10,8 @@ class QComboBox;
 class QPushButton;
 class ShownPicturePanel;
 
-// Where the pictures of the desktop come from and when they change; what is shown now, and the next one.
+// Settings for the source of the wallpapers and the time of changes; shows the current wallpaper and the time
+// of the next change.
 class AutoWallpaperChangerForm : public FeaturePage
 {
     Q_OBJECT

@@ -30,7 +30,7 @@ DevicePosition askWindowsForPosition(const core::CancelFlag &cancel)
         return answer;
     }
     QEventLoop loop;
-    bool answered = false; // perhaps before the loop runs
+    bool answered = false; // may be set before the loop runs
     const auto end = [&] {
         answered = true;
         loop.quit();
@@ -60,7 +60,8 @@ DevicePosition askWindowsForPosition(const core::CancelFlag &cancel)
     source->requestUpdate();
     if (!answered)
         loop.exec();
-    // Windows would call a source that is gone. After an answer the source has ended its request itself.
+    // An unanswered request must be stopped, or Windows would call a deleted source. After an answer it has
+    // already ended.
     if (!answered)
         source->stopUpdates();
     return answer;

@@ -9,7 +9,7 @@
 namespace automation
 {
 
-// What Windows says about where this computer is.
+// The position of this computer as reported by Windows.
 struct DevicePosition {
     enum class Failure { None, NotAllowed, NotKnown };
 
@@ -19,8 +19,8 @@ struct DevicePosition {
 
 using AskForPosition = std::function<DevicePosition(const core::CancelFlag &)>;
 
-// Asks Windows, which may ask the user first: for that it waits as long as it takes, for the answer half a
-// minute. On a thread of its own.
+// Queries Windows, which may ask the user for permission: that dialog may take any time, the position itself
+// half a minute. Call on a worker thread.
 DevicePosition askWindowsForPosition(const core::CancelFlag &cancel);
 
 } // namespace automation

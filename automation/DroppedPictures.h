@@ -10,16 +10,16 @@ namespace automation
 {
 
 struct DroppedPictures {
-    QStringList files;        // whole paths, those of a folder sorted by name
-    QStringList emptyFolders; // folders in which no picture was found
-    bool isWhole = true;      // no folder held more than maxFolderEntries
+    QStringList files;        // full paths; those of a folder are sorted by name
+    QStringList emptyFolders; // folders without any image
+    bool isWhole = true;      // no folder exceeded maxFolderEntries
 };
 
-// Files of a folder that are looked at; the rest of it is left out.
+// Limit for the entries of a folder that are checked; the rest is ignored.
 inline constexpr int maxFolderEntries = 20'000;
 
-// The pictures that were dropped: each file as it is, and of each folder the files in it (not of its
-// subfolders) with one of `suffixes` ("png", small letters). Asks the disk; stops early when cancelled.
+// The images among dropped paths: files as they are, and for a folder the files directly in it that have one
+// of `suffixes` ("png", lower case). Does disk I/O; returns early when cancelled.
 DroppedPictures droppedPictures(const QStringList &paths, const QSet<QString> &suffixes,
                                 const core::CancelFlag &cancel, int maxEntries = maxFolderEntries);
 

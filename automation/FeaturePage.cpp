@@ -28,7 +28,7 @@ using namespace automation;
 namespace
 {
 
-constexpr int refreshInterval = 1000; // ms, while the page is on the screen
+constexpr int refreshInterval = 1000; // ms, while the page is visible
 constexpr int logHeight = 150;
 
 QLabel *sectionTitle(const QString &text, QWidget *parent)
@@ -97,13 +97,13 @@ FeaturePage::FeaturePage(QStringView feature, const settings::Flag &enabled, con
             refresh();
     });
     m_refresh.start();
-    QTimer::singleShot(0, this, [this] { // the derived page is whole by then
+    QTimer::singleShot(0, this, [this] { // when the derived class is fully constructed
         orderTabs();
         refresh();
     });
 }
 
-// From top to bottom: a derived page makes its widgets after those that stand below them.
+// Sets the tab order from top to bottom: a derived page creates its widgets after those that are below them.
 void FeaturePage::orderTabs()
 {
     const QWidget *card = m_switch->parentWidget();

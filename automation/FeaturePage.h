@@ -19,8 +19,8 @@ namespace settings
 struct Flag;
 }
 
-// The page of a background feature: whether it is on, what happens next, what happened last and why, and one
-// switch; the settings below, and the log. A page stores settings and tells the agent, which acts.
+// The page of a background feature: its switch, what happens next, what happened last and why, the settings,
+// and the log. The page only stores settings and notifies the agent, which does the work.
 class FeaturePage : public FLWidget
 {
     Q_OBJECT
@@ -32,32 +32,33 @@ protected:
         QString switchText; // "Keep this PC awake"
     };
 
-    // `feature`: the agent's name of it (automation/engine/AgentLog.h). `enabled`: a constant.
+    // `feature`: the feature's name in the agent (automation/engine/AgentLog.h). `enabled` must be a
+    // constant.
     FeaturePage(QStringView feature, const settings::Flag &enabled, const Texts &texts, QWidget *parent);
 
     QCheckBox *featureSwitch() const { return m_switch; }
-    // Where settings go: rows with a label.
+    // The layout for settings: rows with a label.
     QFormLayout *settingsForm() const { return m_settings; }
-    // Beside the switch, for what is done at once.
+    // Adds a button beside the switch, for an immediate action.
     void addAction(QPushButton *button);
-    // Below the switch, above the lines of what happens.
+    // Adds a widget below the switch, above the status lines.
     void addToCard(QWidget *widget);
     NoticeBar *notice() const { return m_notice; }
 
-    // Tells the agent that something was stored.
+    // Notifies the agent of changed settings.
     void apply();
-    // Before the flag is stored: false keeps the switch where it was.
+    // Called before the flag is stored; return false to reject the change.
     virtual bool mayTurn(bool on)
     {
         Q_UNUSED(on)
         return true;
     }
-    // What the page says by itself, of a feature that is on or would be; empty for nothing.
+    // The page's own forecast while the agent has none; empty for nothing.
     virtual QString outlook() const { return {}; }
-    // Reads what the agent has left, and shows it.
+    // Reads and shows the state that the agent has stored.
     void refresh();
-    void showSwitch(); // as it is stored
-    // After refresh(), which comes each second as well while the page is on the screen.
+    void showSwitch(); // from the stored flag
+    // Called after each refresh(), every second while the page is visible.
     virtual void refreshed() {}
 
 private:

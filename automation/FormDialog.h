@@ -9,8 +9,8 @@ class QLineEdit;
 class QPushButton;
 class QToolButton;
 
-// A dialog of labelled fields, one below the other, with a notice under them, Save and Cancel. A derived
-// class makes its fields, adds a row for each, and then the buttons: Tab goes through them in that order.
+// A dialog of labelled fields in a column, with a notice, Save and Cancel below. A derived class creates its
+// fields, adds a row for each, then calls addButtons(): that is also the tab order.
 class FormDialog : public QDialog
 {
     Q_OBJECT
@@ -18,12 +18,12 @@ class FormDialog : public QDialog
 protected:
     struct Row {
         QLabel *label;
-        QWidget *field; // with its button
+        QWidget *field; // including its button
 
         void setVisible(bool visible) const;
     };
 
-    // `smallestWidth`: of the dialog, in pixels that do not depend on the scaling.
+    // `smallestWidth` in device-independent pixels.
     FormDialog(int smallestWidth, QWidget *parent);
 
     template <class Widget>
@@ -34,18 +34,18 @@ protected:
         return widget;
     }
 
-    // Above the fields.
+    // Shown above the fields.
     void setHeadline(const QString &text);
-    // `buddy` gets the focus by the label's key; without one, `field` does.
+    // The label's mnemonic focuses `buddy`, or `field` if there is none.
     Row addRow(const QString &text, QWidget *field, QWidget *buddy = nullptr);
     Row addRow(const QString &text, QLineEdit *field, QToolButton *button);
     void addButtons();
 
-    // Of two lines, without the dialog growing.
+    // Up to two lines, without resizing the dialog.
     void setNotice(const QString &text);
-    // There after addButtons().
+    // Valid after addButtons().
     QPushButton *saveButton() const { return m_save; }
-    // Fills the field with a folder that the user selects.
+    // Lets the user choose a folder and puts it into the field.
     void chooseFolder(QLineEdit *field, const QString &title);
 
 private:

@@ -23,9 +23,9 @@ namespace
 {
 
 constexpr int smallestWidth = 480;
-constexpr int maxPath = 32767; // UTF-16 code units, what Windows allows
+constexpr int maxPath = 32767; // UTF-16 code units; limit of Windows
 
-// Takes exactly one key: typing replaces what is there.
+// Holds exactly one character: typing replaces it.
 class KeyEdit : public QLineEdit
 {
 public:
@@ -62,13 +62,14 @@ HotkeyAddDialog::HotkeyAddDialog(QWidget *parent) : FormDialog(smallestWidth, pa
 
 void HotkeyAddDialog::buildFields()
 {
-    const QStringList modifiers{tr("Ctrl"), tr("Shift"), tr("Windows")}; // the order is stored
+    const QStringList modifiers{tr("Ctrl"), tr("Shift"),
+                                tr("Windows")}; // the order is part of the stored format
     m_key1 = named(new QComboBox(this), "key1ComboBox", tr("First modifier key"));
     m_key1->addItems(modifiers);
     m_key2 = named(new QComboBox(this), "key2ComboBox", tr("Second modifier key"));
     m_key2->addItems(modifiers);
     m_key2->setCurrentIndex(static_cast<int>(Modifier::Shift));
-    // Never empty: without a key, the stored form means another one.
+    // Must not be empty: without a key the stored form would mean another shortcut.
     m_key3 = named(new KeyEdit(this), "key3LineEdit", tr("Key, one character"));
     m_key3->setText(QStringLiteral("K"));
     m_action1 = named(new QComboBox(this), "action1ComboBox", tr("Action"));
@@ -168,7 +169,7 @@ void HotkeyAddDialog::check()
     else if (notice.isEmpty() && automation::isKeyTaken(entered, false))
         notice = tr("Windows or another program uses this combination already.");
     setNotice(notice);
-    // Without a key the stored form means another shortcut; everything else is stored as it was typed.
+    // Without a key the stored form would mean another shortcut; any other input is stored as typed.
     saveButton()->setEnabled(!entered.key.isEmpty());
 }
 

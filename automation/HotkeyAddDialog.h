@@ -9,7 +9,7 @@ class QLineEdit;
 class QSpinBox;
 class QToolButton;
 
-// Adds a shortcut, or changes the one that it is given.
+// Adds a shortcut or edits an existing one.
 class HotkeyAddDialog : public FormDialog
 {
     Q_OBJECT
@@ -17,12 +17,12 @@ class HotkeyAddDialog : public FormDialog
 public:
     explicit HotkeyAddDialog(QWidget *parent = nullptr);
 
-    // Fills the fields with a stored shortcut.
+    // Fills the fields from a stored shortcut.
     void edit(const automation::ShortcutCommand &command);
     automation::ShortcutCommand command() const;
 
 signals:
-    // "Save": the stored form.
+    // Emitted by "Save", with the stored form.
     void insertDataSignal(const QString &command);
 
 private:

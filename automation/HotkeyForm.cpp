@@ -30,7 +30,7 @@ namespace
 
 enum Column { shortcutColumn, actionColumn, columnCount };
 constexpr int commandRole = Qt::UserRole + 1;
-constexpr int refreshInterval = 1000; // ms, while the page is on the screen
+constexpr int refreshInterval = 1000; // ms, while the page is visible
 
 } // namespace
 
@@ -220,7 +220,7 @@ void HotkeyForm::apply()
 {
     applyToAgent(m_enabled->isChecked());
     showAgent();
-    m_refresh.start(); // the agent has a whole interval to take up what was stored
+    m_refresh.start(); // gives the agent a whole interval to load the stored shortcuts
 }
 
 void HotkeyForm::add()
@@ -290,7 +290,7 @@ void HotkeyForm::showAgent()
     m_startAgent->setVisible(!runs && m_enabled->isChecked());
 }
 
-// A shortcut that Windows does not give to the agent has a sign in its row, and a sentence below the list.
+// Marks the rows of shortcuts that the agent could not register, and lists them below.
 void HotkeyForm::showConflicts()
 {
     QStringList taken;

@@ -16,8 +16,8 @@ class QStandardItemModel;
 class QToolBar;
 class QToolButton;
 
-// The keyboard shortcuts of the user. This page edits and stores them; the background agent carries them out
-// and notes what it did, which is shown below the list.
+// The user's keyboard shortcuts. This page edits and stores them; the background agent executes them and
+// writes a log, which is shown below the list.
 class HotkeyForm : public FLWidget
 {
     Q_OBJECT
@@ -26,7 +26,7 @@ public:
     explicit HotkeyForm(QWidget *parent = nullptr);
 
 public slots:
-    // A shortcut in its stored form: added at the end, unless its combination is taken.
+    // Appends a shortcut in its stored form, unless its combination is taken.
     void insertData(const QString &command);
 
 private slots:
@@ -69,5 +69,5 @@ private:
     QPushButton *m_startAgent;
     AgentLogView *m_log;
     QTimer m_refresh;
-    QString m_conflictsShown; // put away by the user or not
+    QString m_conflictsShown; // the last notice, dismissed by the user or not
 };

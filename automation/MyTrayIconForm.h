@@ -3,7 +3,7 @@
 
 #include "automation/FeaturePage.h"
 
-// Whether the suite's icon with its quick menu is in the notification area.
+// Settings for the suite's icon with its quick menu in the notification area.
 class MyTrayIconForm : public FeaturePage
 {
     Q_OBJECT

@@ -26,7 +26,7 @@ using automation::maxOwnPictures;
 namespace
 {
 
-constexpr QSize thumbnail(64, 40); // of a row
+constexpr QSize thumbnail(64, 40); // size in a row
 constexpr QSize keptThumbnail(192, 120);
 constexpr int listHeight = 210;
 constexpr int listWidth = 420;
@@ -51,7 +51,7 @@ QStringList pictureSuffixes()
     return suffixes;
 }
 
-// Cut to the shape of a row, so that pictures of all shapes stand in one column.
+// Cropped to one shape, so that all thumbnails are aligned.
 QImage rowShaped(const QImage &image)
 {
     const QImage filled =
@@ -61,7 +61,7 @@ QImage rowShaped(const QImage &image)
                        keptThumbnail.height());
 }
 
-// Rows as high as their thumbnails.
+// Makes rows as high as their thumbnails.
 class PictureRows : public RowDelegate
 {
 public:
@@ -75,7 +75,7 @@ public:
 
 } // namespace
 
-// Files and folders can be dropped on it.
+// Accepts dropped files and folders.
 class OwnPicturesView::List : public FLTreeWidget
 {
 public:
@@ -177,7 +177,7 @@ void OwnPicturesView::append(const QString &file)
     item->setToolTip(1, file);
 }
 
-// Returns how many had no place.
+// Returns how many exceeded the limit.
 qsizetype OwnPicturesView::addTo(const QStringList &added)
 {
     const QStringList before = files();
@@ -207,7 +207,7 @@ void OwnPicturesView::add(const QStringList &files)
 
 void OwnPicturesView::drop(const QStringList &paths)
 {
-    m_dropped += paths; // a question replaces the one before it
+    m_dropped += paths; // a new request replaces the running one
     m_listings.ask(
         [paths = m_dropped](const core::Asking &asking) {
             const QStringList suffixes = pictureSuffixes();
@@ -283,7 +283,7 @@ void OwnPicturesView::showButtons()
     m_down->setEnabled(row >= 0 && row + 1 < m_list->topLevelItemCount());
 }
 
-// Whether somebody has looked at its file yet.
+// Returns whether the file has been checked already.
 bool OwnPicturesView::showThumbnail(QTreeWidgetItem *item)
 {
     const auto known = m_thumbnails.constFind(item->data(0, pathRole).toString());
@@ -296,7 +296,7 @@ bool OwnPicturesView::showThumbnail(QTreeWidgetItem *item)
     return true;
 }
 
-// Makes the thumbnails that are missing.
+// Loads the missing thumbnails.
 void OwnPicturesView::look()
 {
     QStringList unknown;

@@ -20,9 +20,8 @@ namespace imaging
 class DecoderPool;
 }
 
-// The user's own pictures in the order in which they are shown: added by a dialog or by dropping, removed,
-// moved up and down; a thumbnail of each, made by the decoder processes. What is not there any more, or is no
-// picture, says so.
+// The user's own images in display order: added by a dialog or by dropping, removed, and moved up and down;
+// with thumbnails made by the decoder processes. Files that are missing or not images are marked.
 class OwnPicturesView : public QWidget
 {
     Q_OBJECT
@@ -33,14 +32,14 @@ public:
 
     QStringList files() const;
     void setFiles(const QStringList &files);
-    // Those that are in the list already are passed over, and those that it has no place for are left out.
+    // Skips files that are already in the list, and ignores those beyond the limit.
     void add(const QStringList &files);
-    // Files, and folders of which the pictures are added. They come when the disk has answered.
+    // Adds files, and the images in folders, once they have been read from disk.
     void drop(const QStringList &paths);
 
 signals:
     void changed();
-    // What was left out, and why: a sentence for the user.
+    // Some files were not added; a sentence for the user says why.
     void leftOut(const QString &text);
 
 private:
@@ -61,8 +60,8 @@ private:
     QPushButton *m_up;
     QPushButton *m_down;
     std::shared_ptr<imaging::DecoderPool> m_decoders;
-    QHash<QString, QPixmap> m_thumbnails; // null for what cannot be used
-    QStringList m_dropped;                // not listed yet
+    QHash<QString, QPixmap> m_thumbnails; // null for files that cannot be used
+    QStringList m_dropped;                // waiting to be read
     core::LatestAnswer m_listings;
     core::LatestAnswer m_looks;
 };

@@ -26,9 +26,9 @@ constexpr int maxRows = 4;
 constexpr QSize largePicture(192, 108);
 constexpr QSize smallPicture(96, 54);
 constexpr qint64 maxThumbnailBytes = 4 << 20;
-constexpr QSize maxThumbnail(2048, 2048); // of a file that somebody may have put in place of ours
+constexpr QSize maxThumbnail(2048, 2048); // limit for a file that could have been replaced by someone else
 
-// Written by the helper, and small; still nothing that is believed.
+// The file is written by our helper process, but is still treated as untrusted.
 QImage readThumbnail(const QString &path)
 {
     QFile file(path);
@@ -40,7 +40,7 @@ QImage readThumbnail(const QString &path)
                                                                                           : QImage();
 }
 
-// Fills its size and follows the scale of the screen.
+// Scales the image to its size and to the screen's scale factor.
 class Thumbnail : public QWidget
 {
 public:
@@ -101,7 +101,7 @@ void ShownPicturePanel::show(const QList<ShownPicture> &pictures)
     auto *layout = new QVBoxLayout(m_content);
     layout->setContentsMargins(0, 0, 0, 0);
     layout->setSpacing(theme::spaceSnug);
-    QList<ShownPicture> each; // monitors may share one
+    QList<ShownPicture> each; // distinct ones: monitors may share an image
     for (const ShownPicture &picture : pictures) {
         if (!each.contains(picture) && each.size() < maxRows)
             each.append(picture);

@@ -7,7 +7,7 @@
 
 class QVBoxLayout;
 
-// The pictures that are on the desktop: thumbnail, title, credit and the way to its page, for each.
+// The current wallpapers, each with thumbnail, title, credit and a link to its page.
 class ShownPicturePanel : public QWidget
 {
     Q_OBJECT
@@ -15,7 +15,7 @@ class ShownPicturePanel : public QWidget
 public:
     explicit ShownPicturePanel(QWidget *parent = nullptr);
 
-    // Disk: reads what the last change has left, where it is another one than before.
+    // Does disk I/O: reloads the result of the last change if it is new.
     void refresh();
 
 private:

@@ -108,7 +108,7 @@ void StayAwakeForm::addPower()
     settingsForm()->addRow(tr("Power scheme:"), row({on, schemes}));
     m_binding.add(on, settings::awakeSchemeOn);
     m_binding.add(schemes, settings::awakeSchemeIndex);
-    // The list may have grown since: the name says which is meant.
+    // Indices shift when schemes are added, so look up the stored name.
     const int meant = schemes->findText(settings::awakeSchemeName.read());
     if (meant >= 0)
         schemes->setCurrentIndex(meant);
@@ -182,7 +182,7 @@ void StayAwakeForm::storeDuration()
     settings::awakeDurationUnit.write(m_unit->currentIndex());
     settings::awakeDuration.write(duration);
     if (m_untilEnd->isChecked() && program.isEmpty())
-        return; // not said yet
+        return; // not entered yet
     settings::writeAgentNote(settings::awakeEndNote, {});
     apply();
 }
@@ -195,7 +195,7 @@ bool StayAwakeForm::mayTurn(bool on)
         return false;
     }
     if (on)
-        settings::writeAgentNote(settings::awakeEndNote, {}); // counts from now
+        settings::writeAgentNote(settings::awakeEndNote, {}); // starts a new period
     return true;
 }
 
@@ -206,7 +206,7 @@ QString StayAwakeForm::outlook() const
 
 void StayAwakeForm::shellEvent(ShellEvent event, quint32 value)
 {
-    Q_UNUSED(value) // the stored state is newer
+    Q_UNUSED(value) // the stored state is more recent
     if (event == ShellEvent::StayAwakeState)
         refresh();
 }

@@ -8,7 +8,7 @@ class QComboBox;
 class QRadioButton;
 class QSpinBox;
 
-// How long and how the PC is kept awake.
+// Settings for how long and how the PC is kept awake.
 class StayAwakeForm : public FeaturePage
 {
     Q_OBJECT

@@ -4,7 +4,7 @@
 #include "automation/FeaturePage.h"
 #include "widgets/SettingsBinding.h"
 
-// How much of the desktop shows through the taskbar.
+// Settings for the transparency of the taskbar.
 class TransparentTaskbarModuleForm : public FeaturePage
 {
     Q_OBJECT

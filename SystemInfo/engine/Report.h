@@ -39,9 +39,9 @@ enum class ReportFormat { Text, Html, Json };
 QByteArray writeReport(const Report &report, ReportFormat format);
 
 // {"format": "larkspur-system-report", "version": 1, "created": ISO 8601, "complete": bool, "pages": [
-// {"name", "title", "notices": [text], "rows": [
-// {"name", "label", "text": what is shown, or null if not reported, "value" and "unit" of a quantity,
-// "problem", "rows": [...]}]}]}
+//   {"name", "title", "notices": [text], "rows": [
+//     {"name", "label", "text": what is shown, or null if not reported, "value" and "unit" of a quantity,
+//      "problem", "rows": [...]}]}]}
 // Returns nullopt for anything else. The file is untrusted: its size and depth are limited.
 std::optional<Report> readReport(const QByteArray &json);
 

@@ -13,7 +13,7 @@ namespace repair
 namespace
 {
 
-// Windows keeps them smaller by itself; a larger one has got out of its hands.
+// Windows normally limits them to less; a larger cache is a sign of a fault.
 constexpr quint64 unusualBytes = quint64(1) << 30;
 
 QString tr(const char *text)
@@ -29,7 +29,8 @@ quint64 bytesOf(const QList<CacheFile> &files)
     return bytes;
 }
 
-// Starts Explorer again on every way out; where this process is ended meanwhile, the next one knows of it.
+// Restarts Explorer on every exit path; the awaited flag tells the next process if this one is killed
+// meanwhile.
 class ExplorerPause
 {
 public:
@@ -38,7 +39,7 @@ public:
     ExplorerPause &operator=(const ExplorerPause &) = delete;
     ~ExplorerPause() { end(); }
 
-    // Whether it runs.
+    // Returns whether Explorer is running.
     bool end()
     {
         constexpr int attempts = 2;
@@ -122,7 +123,7 @@ Examination CacheRepair::check(const core::CancelFlag &)
 Outcome CacheRepair::apply(const Step &step, const core::CancelFlag &cancel)
 {
     Outcome outcome{step.id, step.title};
-    // Where something else shows the desktop, there is nothing to end, and nothing to start.
+    // With another shell, Explorer need not be ended or started.
     std::optional<ExplorerPause> pause;
     if (m_explorer.runs()) {
         if (m_explorer.isCopying()) {
@@ -135,7 +136,7 @@ Outcome CacheRepair::apply(const Step &step, const core::CancelFlag &cancel)
             return outcome;
         }
     }
-    // It has written to them at its end.
+    // Listed again, since Explorer writes to them when it ends.
     const QList<CacheFile> files = m_caches.list(m_kind).value_or(QList<CacheFile>());
     quint64 bytes = 0;
     QStringList left;

@@ -7,8 +7,8 @@
 namespace repair
 {
 
-// Lets Windows make the pictures of files anew: its cache of icons, or of thumbnails. Explorer holds the
-// files open and is ended for it; whatever happens then, it is started again.
+// Makes Windows rebuild its icon or thumbnail cache. Explorer keeps the files open and is ended for that; it
+// is restarted in any case.
 class CacheRepair : public Repair
 {
 public:
@@ -30,8 +30,8 @@ private:
     Explorer &m_explorer;
 };
 
-// Starts Explorer, where a repair has ended it and was itself ended before it could start it again. Not while
-// a repair goes on. May wait for seconds.
+// Starts Explorer if a repair had ended it and was killed before restarting it. Not to be called during a
+// repair. May take seconds.
 void finishInterruptedRepair(Explorer &explorer);
 
 } // namespace repair

@@ -21,7 +21,7 @@ QString tr(const char *text)
     return QCoreApplication::translate("repair", text);
 }
 
-// Given by the PC to itself when no router answers (RFC 3927).
+// A link-local address, which the PC assigns itself if no DHCP server answers (RFC 3927).
 bool isSelfAssigned(const QString &address)
 {
     return address.startsWith(QLatin1String("169.254."));
@@ -32,10 +32,10 @@ bool isUsable(const QString &address)
     return !isSelfAssigned(address) && !address.startsWith(QLatin1String("fe80:"), Qt::CaseInsensitive);
 }
 
-// What the findings say about which step helps.
+// Facts from the findings that determine which steps to recommend.
 struct Signs {
-    bool address = false; // the router gives none
-    bool names = false;   // names are not found
+    bool address = false; // no address from the router
+    bool names = false;   // name resolution fails
     bool automatic = false;
     bool connected = false;
 };
@@ -211,7 +211,7 @@ Examination InternetRepair::check(const core::CancelFlag &cancel)
     Examination found;
     Signs signs;
     signs.connected = !up.isEmpty() || !adapters;
-    signs.automatic = !adapters; // not known
+    signs.automatic = !adapters; // unknown
     found.findings.append(cableFinding(adapters, up));
     if (signs.connected && !cancel.isSet()) {
         if (adapters)
@@ -238,7 +238,7 @@ Outcome InternetRepair::apply(const Step &step, const core::CancelFlag &cancel)
     const auto outcomeOf = [&](Tool tool, const QString &done) {
         const ToolRun run = m_tools.run(tool, {}, cancel);
         Outcome outcome{step.id, step.title, run.succeeded(), false, toolText(run, done)};
-        // One that said "not all of it" has done something.
+        // A tool that ended with an error may still have changed something.
         outcome.restart = step.restart && run.state == ToolRun::State::Ended;
         return outcome;
     };

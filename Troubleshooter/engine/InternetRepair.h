@@ -7,11 +7,11 @@
 namespace repair
 {
 
-// The host that Windows itself asks whether there is an Internet.
+// The host that Windows uses for its own connectivity test.
 inline constexpr QStringView testHost = u"www.msftconnecttest.com";
 
-// Cable, address, names, proxy, and the way out. What sets something back that a user may have set saves it
-// to a file first, and is not done when that fails.
+// Checks cable, address, name resolution, proxy and Internet access. Before resetting something that the user
+// may have configured, it saves that to a file, and does not reset it if saving fails.
 class InternetRepair : public Repair
 {
 public:

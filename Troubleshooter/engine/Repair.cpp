@@ -65,7 +65,7 @@ Report applySteps(Repair &repair, const Examination &shown, const QStringList &c
         report.outcomes.append(outcome);
     }
     tell(tr("Checking again"));
-    // What is found after a cancel is found all the same: something may have been done.
+    // The final check runs even after a cancel, since steps may have been executed.
     const core::CancelFlag never;
     report.after = repair.check(never);
     return report;

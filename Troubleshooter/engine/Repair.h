@@ -9,8 +9,8 @@
 
 #include <functional>
 
-// A repair: what is found, what could be done about it and what that would cost, the doing, and what is found
-// then. Nothing is done that was not shown and chosen.
+// A repair: findings, possible steps with their side effects, execution, and a new check. Only steps that
+// were shown and chosen are executed.
 namespace repair
 {
 
@@ -22,15 +22,15 @@ struct Finding {
     QString text;
 };
 
-// One thing that can be done.
+// One possible action.
 struct Step {
     QString id;           // "flush"
     QString title;        // what it does
-    QString plan;         // what it closes, resets or breaks off, and what is kept for the way back
-    QString obstacle;     // why it cannot be done now; empty when it can
-    bool advised = false; // by what was found
+    QString plan;         // what it closes, resets or interrupts, and what is saved for undoing it
+    QString obstacle;     // why it is not possible now; empty if it is
+    bool advised = false; // recommended by the findings
     bool elevated = false;
-    bool restart = false; // has its effect after Windows was restarted
+    bool restart = false; // takes effect after Windows is restarted
 };
 
 struct Examination {
@@ -42,36 +42,37 @@ struct Examination {
 };
 
 struct Outcome {
-    QString step; // id
+    QString step; // id of the step
     QString title;
     bool done = false;
-    bool restart = false; // to be shown to the user
+    bool restart = false; // message for the user
     QString text;
 };
 
-// All functions may take long; any thread, one at a time.
+// All functions may block; any thread, one call at a time.
 class Repair
 {
 public:
     virtual ~Repair() = default;
 
-    // Changes nothing.
+    // Read-only.
     virtual Examination check(const core::CancelFlag &cancel) = 0;
-    // A step of the latest check() that has no obstacle. Ends whole, or says what was done and what not.
+    // Executes a step of the latest check() that has no obstacle. Completes it, or reports which part was
+    // done.
     virtual Outcome apply(const Step &step, const core::CancelFlag &cancel) = 0;
 };
 
 struct Report {
-    QList<Outcome> outcomes; // in the order in which they were to be done
+    QList<Outcome> outcomes; // in the order of execution
     Examination after;
 
     bool allDone() const;
     bool restart() const;
 };
 
-// Does the chosen steps of what was shown: looks again first, since time has passed, and leaves a step that
-// was not shown, is not there any more, or has an obstacle by now. A cancel ends it between two steps. Looks
-// once more at the end. `tell` is told what is being done.
+// Executes the chosen steps. Checks first, since time has passed, and skips steps that were not shown, no
+// longer apply or are blocked now. A cancel takes effect between steps. Checks again at the end. `tell`
+// receives the current action.
 Report applySteps(Repair &repair, const Examination &shown, const QStringList &chosen,
                   const core::CancelFlag &cancel, const std::function<void(const QString &)> &tell);
 

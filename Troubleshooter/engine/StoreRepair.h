@@ -7,7 +7,8 @@
 namespace repair
 {
 
-// The Microsoft Store: whether it and what it needs are there, and Windows' own reset of its cache.
+// Checks whether the Microsoft Store and the services it needs are present, and offers Windows' own reset of
+// its cache.
 class StoreRepair : public Repair
 {
 public:

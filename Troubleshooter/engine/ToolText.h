@@ -6,7 +6,7 @@
 namespace repair
 {
 
-// How a program of Windows ended, in a sentence; `done` for one that succeeded.
+// One sentence about how a tool ended; `done` if it succeeded.
 QString toolText(const ToolRun &run, const QString &done);
 
 } // namespace repair

@@ -11,7 +11,7 @@
 
 #include <optional>
 
-// Windows as the repairs see it. Implementations: Troubleshooter/machine/, and the fakes of the tests. Any
+// The system as the repairs see it. Implemented in Troubleshooter/machine/ and by the fakes of the tests. Any
 // thread.
 namespace repair
 {
@@ -19,7 +19,7 @@ namespace repair
 struct Adapter {
     QString name; // "Ethernet"
     bool up = false;
-    bool automatic = false; // gets its address from the router
+    bool automatic = false; // by DHCP
     QStringList addresses;
     QStringList gateways;
     QStringList nameServers;
@@ -28,14 +28,14 @@ struct Adapter {
 enum class Connectivity { Unknown, None, Local, SignIn, Internet };
 
 struct Proxy {
-    QString server; // "proxy:8080"; empty for none
-    QString script; // address of the script that chooses one
+    QString server; // "proxy:8080"; empty if there is none
+    QString script; // address of an automatic configuration script
 };
 
 struct Lookup {
     bool answered = false;
     int milliseconds = 0;
-    QString problem; // in Windows' words
+    QString problem; // Windows' error text
 };
 
 class Network
@@ -43,17 +43,17 @@ class Network
 public:
     virtual ~Network() = default;
 
-    // Without those of the PC itself. Empty when Windows does not tell.
+    // Without loopback adapters. nullopt if Windows does not provide the list.
     virtual std::optional<QList<Adapter>> adapters() = 0;
-    // What Windows itself has found out.
+    // Windows' own connectivity status.
     virtual Connectivity connectivity() = 0;
     virtual Proxy proxy() = 0;
-    // Both past every cache, and for at most a few seconds.
+    // Both bypass all caches, and take a few seconds at most.
     virtual Lookup lookUp(const QString &host, const core::CancelFlag &cancel) = 0;
     virtual bool connects(const QString &host, quint16 port, const core::CancelFlag &cancel) = 0;
 };
 
-// The programs of Windows that repair it, each with arguments of its own that nobody chooses.
+// The Windows tools used for repairs, each with fixed arguments.
 enum class Tool {
     FlushDns,
     RenewAddresses,
@@ -68,7 +68,7 @@ struct ToolRun {
     enum class State { Ended, Refused, NotStarted, TookTooLong, Cancelled };
     State state = State::NotStarted;
     int exitCode = 0;
-    QByteArray output; // of those that are not elevated
+    QByteArray output; // only from tools that are not elevated
 
     bool succeeded() const { return state == State::Ended && exitCode == 0; }
 };
@@ -79,13 +79,13 @@ public:
     virtual ~Tools() = default;
 
     virtual QDateTime now() = 0;
-    // `file`: for those that write one.
+    // `file`: for tools that write one.
     virtual ToolRun run(Tool tool, const QString &file, const core::CancelFlag &cancel) = 0;
-    // Where restore files go; empty when there is no such place.
+    // The folder for backup files; empty if there is none.
     virtual QString restoreFolder() = 0;
-    // Makes the folder; nothing is replaced. False when it did not work.
+    // Creates the folder; never replaces a file. False on failure.
     virtual bool save(const QString &path, const QByteArray &bytes) = 0;
-    // Whether a file is there that holds something.
+    // Whether the file exists and is not empty.
     virtual bool holdsSomething(const QString &path) = 0;
 };
 
@@ -102,13 +102,14 @@ class Caches
 public:
     virtual ~Caches() = default;
 
-    // Empty when the folder cannot be read.
+    // nullopt if the folder cannot be read.
     virtual std::optional<QList<CacheFile>> list(CacheKind kind) = 0;
-    // Why the file, as it was listed, is still there, as the end of a sentence; empty when it is gone.
+    // Deletes the file if it is unchanged since it was listed. Empty on success, otherwise the reason as the
+    // end of a sentence.
     virtual QString erase(const CacheFile &file) = 0;
 };
 
-// The program that shows desktop, taskbar and folders.
+// Windows Explorer, which shows desktop, taskbar and folders.
 class Explorer
 {
 public:
@@ -116,15 +117,16 @@ public:
 
     virtual bool runs() = 0;
     virtual int folderWindows() = 0;
-    // It copies, moves or removes files at this moment.
+    // Whether a copy, move or delete operation is in progress.
     virtual bool isCopying() = 0;
-    // Asks it to end, and waits. Never by force.
+    // Asks it to exit, and waits. Never terminates it.
     virtual bool end(const core::CancelFlag &cancel) = 0;
-    // Starts it, where it does not run, and waits for its taskbar.
+    // Starts it if it is not running, and waits for its taskbar.
     virtual bool start() = 0;
-    // Some program shows the desktop: this one, or another shell.
+    // Whether any program shows the desktop: Explorer or another shell.
     virtual bool isDesktopShown() = 0;
-    // That a repair has ended it, and that it has not been seen to run since. Outlives this process.
+    // Whether a repair has ended Explorer, and it has not been seen running since. Persistent across
+    // processes.
     virtual bool isAwaited() = 0;
     virtual void setAwaited(bool awaited) = 0;
 };
@@ -138,7 +140,7 @@ struct StoreFacts {
     bool installed = false;
     bool toolIsThere = false;
     quint64 cacheBytes = 0;
-    QList<StoreService> services; // those that it needs, as far as this Windows has them
+    QList<StoreService> services; // the services it needs, as far as they exist
 };
 
 class Store

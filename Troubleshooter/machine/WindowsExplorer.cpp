@@ -27,7 +27,7 @@ namespace repair
 namespace
 {
 
-constexpr int maxWait = 15'000; // ms, for Explorer to end or to come
+constexpr int maxWait = 15'000; // ms, for Explorer to exit or to start
 constexpr int poll = 200;
 
 constexpr settings::Flag ended{settings::keys::troubleshooter, u"ExplorerEnded"};
@@ -75,7 +75,7 @@ std::vector<RM_UNIQUE_PROCESS> explorers()
 
 } // namespace
 
-// The desktop is its, and not another shell's.
+// Whether the desktop belongs to Explorer and not to another shell.
 bool WindowsExplorer::runs()
 {
     DWORD owner = 0;
@@ -99,7 +99,7 @@ bool WindowsExplorer::isCopying()
     return FindWindowW(L"OperationStatusWindow", nullptr) != nullptr;
 }
 
-// The restart manager asks programs to end as a setup program would, and they save what they have to.
+// The Restart Manager asks programs to exit as an installer would, so that they can save their state.
 bool WindowsExplorer::end(const core::CancelFlag &)
 {
     std::array<wchar_t, CCH_RM_SESSION_KEY + 1> key{};
@@ -111,7 +111,7 @@ bool WindowsExplorer::end(const core::CancelFlag &)
            RmShutdown(session.get(), 0, nullptr) == ERROR_SUCCESS && await([this] { return !runs(); });
 }
 
-// Windows' own login process may have started it by now.
+// Winlogon may have restarted it already.
 bool WindowsExplorer::start()
 {
     if (!runs())
@@ -161,7 +161,7 @@ std::optional<QList<CacheFile>> WindowsCaches::list(CacheKind kind)
         return name.startsWith(begin, Qt::CaseInsensitive) &&
                name.endsWith(QLatin1String(".db"), Qt::CaseInsensitive);
     });
-    // An account that has never shown a folder has none.
+    // An account that has never opened a folder has no cache folder.
     if (!readable && platform::fileExists(folder))
         return std::nullopt;
     if (kind == CacheKind::Icons)
@@ -171,7 +171,7 @@ std::optional<QList<CacheFile>> WindowsCaches::list(CacheKind kind)
     return files;
 }
 
-// Helpers of Explorer hold the files for a moment longer than Explorer itself.
+// Helper processes of Explorer hold the files a little longer than Explorer itself.
 QString WindowsCaches::erase(const CacheFile &file)
 {
     const platform::ShownItem item{.root = m_localData,

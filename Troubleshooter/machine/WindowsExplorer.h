@@ -19,7 +19,7 @@ public:
     void setAwaited(bool awaited) override;
 };
 
-// Below the folder where Windows keeps the user's local data.
+// In the user's local application data.
 class WindowsCaches : public Caches
 {
 public:

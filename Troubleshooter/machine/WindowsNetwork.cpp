@@ -9,11 +9,11 @@
 #include <QElapsedTimer>
 #include <QThread>
 
-// Before the headers below.
+// Must come before the next headers.
 #include <winsock2.h>
 #include <ws2tcpip.h>
 
-#include <initguid.h> // defines the class of the network list, which no import library has
+#include <initguid.h> // defines CLSID_NetworkListManager, which no import library contains
 
 #include <netlistmgr.h>
 #include <windns.h>
@@ -46,7 +46,7 @@ struct GlobalMemoryTraits {
 };
 using GlobalText = platform::UniqueHandle<GlobalMemoryTraits>;
 
-// Calls into the network cannot be ended: one that takes too long is left behind, and its answer with it.
+// Network calls cannot be cancelled: a call that takes too long is abandoned on its own thread.
 template <class Answer>
 std::optional<Answer> within(int milliseconds, const core::CancelFlag &cancel, std::function<Answer()> ask)
 {
@@ -69,7 +69,7 @@ std::optional<Answer> within(int milliseconds, const core::CancelFlag &cancel, s
     return std::nullopt;
 }
 
-// Whether one of the connected networks shows a page of its own instead of the one that was asked for.
+// Whether a connected network has a captive portal that requires signing in.
 bool wantsSignIn(INetworkListManager *manager)
 {
     platform::ComPointer<IEnumNetworks> networks;

@@ -26,8 +26,8 @@ struct ToolRow {
     const char *program; // in the system folder
     QStringList arguments;
     bool elevated = false;
-    bool window = false; // of the program's own, which asks the shell for the rights that it needs
-    int seconds = 60;    // that it may take
+    bool window = false; // the tool shows its own window and requests elevation itself
+    int seconds = 60;    // time limit
 };
 
 ToolRow rowOf(Tool tool, const QString &file)
@@ -54,7 +54,7 @@ ToolRow rowOf(Tool tool, const QString &file)
     return {"wsreset.exe", {}, false, true, 180};
 }
 
-// `ended(ms)`: whether it has ended within that time.
+// `ended(ms)` waits up to that time and returns whether the process has ended.
 template <class Ended>
 ToolRun::State await(int seconds, const core::CancelFlag &cancel, Ended ended)
 {
@@ -88,8 +88,7 @@ ToolRun runHidden(const ToolRow &row, const QString &program, const core::Cancel
     return run;
 }
 
-// The window that the question for administrator rights belongs to: without one Windows may put it behind
-// everything else.
+// The owner window for the elevation prompt: without one Windows may open the prompt in the background.
 HWND ownWindow()
 {
     const HWND window = GetForegroundWindow();
@@ -101,7 +100,7 @@ HWND ownWindow()
 ToolRun runByShell(const ToolRow &row, const QString &program, const core::CancelFlag &cancel)
 {
     const platform::ComScope com;
-    const QString parameters = row.arguments.join(u' '); // words without blanks
+    const QString parameters = row.arguments.join(u' '); // single words without blanks
     SHELLEXECUTEINFOW job = {};
     job.cbSize = sizeof job;
     job.fMask = SEE_MASK_NOCLOSEPROCESS | SEE_MASK_NOASYNC | SEE_MASK_FLAG_NO_UI;
@@ -117,7 +116,7 @@ ToolRun runByShell(const ToolRow &row, const QString &program, const core::Cance
         return run;
     }
     const platform::ObjectHandle process(job.hProcess);
-    if (!process) // Windows does not say how it ends
+    if (!process) // no process handle: its end cannot be observed
         return run;
     run.state = await(row.seconds, cancel, [&](int ms) {
         return WaitForSingleObject(process.get(), static_cast<DWORD>(ms)) == WAIT_OBJECT_0;

@@ -6,8 +6,8 @@
 namespace repair
 {
 
-// Runs programs of Windows' own folder by their whole path, without a window. Those that need an
-// administrator are started elevated one by one, with arguments that are constants.
+// Runs tools from the Windows folder by full path, without a window. Those that need an administrator are
+// elevated one by one, with constant arguments.
 class WindowsTools : public Tools
 {
 public:

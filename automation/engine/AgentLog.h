@@ -6,15 +6,15 @@
 #include <QList>
 #include <QString>
 
-// What the background agent did and why not, one line each, for the forms to show. UTF-8, fields separated by
-// tabs: local time in ISO form, feature, subject, text.
+// The log of the background agent, shown by the forms. One line per event, UTF-8, fields separated by tabs:
+// local time in ISO format, feature, subject, text.
 namespace automation
 {
 
-// Of the whole file; the older half goes when it is full.
+// Limit for the file; when it is reached, the older half is dropped.
 inline constexpr qsizetype maxLogBytes = 64 * 1024;
 
-// The features by the names that log and settings know them by.
+// Names of the features in the log and in the settings.
 namespace features
 {
 inline constexpr QStringView shortcutKeys = u"Shortcut keys";
@@ -34,16 +34,16 @@ struct LogEntry {
     bool operator==(const LogEntry &) const = default;
 };
 
-// With its line feed; line feeds and tabs in the fields become spaces.
+// Includes the line feed; line feeds and tabs within fields become spaces.
 QByteArray logLine(const LogEntry &entry);
 
-// Whole lines only, newest last; lines that are none of ours are passed over.
+// Complete lines only, newest last; lines in another format are skipped.
 QList<LogEntry> parseLog(const QByteArray &bytes);
 
-// What is kept of a full log: whole lines, at most half of maxLogBytes.
+// What remains of a full log: complete lines, at most half of maxLogBytes.
 QByteArray newerHalf(const QByteArray &bytes);
 
-// Below the user's local application data.
+// Relative to the user's local application data.
 inline QString agentLogPath(const QString &localAppData)
 {
     return localAppData + QStringLiteral("\\Fernlight Larkspur\\Agent.log");

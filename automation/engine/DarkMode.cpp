@@ -11,9 +11,9 @@ namespace automation
 namespace
 {
 
-constexpr int searchedDays = 366; // a polar day or night is shorter
+constexpr int searchedDays = 366; // longer than any polar day or night
 constexpr qint64 fullScreenPause = 60'000;
-// A clock that is put right by less than this does not lead back over a boundary.
+// Setting the clock back by less than this does not switch back to the previous state.
 constexpr qint64 clockCorrection = 600; // seconds
 
 QString themeName(bool dark)
@@ -21,7 +21,7 @@ QString themeName(bool dark)
     return dark ? tr("Dark") : tr("Light");
 }
 
-// In the time zone of `like`.
+// Converted to the time zone of `like`.
 QDateTime localTime(const QDateTime &moment, const QDateTime &like)
 {
     QDateTime local = like;
@@ -66,7 +66,7 @@ std::optional<Boundary> presentBoundary(const DarkSettings &settings, const QDat
     if (!isUsable(settings))
         return {};
     std::optional<Boundary> present;
-    // The sun of the calendar day of a place may stand on the neighbouring date here.
+    // The rise or set of a date at that position may fall on an adjacent date of the local time zone.
     for (int back = -1; back <= searchedDays && !present; ++back) {
         QDateTime latest;
         for (int neighbour = 0; neighbour <= 1; ++neighbour) {
@@ -81,7 +81,7 @@ std::optional<Boundary> presentBoundary(const DarkSettings &settings, const QDat
     if (!settings.bySun)
         return present;
     const SunDay today = sunDay(now.date(), *settings.position);
-    if (!today.rise && !today.set) { // the last crossing before may be missed by its seconds
+    if (!today.rise && !today.set) { // the search may just miss the last crossing by seconds
         if (!present)
             present = {localMoment(now.date(), QTime(0, 0), now)};
         present->dark = !today.up;

@@ -14,45 +14,45 @@ namespace automation
 struct DarkSettings {
     bool enabled = false;
     bool bySun = false;
-    QTime light, dark;                // of the clock, unless by the sun
-    std::optional<Position> position; // by the sun only
+    QTime light, dark;                // clock times, unless bySun
+    std::optional<Position> position; // required for bySun
     bool waitsForFullScreen = false;
 
     bool operator==(const DarkSettings &) const = default;
 };
 
-// As Windows stores it: hour 1 to 12, period 0 AM, 1 PM. 12 AM is midnight.
+// Converts the format that Windows uses: hour 1 to 12, period 0 AM, 1 PM. 12 AM is midnight.
 QTime fromTwelveHours(int hour, int minute, int period);
 
-// The moment from which on it is to be dark, or light.
+// A moment at which it becomes dark or light.
 struct Boundary {
-    QDateTime when; // local
+    QDateTime when; // local time
     bool dark = false;
     QString reason;     // "sunset"
-    bool lasts = false; // a polar day or night
+    bool lasts = false; // no further switch, during a polar day or night
 };
-// The one that the present moment is ruled by, and the one that follows. Nothing without usable settings, or
-// where none follows within a year.
+// The boundary that determines the current state, and the following one. nullopt if the settings are
+// unusable, or if none follows within a year.
 std::optional<Boundary> presentBoundary(const DarkSettings &settings, const QDateTime &now);
 std::optional<Boundary> nextBoundary(const DarkSettings &settings, const QDateTime &now);
-// What will happen on a day, in a sentence.
+// One sentence about what would happen on a day.
 QString dryRun(const DarkSettings &settings, const QDate &day, const QDateTime &now);
 
-// What the desktop is like at an event.
+// State of the desktop at an event.
 struct Desktop {
-    std::optional<bool> dark; // of what is to be switched; nothing while its parts differ
-    bool fullScreen = false;  // a program covers the screen
+    std::optional<bool> dark; // nullopt if the parts to be switched differ
+    bool fullScreen = false;  // a full-screen program is running
 };
 
 struct DarkDecision {
-    std::optional<bool> switchTo; // dark
-    QString why;                  // for the log; empty while nothing changed
-    QString now, next;            // for the form
-    qint64 wakeAfter = -1;        // ms until Due; -1: not wanted
-    QDateTime handled;            // the boundary that was seen to, kept over the agent's end
+    std::optional<bool> switchTo; // true for dark
+    QString why;                  // log text; empty if nothing changed
+    QString now, next;            // shown by the form
+    qint64 wakeAfter = -1;        // ms until the next Due; -1 for none
+    QDateTime handled;            // the last boundary that was handled; stored across restarts of the agent
 };
 
-// Switches at the boundaries, once each: a change that the user makes between two is respected.
+// Switches once at each boundary, so that changes made by the user in between are kept.
 class DarkMode
 {
 public:
@@ -65,7 +65,7 @@ private:
 
     std::optional<DarkSettings> m_settings;
     QDateTime m_handled;
-    std::optional<bool> m_shown; // what the desktop was like when it was last seen
+    std::optional<bool> m_shown; // the last known state of the desktop
 };
 
 } // namespace automation

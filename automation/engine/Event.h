@@ -4,38 +4,38 @@
 #include <QDateTime>
 #include <QString>
 
-// What the background features decide upon. The agent turns what Windows tells into events and hands each to
-// the rules of this folder, with the clock; a rule answers what is to be done and why, and when it wants to
-// be asked again. Rules ask nobody and keep no clock, so that weeks are replayed in a test.
+// The events on which background features act. The agent converts Windows messages to events and passes each
+// to the rules in this folder, together with the current time. A rule returns what to do and why, and when it
+// wants the next Due event. Rules read no clock and no system state, so tests can simulate weeks.
 namespace automation
 {
 
 enum class EventKind {
-    Reload, // the agent has begun, or the settings may have changed
-    Due,    // the time that the rule asked for
-    Resume, // after sleep
+    Reload, // agent start, or settings may have changed
+    Due,    // the time requested by the rule
+    Resume, // wake-up from sleep
     ClockChange,
-    Battery,      // value: percent left while on battery, -1 on mains
-    Lid,          // value: 1 open, 0 closed; told once at first, which is no change
-    Displays,     // number, size or colours of the monitors
-    Session,      // unlocked, or used from another PC or from here again
-    ProgramEnded, // the one that is waited for
-    TaskbarMade,  // Explorer has started, perhaps again
-    ThemeChanged, // by anybody
-    Asked         // by the user, at this moment
+    Battery,      // value: percent while on battery, -1 on mains
+    Lid,          // value: 1 open, 0 closed; also sent at start with the current state
+    Displays,     // number, resolution or colour depth of the monitors changed
+    Session,      // unlocked, or connected or disconnected remotely
+    ProgramEnded, // the program that a rule waits for
+    TaskbarMade,  // Explorer created the taskbar, possibly after a restart
+    ThemeChanged, // by anyone
+    Asked         // an immediate action of the user
 };
 
 struct Event {
     EventKind kind = EventKind::Reload;
-    QDateTime now;    // local
-    qint64 ticks = 0; // ms, goes on during sleep and does not follow changes of the clock
+    QDateTime now;    // local time
+    qint64 ticks = 0; // ms, monotonic, includes sleep
     int value = 0;
 };
 
-// A time of a day in the zone of `like`; an hour later where spring leaves it out.
+// A time of day in the zone of `like`; shifted by an hour if daylight saving skips it.
 QDateTime localMoment(const QDate &day, const QTime &time, const QDateTime &like);
 
-// "19:02", and with the day when that is not today: "Mon 3 Nov 06:41".
+// "19:02", or "Mon 3 Nov 06:41" if it is not today.
 QString momentText(const QDateTime &moment, const QDateTime &now);
 
 } // namespace automation

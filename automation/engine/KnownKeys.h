@@ -8,8 +8,8 @@
 namespace automation
 {
 
-// What would be lost if a shortcut took this combination: a sentence, or empty where nothing is known. Taken
-// from Microsoft's list of the keyboard shortcuts of Windows, and from what nearly every program uses.
+// What the combination normally does and would no longer do: a sentence, or empty if it is not known to be
+// used. Based on Microsoft's list of Windows shortcuts, and on what almost every program uses.
 QString knownUse(Modifier first, Modifier second, const QString &key);
 
 } // namespace automation

@@ -21,7 +21,7 @@ namespace
 constexpr qsizetype creditLength = 300;
 constexpr qsizetype maxAddressLength = 2000;
 
-// The key that the service publishes for occasional use: thirty requests an hour, fifty a day.
+// The public demo key of the service: thirty requests per hour, fifty per day.
 const QString nasaKey = QStringLiteral("DEMO_KEY");
 const QString nasaPages = QStringLiteral("https://apod.nasa.gov/apod/");
 
@@ -79,7 +79,7 @@ std::optional<DayPicture> bingPicture(const PictureServices &services, const QJs
                  shortHash(picture.addresses[0].toString(QUrl::RemoveScheme | QUrl::RemoveAuthority)));
     picture.credit = plainLine(textOf(entry, QLatin1StringView("copyright")), creditLength);
     picture.title = plainLine(textOf(entry, QLatin1StringView("title")));
-    if (picture.title.isEmpty() || picture.title == QLatin1StringView("Info")) // of regions without titles
+    if (picture.title.isEmpty() || picture.title == QLatin1StringView("Info")) // in regions without titles
         picture.title = picture.credit.section(QStringLiteral(" (\u00a9"), 0, 0);
     if (picture.title.isEmpty())
         picture.title = tr("Picture of %1").arg(day.toString(Qt::ISODate));
@@ -177,8 +177,8 @@ QUrl listingAddress(const PictureServices &services, PictureSource source, const
         if (!market.isEmpty())
             query.addQueryItem(QStringLiteral("mkt"), market);
     } else {
-        // Without an end, which would be refused while its day has not begun in America. More days than
-        // pictures, since some have a video.
+        // Sends no end date, which would be rejected before that day has begun in America. Requests more days
+        // than needed, since some have a video instead.
         query.addQueryItem(QStringLiteral("api_key"), nasaKey);
         query.addQueryItem(QStringLiteral("start_date"),
                            today.addDays(-maxDayPictures - 2).toString(Qt::ISODate));
@@ -227,7 +227,7 @@ QString plainLine(const QString &text, qsizetype length)
         const QChar::Category category = character.category();
         if (category == QChar::Other_Control)
             line.append(u' ');
-        else if (category != QChar::Other_Format) // a text could turn the ones after it around
+        else if (category != QChar::Other_Format) // could reverse the direction of the following text
             line.append(character);
     }
     line = line.simplified();

@@ -10,26 +10,26 @@
 #include <optional>
 #include <span>
 
-// The two services that publish a picture a day: where to ask, and what they answer. Answers are bytes from
-// outside; what of them is not usable is left out.
+// The two image-of-the-day services: request addresses and parsing of their answers. Answers are untrusted;
+// unusable entries are skipped.
 namespace automation
 {
 
 enum class PictureSource { Bing, Nasa, Own };
 inline constexpr int pictureSources = 3;
 
-// "Bing"; of the user's own pictures "Your pictures".
+// "Bing"; "Your pictures" for the user's own.
 QString sourceName(PictureSource source);
 
-// Where the pictures of Bing differ. The first leaves the choice to the service.
+// A region with its own Bing images. The first one leaves the choice to the service.
 struct PictureRegion {
     const char *market; // "en-GB"
     const char *name;
 };
 std::span<const PictureRegion> pictureRegions();
 
-// Whether an address may be fetched: https to a named host and without a password. Tests hand in a rule of
-// their own, which lets their server through.
+// Whether an address may be fetched: https, a host name (no IP address), no password. Tests pass their own
+// rule to allow a local server.
 using AllowedAddress = bool (*)(const QUrl &address);
 bool isSecureAddress(const QUrl &address);
 
@@ -39,37 +39,37 @@ struct PictureServices {
     AllowedAddress allowed = isSecureAddress;
 };
 
-inline constexpr int maxDayPictures = 8; // as many as the first service goes back
-// The address that lists the newest pictures of a service. `today`: in UTC. `market`: as in pictureRegions().
+inline constexpr int maxDayPictures = 8; // the first service offers no older ones
+// The address that lists the newest images of a service. `today` in UTC. `market` as in pictureRegions().
 QUrl listingAddress(const PictureServices &services, PictureSource source, const QString &market,
                     const QDate &today);
 
 struct DayPicture {
-    QString key; // names a picture of all services and days; usable in a file name
+    QString key; // unique over services and days; valid as a file name
     QString title;
     QString credit;        // may be empty
-    QUrl page;             // https, may be empty
-    QList<QUrl> addresses; // the best one first
+    QUrl page;             // https, or empty
+    QList<QUrl> addresses; // in order of preference
     bool operator==(const DayPicture &) const = default;
 };
 
 struct Listing {
     QList<DayPicture> pictures; // newest first
-    int videos = 0;             // days with something else than a picture
+    int videos = 0;             // days with a video instead of an image
 };
 
 inline constexpr qint64 maxListingBytes = 1 << 20;
-// Nothing when the bytes are no listing at all.
+// nullopt if the bytes are not a listing.
 std::optional<Listing> parseListing(const PictureServices &services, PictureSource source,
                                     const QByteArray &bytes);
 
-// Where a redirection leads; nothing where it must not be followed.
+// The target of a redirect; nullopt if it must not be followed.
 std::optional<QUrl> redirected(const QUrl &from, const QByteArray &location, AllowedAddress allowed);
 
-// "jpg" or "png" by the first bytes, whatever the server says; empty for all else.
+// "jpg" or "png" by signature, whatever the server claims; empty for anything else.
 QString pictureSuffix(const QByteArray &bytes);
 
-// One line without control characters and of at most `length` characters.
+// A single line without control characters, of at most `length` characters.
 QString plainLine(const QString &text, qsizetype length = 200);
 
 } // namespace automation

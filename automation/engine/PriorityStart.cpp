@@ -13,8 +13,8 @@ namespace
 {
 
 struct PriorityRow {
-    const char *word; // stored
-    quint32 number;   // of winbase.h
+    const char *word; // in the stored form
+    quint32 number;   // see winbase.h
     const char *name;
 };
 constexpr PriorityRow priorities[] = {{"idle", 0x40, QT_TRANSLATE_NOOP("automation", "Idle")},
@@ -26,7 +26,7 @@ static_assert(std::size(priorities) == priorityCount);
 
 constexpr QStringView priorityOption = u"/priority:";
 constexpr QStringView processorsOption = u"/processors:";
-constexpr qsizetype maxName = 200; // leaves room for a folder below Windows' 260
+constexpr qsizetype maxName = 200; // leaves room for the folder within Windows' limit of 260
 
 QString tr(const char *text)
 {
@@ -38,7 +38,7 @@ bool isControl(QChar character)
     return character.category() == QChar::Other_Control;
 }
 
-// Takes "/option:value " off the front; an empty value when it is not there.
+// Removes "/option:value " from the start of `text` and returns the value; empty if it is not there.
 QStringView takeOption(QStringView &text, QStringView option)
 {
     if (!text.startsWith(option))
@@ -59,7 +59,7 @@ std::optional<Priority> priorityOf(QStringView word)
                : std::optional(static_cast<Priority>(std::distance(std::begin(priorities), found)));
 }
 
-// Only as startText() writes it: no sign, no leading zero.
+// Accepts only the form that startText() writes: no sign, no leading zero.
 bool readProcessors(QStringView &text, int &processors)
 {
     if (!text.startsWith(processorsOption))
@@ -129,8 +129,8 @@ std::optional<PriorityStart> parseStart(QStringView text)
     return start;
 }
 
-// The first word ends at the closing quote or, without one, at the first blank: C's rules of backslashes do
-// not hold for the program's name.
+// The program name ends at the closing quote or, if it is not quoted, at the first blank: the C runtime's
+// backslash rules do not apply to it.
 QStringView argumentsOf(QStringView commandLine)
 {
     const auto isBlank = [](QChar character) { return character == u' ' || character == u'\t'; };

@@ -6,65 +6,65 @@
 
 #include <optional>
 
-// What a smart shortcut says to the program that it starts, LarkspurStart.exe: which program, with which
-// arguments and how. A shortcut file comes from the disk and may hold anything.
+// The arguments that a smart shortcut passes to LarkspurStart.exe: which program to start, with which
+// arguments and how. A shortcut file is untrusted.
 //
 //     /priority:high /processors:4 "C:\Tools\tool.exe" -x "a b"
 //     |              |             |                  |
-//     |              |             |                  handed over as it stands
-//     |              |             the program, always in quotes
-//     |              only where not all of them are to be used
+//     |              |             |                  passed on unchanged
+//     |              |             the program, always quoted
+//     |              only if limited to some processors
 //     always
 namespace automation
 {
 
 inline constexpr QStringView starterName = u"LarkspurStart.exe";
 
-// Windows' priority classes, but for "real time", with which a program can stop the whole PC.
+// Windows' priority classes except "real time", with which a program can freeze the PC.
 enum class Priority { Idle, BelowNormal, Normal, AboveNormal, High };
 inline constexpr int priorityCount = 5;
 
-inline constexpr int maxProcessors = 64; // of a processor group
-// The arguments of a shortcut, in UTF-16 code units. A shortcut file could hold more, but not every part of
-// Windows hands on more.
+inline constexpr int maxProcessors = 64; // per processor group
+// Limit for a shortcut's arguments, in UTF-16 code units. The file format allows more, but not all parts of
+// Windows pass it on.
 inline constexpr qsizetype maxStartText = 2000;
 
 struct PriorityStart {
     Priority priority = Priority::AboveNormal;
-    int processors = 0; // at most that many of them; 0: all
-    QString program;    // whole path
+    int processors = 0; // maximum number of processors; 0 for all
+    QString program;    // full path
     QString arguments;
 
     bool operator==(const PriorityStart &) const = default;
 };
 
-// What stands in the shortcut; empty when the start cannot be written: see parseStart().
+// The arguments for the shortcut; empty if they would not be valid for parseStart().
 QString startText(const PriorityStart &start);
 
-// Empty for a text that startText() has not written: the options in their order and each once, the whole path
-// of an .exe or .com file, no control character, not more than maxStartText.
+// nullopt for a text that startText() could not have written. Requires: options in order and each at most
+// once, the full path of an .exe or .com file, no control characters, at most maxStartText.
 std::optional<PriorityStart> parseStart(QStringView text);
 
-// What follows the program's own name in a whole command line.
+// The part of a command line after the program's own name.
 QStringView argumentsOf(QStringView commandLine);
 
-// The command line of the program that is started.
+// The command line for the program to start.
 QString commandLineOf(const PriorityStart &start);
 
-// Whether a priority can be given to what the path names: a program, by its whole path.
+// Whether the path can be started with a priority: the full path of a program.
 bool isStartable(QStringView path);
 
-// The number that Windows has for it (winbase.h, HIGH_PRIORITY_CLASS and so on).
+// The constant of winbase.h, HIGH_PRIORITY_CLASS and so on.
 quint32 priorityClass(Priority priority);
 
 // "Above normal".
 QString priorityName(Priority priority);
 
-// For a new shortcut, without the ending: the description that the program gives of itself, or else its file
-// name, and the priority.
+// Suggested name for a new shortcut, without extension: the program's description or file name, and the
+// priority.
 QString proposedName(const QString &description, const QString &program, Priority priority);
 
-// Why no file can be called so, in words for the user; empty when one can.
+// Why this cannot be a file name, as a text for the user; empty if it can.
 QString nameProblem(QStringView name);
 
 } // namespace automation

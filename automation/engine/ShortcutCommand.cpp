@@ -23,7 +23,7 @@ constexpr const char *actionNames[] = {QT_TRANSLATE_NOOP("automation", "Open Win
                                        QT_TRANSLATE_NOOP("automation", "Shutdown Windows")};
 constexpr qsizetype modifierDigits = 2;
 
-// A character outside of the first plane takes two code units.
+// A character outside the BMP takes two code units.
 qsizetype keyLength(QStringView text)
 {
     if (text.isEmpty())
@@ -50,7 +50,7 @@ bool isBuiltIn(QStringView command)
                        [command](const BuiltInApp &app) { return command == QLatin1String(app.command); });
 }
 
-// A path may hold ";" itself: the program ends where ".exe;" does, else at the last one.
+// A path may contain ";" itself: the program ends at ".exe;", or else at the last ";".
 qsizetype endOfProgram(const QString &argument)
 {
     const QLatin1String ending(".exe;");
@@ -58,7 +58,7 @@ qsizetype endOfProgram(const QString &argument)
     return found >= 0 ? found + ending.size() - 1 : argument.lastIndexOf(u';');
 }
 
-// A drive or a server: what the form's choosers give, and what a damaged text hardly is.
+// Has a drive or server, as all paths chosen in the form have; a damaged text rarely does.
 bool isWholePath(QStringView path)
 {
     return path.startsWith(QLatin1String("\\\\")) ||

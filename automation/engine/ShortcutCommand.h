@@ -6,8 +6,8 @@
 
 #include <optional>
 
-// The stored form of a keyboard shortcut: what the form writes, what the background agent carries out. A
-// stored text comes from the registry and may hold anything.
+// The stored form of a keyboard shortcut, written by the form and executed by the background agent. A stored
+// text is untrusted.
 //
 //     01K0notepad        Ctrl+Shift+K opens Notepad
 //     |||||
@@ -34,14 +34,14 @@ enum class ShortcutAction {
 };
 
 struct BuiltInApp {
-    const char *command; // stored, and what is started
-    const char *name;    // for the user
+    const char *command; // stored, and executed
+    const char *name;    // for display
 };
 inline constexpr BuiltInApp builtInApps[] = {{"calc", "Calculator"},    {"charmap", "Character Map"},
                                              {"cmd", "Command Prompt"}, {"explorer", "Explorer"},
                                              {"notepad", "Notepad"},    {"powershell", "Power Shell"}};
 
-// A day: longer delays are mistakes.
+// One day: longer delays are considered mistakes.
 inline constexpr int maxDelay = 24 * 60 * 60; // seconds
 
 struct ShortcutCommand {
@@ -49,38 +49,37 @@ struct ShortcutCommand {
     Modifier second = Modifier::Shift;
     QString key;
     ShortcutAction action = ShortcutAction::OpenBuiltInApp;
-    // A command of builtInApps, a folder, an address or the path of a program; empty for the others.
+    // One of builtInApps, a folder, an address or a program path; empty for other actions.
     QString target;
-    QString workingFolder; // of the two that start programs; may be empty
-    int delay = 0;         // seconds, of Restart and ShutDown
+    QString workingFolder; // for the two actions that start programs; may be empty
+    int delay = 0;         // seconds, for Restart and ShutDown
 
     bool uses(Modifier modifier) const { return first == modifier || second == modifier; }
     bool operator==(const ShortcutCommand &) const = default;
 };
 
-// The stored form. A working folder that is empty leaves ";" behind the path of a program, and nothing behind
-// a built-in one.
+// The stored form. With an empty working folder, a program path is still followed by ";", a built-in command
+// is not.
 QString commandText(const ShortcutCommand &command);
 
-// Empty for a text that is not exactly such a form: a key of one character, an action code that exists, and
-// an argument of its kind (one of builtInApps; a whole path; digits of at most a day for a delay; none for
-// pasting).
+// nullopt unless the text is exactly of this form: a key of one character, a known action code, and a valid
+// argument for it (one of builtInApps; a full path; a delay in digits up to one day; none for pasting).
 std::optional<ShortcutCommand> parseCommand(const QString &text);
 
-// "Ctrl+Shift+K" of a stored text, however damaged the rest of it is; the text itself where not even the
-// modifiers can be read.
+// The combination "Ctrl+Shift+K" of a stored text, even if the rest is damaged; the text itself if not even
+// the modifiers are readable.
 QString keyText(const QString &command);
 QString keyText(const ShortcutCommand &command);
 
-// Whether Windows takes both for one combination: neither the order of the modifiers nor the case of the
-// letter counts. Damaged texts are the same only when they are equal.
+// Whether both are the same combination for Windows: the order of modifiers and the case of the letter do not
+// matter. Damaged texts must be identical.
 bool sameKeys(const QString &first, const QString &second);
 
 // "Open Windows 11 App: notepad".
 QString actionText(const QString &command);
 
-// An address that a browser opens, "https://" put before one without a scheme; empty for what is not a web
-// page or a mail address, such as a program.
+// An address that a browser can open, with "https://" added if there is no scheme; empty if it is no web page
+// or mail address, for example a program.
 QString openableAddress(const QString &typed);
 
 } // namespace automation

@@ -17,7 +17,7 @@ AwakeDecision StayAwake::take(const Event &event, const AwakeSettings &settings)
     const AwakeSettings before = std::exchange(m_settings, settings);
     if (m_awake && (before.until != settings.until || before.seconds != settings.seconds ||
                     before.program != settings.program)) {
-        m_awake = false; // counts anew
+        m_awake = false; // starts a new period
         m_storedEnd = {};
     }
     if (event.kind == EventKind::Reload)
@@ -49,7 +49,7 @@ void StayAwake::begin(const Event &event, AwakeDecision &decision)
     m_end = event.ticks + m_settings.seconds * 1000;
     const QDateTime stored = std::exchange(m_storedEnd, {});
     if (m_settings.until == Until::Time && stored.isValid()) {
-        // A clock that was set back must not make it longer than was asked for.
+        // If the clock was set back, the period must not become longer than requested.
         m_end = std::min(m_end, event.ticks + event.now.msecsTo(stored));
         decision.why = tr("Goes on after a restart of the agent");
         return;
@@ -112,7 +112,8 @@ void StayAwake::describe(const Event &event, AwakeDecision &decision) const
 {
     decision.awake = m_awake;
     if (!m_awake) {
-        // Only what came to its end: a lid or a battery puts the PC to sleep anyway, and would find it off.
+        // Only when the period is over. A closed lid or low battery puts the PC to sleep anyway, and the user
+        // would later find it shut down.
         decision.shutDown = decision.ended && m_settings.shutDown && event.kind != EventKind::Battery &&
                             event.kind != EventKind::Lid;
         return;

@@ -13,33 +13,33 @@ struct AwakeSettings {
 
     bool active = false;
     Until until = Until::SwitchedOff;
-    qint64 seconds = 0;   // of Time
-    QString program;      // of ProgramEnds: "setup.exe"
-    int nudgeSeconds = 0; // 0: none
+    qint64 seconds = 0;   // for Until::Time
+    QString program;      // for Until::ProgramEnds: "setup.exe"
+    int nudgeSeconds = 0; // 0 for none
     bool shutDown = false;
     bool staysWithLidClosed = false;
     bool staysOnLowBattery = false;
 };
 
-// What the agent has to do after an event.
+// What the agent must do after an event.
 struct AwakeDecision {
     bool awake = false;
-    bool ended = false; // by itself: the user's switch goes off as well
+    bool ended = false; // ended on its own, so the user's switch must be turned off too
     bool shutDown = false;
     bool nudge = false;
-    QString why;           // for the log; empty while nothing changed
-    QString now, next;     // for the form
-    qint64 wakeAfter = -1; // ms until Due; -1: not wanted
-    QDateTime ends;        // kept over a crash; invalid without an end by time
+    QString why;           // log text; empty if nothing changed
+    QString now, next;     // shown by the form
+    qint64 wakeAfter = -1; // ms until the next Due; -1 for none
+    QDateTime ends;        // stored, in case of a crash; invalid without an end time
 };
 
-// Keeps the PC awake until it is switched off, for a time, or until a program has ended.
+// Keeps the PC awake until it is switched off, for some time, or until a program has ended.
 class StayAwake
 {
 public:
-    static constexpr int lowBattery = 10; // percent, Windows' own default of "low"
+    static constexpr int lowBattery = 10; // percent; Windows' default for "low"
 
-    // `ends`: of a former agent that could not end properly; invalid for none.
+    // `ends`: stored by an agent that did not exit properly; invalid for none.
     explicit StayAwake(const QDateTime &ends = {}) : m_storedEnd(ends) {}
 
     AwakeDecision take(const Event &event, const AwakeSettings &settings);
@@ -55,9 +55,9 @@ private:
     AwakeSettings m_settings;
     QDateTime m_storedEnd;
     bool m_awake = false;
-    bool m_lidOpen = false; // known to be: a PC that is docked and closed may be kept awake
-    qint64 m_end = 0;       // ticks; of Until::Time
-    qint64 m_nextNudge = 0; // ticks
+    bool m_lidOpen = false; // known to be open: a docked PC with a closed lid may stay awake
+    qint64 m_end = 0;       // in ticks, for Until::Time
+    qint64 m_nextNudge = 0; // in ticks
 };
 
 } // namespace automation

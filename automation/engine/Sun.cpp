@@ -35,10 +35,10 @@ struct Sky {
     double equationOfTime; // minutes
 };
 
-// At a moment given as a Julian day.
+// At a Julian day.
 Sky skyAt(double julianDay)
 {
-    const double t = (julianDay - 2451545.0) / 36525; // centuries since 2000
+    const double t = (julianDay - 2451545.0) / 36525; // centuries since J2000.0
     const double longitude = std::fmod(280.46646 + t * (36000.76983 + t * 0.0003032), 360);
     const double anomaly = 357.52911 + t * (35999.05029 - 0.0001537 * t);
     const double eccentricity = 0.016708634 - t * (0.000042037 + 0.0000001267 * t);
@@ -57,15 +57,16 @@ Sky skyAt(double julianDay)
     return {inDegrees(std::asin(sine(obliquity) * sine(apparent))), 4 * inDegrees(equation)};
 }
 
-// Cosine of the hour angle at which the sun crosses the horizon; beyond 1 it stays below, beyond -1 above.
+// Cosine of the hour angle of sunrise and sunset; above 1 the sun stays below the horizon, below -1 above it.
 double crossing(const Position &position, const Sky &sky)
 {
     return (cosine(zenith) - sine(position.latitude) * sine(sky.declination)) /
            (cosine(position.latitude) * cosine(sky.declination));
 }
 
-// `direction`: -1 rise, 1 set. Minutes of UTC from the day's 0:00, found in two steps: the sky of noon gives
-// the time, whose own sky gives it to the second. Nothing when there is none at either.
+// `direction`: -1 for rise, 1 for set. Returns minutes after 0:00 UTC. Two iterations: the sun's position at
+// noon gives an approximate time, and the position at that time the exact one. nullopt if the sun does not
+// cross the horizon in either.
 std::optional<double> crossingMinute(double midnight, const Position &position, int direction)
 {
     double minute = minutesOfDay / 2 - 4 * position.longitude;
@@ -85,7 +86,7 @@ std::optional<double> crossingMinute(double midnight, const Position &position, 
 std::optional<Position> parsePosition(const QString &latitude, const QString &longitude)
 {
     bool north = false, east = false;
-    // A comma is typed by many as the decimal point.
+    // Accepts a comma as decimal separator.
     const Position position{QString(latitude).replace(u',', u'.').toDouble(&north),
                             QString(longitude).replace(u',', u'.').toDouble(&east)};
     if (!north || !east || !(std::abs(position.latitude) <= 90) || !(std::abs(position.longitude) <= 180))

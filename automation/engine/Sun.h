@@ -16,18 +16,19 @@ struct Position {
     bool operator==(const Position &) const = default;
 };
 
-// The two numbers of a position as they are typed and stored; nothing when they are none or out of range.
+// Parses the typed or stored numbers; nullopt if they are invalid or out of range.
 std::optional<Position> parsePosition(const QString &latitude, const QString &longitude);
 
 struct SunDay {
-    // UTC. Without them the sun does not cross the horizon on that day.
+    // UTC. Unset if the sun does not cross the horizon on that day.
     std::optional<QDateTime> rise, set;
-    bool up = false; // at noon: tells a polar day from a polar night
+    bool up = false; // at noon: distinguishes polar day and polar night
 };
 
-// The sun of a calendar day of the place (the one whose solar noon is nearest to 12:00 local solar time), by
-// the formulas of NOAA's solar calculator (after Meeus, Astronomical Algorithms): upper edge on the horizon
-// with usual refraction, 90.833 degrees from the zenith. Good to a minute below 72 degrees of latitude.
+// Sunrise and sunset for a date at a position (the solar day whose noon is nearest to 12:00 local solar
+// time), by the formulas of NOAA's solar calculator (after Meeus, Astronomical Algorithms): upper limb on the
+// horizon with standard refraction, zenith angle 90.833 degrees. Accurate to a minute below 72 degrees of
+// latitude.
 SunDay sunDay(const QDate &day, const Position &position);
 
 } // namespace automation

@@ -9,7 +9,7 @@ namespace automation
 {
 
 struct TaskbarSettings {
-    enum class Mode { Clear = 0, Blurred = 1, Acrylic = 2 }; // the numbers are stored
+    enum class Mode { Clear = 0, Blurred = 1, Acrylic = 2 }; // stored values
 
     bool enabled = false;
     int level = 50; // percent of transparency
@@ -18,36 +18,35 @@ struct TaskbarSettings {
     bool operator==(const TaskbarSettings &) const = default;
 };
 
-// A tenth of the background stays, so that the clock can be read on any picture.
+// At least a tenth of the background remains, so that the clock is readable on any wallpaper.
 inline constexpr int maxTaskbarLevel = 90;
 
-// 0 to 255.
+// Alpha, 0 to 255.
 int taskbarOpacity(int level);
 
 struct TaskbarDecision {
-    bool apply = false;   // to every monitor's taskbar
-    bool restore = false; // to what Windows makes of them
-    bool ended = false;   // by itself: the user's switch goes off as well
-    QString why;          // for the log; empty while nothing changed
-    QString now, next;    // for the form
+    bool apply = false;   // set the effect on every monitor's taskbar
+    bool restore = false; // reset all taskbars to Windows' default
+    bool ended = false;   // ended on its own, so the user's switch must be turned off too
+    QString why;          // log text; empty if nothing changed
+    QString now, next;    // shown by the form
 };
 
-// Makes the taskbars transparent, and again whenever Windows has made them anew; gives up when Explorer does
-// not bear it.
+// Makes the taskbars transparent, again whenever Windows recreates them; stops if Explorer keeps restarting.
 class Taskbar
 {
 public:
     static constexpr qint64 restartSpan = 60'000; // ms
     static constexpr int maxRestarts = 2;         // within the span
 
-    // `obstacle`: why this Windows does not take it, in a sentence; empty when it does.
+    // `obstacle`: why this Windows does not support it, as a sentence; empty if it does.
     TaskbarDecision take(const Event &event, const TaskbarSettings &settings, const QString &obstacle);
 
 private:
     TaskbarSettings m_settings;
     bool m_applied = false;
     QString m_obstacle;
-    QList<qint64> m_restarts; // ticks, within the last span
+    QList<qint64> m_restarts; // ticks of restarts within the last restartSpan
 };
 
 } // namespace automation

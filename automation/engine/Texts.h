@@ -6,7 +6,7 @@
 namespace automation
 {
 
-// For what a person reads: the states and reasons that the agent shows and logs.
+// Translates texts for the user: states and reasons that the agent shows and logs.
 inline QString tr(const char *text)
 {
     return QCoreApplication::translate("automation", text);

@@ -3,7 +3,7 @@
 
 #include <array>
 
-// What the menu of the tray icon offers.
+// The contents of the tray icon's menu.
 namespace automation
 {
 
@@ -11,7 +11,7 @@ struct SettingsPage {
     const wchar_t *title;
     const wchar_t *address;
 };
-// Addresses as Microsoft documents them, in the order of Windows' own settings.
+// ms-settings addresses as documented by Microsoft, in the order of Windows' settings.
 inline constexpr std::array settingsPages{
     SettingsPage{L"&Display", L"ms-settings:display"},
     SettingsPage{L"&Sound", L"ms-settings:sound"},
@@ -28,10 +28,10 @@ inline constexpr std::array settingsPages{
 };
 
 struct SuiteModule {
-    int id; // of the module table
+    int id; // id in the module table
     const wchar_t *title;
 };
-// All pages of the suite but the one that hides this icon, in the order of the home page.
+// All pages of the suite except this icon's own, in the order of the home page.
 inline constexpr std::array suiteModules{
     SuiteModule{0, L"Auto &Dark Mode"},
     SuiteModule{1, L"Auto &Wallpaper Changer"},

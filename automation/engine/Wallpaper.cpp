@@ -14,12 +14,12 @@ namespace
 {
 
 constexpr qint64 minute = 60'000;
-// Between tries of one picture. A service that is asked for nothing new answers fast and cheaply.
+// Delays between attempts for one image. Asking a service that has nothing new is fast and cheap.
 constexpr std::array pauses{1 * minute, 5 * minute, 15 * minute, 60 * minute};
-constexpr qint64 hourPause = 60 * minute; // on a connection by volume, and while there is nothing new
-constexpr qint64 resumePause = 20'000;    // until the network is there again after sleep
-constexpr qint64 settlePause = 2'000;     // while the user goes through the choices of a setting
-// A clock that is put right by less than this does not lead back over a boundary.
+constexpr qint64 hourPause = 60 * minute; // on a metered connection, and while there is nothing new
+constexpr qint64 resumePause = 20'000;    // for the network to come up after sleep
+constexpr qint64 settlePause = 2'000;     // while the user is still changing settings
+// Setting the clock back by less than this does not repeat a change.
 constexpr qint64 clockCorrection = 600; // seconds
 
 QString quoted(const QString &title)
@@ -67,7 +67,7 @@ QDateTime nextChange(const WallpaperSettings &settings, const QDateTime &now)
     return today > now ? today : localMoment(now.date().addDays(1), *settings.daily, now);
 }
 
-// What changed settings mean for what was done, and for what runs.
+// Determines what changed settings mean for the current image and for a running process.
 void Wallpaper::follow(const Event &event, const WallpaperSettings &settings, WallpaperDecision &decision)
 {
     const auto before = std::exchange(m_settings, settings);
@@ -77,14 +77,14 @@ void Wallpaper::follow(const Event &event, const WallpaperSettings &settings, Wa
                               before->perMonitor != settings.perMonitor ||
                               (settings.source == PictureSource::Own && before->ownCount == 0);
     if (otherPicture) {
-        decision.endProcess = isRunning(); // it fetches what is not wanted any more
+        decision.endProcess = isRunning(); // it fetches an image that is no longer wanted
         m_startedAt = -1;
         m_handled = m_tried = {};
         m_failures = 0;
         m_problem.clear();
         m_retryAt = event.ticks + settlePause;
     } else if (m_handled.isValid() && (before->keep || m_handled == presentChange(*before, event.now))) {
-        m_handled = presentChange(settings, event.now); // the plan changed, and not the picture
+        m_handled = presentChange(settings, event.now); // only the schedule changed, not the image
     }
 }
 
@@ -131,7 +131,7 @@ void Wallpaper::consider(const Event &event, const WallpaperScene &scene, Wallpa
     const bool waits = (m_settings->keep && m_handled.isValid()) || (scene.remote && m_settings->waitsRemote);
     if (boundary == m_handled || putRight || waits)
         return;
-    if (event.kind == EventKind::Resume && !own) { // the network comes later than the event
+    if (event.kind == EventKind::Resume && !own) { // the network comes up later than this event
         m_failures = 0;
         m_tried = boundary;
         m_retryAt = event.ticks + resumePause;
@@ -203,7 +203,7 @@ void Wallpaper::failed(const Event &event, const WallpaperAnswer &answer, Wallpa
 {
     const bool metered = answer.result == WallpaperAnswer::Result::Metered;
     decision.subject = tr("Kept");
-    if (!m_automatic) { // the user sees that it failed, and asks again
+    if (!m_automatic) { // the user sees the failure and can try again
         decision.why = answer.reason;
         return;
     }
@@ -211,7 +211,7 @@ void Wallpaper::failed(const Event &event, const WallpaperAnswer &answer, Wallpa
     const qint64 pause = metered ? hourPause : pauses[step];
     ++m_failures;
     m_retryAt = event.ticks + pause;
-    // A long time without a network is one line of the log.
+    // A long time without a network is logged only once.
     if (m_problem != answer.reason)
         decision.why = tr("%1; again %2").arg(answer.reason, pauseText(pause));
     m_problem = answer.reason;

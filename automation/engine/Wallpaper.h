@@ -13,47 +13,48 @@ namespace automation
 
 struct WallpaperSettings {
     bool enabled = false;
-    std::optional<QTime> daily; // nothing: at every full hour
+    std::optional<QTime> daily; // without a value: every full hour
     PictureSource source = PictureSource::Bing;
     QString market;
     qsizetype ownCount = 0;
     bool perMonitor = false;
-    bool keep = false;        // the picture stays until the user chooses another
-    bool waitsRemote = false; // while this PC is used from another one
+    bool keep = false;        // the image stays until the user changes it
+    bool waitsRemote = false; // during a remote session
 
     bool operator==(const WallpaperSettings &) const = default;
 };
 
-// As Windows' settings store it: `index` 0 is every hour, 1 to 12 that hour of a day, period 0 AM, 1 PM.
+// Converts the format that Windows uses: `index` 0 for every hour, 1 to 12 for that hour of the day, period 0
+// AM, 1 PM.
 std::optional<QTime> dailyTime(int index, int period);
 
-// The moment from which on the present picture counts, and the next one. Both in the zone of `now`.
+// The time since which the current image is due, and the time of the next change. Both in the zone of `now`.
 QDateTime presentChange(const WallpaperSettings &settings, const QDateTime &now);
 QDateTime nextChange(const WallpaperSettings &settings, const QDateTime &now);
 
-// Around an event.
+// State of the system at an event.
 struct WallpaperScene {
     bool remote = false;
-    QString shown; // the title of what is on the desktop by us; empty for none
+    QString shown; // title of our current wallpaper; empty for none
 };
 
 struct WallpaperDecision {
-    // The process is to be started for a picture.
+    // Start the process for an image.
     struct Start {
         PictureStep step = PictureStep::Newest;
         bool automatic = false;
     };
     std::optional<Start> start;
-    bool restore = false;    // it is off: what was there before comes back, if we have changed it
-    bool endProcess = false; // it takes too long, or is not wanted any more
-    QString subject, why;    // for the log; empty while nothing changed
-    QString now, next;       // for the form
-    qint64 wakeAfter = -1;   // ms until Due; -1: not wanted
-    QDateTime handled;       // the moment that was seen to, kept over the agent's end
+    bool restore = false;    // feature is off: restore the user's wallpaper if we changed it
+    bool endProcess = false; // the process takes too long or is no longer needed
+    QString subject, why;    // log text; empty if nothing changed
+    QString now, next;       // shown by the form
+    qint64 wakeAfter = -1;   // ms until the next Due; -1 for none
+    QDateTime handled;       // the last change time that was handled; stored across restarts of the agent
 };
 
-// Changes the picture at its times, once each, and tries again when the network was not there. The process
-// that does it runs meanwhile: ended() tells of its answer.
+// Changes the image once at each due time, and retries if there was no network. A separate process does the
+// work; its answer is passed to ended().
 class Wallpaper
 {
 public:
@@ -61,10 +62,11 @@ public:
 
     explicit Wallpaper(const QDateTime &handled = {}) : m_handled(handled) {}
 
-    // Asked: the event's value is 1 for the next picture, -1 for the one before, 0 for the newest.
+    // For EventKind::Asked, the event's value is 1 for the next image, -1 for the previous one, 0 for the
+    // newest.
     WallpaperDecision take(const Event &event, const WallpaperSettings &settings,
                            const WallpaperScene &scene);
-    // `answer`: nothing when there was none.
+    // `answer` is nullopt if the process wrote none.
     WallpaperDecision ended(const Event &event, const WallpaperSettings &settings,
                             const WallpaperScene &scene, const std::optional<WallpaperAnswer> &answer);
 
@@ -79,12 +81,12 @@ private:
     void failed(const Event &event, const WallpaperAnswer &answer, WallpaperDecision &decision);
 
     std::optional<WallpaperSettings> m_settings;
-    QDateTime m_handled;                     // the boundary whose picture is there
-    QDateTime m_tried;                       // the one that was tried last
-    qint64 m_startedAt = -1, m_retryAt = -1; // ticks; -1: none
-    int m_failures = 0;                      // one after the other
+    QDateTime m_handled;                     // the due time whose image is set
+    QDateTime m_tried;                       // the due time that was tried last
+    qint64 m_startedAt = -1, m_retryAt = -1; // in ticks; -1 for none
+    int m_failures = 0;                      // consecutive
     bool m_automatic = false;
-    QString m_why, m_problem; // of what runs; of the last failure
+    QString m_why, m_problem; // reason of the running change; last failure
 };
 
 } // namespace automation

@@ -6,22 +6,22 @@
 #include <QDateTime>
 #include <QStringList>
 
-// What the agent asks of the process that changes the wallpaper, and what that answers: small files in one
-// folder of the user's local application data, JSON in UTF-8.
+// The request of the agent to the wallpaper process and the answer: small JSON files (UTF-8) in a folder
+// below the user's local application data.
 namespace automation
 {
 
-// Which picture, counted from the one of the stored index. For a service that is the age in days.
+// Which image, relative to the stored index. For a service the index is the age in days.
 enum class PictureStep { Current, Newest, Next, Previous };
 
 struct WallpaperRequest {
-    bool restore = false; // what was there before, and nothing else
+    bool restore = false; // only restore the user's wallpaper
     PictureSource source = PictureSource::Bing;
     QString market;
     PictureStep step = PictureStep::Newest;
-    bool automatic = false; // nobody asked for it: a picture that is new goes first
+    bool automatic = false; // not requested by the user: a new image takes precedence
     int index = 0;
-    QString newest; // key of the newest picture when it was last asked
+    QString newest; // key of the newest image at the last request
     QStringList own;
     bool perMonitor = false;
     bool onMetered = false;
@@ -31,11 +31,11 @@ struct WallpaperRequest {
 QByteArray requestText(const WallpaperRequest &request);
 std::optional<WallpaperRequest> parseRequest(const QByteArray &bytes);
 
-// A picture that is on the desktop.
+// An image that is used as wallpaper.
 struct ShownPicture {
     QString key;
-    QString file;      // a copy in the wallpaper folder; it may have gone since
-    QString thumbnail; // the same
+    QString file;      // a copy in the wallpaper folder; may have been deleted since
+    QString thumbnail; // likewise
     QString title;
     QString credit;
     QUrl page; // https, or empty
@@ -46,39 +46,39 @@ struct ShownPicture {
 struct WallpaperAnswer {
     enum class Result {
         Changed,
-        Same, // the picture is on the desktop already
+        Same, // the image is already set
         Restored,
-        Metered, // the connection is paid by volume
+        Metered, // the connection is metered
         Failed
     };
 
     Result result = Result::Failed;
-    QString reason; // a sentence without a full stop; why it failed, or what to know of a change
+    QString reason; // without a full stop: why it failed, or a remark on a success
     int index = 0;
     QString newest;
     QDateTime time;               // UTC
-    QList<ShownPicture> pictures; // one of each monitor; one alone stands for all
+    QList<ShownPicture> pictures; // one per monitor, or a single one for all
 
     bool operator==(const WallpaperAnswer &) const = default;
 };
 QByteArray answerText(const WallpaperAnswer &answer);
 std::optional<WallpaperAnswer> parseAnswer(const QByteArray &bytes);
 
-inline constexpr qint64 maxJobFileBytes = 1 << 20; // of a request or an answer
+inline constexpr qint64 maxJobFileBytes = 1 << 20; // per request or answer
 inline constexpr int maxOwnPictures = 500;
 
-// Names in the wallpaper folder.
+// File names in the wallpaper folder.
 inline QString wallpaperFolder(const QString &localAppData)
 {
     return localAppData + QStringLiteral("\\Fernlight Larkspur\\Wallpaper");
 }
 inline constexpr QStringView requestFile = u"request.json";
-inline constexpr QStringView answerFile = u"answer.json"; // of the last run
-inline constexpr QStringView shownFile = u"shown.json";   // the answer of the last change
+inline constexpr QStringView answerFile = u"answer.json"; // from the last run
+inline constexpr QStringView shownFile = u"shown.json";   // from the last run that changed something
 
-// The index to begin with among `count` pictures; -1 when there are none. An index past the end begins anew.
+// The index to start with among `count` images; -1 if there are none. An index past the end starts over.
 int firstIndex(const WallpaperRequest &request, qsizetype count, const QString &newest);
-// The one to go on with when the picture of an index is of no use.
+// The next index to try if the image at an index is unusable.
 int indexAfter(const WallpaperRequest &request, int index, qsizetype count);
 
 } // namespace automation

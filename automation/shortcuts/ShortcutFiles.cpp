@@ -20,9 +20,9 @@ namespace automation
 namespace
 {
 
-constexpr quint64 maxBytes = 256 * 1024; // of a shortcut: real ones have two or three KB
+constexpr quint64 maxBytes = 256 * 1024; // per shortcut; real ones have 2 to 3 KB
 constexpr qsizetype maxFound = 2000;
-constexpr int maxDepth = 8; // of folders in the Start menu
+constexpr int maxDepth = 8; // of Start menu folders
 const QString ending = QStringLiteral(".lnk");
 
 QString tr(const char *text)
@@ -46,7 +46,7 @@ QByteArray read(const QString &path)
     return device ? device->read(maxBytes) : QByteArray();
 }
 
-// What has the name of a file on a disk is there, too, when its disk does not answer now.
+// A program counts as existing even if its disk cannot be reached now.
 SmartShortcut describe(const platform::ShownItem &item, platform::ShortcutFile file, const QString &starter)
 {
     SmartShortcut shortcut;
@@ -60,7 +60,7 @@ SmartShortcut describe(const platform::ShownItem &item, platform::ShortcutFile f
         if (shortcut.programIsThere)
             shortcut.icon = platform::smallIconOf(shortcut.start->program);
     }
-    if (shortcut.icon.isNull()) // so that the names stand below each other
+    if (shortcut.icon.isNull()) // keeps the names aligned
         shortcut.icon = platform::systemFileIcon(shortcut.file.target);
     return shortcut;
 }
@@ -115,7 +115,7 @@ private:
     ShortcutSearch &m_result;
 };
 
-// What a shortcut file is to hold. Its icon stays where somebody has chosen one.
+// Builds the content of a shortcut file. An icon that the user chose is kept.
 platform::ShortcutFile contentFor(const ShortcutWish &wish, const QString &starter,
                                   const platform::ShortcutFile &earlier, const QString &earlierProgram)
 {
@@ -153,7 +153,7 @@ QString write(const QString &path, const platform::ShortcutFile &content, const 
     return problem;
 }
 
-// The held file is let go before its content is replaced, which compares again.
+// The guarded file is released before its content is replaced, which checks it again.
 QString rename(const SmartShortcut &shortcut, const QString &name)
 {
     const platform::GuardedFolder folder(platform::GuardedRoot(shortcut.item.root), shortcut.item.folder());
@@ -177,7 +177,7 @@ QList<ShortcutPlace> shortcutPlaces(const QString &ownFolder)
         {tr("Desktop"), platform::knownFolder(KnownFolder::Desktop)},
         {tr("Start menu"), platform::knownFolder(KnownFolder::StartMenuPrograms), true},
         {tr("Own folder"), ownFolder}};
-    for (ShortcutPlace &place : places) { // a folder may have been chosen as "C:\\Tools\\", or a whole drive
+    for (ShortcutPlace &place : places) { // handles "C:\\Tools\\" and drive roots
         while (place.folder.endsWith(u'\\'))
             place.folder.chop(1);
     }
@@ -202,7 +202,7 @@ ShortcutSearch findSmartShortcuts(const QList<ShortcutPlace> &places, const QStr
     Search search(starter, cancel, result);
     for (const ShortcutPlace &place : places)
         search.walk(place, place.folder, 0);
-    // The user's own folder may lie in the Start menu.
+    // The user's own folder may be inside the Start menu.
     std::ranges::sort(result.found, {},
                       [](const SmartShortcut &shortcut) { return shortcut.item.path.toLower(); });
     const auto doubles = std::ranges::unique(

@@ -12,7 +12,7 @@
 
 #include <optional>
 
-// The smart shortcuts on the disk. All functions but shortcutPlaces() touch the disk and may take long; any
+// Reads and writes smart shortcuts. All functions except shortcutPlaces() do disk I/O and may be slow; any
 // thread.
 namespace automation
 {
@@ -21,49 +21,50 @@ namespace automation
 struct ShortcutPlace {
     QString title; // "Desktop"
     QString folder;
-    bool deep = false; // with the folders in it
+    bool deep = false; // including subfolders
 };
 
-// The desktop, the Start menu, and the user's own folder where there is one; only what exists for Windows.
+// The desktop, the Start menu and the user's own folder if there is one; without folders that are unknown to
+// Windows.
 QList<ShortcutPlace> shortcutPlaces(const QString &ownFolder);
 
-// A shortcut that starts our starter.
+// A shortcut that starts LarkspurStart.exe.
 struct SmartShortcut {
     platform::ShownItem item; // the .lnk file
     QString place;            // title
     QString name;
     platform::ShortcutFile file;
-    std::optional<PriorityStart> start; // empty when it cannot be read
+    std::optional<PriorityStart> start; // nullopt if its arguments are not valid
     bool programIsThere = false;
-    bool starterIsThere = false; // and is the one of this installation
+    bool starterIsThere = false; // and belongs to this installation
     QImage icon;
 };
 
 struct ShortcutSearch {
-    QList<SmartShortcut> found; // by name
+    QList<SmartShortcut> found; // sorted by name
     QStringList unreadable;     // folders
 };
 
-// `starter`: the whole path of LarkspurStart.exe of this installation.
+// `starter`: full path of this installation's LarkspurStart.exe.
 ShortcutSearch findSmartShortcuts(const QList<ShortcutPlace> &places, const QString &starter,
                                   const core::CancelFlag &cancel);
 
-// What the user wants of a shortcut.
+// The user's input for a shortcut.
 struct ShortcutWish {
-    QString name; // of the file, without ".lnk"
+    QString name; // file name without ".lnk"
     PriorityStart start;
-    QString workingFolder; // empty: the program's own
+    QString workingFolder; // empty for the program's own folder
     QString description;
     platform::ShortcutFile::Window window = platform::ShortcutFile::Window::Normal;
 };
 
-// Both answer with what went wrong, in words for the user; empty when nothing did. No other file is replaced.
+// Both return an error text for the user, empty on success. Other files are never replaced.
 QString makeShortcut(const QString &folder, const ShortcutWish &wish, const QString &starter);
-// Nothing happens when the file is not the one any more that was listed.
+// Fails if the file has changed since it was listed.
 QString changeShortcut(const SmartShortcut &shortcut, const ShortcutWish &wish, const QString &starter);
 
-// What a program, or the program that a shortcut names, proposes for a new shortcut; an empty program for
-// what no priority can be given to.
+// Suggested values for a new shortcut to a program or to the target of a shortcut; the program is empty if it
+// cannot be started with a priority.
 ShortcutWish wishFor(const QString &path);
 
 } // namespace automation

@@ -7,7 +7,7 @@
 namespace automation
 {
 
-// Whether a program that is started from now on runs as its shortcut asks for.
+// Checks whether a program that is started after construction runs as its shortcut specifies.
 class ShortcutTest
 {
 public:
@@ -15,9 +15,9 @@ public:
 
     struct Result {
         bool asWanted = false;
-        QString text; // for the user
+        QString text; // for display
     };
-    // Waits for a few seconds. Any thread.
+    // Waits for up to a few seconds. Any thread.
     Result await(const core::CancelFlag &cancel) const;
 
 private:

@@ -16,7 +16,7 @@ namespace
 {
 
 constexpr int smallestWidth = 540;
-constexpr int maxPath = 259; // UTF-16 code units, what a shortcut can name
+constexpr int maxPath = 259; // UTF-16 code units; limit of a shortcut's target
 constexpr int maxDescription = 259;
 
 } // namespace
@@ -84,7 +84,7 @@ void SmartShortcutDialog::connectFields()
         proposeName();
         check();
     });
-    // What the user has typed is kept.
+    // Keeps a name that the user has typed.
     connect(m_program, &QLineEdit::editingFinished, this, [this] {
         if (!m_editing && m_name->text() == m_proposedName)
             propose(m_program->text());
@@ -93,7 +93,7 @@ void SmartShortcutDialog::connectFields()
     connect(m_startInButton, &QToolButton::clicked, this,
             [this] { chooseFolder(m_startIn, tr("Choose a folder")); });
     connect(saveButton(), &QPushButton::clicked, this, [this] {
-        saveButton()->setEnabled(false); // until it is stored, or refused
+        saveButton()->setEnabled(false); // until it has been stored or rejected
         emit saveRequested();
     });
 }
@@ -119,7 +119,7 @@ void SmartShortcutDialog::propose(const QString &path)
     m_proposal.ask([path](const core::Asking &) { return wishFor(path); },
                    [this, path](const ShortcutWish &wish) {
                        if (wish.start.program.isEmpty()) {
-                           m_program->setText(path); // the notice says what is wrong with it
+                           m_program->setText(path); // the notice shows what is wrong with it
                            return;
                        }
                        take(wish);
@@ -187,7 +187,7 @@ QString SmartShortcutDialog::folder() const
 
 void SmartShortcutDialog::check()
 {
-    // "At most 0" is "All".
+    // "At most 0" is displayed as "All".
     m_processors->setSuffix(m_processors->value() == 1 ? tr(" processor") : tr(" processors"));
     const ShortcutWish wanted = wish();
     QString problem;

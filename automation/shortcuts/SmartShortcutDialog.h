@@ -10,29 +10,28 @@ class QLineEdit;
 class QSpinBox;
 class QToolButton;
 
-// Makes a smart shortcut, or changes the one that it is given. Stays open until its owner has stored what was
-// asked for.
+// Creates or edits a smart shortcut. Stays open until the owner has stored it.
 class SmartShortcutDialog : public FormDialog
 {
     Q_OBJECT
 
 public:
-    // `places`: where the shortcut can be put.
+    // `places`: folders to choose from.
     explicit SmartShortcutDialog(const QList<automation::ShortcutPlace> &places, QWidget *parent = nullptr);
 
-    // Fills the fields from a program or from a shortcut to one.
+    // Fills the fields from a program, or from a shortcut to one.
     void propose(const QString &path);
-    // Fills the fields with a shortcut that exists. It stays where it is.
+    // Fills the fields from an existing shortcut, whose folder cannot be changed.
     void edit(const automation::SmartShortcut &shortcut);
 
     automation::ShortcutWish wish() const;
     QString folder() const;
 
-    // It was not stored: says why, and goes on.
+    // Storing failed: shows the reason and re-enables saving.
     void refuse(const QString &problem);
 
 signals:
-    // "Save".
+    // Emitted by "Save".
     void saveRequested();
 
 private:
@@ -57,7 +56,7 @@ private:
     QComboBox *m_place;
     QLineEdit *m_description;
     bool m_editing = false;
-    QString m_programText;  // what the program says of itself
-    QString m_proposedName; // the user has typed another one, or not
+    QString m_programText;  // description from the program's version resource
+    QString m_proposedName; // the suggested name; another one was typed by the user
     core::LatestAnswer m_proposal;
 };

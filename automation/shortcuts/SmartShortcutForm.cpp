@@ -32,7 +32,7 @@ namespace
 {
 
 enum Column { nameColumn, programColumn, priorityColumn, placeColumn, stateColumn, columnCount };
-constexpr int indexRole = Qt::UserRole + 1; // into m_shortcuts
+constexpr int indexRole = Qt::UserRole + 1; // index into m_shortcuts
 
 QString starterPath()
 {
@@ -186,7 +186,7 @@ void SmartShortcutForm::connectWidgets()
             [this](const QStringList &paths) { add(paths.first()); });
 }
 
-// Others write into these folders, too: Explorer, setup programs, the user.
+// Reloads, since Explorer, installers and the user may change these folders.
 void SmartShortcutForm::showEvent(QShowEvent *event)
 {
     FLWidget::showEvent(event);
@@ -206,7 +206,7 @@ void SmartShortcutForm::refresh(const QString &selected)
 void SmartShortcutForm::showFound(ShortcutSearch search, const QString &selected)
 {
     m_shortcuts = std::move(search.found);
-    m_view->setSortingEnabled(false); // or each row moves as soon as it has a name
+    m_view->setSortingEnabled(false); // otherwise rows would move while they are filled
     m_model->setRowCount(0);
     m_model->setRowCount(static_cast<int>(m_shortcuts.size()));
     qsizetype broken = 0;
@@ -303,7 +303,7 @@ void SmartShortcutForm::editCurrent()
     });
 }
 
-// With a dialog, it is told of a problem, and stays open; else the page tells.
+// With a dialog, problems are reported there and it stays open; otherwise on the page.
 void SmartShortcutForm::store(SmartShortcutDialog *dialog, const QString &path,
                               std::function<QString()> write)
 {
@@ -384,7 +384,7 @@ void SmartShortcutForm::repairCurrent()
             program.left(program.lastIndexOf(u'\\')), tr("Programs (*.exe *.com)"));
         if (files.isEmpty())
             return;
-        // A working folder that was the program's own moves with it.
+        // A working folder equal to the program's own folder is updated with it.
         const QString old = program.left(program.lastIndexOf(u'\\'));
         if (wish.workingFolder.compare(old, Qt::CaseInsensitive) == 0)
             wish.workingFolder.clear();

@@ -16,9 +16,9 @@ class QToolBar;
 class QToolButton;
 class SmartShortcutDialog;
 
-// Shortcuts that start a program at a chosen priority: those on the desktop, in the Start menu and in a
-// folder of the user's own are listed, made, changed, tried, put right and removed. There is no list besides
-// the shortcut files themselves.
+// Manages shortcuts that start a program with a chosen priority: lists those on the desktop, in the Start
+// menu and in a user-defined folder, and creates, edits, tests, repairs and deletes them. The shortcut files
+// are the only storage.
 class SmartShortcutForm : public FLWidget
 {
     Q_OBJECT
@@ -33,7 +33,7 @@ private:
     void buildWidgets();
     void buildLayout();
     void connectWidgets();
-    // Reads the folders anew; selects the shortcut of that path, or else the one that was selected.
+    // Reloads the folders; selects the shortcut with that path, or keeps the selection.
     void refresh(const QString &selected = {});
     void showFound(automation::ShortcutSearch search, const QString &selected);
     void showRow(int row, const automation::SmartShortcut &shortcut);
@@ -60,8 +60,8 @@ private:
     DropFrame *m_frame;
     FLTreeView *m_view;
     QStandardItemModel *m_model;
-    NoticeBar *m_notice; // what was done
-    NoticeBar *m_broken; // what is wrong with the list
+    NoticeBar *m_notice; // result of the last action
+    NoticeBar *m_broken; // problems in the list
     ElidedLabel *m_ownFolder;
     QPushButton *m_chooseFolder;
     QPushButton *m_noFolder;

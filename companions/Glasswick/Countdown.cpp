@@ -20,7 +20,8 @@ constexpr wchar_t title[] = L"Fernlight Larkspur";
 constexpr UINT_PTR tickTimer = 1;
 constexpr int width = 380, height = 120, margin = 16, buttonWidth = 96, buttonHeight = 28; // at 96 DPI
 
-// Without this privilege Windows does not end the session; every user of a desktop has it, switched off.
+// Windows does not end the session without this privilege, which every interactive user has, disabled by
+// default.
 bool enableShutdown()
 {
     platform::ObjectHandle token;
@@ -66,7 +67,7 @@ bool Countdown::createWindow()
     description.hCursor = LoadCursorW(nullptr, IDC_ARROW);
     description.hbrBackground = GetSysColorBrush(COLOR_BTNFACE);
     description.lpszClassName = className;
-    RegisterClassExW(&description); // once; later calls fail and change nothing
+    RegisterClassExW(&description); // later calls fail, which is harmless
     m_window = CreateWindowExW(WS_EX_TOPMOST | WS_EX_DLGMODALFRAME, className, title,
                                WS_POPUP | WS_CAPTION | WS_SYSMENU, CW_USEDEFAULT, CW_USEDEFAULT, width,
                                height, nullptr, nullptr, instance, this);

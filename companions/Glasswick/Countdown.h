@@ -11,23 +11,24 @@
 namespace agent
 {
 
-// Restarts or shuts down Windows after a countdown that is on the screen and can be stopped: a small window
-// above the others, whose one button, Enter and Esc stop it. Programs with unsaved work are asked by Windows
-// as at any other restart. The window goes with this object, and nothing happens then.
+// Restarts or shuts down Windows after a visible countdown: a small topmost window whose only button, Enter
+// or Esc cancels it. Windows asks programs with unsaved work as usual. Destroying this object closes the
+// window and cancels the countdown.
 class Countdown
 {
 public:
     enum class End { Restart, ShutDown };
     using Report = std::function<void(const QString &)>;
 
-    static constexpr int minDelay = 10; // seconds; a shorter one could not be stopped
+    static constexpr int minDelay = 10; // seconds, so that there is time to cancel
 
     Countdown() = default;
     ~Countdown();
     Countdown(const Countdown &) = delete;
     Countdown &operator=(const Countdown &) = delete;
 
-    // A sentence for the log; `report` hears what came of it later. Does nothing while one runs.
+    // Returns a sentence for the log; `report` receives the outcome later. Does nothing while a countdown is
+    // running.
     QString begin(End end, int delay, Report report);
 
 private:

@@ -28,8 +28,8 @@ constexpr QStringView themeKey = u"Software\\Microsoft\\Windows\\CurrentVersion\
 constexpr std::array<QStringView, 2> themeValues{u"AppsUseLightTheme", u"SystemUsesLightTheme"};
 constexpr QStringView handledNote = u"Auto dark mode handled";
 constexpr QStringView beforeNote = u"Auto dark mode before"; // "10": apps light, system dark
-constexpr QStringView lastNote = u"Auto dark mode last";     // what the agent made of it, in the same form
-constexpr UINT broadcastLimit = 100;                         // ms, of one window
+constexpr QStringView lastNote = u"Auto dark mode last";     // what the agent set last, in the same form
+constexpr UINT broadcastLimit = 100;                         // ms per window
 
 DarkSettings stored()
 {
@@ -79,7 +79,7 @@ automation::Desktop desktop()
     return desktop;
 }
 
-// `wanted` as theme() tells it. False when Windows refused.
+// `wanted` has the format of theme(). False if the registry could not be written.
 bool setTheme(const QString &wanted)
 {
     bool stored = true;
@@ -88,7 +88,7 @@ bool setTheme(const QString &wanted)
         if (light != isLight(part))
             stored = settings::writeDword(themeKey, themeValues[part], light ? 1 : 0) && stored;
     }
-    // Programs that hang are passed over, so that they do not hang the agent.
+    // Hung programs are skipped, so that they do not block the agent.
     SendMessageTimeoutW(HWND_BROADCAST, WM_SETTINGCHANGE, 0, reinterpret_cast<LPARAM>(L"ImmersiveColorSet"),
                         SMTO_ABORTIFHUNG, broadcastLimit, nullptr);
     return stored;
@@ -129,7 +129,7 @@ bool DarkModeFeature::handle(UINT message, WPARAM, LPARAM)
 void DarkModeFeature::decide(const automation::Event &event)
 {
     const automation::DarkDecision decision = m_rule.take(event, m_settings, desktop());
-    // Before the act: the message that follows it comes back to this window at once.
+    // Stored before switching: the broadcast re-enters this window immediately.
     settings::writeAgentNote(
         handledNote, decision.handled.isValid() ? decision.handled.toUTC().toString(Qt::ISODate) : QString());
     settings::writeAgentState(features::autoDarkMode, {decision.now, decision.next});
@@ -161,7 +161,7 @@ void DarkModeFeature::undo()
     const QString last = settings::readAgentNote(lastNote);
     settings::writeAgentNote(beforeNote, {});
     settings::writeAgentNote(lastNote, {});
-    // What the user has made of it since stays.
+    // If the user has changed the theme since, it is kept.
     if (before.size() != static_cast<qsizetype>(themeValues.size()) || last != theme() || before == last)
         return;
     setTheme(before);

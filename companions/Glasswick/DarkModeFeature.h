@@ -7,8 +7,8 @@
 namespace agent
 {
 
-// Switches Windows and its apps to light and dark. The theme stays when the agent ends, and becomes what it
-// was before when the user switches the feature off.
+// Switches Windows and apps between light and dark. The theme is kept when the agent ends, and the previous
+// one is restored when the user switches the feature off.
 class DarkModeFeature final : public Feature
 {
 public:

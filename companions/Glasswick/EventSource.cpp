@@ -48,7 +48,7 @@ std::optional<automation::Event> eventOf(UINT message, WPARAM wParam, LPARAM lPa
     case WM_POWERBROADCAST:
         return powerEvent(wParam, lParam);
     case WM_TIMECHANGE:
-        _tzset(); // the zone may be another
+        _tzset(); // the time zone may have changed
         return eventNow(EventKind::ClockChange);
     case WM_DISPLAYCHANGE:
         return eventNow(EventKind::Displays);

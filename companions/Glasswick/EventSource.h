@@ -11,8 +11,8 @@ namespace agent
 
 automation::Event eventNow(automation::EventKind kind, int value = 0);
 
-// What Windows says to a top-level window, as an event; none for all that is not of interest to a rule.
-// Timers and private messages are not its business.
+// Converts a message of a top-level window to an event; nullopt if no rule is interested. Timers and private
+// messages are handled elsewhere.
 std::optional<automation::Event> eventOf(UINT message, WPARAM wParam, LPARAM lParam);
 
 } // namespace agent

@@ -11,32 +11,31 @@ namespace agent
 
 class Log;
 
-// Within the agent's own window: something that a feature waits for has ended. wParam: which.
+// Private message of the agent's window: an object that a feature waits for is signalled. wParam says which.
 inline constexpr UINT messageWaitEnded = WM_APP + 1;
 enum WaitedFor : WPARAM { waitedProgram, waitedWallpaper };
 
-// What one feature needs of the agent.
+// What the agent provides to a feature.
 struct Surroundings {
     HWND window; // the agent's hidden window
     Log &log;
-    UINT_PTR timer; // the feature's own, which makes a Due event
+    UINT_PTR timer; // the feature's timer id; raises Due
 
-    // A Due event once, in so many milliseconds, instead of the one asked for before; -1: none.
+    // Raises Due once after that time, replacing an earlier request; -1 cancels it.
     void wakeAfter(qint64 milliseconds) const;
 };
 
-// Something that the agent does in the background. Lives on the agent's one thread. Its destructor undoes
-// what it did.
+// A background feature. Runs on the agent's only thread. The destructor undoes its effects.
 class Feature
 {
 public:
     virtual ~Feature() = default;
 
-    // The settings may have changed; also called once after it was made.
+    // The settings may have changed; also called once after construction.
     virtual void reload() = 0;
-    // What happened; Reload does not come this way.
+    // Handles an event; never called with Reload.
     virtual void take(const automation::Event &event) { Q_UNUSED(event) }
-    // A message of the agent's window that is no event. True when it was this feature's.
+    // Handles other messages of the agent's window. Returns true if the message belongs to this feature.
     virtual bool handle(UINT message, WPARAM wParam, LPARAM lParam)
     {
         Q_UNUSED(message)
@@ -46,7 +45,7 @@ public:
     }
 };
 
-// A row of the agent's table.
+// A row of the agent's feature table.
 struct FeatureRow {
     const char *name;
     std::unique_ptr<Feature> (*make)(const Surroundings &surroundings);

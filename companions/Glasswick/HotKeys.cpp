@@ -81,7 +81,7 @@ bool HotKeys::handle(UINT message, WPARAM wParam, LPARAM)
 {
     if (message == WM_HOTKEY) {
         if (wParam < m_registered.size()) {
-            // Carrying one out may handle messages, and so reload the list.
+            // A copy: executing the command may process messages and thus reload the list.
             const ShortcutCommand command = m_registered[wParam].command;
             perform(command);
         }

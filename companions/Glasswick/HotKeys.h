@@ -12,7 +12,7 @@
 namespace agent
 {
 
-// The keyboard shortcuts of the user: registered while the feature is on, carried out when they are pressed.
+// The user's keyboard shortcuts: registers them while the feature is on, and executes them.
 class HotKeys final : public Feature
 {
 public:
@@ -35,7 +35,7 @@ private:
     void log(const QString &subject, const QString &text) const;
 
     Surroundings m_surroundings;
-    // The number of a hot key is its index; those that could not be registered hold nothing.
+    // Indexed by hot key id; entries that could not be registered are empty.
     std::vector<Registered> m_registered;
     PlainPaste m_paste;
     Countdown m_countdown;

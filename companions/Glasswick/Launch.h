@@ -3,14 +3,14 @@
 
 #include <QString>
 
-// What a shortcut opens. Nothing shows a box of its own; each function answers with a sentence for the log.
+// Opens what a shortcut names. No function shows a message box; each returns a sentence for the log.
 namespace agent
 {
 
-// `command`: one of automation::builtInApps. Started by its whole path in the system's folders, so that no
-// file of the same name elsewhere is.
+// `command`: one of automation::builtInApps. Started by its full path in the system folders, so that a file
+// of the same name elsewhere is never used.
 QString startBuiltIn(const QString &command, const QString &workingFolder);
-// `path`: whole. Without a working folder the program's own is used.
+// `path` must be absolute. Without a working folder, the program's own folder is used.
 QString startProgram(const QString &path, const QString &workingFolder);
 QString openFolder(const QString &path);
 QString openAddress(const QString &typed);

@@ -6,8 +6,7 @@
 namespace agent
 {
 
-// Appends to the log that the forms show (automation/engine/AgentLog.h). A log that cannot be written keeps
-// nothing from working.
+// Appends to the log that the forms show (automation/engine/AgentLog.h). Write errors are ignored.
 class Log
 {
 public:

@@ -15,10 +15,10 @@ namespace agent
 namespace
 {
 
-constexpr UINT_PTR restoreTimer = 0x5041; // any number that no other timer of the window has
-constexpr UINT restoreAfter = 700;        // ms: the program in front reads the clipboard by then
+constexpr UINT_PTR restoreTimer = 0x5041; // unique among the window's timers
+constexpr UINT restoreAfter = 700;        // ms, by which time the foreground program has read the clipboard
 
-// The clipboard, open for its lifetime. Another program may hold it for a moment.
+// Opens the clipboard for its lifetime. Retries, since another program may hold it briefly.
 class Clipboard
 {
 public:
@@ -43,7 +43,7 @@ private:
     bool m_open = false;
 };
 
-// Formats whose handle is no block of memory.
+// False for formats whose handle is not global memory.
 bool isMemory(UINT format)
 {
     constexpr std::array others{UINT(CF_BITMAP),          UINT(CF_METAFILEPICT),  UINT(CF_PALETTE),
@@ -84,7 +84,7 @@ INPUT keyInput(WORD key, bool up)
     return input;
 }
 
-// The keys of the shortcut are still held down: without them, Ctrl+V is what the program sees.
+// Releases the shortcut's keys, which are still pressed, so that the program sees only Ctrl+V.
 void sendPaste()
 {
     std::vector<INPUT> inputs;
@@ -129,7 +129,8 @@ QString PlainPaste::paste()
         const QByteArray text = bytesOf(GetClipboardData(CF_UNICODETEXT));
         if (text.isEmpty())
             return tr("Not pasted: there is no text on the clipboard");
-        // Pressed again before the first was put back: what lies there now is that text alone.
+        // If it is pressed again before the clipboard was restored, the clipboard only contains our plain
+        // text.
         if (m_kept.empty())
             m_kept = contents();
         EmptyClipboard();
@@ -153,7 +154,7 @@ void PlainPaste::restore()
 {
     KillTimer(m_window, restoreTimer);
     const std::vector<Format> kept = std::exchange(m_kept, {});
-    // What somebody copied meanwhile stays.
+    // If something else was copied meanwhile, it is kept.
     if (kept.empty() || GetClipboardSequenceNumber() != m_sequence)
         return;
     const Clipboard clipboard(m_window);

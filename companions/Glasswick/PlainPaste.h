@@ -10,20 +10,20 @@
 namespace agent
 {
 
-// Pastes the clipboard's text without its formatting into the window in front: puts the text alone on the
-// clipboard, sends Ctrl+V, and puts back what was there. What was there and is no block of memory (a
-// metafile) or is larger than maxKept is not put back.
+// Pastes the clipboard's text without formatting into the foreground window: replaces the clipboard by plain
+// text, sends Ctrl+V, and restores the previous content. Formats that are not global memory (metafiles) are
+// not restored, nor is anything larger than maxKept.
 class PlainPaste
 {
 public:
-    static constexpr std::size_t maxKept = 64 << 20; // bytes, of all formats together
+    static constexpr std::size_t maxKept = 64 << 20; // bytes, all formats together
 
     explicit PlainPaste(HWND window) : m_window(window) {}
     ~PlainPaste();
 
-    // A sentence for the log.
+    // Returns a sentence for the log.
     QString paste();
-    // True when the timer was its own.
+    // Returns true if the timer belongs to this object.
     bool handleTimer(WPARAM timer);
 
 private:
@@ -36,8 +36,8 @@ private:
     void restore();
 
     HWND m_window;
-    std::vector<Format> m_kept; // not empty from paste() until restore()
-    DWORD m_sequence = 0;       // of the clipboard, when the text was put there
+    std::vector<Format> m_kept; // filled from paste() until restore()
+    DWORD m_sequence = 0;       // clipboard sequence number after the text was set
 };
 
 } // namespace agent

@@ -26,7 +26,7 @@ namespace agent
 namespace
 {
 
-constexpr QStringView schemeNote = u"Stay awake scheme"; // that was active before
+constexpr QStringView schemeNote = u"Stay awake scheme"; // the scheme that was active before
 constexpr int shutdownDelay = 60;                        // seconds
 
 AwakeSettings stored()
@@ -61,7 +61,7 @@ void tellMainWindow(bool awake)
         platform::postToWindow(window, platform::messageStayAwakeState, awake ? 1 : 0);
 }
 
-// A pointer that moves by nothing: it counts as use of the PC, and no window is told of it.
+// A mouse movement by zero pixels: it counts as user activity, but no window receives it.
 void nudge()
 {
     INPUT input = {};
@@ -77,7 +77,7 @@ StayAwakeFeature::StayAwakeFeature(const Surroundings &surroundings)
       m_rule(storedEnd())
 {
     settings::takeOverWakeward();
-    restoreScheme(); // of an agent that could not
+    restoreScheme(); // in case the previous agent could not do so
 }
 
 StayAwakeFeature::~StayAwakeFeature()
@@ -126,7 +126,7 @@ void StayAwakeFeature::decide(const automation::Event &event)
 
 void StayAwakeFeature::hold()
 {
-    // Of this thread, and so of this process: gone with it, however it ends.
+    // Belongs to this thread, so Windows drops it when the process ends, however it ends.
     SetThreadExecutionState(ES_CONTINUOUS | ES_SYSTEM_REQUIRED |
                             (settings::awakeMonitorOn.read() ? ES_DISPLAY_REQUIRED : 0U));
     settings::awakeSchemeOn.read() ? setScheme() : restoreScheme();
@@ -164,7 +164,7 @@ void StayAwakeFeature::watchProgram(const QString &name)
     if (name.isEmpty())
         return;
     m_program = platform::openProgram(name);
-    // On a thread of the system's pool, which only posts.
+    // Runs on a thread-pool thread and only posts a message.
     const auto ended = [](void *window, BOOLEAN) {
         PostMessageW(static_cast<HWND>(window), messageWaitEnded, waitedProgram, 0);
     };
@@ -177,7 +177,7 @@ bool StayAwakeFeature::handle(UINT message, WPARAM wParam, LPARAM)
 {
     if (message != messageWaitEnded || wParam != waitedProgram)
         return false;
-    // There may be another of that name, as with programs that start themselves once more.
+    // There may be another process of that name: some programs restart themselves.
     m_wait.reset();
     m_program.reset();
     if (m_awake && !m_settings.program.isEmpty()) {
@@ -192,11 +192,11 @@ bool StayAwakeFeature::handle(UINT message, WPARAM wParam, LPARAM)
 void StayAwakeFeature::setScheme()
 {
     if (!settings::readAgentNote(schemeNote).isEmpty())
-        return; // set already
+        return; // already set
     const QList<platform::PowerScheme> schemes = platform::powerSchemes();
     const int index = settings::awakeSchemeIndex.read();
     const QString name = settings::awakeSchemeName.read();
-    // A scheme that was added or removed moves the others; without a name the index is all there is.
+    // Indices shift when schemes are added or removed, so the name decides; old settings have only the index.
     auto scheme = schemes.cend();
     if (index < schemes.size() && (name.isEmpty() || schemes[index].name == name))
         scheme = schemes.cbegin() + index;

@@ -11,7 +11,7 @@
 namespace agent
 {
 
-// Keeps the PC awake as the user asked, and tells the main window's page of its state.
+// Keeps the PC awake as configured, and notifies the main window's page of changes.
 class StayAwakeFeature final : public Feature
 {
 public:
@@ -27,7 +27,7 @@ private:
     void hold();
     void release();
     void watchPower();
-    // Waits for the end of the program that the user named; an event at once when it does not run.
+    // Waits for the named program to end; raises the event at once if it is not running.
     void watchProgram(const QString &name);
     void setScheme();
     void restoreScheme();
@@ -38,7 +38,7 @@ private:
     automation::AwakeSettings m_settings;
     bool m_awake = false;
     std::array<platform::PowerNotice, 3> m_power;
-    platform::ObjectHandle m_program; // before the wait for it: it ends later
+    platform::ObjectHandle m_program; // declared before the wait that uses it
     platform::WaitHandle m_wait;
     Countdown m_countdown;
 };

@@ -23,11 +23,11 @@ namespace agent
 namespace
 {
 
-// From here on (Windows 11 22H2) Explorer draws the taskbar by itself and passes over what is set.
+// From this build on (Windows 11 22H2) Explorer draws the taskbar itself and ignores the attribute.
 constexpr int firstBuildWithout = 22621;
 constexpr QStringView appliedNote = u"Transparent taskbar applied";
 
-// The structures of SetWindowCompositionAttribute() of user32, which no header declares.
+// Structures for user32's undocumented SetWindowCompositionAttribute().
 struct AccentPolicy {
     int state;
     int flags;
@@ -50,7 +50,7 @@ SetAttribute setAttribute()
     return reinterpret_cast<SetAttribute>(reinterpret_cast<void *>(found));
 }
 
-// One of each monitor.
+// One per monitor.
 std::vector<HWND> taskbars()
 {
     std::vector<HWND> found;
@@ -93,7 +93,7 @@ QString obstacle()
 TaskbarFeature::TaskbarFeature(const Surroundings &surroundings) : m_surroundings(surroundings)
 {
     if (!settings::readAgentNote(appliedNote).isEmpty() && !settings::taskbarEnabled.read())
-        restore(); // after an agent that could not
+        restore(); // in case the previous agent could not do so
 }
 
 TaskbarFeature::~TaskbarFeature()
@@ -134,7 +134,7 @@ void TaskbarFeature::take(const automation::Event &event)
                                  decision.why);
 }
 
-// Returns what Windows did not take, in a sentence.
+// Returns an error sentence; empty on success.
 QString TaskbarFeature::apply()
 {
     settings::writeAgentNote(appliedNote, QStringLiteral("1"));
@@ -160,7 +160,7 @@ void TaskbarFeature::restore()
     settings::writeAgentNote(appliedNote, {});
     for (const HWND taskbar : taskbars()) {
         set(taskbar, {accentDisabled, 0, 0, 0});
-        PostMessageW(taskbar, WM_DWMCOMPOSITIONCHANGED, TRUE, 0); // it draws itself anew
+        PostMessageW(taskbar, WM_DWMCOMPOSITIONCHANGED, TRUE, 0); // makes it redraw itself
     }
 }
 

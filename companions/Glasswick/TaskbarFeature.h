@@ -7,8 +7,8 @@
 namespace agent
 {
 
-// Makes the taskbars of all monitors transparent, by the call that Windows' own parts use and does not
-// document; nothing is put into Explorer.
+// Makes the taskbars of all monitors transparent with an undocumented call that Windows itself uses. Nothing
+// is injected into Explorer.
 class TaskbarFeature final : public Feature
 {
 public:

@@ -28,7 +28,7 @@ namespace
 
 constexpr UINT messageIcon = WM_APP + 2;
 constexpr UINT iconId = 1;
-constexpr WORD iconResource = 1; // of every executable of the suite
+constexpr WORD iconResource = 1; // in every executable of the suite
 constexpr wchar_t tip[] = L"Fernlight Larkspur";
 // While the application starts.
 constexpr qint64 lookPause = 500; // ms
@@ -80,7 +80,7 @@ void TrayIcon::reload()
 void TrayIcon::take(const automation::Event &event)
 {
     if (event.kind == automation::EventKind::TaskbarMade && settings::trayIconShown.read()) {
-        m_shown = false; // the new taskbar knows nothing of it
+        m_shown = false; // a new taskbar does not have our icon
         show();
     } else if (event.kind == automation::EventKind::Due && m_waitingModule >= 0) {
         if (mainWindow())
@@ -97,12 +97,12 @@ void TrayIcon::show()
     NOTIFYICONDATAW data = iconData(m_surroundings.window);
     data.uFlags = NIF_MESSAGE | NIF_ICON | NIF_TIP | NIF_SHOWTIP;
     data.uCallbackMessage = messageIcon;
-    // Shared: Windows frees it.
+    // LR_SHARED: Windows frees it.
     data.hIcon = static_cast<HICON>(LoadImageW(GetModuleHandleW(nullptr), MAKEINTRESOURCEW(iconResource),
                                                IMAGE_ICON, GetSystemMetrics(SM_CXSMICON),
                                                GetSystemMetrics(SM_CYSMICON), LR_SHARED));
     wcscpy_s(data.szTip, tip);
-    // One that is there already, after a restart of Explorer that kept it, cannot be added again.
+    // If Explorer restarted but kept the icon, NIM_ADD fails; then modify it.
     m_shown = Shell_NotifyIconW(NIM_ADD, &data) || Shell_NotifyIconW(NIM_MODIFY, &data);
     data.uVersion = NOTIFYICON_VERSION_4;
     Shell_NotifyIconW(NIM_SETVERSION, &data);
@@ -161,13 +161,13 @@ void TrayIcon::openMenu(int x, int y)
     platform::MenuHandle modules(CreatePopupMenu());
     for (std::size_t i = 0; i < automation::suiteModules.size(); ++i)
         add(modules, firstModule + static_cast<UINT>(i), automation::suiteModules[i].title);
-    // A menu owns those that hang below it.
+    // The parent menu owns its submenus.
     AppendMenuW(menu.get(), MF_POPUP, reinterpret_cast<UINT_PTR>(pages.release()), L"&Windows settings");
     AppendMenuW(menu.get(), MF_POPUP, reinterpret_cast<UINT_PTR>(modules.release()), L"&Tools");
     AppendMenuW(menu.get(), MF_SEPARATOR, 0, nullptr);
     add(menu, hideCommand, L"&Hide this icon");
 
-    // Without the two calls around it the menu stays when the user clicks elsewhere.
+    // Without the two calls around it, the menu would stay open when the user clicks elsewhere.
     SetForegroundWindow(m_surroundings.window);
     const int command = TrackPopupMenuEx(menu.get(), TPM_RETURNCMD | TPM_NONOTIFY | TPM_RIGHTBUTTON, x, y,
                                          m_surroundings.window, nullptr);
@@ -189,7 +189,7 @@ void TrayIcon::carryOut(UINT command)
     } else if (command == openCommand) {
         openSuite(-1);
     } else if (command == awakeCommand) {
-        settings::writeAgentNote(settings::awakeEndNote, {}); // counts from now
+        settings::writeAgentNote(settings::awakeEndNote, {}); // starts a new period
         settings::stayAwakeActive.write(!settings::stayAwakeActive.read());
         reloadAll();
     } else if (command == darkCommand) {

@@ -6,8 +6,8 @@
 namespace agent
 {
 
-// The suite's icon in the notification area, with a quick menu. The agent is the only one that shows it, and
-// there is one agent.
+// The suite's icon in the notification area, with a quick menu. Only the agent shows it, and only one agent
+// runs.
 class TrayIcon final : public Feature
 {
 public:
@@ -23,13 +23,14 @@ private:
     void hide();
     void openMenu(int x, int y);
     void carryOut(UINT command);
-    // Brings the application to the front, started if need be, with the page of a module; -1: as it is.
+    // Brings the application to the front, starting it if necessary, and shows a module's page; -1 keeps the
+    // current page.
     void openSuite(int module);
     void log(const QString &subject, const QString &text) const;
 
     Surroundings m_surroundings;
     bool m_shown = false;
-    int m_waitingModule = -1; // to be opened when the application is there
+    int m_waitingModule = -1; // opened once the application is running
     int m_tries = 0;
 };
 

@@ -28,8 +28,8 @@ namespace
 {
 
 constexpr QStringView handledNote = u"Wallpaper handled";
-constexpr QStringView newestNote = u"Wallpaper newest"; // key of the newest picture of the service
-constexpr DWORD restorePatience = 10000;                // ms, when the agent ends
+constexpr QStringView newestNote = u"Wallpaper newest"; // key of the service's newest image
+constexpr DWORD restorePatience = 10000;                // ms, when the agent exits
 
 QString marketOf(int region)
 {
@@ -87,7 +87,7 @@ WallpaperFeature::WallpaperFeature(const Surroundings &surroundings)
 
 WallpaperFeature::~WallpaperFeature()
 {
-    // A change goes on by itself, and is seen to anew at the next start.
+    // Any other running change finishes on its own; its result is read at the next start.
     if (m_restoring && WaitForSingleObject(m_process.get(), restorePatience) == WAIT_OBJECT_0)
         processEnded();
     settings::writeAgentState(features::wallpaper, {});
@@ -103,7 +103,7 @@ void WallpaperFeature::reload()
     m_settings = stored();
     const WallpaperDecision decision = m_rule.take(eventNow(EventKind::Reload), m_settings, scene());
     carryOut(decision);
-    // The note of what was there before is what tells that there is something to put back.
+    // There is something to restore only if this file exists.
     if (decision.restore && !m_restoring && QFileInfo::exists(m_folder + QStringLiteral("\\former.json")))
         m_restoring = startProcess({.restore = true});
 }
@@ -179,7 +179,7 @@ bool WallpaperFeature::startProcess(const WallpaperRequest &request)
         return false;
     const platform::ObjectHandle thread(started.hThread);
     m_process.reset(started.hProcess);
-    // On a thread of the system's pool, which only posts.
+    // Runs on a thread-pool thread and only posts a message.
     const auto ended = [](void *window, BOOLEAN) {
         PostMessageW(static_cast<HWND>(window), messageWaitEnded, waitedWallpaper, 0);
     };
@@ -187,7 +187,7 @@ bool WallpaperFeature::startProcess(const WallpaperRequest &request)
                                        WT_EXECUTEONLYONCE) != FALSE;
 }
 
-// At any moment: its files are put in place in one step, and the desktop is changed last.
+// Safe at any time: the process replaces its files atomically, and changes the desktop last.
 void WallpaperFeature::endProcess()
 {
     m_wait.reset();
@@ -199,7 +199,7 @@ void WallpaperFeature::endProcess()
 
 void WallpaperFeature::processEnded()
 {
-    // The message of one that was ended since may still come.
+    // A message of a process that was terminated may still arrive.
     if (!m_process || WaitForSingleObject(m_process.get(), 0) != WAIT_OBJECT_0)
         return;
     m_wait.reset();
@@ -210,7 +210,7 @@ void WallpaperFeature::processEnded()
         m_surroundings.log.write(features::wallpaper, tr("Off"),
                                  answer ? tr("You switched it off; %1").arg(answer->reason)
                                         : tr("The former wallpaper could not be put back"));
-        if (m_settings.enabled) // on again meanwhile
+        if (m_settings.enabled) // switched on again meanwhile
             carryOut(m_rule.take(eventNow(EventKind::Reload), m_settings, scene()));
         return;
     }

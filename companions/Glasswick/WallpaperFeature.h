@@ -8,9 +8,8 @@
 namespace agent
 {
 
-// Has the wallpaper changed by a process of its own (companions/LarkspurWallpaper), which is started for each
-// change and ends with it. The picture stays when the agent ends; what was there before comes back when the
-// user switches the feature off.
+// Changes the wallpaper through a separate short-lived process (companions/LarkspurWallpaper). The image
+// stays when the agent ends; the user's wallpaper is restored when the feature is switched off.
 class WallpaperFeature final : public Feature
 {
 public:
@@ -34,9 +33,9 @@ private:
     QString m_folder;
     automation::Wallpaper m_rule;
     automation::WallpaperSettings m_settings;
-    QString m_shown; // title of what is on the desktop
+    QString m_shown; // title of the current wallpaper
     bool m_restoring = false;
-    platform::ObjectHandle m_process; // before the wait for it: it ends later
+    platform::ObjectHandle m_process; // declared before the wait that uses it
     platform::WaitHandle m_wait;
 };
 

@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 
-// The background agent: carries out what must go on while the main window is closed. One process a session,
+// The background agent: runs the features that work while the main window is closed. One process per session,
 // one thread, one hidden window that the application finds by class and title. The forms store settings and
-// tell it to reload them; it needs none of the toolkit's windows.
+// notify it to reload them. It uses no Qt windows.
 #include "automation/engine/AgentLog.h"
 #include "companions/Glasswick/DarkModeFeature.h"
 #include "companions/Glasswick/EventSource.h"
@@ -46,7 +46,7 @@ constexpr std::array featureTable{agent::FeatureRow{"Shortcut keys", make<agent:
                                   agent::FeatureRow{"Wallpaper changer", make<agent::WallpaperFeature>},
                                   agent::FeatureRow{"Tray icon", make<agent::TrayIcon>}};
 
-// The timers of the features follow each other from here; others of the window have other numbers.
+// The features' timers are numbered from here; other timers of the window use other ids.
 constexpr UINT_PTR firstTimer = 100;
 
 class Agent
@@ -68,7 +68,7 @@ private:
     std::vector<std::unique_ptr<agent::Feature>> m_features;
 };
 
-// Started at logon while any feature is on.
+// Registers the agent for logon while any feature is on.
 void keepStartedAtLogon()
 {
     if (!settings::isAgentNeeded()) {
@@ -90,7 +90,7 @@ Agent::Agent() : m_log(automation::agentLogPath(platform::knownFolder(platform::
     description.hInstance = instance;
     description.lpszClassName = windowClass;
     RegisterClassExW(&description);
-    // Top-level, since a message-only window is not found by the others and hears no broadcasts.
+    // A top-level window, since message-only windows are not found by FindWindow and receive no broadcasts.
     m_window = CreateWindowExW(WS_EX_TOOLWINDOW, windowClass, windowTitle, WS_POPUP, 0, 0, 0, 0, nullptr,
                                nullptr, instance, this);
     WTSRegisterSessionNotification(m_window, NOTIFY_FOR_THIS_SESSION);
@@ -98,7 +98,7 @@ Agent::Agent() : m_log(automation::agentLogPath(platform::knownFolder(platform::
 
 Agent::~Agent()
 {
-    m_features.clear(); // undoes what they did, while the window is there
+    m_features.clear(); // features undo their effects while the window exists
     if (m_window) {
         WTSUnRegisterSessionNotification(m_window);
         SetWindowLongPtrW(m_window, GWLP_USERDATA, 0);
@@ -115,7 +115,7 @@ bool Agent::run()
     reload();
     MSG message;
     while (GetMessageW(&message, nullptr, 0, 0) > 0) {
-        // Tab, Enter and Esc in the agent's small windows.
+        // Makes Tab, Enter and Esc work in the agent's small windows.
         const HWND front = GetAncestor(message.hwnd, GA_ROOT);
         if (front && front != m_window && IsDialogMessageW(front, &message))
             continue;
@@ -154,7 +154,7 @@ LRESULT Agent::handle(UINT message, WPARAM wParam, LPARAM lParam)
         reload();
         return 0;
     case WM_CLOSE:
-        reload(); // what was switched off is undone as such
+        reload(); // undoes what has been switched off
         PostQuitMessage(0);
         return 0;
     case WM_ENDSESSION:
@@ -164,7 +164,7 @@ LRESULT Agent::handle(UINT message, WPARAM wParam, LPARAM lParam)
     default:
         break;
     }
-    // Windows wants its own answer to these messages.
+    // DefWindowProcW must answer these messages.
     if (!handleEvent(message, wParam, lParam)) {
         for (const auto &feature : m_features) {
             if (feature->handle(message, wParam, lParam))
@@ -181,7 +181,7 @@ LRESULT CALLBACK Agent::procedure(HWND window, UINT message, WPARAM wParam, LPAR
         SetWindowLongPtrW(window, GWLP_USERDATA, reinterpret_cast<LONG_PTR>(creation->lpCreateParams));
     }
     auto *self = reinterpret_cast<Agent *>(GetWindowLongPtrW(window, GWLP_USERDATA));
-    if (!self || !self->m_window) // while it is being made
+    if (!self || !self->m_window) // during creation
         return DefWindowProcW(window, message, wParam, lParam);
     return self->handle(message, wParam, lParam);
 }
@@ -201,7 +201,7 @@ int WINAPI WinMain(HINSTANCE, HINSTANCE, LPSTR, int)
 {
     const platform::ObjectHandle first(CreateMutexW(nullptr, TRUE, L"Local\\Fernlight Larkspur Agent"));
     if (GetLastError() == ERROR_ALREADY_EXISTS) {
-        // Started once more: what is stored may be newer than what the first has read.
+        // A second start: the settings may be newer than what the running agent has read.
         if (const WId running = platform::findTopLevelWindow(platform::fromWide(windowClass),
                                                              platform::fromWide(windowTitle)))
             platform::postToWindow(running, platform::messageReloadSettings);

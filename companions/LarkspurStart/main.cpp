@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 
-// What a smart shortcut starts: it starts the program that the shortcut names, at the priority that the
-// shortcut names, and ends. It reads no setting and needs nothing else of the suite to run.
+// The target of smart shortcuts: starts the program that the shortcut names with the given priority, and
+// exits. Reads no settings and needs no other part of the suite.
 #include "automation/engine/PriorityStart.h"
 #include "platform/Handle.h"
 #include "platform/Text.h"
@@ -31,8 +31,8 @@ int fail(const QString &text)
     return 1;
 }
 
-// The shortcut's window state, and which shortcut it was, so that the taskbar knows the windows of the
-// program as those of a pinned shortcut.
+// Passes on the shortcut's window state and its identity, so that the taskbar groups the program's windows
+// with the pinned shortcut.
 STARTUPINFOW handedOn()
 {
     STARTUPINFOW own = {}, next = {};
@@ -45,7 +45,7 @@ STARTUPINFOW handedOn()
     return next;
 }
 
-// The first so many of the processors that this process may use.
+// Limits it to the first `count` processors that this process may use.
 void limitProcessors(HANDLE process, int count)
 {
     DWORD_PTR own = 0, all = 0, chosen = 0;
@@ -57,8 +57,8 @@ void limitProcessors(HANDLE process, int count)
         SetProcessAffinityMask(process, chosen);
 }
 
-// A program that wants an administrator is started by the shell, which asks the user under the program's own
-// name. Windows refuses to give it another priority then, unless this program is elevated itself.
+// A program that requires administrator rights is started through the shell, so that the prompt shows the
+// program's own name. Windows does not allow changing its priority, unless this process is elevated itself.
 int startElevated(const PriorityStart &start, int show)
 {
     SHELLEXECUTEINFOW job = {};
@@ -89,7 +89,7 @@ int start(const PriorityStart &start)
                        FALSE, CREATE_SUSPENDED | priorityClass(start.priority), nullptr, nullptr, &startup,
                        &made)) {
         const platform::ObjectHandle process(made.hProcess), thread(made.hThread);
-        SetPriorityClass(process.get(), priorityClass(start.priority)); // Wine has not read the flag
+        SetPriorityClass(process.get(), priorityClass(start.priority)); // Wine ignores the creation flag
         if (start.processors > 0)
             limitProcessors(process.get(), start.processors);
         AllowSetForegroundWindow(made.dwProcessId);

@@ -18,11 +18,11 @@ namespace wallpaper
 namespace
 {
 
-constexpr QSize smallestFetched(640, 360); // less is a stamp in the middle of a desktop
+constexpr QSize smallestFetched(640, 360); // smaller images are unusable as wallpaper
 constexpr qint64 maxOwnBytes = 256 << 20;
-constexpr int maxFetched = 4; // pictures that are tried in one run
+constexpr int maxFetched = 4; // images tried per run
 
-// One run of a change, step by step.
+// Performs one change.
 class Change
 {
 public:
@@ -66,8 +66,8 @@ private:
     const World &m_world;
     WallpaperAnswer m_answer;
     Listing m_listing;
-    QStringList m_monitors; // one empty name stands for all
-    QString m_problem;      // of the picture that failed first
+    QStringList m_monitors; // or a single empty name for all
+    QString m_problem;      // reason of the first failure
     int m_unusable = 0;
 };
 
@@ -115,7 +115,7 @@ bool Change::choose()
     }
     if (m_answer.pictures.isEmpty())
         return fail(m_problem);
-    // Fewer pictures than monitors: they come round again.
+    // With fewer images than monitors, they are repeated.
     for (qsizetype next = 0; m_answer.pictures.size() < m_monitors.size(); ++next)
         m_answer.pictures.append(ShownPicture(m_answer.pictures[next]));
     if (m_unusable == 1)

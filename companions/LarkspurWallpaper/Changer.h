@@ -9,7 +9,7 @@
 namespace wallpaper
 {
 
-// What a change needs of the outside world.
+// External dependencies of a change.
 struct World {
     automation::PictureServices services;
     const PictureFetcher &web;
@@ -19,8 +19,8 @@ struct World {
     QDateTime now; // UTC
 };
 
-// Carries out one request: finds a picture, checks it, and sets it; or puts back what was there. Whatever
-// fails, the desktop stays as it is.
+// Processes one request: finds an image, checks and sets it, or restores the user's wallpaper. On any failure
+// the desktop stays as it is.
 automation::WallpaperAnswer serve(const automation::WallpaperRequest &request, const World &world);
 
 } // namespace wallpaper

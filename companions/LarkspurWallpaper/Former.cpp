@@ -22,7 +22,7 @@ const QString picturesName = QStringLiteral("pictures");
 const QString pathName = QStringLiteral("path");
 const QString copyName = QStringLiteral("copy");
 
-// Where it was, or our copy: what lies in Windows' own folder of themes becomes another picture.
+// The original file, or our copy of it: Windows overwrites the files in its own theme folder.
 QString usable(const QJsonObject &entry)
 {
     const QString path = entry.value(pathName).toString();
@@ -70,7 +70,8 @@ bool Former::note()
     if (!changed)
         return true;
     note.insert(picturesName, pictures);
-    // Of all monitors. Beside a picture of ours they are ours as well, say when a monitor was added.
+    // These apply to all monitors. They are only stored if no monitor shows one of our images, since
+    // otherwise they are our own settings (for example after a monitor was added).
     if (!showsOurs || !note.contains(positionName)) {
         note.insert(positionName, m_desktop.position());
         note.insert(slideshowName, m_desktop.slideshowFolder());
@@ -98,7 +99,7 @@ QString Former::restore(bool &done)
             ++left;
             continue;
         }
-        // One that came later gets what another had.
+        // A monitor that was added later gets the wallpaper of another one.
         const QJsonValue entry = pictures.contains(monitor) ? pictures.value(monitor) : *pictures.begin();
         if (m_desktop.setPicture(monitor, usable(entry.toObject())))
             ++restored;

@@ -7,7 +7,7 @@
 namespace wallpaper
 {
 
-// The desktop as the user had it: noted before it is changed, for as long as the note is needed.
+// Remembers the user's own wallpaper while one of ours is shown.
 class Former
 {
 public:
@@ -15,17 +15,17 @@ public:
     {
     }
 
-    // Of what shows a picture that is not ours. False when it could not be stored; then nothing may change.
+    // Stores the current wallpapers that are not ours. False if that failed; then nothing may be changed.
     bool note();
-    // Puts it back where a picture of ours is shown, and forgets it. What the user has chosen since stays.
-    // Returns a sentence; false in `done` when Windows refused any of it, and the note is kept.
+    // Restores them where one of our images is shown, and forgets them; newer choices of the user are kept.
+    // Returns a sentence; `done` is false if Windows rejected any of it, and the record is kept.
     QString restore(bool &done);
 
-    // Only there while there is something to put back.
+    // Exists only while there is something to restore.
     static constexpr QStringView file = u"former.json";
 
 private:
-    QStringList monitors() const; // or one empty name
+    QStringList monitors() const; // or a single empty name for all
 
     platform::DesktopWallpaper &m_desktop;
     PictureFolder &m_folder;

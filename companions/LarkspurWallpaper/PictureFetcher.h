@@ -9,19 +9,19 @@ namespace wallpaper
 {
 
 struct Fetched {
-    QByteArray bytes; // empty when it failed
-    QString problem;  // a sentence without a full stop, then
+    QByteArray bytes; // empty on failure
+    QString problem;  // why it failed, without a full stop
 };
 
-// Gets files from a service: addresses that are allowed and nothing else, over at most a few redirections,
-// and never more bytes or time than allowed. Blocks.
+// Downloads files from a service: only from allowed addresses, with a limited number of redirects, bytes and
+// time. Blocks.
 class PictureFetcher
 {
 public:
     static constexpr int maxRedirections = 5;
     static constexpr qint64 maxPictureBytes = 48 << 20;
 
-    // `patience`: for one file, redirections included.
+    // `patience`: time limit per file, including redirects.
     explicit PictureFetcher(automation::AllowedAddress allowed,
                             std::chrono::milliseconds patience = std::chrono::seconds(60))
         : m_allowed(allowed),
@@ -29,7 +29,7 @@ public:
     {
     }
 
-    // `from`: the name of the service, for the problem.
+    // `from`: name of the service, used in error texts.
     Fetched get(const QString &from, const QUrl &address, qint64 maxBytes) const;
 
 private:

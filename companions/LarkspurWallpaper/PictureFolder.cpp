@@ -24,7 +24,7 @@ namespace
 constexpr int jpegQuality = 95;
 constexpr qint64 maxPreserved = 256 << 20;
 
-// Names that add() gives, so that tidying removes nothing else.
+// Names that add() creates; tidy() removes no other files.
 const QRegularExpression &ours()
 {
     static const QRegularExpression form(
@@ -32,7 +32,7 @@ const QRegularExpression &ours()
     return form;
 }
 
-// Of a picture that Windows shows as it is.
+// The suffix if Windows can show the format directly.
 QString shownSuffix(const QByteArray &bytes)
 {
     const QString suffix = automation::pictureSuffix(bytes);
@@ -61,7 +61,7 @@ bool PictureFolder::holds(const QString &path) const
            ours().match(path.mid(end + 1)).hasMatch();
 }
 
-// The decoders are processes of their own, which a hostile file may bring down.
+// Decoded in a separate process, which a malicious file may crash.
 bool PictureFolder::check(const QString &file, const QSize &smallest, ShownPicture &picture, QString &problem)
 {
     const auto examined = m_decoders.examine(file, {}, m_cancel);

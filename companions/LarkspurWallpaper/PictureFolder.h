@@ -14,34 +14,33 @@ class QFile;
 namespace wallpaper
 {
 
-// The folder where the pictures of the desktop lie: copies under names of ours, each decoded before it got
-// its name, with a thumbnail beside it; and the files of the job. Disk, one thread.
+// The folder of downloaded wallpapers: copies under our own names, each decoded before it got its name, with
+// a thumbnail beside it; and the job files. Does disk I/O; one thread.
 class PictureFolder
 {
 public:
-    static constexpr int maxKept = 12; // pictures besides those on the desktop
+    static constexpr int maxKept = 12; // in addition to the current wallpapers
 
-    // `folder`: whole; made when it is missing.
+    // `folder`: absolute path; created if missing.
     PictureFolder(QString folder, imaging::DecoderPool &decoders);
 
     const QString &path() const { return m_folder; }
-    // Whether a path names a picture that was put here by add().
+    // Whether a path is an image that was stored by add().
     bool holds(const QString &path) const;
 
-    // The picture of that key, decoded once more.
+    // The image with that key, decoded again.
     std::optional<automation::ShownPicture> find(const QString &key);
-    // Puts a copy of the bytes here, or says why not. What Windows cannot show as it is becomes a JPEG.
-    // `smallest`: the size below which a picture is of no use.
+    // Stores a copy of the bytes, or returns the reason of a failure. Formats that Windows cannot show
+    // directly are converted to JPEG. `smallest`: smaller images are rejected.
     std::optional<automation::ShownPicture> add(const QString &key, const QByteArray &bytes,
                                                 const QSize &smallest, QString &problem);
-    // Removes old pictures.
+    // Removes old images.
     void tidy(const QList<automation::ShownPicture> &onDesktop);
 
-    QByteArray read(QStringView name) const; // at most maxJobFileBytes; empty when there is none
+    QByteArray read(QStringView name) const; // limited to maxJobFileBytes; empty if it does not exist
     bool write(QStringView name, const QByteArray &bytes) const;
     void remove(QStringView name) const;
-    // A copy of any picture file under a name of its own, for a wallpaper that is to come back. Empty when it
-    // cannot be read.
+    // Stores a copy of any image file, for a wallpaper to be restored. Empty if it cannot be read.
     QString preserve(const QString &file) const;
     // Removes such a copy, and no other file.
     void removePreserved(const QString &file) const;

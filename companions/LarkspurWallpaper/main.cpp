@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 
-// Changes the wallpaper once, for the background agent: asks a service, has what it sends decoded, sets it
-// and ends. So the agent stays small, and what comes from the network meets no long-lived process. Its
-// argument is the folder where the request lies and where the answer goes.
+// Changes the wallpaper once, on behalf of the background agent: queries a service, decodes the image, sets
+// it and exits. This keeps the agent small, and data from the network away from long-lived processes. The
+// argument is the folder of the request and the answer.
 #include "automation/engine/Texts.h"
 #include "companions/LarkspurWallpaper/Changer.h"
 #include "platform/Com.h"
@@ -16,8 +16,8 @@ using automation::tr;
 namespace
 {
 
-constexpr DWORD maxRunTime = 150'000; // ms, whatever hangs
-constexpr DWORD maxWait = 60'000;     // for one that an agent before has left
+constexpr DWORD maxRunTime = 150'000; // ms; terminates the process even if something hangs
+constexpr DWORD maxWait = 60'000;     // for a process started by a previous agent
 constexpr UINT codeTooLong = 2;
 
 automation::WallpaperAnswer answerTo(const QByteArray &text, wallpaper::PictureFolder &folder)
@@ -41,7 +41,7 @@ int main(int argc, char *argv[])
         Sleep(maxRunTime);
         TerminateProcess(GetCurrentProcess(), codeTooLong);
     });
-    const QCoreApplication application(argc, argv); // finds the image formats
+    const QCoreApplication application(argc, argv); // loads the image format plug-ins
     if (argc != 2 || !QDir(QCoreApplication::arguments().at(1)).isAbsolute())
         return 1;
     const platform::ObjectHandle turn(CreateMutexW(nullptr, FALSE, L"Local\\Fernlight Larkspur Wallpaper"));
