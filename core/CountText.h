@@ -8,7 +8,7 @@
 namespace core
 {
 
-// "1 file" or "12 files": `many` has %1 in place of the number.
+// "1 file" or "12 files"; `many` contains %1 for the number.
 template <std::integral Count>
 QString countText(Count count, const QString &one, const QString &many)
 {

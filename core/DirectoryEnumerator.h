@@ -25,7 +25,7 @@ enum FileAttribute : quint32 {
     AttributeRecallOnDataAccess = 0x400000,
 };
 
-// A file whose content lies in a cloud store or another slow store: opening it would fetch the content.
+// A file whose content is in the cloud or another slow store: opening it would download the content.
 constexpr bool isPlaceholder(quint32 attributes)
 {
     return (attributes & (AttributeOffline | AttributeRecallOnOpen | AttributeRecallOnDataAccess)) != 0;
@@ -56,8 +56,8 @@ struct DirectoryEntry {
     }
 };
 
-// The entries of one folder, "." and ".." left out, in the order in which the file system returned them. All
-// names share one buffer, so that a folder of a million files costs two growing arrays and no text objects.
+// The entries of one folder without "." and "..", in the order returned by the file system. All names share
+// one buffer, so a folder of a million files needs two growing arrays and no string objects.
 class DirectoryListing
 {
 public:
@@ -71,13 +71,13 @@ public:
     void assign(const DirectoryListing &other);
 
     std::size_t size() const { return m_records.size(); }
-    // Valid until the listing changes or dies.
+    // Valid until the listing changes or is destroyed.
     DirectoryEntry at(std::size_t index) const;
 
-    // False when the folder could not be listed at all (no rights, vanished); the listing is then empty.
+    // False if the folder could not be listed at all (no rights, vanished); the listing is then empty.
     bool readable = false;
-    // True when the listing broke off: the folder may hold more than these entries. Never because of the
-    // cancel flag.
+    // True if the listing was interrupted by an error: the folder may contain more entries. Never set because
+    // of the cancel flag.
     bool brokenOff = false;
 
 private:
@@ -95,30 +95,31 @@ private:
     std::vector<Record> m_records;
 };
 
-// Which file or folder a path ends at, links followed. Two paths with equal identities are the same object.
+// Identifies the file or folder that a path refers to, links followed. Paths with equal identities refer to
+// the same object.
 struct FileIdentity {
     quint64 volume = 0;
     quint64 file = 0;
-    quint64 fileHigh = 0; // not 0 on ReFS only, where 64 bits do not tell two files apart
+    quint64 fileHigh = 0; // only nonzero on ReFS, whose file ids need more than 64 bits
     bool operator==(const FileIdentity &) const = default;
 };
 
-// Lists folders. Implementations: platform::Win32Enumerator, and the in-memory one of the tests. Every
-// function may be called from several threads at once and never throws for what the file system answers.
+// Lists folders. Implemented by platform::Win32Enumerator and by the in-memory one of the tests. All
+// functions may be called from several threads at once, and never throw because of the file system.
 class DirectoryEnumerator
 {
 public:
     virtual ~DirectoryEnumerator() = default;
 
-    // Fills `out` (cleared first). `folder` has native separators and no separator at its end, but for the
-    // drive-root form "C:". Ends early, with what was read, when the flag is set.
+    // Fills `out` (cleared first). `folder` has native separators and no trailing separator, except for the
+    // drive root form "C:". When the flag is set, returns early with what was read.
     virtual void list(const QString &folder, DirectoryListing &out, const CancelFlag &cancel) = 0;
 
-    // Opens the object; used at links only. Empty when it cannot be opened.
+    // Opens the object; used for links only. nullopt if it cannot be opened.
     virtual std::optional<FileIdentity> identity(const QString &path) = 0;
 
-    // From any thread, of a walk whose cancel flag is set: ends the calls in which the other threads wait for
-    // a disk, where the system can. One that is about to begin is missed, so it is called until the walk
+    // Any thread, once the walk's cancel flag is set: cancels blocking disk calls of the other threads where
+    // the system supports it. A call that is just starting is missed, so this is repeated until the walk
     // ends.
     virtual void interrupt() {}
 };

@@ -10,11 +10,10 @@
 namespace core
 {
 
-// What an open handle tells about a file or folder, links followed.
+// Facts about a file or folder from an open handle, links followed.
 struct FileFacts {
-    std::optional<FileIdentity> identity; // empty where the file system has none
-    // False for a file server that numbers its files in the old, short way: two of its numbers need not be
-    // two files.
+    std::optional<FileIdentity> identity; // nullopt if the file system has none
+    // False for a file server with short file ids only: different ids may then denote the same file.
     bool identityIsCertain = true;
     quint32 linkCount = 1;  // hard links
     quint32 attributes = 0; // FileAttribute
@@ -22,23 +21,22 @@ struct FileFacts {
     quint64 lastWriteTime = 0; // FILETIME
 };
 
-// Asks the disk about single files. Implementations: the Win32 one, platform::fileProbe(), and those of the
-// tests. Every function may be called from several threads at once and may take as long as the disk likes.
+// Queries single files on disk. Implemented by platform::fileProbe() and by the tests. All functions may be
+// called from several threads at once and may block for any time.
 class FileProbe
 {
 public:
     virtual ~FileProbe() = default;
 
-    // The attributes as the folder lists them (FileAttribute), without opening the file; empty when the
-    // folder has no such entry. Only a listing shows AttributeRecallOnOpen: asking the file itself would
-    // already fetch it.
+    // The attributes in the folder's listing (FileAttribute), without opening the file; nullopt if there is
+    // no such entry. Only a listing shows AttributeRecallOnOpen: querying the file itself would already
+    // download it.
     virtual std::optional<quint32> listedAttributes(const QString &path) = 0;
 
-    // Opens the object, without access to its content. Empty when it cannot be opened.
+    // Opens the object without access to its content. nullopt if it cannot be opened.
     virtual std::optional<FileFacts> facts(const QString &path) = 0;
 
-    // Whether the item lies below the root without a link on the way and without being one. False when in
-    // doubt.
+    // Whether the item is below the root, with no link on the path and not a link itself. False if in doubt.
     virtual bool isInside(const QString &root, const QString &item) = 0;
 };
 

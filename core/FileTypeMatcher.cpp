@@ -11,8 +11,8 @@ namespace
 
 using Folded = QVarLengthArray<char16_t, 64>;
 
-// Folds as QString::compare() does with Qt::CaseInsensitive: one code point by one. toCaseFolded() of a whole
-// text also knows foldings that change its length, and would find things equal that a comparison does not.
+// Case-folds like QString::compare() with Qt::CaseInsensitive: code point by code point. toCaseFolded() may
+// also change the length, and would make strings equal that compare() considers different.
 void fold(QStringView text, Folded &out)
 {
     out.clear();
@@ -44,8 +44,8 @@ FileTypeMatcher::FileTypeMatcher(const FileTypeTable &table)
         if (!table[category].enabled)
             continue;
         for (const QString &extension : table[category].extensions) {
-            // A file's extension begins with a dot; one without a dot in its name has the extension "." and
-            // belongs to no category, even where a damaged setting lists that.
+            // An extension starts with a dot. A file name without a dot has the extension "." and belongs to
+            // no category, even if a damaged setting lists it.
             if (extension.size() < 2 || !extension.startsWith(u'.'))
                 continue;
             fold(extension, folded);
@@ -61,7 +61,7 @@ FileTypeMatcher::FileTypeMatcher(const FileTypeTable &table)
 const std::vector<int> &FileTypeMatcher::match(QStringView fileName) const
 {
     const qsizetype dot = fileName.indexOf(u'.');
-    // Folding by code points keeps the length.
+    // Folding by code point preserves the length.
     if (dot < 0 || fileName.size() - dot > m_longest)
         return m_none;
     Folded folded;

@@ -17,8 +17,8 @@ struct BuiltInFileType {
     const char *icon;       // below the image folder
 };
 
-// .ogv and .ogx among audio, .srt and .swf among video, .cer and .csr among web files and .psd among raster
-// images are intended.
+// Deliberate: .ogv and .ogx in audio, .srt and .swf in video, .cer and .csr in web files, .psd in raster
+// images.
 constexpr BuiltInFileType builtInFileTypes[] = {
     {"3D Image Files", ".3dm .blend .max", "3dImages16.png"},
     {"Audio Files", ".aac .aif .iff .m3u .m4a .m4p .mid .mp3 .mpa .oga .ogg .ogv .ogx .ra .spx .wav .wma",
@@ -51,7 +51,7 @@ QStringList parseExtensions(QStringView list)
     for (qsizetype i = 0; i < pieces.size(); ++i) {
         QStringView piece = pieces[i].trimmed();
         if (i == pieces.size() - 1)
-            piece.chop(qMin<qsizetype>(1, piece.size())); // the closing parenthesis, by position only
+            piece.chop(qMin<qsizetype>(1, piece.size())); // removes the closing parenthesis, whatever it is
         if (!piece.isEmpty())
             extensions.append(piece.toString());
     }
@@ -60,7 +60,7 @@ QStringList parseExtensions(QStringView list)
 
 bool isAllowedInExtension(QChar character)
 {
-    constexpr QStringView separators = u",();";      // of the stored form
+    constexpr QStringView separators = u",();";      // used by the stored form
     constexpr QStringView reserved = u"\\/:*?\"<>|"; // never in a file name
     return !character.isSpace() && character.unicode() >= 0x20 && !separators.contains(character) &&
            !reserved.contains(character);
@@ -126,7 +126,7 @@ QString normalisedExtension(const QString &typed)
         text = text.sliced(1);
     while (text.startsWith(u'.'))
         text = text.sliced(1);
-    // Windows takes a full stop off the end of a file name.
+    // Windows removes a trailing dot from file names.
     if (text.isEmpty() || text.endsWith(u'.') || !std::all_of(text.begin(), text.end(), isAllowedInExtension))
         return {};
     return QLatin1Char('.') + text.toString().toLower();

@@ -14,7 +14,7 @@
 namespace core
 {
 
-// The label of the files that no category takes; it has no extension list and is never stored.
+// Label for files of no category; it has no extension list and is never stored.
 inline constexpr char otherFileTypes[] = "Other file types";
 
 // A named group of file extensions. Extensions have their leading dot.
@@ -36,33 +36,33 @@ using FileTypeTable = std::vector<FileTypeCategory>;
 // The twelve built-in categories in their order, all enabled.
 const FileTypeTable &defaultFileTypes();
 
-// The resource path of a category's 16-pixel icon; OtherFiles16.png, a plain file, for a name that is not
+// Resource path of a category's 16-pixel icon; OtherFiles16.png, a plain file, for categories that are not
 // built in.
 QString fileTypeIcon(const QString &categoryName);
 
-// Reads a stored form; empty when it is malformed (no ";", or nothing before the first). Any input is safe.
+// Parses a stored form; nullopt if it is malformed (no ";", or nothing before the first). Safe for any input.
 std::optional<FileTypeCategory> parseStoredFileType(const QString &stored);
 
-// A typed extension in its stored form (one leading dot, lower case): "pdf" and "*.PDF" give ".pdf". Empty
-// when it holds what a stored list or a file name cannot hold.
+// Normalises a typed extension for storage (one leading dot, lower case): "pdf" and "*.PDF" give ".pdf".
+// Empty if it contains characters that a stored list or a file name cannot contain.
 QString normalisedExtension(const QString &typed);
 
 // "." and what follows the first dot of a file name: ".tar.gz" of "backup.tar.gz", "." of "name".
 QString completeExtension(QStringView fileName);
 
-// Looks a file name's categories up by one hash access, with the answers that going through the enabled
-// categories in table order would give: the category indexes, ascending, each at most once. A copy of the
-// table is taken, so the matcher can be used on a worker thread while the table is edited.
+// Finds the categories of a file name by a single hash lookup, with the same result as searching the enabled
+// categories in table order: ascending category indexes, each at most once. Copies the table, so it can be
+// used on a worker thread while the table is edited.
 class FileTypeMatcher
 {
 public:
     explicit FileTypeMatcher(const FileTypeTable &table);
 
-    // Indexes into the table; an empty list for a file of no category. Valid as long as the matcher.
+    // Indexes into the table; empty for a file of no category. Valid as long as the matcher.
     const std::vector<int> &match(QStringView fileName) const;
 
 private:
-    // Looked up by a view, so that no text is built for a file.
+    // Heterogeneous lookup by QStringView, so that no string is built per file.
     struct Hash {
         using is_transparent = void;
         std::size_t operator()(QStringView text) const { return qHash(text); }
@@ -76,7 +76,7 @@ private:
     std::vector<int> m_none;
 };
 
-// A folder that scans leave out: with all folders whose path begins with the same text.
+// An excluded folder: scans skip all folders whose path starts with this text.
 struct ExcludedFolder {
     bool enabled = true;
     QString path;

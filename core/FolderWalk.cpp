@@ -35,7 +35,7 @@ private:
         std::optional<FileIdentity> identity;
     };
 
-    // A folder that the walk is in. Frames take the place of recursion: thousands of levels are legal.
+    // A folder on the walk's path. Explicit frames replace recursion, since thousands of levels are legal.
     struct Frame {
         ReadAhead::Folder *folder = nullptr;
         std::size_t next = 0;
@@ -43,7 +43,7 @@ private:
         LazyIdentity identity;
     };
 
-    // One of the folders above the root that the options name.
+    // A folder above the root, as given by the options.
     struct Above {
         QString path;
         LazyIdentity identity;
@@ -63,7 +63,7 @@ private:
     ReadAhead m_source;
     std::vector<Frame> m_frames;
     std::vector<Above> m_above; // innermost first
-    // One text for all levels: the innermost folder, or the entry that is being met.
+    // One buffer for all levels: the innermost folder, or the current entry.
     QString m_path;
 };
 
@@ -94,7 +94,7 @@ void Walk::enter(ReadAhead::Folder *folder, QStringView name)
     if (listing.brokenOff)
         state = WalkVisitor::FolderState::ListedInPart;
     else if (!listing.readable &&
-             !m_cancel.isSet()) // a listing that the flag cut short says nothing about the folder
+             !m_cancel.isSet()) // a listing that was cut short by the flag says nothing about the folder
         state = WalkVisitor::FolderState::Unreadable;
     m_visitor.enterFolder(m_path, name, depth(), state);
     Frame frame;
@@ -141,7 +141,7 @@ void Walk::meetFolder(const DirectoryEntry &entry)
     m_path.truncate(parent.pathLength);
 }
 
-// Whether the link at m_path ends at a folder that the walk is in, or that the options put above it.
+// Whether the link at m_path leads to a folder that the walk is in, or to one of the options' ancestors.
 bool Walk::leadsToAncestor()
 {
     const std::optional<FileIdentity> target = m_enumerator.identity(m_path);

@@ -11,14 +11,14 @@
 namespace core
 {
 
-// What the function of a job works with. Any of it may be used from any thread.
+// What a job's function receives. All members may be used from any thread.
 struct JobControl {
     const CancelFlag &cancel;
     ProgressRelay &progress;
 };
 
-// A worker that calls one function, result = work(const JobControl &), and keeps what it returns. `interrupt`
-// may be empty; see WorkerThread::interrupt().
+// A worker that calls one function, result = work(const JobControl &), and stores the return value.
+// `interrupt` may be empty; see WorkerThread::interrupt().
 template <class Work>
 class FunctionJob : public WorkerThread
 {
@@ -32,8 +32,8 @@ public:
     {
     }
 
-    // After done(): nothing when the function threw, see error(). A job that was stopped has what the
-    // function returned then.
+    // After done(): nullopt if the function threw, see error(). If the job was stopped, whatever the function
+    // returned.
     std::optional<Result> takeResult() { return std::exchange(m_result, std::nullopt); }
 
 protected:

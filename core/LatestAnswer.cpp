@@ -9,7 +9,7 @@ namespace
 
 constexpr int retryInterval = 100; // ms
 
-// Of all objects; interface thread.
+// Hanging calls of all LatestAnswer objects; interface thread.
 QList<QPointer<QObject>> &allHanging()
 {
     static QList<QPointer<QObject>> threads;
@@ -30,7 +30,7 @@ public:
     explicit Thread(Question question) : m_question(std::move(question)) {}
 
     const Question &question() const { return m_question; }
-    // After done(); empty when asking failed.
+    // Valid after done(); empty if the query failed.
     Effect takeEffect() { return std::move(m_effect); }
 
 protected:
@@ -117,7 +117,7 @@ void LatestAnswer::retireCurrent()
 {
     const QPointer<QObject> thread(m_current.get());
     m_current.reset();
-    if (!thread) // it had ended
+    if (!thread) // it had already finished
         return;
     m_hanging.append(thread);
     allHanging().append(thread);

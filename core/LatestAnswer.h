@@ -16,7 +16,7 @@
 namespace core
 {
 
-// What a question can use while it is being answered, on its own thread.
+// Available to a query while it runs on its own thread.
 class Asking
 {
 public:
@@ -24,11 +24,11 @@ public:
 
     Asking(const CancelFlag &cancel, Tell tell) : m_cancel(cancel), m_tell(std::move(tell)) {}
 
-    // The answer is not wanted any more.
+    // Set when the answer is no longer wanted.
     const CancelFlag &cancel() const noexcept { return m_cancel; }
     bool isCancelled() const noexcept { return m_cancel.isSet(); }
-    // A part of the answer: calls `part` later on the interface thread, unless the question is given up
-    // first.
+    // Delivers a partial answer: `part` is called later on the interface thread, unless the query is
+    // abandoned first.
     void tell(std::function<void()> part) const { m_tell(std::move(part)); }
 
 private:
@@ -36,24 +36,25 @@ private:
     Tell m_tell;
 };
 
-// Asks the disk about what is on the screen. The answer may come when the user has moved on: a sleeping disk
-// takes seconds, a lost share minutes. Each question runs on its own thread; a newer one replaces it, and
-// nobody waits for a call that hangs. The number of hanging calls is bounded: at the bound, the newest
-// question waits until one of them ends. Lives on the interface thread.
+// Runs disk queries about what is on the screen. By the time an answer comes the user may have moved on: a
+// sleeping disk takes seconds, a lost share minutes. Each query runs on its own thread; a newer one replaces
+// it, and nothing waits for a hanging call. The number of hanging calls is limited: at the limit, the newest
+// query waits until one of them returns. Interface thread.
 class LatestAnswer : public QObject
 {
 public:
-    static constexpr int maxHanging = 3;          // calls that one object leaves behind
-    static constexpr int maxHangingTogether = 12; // that all of them do
+    static constexpr int maxHanging = 3;          // abandoned calls per object
+    static constexpr int maxHangingTogether = 12; // abandoned calls of all objects
 
     explicit LatestAnswer(QObject *parent = nullptr);
-    // As forget().
+    // Calls forget().
     ~LatestAnswer() override;
 
-    // `ask(asking)` runs on a thread of its own and must hold everything it uses, for it may outlive this
-    // object. `answered(answer)` is called on the interface thread, unless a newer question or forget() came
-    // first. `failed` gets the text of what `ask` threw; without one the screen stays as it is. `interrupt`
-    // ends a call that `ask` hangs in, where the system can, and is called from the interface thread.
+    // `ask(asking)` runs on its own thread and must own everything it uses, as it may outlive this object.
+    // `answered(answer)` is called on the interface thread, unless a newer query or forget() came first.
+    // `failed` receives the text of an exception thrown by `ask`; if it is empty, failures are ignored.
+    // `interrupt` cancels a blocking call of `ask`, where the system supports it; called on the interface
+    // thread.
     template <class Ask, class Answered>
     void ask(Ask ask, Answered answered, std::function<void(const QString &)> failed = {},
              std::function<void()> interrupt = {})
@@ -65,18 +66,18 @@ public:
                      },
                      std::move(failed), std::move(interrupt)});
     }
-    // The same for a worker of a class of its own, which answers by its signals and holds nothing but its own
-    // data. Takes it over; started at once, or when it may be.
+    // The same for a custom worker that answers by its own signals and owns all of its data. Takes ownership;
+    // starts it at once, or as soon as the limit allows.
     void run(WorkerThread *worker);
-    // The worker that was started last; null after forget(). For a slot of its signals.
+    // The last started worker, for slots of its signals; null after forget().
     template <class Worker>
     Worker *current() const
     {
         return static_cast<Worker *>(m_current.get());
     }
-    // Gives up the question that is being answered or waits.
+    // Abandons the running and the waiting query.
     void forget();
-    // A question has not been answered.
+    // True while a query is unanswered.
     bool isWaiting() const { return (m_current && !m_done) || m_next; }
 
 private:
@@ -95,7 +96,7 @@ private:
 
     RetiringPointer<WorkerThread> m_current;
     bool m_done = false;                  // the current one
-    RetiringPointer<WorkerThread> m_next; // waits for a hanging one to end
+    RetiringPointer<WorkerThread> m_next; // waits for a hanging query to return
     QList<QPointer<QObject>> m_hanging;
     QTimer m_retry;
 };

@@ -18,7 +18,7 @@ namespace
 
 using qrcodegen::QrSegment;
 
-// What the largest code (177 modules a side) holds, in characters of each kind (ISO/IEC 18004, table 7).
+// Capacity of the largest code (177 modules per side) in characters of each kind (ISO/IEC 18004, table 7).
 struct Capacity {
     QrCorrection correction;
     qrcodegen::QrCode::Ecc level;
@@ -60,7 +60,7 @@ qsizetype characters(const QByteArray &text, qsizetype from)
     return std::count_if(text.begin() + from, text.end(), startsCharacter);
 }
 
-// The longest beginning of the text that fits, in bytes.
+// The longest prefix of the text that fits, in bytes.
 qsizetype fitting(const QByteArray &text, const Capacity &capacity)
 {
     qsizetype bytes = std::min(text.size(), capacity.bytes);
@@ -71,7 +71,7 @@ qsizetype fitting(const QByteArray &text, const Capacity &capacity)
                      std::min(leading(text, isAlphanumeric), capacity.alphanumeric)});
 }
 
-// Not the library's own choice of a segment, which ends at the first zero byte.
+// The library's own segmentation is not used, since it stops at the first zero byte.
 std::vector<QrSegment> segments(const QByteArray &text)
 {
     if (leading(text, isDigit) == text.size()) {
@@ -110,7 +110,7 @@ QrCode encodeQr(const QString &text, QrCorrection correction)
     try {
         return {matrixOf(qrcodegen::QrCode::encodeSegments(segments(bytes), capacity.level)), 0};
     } catch (const std::exception &error) {
-        // Not reached by a text that fits, unless memory runs out.
+        // Only reached if memory runs out: the text fits.
         qWarning("encodeQr: %s", error.what());
         return {};
     }

@@ -1,6 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-// A text as the modules (dark and light squares) of a QR code. Pure; callable from any thread, throws
-// nothing.
+// Encodes a text as the modules (dark and light squares) of a QR code. Pure; any thread; does not throw.
 #pragma once
 
 #include <QBitArray>
@@ -11,7 +10,7 @@
 namespace core
 {
 
-// How much of a code may be damaged or covered: about 7, 15, 25 and 30 percent.
+// Error correction: tolerates damage of about 7, 15, 25 and 30 percent.
 enum class QrCorrection { Low, Medium, Quartile, High };
 
 class QrMatrix
@@ -19,7 +18,7 @@ class QrMatrix
 public:
     QrMatrix(int size, QBitArray dark) : m_size(size), m_dark(std::move(dark)) {}
 
-    int size() const { return m_size; } // modules a side, 21 to 177; without the quiet zone around it
+    int size() const { return m_size; } // modules per side, 21 to 177; without the quiet zone
     bool isDark(int x, int y) const     // false outside
     {
         return x >= 0 && y >= 0 && x < m_size && y < m_size && m_dark.testBit(y * m_size + x);
@@ -31,16 +30,17 @@ private:
     QBitArray m_dark; // row by row
 };
 
-// The quiet zone that readers ask for, in modules (ISO/IEC 18004).
+// Quiet zone required by readers, in modules (ISO/IEC 18004).
 constexpr int qrQuietZone = 4;
 
 struct QrCode {
-    std::optional<QrMatrix> matrix; // none for an empty text and for one that is too long
-    qsizetype tooLongBy = 0; // characters (Unicode code points) to take from the end before the text fits
+    std::optional<QrMatrix> matrix; // nullopt for a text that is empty or too long
+    qsizetype tooLongBy =
+        0; // number of characters (Unicode code points) to remove from the end so that the text fits
 };
 
-// Digits, and upper-case texts of the code's own alphabet, need less room than others, which are encoded as
-// UTF-8. Where the code stays the same size, it gets a higher correction than asked for.
+// Digits, and upper-case texts in the code's alphanumeric set, take less room than other texts, which are
+// encoded as UTF-8. A higher correction level is used if the size of the code stays the same.
 QrCode encodeQr(const QString &text, QrCorrection correction);
 
 } // namespace core

@@ -12,16 +12,16 @@ namespace core
 namespace
 {
 
-// A listing longer than this is handed over as it is; a shorter one is copied, which gives it about its size
-// and keeps the large buffer for the next folder.
+// Longer listings are handed over as they are; shorter ones are copied into a buffer of matching size, so
+// that the large buffer can be reused for the next folder.
 constexpr std::size_t longListing = 4096;
 
-// The buffers of listings up to this length are used again, as many as this: most folders are short, and the
-// threads then rarely meet at the heap's lock, where the interface would wait with them. At most 30 MB.
+// Buffers of short listings are pooled, up to this many: most folders are short, and the threads then rarely
+// contend for the heap's lock, where the interface would wait too. At most 30 MB.
 constexpr std::size_t keptListing = 64;
 constexpr std::size_t keptListings = 4096;
 
-// An empty folder takes memory too.
+// An empty folder takes memory as well.
 std::size_t weight(const DirectoryListing &listing)
 {
     return listing.size() + 1;
@@ -73,7 +73,7 @@ ReadAhead::Folder *ReadAhead::open(Folder *parent, std::size_t entry, const QStr
         if (!begun->m_failed)
             return begun;
         freeFolder(begun);
-        return listNow(path, lock); // thrown here, where the caller of the walk can catch it
+        return listNow(path, lock); // thrown here, so that the walk's caller can catch it
     }
     if (parent->m_linked && parent->m_subfolders[parent->m_nextSubfolder] == entry)
         passSubfolder(parent);
@@ -106,7 +106,7 @@ void ReadAhead::startPool()
         for (int i = 0; i < std::min(m_options.readAheadThreads, maxThreads); ++i)
             m_threads.emplace_back([this] { runPool(); });
     } catch (const std::system_error &) {
-        // The walk is right with any number of threads.
+        // Starting fewer threads is fine: the walk works with any number.
     }
 }
 
@@ -119,7 +119,7 @@ void ReadAhead::runPool()
         try {
             folder = beginNext();
         } catch (const std::bad_alloc &) {
-            return; // the walk goes on without this thread
+            return; // out of memory: the walk goes on without this thread
         }
         if (folder != nullptr) {
             announceWork();
@@ -189,7 +189,7 @@ ReadAhead::Folder *ReadAhead::listNow(const QString &path, Lock &lock)
     folder->m_listed = true;
     if (!folder->m_subfolders.empty()) {
         folder->m_path = path;
-        linkBefore(folder, m_first); // the walk needs nothing sooner than what is in the folder that it is in
+        linkBefore(folder, m_first); // the walk needs the contents of its current folder first
         announceWork();
     }
     return folder;
@@ -227,8 +227,8 @@ ReadAhead::Folder *ReadAhead::takeBegun(Folder *parent, std::size_t entry)
     return begun;
 }
 
-// Lists other folders meanwhile. If the walk slept until the pool is done with the folder that it needs,
-// it would catch up with the pool at once and from then on only one of the two would ever work.
+// Lists other folders while waiting. If the walk slept until the pool has finished the folder that it needs,
+// it would then catch up with the pool at once, and from then on only one of the two would ever work.
 void ReadAhead::waitFor(const Folder *folder, Lock &lock)
 {
     while (!folder->m_listed) {
@@ -246,7 +246,7 @@ void ReadAhead::passSubfolder(Folder *folder)
 {
     if (++folder->m_nextSubfolder == folder->m_subfolders.size()) {
         unlink(folder);
-        folder->m_path.clear(); // thousands of nested folders would keep thousands of long paths
+        folder->m_path.clear(); // deep nesting would otherwise keep thousands of long paths
     }
 }
 
@@ -257,7 +257,7 @@ void ReadAhead::abandon(Folder *folder)
         Folder *one = left.back();
         left.pop_back();
         if (!one->m_listed) {
-            one->m_abandoned = true; // the thread that lists it frees it
+            one->m_abandoned = true; // freed by the thread that lists it
             continue;
         }
         for (Folder *begun = one->m_firstBegun; begun != nullptr; begun = begun->m_nextSibling)
@@ -277,7 +277,7 @@ void ReadAhead::addReady(const Folder *folder)
 void ReadAhead::removeReady(const Folder *folder)
 {
     m_readyEntries -= weight(folder->m_listing);
-    // Not for every folder taken: the pool would wake up for a single folder each time.
+    // Not for every folder taken: the pool would wake up for one folder at a time.
     if (m_full && m_readyEntries <= m_options.readAheadEntries / 4 * 3) {
         m_full = false;
         announceWork();
@@ -294,7 +294,7 @@ ReadAhead::Folder *ReadAhead::newFolder()
 {
     if (m_free.empty()) {
         if (m_free.capacity() <= m_all.size())
-            m_free.reserve(2 * m_all.size() + 1); // giving a folder back must not fail
+            m_free.reserve(2 * m_all.size() + 1); // so that returning a folder cannot fail
         m_all.push_back(std::make_unique<Folder>());
         return m_all.back().get();
     }
@@ -314,7 +314,7 @@ void ReadAhead::freeFolder(Folder *folder)
     m_free.push_back(folder);
 }
 
-// At the end when `place` is null, which only happens to an empty list.
+// At the end if `place` is null, which only happens for an empty list.
 void ReadAhead::linkBefore(Folder *folder, Folder *place)
 {
     folder->m_after = place;

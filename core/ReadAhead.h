@@ -17,20 +17,19 @@
 namespace core
 {
 
-// Where a walk gets its listings from: one that a pool thread has ready, or, when none has begun the folder,
-// one that the walking thread makes itself. The pool lists what the walk will need next: of all folders known
-// and not begun, the first in the order of the walk. It never follows a link on its own. A walk sees the same
-// listings whatever the number of threads.
-//
-// All public functions belong to the walking thread.
+// The source of a walk's listings: one that a pool thread has finished, or, if no thread has started that
+// folder, one that the walking thread makes itself. The pool lists what the walk will need next: of all known
+// folders that have not been started, the first in walk order. It never follows a link on its own. The walk
+// sees the same listings with any number of threads.
+// All public functions must be called on the walking thread.
 class ReadAhead
 {
 public:
-    // More threads than this only block each other: the file system holds locks while it lists a folder, a
-    // hard disk has one head, and a share serves a few requests at a time.
+    // More threads only block each other: the file system holds locks while it lists a folder, a hard disk
+    // has one head, and a share serves few requests at a time.
     static constexpr int maxThreads = 4;
 
-    // One folder of the walk, from the moment when its listing is begun until release().
+    // One folder of the walk, from the start of its listing until release().
     class Folder
     {
     public:
@@ -40,17 +39,18 @@ public:
         friend class ReadAhead;
 
         DirectoryListing m_listing;
-        QString m_path;          // kept while subfolders are to be begun by the pool
-        std::size_t m_entry = 0; // index in the parent's listing
+        QString m_path;          // kept while the pool may still start subfolders
+        std::size_t m_entry = 0; // index of this folder in the parent's listing
         bool m_listed = false;
-        bool m_failed = false;    // listing it threw
-        bool m_abandoned = false; // the walk left it out while it was being listed
+        bool m_failed = false;    // listing it threw an exception
+        bool m_abandoned = false; // skipped by the walk while it was being listed
 
-        // The subfolders that the pool may begin, as indexes into the listing, and the first not begun.
+        // Subfolders that the pool may start, as indexes into the listing, and the position of the first that
+        // has not been started.
         std::vector<quint32> m_subfolders;
         std::size_t m_nextSubfolder = 0;
 
-        // The subfolders that the pool has begun and the walk has not reached, in order.
+        // Subfolders that the pool has started and the walk has not reached, in order.
         Folder *m_firstBegun = nullptr;
         Folder *m_lastBegun = nullptr;
         Folder *m_nextSibling = nullptr;
@@ -62,18 +62,18 @@ public:
     };
 
     ReadAhead(DirectoryEnumerator &enumerator, const CancelFlag &cancel, const WalkOptions &options);
-    // Waits for the listings in progress; they end early when the cancel flag is set.
+    // Waits for the running listings, which end early if the cancel flag is set.
     ~ReadAhead();
     ReadAhead(const ReadAhead &) = delete;
     ReadAhead &operator=(const ReadAhead &) = delete;
 
     Folder *openRoot(const QString &path);
-    // The folder of entry number `entry` of `parent`. The folders of one parent are opened or skipped in
-    // their order.
+    // Opens the folder of entry number `entry` of `parent`. The folders of one parent must be opened or
+    // skipped in order.
     Folder *open(Folder *parent, std::size_t entry, const QString &path);
-    // The walk leaves out the folder of that entry.
+    // The walk skips the folder of that entry.
     void skip(Folder *parent, std::size_t entry);
-    // The walk is done with a folder, or leaves it early.
+    // The walk is finished with a folder, or leaves it early.
     void release(Folder *folder);
 
 private:
@@ -102,17 +102,17 @@ private:
     DirectoryEnumerator &m_enumerator;
     const CancelFlag &m_cancel;
     const WalkOptions &m_options;
-    DirectoryListing m_scratch; // of the walking thread
+    DirectoryListing m_scratch; // used by the walking thread
 
-    // Guards everything below, and the folders except the finished listings.
+    // Guards everything below, and the folders except for finished listings.
     std::mutex m_mutex;
     std::condition_variable m_work;  // the pool waits here
     std::condition_variable m_ready; // the walk waits here
     const Folder *m_awaited = nullptr;
-    // Linked list in walk order: the folders that the pool is listing, and listed folders with subfolders
-    // that nobody has begun to list.
+    // Linked list in walk order: folders that the pool is listing, and listed folders with subfolders that
+    // have not been started.
     Folder *m_first = nullptr;
-    std::size_t m_readyEntries = 0; // in folders listed by the pool and not opened
+    std::size_t m_readyEntries = 0; // in folders that the pool has listed and the walk has not opened
     bool m_full = false;
     int m_idleThreads = 0;
     bool m_stop = false;

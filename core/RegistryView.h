@@ -10,31 +10,30 @@
 namespace core
 {
 
-// A value of the Windows registry as it is stored: type number of winnt.h and bytes.
+// A registry value as stored: type number (winnt.h) and bytes.
 struct RegistryValue {
     static constexpr quint32 none = 0, text = 1, expandableText = 2, binary = 3, dword = 4, multiText = 7,
                              qword = 11;
 
-    quint32 type = none; // none: there is no such value
+    quint32 type = none; // none if the value does not exist
     QByteArray bytes;
 
     static RegistryValue ofText(const QString &value);
     static RegistryValue ofNumber(quint32 value);
 
     bool exists() const { return type != none; }
-    // A text up to its first null character; binary bytes are taken as UTF-16, as drivers store them. Empty
-    // for other types.
+    // A text up to its first NUL; binary data is taken as UTF-16, as drivers store it. Empty for other types.
     QString toText() const;
-    // A DWORD or QWORD, or 4 or 8 binary bytes. None for anything else.
+    // A DWORD or QWORD, or 4 or 8 binary bytes. nullopt for anything else.
     std::optional<quint64> toNumber() const;
 };
 
-// Reads the registry. Nothing is written, and what is missing or locked reads as empty.
+// Read access to the registry. Missing and inaccessible values read as empty.
 class RegistryView
 {
 public:
     enum class Hive { CurrentUser, LocalMachine };
-    // Which of the two sets of keys a 64-bit Windows keeps for programs.
+    // The 64-bit or 32-bit view of the registry.
     enum class Bits { Is64, Is32 };
 
     virtual ~RegistryView() = default;

@@ -100,7 +100,7 @@ void ProgressRelay::change(Change apply)
             return;
         m_scheduled = true;
     }
-    // One event a report, however many changes fall into it; while nothing changes no timer runs.
+    // One event per report, however many changes it covers; no timer runs while nothing changes.
     QMetaObject::invokeMethod(
         this, [this] { m_timer.start(); }, Qt::QueuedConnection);
 }

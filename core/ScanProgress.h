@@ -9,22 +9,22 @@
 namespace core
 {
 
-// The progress of a job. What it does not count stays 0.
+// The progress of a job. Counters that it does not use stay 0.
 struct ScanProgress {
-    QString path;           // what is being worked on now
-    int steps = 0;          // done, of totalSteps
+    QString path;           // current item
+    int steps = 0;          // finished, of totalSteps
     int totalSteps = 0;     // 0 = not known yet
     int items = 0;          // entries seen
-    quint64 bytes = 0;      // done, of totalBytes
+    quint64 bytes = 0;      // finished, of totalBytes
     quint64 totalBytes = 0; // 0 = not known yet
 
-    // 0 to 1, by bytes where their total is known, else by steps; negative when neither is.
+    // 0 to 1, by bytes if their total is known, otherwise by steps; negative if neither is known.
     double fraction() const;
 };
 
-// Stands between a worker that reports every entry and a form: keeps the latest values and passes them on at
-// most twenty times a second, on the thread that the relay lives in. The slots are thread-safe and cheap;
-// call them from the worker's thread, or connect its signals to them with Qt::DirectConnection.
+// Connects a worker that reports every entry to a form: keeps the latest values and forwards them at most
+// twenty times a second, on the relay's own thread. The slots are thread-safe and cheap; call them on the
+// worker's thread, or connect with Qt::DirectConnection.
 class ProgressRelay : public QObject
 {
     Q_OBJECT
@@ -32,9 +32,9 @@ class ProgressRelay : public QObject
 public:
     explicit ProgressRelay(QObject *parent = nullptr);
 
-    // Passes on what is left and takes no more until restart(); call it when the job has ended.
+    // Forwards the last values and ignores further ones until restart(); call it when the job has ended.
     void finish();
-    // Back to zero, before the next job begins. A new relay needs no restart.
+    // Resets to zero before the next job. Not needed for a new relay.
     void restart();
     ScanProgress latest() const;
 
@@ -58,8 +58,8 @@ private:
     mutable QMutex m_mutex;
     ScanProgress m_latest;
     bool m_running = true;
-    bool m_dirty = false;     // m_latest has not been passed on
-    bool m_scheduled = false; // the timer runs, or the event that starts it is on its way
+    bool m_dirty = false;     // m_latest has not been forwarded
+    bool m_scheduled = false; // the timer is running, or the event that starts it is queued
     QTimer m_timer;
 };
 

@@ -6,9 +6,8 @@
 namespace core
 {
 
-// A size as every module shows it: GB, MB or KB with two decimals, the unit chosen by integer division by
-// 2^30 and 2^20; there are no bytes and no TB ("0.29 KB", "1024.00 MB", "3072.00 GB"). Always a decimal
-// point.
+// A size as all modules show it: GB, MB or KB with two decimals. The unit depends on integer division by 2^30
+// and 2^20; bytes and TB are not used ("0.29 KB", "1024.00 MB", "3072.00 GB"). Always with a decimal point.
 QString sizeText(quint64 bytes);
 
 } // namespace core

@@ -14,9 +14,9 @@
 namespace core
 {
 
-// One object of a WMI answer: those of the properties asked for that could be read, by name. A value is a
-// bool, a qint32 (32-bit integers with and without a sign), a double, a QString (64-bit integers, too: WMI
-// hands them out as texts) or a QStringList.
+// One object of a WMI result: the requested properties that could be read, by name. A value is a bool, a
+// qint32 (signed and unsigned 32-bit integers), a double, a QString (also for 64-bit integers, which WMI
+// returns as text) or a QStringList.
 class WmiRow
 {
 public:
@@ -26,11 +26,11 @@ public:
     void set(const QString &name, const QVariant &value) { m_values.insert(name, value); }
     bool has(const QString &name) const { return m_values.contains(name); }
 
-    // Empty when it was not read; a number in decimal.
+    // Empty if it was not read; numbers in decimal.
     QString text(const QString &name) const;
-    // As they came; a text is taken as a decimal number. None when not read, or no number.
+    // Numbers as returned; a text is parsed as decimal. nullopt if not read, or not a number.
     std::optional<qint64> integer(const QString &name) const;
-    // For properties without a sign: WMI hands 2^31 and above out as negative numbers.
+    // For unsigned properties: WMI returns values from 2^31 on as negative numbers.
     std::optional<quint64> unsignedInteger(const QString &name) const;
     // Any number but 0 is true: VARIANT_TRUE is -1.
     std::optional<bool> flag(const QString &name) const;
@@ -42,27 +42,28 @@ private:
 
 struct WmiQuery {
     QString text;           // WQL
-    QStringList properties; // what is read of every object
-    QString failure = QStringLiteral("Query for operating system name failed."); // written when it is refused
+    QStringList properties; // properties to read from every object
+    QString failure =
+        QStringLiteral("Query for operating system name failed."); // diagnostic text if the query is rejected
     QString scope = QStringLiteral("ROOT\\CIMV2");
 };
 
 enum class WmiAnswer {
     Complete,
-    Failed,  // at some step; rows may have come before
-    TooMany, // more objects than anybody reads: the rest was left
-    Stopped, // the job was asked to stop
+    Failed,  // at some step; rows may have been delivered
+    TooMany, // the result exceeded the limit and was truncated
+    Stopped, // cancelled
 };
 
-// Answers WMI questions, one at a time and always on the same thread. Implemented by platform::WmiSession.
+// Runs WMI queries, one at a time, always on the same thread. Implemented by platform::WmiSession.
 class WmiSource
 {
 public:
     virtual ~WmiSource() = default;
 
-    // Calls `take` for every object, in the order of the answer. Waits as long as WMI does.
+    // Calls `take` for every object, in result order. Blocks as long as WMI does.
     virtual WmiAnswer query(const WmiQuery &query, const std::function<void(const WmiRow &)> &take) = 0;
-    // Writes the failure text of a query that could not even be put together.
+    // Writes the diagnostic text of a query that could not even be built.
     virtual void noteFailure(const WmiQuery &query, quint32 code) = 0;
 };
 

@@ -52,7 +52,7 @@ void WorkerThread::run()
         work();
     } catch (const std::bad_alloc &) {
         fail(tr("There is not enough memory."));
-    } catch (const std::length_error &) { // of a container that would be larger than any memory
+    } catch (const std::length_error &) { // thrown by a container whose size would exceed its maximum
         fail(tr("There is not enough memory."));
     } catch (const std::exception &error) {
         fail(QString::fromLocal8Bit(error.what()));
@@ -76,8 +76,8 @@ void WorkerThread::insist()
 
 void WorkerThread::deliver(std::function<void()> emission)
 {
-    // Posted to this object and not to a receiver: deleting the worker takes the event away with it, which a
-    // queued connection to a form does not do.
+    // Posted to this object rather than to a receiver: deleting the worker removes the event too, which a
+    // queued connection to a form would not do.
     QMetaObject::invokeMethod(this, std::move(emission), Qt::QueuedConnection);
 }
 
@@ -94,7 +94,7 @@ void RetireWorker::operator()(WorkerThread *worker) const
 {
     worker->disconnect();
     worker->requestStop();
-    // A worker that has already finished is deleted below, and its pending deleteLater() goes with it.
+    // If the worker has finished already, it is deleted below, together with its pending deleteLater().
     QObject::connect(worker, &QThread::finished, worker, &QObject::deleteLater);
     if (!worker->isRunning()) {
         delete worker;

@@ -13,10 +13,10 @@
 namespace core
 {
 
-// A job on its own thread. A subclass writes work(), which calls an engine function with cancelFlag() and
-// keeps the result in a member; whoever started the job reads the member when done() arrives. A subclass
-// whose end has a name of its own connects done() to that signal in its constructor. It does not delete
-// itself: it is owned through WorkerPointer or RetiringPointer, or by a JobHost.
+// A job on its own thread. A subclass implements work(), which calls an engine function with cancelFlag() and
+// stores the result in a member; the owner reads it when done() arrives. A subclass with a differently named
+// end signal connects done() to it in its constructor. Does not delete itself: owned through WorkerPointer or
+// RetiringPointer, or by a JobHost.
 class WorkerThread : public QThread
 {
     Q_OBJECT
@@ -25,33 +25,33 @@ public:
     // work() runs with this priority.
     explicit WorkerThread(Priority priority = InheritPriority) : m_priority(priority) {}
 
-    // As QThread's, and where the system has no thread left, that is the job's error.
+    // As QThread::start(), but if no thread can be created, that becomes the job's error.
     void start();
-    // From any thread; the job ends soon, and done() is emitted as always.
+    // Any thread; the job ends soon, and done() is emitted as usual.
     void requestStop();
     bool stopRequested() const noexcept { return m_cancel.isSet(); }
-    // After done(): why the job failed, in words for the user; empty when it did not. Being stopped is no
+    // After done(): why the job failed, as a text for the user; empty if it did not. Being stopped is not a
     // failure.
     const QString &error() const noexcept { return m_error; }
 
 signals:
-    // Once, when work() has returned or thrown, on the thread that this object lives in.
+    // Emitted once when work() has returned or thrown, on the thread that this object lives in.
     void done();
 
 protected:
     const CancelFlag &cancelFlag() const noexcept { return m_cancel; }
 
-    // The job, on a thread of its own. What it throws becomes error().
+    // Runs on the worker thread. Exceptions become error().
     virtual void work() = 0;
-    // Called after a work() that threw, on the same thread: drops what it has left half done.
+    // Called after work() has thrown, on the same thread, to discard partial results.
     virtual void abandon() {}
-    // Ends a call in which work() waits for a disk or a share, where the system can. Called on the thread
-    // that this object lives in, from requestStop() until work() has ended, several times a second.
+    // Cancels a blocking disk or network call of work(), where the system supports it. Called several times a
+    // second on the thread that this object lives in, from requestStop() until work() has returned.
     virtual void interrupt() {}
 
-    // Called by work(): does `emission` later, on the thread that this object lives in, and not at all when
-    // the worker is ended first: deliver([this] { emit halfDone(); }). A signal that work() emits itself
-    // through a queued connection still arrives after the worker's end.
+    // Called by work(): runs `emission` later on the thread that this object lives in, but not after the
+    // worker has been ended: deliver([this] { emit halfDone(); }). By contrast, a signal emitted directly in
+    // work() through a queued connection may still arrive then.
     void deliver(std::function<void()> emission);
 
 private:
@@ -67,8 +67,8 @@ private:
     QString m_error;
 };
 
-// Ends a worker, on the thread that it lives in: no signal of it is delivered any more (see deliver() about
-// those that wait in a queue already), it is asked to stop, waited for and deleted.
+// Ends a worker on the thread that it lives in: its signals are no longer delivered (see deliver() about
+// those already queued), it is asked to stop, waited for and deleted.
 struct EndWorker {
     void operator()(WorkerThread *worker) const;
 };
@@ -76,10 +76,9 @@ struct EndWorker {
 template <class Worker>
 using WorkerPointer = std::unique_ptr<Worker, EndWorker>;
 
-// Ends a worker without waiting for it, which may take as long as a disk that does not answer: it is silenced
-// and asked to stop like one that is ended, and deleted when its thread has finished. Only for workers that
-// hold nothing but their own data and answer by signals, none of which is connected directly: a function that
-// deliver() calls itself is called all the same.
+// Ends a worker without waiting, since an unresponsive disk may block it: it is silenced and asked to stop as
+// above, and deleted when its thread has finished. Only for workers that own all of their data and answer by
+// signals without direct connections: functions called directly by the worker are still called.
 struct RetireWorker {
     void operator()(WorkerThread *worker) const;
 };
@@ -87,8 +86,8 @@ struct RetireWorker {
 template <class Worker>
 using RetiringPointer = std::unique_ptr<Worker, RetireWorker>;
 
-// Waits for the retired workers that have not finished. The application object does so when it goes; whoever
-// takes away earlier what they work with calls it before.
+// Waits for retired workers that have not finished. The application object does this on exit; call it earlier
+// before removing something that they use.
 void waitForRetiredWorkers();
 
 } // namespace core

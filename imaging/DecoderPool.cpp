@@ -25,8 +25,8 @@ using Clock = std::chrono::steady_clock;
 
 enum class Answer { NoReply, Lost, Failed, TooLarge, Done };
 
-// Sends a request and reads as far as what was asked for. The memory that the picture needs may have to be
-// waited for, which is not the decoder's fault: `begin` starts the time anew.
+// Sends a request and reads up to the start of the result. The decoder may have to wait until memory is free,
+// which must not count against its time limit: `begin` restarts the clock.
 Answer request(platform::PipedProcess &process, Wish wish, const QString &path,
                const imaging::BeforeDecode &beforeDecode, const std::function<void()> &begin)
 {
@@ -99,7 +99,7 @@ DecoderPool::Taken DecoderPool::take(const QString &path, const core::CancelFlag
     return {startFor(path, cancel)};
 }
 
-// Null when it does not start; the picture is counted as lost then, or all of them are decoded here.
+// Null if it cannot be started; then the image is counted as lost, or images are decoded in this process.
 DecoderPool::Process DecoderPool::startFor(const QString &path, const core::CancelFlag &cancel)
 {
     Process process = start(cancel);
@@ -138,7 +138,7 @@ void DecoderPool::countLost(const QString &path)
     qDebug() << "Dropped, its decoder ended or did not start:" << path;
 }
 
-// What `read` reads once a decoder has done what was wished for.
+// Reads the result with `read` once a decoder has finished the request.
 template <class Result>
 std::optional<Result>
 DecoderPool::ask(Taken taken, Wish wish, const QString &path, const imaging::BeforeDecode &beforeDecode,
@@ -156,8 +156,8 @@ DecoderPool::ask(Taken taken, Wish wish, const QString &path, const imaging::Bef
     };
     Answer answer = requestOnce();
     if (answer == Answer::NoReply && taken.isUsed && !givenUp) {
-        // Damage that the last picture did to it shows late. hasEnded() did not see that one: a process that
-        // ends closes its pipes first.
+        // The decoder may have been damaged by the previous image. hasEnded() may miss that, since a process
+        // closes its pipes before it ends.
         process = startFor(path, cancel);
         if (!process)
             return std::nullopt;
@@ -169,7 +169,7 @@ DecoderPool::ask(Taken taken, Wish wish, const QString &path, const imaging::Bef
     const bool lost = !result && answer != Answer::Failed && answer != Answer::TooLarge;
     if (isTooLarge && answer == Answer::TooLarge)
         *isTooLarge = true;
-    process->setGiveUp({}); // it refers to what ends with this call
+    process->setGiveUp({}); // its callback refers to this call's arguments
     const std::lock_guard lock(m_mutex);
     if (!lost)
         m_idle.push_back(std::move(process));

@@ -17,58 +17,58 @@
 namespace imaging
 {
 
-// Decodes pictures in processes of their own, so that a file that brings its decoder down, or keeps it busy
-// for ever, costs that one file. There are as many of these processes as threads decode at a time; one that
-// ended is replaced when the next picture comes. One that ends before it replies may have been brought down
-// by what it decoded before: then another one is asked, once. What does not start is started once more. Where
-// not even the first can be started, pictures are decoded in this process, behind the limits of
-// imaging::readImage(), and cancelling waits for the picture that is being decoded. Any thread.
+// Decodes images in separate processes, so that a file which crashes its decoder or keeps it busy forever
+// costs only that file. There are as many processes as threads decoding at a time; a process that has ended
+// is replaced for the next image. If one ends before it replies, the previous image may be to blame: then
+// another process is tried, once. A failed start is also retried once. If not even the first process can be
+// started, images are decoded in this process, within the limits of imaging::readImage(), and cancelling
+// waits for the current image. Any thread.
 class DecoderPool
 {
 public:
-    // The largest picture that is allowed takes 1.2 GiB as AVIF, and about half of that in other formats.
+    // The largest image allowed takes 1.2 GiB as AVIF, and about half of that in other formats.
     static constexpr quint64 memoryOfOne = quint64(3) << 29;
-    // Files that are made to take much take no more than this at a time, however many there are. Others stay
-    // below by the MemoryBudget of the job.
+    // Limit for all decoders together, for files crafted to use much memory. Normal files stay below it
+    // through the job's MemoryBudget.
     static constexpr quint64 memoryOfAll = quint64(4) << 30;
 
     struct Options {
-        QString program;                            // decoderProgram(), or a test's own
-        std::chrono::milliseconds patience{60'000}; // for one picture
+        QString program;                            // decoderProgram(), or a test program
+        std::chrono::milliseconds patience{60'000}; // time limit per image
         std::chrono::milliseconds startPatience{20'000};
     };
 
     explicit DecoderPool(Options options);
     ~DecoderPool();
 
-    // Beside the application's executable.
+    // Located beside the application's executable.
     static QString decoderProgram();
 
-    // As examine() of what readImage() gives, and readImage() itself. Ends soon after `cancel` is set,
+    // examine() of the result of readImage(), and readImage() itself. Returns soon after `cancel` is set,
     // without a result.
     std::optional<Examination> examine(const QString &path, const imaging::BeforeDecode &beforeDecode,
                                        const core::CancelFlag &cancel);
     std::optional<imaging::LoadedImage> picture(const QString &path, const core::CancelFlag &cancel);
-    // The same with all that is stored: colour table, up to 16 bits a channel, resolution and colour profile.
-    // `isTooLarge` becomes true where the header states a picture above the limit.
+    // The same with everything that is stored: colour table, up to 16 bits per channel, resolution and colour
+    // profile. Sets `isTooLarge` if the header states an image above the limit.
     std::optional<imaging::LoadedImage> source(const QString &path, const BeforeDecode &beforeDecode,
                                                const core::CancelFlag &cancel, bool *isTooLarge = nullptr);
 
-    // Ends the decoders that have nothing to do; the next picture starts one again.
+    // Ends idle decoders; the next image starts one again.
     void rest();
 
-    // Whether pictures are decoded here because no decoder could be started.
+    // Whether images are decoded in this process because no decoder could be started.
     bool usesThisProcess() const;
-    // Pictures that were dropped because their decoder ended, was ended or could not be started again;
-    // cancelled ones not counted.
+    // Images that were dropped because their decoder ended, was terminated or could not be restarted;
+    // excluding cancelled ones.
     int lost() const;
 
 private:
     using Process = std::unique_ptr<platform::PipedProcess>;
 
     struct Taken {
-        Process process;     // null when there is none for this picture
-        bool isUsed = false; // it has answered before
+        Process process;     // null if none is available for this image
+        bool isUsed = false; // it has answered a request before
     };
 
     template <class Result>
@@ -87,7 +87,7 @@ private:
 
     const Options m_options;
     const platform::ProcessGroup m_group{memoryOfOne, memoryOfAll};
-    mutable std::mutex m_mutex; // guards what follows
+    mutable std::mutex m_mutex; // guards the following members
     std::vector<Process> m_idle;
     bool m_everStarted = false;
     bool m_usesThisProcess = false;

@@ -11,12 +11,12 @@ namespace imaging
 
 class ThumbnailFile;
 
-// The thumbnails that are on the screen, read when they are first painted.
+// The thumbnails on the screen, loaded when they are first painted.
 class ThumbnailCache
 {
 public:
     void setFile(std::shared_ptr<ThumbnailFile> file);
-    // Null for a picture without a thumbnail.
+    // Null for an image without a thumbnail.
     QPixmap pixmap(qint64 thumbnail);
 
 private:

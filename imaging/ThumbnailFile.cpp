@@ -31,7 +31,7 @@ ThumbnailFile::ThumbnailFile(const QString &temporaryFolder)
     m_file.setFileName(
         folder +
         QStringLiteral("/Lookalikes-%1.thumbnails").arg(QUuid::createUuid().toString(QUuid::WithoutBraces)));
-    // Noted before the file is there: nothing is left behind whenever the window closes.
+    // Recorded before the file is created, so that nothing is left behind whenever the window closes.
     ThumbnailStore::noteProduced();
     m_file.open(QIODevice::ReadWrite | QIODevice::NewOnly);
 }
@@ -43,7 +43,8 @@ ThumbnailFile::~ThumbnailFile()
         return;
     const QString root = QDir::toNativeSeparators(m_temporaryFolder);
     platform::eraseOwn(root, QDir::toNativeSeparators(m_file.fileName()));
-    // The window that closes during a scan could remove neither. The folder goes only when it is empty.
+    // If the window was closed during a scan, it could not remove these. The folder is only removed if it is
+    // empty.
     platform::eraseOwn(root, QDir::toNativeSeparators(ThumbnailStore::folder(m_temporaryFolder)));
 }
 

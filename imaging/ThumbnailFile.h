@@ -10,24 +10,24 @@
 namespace imaging
 {
 
-// The thumbnails of one scan, in a file of ThumbnailStore's folder. The file is open while a scan
-// writes to it and afterwards only for the moment of a read, so that it can be removed at any time; what is
-// gone loads as a null image. Removes its file when it goes, and the folder when that is empty then.
+// The thumbnails of one scan, in a file in ThumbnailStore's folder. The file is open while a scan writes to
+// it, and afterwards only during a read, so that it can be deleted at any time; missing thumbnails load as
+// null images. The destructor deletes the file, and the folder if it is empty then.
 class ThumbnailFile : public ThumbnailSink
 {
 public:
-    // Nothing can be stored when the folder cannot be made, or leads out of the temporary folder.
-    // Erases the files that an earlier run left when it crashed. Before the first one of this run.
+    // Without a folder, or if the folder leads out of the temporary folder, nothing can be stored.
+    // clearLeftovers() deletes files that a crashed run left; call it before this run creates its first one.
     static void clearLeftovers(const QString &temporaryFolder);
 
     explicit ThumbnailFile(const QString &temporaryFolder);
     ~ThumbnailFile() override;
 
-    // During the scan, on any thread. Notes in ThumbnailStore that there are thumbnails.
+    // During the scan, on any thread. Tells ThumbnailStore that there are thumbnails.
     qint64 store(const QImage &thumbnail) override;
-    // After the scan, before the first load(): only these are kept, and the file shrinks to them.
+    // After the scan, before the first load(): keeps only these, and shrinks the file accordingly.
     void close(std::vector<qint64> kept);
-    // One thread.
+    // One thread at a time.
     QImage load(qint64 thumbnail);
 
     QString fileName() const { return m_file.fileName(); }

@@ -4,12 +4,12 @@
 #include <QString>
 #include <QStringView>
 
-// What the background agent leaves for the forms and for itself.
+// What the background agent stores for the forms and for its own next start.
 namespace settings
 {
 
-// What a feature does at present and what it will do next, in sentences. Of an agent that has ended nothing
-// is left; one that was killed leaves its last, so ask first whether one runs.
+// What a feature is doing and what it will do next, as sentences. Cleared when the agent ends, but not if it
+// is killed, so check first whether one is running.
 struct AgentState {
     QString now;
     QString next;
@@ -19,7 +19,8 @@ struct AgentState {
 AgentState readAgentState(QStringView feature);
 void writeAgentState(QStringView feature, const AgentState &state);
 
-// A note of the agent to its next start, so that an act can be undone after a crash. Empty: none.
+// A note from the agent to its next start, so that changes can be undone after a crash. Empty if there is
+// none.
 QString readAgentNote(QStringView name);
 void writeAgentNote(QStringView name, const QString &text);
 

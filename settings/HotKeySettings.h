@@ -9,7 +9,7 @@ namespace settings
 {
 
 inline constexpr Flag hotKeysEnabled{keys::hotKey, u"Enabled"};
-// automation::commandText() each.
+// Each as written by automation::commandText().
 inline constexpr TextList hotKeyCommands{keys::hotKey, u"command", u"commandCount", 200};
 
 } // namespace settings

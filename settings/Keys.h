@@ -3,8 +3,8 @@
 
 #include <QStringView>
 
-// Every key of the settings, below HKEY_CURRENT_USER. They are the stored format: old installations read and
-// write the same ones, so neither they nor the value names in the modules' own headers are ever "corrected".
+// All registry keys of the settings, below HKEY_CURRENT_USER. They are the stored format, shared with old
+// installations: neither they nor the value names in the modules' headers may be "corrected".
 namespace settings::keys
 {
 
@@ -26,10 +26,10 @@ inline constexpr QStringView findDuplicate = u"Software\\Fernlight\\Folder Size 
 inline constexpr QStringView secureDelete = u"Software\\Fernlight\\Folder Size Analyzer\\Secure Delete";
 inline constexpr QStringView folderSizeAnalyzer = u"Software\\Folder Size Analyzer";
 
-// An older product, read only, to take its settings over.
+// A predecessor product; its settings are only read, to be taken over.
 inline constexpr QStringView wakeward = u"Software\\Fernlight\\Wakeward";
 
-// Windows' own: the user's environment, where OneDrive notes its folder.
+// Windows' own key with the user's environment variables, where OneDrive stores its folder.
 inline constexpr QStringView environment = u"Environment";
 
 } // namespace settings::keys

@@ -10,8 +10,7 @@
 namespace settings
 {
 
-// Sets of values that the user gave a name, each kept as one text (JSON) of a list. What is damaged is passed
-// over.
+// Named sets of values (presets), each stored as one JSON text of a list. Damaged entries are skipped.
 class NamedSets
 {
 public:
@@ -19,7 +18,7 @@ public:
 
     QStringList names() const; // in alphabetical order
     std::optional<QVariantMap> find(const QString &name) const;
-    // Replaces a set of that name. False when the list is full, or Windows refused.
+    // Replaces a set of the same name. False if the list is full, or the registry could not be written.
     bool save(const QString &name, const QVariantMap &values) const;
     bool remove(const QString &name) const;
 

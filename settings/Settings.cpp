@@ -22,7 +22,7 @@ namespace
 using platform::RegKey;
 using platform::wide;
 
-// The longest name of a key is 255 characters (registry element size limits of Windows).
+// Limit for a key name: 255 characters (registry element size limits of Windows).
 constexpr DWORD maximumKeyName = 255;
 constexpr int maximumAttempts = 8;
 constexpr quint32 firstBuildOfWindows11 = 22000;
@@ -57,8 +57,8 @@ Function ntdllFunction(const char *name)
                  : nullptr;
 }
 
-// Deletes the key behind the handle and nothing else. The calls that take a name would look the name up again
-// and, for a link, act on the key that it leads to.
+// Deletes exactly the key behind the handle. Functions that take a name would look it up again and, for a
+// link, act on its target.
 bool deleteOpenedKey(const RegKey &key)
 {
     using Delete = LONG(NTAPI *)(HANDLE);
@@ -74,8 +74,8 @@ bool isLink(const RegKey &key)
            type == REG_LINK;
 }
 
-// The option opens a link itself instead of what it leads to. The depth of the recursion is bounded by
-// Windows: no key lies deeper than 512 levels.
+// The option opens a link itself instead of its target. Windows limits the depth of keys to 512, and with it
+// the recursion.
 bool deleteTree(HKEY parent, const wchar_t *name)
 {
     RegKey key;
@@ -85,7 +85,8 @@ bool deleteTree(HKEY parent, const wchar_t *name)
         qDebug() << "RegDeleteKeyEx Enumerate the keys";
         std::array<wchar_t, maximumKeyName + 1> child;
         DWORD length = maximumKeyName + 1;
-        // Every deleted child moves the next one to index 0; a child that stays would be met for ever.
+        // Each deleted child moves the next one to index 0; a child that cannot be deleted would be
+        // enumerated forever.
         while (RegEnumKeyExW(key.get(), 0, child.data(), &length, nullptr, nullptr, nullptr, nullptr) ==
                ERROR_SUCCESS) {
             qDebug() << "RegDeleteKeyEx alsoDeleteChildKey";
@@ -116,7 +117,7 @@ bool readDword(QAnyStringView key, QAnyStringView name, quint32 &value)
 {
     const QString keyPath = key.toString();
     const QString valueName = name.toString();
-    // The call writes into its buffer even when it fails, hence a variable of our own.
+    // The function writes into its buffer even if it fails, hence a local variable.
     DWORD stored = 0;
     DWORD bytes = sizeof stored;
     const LSTATUS status = RegGetValueW(HKEY_CURRENT_USER, wide(keyPath), wide(valueName), RRF_RT_REG_DWORD,
@@ -143,9 +144,9 @@ bool readString(QAnyStringView key, QAnyStringView name, QString &text)
     if (status == ERROR_SUCCESS)
         status = ERROR_MORE_DATA;
     std::wstring buffer;
-    // The text may grow between two calls; twice the room each time ends the race soon.
+    // The text may grow between two calls; doubling the buffer ends the race soon.
     for (int attempt = 0; status == ERROR_MORE_DATA && attempt < maximumAttempts; ++attempt) {
-        // A stored text may have an odd number of bytes, and none at all. The last character stays NUL.
+        // A stored text may have an odd number of bytes, and no terminator. The last character stays NUL.
         const std::size_t wanted = bytes / sizeof(wchar_t) + 2;
         buffer.assign(std::max(wanted, 2 * buffer.size()), L'\0');
         bytes = static_cast<DWORD>((buffer.size() - 1) * sizeof(wchar_t));
@@ -155,7 +156,7 @@ bool readString(QAnyStringView key, QAnyStringView name, QString &text)
         qDebug() << "error";
         return false;
     }
-    // Whole characters only: of a stored odd number of bytes the last one falls away.
+    // Whole characters only: a trailing odd byte is dropped.
     buffer.resize(bytes / sizeof(wchar_t));
     text = platform::fromWide(buffer.c_str()); // up to the first NUL
     return true;

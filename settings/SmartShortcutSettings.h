@@ -7,7 +7,7 @@
 namespace settings
 {
 
-// Where smart shortcuts are looked for besides the desktop and the Start menu; empty for nowhere.
+// An additional folder that is searched for smart shortcuts; empty for none.
 inline constexpr Text smartShortcutFolder{keys::smartShortcut, u"Folder"};
 
 } // namespace settings

@@ -19,14 +19,14 @@
 namespace settings
 {
 
-// A DWORD taken as signed 32-bit: -50 is stored as 0xFFFFFFCE.
+// A DWORD as a signed 32-bit number: -50 is stored as 0xFFFFFFCE.
 struct Number {
     QStringView key;
     QStringView name;
     qint32 fallback = 0;
     qint32 minimum = std::numeric_limits<qint32>::min();
     qint32 maximum = std::numeric_limits<qint32>::max();
-    enum class Outside { Fallback, Nearest }; // what a stored number beyond the limits counts as
+    enum class Outside { Fallback, Nearest }; // what replaces a stored number outside the limits
     Outside outside = Outside::Fallback;
 
     qint32 usable(qint32 stored) const
@@ -43,12 +43,12 @@ struct Number {
     bool write(qint32 value) const { return writeDword(key, name, static_cast<quint32>(value)); }
 };
 
-// A DWORD, any value but 0 is on; written as 1 or 0.
+// A DWORD; any value but 0 is on. Written as 1 or 0.
 struct Flag {
     QStringView key;
     QStringView name;
     bool fallback = false;
-    bool onlyOne = false; // 1 is on, and nothing else
+    bool onlyOne = false; // only 1 is on
 
     bool read() const
     {
@@ -59,18 +59,19 @@ struct Flag {
     bool write(bool on) const { return writeDword(key, name, on ? 1 : 0); }
 };
 
-// Texts in numbered values ("command0", "command1", ...), with their number in a value of its own or, without
-// a name for it, as many of the first `maxItems` as are there.
+// Texts in numbered values ("command0", "command1", ...), with their count in a separate value or, without a
+// name for that, as many of the first `maxItems` as exist.
 struct TextList {
     QStringView key;
     QStringView name;
     QStringView countName = {};
-    int maxItems = 1000; // a damaged count must not cost four thousand million reads
+    int maxItems = 1000; // limits the reads for a damaged count
 
-    // In the order of their numbers; what is absent or no text is passed over.
+    // In numeric order; missing values and values that are not texts are skipped.
     QStringList read() const;
-    // Items above maxItems are left out. What an earlier, longer list left behind is removed last, so that a
-    // reader in another process sees the old items or the new ones. False when Windows refused any of it.
+    // Items beyond maxItems are dropped. Leftovers of an earlier, longer list are deleted last, so that a
+    // reader in another process sees either the old or the new items. False if any value could not be
+    // written.
     bool write(const QStringList &items) const;
 };
 
@@ -79,7 +80,7 @@ struct Text {
     QStringView name;
     QStringView fallback = {};
 
-    // A stored empty text is an empty text, not the default.
+    // A stored empty text is returned as such, not replaced by the default.
     QString read() const
     {
         QString text;

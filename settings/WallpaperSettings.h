@@ -4,7 +4,7 @@
 #include "settings/Keys.h"
 #include "settings/Values.h"
 
-// The changing wallpaper: written by its form, read by the background agent. The agent writes the indices.
+// The wallpaper changer: written by its form, read by the background agent, which also writes the indices.
 namespace settings
 {
 
@@ -15,7 +15,7 @@ inline constexpr Number wallpaperPeriod{keys::wallpaperChanger, u"TimePeriod", 0
 // 0 Bing, 1 NASA, 2 the user's own list.
 inline constexpr Number wallpaperSource{keys::wallpaperChanger, u"Source", 0, 0, 2};
 inline constexpr Number wallpaperRegion{keys::wallpaperChanger, u"Region", 0, 0, 200};
-// The picture that is shown: days back, or its place in the list.
+// The current image: days back, or its index in the list.
 inline constexpr Number bingIndex{keys::wallpaperChanger, u"BingCurrentIndex", 0, 0, 100};
 inline constexpr Number nasaIndex{keys::wallpaperChanger, u"NasaCurrentIndex", 0, 0, 100};
 inline constexpr Number customIndex{keys::wallpaperChanger, u"CustomIndex", 0, 0, 10'000};

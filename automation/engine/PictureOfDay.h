@@ -28,7 +28,7 @@ struct PictureRegion {
 };
 std::span<const PictureRegion> pictureRegions();
 
-// Whether an address may be fetched: https, a host name (no IP address), no password. Tests pass their own
+// Whether an address may be fetched: https, with a host name and without credentials. Tests pass their own
 // rule to allow a local server.
 using AllowedAddress = bool (*)(const QUrl &address);
 bool isSecureAddress(const QUrl &address);

@@ -19,16 +19,16 @@ std::optional<imaging::LoadedImage> load(platform::ByteChannel &application, con
 {
     try {
         return decode(path, [&application](qint64 bytes) {
-            // When the other end is gone, the answer to the request will tell.
+            // If the other end is gone, sending the answer will fail too.
             if (writeNumber(application, Reply::Needs) && writeNumber(application, bytes))
                 readNumber<quint8>(application);
         });
-    } catch (const std::exception &) { // what is thrown here is a lack of memory
+    } catch (const std::exception &) { // out of memory
         return std::nullopt;
     }
 }
 
-// Reads the header once more, where somebody is told why there is no picture.
+// Reads the header again, to report why there is no image.
 Reply refusal(const Request &request)
 {
     try {

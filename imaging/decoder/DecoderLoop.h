@@ -9,15 +9,15 @@
 namespace decoder
 {
 
-// imaging::readImage() of a file that others may rename and remove meanwhile: the user should not be kept
-// from moving a picture to the recycle bin by this program's own look at it.
+// imaging::readImage() with a sharing mode that lets others rename and delete the file: decoding must not
+// keep the user from moving an image to the recycle bin.
 std::optional<imaging::LoadedImage> decodeFile(const QString &path,
                                                const imaging::BeforeDecode &beforeDecode = {});
 
 // imaging::isTooLarge() of such a file.
 bool isTooLarge(const QString &path);
 
-// The decoder's whole life: answers requests until the other end is gone.
+// The main loop of the decoder process: answers requests until the other end is gone.
 void serve(platform::ByteChannel &application, const imaging::Decode &decode);
 
 } // namespace decoder

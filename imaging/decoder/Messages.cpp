@@ -28,7 +28,7 @@ bool writeImage(platform::ByteChannel &to, const QImage &image)
     if (!writeNumber<qint32>(to, pixels.width()) || !writeNumber<qint32>(to, pixels.height()) ||
         !writeNumber<quint8>(to, alpha ? 1 : 0))
         return false;
-    // 32-bit rows have no gaps between them.
+    // Rows of 32-bit pixels have no padding.
     return to.write(pixels.constBits(), rowBytes * static_cast<std::size_t>(pixels.height()));
 }
 
@@ -122,7 +122,7 @@ std::optional<Picture> readPicture(platform::ByteChannel &from)
 namespace
 {
 
-// Those in which a source travels; the number that is sent is the place in this list.
+// The formats in which a source is transferred, sent as an index into this list.
 constexpr std::array sourceFormats{
     QImage::Format_RGB32,    QImage::Format_ARGB32,     QImage::Format_RGBX64,     QImage::Format_RGBA64,
     QImage::Format_Indexed8, QImage::Format_Grayscale8, QImage::Format_Grayscale16};
@@ -174,7 +174,7 @@ std::optional<QImage> readSourcePixels(platform::ByteChannel &from)
     const qint64 bytesPerPixel = QImage::toPixelFormat(format).bitsPerPixel() / 8;
     if (qint64(*width) > maxBytes / bytesPerPixel / *height)
         return std::nullopt;
-    const qsizetype rowBytes = (*width * bytesPerPixel + 3) / 4 * 4; // as QImage lays out its own
+    const qsizetype rowBytes = (*width * bytesPerPixel + 3) / 4 * 4; // the row stride that QImage uses
     const auto memory = from.readLarge(static_cast<std::size_t>(rowBytes * *height));
     if (!memory)
         return std::nullopt;
@@ -184,11 +184,11 @@ std::optional<QImage> readSourcePixels(platform::ByteChannel &from)
         [](void *ours) { delete static_cast<std::shared_ptr<std::byte> *>(ours); }, owner.get());
     if (image.isNull())
         return std::nullopt;
-    owner.release(); // the image's now
+    owner.release(); // now owned by the image
     return image;
 }
 
-// Indexes beyond the table would be read as such by whoever trusts it.
+// Indexes beyond the colour table would be used unchecked by later code.
 void keepWithinTable(QImage &image)
 {
     const auto largest = static_cast<uchar>(std::max<qsizetype>(image.colorCount(), 1) - 1);
@@ -231,7 +231,7 @@ std::optional<Picture> readSource(platform::ByteChannel &from)
     if (image->format() == QImage::Format_Indexed8) {
         QList<QRgb> colors(table->size() / qsizetype(sizeof(QRgb)));
         std::copy_n(table->constData(), table->size(), reinterpret_cast<char *>(colors.data()));
-        *image = image->copy(); // the decoder may still change what it shares
+        *image = image->copy(); // a copy, since the decoder could still modify the shared memory
         image->setColorTable(colors);
         keepWithinTable(*image);
     }

@@ -29,7 +29,7 @@ inline constexpr quint32 greeting = 0x4c4b4434; // "LKD4"; changes with the mess
 enum class Wish : quint8 {
     Examine, // an imaging::Examination
     Picture, // the picture itself, for the screen
-    Source   // the picture as it is stored, for a conversion
+    Source   // the image as stored, for a conversion
 };
 enum class Reply : quint8 { Failed, Needs, Done, TooLarge };
 
@@ -38,16 +38,16 @@ struct Request {
     QString path;
 };
 
-// As imaging::LoadedImage, 32 bits a pixel.
+// As imaging::LoadedImage, 32 bits per pixel.
 struct Picture {
     QByteArray format;
     QImage image;
 };
 
-// No longer side of an examination's thumbnail is above this; imaging::ThumbnailSpool keeps no more.
+// Limit for both sides of an examination's thumbnail; imaging::ThumbnailSpool stores no larger ones.
 inline constexpr int maxThumbnailSide = 1024;
 
-// All of these are false or empty when the conversation has ended or what came makes no sense.
+// All of these return false or nullopt if the connection has ended or the data is invalid.
 bool writeRequest(platform::ByteChannel &to, const Request &request);
 std::optional<Request> readRequest(platform::ByteChannel &from);
 bool writeExamination(platform::ByteChannel &to, const imaging::Examination &examination);
@@ -55,8 +55,8 @@ std::optional<imaging::Examination> readExamination(platform::ByteChannel &from)
 bool writePicture(platform::ByteChannel &to, const Picture &picture);
 std::optional<Picture> readPicture(platform::ByteChannel &from);
 
-// The same for Wish::Source: with its colour table or up to 16 bits a channel, its resolution and its colour
-// profile. Inks become red, green and blue, by the profile if there is one.
+// The same for Wish::Source: with colour table or up to 16 bits per channel, resolution and colour profile.
+// CMYK is converted to RGB, using the profile if there is one.
 bool writeSource(platform::ByteChannel &to, const Picture &picture);
 std::optional<Picture> readSource(platform::ByteChannel &from);
 

@@ -10,7 +10,7 @@ namespace imaging
 namespace
 {
 
-// A strip of 40 by 100,000 pixels is a small image with a thumbnail forty times its size.
+// A strip of 40 by 100,000 pixels is a small image whose thumbnail would be forty times as large.
 bool thumbnailFits(const QImage &image)
 {
     const qint64 shorter = std::min(image.width(), image.height());
@@ -22,7 +22,7 @@ bool thumbnailFits(const QImage &image)
 
 QImage thumbnailOf(QImage image)
 {
-    // Qt takes "@2x" in a file's name for a statement about its resolution.
+    // Qt interprets "@2x" in a file name as a device pixel ratio.
     image.setDevicePixelRatio(1);
     return image.width() > image.height() ? image.scaledToHeight(thumbnailSide, Qt::FastTransformation)
                                           : image.scaledToWidth(thumbnailSide, Qt::FastTransformation);

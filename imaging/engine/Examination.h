@@ -9,8 +9,8 @@
 #include <functional>
 #include <optional>
 
-// What is kept of a decoded image when only its look matters: a thumbnail, and a small square of samples by
-// which images can be compared. Any thread.
+// What is kept of a decoded image for display and comparison: a thumbnail, and a small square of samples. Any
+// thread.
 namespace imaging
 {
 
@@ -25,12 +25,12 @@ struct Examination {
     QImage thumbnail;
 };
 
-// Empty for an image with a side below sampleSide, and for one so long and thin that its thumbnail would take
-// more memory than an image may (imageAllocationLimit). Reads the pixels as they are stored: colours hidden
-// behind full transparency count, and so does the black that decoders leave there.
+// nullopt for an image with a side below sampleSide, and for one so long and narrow that its thumbnail would
+// exceed the limit for an image (imageAllocationLimit). Uses the pixels as stored: colours behind full
+// transparency count, as does the black that decoders put there.
 std::optional<Examination> examine(LoadedImage loaded);
 
-// readImage(), or a fake. Called on several threads at once. What it throws counts as a failure.
+// readImage() or a fake. Called on several threads at once. Exceptions count as a failure.
 using Decode = std::function<std::optional<LoadedImage>(const QString &path, const BeforeDecode &)>;
 
 } // namespace imaging

@@ -19,7 +19,7 @@ namespace
 
 constexpr qint64 limitBytes = qint64(imageAllocationLimit) << 20;
 
-// Qt keeps the limit in a plain variable: it is written once, before any thread of ours reads it.
+// Qt keeps the limit in a plain variable: it is set once, before any thread reads it.
 void limitAllocations()
 {
     [[maybe_unused]] static const bool once = [] {
@@ -28,8 +28,8 @@ void limitAllocations()
     }();
 }
 
-// As Qt's own check counts them: at least 32 bits a pixel, since every picture may be converted to that. The
-// limit itself where the header does not tell the size. Empty when the picture is too large.
+// Counted as in Qt's own check: at least 32 bits per pixel, since every image may be converted to that. The
+// limit itself if the header has no size. nullopt if the image is too large.
 std::optional<qint64> expectedBytes(const QImageReader &reader)
 {
     const QSize size = reader.scaledSize().isValid() ? reader.scaledSize() : reader.size();
@@ -44,7 +44,7 @@ std::optional<qint64> expectedBytes(const QImageReader &reader)
     return pixels * bytesPerPixel;
 }
 
-// A vector picture has no pixels of its own: a small one, an icon of 24 pixels say, is drawn larger.
+// A vector image has no pixels of its own: a small one, such as an icon of 24 pixels, is rendered larger.
 void drawLarge(QImageReader &reader)
 {
     const QSize size = reader.size();
@@ -74,7 +74,7 @@ std::optional<LoadedImage> decodeImage(std::unique_ptr<QIODevice> file, const Be
         return std::nullopt;
     if (beforeDecode)
         beforeDecode(*bytes);
-    // Not every decoder allocates through Qt, so the result is checked as well.
+    // Not every decoder allocates through Qt, so the result is checked too.
     if (!reader.read(&loaded.image) || loaded.image.isNull() || loaded.image.sizeInBytes() > limitBytes)
         return std::nullopt;
     return loaded;

@@ -9,14 +9,14 @@
 namespace imaging
 {
 
-// Bounds the memory that several threads hold at a time. A request above the whole budget is granted once
-// nothing else is held, so that none waits for ever.
+// Limits the memory that several threads hold at a time. A request above the whole budget is granted when
+// nothing else is held, so that it does not wait forever.
 class MemoryBudget
 {
 public:
     explicit MemoryBudget(qint64 bytes) : m_budget(bytes) {}
 
-    // Memory held until it goes out of scope. One thread holds one share at a time.
+    // Memory held until this goes out of scope. One share per thread at a time.
     class Share
     {
     public:
@@ -25,7 +25,7 @@ public:
         Share(const Share &) = delete;
         Share &operator=(const Share &) = delete;
 
-        // Waits until there is room. Once only.
+        // Waits until the memory is available. Call once only.
         void take(qint64 bytes);
 
     private:

@@ -15,10 +15,10 @@ namespace
 
 constexpr qsizetype signatureBytes = 8;
 
-// What the loader takes is no larger than this as a file, unless most of it is ballast.
+// A file larger than this would exceed the loader's limit, unless most of it is not image data.
 constexpr qint64 maxBytesInMemory = qint64(imageAllocationLimit) << 20;
 
-// A chunk is length, name, content and checksum. What stands behind the end chunk belongs to someone else.
+// A chunk consists of length, name, content and checksum. Anything after the end chunk is ignored.
 bool chunksFit(const QByteArray &png)
 {
     constexpr qsizetype headBytes = 8;

@@ -8,16 +8,16 @@ class QImage;
 namespace imaging
 {
 
-// What stands for a thumbnail that could not be kept.
+// The id of a thumbnail that could not be stored.
 inline constexpr qint64 noThumbnail = -1;
 
-// Takes thumbnails as they are made, so that none stays in memory.
+// Stores thumbnails as they are made, so that none stays in memory.
 class ThumbnailSink
 {
 public:
     virtual ~ThumbnailSink() = default;
-    // Called on several threads at once, in no particular order. Returns the number by which the thumbnail is
-    // loaded later, noThumbnail when it cannot be kept.
+    // Called on several threads at once, in no particular order. Returns the id for loading it later;
+    // noThumbnail if it could not be stored.
     virtual qint64 store(const QImage &thumbnail) = 0;
 };
 

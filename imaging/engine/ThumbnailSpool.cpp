@@ -46,7 +46,7 @@ qint64 ThumbnailSpool::store(const QImage &thumbnail)
 qint64 ThumbnailSpool::keepOnly(std::vector<qint64> kept)
 {
     const std::lock_guard lock(m_mutex);
-    std::sort(kept.begin(), kept.end()); // as they lie in the device: each moves forward or stays
+    std::sort(kept.begin(), kept.end()); // in device order: each moves towards the front or stays
     std::vector<Place> places(m_places.size(), Place{0, 0});
     m_end = 0;
     for (const qint64 thumbnail : kept) {

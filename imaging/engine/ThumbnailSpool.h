@@ -14,24 +14,25 @@ class QIODevice;
 namespace imaging
 {
 
-// Keeps thumbnails compressed, one behind the other, in one file that the caller opened: some kilobytes a
-// picture instead of a hundred in memory, and one file instead of a hundred thousand. Thread-safe.
+// Stores compressed thumbnails one after another in a file opened by the caller: a few kilobytes per image
+// instead of a hundred in memory, and one file instead of a hundred thousand. Thread-safe.
 class ThumbnailSpool final : public ThumbnailSink
 {
 public:
-    // Pixels of the longer side of what is kept; thumbnails of long and thin pictures are made smaller.
+    // Limit for the longer side; thumbnails of long and narrow images are scaled down.
     static constexpr int maxSide = 1024;
 
-    // Open for reading and writing, random access, empty. Not owned; used by nobody else meanwhile.
+    // Must be open for reading and writing, random access, and empty. Not owned; must not be used by others
+    // meanwhile.
     explicit ThumbnailSpool(QIODevice &device) : m_device(device) {}
 
-    // noThumbnail when the device takes no more (a full disk).
+    // noThumbnail if writing fails (a full disk).
     qint64 store(const QImage &thumbnail) override;
-    // Gives up all others: what is kept moves to the front of the device, and loads by its number as before.
-    // Returns what the device may be cut to. Each number once, in any order; what cannot be moved loads as
-    // null.
+    // Drops all other thumbnails: the kept ones move to the front of the device and keep their ids. Returns
+    // the size to which the device can be truncated. Each id once, in any order; a thumbnail that cannot be
+    // moved loads as null.
     qint64 keepOnly(std::vector<qint64> kept);
-    // Null for noThumbnail and for what cannot be read back.
+    // Null for noThumbnail, and for a thumbnail that cannot be read.
     QImage load(qint64 thumbnail);
 
 private:

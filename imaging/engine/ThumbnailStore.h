@@ -8,13 +8,13 @@
 namespace imaging
 {
 
-// The thumbnails that image modules write to disk while the program runs. A module notes the first one it
-// writes; when the window closes, the main window then removes the files before the program ends. Files only,
-// no folders, and all directly in folder(). Any thread.
+// Tracks the thumbnails that image modules write to disk while the program runs. A module reports the first
+// one it writes; when the window closes, the main window removes the files before the program ends. Files
+// only, no folders, all directly in folder(). Any thread.
 class ThumbnailStore
 {
 public:
-    // Where they lie, below the user's temporary folder (QDir::tempPath()). Nothing else is ever kept there.
+    // Their folder, below the user's temporary folder (QDir::tempPath()). Nothing else is ever stored there.
     static QString folder(const QString &temporaryFolder)
     {
         return temporaryFolder + QLatin1String("/Fernlight Larkspur/Thumbnails");
@@ -22,7 +22,7 @@ public:
 
     static void noteProduced() noexcept { s_produced.store(true); }
     static bool produced() noexcept { return s_produced.load(); }
-    // After the files are removed; one that its writer still holds open is that writer's to remove.
+    // After the files are removed; a file that its writer still holds open is removed by the writer.
     static void noteRemoved() noexcept { s_produced.store(false); }
 
 private:
