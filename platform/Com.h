@@ -8,8 +8,9 @@
 namespace platform
 {
 
-// COM for the current thread while the object lives; must be destroyed on the thread that made it. Does
-// nothing on a thread that already uses COM with the other threading model, where calls work all the same.
+// Initialises COM for the current thread while the object lives; must be destroyed on the thread that created
+// it. Does nothing on a thread that already uses COM with the other threading model, where calls work all the
+// same.
 class ComScope
 {
 public:
@@ -19,7 +20,7 @@ public:
     }
     ComScope(const ComScope &) = delete;
     ComScope &operator=(const ComScope &) = delete;
-    // S_FALSE (initialised before) is a success that has to be paired as well.
+    // S_FALSE (already initialised) is a success and must be balanced too.
     ~ComScope()
     {
         if (SUCCEEDED(m_result))
@@ -46,11 +47,11 @@ public:
     using UniqueHandle<ComTraits<Interface>>::UniqueHandle;
 
     Interface *operator->() const noexcept { return this->get(); }
-    // For calls that return an object through a pointer to void. Releases what was held.
+    // For functions that return an object through a void **. Releases the current object.
     void **putVoid() noexcept { return reinterpret_cast<void **>(this->put()); }
 };
 
-// Memory that COM and the shell hand out.
+// Memory allocated by COM and the shell.
 struct CoTaskMemoryTraits {
     using Raw = void *;
     static Raw none() noexcept { return nullptr; }

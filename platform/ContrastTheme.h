@@ -4,7 +4,7 @@
 namespace platform
 {
 
-// Whether the user works with one of Windows' contrast themes.
+// Whether one of Windows' contrast themes is active.
 bool contrastTheme();
 
 } // namespace platform

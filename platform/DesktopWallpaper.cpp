@@ -23,7 +23,7 @@ QString taken(LPWSTR text)
     return text ? fromWide(text) : QString();
 }
 
-// The call of old: one picture, and where it lies as two values of the registry.
+// The legacy call: a single image, with its position in two registry values.
 class OneWallpaper : public DesktopWallpaper
 {
 public:
@@ -97,7 +97,7 @@ public:
             if (FAILED(m_desktop->GetMonitorDevicePathAt(index, &text)))
                 continue;
             const QString monitor = taken(text);
-            RECT area; // S_FALSE for one that was there once
+            RECT area; // S_FALSE for a monitor that is no longer connected
             if (!monitor.isEmpty() && m_desktop->GetMonitorRECT(wide(monitor), &area) == S_OK)
                 found.append(monitor);
         }
@@ -110,7 +110,7 @@ public:
     }
     bool setPicture(const QString &monitor, const QString &path) override
     {
-        if (path.isEmpty()) // the interface takes a file only
+        if (path.isEmpty()) // the interface cannot remove an image
             return m_one.setPicture({}, {});
         return SUCCEEDED(m_desktop->SetWallpaper(name(monitor), wide(path)));
     }

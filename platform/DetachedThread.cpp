@@ -33,7 +33,7 @@ void runDetached(Task task)
         reinterpret_cast<HANDLE>(_beginthreadex(nullptr, 0, run, owned.get(), 0, nullptr)));
     if (!thread)
         throw std::system_error(errno, std::generic_category());
-    static_cast<void>(owned.release()); // it is the thread's
+    static_cast<void>(owned.release()); // the thread owns it now
 }
 
 } // namespace platform

@@ -10,25 +10,24 @@ class QWidget;
 namespace platform
 {
 
-// Flags and answers of the Windows message box (winuser.h), for callers that do not include <windows.h>.
+// Flags and results of the Windows message box (winuser.h), for callers that do not include <windows.h>.
 inline constexpr unsigned yesNoWarning = 0x34; // MB_YESNO | MB_ICONEXCLAMATION
 inline constexpr int idYes = 6;
 inline constexpr int idNo = 7;
 
-// Every box and file dialog of the program. Interface thread only. All functions return when the user has
-// answered; window messages are handled meanwhile, so a caller holds copies, checks its objects again
-// afterwards, and keeps its page disabled. Tests put a FakeDialogs in its place, so nothing in a test run
-// waits for a person.
+// All message boxes and file dialogs of the program. Interface thread only. All functions return after the
+// user has answered; window messages are processed meanwhile, so callers must copy what they need, check
+// their objects again afterwards, and keep their page disabled. Tests install a FakeDialogs, so that no test
+// run waits for a person.
 class Dialogs
 {
 public:
     virtual ~Dialogs() = default;
 
-    // The Windows message box without an owner; returns the id of the button.
+    // The Windows message box without an owner; returns the id of the pressed button.
     virtual int messageBox(const QString &text, const QString &caption, unsigned flags) = 0;
 
-    // Question, note and warning in the application's style; the text is shown as it stands, never as rich
-    // text.
+    // Question, information and warning in the application's style; the text is shown as plain text.
     virtual QMessageBox::StandardButton ask(QWidget *parent, const QString &title, const QString &text,
                                             QMessageBox::StandardButtons buttons = QMessageBox::Yes |
                                                                                    QMessageBox::No,
@@ -45,7 +44,7 @@ public:
 };
 
 Dialogs &dialogs();
-// For tests; null puts the real ones back. The object is not owned.
+// For tests; null restores the real implementation. The object is not owned.
 void setDialogs(Dialogs *replacement);
 
 } // namespace platform

@@ -19,32 +19,32 @@ struct Drive {
 
     QString root; // "C:\"
     Type type = Type::Unknown;
-    bool ready = false; // false: no medium, or not reachable; the fields below are then empty
+    bool ready = false; // false if there is no medium or it is not reachable; the fields below are empty then
     QString label;
     QString fileSystem;     // "NTFS"
-    quint64 totalBytes = 0; // that the user may have: less than the volume holds where quotas are set
-    quint64 freeBytes = 0;  // of the whole volume; beside a quota it may be more than `totalBytes`
+    quint64 totalBytes = 0; // available to the user: less than the volume's size if quotas are set
+    quint64 freeBytes = 0;  // of the whole volume; with a quota it may exceed `totalBytes`
 
-    // What is taken of `totalBytes`; none when more than that is free.
+    // The used part of `totalBytes`; 0 if more than that is free.
     quint64 usedBytes() const { return totalBytes - qMin(freeBytes, totalBytes); }
 
     bool operator==(const Drive &) const = default;
 };
 
-// The roots of the drive letters in use, in alphabetical order. Immediate.
+// The roots of all drive letters in use, in alphabetical order. Returns immediately.
 QStringList driveRoots();
 
-// For the program's start: from then on Windows asks for no disk when a drive turns out to be empty, whoever
-// looks at it; the call fails, and nothing else happens.
+// Call at program start: from then on Windows shows no "insert a disk" prompt for an empty drive; the call
+// just fails.
 void neverAskForDisks();
 
-// May take as long as the device likes: seconds for a sleeping disk, a minute for an absent server. Not for
-// the interface thread.
+// May block for any time: seconds for a sleeping disk, a minute for an absent server. Not for the interface
+// thread.
 Drive readDrive(const QString &root);
 
-// Reads all drives side by side on threads of its own, so that one that does not answer delays no other, and
-// tells the thread it lives in; a drive for which no thread can be started is reported as not ready. It can
-// be destroyed at any moment and waits for nothing.
+// Reads all drives in parallel, so that an unresponsive one does not delay the others, and reports each on
+// the thread this object lives in. A drive for which no thread can be started is reported as not ready. Can
+// be destroyed at any time without waiting.
 class DriveLister : public QObject
 {
     Q_OBJECT
@@ -55,20 +55,20 @@ public:
     explicit DriveLister(QObject *parent = nullptr);
     DriveLister(Reader reader, QObject *parent = nullptr);
 
-    // Starts reading these drives. A drive that is still being read is not asked a second time.
+    // Starts reading these drives. A drive that is still being read is not queried again.
     void refresh(const QStringList &roots = driveRoots());
     bool isBusy() const { return !m_pending.isEmpty(); }
 
 signals:
     void driveRead(const platform::Drive &drive);
-    void finished(); // nothing is being read any more
+    void finished(); // all drives have been read
 
 private:
     void read(const QString &root);
     void take(const QString &root, const Drive &drive);
 
     Reader m_reader;
-    QHash<QString, core::LatestAnswer *> m_answers; // one a drive, so that they do not replace each other
+    QHash<QString, core::LatestAnswer *> m_answers; // one per drive, so that they do not replace each other
     QStringList m_pending;
 };
 

@@ -8,7 +8,7 @@ namespace platform
 
 // The probe in use, the real one unless replaced. Any thread.
 core::FileProbe &fileProbe();
-// For tests, while no worker runs; null puts the real one back. The object is not owned.
+// For tests, while no worker is running; null restores the real implementation. The object is not owned.
 void setFileProbe(core::FileProbe *replacement);
 
 } // namespace platform

@@ -31,7 +31,7 @@ public:
 
     qint64 read(char *to, qint64 atMost) override
     {
-        constexpr qint64 maxAtOnce = qint64{1} << 30; // the call takes 32 bits
+        constexpr qint64 maxAtOnce = qint64{1} << 30; // ReadFile takes a 32-bit size
         DWORD got = 0;
         const auto wanted = static_cast<DWORD>(std::min(atMost, maxAtOnce));
         return ReadFile(m_file.get(), to, wanted, &got, nullptr) ? qint64{got} : -1;
@@ -51,7 +51,7 @@ std::unique_ptr<QIODevice> openShared(const QString &path)
     const int descriptor = _open_osfhandle(reinterpret_cast<intptr_t>(file.get()), _O_RDONLY | _O_BINARY);
     if (descriptor < 0)
         return nullptr;
-    file.release(); // the descriptor's from here on
+    file.release(); // now owned by the descriptor
     auto device = std::make_unique<QFile>();
     if (!device->open(descriptor, QIODevice::ReadOnly, QFileDevice::AutoCloseHandle)) {
         _close(descriptor);

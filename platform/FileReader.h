@@ -9,22 +9,21 @@
 namespace platform
 {
 
-// A file that is open for reading, null when it cannot be opened or is none. Others may write, rename and
-// delete it meanwhile; while QFile::open() has a file, nobody can rename it or move it to the recycle bin.
-// The device has no file name. Any thread.
+// A file opened for reading; null if it cannot be opened or is not a file. Others may write, rename and
+// delete it meanwhile, whereas QFile::open() prevents renaming and moving to the recycle bin. The device has
+// no file name. Any thread.
 std::unique_ptr<QIODevice> openShared(const QString &path);
 
-// Reads a file from its beginning to its end. Others may write, rename and delete it meanwhile. One thread at
-// a time.
+// Reads a file from start to end. Others may write, rename and delete it meanwhile. One thread at a time.
 class FileReader
 {
 public:
     virtual ~FileReader() = default;
 
-    // Null when it cannot be opened. A file in a cloud store is not fetched for good by being read.
+    // Null if it cannot be opened. Reading a cloud file does not keep it on the disk permanently.
     static std::unique_ptr<FileReader> open(const QString &path);
 
-    // The number of bytes read, 0 at the end, -1 on an error.
+    // Returns the number of bytes read, 0 at the end, -1 on an error.
     virtual qint64 read(char *to, qint64 atMost) = 0;
 };
 

@@ -24,7 +24,7 @@ QDateTime localFileTime(quint64 fileTime)
 
 QString fileTimeText(quint64 fileTime)
 {
-    return fileTime == 0 ? QString() : // not known, and not a day in 1601
+    return fileTime == 0 ? QString() : // unknown, not a date in 1601
                localFileTime(fileTime).toString();
 }
 

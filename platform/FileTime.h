@@ -11,7 +11,7 @@ namespace platform
 // (the highest bit is set), prints the debug text "Error\n" and returns an invalid time.
 QDateTime localFileTime(quint64 fileTime);
 
-// The same in the default text form, "Thu Nov 5 03:04:05 2026"; empty when it cannot be converted.
+// The same as text, "Thu Nov 5 03:04:05 2026"; empty if it cannot be converted.
 QString fileTimeText(quint64 fileTime);
 
 } // namespace platform

@@ -17,7 +17,7 @@ namespace platform
 namespace
 {
 
-// Enough for some thousand runs or streams a call.
+// Enough for a few thousand runs or streams per call.
 constexpr std::size_t answerSize = 64 * 1024;
 constexpr std::size_t maxRuns = 10'000'000;
 
@@ -36,7 +36,7 @@ bool move(HANDLE file, qint64 distance, DWORD from)
 }
 
 constexpr auto bufferOverflow = static_cast<NTSTATUS>(0x80000005); // more runs follow
-constexpr auto endOfFile = static_cast<NTSTATUS>(0xC0000011);      // no cluster beyond the first asked for
+constexpr auto endOfFile = static_cast<NTSTATUS>(0xC0000011);      // no cluster after the requested start
 
 NTSTATUS askForRuns(HANDLE file, qint64 first, Answer &answer)
 {
@@ -52,7 +52,7 @@ NTSTATUS askForRuns(HANDLE file, qint64 first, Answer &answer)
     return status;
 }
 
-// Appends what one answer holds; false when it cannot be true.
+// Appends the runs of one result; false if they are inconsistent.
 bool appendRuns(const Answer &answer, std::vector<ClusterRun> &runs)
 {
     const auto *found = reinterpret_cast<const RETRIEVAL_POINTERS_BUFFER *>(answer.data());
@@ -105,7 +105,7 @@ std::vector<FileStream> alternateStreams(HANDLE file)
     Answer answer = answerBuffer();
     const auto size = [&answer] { return answer.size() * sizeof(std::max_align_t); };
     while (!GetFileInformationByHandleEx(file, FileStreamInfo, answer.data(), static_cast<DWORD>(size()))) {
-        constexpr std::size_t maxBytes = 64 << 20; // hundreds of thousands of streams
+        constexpr std::size_t maxBytes = 64 << 20; // enough for hundreds of thousands of streams
         if (GetLastError() != ERROR_MORE_DATA || size() >= maxBytes)
             return streams;
         answer.resize(4 * answer.size());

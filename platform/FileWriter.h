@@ -8,12 +8,11 @@
 #include <optional>
 #include <vector>
 
-// What the overwriting of a file needs from the system, on a handle that somebody else owns. Disk, any
-// thread.
+// File system functions for overwriting, on a handle owned by someone else. Do disk I/O; any thread.
 namespace platform
 {
 
-// Reads nothing and closes nothing.
+// Never reads and never closes the handle.
 class FileWriter
 {
 public:
@@ -21,16 +20,15 @@ public:
     explicit FileWriter(HANDLE file) : m_file(file) {}
 
     bool moveTo(quint64 position);
-    bool moveBack(quint64 bytes); // from where it stands; any distance
-    // The bytes that were written, at most 2^32 - 1; 0 when it failed.
+    bool moveBack(quint64 bytes); // relative to the current position; any distance
+    // Returns the number of bytes written, at most 2^32 - 1; 0 on failure.
     quint64 write(const char *data, quint64 bytes);
 
 private:
     HANDLE m_file = INVALID_HANDLE_VALUE;
 };
 
-// FILETIME. Of a file that is open for writing; what closing it would make of its time does not count any
-// more.
+// FILETIME. For a file opened for writing; closing it does not update its time any more.
 bool setLastWriteTime(HANDLE file, quint64 time);
 
 struct FileStream {
@@ -38,7 +36,7 @@ struct FileStream {
     quint64 size = 0;
 };
 
-// The alternate data streams; none where the file system has none.
+// The alternate data streams; empty if the file system does not support them.
 std::vector<FileStream> alternateStreams(HANDLE file);
 
 struct ByteRange {
@@ -46,21 +44,21 @@ struct ByteRange {
     quint64 length = 0;
 };
 
-// Where a sparse file of that size has bytes of its own; empty when the file system does not tell.
+// The allocated ranges of a sparse file of that size; nullopt if the file system does not provide them.
 std::optional<std::vector<ByteRange>> allocatedRanges(HANDLE file, quint64 size);
 
-// A run of clusters: `virtualCluster` of the file, `logicalCluster` of the volume, -1 where there is none.
+// A run of clusters: `virtualCluster` in the file, `logicalCluster` on the volume, -1 if not allocated.
 struct ClusterRun {
     qint64 virtualCluster = 0;
     qint64 logicalCluster = -1;
     qint64 clusters = 0;
 };
 
-// As the file system answers, unchecked: not every one tells the truth. Empty when it refuses, and when the
-// file has no clusters of its own.
+// As returned by the file system, unchecked: some return wrong values. nullopt if it refuses, or if the file
+// has no clusters of its own.
 std::optional<std::vector<ClusterRun>> clusterRuns(HANDLE file);
 
-// Free for this user on the volume of the folder; 0 when unknown.
+// Free for this user on the folder's volume; 0 if unknown.
 quint64 freeBytes(const QString &folder);
 
 } // namespace platform

@@ -42,7 +42,7 @@ Opening openingOf(GuardedFolder::Access access)
 
 bool isOneComponent(QStringView name)
 {
-    // A colon would name a stream of the file.
+    // A colon would denote a stream of the file.
     return !name.isEmpty() && name != u"." && name != u".." &&
            std::ranges::none_of(name, [](QChar c) { return c == u'\\' || c == u'/' || c == u':'; });
 }
@@ -78,7 +78,7 @@ ListedItem ShownItem::listed() const
             .identity = identity};
 }
 
-// The only place that follows links. Opened without FILE_SHARE_DELETE, so that nobody can replace the folder.
+// The only place that follows links. Opened without FILE_SHARE_DELETE, so that the folder cannot be replaced.
 GuardedRoot::GuardedRoot(const QString &root)
     : m_path(root),
       m_text(withSeparator(apiPath(root))),
@@ -97,8 +97,8 @@ GuardedFolder::GuardedFolder(const GuardedRoot &root, const QString &folder)
 {
 }
 
-// The final path of the folder must be the final path of the root plus the relative path: then no link leads
-// from one to the other. Not every volume answers in every form (see HeldFile).
+// The final path of the folder must be the final path of the root plus the relative path: then there is no
+// link between them. Not every volume supports every form of path (see HeldFile).
 Guarded GuardedFolder::check(const GuardedRoot &root)
 {
     const std::wstring text = withSeparator(apiPath(m_path));
@@ -147,8 +147,8 @@ Guarded GuardedFolder::compare(HANDLE file, const ListedItem &item, Access acces
     const std::optional<QuickFacts> facts = quickFactsOf(file);
     if (!facts)
         return Guarded::Failed;
-    // What was opened by one name of the held folder, and not through a link, lies there. Wine opens the
-    // target of a link all the same, and its facts are those of the target.
+    // An item that was opened by name in the held folder, and is no link, must be in this folder. Wine
+    // however opens the target of a link, and returns the target's facts.
     if (isWine() && !liesHere(file, item.name))
         return Guarded::ThroughLink;
     const Guarded result = judge(item,
@@ -173,7 +173,7 @@ std::optional<core::FileIdentity> GuardedFolder::identityOf(const GuardedItem &i
     return item.state() == Guarded::Done ? identityOf(item.handle()) : std::nullopt;
 }
 
-// What was opened by one name in the held folder, and is no link, lies on the folder's volume.
+// An item that was opened by name in the held folder, and is no link, is on the folder's volume.
 std::optional<core::FileIdentity> GuardedFolder::identityOf(HANDLE file) const
 {
     if (!m_identity) {
@@ -187,7 +187,7 @@ std::optional<core::FileIdentity> GuardedFolder::identityOf(HANDLE file) const
     return facts ? facts->identity : std::nullopt;
 }
 
-// In Wine, this check alone keeps a verb away from the target of a link.
+// Under Wine, only this check protects the target of a link.
 bool GuardedFolder::liesHere(HANDLE file, QStringView name) const
 {
     wchar_t buffer[1024];

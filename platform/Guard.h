@@ -10,9 +10,9 @@
 #include <optional>
 #include <string>
 
-// The guard of every verb that removes, renames or overwrites. It is given an item as it was shown, opens
-// that item without following a link, compares, and acts on what it has opened, or on nothing. A path alone
-// may name another item by the time the user has answered.
+// Protects every operation that removes, renames or overwrites. It is given an item as it was shown, opens it
+// without following links, compares it, and acts on the opened object or not at all. A path alone may refer
+// to another item by the time the user has answered.
 namespace platform
 {
 
@@ -24,21 +24,21 @@ enum class ItemKind {
 
 // An item of a folder as it was listed.
 struct ListedItem {
-    QString name; // one component
+    QString name; // a single path component
     ItemKind kind = ItemKind::File;
-    // Compared for files only: a folder's time changes with what it holds. `lastWriteTime` is a FILETIME.
+    // Compared for files only: a folder's time changes with its contents. `lastWriteTime` is a FILETIME.
     quint64 size = 0;
     quint64 lastWriteTime = 0;
-    // Empty when it was not asked for, or the file system does not tell; then size and time must do.
+    // nullopt if it was not queried or is not available; then only size and time are compared.
     std::optional<core::FileIdentity> identity = std::nullopt;
-    // Its number in the volume: as good as the identity for one that is opened in the same folder object
-    // again, and far cheaper.
+    // Its file id within the volume: as good as the identity when it is opened again in the same folder
+    // object, and much cheaper.
     std::optional<quint64> number = std::nullopt;
 };
 
-// The same with its place: what a list of chosen items shows.
+// A listed item with its location, as shown in a list of chosen items.
 struct ShownItem {
-    QString root; // the folder that the user chose, in any spelling; the item lies below it
+    QString root; // folder chosen by the user, in any spelling; the item is below it
     QString path; // full path
     quint64 size = 0;
     quint64 lastWriteTime = 0;
@@ -51,26 +51,26 @@ struct ShownItem {
 
 enum class Guarded {
     Done,
-    Changed,     // another kind, size, time or identity than shown: edited or replaced
-    Vanished,    // nothing bears the path any more
-    ThroughLink, // the path leads through a link, or is one, so that the item lies somewhere else
-    InCloud,     // its content is in a cloud store: reading fetches it, removing removes it there as well
-    Protected,   // a drive root, Windows, the program folders, a profile, or a folder above one of them
-    Refused,     // not an item of the kind that the verb takes, or a path that cannot be taken
+    Changed,     // kind, size, time or identity differ from what was shown: edited or replaced
+    Vanished,    // the path does not exist any more
+    ThroughLink, // the path contains or is a link, so the item is somewhere else
+    InCloud,     // its content is in the cloud: reading downloads it, and deleting removes it there too
+    Protected,   // a drive root, Windows, the program folders, a profile, or a parent of one of these
+    Refused,     // wrong kind of item for the operation, or an unsupported path
     ReadOnly,    // has the read-only attribute
-    InUse,       // another program has it open and does not share it
+    InUse,       // another program has it open without sharing
     Denied,      // no rights
     NotEmpty,    // a folder with something in it
-    NameTaken,   // by another item of the folder
-    Failed       // Windows did not do it, for another reason
+    NameTaken,   // by another item in the folder
+    Failed       // Windows failed for another reason
 };
 
-// The folder that the user chose. Held, so that no other folder takes its place meanwhile; a chosen folder
-// that is a link is the folder that it leads to.
+// The folder that the user chose. Held open, so that it cannot be replaced meanwhile; if it is a link, its
+// target counts.
 class GuardedRoot
 {
 public:
-    // Disk.
+    // Does disk I/O.
     explicit GuardedRoot(const QString &root);
 
     const QString &path() const { return m_path; }
@@ -79,62 +79,63 @@ private:
     friend class GuardedFolder;
 
     QString m_path;
-    std::wstring m_text; // verbatim, with a separator at the end
+    std::wstring m_text; // verbatim path with a trailing separator
     FileHandle m_folder;
 };
 
-// An item that is held and is the one that was listed. Its verbs act on the held object, whatever the path
-// names meanwhile. A rename or erasure of an item whose folder object is gone fails.
+// An open item that is identical to the listed one. Operations act on the open object, whatever its path
+// refers to meanwhile. Renaming or erasing fails once the folder object is destroyed.
 class GuardedItem
 {
 public:
-    // Whether there is an item to act on; if not, why.
+    // Done if there is an item to act on, otherwise the reason.
     Guarded state() const { return m_state; }
-    // For the access that was asked for; none unless state() is Done. Not to be closed.
+    // With the requested access; null unless state() is Done. Do not close it.
     HANDLE handle() const { return m_file.get(); }
     const QString &name() const { return m_name; }
 
-    // A stream of the held file, opened as the file was for Write; ":name:$DATA".
+    // A stream (":name:$DATA") of the open file, which must have been opened with Write.
     FileHandle openStream(const QString &stream, Guarded &result) const;
-    // Within its folder, never onto another item. The name is one component. Onto its own name: Done.
+    // Renames within the folder, never replacing another item. The name is one path component. Renaming to
+    // the current name returns Done.
     Guarded rename(const QString &name);
-    // For good. Of a file one name; other hard links stay. The item is gone when this object goes, or when
-    // the last program that shares it closes it.
+    // Deletes permanently; other hard links of a file remain. The name disappears when this object is
+    // destroyed, or when the last program that shares the file closes it.
     Guarded erase();
 
 private:
     friend class GuardedFolder;
 
     FileHandle m_file;
-    HANDLE m_folder = nullptr; // of the folder object
+    HANDLE m_folder = nullptr; // handle of the folder object
     Guarded m_state = Guarded::Failed;
     QString m_name;
 };
 
-// A folder at or below the root that no link leads to, checked once for any number of its items. Held while
-// it lives: it and the folders above it cannot be renamed or removed (Wine does not keep that), and items are
-// opened by their name in this very folder object. One thread at a time.
+// A folder at or below the root that is not reached through a link; checked once for any number of its items.
+// While this object lives, the folder and its parents cannot be renamed or removed (not so under Wine), and
+// items are opened by name relative to this folder object. One thread at a time.
 class GuardedFolder
 {
 public:
-    // Disk.
+    // Does disk I/O.
     GuardedFolder(const GuardedRoot &root, const QString &folder);
 
-    // Done when it can be acted in. Otherwise every verb answers this.
+    // Done if items can be opened; otherwise every operation returns this value.
     Guarded state() const { return m_state; }
     const QString &path() const { return m_path; }
 
     enum class Access {
-        Look,  // attributes only; blocks no other program
-        Write, // write-through; others may share everything. Refused for what is read-only
+        Look,  // attributes only; does not block other programs
+        Write, // write-through, full sharing; refused for read-only items
         Remove // for rename() and erase()
     };
-    // Disk. Follows no link and fetches nothing from a cloud store.
+    // Does disk I/O. Does not follow links or download from the cloud.
     GuardedItem open(const ListedItem &item, Access access) const;
-    // The same as open() with Remove and erase(): five calls an item, of which DeleteFileW makes four.
+    // The same as open() with Remove and erase(), with five system calls per item; DeleteFileW makes four.
     Guarded erase(const ListedItem &item) const;
-    // Disk. Of an item that was opened here. The volume is the folder's, and asked for once: an item's own
-    // answer costs many times as much.
+    // Does disk I/O. For an item opened here. The volume is queried once for the folder: querying it per item
+    // is many times slower.
     std::optional<core::FileIdentity> identityOf(const GuardedItem &item) const;
 
 private:
@@ -146,18 +147,18 @@ private:
     QString m_path;
     FileHandle m_folder;
     HeldFile::Form m_form = HeldFile::Form::Drive;
-    std::wstring m_finalPath; // of the folder in that form, with a separator at the end
-    mutable std::optional<core::FileIdentity> m_identity; // of the folder, when it was asked for
+    std::wstring m_finalPath; // final path of the folder in that form, with a trailing separator
+    mutable std::optional<core::FileIdentity> m_identity; // of the folder, once queried
     Guarded m_state;
 };
 
-// Erases items of a list one after the other; neighbours in one folder share the check of it.
+// Erases a list of items one by one; consecutive items of one folder share its check.
 class GuardedErasure
 {
 public:
-    // Disk.
+    // Does disk I/O.
     Guarded erase(const ShownItem &item);
-    // Lets go of the folder of the last item, so that it can be removed itself.
+    // Releases the folder of the last item, so that it can be removed itself.
     void release();
 
 private:
@@ -165,11 +166,12 @@ private:
     std::optional<GuardedFolder> m_folder;
 };
 
-// Disk. A file or folder as it is now, for what the program itself has made and for lists that are acted on
-// at once; empty when it cannot be opened. Follows links, so that a link never equals what it leads to.
+// Does disk I/O. The current facts of a file or folder, for the program's own files and for lists that are
+// acted on immediately; nullopt if it cannot be opened. Follows links, so that a link never equals its
+// target.
 std::optional<ShownItem> itemAsItIs(const QString &root, const QString &path);
 
-// Disk. Erases a file, or an empty folder, that the program itself has made below the root.
+// Does disk I/O. Erases a file or empty folder below the root that was created by this program.
 Guarded eraseOwn(const QString &root, const QString &path);
 
 } // namespace platform

@@ -8,7 +8,7 @@ Guarded judge(const ListedItem &listed, const OpenedFacts &opened, GuardedFolder
 {
     const bool same = listed.kind != ItemKind::File ||
                       (opened.size == listed.size && opened.lastWriteTime == listed.lastWriteTime);
-    // An item that was listed with a number or an identity and no longer has it is another item.
+    // An item listed with a file id or identity that has another one now is a different item.
     if (opened.kind != listed.kind || !same || (listed.number && opened.number != listed.number) ||
         (listed.identity && opened.identity != listed.identity))
         return Guarded::Changed;

@@ -6,7 +6,7 @@
 namespace platform
 {
 
-// What an opened item tells of itself. Number and identity are needed where the listed item has them.
+// The facts of an opened item. Number and identity are needed only if the listed item has them.
 struct OpenedFacts {
     ItemKind kind = ItemKind::File;
     quint32 attributes = 0;
@@ -16,7 +16,7 @@ struct OpenedFacts {
     std::optional<core::FileIdentity> identity = std::nullopt;
 };
 
-// Whether the opened item is the one that was listed, and may be looked at or acted on. Done says so.
+// Whether the opened item is the listed one, and may be accessed in this way. Returns Done if so.
 Guarded judge(const ListedItem &listed, const OpenedFacts &opened, GuardedFolder::Access access);
 
 } // namespace platform

@@ -12,16 +12,16 @@ namespace platform
 namespace
 {
 
-// The obstacles that can be found without opening the item.
+// Obstacles that can be detected without opening the item.
 std::optional<Guarded> unopenedObstacle(const ShownItem &item)
 {
-    // The recycle bin would move the target of a link.
+    // The recycle bin would move a link's target.
     if (item.kind == ItemKind::Link || !RecycleBin::takesPath(item.path))
         return Guarded::Refused;
     const std::optional<quint32> attributes = fileProbe().listedAttributes(item.path);
     if (!attributes)
         return Guarded::Vanished;
-    if (core::isPlaceholder(*attributes)) // not fully here, whichever way it is said
+    if (core::isPlaceholder(*attributes)) // not fully on this disk, by any of the attributes
         return Guarded::InCloud;
     return std::nullopt;
 }
@@ -29,7 +29,7 @@ std::optional<Guarded> unopenedObstacle(const ShownItem &item)
 std::optional<Guarded> obstacle(const ShownItem &item, const HeldFile &held)
 {
     const std::optional<core::FileFacts> facts = held.facts();
-    // It exists, but cannot be opened even with no access rights: a dangling link, a device, a lost share.
+    // It exists, but cannot be opened even without access rights: a dangling link, a device, a lost share.
     if (!facts)
         return Guarded::Refused;
     const bool isFolder = (facts->attributes & core::AttributeDirectory) != 0;
@@ -59,8 +59,8 @@ Guarded moveShownItem(const ShownItem &item)
 {
     if (const std::optional<Guarded> found = unopenedObstacle(item))
         return *found;
-    // The handle stays open to the end, so that no folder on the path can be replaced. The item itself still
-    // can: a handle that prevents that would also stop the shell from moving it.
+    // The handle stays open until the end, so that no folder on the path can be replaced. The item itself
+    // still can be: a handle that prevents that would also prevent the shell from moving it.
     const HeldFile held(item.path);
     if (const std::optional<Guarded> found = obstacle(item, held))
         return *found;

@@ -8,14 +8,14 @@
 namespace platform
 {
 
-// Disk, any thread. What stands in the way of moving the item; empty when nothing does. Asked before the user
-// is, so that nobody is asked about what cannot be done. Touches nothing and fetches nothing from a cloud
-// store.
+// Does disk I/O; any thread. What prevents moving the item; nullopt if nothing does. Call it before asking
+// the user, so that nobody is asked about something impossible. Changes nothing and downloads nothing from
+// the cloud.
 std::optional<Guarded> removalObstacle(const ShownItem &item);
 
-// Disk, any thread. Checks once more, since time has passed with the user's answer, and moves the file or
-// folder to the recycle bin. What the bin does not take stays where it is: nothing falls back to erasing.
-// From the check on until the shell has answered the item is held (see HeldFile).
+// Does disk I/O; any thread. Checks again, since the user took time to answer, and moves the file or folder
+// to the recycle bin. If the bin does not accept it, it stays where it is; it is never erased. The item is
+// held open from the check until the shell has finished (see HeldFile).
 Guarded moveShownItem(const ShownItem &item);
 
 } // namespace platform

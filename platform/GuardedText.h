@@ -6,7 +6,7 @@
 namespace platform
 {
 
-// Why the guard did not act, as the end of a sentence: "in use by another program". Empty for Done.
+// Why the guard refused, as the end of a sentence: "in use by another program". Empty for Done.
 QString guardedText(Guarded result);
 
 } // namespace platform

@@ -8,9 +8,9 @@
 namespace platform
 {
 
-// Owner of one system handle, closed when the owner goes. Traits name the raw type, the value that means
-// "none" (it differs: null for most, INVALID_HANDLE_VALUE for files and searches) and the call that closes
-// it. This header is the only place of the program where such calls stand.
+// Owns one system handle and closes it. Traits define the raw type, the invalid value (null for most,
+// INVALID_HANDLE_VALUE for files and searches) and the closing function. This header and its traits are the
+// only place where such functions are called.
 template <class Traits>
 class UniqueHandle
 {
@@ -36,13 +36,13 @@ public:
     {
         const Raw old = std::exchange(m_raw, raw);
         if (old != Traits::none()) {
-            // A destructor between a failing call and its GetLastError() must not change the answer.
+            // Closing must not change GetLastError() between a failing call and its evaluation.
             const DWORD error = GetLastError();
             Traits::close(old);
             SetLastError(error);
         }
     }
-    // For calls that return a handle through a pointer. Closes what was held.
+    // For functions that return a handle through a pointer. Closes the current one.
     Raw *put() noexcept
     {
         reset();
@@ -61,7 +61,7 @@ struct FileTraits {
 };
 using FileHandle = UniqueHandle<FileTraits>;
 
-// Processes, threads, events, mappings: the calls that answer null on failure.
+// Processes, threads, events, mappings: functions that return null on failure.
 struct ObjectTraits {
     using Raw = HANDLE;
     static Raw none() noexcept { return nullptr; }
@@ -92,7 +92,7 @@ struct LibraryTraits {
 };
 using Library = UniqueHandle<LibraryTraits>;
 
-// Memory that the system hands out to be freed with LocalFree (FormatMessageW).
+// Memory allocated by the system for LocalFree (FormatMessageW).
 struct LocalMemoryTraits {
     using Raw = HLOCAL;
     static Raw none() noexcept { return nullptr; }
@@ -100,7 +100,7 @@ struct LocalMemoryTraits {
 };
 using LocalMem = UniqueHandle<LocalMemoryTraits>;
 
-// Icons that the program owns (SHGetFileInfoW with SHGFI_ICON, CreateIcon...; not those of LoadIconW).
+// Icons owned by the program (SHGetFileInfoW with SHGFI_ICON, CreateIcon...; not those of LoadIconW).
 struct IconTraits {
     using Raw = HICON;
     static Raw none() noexcept { return nullptr; }

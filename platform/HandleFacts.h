@@ -8,13 +8,13 @@
 #include <optional>
 #include <string>
 
-// What an open handle tells. Disk, any thread. For the classes that hold one.
+// Facts about open handles, for the classes that own them. Do disk I/O; any thread.
 namespace platform
 {
 
 std::optional<core::FileFacts> factsOf(HANDLE file);
 
-// The quick part of them: an identity asks for the volume as well, which costs far more.
+// The cheap part of the facts: an identity also needs the volume, which is much slower.
 struct QuickFacts {
     quint32 attributes = 0;
     quint64 size = 0;
@@ -22,10 +22,10 @@ struct QuickFacts {
     quint32 linkCount = 1;     // hard links
 };
 std::optional<QuickFacts> quickFactsOf(HANDLE file);
-// Within its volume; empty where the file system gives none.
+// File id within its volume; nullopt if the file system has none.
 std::optional<quint64> fileNumberOf(HANDLE file);
 
-// As Windows writes it, "\\?\" included; empty when it cannot be told.
+// Unmodified, including "\\?\"; empty if not available.
 std::wstring rawFinalPath(HANDLE file, HeldFile::Form form);
 DWORD finalPathFlags(HeldFile::Form form);
 

@@ -18,7 +18,7 @@ quint64 wholeNumber(DWORD high, DWORD low)
     return quint64{high} << 32 | low;
 }
 
-// Empty where the file system has no identities: zeros and ones only stand for that (FILE_ID_INFO and
+// nullopt if the file system has no ids, which it reports as all zeros or all ones (FILE_ID_INFO and
 // BY_HANDLE_FILE_INFORMATION).
 std::optional<core::FileIdentity> identityOf(HANDLE file, const BY_HANDLE_FILE_INFORMATION &facts)
 {

@@ -20,18 +20,17 @@ namespace platform
 class HeldFile
 {
 public:
-    // Disk.
+    // Does disk I/O.
     explicit HeldFile(const QString &path);
 
-    // False when it could not be opened.
+    // False if it could not be opened.
     explicit operator bool() const { return static_cast<bool>(m_file); }
 
-    // Disk. Both empty when it could not be opened or asked.
+    // Both do disk I/O, and are empty if the file could not be opened or queried.
     std::optional<core::FileFacts> facts() const;
-    // Where it lies now; see platform::finalPath(). Not every volume has a drive letter that the system knows
-    // of (some of memory disks and of encrypted ones do not), and not every server lets a user read the names
-    // of the folders above: then one of the other forms is given. Paths of different forms tell nothing of
-    // each other.
+    // Its current location; see platform::finalPath(). Not every volume has a drive letter that the system
+    // knows (some RAM disks and encrypted volumes do not), and not every server lets a user read the names of
+    // parent folders: then one of the other forms is used. Paths of different forms cannot be compared.
     enum class Form { Drive, Device, DeviceAsOpened };
     QString finalPath(Form form = Form::Drive) const;
 
@@ -39,7 +38,7 @@ private:
     FileHandle m_file;
 };
 
-// platform::isInside() of an item that is held: tells whether it lies there, and nothing else does.
+// platform::isInside() for an item that is held: says only whether it is there.
 bool isInside(const QString &root, const QString &item, const HeldFile &held);
 
 } // namespace platform

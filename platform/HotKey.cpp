@@ -13,7 +13,7 @@ namespace platform
 namespace
 {
 
-constexpr int probeId = 0xbfff; // the last one of a program
+constexpr int probeId = 0xbfff; // the highest id available to a program
 
 HWND handleOf(WId window)
 {

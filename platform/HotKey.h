@@ -4,8 +4,8 @@
 #include <QChar>
 #include <qwindowdefs.h>
 
-// Key combinations that Windows tells to one window, whatever has the focus. A window that holds some notes
-// them where other processes can look, since Windows does not tell who holds what.
+// Global hot keys. A window that holds hot keys publishes them where other processes can look, since Windows
+// does not tell who holds which.
 namespace platform
 {
 
@@ -16,19 +16,19 @@ struct HotKey {
     bool operator==(const HotKey &) const = default;
 };
 
-// With the key that carries the character on the present keyboard, 0 when none does. Shift is pressed only
-// where it is named.
+// Uses the key that produces the character on the current keyboard layout; 0 if none does. Shift is included
+// only if requested.
 HotKey hotKeyOf(QChar character, bool ctrl, bool shift, bool windows);
 
-// Returns the error of Windows, 0 for none. The window's thread.
+// Returns the Windows error code, 0 on success. Must be called on the window's thread.
 quint32 registerHotKey(WId window, int id, HotKey hotKey);
 void unregisterHotKey(WId window, int id, HotKey hotKey);
 
-// Whether that window, of any process, holds the combination by registerHotKey().
+// Whether that window, in any process, holds the combination through registerHotKey().
 bool holdsHotKey(WId window, HotKey hotKey);
 
-// Whether it could be registered now. It is held for a moment: not to be asked while another process may be
-// registering the same.
+// Whether it could be registered now. Registers it briefly: do not call while another process may be
+// registering it.
 bool hotKeyIsFree(HotKey hotKey);
 
 } // namespace platform

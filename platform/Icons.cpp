@@ -12,7 +12,7 @@ namespace platform
 namespace
 {
 
-// With SHGFI_USEFILEATTRIBUTES the name stands for anything so called and nothing is looked up on a disk.
+// With SHGFI_USEFILEATTRIBUTES the file need not exist, and the disk is not accessed.
 QImage shellIcon(const wchar_t *name, DWORD attributes, UINT flags)
 {
     const ComScope com; // the shell asks its icon handlers through COM

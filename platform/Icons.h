@@ -7,17 +7,17 @@
 namespace platform
 {
 
-// The small icon (16 x 16 at 100 %) that this Windows gives to folders. No disk access; any thread, once per
-// scan (it asks the shell). Null when the shell has none. An image, so that a worker thread can hand it over.
+// Windows' small icon (16 x 16 at 100 %) for folders. No disk access; any thread, call once per scan (it
+// queries the shell). Null if the shell has none. A QImage, so that a worker thread can pass it on.
 QImage systemFolderIcon();
 
-// The large icon (32 x 32 at 100 %) that this Windows gives to files with that name's extension. The file
-// need not exist and is not looked at, so programs get the icon of programs. Any thread; keep what comes, for
-// it asks the shell each time. Null when the shell has none.
+// Windows' large icon (32 x 32 at 100 %) for files with the extension of that name. The file need not exist
+// and is not accessed, so programs get the generic icon. Any thread; cache the result, since each call
+// queries the shell. Null if the shell has none.
 QImage systemFileIcon(const QString &fileName);
 
-// The small icon (16 x 16 at 100 %) of this very file, folder or drive, which is looked at: not for the
-// interface thread. Null when the shell has none.
+// The small icon (16 x 16 at 100 %) of this particular file, folder or drive, which is accessed: not for the
+// interface thread. Null if the shell has none.
 QImage smallIconOf(const QString &path);
 
 } // namespace platform

@@ -20,7 +20,7 @@ InterruptibleCalls::Call::~Call()
 
 void InterruptibleCalls::interrupt()
 {
-    // Under the lock no thread leaves its call, so each id still belongs to its thread.
+    // While the lock is held no thread leaves its call, so each id still belongs to its thread.
     const std::lock_guard lock(m_mutex);
     for (const unsigned long id : m_threads) {
         const ObjectHandle thread(OpenThread(THREAD_TERMINATE, FALSE, id));

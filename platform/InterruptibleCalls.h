@@ -7,12 +7,12 @@
 namespace platform
 {
 
-// The calls in which threads wait for a disk or a share, so that another thread can end them. A share that
-// went away keeps a thread for a minute.
+// Registers calls that wait for a disk or share, so that another thread can cancel them. A lost share blocks
+// a thread for a minute.
 class InterruptibleCalls
 {
 public:
-    // As long as it lives, its thread is in such a call.
+    // Marks its thread as being in such a call while it lives.
     class Call
     {
     public:
@@ -23,11 +23,11 @@ public:
 
     private:
         InterruptibleCalls &m_calls;
-        const unsigned long m_thread; // its id
+        const unsigned long m_thread; // thread id
     };
 
-    // From any thread. What waits fails with ERROR_OPERATION_ABORTED, if the driver beneath can give it up. A
-    // call that has not reached the driver yet is missed: repeat it until the threads have ended.
+    // Any thread. Pending calls fail with ERROR_OPERATION_ABORTED if the driver supports cancelling. A call
+    // that has not reached the driver yet is missed: repeat until the threads have finished.
     void interrupt();
 
 private:

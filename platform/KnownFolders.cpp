@@ -58,7 +58,7 @@ QString knownFolder(KnownFolder folder)
 {
     PWSTR path = nullptr;
     const HRESULT result = SHGetKnownFolderPath(folderId(folder), KF_FLAG_DONT_VERIFY, nullptr, &path);
-    const CoTaskMem owner(path); // to be freed after a failure as well
+    const CoTaskMem owner(path); // must be freed after a failure too
     return SUCCEEDED(result) ? fromWide(path) : QString();
 }
 

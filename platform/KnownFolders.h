@@ -25,8 +25,8 @@ enum class KnownFolder {
     StartMenuPrograms
 };
 
-// The folder as the shell knows it, redirection included, native separators, no separator at the end. Does
-// not look whether it exists (it may be on a server). Empty when this Windows has no such folder.
+// The folder known to the shell, including redirection; native separators, no trailing separator. Does not
+// check whether it exists (it may be on a server). Empty if this Windows has no such folder.
 QString knownFolder(KnownFolder folder);
 
 } // namespace platform

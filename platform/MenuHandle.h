@@ -6,7 +6,7 @@
 namespace platform
 {
 
-// CreatePopupMenu. Menus that hang below it go with it.
+// CreatePopupMenu. Destroying a menu destroys its submenus.
 struct MenuTraits {
     using Raw = HMENU;
     static Raw none() noexcept { return nullptr; }

@@ -3,7 +3,7 @@
 
 #include "platform/Text.h"
 
-// Before the header below.
+// Must come before the next header.
 #include <winsock2.h>
 #include <ws2tcpip.h>
 
@@ -63,10 +63,10 @@ NetworkAdapter adapterOf(const IP_ADAPTER_ADDRESSES &found)
 std::optional<std::vector<NetworkAdapter>> networkAdapters()
 {
     constexpr ULONG flags = GAA_FLAG_SKIP_ANYCAST | GAA_FLAG_SKIP_MULTICAST | GAA_FLAG_INCLUDE_GATEWAYS;
-    ULONG size = 16 * 1024; // what Microsoft advises to begin with
+    ULONG size = 16 * 1024; // initial size recommended by Microsoft
     std::vector<BYTE> buffer;
     ULONG result = ERROR_BUFFER_OVERFLOW;
-    // Adapters come and go meanwhile.
+    // Adapters may be added between the calls.
     for (int attempt = 0; attempt < 4 && result == ERROR_BUFFER_OVERFLOW; ++attempt) {
         buffer.resize(size);
         result = GetAdaptersAddresses(AF_UNSPEC, flags, nullptr,

@@ -10,20 +10,20 @@
 namespace platform
 {
 
-// A network adapter of this machine and how it is set up.
+// A network adapter of this computer with its configuration.
 struct NetworkAdapter {
-    QString name; // as the user knows it: "Ethernet"
+    QString name; // display name: "Ethernet"
     bool isTunnel = false;
     bool isConnected = false;
-    bool getsAddress = false;  // from a DHCP server
-    quint64 bitsPerSecond = 0; // 0: unknown
+    bool getsAddress = false;  // by DHCP
+    quint64 bitsPerSecond = 0; // 0 if unknown
     QStringList addresses;     // IPv4 and IPv6
     QStringList gateways;
     QStringList nameServers;
-    QString hardwareAddress; // "00:1a:2b:3c:4d:5e"; empty where there is none
+    QString hardwareAddress; // "00:1a:2b:3c:4d:5e"; empty if there is none
 };
 
-// All but the loopback ones. Empty when Windows does not tell. Any thread; a matter of milliseconds.
+// All adapters except loopback. nullopt if Windows does not provide the list. Any thread; takes milliseconds.
 std::optional<std::vector<NetworkAdapter>> networkAdapters();
 
 } // namespace platform

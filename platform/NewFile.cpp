@@ -18,7 +18,7 @@ namespace platform
 namespace
 {
 
-// A name that no user would choose, so that the clean-up removes nothing else.
+// A prefix that no user would choose, so that the clean-up removes nothing else.
 const QString prefix = QStringLiteral("~larkspur-");
 const QString suffix = QStringLiteral(".new");
 constexpr int digits = 16;
@@ -40,7 +40,7 @@ QString systemText(DWORD error)
     return qt_error_string(static_cast<int>(error));
 }
 
-// Windows refuses to replace one, Wine does not.
+// Windows refuses to replace a read-only file, Wine does not.
 bool isReadOnly(const QString &path)
 {
     const DWORD attributes = GetFileAttributesW(apiPath(path).c_str());
@@ -55,8 +55,8 @@ bool isPlainFile(const QString &path)
            !(attributes & FILE_ATTRIBUTE_REPARSE_POINT) && isInside(folderOf(path), path);
 }
 
-// The move is written at once, the content when the system likes: a loss of power in between would leave
-// nothing of either file.
+// The rename is written at once, but the content at any later time: a power failure in between could destroy
+// both files.
 bool writeToDisk(const QString &path)
 {
     const FileHandle file(CreateFileW(apiPath(path).c_str(), GENERIC_WRITE,
@@ -112,7 +112,7 @@ NewFile::Placed NewFile::place(bool replace, QString &problem)
     }
     const DWORD error = GetLastError();
     eraseOwn(folderOf(m_path), temporary);
-    m_placed = true; // there is nothing left to remove
+    m_placed = true; // nothing left to remove
     if (!replace && (error == ERROR_ALREADY_EXISTS || error == ERROR_FILE_EXISTS))
         return Placed::NameTaken;
     problem = systemText(error);

@@ -23,7 +23,7 @@ UNICODE_STRING unicode(QStringView text)
 NTSTATUS openAt(HANDLE folder, QStringView name, ACCESS_MASK access, ULONG share, ULONG options,
                 FileHandle &file)
 {
-    constexpr qsizetype maxName = 32'767; // UNICODE_STRING counts bytes in 16 bits
+    constexpr qsizetype maxName = 32'767; // UNICODE_STRING has a 16-bit size in bytes
     if (name.size() > maxName)
         return static_cast<NTSTATUS>(STATUS_INVALID_PARAMETER);
     UNICODE_STRING text = unicode(name);
@@ -58,7 +58,7 @@ NTSTATUS markForRemoval(HANDLE file)
     return NtSetInformationFile(file, &done, &information, sizeof information, FileDispositionInformation);
 }
 
-// Two queries, which Wine answers from the open file; the single one that would do makes it build the path.
+// Two queries that Wine answers from the open file; the single combined one would make it build the path.
 std::optional<QuickFacts> quickFactsOf(HANDLE file)
 {
     IO_STATUS_BLOCK done = {};
@@ -80,7 +80,7 @@ std::optional<quint64> fileNumberOf(HANDLE file)
     if (NtQueryInformationFile(file, &done, &information, sizeof information, FileInternalInformation) < 0)
         return std::nullopt;
     const auto number = static_cast<quint64>(information.IndexNumber.QuadPart);
-    constexpr quint64 none = ~quint64{0}; // it needs more than 64 bits (ReFS)
+    constexpr quint64 none = ~quint64{0}; // the id needs more than 64 bits (ReFS)
     return number == 0 || number == none ? std::nullopt : std::optional(number);
 }
 
@@ -126,7 +126,7 @@ Guarded guardedStatus(NTSTATUS status)
     constexpr auto deletePending = static_cast<NTSTATUS>(0xC0000056);
     constexpr auto cannotDelete = static_cast<NTSTATUS>(0xC0000121);
     constexpr auto isADirectory = static_cast<NTSTATUS>(0xC00000BA);
-    // Win32 maps all three to "access denied".
+    // Win32 maps all three to ERROR_ACCESS_DENIED.
     if (status == deletePending)
         return Guarded::Vanished;
     if (status == cannotDelete)

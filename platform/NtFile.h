@@ -6,27 +6,27 @@
 #include <windows.h>
 #include <winternl.h>
 
-// The calls of the system below the documented Win32 ones that the guard needs: opening and renaming by a
-// name in a folder that is held, where Win32 knows paths only.
+// Native system calls needed by the guard: opening and renaming relative to an open folder, whereas Win32
+// only accepts paths.
 namespace platform
 {
 
-// `name` is one component of the folder, or ":stream:$DATA" of a held file. No link is followed when the
-// options say so.
+// `name` is one component in the folder, or ":stream:$DATA" of an open file. `options` decides whether a link
+// is followed.
 NTSTATUS openAt(HANDLE folder, QStringView name, ACCESS_MASK access, ULONG share, ULONG options,
                 FileHandle &file);
-// Within `folder`; an item that has the name already is not replaced.
+// Within `folder`; never replaces an existing item.
 NTSTATUS renameAt(HANDLE file, HANDLE folder, QStringView name);
-// It goes when its last handle is closed.
+// The file is deleted when its last handle is closed.
 NTSTATUS markForRemoval(HANDLE file);
 
-// 0 when it cannot be told.
+// 0 if it cannot be read.
 DWORD reparseTagOf(HANDLE file);
-// A junction, mount point or symbolic link, and not a cloud or deduplication tag. Tag 0 is how Wine shows a
-// symbolic link.
+// True for junctions, mount points and symbolic links, not for cloud or deduplication tags. Wine reports
+// symbolic links with tag 0.
 bool isLinkTag(DWORD tag);
 
-// What a failure means for the user.
+// Maps an error to its meaning for the user.
 Guarded guardedStatus(NTSTATUS status);
 Guarded guardedError(DWORD error);
 

@@ -27,10 +27,10 @@ bool isLetterAndColon(QStringView text)
     return letter >= u'A' && letter <= u'Z';
 }
 
-// Where the part of a path that "." and ".." can act on begins, after "C:" or "\\server\share"; 0 when the
-// path is not absolute.
+// Position after "C:" or "\\server\share", the part that "." and ".." cannot remove; 0 if the path is not
+// absolute.
 struct Split {
-    QString prefix; // verbatim form, without a separator at its end
+    QString prefix; // verbatim form, without a trailing separator
     QList<QStringView> components;
 };
 
@@ -74,7 +74,7 @@ QString nativeSeparators(QString path)
     return path.replace(u'/', u'\\');
 }
 
-// As the file system compares names: by upper-cased code units, without the rules of any language.
+// Compares names as the file system does: by upper-cased code units, independent of language.
 bool equalNames(QStringView a, QStringView b)
 {
     return CompareStringOrdinal(reinterpret_cast<const wchar_t *>(a.utf16()), static_cast<int>(a.size()),
@@ -87,7 +87,8 @@ bool equalNames(QStringView a, QStringView b)
 std::wstring apiPath(const QString &path)
 {
     QString native = nativeSeparators(path);
-    // Literal forms are kept, except for a bare drive after the prefix, which would name the volume device.
+    // Verbatim paths are kept, except for a bare drive after the prefix, which would denote the volume
+    // device.
     if (native.startsWith(device))
         return native.toStdWString();
     if (native.startsWith(verbatim)) {

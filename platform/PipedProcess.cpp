@@ -30,7 +30,7 @@ struct Pipe {
     FileHandle theirs; // inheritable
 };
 
-// An anonymous pipe cannot be read or written with a time limit, a named one can. The name is used once.
+// A named pipe, since an anonymous one does not support timeouts. The name is used once.
 bool makePipe(Pipe &pipe, DWORD ourAccess, DWORD theirAccess)
 {
     const QString name =
@@ -46,8 +46,8 @@ bool makePipe(Pipe &pipe, DWORD ourAccess, DWORD theirAccess)
     return static_cast<bool>(pipe.theirs);
 }
 
-// Only the handles of the pipes are inherited: another process started at the same moment must not keep one
-// open. The program is born in its job, so that there is no moment in which it could outlive this process.
+// Only the pipe handles are inherited: another process started at the same time must not keep one open. The
+// process is created inside its job, so that it can never outlive this one.
 class StartupInfo
 {
 public:
@@ -95,7 +95,7 @@ LONG WINAPI endAfterException(EXCEPTION_POINTERS *exception)
     return EXCEPTION_EXECUTE_HANDLER;
 }
 
-// Whether the writer has put the bytes into the memory that it was offered, or sends them.
+// Whether the data was written to the offered shared memory or is sent through the pipe.
 enum class LargeAnswer : quint8 { Sent, Shared };
 
 std::shared_ptr<std::byte> mapped(HANDLE section, DWORD access, std::size_t bytes)
@@ -106,7 +106,7 @@ std::shared_ptr<std::byte> mapped(HANDLE section, DWORD access, std::size_t byte
     return {static_cast<std::byte *>(view), [](std::byte *at) { UnmapViewOfFile(at); }};
 }
 
-constexpr UINT abortCode = 3; // what abort() ends with
+constexpr UINT abortCode = 3; // exit code of abort()
 
 void endAfterAbort(int)
 {
@@ -127,9 +127,9 @@ std::shared_ptr<std::byte> ByteChannel::readLarge(std::size_t bytes)
     return memory && read(memory.get(), bytes) ? memory : nullptr;
 }
 
-// Ends its processes when its handle goes, that is, also when this process crashes.
+// Kills its processes when its handle is closed, also if this process crashes.
 struct ProcessGroup::Job {
-    ObjectHandle handle; // null when Windows refused
+    ObjectHandle handle; // null if Windows refused
 };
 
 ProcessGroup::ProcessGroup(quint64 memoryOfOne, quint64 memoryOfAll) : m_job(std::make_unique<Job>())
@@ -149,7 +149,7 @@ ProcessGroup::~ProcessGroup() = default;
 
 struct PipedProcess::Handles {
     ObjectHandle process;
-    ObjectHandle moved; // set when a piece was read or written
+    ObjectHandle moved; // signalled when a piece was read or written
     FileHandle input;
     FileHandle output;
 
@@ -166,7 +166,7 @@ bool PipedProcess::Handles::givesUp(const GiveUp &giveUp) const
     return true;
 }
 
-// Reads or writes one piece, as `begin` does. 0 when the conversation has ended.
+// Reads or writes one piece through `begin`. Returns 0 if the conversation has ended.
 template <class Begin>
 std::size_t PipedProcess::Handles::transfer(const FileHandle &pipe, const GiveUp &giveUp,
                                             const Begin &begin) const
@@ -183,7 +183,7 @@ std::size_t PipedProcess::Handles::transfer(const FileHandle &pipe, const GiveUp
             break;
         }
     }
-    // Must wait: the system may use the caller's buffer until the call has completed.
+    // Must wait: the system may use the caller's buffer until the operation has completed.
     DWORD bytes = 0;
     return GetOverlappedResult(pipe.get(), &overlapped, &bytes, TRUE) ? bytes : 0;
 }
@@ -209,7 +209,7 @@ std::unique_ptr<PipedProcess> PipedProcess::start(const QString &program, const 
     StartupInfo startup(toChild.theirs.get(), fromChild.theirs.get(), group.m_job->handle.get());
     if (!startup.isUsable())
         return nullptr;
-    std::wstring command = QString(u'"' % program % u'"').toStdWString(); // the call may write into it
+    std::wstring command = QString(u'"' % program % u'"').toStdWString(); // CreateProcessW may modify it
     PROCESS_INFORMATION started = {};
     if (!CreateProcessW(wide(program), command.data(), nullptr, nullptr, TRUE,
                         CREATE_NO_WINDOW | BELOW_NORMAL_PRIORITY_CLASS | EXTENDED_STARTUPINFO_PRESENT,
@@ -259,7 +259,7 @@ bool PipedProcess::write(const void *from, std::size_t bytes)
     return true;
 }
 
-// The other program gets a handle of its own; 0 says that there is no memory to share.
+// The other process gets a handle of its own; sends 0 if there is no memory to share.
 std::shared_ptr<std::byte> PipedProcess::readLarge(std::size_t bytes)
 {
     const auto size = static_cast<quint64>(bytes);
@@ -282,7 +282,7 @@ ParentChannel::ParentChannel()
 {
     SetErrorMode(SEM_FAILCRITICALERRORS | SEM_NOGPFAULTERRORBOX | SEM_NOOPENFILEERRORBOX);
     SetUnhandledExceptionFilter(endAfterException);
-    // The C library of a program without a console tells of abort() and of a failed assert() in a box.
+    // In a program without a console, the C library reports abort() and failed assertions in a message box.
     _set_error_mode(_OUT_TO_STDERR);
     std::signal(SIGABRT, endAfterAbort);
     std::set_terminate(endAfterTerminate);

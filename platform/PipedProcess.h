@@ -10,28 +10,29 @@
 namespace platform
 {
 
-// Bytes to and from the other end of a conversation. False when it has ended.
+// A byte stream to and from the other end of a conversation. Functions return false once it has ended.
 class ByteChannel
 {
 public:
     virtual ~ByteChannel() = default;
-    // All of them or false.
+    // Reads or writes all bytes, or returns false.
     virtual bool read(void *to, std::size_t bytes) = 0;
     virtual bool write(const void *from, std::size_t bytes) = 0;
 
-    // The same for many bytes, which both ends have to expect. Between two processes they lie in memory of
-    // both, since a pipe copies them several times; the writer may still change them after the reader has
-    // them. Null when the conversation has ended or there is no memory.
+    // For large data that both ends expect. Between two processes it is placed in shared memory, since a pipe
+    // would copy it several times; the writer could still modify it after the reader has it. Null if the
+    // conversation has ended or memory is exhausted.
     virtual std::shared_ptr<std::byte> readLarge(std::size_t bytes);
     virtual bool writeLarge(const void *from, std::size_t bytes) { return write(from, bytes); }
 };
 
-// Programs that share one memory limit. They end with this object, and with this process however that ends.
+// Processes that share one memory limit. They are killed with this object, and with this process however it
+// ends.
 class ProcessGroup
 {
 public:
-    // The bytes that one of the programs, and all of them together, may take; where that ends, a program
-    // finds that there is no memory left.
+    // Memory limits in bytes, per process and for all together; beyond them, allocations in the processes
+    // fail.
     ProcessGroup(quint64 memoryOfOne, quint64 memoryOfAll);
     ~ProcessGroup();
 
@@ -41,21 +42,20 @@ private:
     std::unique_ptr<Job> m_job;
 };
 
-// A program of this suite that runs hidden beside this one, spoken with over its standard input and output.
-// It yields to this one where processors are scarce, and ends with this object or its group. One thread at a
-// time.
+// A helper process of this suite that runs hidden and communicates over its standard input and output. It
+// runs at lower priority, and is killed with this object or its group. One thread at a time.
 class PipedProcess : public ByteChannel
 {
 public:
-    // Asked for every piece that is read or written, and every 50 ms while one is waited for: neither a
-    // silent nor a talkative program escapes it. True ends the other program, and the conversation.
+    // Called for every piece that is read or written, and every 50 ms while waiting. Returning true kills the
+    // process and ends the conversation.
     using GiveUp = std::function<bool()>;
 
-    // Null when it cannot be started.
+    // Null if it cannot be started.
     static std::unique_ptr<PipedProcess> start(const QString &program, const ProcessGroup &group);
     ~PipedProcess() override;
 
-    // Whatever the reason. One that is just ending may say false and answer nothing any more.
+    // For any reason. A process that is just about to end may still return false here.
     bool hasEnded() const;
     void setGiveUp(GiveUp giveUp) { m_giveUp = std::move(giveUp); }
     bool read(void *to, std::size_t bytes) override;
@@ -70,12 +70,12 @@ private:
     GiveUp m_giveUp;
 };
 
-// The other side, in the program that was started.
+// The other end, in the process that was started.
 class ParentChannel : public ByteChannel
 {
 public:
-    // A crash, an abort() or an exception that nobody catches ends the process at once from here on, without
-    // a box and without a debugger.
+    // From here on a crash, abort() or unhandled exception ends the process at once, without a message box or
+    // debugger.
     ParentChannel();
 
     bool read(void *to, std::size_t bytes) override;

@@ -13,9 +13,9 @@ struct PowerScheme {
     QString name;
 };
 
-// In Windows' own order; empty where Windows tells none.
+// In Windows' own order; empty if not available.
 QList<PowerScheme> powerSchemes();
-// Empty when Windows does not tell.
+// Empty if not available.
 QString activePowerScheme();
 bool activatePowerScheme(const QString &id);
 

@@ -4,8 +4,8 @@
 namespace platform
 {
 
-// How many helper threads a job may keep busy beside its own: the logical processors that this process may
-// use, less the one of the job's thread; at least 1, since helpers also wait for the disk.
+// The number of helper threads a job may use in addition to its own: the logical processors available to this
+// process, minus one; at least 1, since helpers also wait for the disk.
 int osIdleCores();
 
 } // namespace platform

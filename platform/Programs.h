@@ -10,18 +10,18 @@
 namespace platform
 {
 
-// File names ("setup.exe") of those that have a window with a title on the screen, each once, sorted.
+// File names ("setup.exe") of processes with a visible titled window; unique and sorted.
 QStringList programsWithWindows();
 
-// A process of that file name that can be waited for; none when there is none, or Windows does not let us.
+// A waitable handle of a process with that file name; null if there is none, or it cannot be opened.
 ObjectHandle openProgram(const QString &fileName);
 
 struct RunningProgram {
     DWORD process = 0;
     quint64 started = 0;     // FILETIME
-    DWORD priorityClass = 0; // HIGH_PRIORITY_CLASS and so on; 0 where Windows does not tell
+    DWORD priorityClass = 0; // HIGH_PRIORITY_CLASS and so on; 0 if unknown
 };
-// Those of this session that were started from this very file. The order is not defined.
+// Processes of this session started from exactly this file, in no particular order.
 QList<RunningProgram> runningFrom(const QString &path);
 
 } // namespace platform

@@ -28,7 +28,7 @@ bool isBelow(const QString &path, const QString &folder)
            path.startsWith(folder, Qt::CaseInsensitive);
 }
 
-// A folder that this Windows does not have, or that cannot be opened, is kept as it is spelled.
+// A folder that does not exist or cannot be opened is added in its given spelling.
 void addFolder(QStringList &list, const QString &folder)
 {
     if (folder.isEmpty())

@@ -7,25 +7,25 @@
 namespace platform
 {
 
-// The folders that no verb of this program removes, empties or renames, whoever asks.
+// Folders that this program never removes, empties or renames.
 struct ProtectedPlaces {
     QStringList system; // the Windows folder and the program folders
     QStringList shared; // the folder of data for all users
-    // The folders that hold the users' profiles; every folder directly below them is a profile.
+    // Folders that contain the users' profiles; each folder directly below is a profile.
     QStringList profileParents;
 };
 
 enum class Protection {
     None,
-    Holds, // a drive root, one of the places, or a folder with one of them in it
-    Below  // in one of the system's own folders: only what such a verb is there for
+    Holds, // a drive root, one of the places, or a parent of one
+    Below  // inside a system folder: only allowed for operations meant for that
 };
 
-// By the text alone, ignoring case. `path` is a final path (see platform::finalPath()), for a link or another
-// spelling is another text.
+// Decided by text alone, ignoring case. `path` must be a final path (see platform::finalPath()), since a link
+// or another spelling would not match.
 Protection protectionOf(const QString &path, const ProtectedPlaces &places);
 
-// Those of this Windows, by their final paths; read once. Disk at the first call, any thread.
+// The final paths of this Windows' places; read once. Does disk I/O on the first call; any thread.
 const ProtectedPlaces &protectedPlaces();
 
 } // namespace platform

@@ -13,7 +13,7 @@ namespace platform
 namespace
 {
 
-// The volume's name without a trailing separator opens the device; with one it opens the root folder.
+// The volume name without a trailing separator opens the device, with one the root folder.
 FileHandle openDevice(QString name, DWORD access)
 {
     if (name.endsWith(u'\\'))

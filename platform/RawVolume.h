@@ -9,21 +9,20 @@
 namespace platform
 {
 
-// A local volume opened past its file system, for writing to clusters whose numbers the file system gave.
-// Windows refuses that to all but administrators, and to them for most of a mounted volume; then nothing is
+// A local volume opened as a device, for writing to clusters whose numbers the file system reported. Windows
+// allows that only to administrators, and even to them not for most of a mounted volume; then nothing is
 // open.
 class RawVolume
 {
 public:
-    // "\\?\Volume{...}\" of the volume that holds the path, by its mount point and not by its drive letter;
-    // empty for a share.
+    // "\\?\Volume{...}\" of the path's volume, by mount point and not by drive letter; empty for a share.
     static QString nameOf(const QString &path);
 
-    // Disk. Never opened under Wine, which would hand out the build machine's own disk.
+    // Does disk I/O. Never opened under Wine, which would open the build machine's own disk.
     explicit RawVolume(const QString &name);
 
     explicit operator bool() const { return static_cast<bool>(m_volume); }
-    // Whether the open file lies on this volume, by the serial number that both tell.
+    // Whether the open file is on this volume, by the serial number.
     bool holds(HANDLE file) const;
 
     QString fileSystem() const { return m_fileSystem; }
@@ -39,10 +38,10 @@ private:
     quint32 m_clusterSize = 0;
 };
 
-// Whether the volume of a path moves a head to its data, by the device's own answer.
+// Whether the path's volume has seek times (a hard disk), as reported by the device.
 enum class Medium { Unknown, Seeks, DoesNotSeek };
 
-// Disk, any thread; needs no rights.
+// Does disk I/O; any thread; needs no rights.
 Medium mediumOf(const QString &path);
 
 } // namespace platform

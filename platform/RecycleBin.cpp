@@ -15,7 +15,7 @@ class WindowsRecycleBin : public RecycleBin
 {
 protected:
     // The shell reports success even for an operation that it aborted, and on a drive without a bin. A file
-    // whose new place it does not report was not moved either.
+    // whose new location it does not report was not moved.
     bool move(const QString &path) override
     {
         QString place;
@@ -33,7 +33,7 @@ bool mayTry(const QString &path, RecycleBin::Accept accept)
     const bool folder = (facts->attributes & core::AttributeDirectory) != 0;
     if (folder && accept != RecycleBin::Accept::FilesAndFolders)
         return false;
-    // Its final path lies in its own folder: it is not a link.
+    // Its final path is in its own folder, so it is not a link.
     return isInside(path.left(path.lastIndexOf(u'\\')), path);
 }
 

@@ -6,26 +6,27 @@
 namespace platform
 {
 
-// Moves things to the recycle bin, and never erases: what the bin does not take stays where it is.
+// Moves items to the recycle bin, and never erases: an item that the bin does not accept stays where it is.
 class RecycleBin
 {
 public:
     enum class Accept { FilesOnly, FilesAndFolders };
     enum class Outcome {
         Moved,
-        Refused, // not tried: see moveToTrash()
-        Failed   // Windows did not do it (no bin on this drive, file in use, path too long)
+        Refused, // not attempted: see moveToTrash()
+        Failed   // Windows failed (no bin on this drive, file in use, path too long)
     };
 
     virtual ~RecycleBin() = default;
 
-    // Whether a path can be given to the bin at all, by its text alone: see moveToTrash().
+    // Whether a path can be passed to the bin at all, judged by its text alone: see moveToTrash().
     static bool takesPath(const QString &path);
 
-    // One item by its full path. Refused without trying: a path that is not absolute, a drive root, what does
-    // not exist, a folder unless accepted, a path that ends in a link, and names that the shell would read as
-    // another item's name (a trailing dot or space, a device name). Such a name is safe in the file system
-    // calls but the recycle bin has only the shell's. May take longer than an interface may wait; any thread.
+    // Moves one item, given by full path. Refused without an attempt: relative paths, drive roots, items that
+    // do not exist, folders unless accepted, paths that end in a link, and names that the shell would
+    // interpret as another item (a trailing dot or space, a device name): the file system functions can
+    // handle those, but the recycle bin only takes shell names. May take too long for the interface thread;
+    // any thread.
     Outcome moveToTrash(const QString &path, Accept accept = Accept::FilesOnly);
 
 protected:
@@ -33,7 +34,7 @@ protected:
 };
 
 RecycleBin &recycleBin();
-// For tests; null puts the real one back. The object is not owned.
+// For tests; null restores the real implementation. The object is not owned.
 void setRecycleBin(RecycleBin *replacement);
 
 } // namespace platform

@@ -45,7 +45,7 @@ QStringList recycleBinFolders()
     return folders;
 }
 
-// Not in the headers of mingw-w64.
+// Missing in the headers of mingw-w64.
 void refreshRecycleBinIcon()
 {
     const HMODULE shell = GetModuleHandleW(L"shell32");

@@ -7,14 +7,14 @@
 namespace platform
 {
 
-// The recycle bins of the user who runs this program, on every fixed drive that has one:
-// "C:\$RECYCLE.BIN\S-1-5-21-...". Never those of other users. Disk.
+// The recycle bins of the current user on all fixed drives that have one: "C:\$RECYCLE.BIN\S-1-5-21-...".
+// Never those of other users. Does disk I/O.
 QStringList recycleBinFolders();
 
-// "S-1-5-21-..." of that user; empty when Windows does not tell.
+// The user's SID, "S-1-5-21-..."; empty if not available.
 QString userSid();
 
-// After something was taken out of a bin past the shell. Any thread.
+// Call after removing something from a bin without the shell. Any thread.
 void refreshRecycleBinIcon();
 
 } // namespace platform

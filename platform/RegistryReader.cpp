@@ -13,7 +13,7 @@ namespace
 {
 
 constexpr DWORD maxValueBytes = 1024 * 1024;
-// Of a key's name 255 characters, of a value's 16,383, and the null behind them.
+// Limits: 255 characters for a key name, 16,383 for a value name, plus the terminator.
 constexpr DWORD maxKeyName = 256;
 constexpr DWORD maxValueName = 16384;
 
@@ -22,12 +22,12 @@ RegKey open(core::RegistryView::Hive hive, const QString &path, core::RegistryVi
     RegKey key;
     const HKEY root = hive == core::RegistryView::Hive::CurrentUser ? HKEY_CURRENT_USER : HKEY_LOCAL_MACHINE;
     const REGSAM view = bits == core::RegistryView::Bits::Is64 ? KEY_WOW64_64KEY : KEY_WOW64_32KEY;
-    // A failed call leaves the handle as it was: none.
+    // A failed call leaves the handle null.
     RegOpenKeyExW(root, wide(path), 0, KEY_READ | view, key.put());
     return key;
 }
 
-// Names that one of the two calls enumerates: next(index, buffer, length).
+// Collects the names that a registry function enumerates: next(index, buffer, length).
 template <class Next>
 QStringList names(DWORD longest, Next next)
 {
@@ -57,7 +57,7 @@ core::RegistryValue RegistryReader::value(Hive hive, const QString &path, const 
     const LSTATUS result = RegQueryValueExW(key.get(), wide(name), nullptr, &type,
                                             reinterpret_cast<BYTE *>(value.bytes.data()), &size);
     if (result != ERROR_SUCCESS)
-        return {}; // it has grown or gone meanwhile
+        return {}; // it was changed or deleted meanwhile
     value.type = type;
     value.bytes.truncate(static_cast<qsizetype>(size));
     return value;

@@ -6,7 +6,7 @@
 namespace platform
 {
 
-// The registry of this machine. Any thread. Values above 1 MB read as absent.
+// The registry of this computer. Any thread. Values above 1 MB read as absent.
 class RegistryReader : public core::RegistryView
 {
 public:

@@ -20,7 +20,7 @@ BOOL CALLBACK collectId(HMODULE, LPCWSTR, LPWSTR name, LONG_PTR parameter)
     return TRUE;
 }
 
-// Whether all of the range can be read and belongs to the same mapping as its beginning.
+// Whether the whole range is readable and in the same mapping as its start.
 bool isReadable(const void *data, std::size_t size)
 {
     const auto *at = static_cast<const char *>(data);

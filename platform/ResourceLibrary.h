@@ -12,20 +12,21 @@
 namespace platform
 {
 
-// The resources of an executable or a library, which is loaded as data: nothing of it runs. The bytes that
-// are handed out live as long as this object; each range is checked to lie inside the file's mapping, since
-// a damaged file may claim any size. One thread at a time.
+// The resources of an executable or library loaded as data: none of its code runs. Returned ranges are valid
+// as long as this object, and are checked to be inside the file's mapping, since a damaged file may claim any
+// size. One thread at a time.
 class ResourceLibrary
 {
 public:
-    // Disk. An absolute path: a bare name would be searched for in folders that anybody can write to.
+    // Does disk I/O. Requires an absolute path: a bare name would be searched for in folders where anyone can
+    // write.
     explicit ResourceLibrary(const QString &path);
 
     bool isLoaded() const { return bool(m_library); }
-    // The error code of Windows when it could not be loaded.
+    // The Windows error code if it could not be loaded.
     quint32 error() const { return m_error; }
 
-    // Icon groups with a number; those with a name are not listed.
+    // Numbered icon groups; named ones are not listed.
     QList<quint32> iconGroupIds() const;
     std::optional<QByteArrayView> iconGroup(quint32 id) const;
     std::optional<QByteArrayView> icon(quint32 id) const;

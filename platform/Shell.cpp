@@ -25,7 +25,7 @@ bool shellExecute(const QString &file, int show, const wchar_t *parameters = nul
     return reinterpret_cast<INT_PTR>(answer) > 32;
 }
 
-// "C:" is accepted, too: for Win32 it is the current folder of that drive.
+// Accepts "C:" too, although Win32 takes it for the current folder of that drive.
 bool namesOneItem(const QString &path)
 {
     return isDriveRoot(path) || survivesWin32(shownPath(path));
@@ -37,7 +37,7 @@ struct InterfaceTraits {
     static void close(Raw raw) noexcept { raw->Release(); }
 };
 
-// Null where there is no task bar. Created for each call: a static object would outlive COM.
+// Null without a taskbar. Created for each call, since a static object would outlive COM.
 UniqueHandle<InterfaceTraits> taskbar()
 {
     UniqueHandle<InterfaceTraits> list;
@@ -62,8 +62,8 @@ public:
             return false;
         QProcess explorer;
         explorer.setProgram(QStringLiteral("explorer.exe"));
-        // Explorer expects quotes around the path only. QProcess would quote the whole argument, and a path
-        // with a comma would then open another folder.
+        // Explorer expects quotes around the path only. QProcess would quote the whole argument, and Explorer
+        // would then open another folder for a path with a comma.
         explorer.setNativeArguments(u"/select,\"" % shownPath(path) % u'"');
         return explorer.startDetached();
     }

@@ -15,9 +15,9 @@ namespace platform
 namespace
 {
 
-// Longer texts are cut, and then they are not those of a shortcut of ours.
+// Longer texts are truncated; our own shortcuts never have them.
 constexpr std::size_t maxText = 4096;
-constexpr int showCommandOffset = 60; // in the header of a shortcut file, as [MS-SHLLINK] describes it
+constexpr int showCommandOffset = 60; // offset in the header of a shortcut file, see [MS-SHLLINK]
 constexpr qsizetype headerSize = 76;
 using Buffer = std::array<wchar_t, maxText>;
 
@@ -79,7 +79,7 @@ std::optional<ShortcutFile> readShortcut(const QByteArray &bytes)
     file.description = textOf([&](wchar_t *to, int size) { return link->GetDescription(to, size); });
     file.iconPath =
         textOf([&](wchar_t *to, int size) { return link->GetIconLocation(to, size, &file.iconIndex); });
-    // The link object of Wine 8 writes it and does not read it.
+    // Read from the bytes: Wine 8's link object writes this field but does not read it.
     const auto show = qFromLittleEndian<quint32>(bytes.constData() + showCommandOffset);
     file.window = show == SW_SHOWMAXIMIZED     ? ShortcutFile::Window::Maximized
                   : show == SW_SHOWMINNOACTIVE ? ShortcutFile::Window::Minimized
@@ -93,7 +93,7 @@ QByteArray shortcutBytes(const ShortcutFile &file, const QByteArray &earlier)
     const ComPointer<IShellLinkW> link = newLink();
     if (!link || (!earlier.isEmpty() && !load(link, earlier)))
         return {};
-    // Minimised windows are not made active: that is what Explorer stores, too.
+    // Minimised windows are not activated, which is what Explorer stores too.
     const int show = file.window == ShortcutFile::Window::Maximized   ? SW_SHOWMAXIMIZED
                      : file.window == ShortcutFile::Window::Minimized ? SW_SHOWMINNOACTIVE
                                                                       : SW_SHOWNORMAL;

@@ -6,15 +6,15 @@
 
 #include <optional>
 
-// The content of shortcut files (.lnk), read and written by the shell's own link object. Nothing that a
-// shortcut names is looked for or resolved. Any thread.
+// The content of shortcut files (.lnk), read and written through the shell's link object. Targets are not
+// resolved or searched for. Any thread.
 namespace platform
 {
 
 struct ShortcutFile {
     enum class Window { Normal, Minimized, Maximized };
 
-    QString target; // a file; empty for what is none, such as a Store app
+    QString target; // a file; empty for other targets, such as a Store app
     QString arguments;
     QString workingFolder;
     QString description;
@@ -25,11 +25,11 @@ struct ShortcutFile {
     bool operator==(const ShortcutFile &) const = default;
 };
 
-// Empty for bytes that are no shortcut.
+// nullopt for bytes that are not a shortcut.
 std::optional<ShortcutFile> readShortcut(const QByteArray &bytes);
 
-// Empty when Windows cannot make such a shortcut. What `earlier`, the shortcut that is changed, holds besides
-// (its key combination, say) is kept.
+// Empty if Windows cannot create the shortcut. Other properties of `earlier`, the shortcut being changed
+// (such as its hot key), are kept.
 QByteArray shortcutBytes(const ShortcutFile &file, const QByteArray &earlier = {});
 
 } // namespace platform

@@ -6,8 +6,8 @@
 namespace platform
 {
 
-// QString and Windows share UTF-16, so both directions copy code units as they are: file names with unpaired
-// surrogates come back as the same file names. The pointer of wide() lives as long as `text` is not changed.
+// QString and Windows both use UTF-16, so conversions copy code units unchanged: file names with unpaired
+// surrogates round-trip. The pointer returned by wide() is valid until `text` is changed.
 inline const wchar_t *wide(const QString &text)
 {
     static_assert(sizeof(wchar_t) == sizeof(QChar));

@@ -7,8 +7,8 @@
 namespace platform
 {
 
-// Disk, any thread. A text that a program or library says of itself ("CompanyName", "FileDescription"), in
-// the first language that it has. Empty when there is none.
+// Does disk I/O; any thread. A string from a file's version resource ("CompanyName", "FileDescription"), in
+// the first language present. Empty if there is none.
 QString versionText(const QString &file, QStringView name);
 
 } // namespace platform

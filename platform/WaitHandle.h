@@ -14,7 +14,7 @@ struct PowerNoticeTraits {
 };
 using PowerNotice = UniqueHandle<PowerNoticeTraits>;
 
-// RegisterWaitForSingleObject. Closing waits for a callback that runs.
+// RegisterWaitForSingleObject. Closing waits for a running callback.
 struct WaitTraits {
     using Raw = HANDLE;
     static Raw none() noexcept { return nullptr; }

@@ -26,10 +26,10 @@ struct InternetTraits {
 using InternetHandle = UniqueHandle<InternetTraits>;
 
 constexpr wchar_t agentName[] = L"FernlightLarkspur";
-// Of Windows 8.1 and of Windows 11; not in every header.
+// For Windows 8.1 and Windows 11; missing in some headers.
 constexpr DWORD automaticProxy = 4;
 constexpr DWORD tls12 = 0x800, tls13 = 0x2000;
-constexpr DWORD socketTimedOut = 10060; // WSAETIMEDOUT, which Wine passes on
+constexpr DWORD socketTimedOut = 10060; // WSAETIMEDOUT, which Wine passes through
 constexpr DWORD pieceSize = 64 * 1024;
 
 Outcome outcomeOf(DWORD error)
@@ -60,12 +60,12 @@ InternetHandle openSession(const WebLimits &limits)
                                   WINHTTP_NO_PROXY_BYPASS, 0));
     const auto silence = static_cast<int>(std::min(limits.silence, limits.patience).count());
     WinHttpSetTimeouts(session.get(), silence, silence, silence, silence);
-    auto untilHeaders = static_cast<DWORD>(silence); // has a limit of its own, of more than a minute
+    auto untilHeaders = static_cast<DWORD>(silence); // has a default limit of more than a minute
     WinHttpSetOption(session.get(), WINHTTP_OPTION_RECEIVE_RESPONSE_TIMEOUT, &untilHeaders,
                      sizeof untilHeaders);
     DWORD protocols = tls12 | tls13;
     if (!WinHttpSetOption(session.get(), WINHTTP_OPTION_SECURE_PROTOCOLS, &protocols, sizeof protocols)) {
-        protocols = tls12; // a Windows that does not know the newer one
+        protocols = tls12; // for a Windows version without TLS 1.3
         WinHttpSetOption(session.get(), WINHTTP_OPTION_SECURE_PROTOCOLS, &protocols, sizeof protocols);
     }
     return session;
@@ -98,7 +98,7 @@ Outcome readBody(const InternetHandle &request, const WebLimits &limits, Clock::
         return Outcome::TooLarge;
     QByteArray piece(pieceSize, Qt::Uninitialized);
     while (true) {
-        // Asked first: a read of more than is there waits for the rest, however slowly that comes.
+        // Queried first: reading more than is available would wait for the rest, however slow it is.
         DWORD available = 0, read = 0;
         if (!WinHttpQueryDataAvailable(request.get(), &available) ||
             (available > 0 &&
@@ -108,7 +108,7 @@ Outcome readBody(const InternetHandle &request, const WebLimits &limits, Clock::
             return Outcome::Answered;
         if (body.size() + static_cast<qsizetype>(read) > limits.maxBytes)
             return Outcome::TooLarge;
-        if (Clock::now() > end) // one that sends a byte now and then is never silent
+        if (Clock::now() > end) // for a server that keeps sending single bytes
             return Outcome::TimedOut;
         body.append(piece.constData(), static_cast<qsizetype>(read));
     }

@@ -10,29 +10,29 @@ namespace platform
 {
 
 struct WebLimits {
-    qint64 maxBytes = 0;                       // of the body
-    std::chrono::milliseconds patience{0};     // for the whole answer
-    std::chrono::milliseconds silence{15'000}; // for each step of it
+    qint64 maxBytes = 0;                       // size limit of the body
+    std::chrono::milliseconds patience{0};     // time limit for the whole request
+    std::chrono::milliseconds silence{15'000}; // time limit for each step
 };
 
 struct WebAnswer {
     enum class Outcome {
-        Answered,    // `status` says how
-        Unreachable, // no network, no such host, or nobody there
+        Answered,    // see `status`
+        Unreachable, // no network, unknown host, or connection refused
         TimedOut,
         TooLarge,
-        NotSecure, // a certificate that is not to be trusted, or no common protocol
+        NotSecure, // untrusted certificate, or no common protocol
         Failed
     };
 
     Outcome outcome = Outcome::Failed;
     int status = 0;
-    QByteArray location; // where a redirection leads; it is not followed
+    QByteArray location; // target of a redirect, which is not followed
     QByteArray body;
 };
 
-// One GET by Windows' own means: its proxy settings, its certificates, no cookie, no password. Blocks; any
-// thread. Takes http and https alike, so the caller decides first which addresses it wants.
+// A GET request through Windows' HTTP stack: its proxy settings and certificates, without cookies or
+// credentials. Blocks; any thread. Accepts http and https, so the caller must check the address first.
 WebAnswer webGet(const QUrl &address, const WebLimits &limits);
 
 } // namespace platform

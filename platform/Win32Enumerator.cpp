@@ -76,7 +76,7 @@ void listItem(const QString &path, core::DirectoryListing &out)
 {
     out.clear();
     const std::wstring name = apiPath(path);
-    // The verbatim prefix has a question mark of its own; any other one would be a pattern.
+    // The verbatim prefix contains a question mark; any other one would be a wildcard.
     if (isDriveRoot(path) || name.find_first_of(L"*?", 4) != std::wstring::npos)
         return;
     WIN32_FIND_DATAW found;

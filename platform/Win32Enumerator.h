@@ -7,8 +7,8 @@
 namespace platform
 {
 
-// Folders as FindFirstFileW and FindNextFileW list them, in their order; names are passed on unchanged. One
-// object serves any number of threads.
+// Lists folders with FindFirstFileW and FindNextFileW, in their order and with unmodified names. One object
+// may be used on any number of threads.
 class Win32Enumerator : public core::DirectoryEnumerator
 {
 public:
@@ -20,7 +20,8 @@ private:
     InterruptibleCalls m_calls;
 };
 
-// Disk, any thread. One item as its folder lists it; nothing when it is not there. The listing owns its name.
+// Does disk I/O; any thread. One item as listed by its folder; an empty listing if it does not exist. The
+// listing owns the name.
 void listItem(const QString &path, core::DirectoryListing &out);
 
 } // namespace platform

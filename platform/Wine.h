@@ -4,7 +4,7 @@
 namespace platform
 {
 
-// Whether this is Wine and no Windows, for the few calls whose answer is another one there. Any thread.
+// Whether this is Wine rather than Windows, for the few calls that behave differently. Any thread.
 bool isWine();
 
 } // namespace platform

@@ -36,7 +36,7 @@ QString fromBasic(BSTR text)
     return text ? fromWide(text, static_cast<qsizetype>(SysStringLen(text))) : QString();
 }
 
-// The texts of an array from its lower to its upper bound, both included.
+// The strings of an array; both bounds are inclusive.
 QStringList textsOf(SAFEARRAY *array)
 {
     QStringList texts;
@@ -54,7 +54,7 @@ QStringList textsOf(SAFEARRAY *array)
     return texts;
 }
 
-// None for null, and for types that no property of ours has.
+// nullopt for null, and for types that none of our properties has.
 std::optional<QVariant> toVariant(const VARIANT &value)
 {
     switch (value.vt) {
@@ -91,7 +91,7 @@ std::optional<QVariant> toVariant(const VARIANT &value)
 class WindowsWmiCalls : public WmiCalls
 {
 public:
-    // S_FALSE, "already", is a success that has to be undone as well.
+    // S_FALSE (already initialised) is a success and must be balanced too.
     long initialize() override { return CoInitializeEx(nullptr, COINIT_APARTMENTTHREADED); }
 
     long createLocator() override

@@ -11,14 +11,14 @@
 namespace platform
 {
 
-// The calls of one WMI session, in the order in which they are made. Each answers with an HRESULT and may
-// wait for as long as WMI likes. Tests put a fake in its place.
+// The calls of one WMI session, in calling order. Each returns an HRESULT and may block. Replaced by a fake
+// in tests.
 class WmiCalls
 {
 public:
     virtual ~WmiCalls() = default;
 
-    virtual long initialize() = 0; // COM for this thread
+    virtual long initialize() = 0; // initialises COM on this thread
     virtual long createLocator() = 0;
     virtual long connectServer(const QString &scope) = 0;
     virtual long setProxyBlanket() = 0;
@@ -28,27 +28,27 @@ public:
 
     virtual void closeQuery() = 0;
     virtual void disconnect() = 0;   // releases services and locator, if any
-    virtual void uninitialize() = 0; // after an initialize() that succeeded
+    virtual void uninitialize() = 0; // only after a successful initialize()
 };
 
 std::unique_ptr<WmiCalls> windowsWmiCalls();
 
-// Where the diagnostics go; by default to standard output.
+// Receives diagnostics; standard output by default.
 using WmiOutput = std::function<void(const std::string &text)>;
 void writeToStandardOutput(const std::string &text);
 
-// Answers WMI questions on the thread that it was made on. The connection is kept from one question to the
-// next of the same scope, so that a page with several connects once. The step that fails is written to the
-// output, and the next question begins again with it.
+// Runs WMI queries on the thread that created it. The connection is kept between queries of the same scope,
+// so that a page with several queries connects once. If a step fails, it is written to the output, and the
+// next query starts again at that step.
 class WmiSession : public core::WmiSource
 {
 public:
-    // `cancel` ends an answer between two objects. Both outlive the session.
+    // `cancel` ends a result between two objects. Both arguments outlive the session.
     WmiSession(std::unique_ptr<WmiCalls> calls, const core::CancelFlag &cancel,
                WmiOutput output = writeToStandardOutput);
     ~WmiSession() override;
 
-    // No answer holds more objects than anybody reads.
+    // Limit for the objects of one result.
     static constexpr int maxRows = 5000;
 
     core::WmiAnswer query(const core::WmiQuery &query,
@@ -65,7 +65,7 @@ private:
     const core::CancelFlag &m_cancel;
     WmiOutput m_output;
     bool m_initialized = false;
-    QString m_scope; // that it is connected to; empty: none
+    QString m_scope; // of the connection; empty if there is none
 };
 
 } // namespace platform
