@@ -121,7 +121,7 @@ void ComparePane::compare(const QString &first, const QString &firstText, const 
         return;
     m_wanted = wanted;
     const PicturePair known = m_view->pair();
-    // What is shown already is left on show: the eye sees better what changes.
+    // Keeps the current images while others load, so that differences are easier to see.
     if (known.first.path != first) {
         m_view->showMessage(tr("Loading ..."));
         m_view->setZoom(1);

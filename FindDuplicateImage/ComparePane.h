@@ -12,8 +12,8 @@ class CompareView;
 class ElidedLabel;
 class QToolButton;
 
-// The first picture of a group beside the selected one, with zoom and a view of what differs. Pictures are
-// read in the background; nothing waits for them.
+// Shows the first image of a group beside the selected one, with zoom and a difference view. Images are
+// loaded in the background; nothing waits for them.
 class ComparePane : public QWidget
 {
     Q_OBJECT
@@ -22,13 +22,13 @@ public:
     explicit ComparePane(QWidget *parent = nullptr);
     ~ComparePane() override;
 
-    // `second` is empty when the first picture itself is selected. The texts stand above the pictures.
+    // `second` is empty if the first image itself is selected. The texts are shown above the images.
     void compare(const QString &first, const QString &firstText, const QString &second,
                  const QString &secondText, std::shared_ptr<imaging::DecoderPool> decoders);
     void clear();
 
 signals:
-    // The pictures asked for last are on show.
+    // The images requested last are shown.
     void shown();
 
 private:

@@ -120,7 +120,7 @@ void CompareView::paintPane(QPainter &painter, const Pane &pane) const
     }
     const QRectF whole = place(pane.full->size(), pane.area);
     const QRectF shown = whole.intersected(pane.area);
-    // The smaller picture as long as it has pixels enough: it was reduced smoothly.
+    // Uses the smaller image as long as it has enough pixels: it was scaled down smoothly.
     const bool enough = whole.width() * devicePixelRatioF() <= pane.fitted->width() * 1.01;
     const QImage &image = enough ? *pane.fitted : *pane.full;
     const double scale = image.width() / whole.width();
@@ -131,7 +131,7 @@ void CompareView::paintPane(QPainter &painter, const Pane &pane) const
     painter.restore();
 }
 
-// Without a point the middle stays where it is.
+// Without a point, the centre is kept.
 void CompareView::zoomAt(double zoom, const QPointF &point)
 {
     zoom = std::clamp(zoom, 1.0, maxZoom);
@@ -140,7 +140,7 @@ void CompareView::zoomAt(double zoom, const QPointF &point)
         auto under = std::find_if(shown.cbegin(), shown.cend(),
                                   [&](const Pane &pane) { return pane.area.contains(point.toPoint()); });
         if (under != shown.cend() && !under->full->isNull()) {
-            // The part of the picture under the mouse stays there.
+            // Keeps the part of the image under the mouse at its position.
             const QRectF whole = place(under->full->size(), under->area);
             const QPointF from = point - QRectF(under->area).center();
             const double change = 1 / m_zoom - 1 / zoom;

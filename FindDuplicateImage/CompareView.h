@@ -6,8 +6,8 @@
 #include <QPointF>
 #include <QWidget>
 
-// Two pictures side by side, or their difference. Both are shown at the same size and place whatever their
-// own sizes are; zooming and dragging moves both.
+// Two images side by side, or their difference. Both are shown at the same size and position whatever their
+// own sizes; zooming and dragging affects both.
 class CompareView : public QWidget
 {
     Q_OBJECT
@@ -17,17 +17,17 @@ public:
 
     explicit CompareView(QWidget *parent = nullptr);
 
-    // What stands where there is no picture yet.
+    // A text shown while there is no image.
     void showMessage(const QString &text);
     void showPair(const PicturePair &pair);
     const PicturePair &pair() const { return m_pair; }
 
     void setDifference(bool difference);
     bool showsDifference() const { return m_difference; }
-    // 1 fits the pictures into the view.
+    // 1 fits the images into the view.
     double zoom() const { return m_zoom; }
     void setZoom(double zoom);
-    // The zoom at which the first picture is shown pixel by pixel.
+    // The zoom at which one image pixel of the first image is one screen pixel.
     double actualSizeZoom() const;
 
     QSize sizeHint() const override { return {600, 260}; }
@@ -49,10 +49,10 @@ private:
         const QImage *full;
         const QImage *fitted;
         QRect area;
-        QString absent; // what is said when there is no picture
+        QString absent; // shown if there is no image
     };
     QList<Pane> panes() const;
-    // The place of a whole picture that is shown in `area`, mostly outside of it when zoomed.
+    // The rectangle of a whole image shown in `area`; mostly outside of it when zoomed in.
     QRectF place(const QSize &picture, const QRect &area) const;
     void paintPane(QPainter &painter, const Pane &pane) const;
     void zoomAt(double zoom, const QPointF &point);
@@ -63,7 +63,7 @@ private:
     QString m_message;
     bool m_difference = false;
     double m_zoom = 1;
-    QPointF m_center{0.5, 0.5}; // of the view, as a share of the picture
+    QPointF m_center{0.5, 0.5}; // centre of the view as a fraction of the image
     QPointF m_dragFrom;
     bool m_dragging = false;
 };

@@ -19,7 +19,7 @@
 namespace
 {
 
-// More do not pay: the disk and the memory that is allowed for pictures are shared.
+// More do not help: disk bandwidth and the memory limit for images are shared.
 constexpr int maxDecoders = 8;
 
 } // namespace
@@ -87,7 +87,7 @@ void FindDuplicateImageForm::scan(const QString &folder)
         return;
     m_results->clear();
     m_root = shownRoot(folder);
-    m_start->notice()->hide(); // it was about an earlier scan
+    m_start->notice()->hide(); // it refers to an earlier scan
     m_resultNotice.clear();
     m_decoders = m_tools.decoders();
     m_thumbnails = std::make_shared<imaging::ThumbnailFile>(m_tools.temporaryFolder);
@@ -154,7 +154,7 @@ void FindDuplicateImageForm::OnResultReady()
     emit resultsShown();
 }
 
-// The result, which may have taken hours, stays until the next scan.
+// The result, which may have taken hours, is kept until the next scan.
 void FindDuplicateImageForm::OnBackToMain()
 {
     m_start->notice()->showNotice(

@@ -17,17 +17,17 @@ class FindDuplicateImageNoResultFoundForm;
 class FindDuplicateImageResultForm;
 class FindDuplicateImageStartForm;
 
-// The finder of pictures that look alike. Shows one of its pages at a time and runs one job at a time: a
-// scan, the preparation of its report, or the removal of a picture.
+// The finder of similar images. Shows one of its pages at a time and runs one job at a time: a scan, the
+// preparation of its report, or the removal of an image.
 class FindDuplicateImageForm : public ScanForm
 {
     Q_OBJECT
 
 public:
-    // What the form works with; the default is the real thing.
+    // Factories that tests replace.
     struct Tools {
-        std::function<std::unique_ptr<core::DirectoryEnumerator>()> enumerator; // one for each scan
-        std::function<std::shared_ptr<imaging::DecoderPool>()> decoders;        // one for each scan
+        std::function<std::unique_ptr<core::DirectoryEnumerator>()> enumerator; // creates one per scan
+        std::function<std::shared_ptr<imaging::DecoderPool>()> decoders;        // creates one per scan
         QString temporaryFolder;
     };
     static Tools windowsTools();
@@ -63,8 +63,8 @@ private:
     FindDuplicateImageNoResultFoundForm *m_noResult;
 
     QAction m_showLast;
-    QString m_resultNotice; // to be shown with the result of the scan that runs
+    QString m_resultNotice; // shown with the result of the running scan
     std::shared_ptr<imaging::DecoderPool> m_decoders;
     std::shared_ptr<imaging::ThumbnailFile> m_thumbnails;
-    FindDuplicateImageThread *m_scan = nullptr; // the host's
+    FindDuplicateImageThread *m_scan = nullptr; // owned by the host
 };

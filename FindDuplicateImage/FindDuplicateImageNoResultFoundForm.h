@@ -7,7 +7,7 @@ class EmptyState;
 class QPushButton;
 struct ImageReport;
 
-// What is shown when no two pictures are alike.
+// Shown when no similar images were found.
 class FindDuplicateImageNoResultFoundForm : public QWidget
 {
     Q_OBJECT

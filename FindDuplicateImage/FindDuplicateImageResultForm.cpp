@@ -42,7 +42,7 @@ FindDuplicateImageResultForm::FindDuplicateImageResultForm(QWidget *parent)
            .right = buildRight(),
            .sizes = {236, 640}});
     FLTreeView *side = list()->view();
-    side->setAllColumnsShowFocus(false); // the delegate shows it
+    side->setAllColumnsShowFocus(false); // drawn by the delegate
     side->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
     connect(m_memberList->selectionModel(), &QItemSelectionModel::currentChanged, this,
             &FindDuplicateImageResultForm::compareMembers);
@@ -84,7 +84,7 @@ void FindDuplicateImageResultForm::prepare(ImageReport report)
         emit prepareReportUpdatePath(m_report->groups.front().members.front().fullPath());
     m_thumbnails.setFile(m_report->thumbnails);
     m_groupModel->setReport(m_report.get());
-    // The groups live as long as their report does.
+    // Shares ownership with the report, which contains the groups.
     const std::shared_ptr<std::vector<ImageGroup>> groups(m_report, &m_report->groups);
     setGroups(std::make_shared<duplicates::GroupsOf<ImageGroup>>(groups), m_report->root);
     showReportTotals();
@@ -115,8 +115,8 @@ void FindDuplicateImageResultForm::showMembers(int group)
 {
     m_compare->clear();
     m_memberModel->setGroup(group < 0 ? nullptr : m_report.get(), group);
-    // The second picture: the first one is beside it anyway. Nothing is selected by itself: what is asked to
-    // go is what the user chose.
+    // Shows the second image, since the first is always shown beside it. Nothing is selected automatically:
+    // only what the user selects can be removed.
     m_memberList->selectionModel()->setCurrentIndex(
         m_memberModel->index(m_memberModel->rowCount() > 1 ? 1 : 0, 0), QItemSelectionModel::Clear);
     m_memberList->scrollToTop();
@@ -155,7 +155,7 @@ void FindDuplicateImageResultForm::compareMembers()
                        alone ? QString() : caption(*second), m_report->decoders);
 }
 
-// The two that are selected; otherwise the first one and the selected one, or the one that was selected last.
+// The two selected images; otherwise the first image of the group and the one selected last.
 std::pair<int, int> FindDuplicateImageResultForm::comparedMembers() const
 {
     const QList<int> rows = selectedMembers();

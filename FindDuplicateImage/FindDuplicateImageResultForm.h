@@ -13,8 +13,8 @@ class ImageGroupModel;
 class ImageMemberModel;
 class QListView;
 
-// The groups of pictures that are alike: on the left a row each; on the right the pictures of the selected
-// group, and below them the first one beside the selected one, or the two that are selected.
+// The groups of similar images: on the left one row per group; on the right the images of the selected group,
+// and below them the first image beside the selected one, or the two selected ones.
 class FindDuplicateImageResultForm : public duplicates::GroupsPage
 {
     Q_OBJECT
@@ -23,15 +23,14 @@ public:
     explicit FindDuplicateImageResultForm(QWidget *parent = nullptr);
     ~FindDuplicateImageResultForm() override;
 
-    // Shows the report; resultReady() follows. Which pictures are still there is asked of the disk
-    // afterwards.
+    // Shows the report; resultReady() follows. Which images still exist is checked afterwards.
     void prepare(ImageReport report);
-    // Lets go of the report, and of the thumbnails and decoders that it holds.
+    // Releases the report with its thumbnails and decoders.
     void clear();
     const ImageReport &report() const { return *m_report; }
 
 signals:
-    void prepareReportUpdatePath(QString path); // of the first group, while the report is made
+    void prepareReportUpdatePath(QString path); // of the first group, while the report is being built
 
 private:
     QWidget *buildRight();
@@ -43,7 +42,7 @@ private:
 
     void showReportTotals();
     void compareMembers();
-    // Rows of m_members, -1 for none.
+    // Rows of m_members; -1 for none.
     std::pair<int, int> comparedMembers() const;
 
     std::shared_ptr<ImageReport> m_report;

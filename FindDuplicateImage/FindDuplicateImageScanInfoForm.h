@@ -3,7 +3,7 @@
 
 #include "widgets/ScanPage.h"
 
-// What is shown while pictures are scanned.
+// Shown while images are being scanned.
 class FindDuplicateImageScanInfoForm : public ScanPage
 {
     Q_OBJECT

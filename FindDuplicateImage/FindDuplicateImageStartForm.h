@@ -3,8 +3,8 @@
 
 #include "widgets/StartPage.h"
 
-// Where a scan for pictures that look alike begins: a folder chosen, dropped, or one of those where pictures
-// usually are.
+// The start page for finding similar images: a chosen or dropped folder, or one of the user's usual image
+// folders.
 class FindDuplicateImageStartForm : public StartPage
 {
     Q_OBJECT

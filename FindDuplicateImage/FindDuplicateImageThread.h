@@ -15,7 +15,7 @@ namespace imaging
 class ThumbnailFile;
 }
 
-// What a scan needs, put together before it starts. The pool and the thumbnails are the form's.
+// The parameters of a scan. Decoder pool and thumbnails belong to the form.
 struct ImageScanJob {
     QString root;
     lookalikes::ScanOptions options;
@@ -24,9 +24,9 @@ struct ImageScanJob {
     std::shared_ptr<imaging::ThumbnailFile> thumbnails;
 };
 
-// Scans a folder for pictures that look alike. The signals are emitted on this thread, updateTotalItemScan()
-// for every entry of the file system: take them through a core::ProgressRelay. scanFinish() comes once,
-// however the scan ends.
+// Scans a folder for similar images. Signals are emitted on the worker thread, updateTotalItemScan() for
+// every file system entry: connect through a core::ProgressRelay. scanFinish() is emitted once, however the
+// scan ends.
 class FindDuplicateImageThread : public core::WorkerThread, private duplicates::ScanListener
 {
     Q_OBJECT
@@ -35,7 +35,7 @@ public:
     explicit FindDuplicateImageThread(ImageScanJob job);
     ~FindDuplicateImageThread() override;
 
-    // After scanFinish().
+    // Valid after scanFinish().
     lookalikes::ScanResult takeResult() { return std::move(m_result); }
 
 signals:

@@ -9,16 +9,16 @@ class ThumbnailCache;
 }
 struct ImageReport;
 
-// The groups of a report. Texts and pictures are made when a row is painted.
+// The groups of a report. Texts and images are created when a row is painted.
 class ImageGroupModel : public duplicates::GroupListModel
 {
     Q_OBJECT
 
 public:
     enum Role {
-        FolderRole = Qt::UserRole, // of the first picture
-        DetailRole,                // number and size of the pictures
-        GoneRole                   // the first picture was moved or removed
+        FolderRole = Qt::UserRole, // of the first image
+        DetailRole,                // number and size of the images
+        GoneRole                   // the first image was moved or removed
     };
 
     ImageGroupModel(imaging::ThumbnailCache &thumbnails, QObject *parent);

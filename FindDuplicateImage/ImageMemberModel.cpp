@@ -115,7 +115,7 @@ ImageMemberModel::Note ImageMemberModel::note(int row) const
     return {};
 }
 
-// What weighs most comes first: there may not be room for all.
+// The most important one first, as there may not be room for all.
 QStringList ImageMemberModel::warnings(int row) const
 {
     QStringList told;

@@ -16,7 +16,7 @@ namespace lookalikes
 struct ImageRecord;
 }
 
-// The pictures of one group: a row each, the first one first.
+// The images of one group, one row each, the group's first image first.
 class ImageMemberModel : public duplicates::MemberListModel
 {
     Q_OBJECT
@@ -25,11 +25,11 @@ public:
     enum Role {
         FolderRole = Qt::UserRole,
         FactsRole,    // dimensions, format and size
-        DateRole,     // of the last write
+        DateRole,     // last write time
         NoteRole,     // what the user should know before removing it
         NoteKindRole, // a NoteKind
-        FirstRole,    // the picture that the others are alike to
-        GoneRole      // it is not there any more
+        FirstRole,    // the image to which the others are similar
+        GoneRole      // the file does not exist any more
     };
     enum NoteKind { NoNote, Proposal, Warning, Gone };
 
@@ -45,7 +45,7 @@ public:
 
 protected:
     int memberCount() const override;
-    // Of the pictures that are still there, and still those that were compared.
+    // Considers only images that still exist and have not changed since they were compared.
     void updateProposal() override;
 
 private:
@@ -60,5 +60,5 @@ private:
 
     imaging::ThumbnailCache &m_thumbnails;
     const ImageReport *m_report = nullptr;
-    int m_proposal = -1; // the row that is proposed to be kept; -1 when there is nothing to choose from
+    int m_proposal = -1; // the row suggested to be kept; -1 if there is nothing to choose from
 };

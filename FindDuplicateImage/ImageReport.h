@@ -18,28 +18,29 @@ namespace imaging
 class ThumbnailFile;
 }
 
-// What the results page shows.
+// The content of the results page.
 struct ImageReport {
-    QString root; // as the user chose it
+    QString root; // as chosen by the user
     std::vector<lookalikes::ImageGroup> groups;
     std::size_t imagesCompared = 0;
-    std::size_t placeholders = 0; // not compared, their content lies in a cloud store
-    int picturesLost = 0;         // not compared, their decoder crashed or did not answer
-    int foldersUnread = 0;        // that could not be listed, or in part only
-    bool decodedHere = false;     // no decoder could be started, see imaging::DecoderPool::usesThisProcess()
+    std::size_t placeholders = 0; // not compared: the content is in the cloud
+    int picturesLost = 0;         // not compared: the decoder crashed or did not answer
+    int foldersUnread = 0;        // not listed, or only in part
+    bool decodedHere =
+        false; // no decoder process could be started, see imaging::DecoderPool::usesThisProcess()
     std::shared_ptr<imaging::DecoderPool> decoders;
     std::shared_ptr<imaging::ThumbnailFile> thumbnails;
 };
 
 struct ImageStatistics {
-    std::size_t groups = 0; // with at least two pictures left
-    std::size_t images = 0; // in those
-    // What keeping only the proposed picture of each group would free.
+    std::size_t groups = 0; // with at least two images left
+    std::size_t images = 0; // in those groups
+    // Bytes freed by keeping only the suggested image of each group.
     quint64 freeableBytes = 0;
 };
 ImageStatistics statisticsOf(const std::vector<lookalikes::ImageGroup> &groups);
 
-// What the user should know about how the pictures were compared; mostly nothing.
+// What the user should know about how the images were compared; usually empty.
 QStringList remarks(const ImageReport &report);
 // "4000 x 3000" with a real multiplication sign.
 QString dimensionsText(const lookalikes::ImageRecord &image);

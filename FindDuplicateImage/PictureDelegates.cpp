@@ -17,7 +17,7 @@ namespace
 constexpr int groupPicture = 56;
 constexpr int memberPicture = 88;
 constexpr int cardWidth = 296;
-constexpr int cardMargin = 3; // around a card, half the distance between two
+constexpr int cardMargin = 3; // around a card; half the distance between cards
 constexpr int cardLines = 5;
 constexpr double goneOpacity = 0.35;
 
@@ -26,8 +26,8 @@ int lineHeight(const QFontMetrics &metrics)
     return metrics.height() + 1;
 }
 
-// As large as fits, its proportions kept, in the middle. A tile of the window's colour stands behind
-// pictures with transparent parts.
+// Scaled to fit, with its aspect ratio, centred. Images with transparent parts get a tile in the window's
+// colour behind them.
 void paintPicture(QPainter &painter, const QPixmap &pixmap, const QRect &area, const theme::Colors &colors,
                   bool gone)
 {
@@ -73,7 +73,7 @@ bool hasVisibleFocus(const QStyleOptionViewItem &option)
            (option.state & QStyle::State_KeyboardFocusChange) != 0;
 }
 
-// Returns where it ends.
+// Returns its right edge.
 int paintPill(QPainter &painter, const QRect &area, const QString &text, const QFont &font,
               const QColor &color, const theme::Colors &colors)
 {

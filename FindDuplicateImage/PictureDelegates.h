@@ -3,7 +3,7 @@
 
 #include <QStyledItemDelegate>
 
-// A row of the list of groups: the first picture, its name, its folder, and what the group holds.
+// A row of the list of groups: the first image, its name and folder, and a summary of the group.
 class ImageGroupDelegate : public QStyledItemDelegate
 {
     Q_OBJECT
@@ -16,8 +16,7 @@ public:
                const QModelIndex &index) const override;
 };
 
-// A picture of a group as a card: the picture, its name, folder, dimensions, size, format and date, and what
-// is to be said about it.
+// An image of a group as a card: the image, its name, folder, dimensions, size, format and date, and a note.
 class ImageMemberDelegate : public QStyledItemDelegate
 {
     Q_OBJECT

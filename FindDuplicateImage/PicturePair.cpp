@@ -26,7 +26,7 @@ LoadedPicture loadPicture(const QString &path, const PicturePair &known, imaging
         return picture;
     if (std::optional<imaging::LoadedImage> loaded = decoders.picture(path, cancel)) {
         picture.full = std::move(loaded->image);
-        picture.full.setDevicePixelRatio(1); // "@2x" in a name says nothing here
+        picture.full.setDevicePixelRatio(1); // "@2x" in a file name must be ignored here
         picture.fitted = picture.full;
         if (std::max(picture.full.width(), picture.full.height()) > fittedSide && !cancel.isSet())
             picture.fitted = picture.full.scaled(

@@ -12,24 +12,24 @@ namespace imaging
 class DecoderPool;
 }
 
-// A picture for looking at.
+// An image loaded for display.
 struct LoadedPicture {
     QString path;
-    QImage full;   // null when it cannot be read any more, or is not
-    QImage fitted; // the same, smoothly reduced to the size of a screen; `full` itself where that is smaller
-    bool inCloud = false; // not read: that would fetch it from there
+    QImage full;          // null if it cannot be read
+    QImage fitted;        // scaled down smoothly to screen size; same as `full` if that is smaller
+    bool inCloud = false; // not read, since that would download it
 };
 
-// Two pictures to compare; the second may be left out.
+// Two images to compare; the second is optional.
 struct PicturePair {
     LoadedPicture first;
     LoadedPicture second;
     lookalikes::Difference difference;
 };
 
-// The longer side of what is reduced to the size of a screen.
+// The longer side of images scaled down to screen size.
 inline constexpr int fittedSide = 1600;
 
-// Reads and compares; takes as long as decoding two pictures takes. A picture of `known` is not read again.
+// Loads and compares; takes as long as decoding two images. Images in `known` are not loaded again.
 PicturePair loadPictures(const QString &first, const QString &second, const PicturePair &known,
                          imaging::DecoderPool &decoders, const core::CancelFlag &cancel);

@@ -3,7 +3,7 @@
 
 #include <QWidget>
 
-// A card that holds other widgets: the rounded ground and border of the theme behind them.
+// A card that contains other widgets, with the theme's rounded background and border.
 class CardFrame : public QWidget
 {
 public:

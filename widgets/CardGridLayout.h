@@ -4,12 +4,11 @@
 #include <QLayout>
 #include <QList>
 
-// Cells of equal width in as many columns as fit, each as wide as the columns allow; rows grow with their
-// highest cell. The number of columns follows the width.
+// Cells of equal width in as many columns as fit; the height of a row is that of its highest cell.
 class CardGridLayout : public QLayout
 {
 public:
-    // A cell is never narrower than `cellWidth` unless the whole layout is, and never wider than `widest`.
+    // A cell is never narrower than `cellWidth`, unless the whole layout is, and never wider than `widest`.
     CardGridLayout(int cellWidth, int widest, int spacing);
     ~CardGridLayout() override;
 
@@ -25,7 +24,7 @@ public:
     void setGeometry(const QRect &rect) override;
 
 private:
-    // Returns the height; places the cells when `place` is set.
+    // Returns the height; positions the cells if `place` is set.
     int arrange(const QRect &rect, bool place) const;
 
     QList<QLayoutItem *> m_items;

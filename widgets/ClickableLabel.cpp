@@ -11,7 +11,7 @@
 namespace
 {
 
-// A button for a screen reader, which could otherwise read the text and not press it.
+// Exposes the label as a button, since a screen reader could otherwise read the text but not press it.
 class AccessibleLink : public QAccessibleWidget
 {
 public:
@@ -53,7 +53,7 @@ ClickableLabel::ClickableLabel(QWidget *parent) : ClickableLabel(QString(), pare
 
 ClickableLabel::ClickableLabel(const QString &text, QWidget *parent) : QLabel(text, parent)
 {
-    QAccessible::installFactory(accessibleLink); // counts once
+    QAccessible::installFactory(accessibleLink); // installing it again has no effect
     setCursor(Qt::PointingHandCursor);
     setFocusPolicy(Qt::StrongFocus);
     setTextFormat(Qt::PlainText);

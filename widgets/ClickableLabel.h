@@ -3,7 +3,7 @@
 
 #include <QLabel>
 
-// A label that is pressed like a link: by mouse, Enter or Space. Screen readers know it as a button.
+// A label that works like a link: by mouse, Enter or Space. Screen readers see it as a button.
 class ClickableLabel : public QLabel
 {
     Q_OBJECT

@@ -30,7 +30,7 @@ struct State {
     Qt::SortOrder order = Qt::AscendingOrder;
 };
 
-// Every column once, widths within their limits, one at least shown.
+// Valid if each column occurs once, widths are within limits and at least one column is visible.
 bool isSound(const State &state, int count)
 {
     QList<int> seen;
@@ -75,7 +75,7 @@ QString stateText(const QHeaderView &header)
     for (int place = 0; place < header.count(); ++place) {
         const int logical = header.logicalIndex(place);
         const bool hidden = header.isSectionHidden(logical);
-        // A hidden section does not tell its width.
+        // A hidden section reports no width.
         const int width = std::clamp(hidden ? header.defaultSectionSize() : header.sectionSize(logical),
                                      minWidth, maxWidth);
         words.append(QStringLiteral("%1:%2").arg(logical).arg(hidden ? -width : width));

@@ -9,13 +9,13 @@ class QHeaderView;
 namespace columns
 {
 
-// As text, in the order on the screen: "0:240 2:90 1:-120 >2" (a hidden column has its width negative; the
-// last word is the sorted column, with "<" for ascending order and ">" for descending).
+// In visual order: "0:240 2:90 1:-120 >2" (a negative width marks a hidden column; the last word is the
+// sorted column, "<" for ascending, ">" for descending order).
 QString stateText(const QHeaderView &header);
-// False, and nothing is changed, when the text was made for other columns or is damaged.
+// False, with nothing changed, if the text is damaged or belongs to other columns.
 bool restore(QHeaderView &header, const QString &text);
 
-// Restores what is stored, and stores what the user changes from then on. Call it when the model is set;
+// Restores the stored state and stores changes by the user from then on. Call after setting the model;
 // `setting` must outlive the header.
 void keep(QHeaderView *header, const settings::Text &setting);
 

@@ -71,7 +71,7 @@ QScrollArea *scrollArea(QWidget *content, QWidget *parent)
     area->setWidgetResizable(true);
     area->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
     area->setWidget(content);
-    // setWidget() makes the content fill its background; it lies on the page's own colour here.
+    // setWidget() makes the content paint its background, but here the page's colour should show.
     area->viewport()->setAutoFillBackground(false);
     content->setAutoFillBackground(false);
     return area;

@@ -13,17 +13,18 @@ class QScrollArea;
 class QToolButton;
 class QWidget;
 
-// Images, buttons and keys of a page, one call each. Object names are plain ASCII.
+// Creates the images, buttons and shortcuts of a page, one call each. Object names are plain ASCII.
 namespace controls
 {
 
-// The compiled-in image of that name, say "Export24"; Qt takes the one of twice its size on scaled screens.
-// One image serves the light and the dark palette (resources/README.md). Empty for no name.
+// The embedded image of that name, such as "Export24"; on scaled screens Qt uses the one of twice the size.
+// The same image is used in light and dark mode (resources/README.md). Empty without a name.
 QIcon image(const char *name);
 
 enum class Rank { Primary, Secondary };
 
-// What a button is and says. The tip gets the key in parentheses; without a tip it is the text.
+// Texts and image of a button. The tool tip shows the shortcut in parentheses; the default tool tip is the
+// text.
 struct Button {
     const char *objectName = "";
     const char *image = ""; // "" for none
@@ -32,20 +33,20 @@ struct Button {
     QKeySequence key = {};
 };
 
-// A button with a text, as high as all of its row. Of first rank is the one main action of a page.
+// A text button with the usual height of a row. The primary rank is for the one main action of a page.
 QPushButton *pushButton(QWidget *parent, const Button &button, Rank rank = Rank::Secondary);
-// A flat button of a header or a tool row: its image alone, or with `showText` its text beside it. Without
-// one the text is its accessible name and its tip.
+// A flat button for headers and tool rows: only its image or, with `showText`, with text beside it. Without
+// text, the text is used as accessible name and tool tip.
 QToolButton *toolButton(QWidget *parent, const Button &button, bool showText = false);
 
-// Shows `content`, which it takes, in the colour of the page behind it. As wide as its room; what is higher
-// than the room scrolls.
+// Shows `content`, taking ownership, on the page's background. The content gets the available width and
+// scrolls vertically.
 QScrollArea *scrollArea(QWidget *content, QWidget *parent = nullptr);
 
-// A key that works while the focus is in `owner` or below it. It stands in no menu; for one that does, see
+// A shortcut that works while the focus is in `owner` or below. It appears in no menu; for one that does, see
 // action().
 QAction *shortcut(QWidget *owner, const QKeySequence &key, std::function<void()> pressed);
-// An action of `owner`, for context menus: its key works while the focus is in `owner` or below it.
+// An action of `owner` for context menus; its shortcut works while the focus is in `owner` or below.
 QAction *action(QWidget *owner, const Button &button, std::function<void()> triggered);
 
 } // namespace controls

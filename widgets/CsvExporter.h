@@ -7,8 +7,8 @@
 
 #include <QPointer>
 
-// Exports the tables of a page: asks for the file, writes on a thread, and tells how it ended. One export at
-// a time; its owner must live as long as what the tables read.
+// Exports the tables of a page: asks for the file, writes on a worker thread, and reports the result. One
+// export at a time; what the tables read must outlive this object.
 class CsvExporter : public QObject
 {
     Q_OBJECT
@@ -17,12 +17,12 @@ public:
     // `page` is the parent of the file dialog.
     explicit CsvExporter(QWidget *page);
 
-    // `table` is asked after the file is chosen: what is shown may change while the dialog is open. One
-    // without `next` exports nothing.
+    // `table` is called after the file has been chosen, since the contents may change while the dialog is
+    // open. A table without `next` is not exported.
     void start(const QString &suggestedName, const std::function<csv::Table()> &table);
     bool isRunning() const { return m_jobs.isBusy(); }
     void requestStop() { m_jobs.cancel(); }
-    // Ends an export and reports nothing.
+    // Cancels an export without reporting anything.
     void abandon() { m_jobs.drop(); }
 
 signals:

@@ -5,7 +5,7 @@
 
 namespace
 {
-constexpr qsizetype writeAt = 1 << 16; // characters collected before they are written
+constexpr qsizetype writeAt = 1 << 16; // size of a write in characters
 constexpr char byteOrderMark[] = "\xEF\xBB\xBF";
 } // namespace
 
@@ -68,7 +68,7 @@ CsvWriter::Outcome CsvWriter::write()
         m_fileError = file.errorString();
         return Outcome::Failed;
     };
-    // Anything short of commit() leaves the old file as it was.
+    // Without commit() the old file remains unchanged.
     if (!file.open(QIODevice::WriteOnly))
         return failed();
     file.write(byteOrderMark);

@@ -11,25 +11,25 @@
 namespace csv
 {
 
-// A table as it goes into a file. `next` fills one row a call and returns false after the last; it is called
-// on the exporting thread, must own, or keep alive, whatever it reads, and throws when it cannot go on.
+// A table to write. `next` fills one row per call and returns false after the last; it is called on the
+// exporting thread, must own or keep alive whatever it reads, and throws if it cannot continue.
 struct Table {
-    QString suggestedName; // of the file, without its extension
+    QString suggestedName; // file name without extension
     QStringList titles;
     std::function<bool(QStringList &row)> next;
-    // Ends a call of `next` that waits; from any thread. None for one that never waits.
+    // Unblocks a waiting call of `next`; any thread. Empty if `next` never waits.
     std::function<void()> stopWaiting = {};
 
-    // For a table short enough to be made at once.
+    // For a table that is short enough to be built in advance.
     void setRows(QList<QStringList> rows);
 };
 
-// One field after RFC 4180: in quotes when it holds a comma, a quote or a line break, quotes doubled. A text
-// that a spreadsheet would take for a formula (it begins with = + - @, a tab or a carriage return) gets an
-// apostrophe in front, which spreadsheets hide: a file name must never be able to run something on the
-// reader's machine.
+// A field as in RFC 4180: quoted if it contains a comma, quote or line break, with quotes doubled. A text
+// that a spreadsheet would interpret as a formula (it starts with = + - @, a tab or a carriage return) gets
+// an apostrophe in front, which spreadsheets hide: a file name must never execute anything on the reader's
+// computer.
 QString field(const QString &text);
-QString line(const QStringList &fields); // with its CR LF
+QString line(const QStringList &fields); // including CR LF
 
 } // namespace csv
 
@@ -42,14 +42,14 @@ class CsvWriter : public core::WorkerThread
 public:
     CsvWriter(QString file, csv::Table table);
 
-    // What became of the file. A request to stop that comes after the last row changes nothing any more.
+    // A stop request after the last row has no effect.
     enum class Outcome { Written, Cancelled, Failed };
 
     QString file() const { return m_file; }
-    // After done().
+    // Valid after done().
     Outcome outcome() const { return m_outcome; }
     qint64 rows() const { return m_rows; }
-    // Why it failed, in words for the user.
+    // Why it failed, as a text for the user.
     QString reason() const { return m_fileError.isEmpty() ? error() : m_fileError; }
 
 protected:

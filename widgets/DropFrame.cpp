@@ -14,12 +14,11 @@
 namespace
 {
 
-// Each is a question to its disk, on the interface thread.
+// Each check accesses the disk on the interface thread.
 constexpr qsizetype maxAsked = 20;
 
-// The first folder among the dropped things, which may come behind files. Whoever drags them has just been
-// shown them, so asking what they are does not take long; it is asked when the drag enters, and what was
-// found is kept for the drop.
+// The first folder among the dragged items, possibly after files. The user has just seen these items, so
+// checking them is quick. It is done when the drag enters, and the result is kept for the drop.
 QString droppedFolder(const QMimeData *data)
 {
     const QList<QUrl> urls = data->urls();
@@ -40,7 +39,7 @@ QStringList droppedPaths(const QMimeData *data)
     return paths;
 }
 
-// Lies over the children of the frame, which would paint over anything that the frame itself paints.
+// On top of the child widgets, which would cover anything the frame itself paints.
 class Overlay : public QWidget
 {
 public:

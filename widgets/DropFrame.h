@@ -12,8 +12,8 @@ class DropFrame : public QWidget
 
 public:
     enum class Accepts {
-        OneFolder, // the first folder among what is dropped; folderDropped() and othersLeftOut()
-        Anything   // all local files and folders, unseen: what they are is asked by a worker; pathsDropped()
+        OneFolder, // the first folder among the dropped items; folderDropped() and othersLeftOut()
+        Anything   // all local files and folders, unchecked: a worker checks them later; pathsDropped()
     };
 
     explicit DropFrame(QWidget *parent = nullptr);
@@ -22,11 +22,11 @@ public:
     void setHint(const QString &hint) { m_hint = hint; }
 
 signals:
-    // A folder that exists, with native separators.
+    // An existing folder, with native separators.
     void folderDropped(const QString &folder);
-    // After it, when there was more than that folder; in words for the user.
+    // Emitted afterwards if other items were dropped too; a text for the user.
     void othersLeftOut(const QString &notice);
-    // With native separators, in the order in which they were dropped, never empty.
+    // With native separators, in drop order, never empty.
     void pathsDropped(const QStringList &paths);
 
 protected:

@@ -3,7 +3,7 @@
 
 #include "widgets/TextLabel.h"
 
-// One line of text, shortened where `mode` says: a path in its middle.
+// One line of text, elided according to `mode`; use the middle for paths.
 class ElidedLabel : public TextLabel
 {
     Q_OBJECT

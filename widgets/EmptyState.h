@@ -5,7 +5,7 @@
 
 class QLabel;
 
-// What stands where a list or picture has nothing to show: an icon, what is the matter, and what can be done.
+// Shown in place of an empty list or image: an icon, the reason, and what can be done.
 class EmptyState : public QWidget
 {
     Q_OBJECT

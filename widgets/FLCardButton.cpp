@@ -13,7 +13,7 @@ namespace
 {
 
 constexpr int smallestWidth = 150;
-constexpr double nearlyFull = 0.9; // Windows colours a drive's bar from there on
+constexpr double nearlyFull = 0.9; // Windows shows a drive's bar in red from here on
 
 QFont titleFont(const QFont &base)
 {
@@ -79,7 +79,7 @@ QSize FLCardButton::minimumSizeHint() const
 
 bool FLCardButton::event(QEvent *event)
 {
-    // What is shortened on the card is whole in its tool tip.
+    // The tool tip shows captions that are elided on the card.
     if (event->type() == QEvent::ToolTip && toolTip().isEmpty()) {
         const int room = width() - 3 * theme::space - iconSize().width();
         const bool cut = QFontMetrics(titleFont(font())).horizontalAdvance(text()) > room ||
@@ -102,7 +102,7 @@ void FLCardButton::focusInEvent(QFocusEvent *event)
     case Qt::MouseFocusReason:
         m_focusVisible = false;
         break;
-    default: // the window or a menu gives back what was there before
+    default: // the window or a menu only restores the previous focus
         break;
     }
     QAbstractButton::focusInEvent(event);

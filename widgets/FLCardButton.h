@@ -5,8 +5,7 @@
 
 #include <optional>
 
-// A card that is one big button: icon, title (the button's text), a second line, and on request a bar that
-// shows how full something is.
+// A large button drawn as a card: icon, title (the button's text), a second line, and optionally a usage bar.
 class FLCardButton : public QAbstractButton
 {
     Q_OBJECT
@@ -16,9 +15,9 @@ public:
 
     void setCaption(const QString &caption);
     QString caption() const { return m_caption; }
-    // Where a caption that does not fit is shortened; paths in the middle.
+    // Where a long caption is elided; use the middle for paths.
     void setCaptionElide(Qt::TextElideMode mode);
-    // 0 to 1; a bar that is nearly full is drawn in the warning colour.
+    // 0 to 1; an almost full bar has the warning colour.
     void setShare(std::optional<double> share);
 
     QSize sizeHint() const override;
@@ -36,5 +35,5 @@ private:
     QString m_caption;
     Qt::TextElideMode m_captionElide = Qt::ElideRight;
     std::optional<double> m_share;
-    bool m_focusVisible = false; // the focus came by keyboard
+    bool m_focusVisible = false; // the focus was set by keyboard
 };

@@ -4,7 +4,7 @@
 #include <QColor>
 #include <QPushButton>
 
-// A button that shows a colour and lets the user choose another one in a modeless dialog.
+// A button that shows a colour and opens a modeless dialog to change it.
 class FLColorWidget : public QPushButton
 {
     Q_OBJECT
@@ -13,8 +13,8 @@ public:
     explicit FLColorWidget(QWidget *parent = nullptr);
 
     QColor color() const { return m_color; } // opaque
-    void setColor(const QColor &color);      // emits colorChanged() when it is another one
-    // The title of the dialog, and what a screen reader says in front of the colour.
+    void setColor(const QColor &color);      // emits colorChanged() if it differs
+    // The title of the dialog, and the accessible name before the colour.
     void setPurpose(const QString &purpose);
 
 signals:

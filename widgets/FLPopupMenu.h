@@ -3,8 +3,8 @@
 
 #include <QMenu>
 
-// A context menu: shows its actions' shortcuts and tool tips, is shown with popup() (nothing waits for it)
-// and deletes itself when it closes.
+// A context menu that shows the shortcuts and tool tips of its actions. It is shown non-modally with popup(),
+// and deletes itself when closed.
 class FLPopupMenu : public QMenu
 {
     Q_OBJECT

@@ -3,7 +3,7 @@
 
 #include <QTabWidget>
 
-// Pages under flat headings, the current one underlined in the accent colour.
+// Tabs with flat headings; the current one is underlined in the accent colour.
 class FLTabWidget : public QTabWidget
 {
     Q_OBJECT

@@ -3,9 +3,9 @@
 
 #include <QTableView>
 
-// A flat list of any length, with the suite's rows. A tree view visits every row when it opens; a table with
-// fixed row heights does not, and stays quick with a million. Above typeahead::maxRows rows typing looks for
-// none.
+// A flat list of any length with the suite's row style. A tree view visits every row when it opens; a table
+// with fixed row heights does not, and stays fast with a million rows. Type-ahead search is disabled above
+// typeahead::maxRows rows.
 class FLTableView : public QTableView
 {
     Q_OBJECT
@@ -13,7 +13,7 @@ class FLTableView : public QTableView
 public:
     explicit FLTableView(QWidget *parent = nullptr);
 
-    // Hides all columns but these; after setModel().
+    // Hides all other columns; call after setModel().
     void showColumns(const QList<int> &columns);
 
     void keyboardSearch(const QString &search) override;

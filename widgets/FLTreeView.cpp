@@ -111,8 +111,8 @@ void FLTreeView::keyboardSearch(const QString &search)
         QTreeView::keyboardSearch(search);
 }
 
-// The rows that can be scrolled to; counting them would be the walk that is to be avoided. They are equally
-// high, and scrolled by pixels.
+// Derived from the scroll range; counting the rows would visit them all. All have the same height and are
+// scrolled by pixels.
 int FLTreeView::expandedRows() const
 {
     const int height = model() ? rowHeight(model()->index(0, 0, rootIndex())) : 0;
@@ -124,7 +124,7 @@ FLTreeWidget::FLTreeWidget(QWidget *parent) : QTreeWidget(parent)
     dress(this);
 }
 
-// A list shows its focus by a selected row.
+// A list indicates its focus through a selected row.
 void FLTreeWidget::focusInEvent(QFocusEvent *event)
 {
     QTreeWidget::focusInEvent(event);

@@ -4,9 +4,9 @@
 #include <QTreeView>
 #include <QTreeWidget>
 
-// A tree with the suite's rows: uniform heights (a must for trees of 100,000 rows), whole rows selected, the
-// header with its sort arrow. Keys that would visit all rows of a large tree do nothing: "*" expands no
-// branch, and above typeahead::maxRows rows typing looks for none.
+// A tree with the suite's row style: uniform heights (required for trees of 100,000 rows), full-row
+// selection, a sortable header. Keys that would visit all rows of a large tree are disabled: "*" for
+// expanding, and type-ahead search above typeahead::maxRows rows.
 class FLTreeView : public QTreeView
 {
     Q_OBJECT
@@ -14,12 +14,12 @@ class FLTreeView : public QTreeView
 public:
     explicit FLTreeView(QWidget *parent = nullptr);
 
-    // Shows these columns in this order and hides the others; after setModel().
+    // Shows these columns in this order and hides all others; call after setModel().
     void showColumns(const QList<int> &columns);
-    // Gives this column what the others leave, but never less than `smallest`: then the view scrolls. Until
-    // the user sizes it.
+    // This column takes the remaining width, but at least `smallest`: then the view scrolls. Until the user
+    // resizes it.
     void setStretchColumn(int column, int smallest);
-    // Changes how narrow that column may become.
+    // Changes the minimum width of that column.
     void setStretchMinimum(int smallest);
     // Shown while there is no row.
     void setPlaceholder(const QString &text);
@@ -41,7 +41,7 @@ private:
     QString m_placeholder;
 };
 
-// The same look for short lists that hold their own items.
+// The same style for short lists that store their own items.
 class FLTreeWidget : public QTreeWidget
 {
     Q_OBJECT

@@ -6,13 +6,14 @@
 FLWidget::~FLWidget()
 {
     for (JobHost *job : std::as_const(m_running))
-        job->m_form = nullptr; // of a widget below this one, which goes later
+        job->m_form = nullptr; // owned by a child widget, which is destroyed later
 }
 
 void FLWidget::requestStop()
 {
     m_closeWanted = isBusy();
-    const QList<JobHost *> running = m_running; // one that ends at once takes itself from the list
+    const QList<JobHost *> running =
+        m_running; // a copy: a job that ends at once removes itself from the list
     for (JobHost *job : running)
         job->cancel();
 }
@@ -25,7 +26,7 @@ QString FLWidget::busyText() const
 void FLWidget::jobBegan(JobHost *job, bool byTheUser)
 {
     if (byTheUser)
-        m_closeWanted = false; // the user has changed their mind and works on
+        m_closeWanted = false; // the user has started another job instead
     m_running.append(job);
     if (m_running.size() == 1)
         emit showToolbarSignal(false);
@@ -42,6 +43,6 @@ void FLWidget::closeIfWanted()
     if (!m_closeWanted || isBusy())
         return;
     m_closeWanted = false;
-    // Later: a job that ends at once does so while the window is still refusing to close.
+    // Queued, since a job that ends at once does so while the window is still rejecting its close event.
     QMetaObject::invokeMethod(this, &FLWidget::closeApp, Qt::QueuedConnection);
 }

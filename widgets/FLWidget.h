@@ -6,18 +6,18 @@
 
 class JobHost;
 
-// What the main window can tell a page.
+// Notifications from the main window to a page.
 enum class ShellEvent {
     RefreshIcons,   // value unused
     StayAwakeState, // value: the low 32 bits of the message's wParam
     ShiftDown,      // value unused
     ShiftUp,        // value unused; any released key counts
-    WindowTitle,    // value unused; sent once, after construction, to the pages that ask for the title
+    WindowTitle,    // value unused; sent once after construction, to pages that registered for the title
 };
 
-// The page of a module in the main window's stack: created when it is first opened, destroyed with the main
-// window. A page runs its jobs in a JobHost, its own or one of a widget below it, and has nothing to do for
-// the close check: a window that is closed during a job waits for its end and closes then.
+// The page of a module in the main window: created when first opened, destroyed with the window. A page runs
+// its jobs in a JobHost, its own or that of a child widget, and needs no code for closing: a window that is
+// closed during a job waits for its end and then closes.
 class FLWidget : public QWidget
 {
     Q_OBJECT
@@ -26,16 +26,15 @@ public:
     explicit FLWidget(QWidget *parent = nullptr) : QWidget(parent) {}
     ~FLWidget() override;
 
-    // True while any job of the page runs.
+    // True while any job of the page is running.
     virtual bool isBusy() const { return !m_running.isEmpty(); }
-    // The window is to close: asks every running job to stop, and returns at once. closeApp() follows when
-    // the last of them has ended, unless one of them has something to say to the user (see
-    // JobHost::keepOpen()).
+    // The window is about to close: asks all running jobs to stop, and returns at once. closeApp() is emitted
+    // when the last one has ended, unless a job has something to show to the user (see JobHost::keepOpen()).
     virtual void requestStop();
-    // Asked while the page is on the screen, before another one is shown or the window closes. May put a
-    // question to the user and save or drop what was edited; false keeps the page where it is.
+    // Called while the page is visible, before another page is shown or the window closes. May ask the user
+    // and save or discard edits; return false to stay.
     virtual bool mayLeave() { return true; }
-    // What is being stopped, in a few words for the user; empty when nothing runs.
+    // What is being stopped, in a few words for the user; empty if nothing is running.
     virtual QString busyText() const;
     virtual void shellEvent(ShellEvent event, quint32 value)
     {
@@ -44,9 +43,9 @@ public:
     }
 
 signals:
-    // The page wants the window closed.
+    // Asks for the window to be closed.
     void closeApp();
-    // False when the first job of the page begins, true when the last one has ended, however it ended.
+    // False when the first job of the page starts, true when the last one has ended in any way.
     void showToolbarSignal(bool show);
 
 private:

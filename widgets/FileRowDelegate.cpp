@@ -15,8 +15,8 @@ namespace
 
 constexpr int iconSize = 32;
 constexpr int lineGap = 2;
-constexpr int roundingRoom = 2;           // text is wider than its advance at fractional scales
-constexpr double mutedOnSelection = 0.25; // how far the muted lines fade into the selection's background
+constexpr int roundingRoom = 2;           // at fractional scales text is wider than its advance
+constexpr double mutedOnSelection = 0.25; // how far muted lines are blended into the selection's background
 
 QFont titleFont(const QStyleOptionViewItem &option, bool struck)
 {
@@ -100,7 +100,7 @@ private:
                            shown);
     }
 
-    // Behind the line's text as far as there is room. Returns the width that is left for the text.
+    // After the line's text, as far as there is room. Returns the remaining width for the text.
     int paintBadges(const QRect &line, const QFont &font, const QString &text)
     {
         const auto badges = m_index.data(FileRowDelegate::BadgesRole).value<QList<RowBadge>>();
@@ -188,6 +188,6 @@ void FileRowDelegate::paint(QPainter *painter, const QStyleOptionViewItem &optio
 bool FileRowDelegate::helpEvent(QHelpEvent *event, QAbstractItemView *view,
                                 const QStyleOptionViewItem &option, const QModelIndex &index)
 {
-    // The model's tool tip: a row always shows less than its text.
+    // Uses the model's tool tip, since a row always shows less than its text.
     return QStyledItemDelegate::helpEvent(event, view, option, index);
 }

@@ -7,7 +7,7 @@
 #include <QMetaType>
 #include <QString>
 
-// A short remark beside a row's text.
+// A short label at the end of a row.
 struct RowBadge {
     enum class Tone { Neutral, Good, Warning, Danger };
 
@@ -16,11 +16,11 @@ struct RowBadge {
 };
 Q_DECLARE_METATYPE(RowBadge)
 
-// A row's accessible text: what stands in it and the remarks beside it.
+// A row's accessible text: its own text and its badges.
 QString accessibleRowText(const QString &text, const QList<RowBadge> &badges);
 
-// Rows of a fixed height for files: an icon, a title, a number of muted lines below it, and badges beside the
-// last line. The display role keeps the row's whole text, for whoever reads it instead of looking.
+// Fixed-height rows for files: an icon, a title, a number of muted lines below it, and badges beside the last
+// line. The display role contains the complete text of the row for accessibility.
 class FileRowDelegate : public RowDelegate
 {
     Q_OBJECT
@@ -28,12 +28,12 @@ class FileRowDelegate : public RowDelegate
 public:
     enum Role {
         TitleRole = Qt::UserRole + 2000, // QString
-        LinesRole,                       // QStringList; paths are shortened in their middle
+        LinesRole,                       // QStringList; paths are elided in the middle
         BadgesRole,                      // QList<RowBadge>
-        StruckRole                       // bool: the title is struck out
+        StruckRole                       // bool: the title is struck through
     };
 
-    // Rows with room for that many lines below the title.
+    // Rows with room for that number of lines below the title.
     explicit FileRowDelegate(int lines, QObject *parent = nullptr);
 
     QSize sizeHint(const QStyleOptionViewItem &option, const QModelIndex &index) const override;

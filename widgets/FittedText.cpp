@@ -11,8 +11,8 @@ namespace fitted
 namespace
 {
 
-constexpr qsizetype maxTexts = 4000;     // a few screens of rows, for each font
-constexpr qsizetype maxCharacters = 512; // a longer text is not worth its memory
+constexpr qsizetype maxTexts = 4000;     // a few screens of rows, per font
+constexpr qsizetype maxCharacters = 512; // longer texts are not cached
 constexpr qsizetype maxFonts = 32;
 
 struct Shortened {

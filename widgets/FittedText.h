@@ -4,8 +4,8 @@
 #include <QFont>
 #include <QString>
 
-// For what paints rows: measuring a text can cost many times as much as drawing it, and a list paints the
-// same texts again and again. What was measured is remembered for each font. Interface thread.
+// Text metrics for item delegates. Measuring a text can be many times slower than drawing it, and lists paint
+// the same texts repeatedly, so results are cached per font. Interface thread.
 namespace fitted
 {
 

@@ -21,11 +21,11 @@ namespace flat
 namespace
 {
 
-constexpr int buttonPadding = 10; // left and right of a button's contents
+constexpr int buttonPadding = 10; // left and right padding of a button
 constexpr int arrowSize = 8;
 constexpr int grooveHeight = 4;
 constexpr int underline = 3;   // of the current tab
-constexpr int textPadding = 4; // left and right in a line edit, besides the style's own
+constexpr int textPadding = 4; // left and right padding of a line edit, in addition to the base style's
 
 bool enabled(const QStyleOption *option)
 {
@@ -42,7 +42,7 @@ bool pressed(const QStyleOption *option)
     return enabled(option) && (option->state & QStyle::State_Sunken);
 }
 
-// Whether the focus is worth showing on what has it by a click or as the first of its page, too.
+// Whether the focus should be shown even after a click, or on the first widget of a page.
 bool isReachedByKey(const QStyleOption *option)
 {
     return option->state & QStyle::State_KeyboardFocusChange;
@@ -246,7 +246,8 @@ void spinBox(const QStyleOptionSpinBox *option, QPainter *painter, const QWidget
     }
 }
 
-// The icon of a filled button becomes a silhouette in the text colour: its own colours would lack contrast.
+// The icon of a filled button is drawn as a silhouette in the text colour: its own colours would lack
+// contrast.
 QIcon silhouette(const QIcon &icon, const QSize &size, const QColor &color, qreal ratio)
 {
     QPixmap pixmap = icon.pixmap(size, ratio);
@@ -327,7 +328,7 @@ void FlatStyle::drawPrimitive(PrimitiveElement element, const QStyleOption *opti
             flat::field(option, painter, widget, theme::colors(widget).field);
         return;
     case PE_FrameFocusRect:
-        // The other controls show it themselves, and a list by its selection.
+        // Other controls draw their own focus, and lists show it by the selection.
         if (flat::isReachedByKey(option) &&
             (qobject_cast<const QCheckBox *>(widget) || qobject_cast<const QRadioButton *>(widget)))
             theme::paintFocusRing(*painter, option->rect, theme::colors(widget), theme::controlRadius);
@@ -398,7 +399,7 @@ void FlatStyle::drawComplexControl(ComplexControl control, const QStyleOptionCom
         return flat::slider(range, painter, widget);
     }
     QProxyStyle::drawComplexControl(control, option, painter, widget);
-    // Not with the panel: a button that is not raised has none.
+    // Not together with the panel: an auto-raised button has none.
     if (control == CC_ToolButton && flat::focused(option) && flat::isReachedByKey(option))
         theme::paintFocusRing(*painter, option->rect, flat::colorsOf(widget), theme::controlRadius);
 }

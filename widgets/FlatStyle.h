@@ -3,9 +3,9 @@
 
 #include <QProxyStyle>
 
-// The look of the controls: flat shapes with one line around them, in the colours of theme::colors(), beside
-// the cards. Metrics, keys and everything that is not drawn here are those of the Fusion style. A button that
-// theme::makePrimary() was called for is filled with the accent colour.
+// The style of the controls: flat shapes with a thin outline, in the colours of theme::colors(). Metrics,
+// keys and everything not drawn here come from the Fusion style. A button passed to theme::makePrimary() is
+// filled with the accent colour.
 class FlatStyle : public QProxyStyle
 {
     Q_OBJECT

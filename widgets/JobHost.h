@@ -12,15 +12,15 @@
 class FLWidget;
 class ScanPage;
 
-// How a job is shown and what it is called. All of it is optional but busyText.
+// How a job is displayed. Everything except busyText is optional.
 struct JobOptions {
     QString busyText = {};      // what is being stopped when the window closes: "the scan of a folder"
-    ScanPage *page = nullptr;   // begun, kept up to date and completed by the host; the form shows it
-    QString title = {};         // of the page
-    QString subject = {};       // on the page's path line until the job tells of one
-    QString stoppingTitle = {}; // of the page, from the cancel on
+    ScanPage *page = nullptr;   // started, updated and completed by the host; the form shows it
+    QString title = {};         // title of the page
+    QString subject = {};       // shown on the page's path line until the job reports a path
+    QString stoppingTitle = {}; // title of the page after a cancel
     std::function<void()> interrupt = {}; // for run(), see core::WorkerThread::interrupt()
-    // Instead of what the page does by itself, at most twenty times a second while the job runs.
+    // Called instead of updating the page, at most twenty times a second while the job runs.
     std::function<void(const core::ScanProgress &)> progress = {};
 };
 
@@ -51,7 +51,7 @@ public:
     core::ScanProgress progress() const { return m_relay.latest(); }
 
     // Runs a function on a thread of its own: see core::FunctionJob. `ended(job)` is called once, on the
-    // interface thread, however the job ended; the host is free for the next job by then.
+    // interface thread, however the job ended; by then the host can start the next job.
     template <class Work, class Ended>
     void run(JobOptions options, Work work, Ended ended)
     {
@@ -59,8 +59,8 @@ public:
         start(std::move(options), job, std::move(ended));
     }
 
-    // Runs a worker of a class of its own, which becomes the host's. `ended(worker)` is called as above, and
-    // the worker deleted afterwards.
+    // Runs a custom worker, taking ownership. `ended(worker)` is called as above, and the worker is deleted
+    // afterwards.
     template <class Worker, class Ended>
     void start(JobOptions options, Worker *worker, Ended ended)
     {
@@ -68,8 +68,7 @@ public:
                     [worker, ended = std::move(ended)]() mutable { ended(*worker); });
     }
 
-    // Takes the four signals of a scan's worker, which come for every entry, into the progress of its job.
-    // Before start().
+    // Connects the four per-entry signals of a scan worker to the progress of its job. Call before start().
     template <class Scan>
     void follow(Scan *scan)
     {
@@ -80,21 +79,22 @@ public:
         connect(scan, &Scan::updateScanProgress, &m_relay, &ProgressRelay::addStep, Qt::DirectConnection);
         connect(scan, &Scan::updateTotalItemScan, &m_relay, &ProgressRelay::setItems, Qt::DirectConnection);
     }
-    // For a worker that reports its progress itself: thread-safe.
+    // For workers that report their progress themselves: thread-safe.
     core::ProgressRelay &relay() { return m_relay; }
 
-    // A job that somebody else runs: from begin() to end() the page is busy; `stop` is called by cancel().
+    // For a job that is run by someone else: the page is busy between begin() and end(); cancel() calls
+    // `stop`.
     void begin(JobOptions options, std::function<void()> stop);
     void end();
 
-    // For the handler of an ended job, and before end(): there is something on the screen that the user
-    // should see, so that a window which waits for the job to end stays open.
+    // Called in the handler of an ended job, or before end(): there is something on the screen that the user
+    // should see, so a window that is waiting to close stays open.
     void keepOpen();
-    // Stops the job that runs and waits for it, if any. Its handler is not called.
+    // Stops the running job, if any, and waits for it. Its handler is not called.
     void drop();
 
 public slots:
-    // Asks the job to stop. It ends through its handler.
+    // Asks the job to stop. Its handler is called as usual.
     void cancel();
 
 private:
@@ -112,5 +112,5 @@ private:
     bool m_busy = false;
     bool m_ending = false; // the handler of the last job is being called
     core::ProgressRelay m_relay;
-    core::WorkerPointer<core::WorkerThread> m_worker; // goes before the relay, which it talks to
+    core::WorkerPointer<core::WorkerThread> m_worker; // destroyed before the relay that it uses
 };

@@ -21,7 +21,7 @@ namespace
 {
 
 constexpr int iconSize = 16;
-constexpr int stripe = 3; // in the colour of the kind, along the leading edge
+constexpr int stripe = 3; // stripe in the colour of the kind at the leading edge
 
 const char *imageOf(NoticeBar::Kind kind)
 {
@@ -51,7 +51,7 @@ QColor colorOf(NoticeBar::Kind kind, const theme::Colors &colors)
     }
 }
 
-// The kind in words, for those who do not see icon and colour.
+// Adds the kind in words, for users who do not see icon and colour.
 QString spoken(NoticeBar::Kind kind, const QString &text)
 {
     switch (kind) {

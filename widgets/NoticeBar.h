@@ -8,8 +8,8 @@ class QLabel;
 class QToolButton;
 class WrappedLabel;
 
-// One sentence about what is shown below, with an icon, a button that puts it away, and perhaps one that does
-// what it speaks of. Hidden until there is one. A screen reader is told of each.
+// A one-sentence notice about the content below, with an icon, a close button, and optionally an action
+// button. Hidden while there is none. Notices are announced to screen readers.
 class NoticeBar : public QFrame
 {
     Q_OBJECT
@@ -19,9 +19,9 @@ public:
 
     explicit NoticeBar(QWidget *parent = nullptr);
 
-    // With a button for the action, if there is one; the action belongs to the caller.
+    // Shows a button for the action, if there is one; the caller keeps ownership of the action.
     void showNotice(Kind kind, const QString &text, QAction *action = nullptr);
-    // Pages that still bring an icon of their own.
+    // For pages that use an icon of their own.
     void showNotice(const QIcon &icon, const QString &text, QAction *action = nullptr);
     QString text() const; // empty while hidden
     Kind kind() const { return m_kind; }

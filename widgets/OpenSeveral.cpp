@@ -17,7 +17,7 @@ QString tr(const char *text)
     return QCoreApplication::translate("OpenSeveral", text);
 }
 
-// `onlySome` has %1 in place of how many were opened, %2 of how many there are; `refused` %1 of the paths.
+// `onlySome` contains %1 for the number opened and %2 for the total; `refused` contains %1 for the path.
 OpenedSeveral openFirst(const QStringList &paths, bool (platform::Shell::*open)(const QString &),
                         const QString &refused, const QString &onlySome)
 {
@@ -39,7 +39,7 @@ OpenedSeveral openFirst(const QStringList &paths, bool (platform::Shell::*open)(
     return {};
 }
 
-// Whether opening a file of that name may start a program, or change the system, by what it holds.
+// Whether opening a file with that extension may run a program or change the system.
 bool isProgram(const QString &path)
 {
     static const QSet<QString> extensions{

@@ -8,19 +8,19 @@
 
 class QMenu;
 
-// Opens what is selected in a list, through platform::shell(). Interface thread.
+// Opens the selected items of a list through platform::shell(). Interface thread.
 struct OpenedSeveral {
-    QString notice; // in words for the user; empty when all went well
+    QString notice; // a text for the user; empty on success
     bool failed = false;
 };
 
-// At most so many files are opened, or folders shown, by one click.
+// Limit for files opened, or folders shown, by one click.
 inline constexpr qsizetype maxOpenedAtOnce = 10;
 
-// In a menu: to open, and to show in Explorer, the first file of each of the selected groups.
+// Adds actions to open, and to show in Explorer, the first file of each selected group.
 void addOpenFirsts(QMenu *menu, const QStringList &firsts, std::function<void(const OpenedSeveral &)> tell);
 
-// Of several, no programs: they are not to run by one key that names none of them.
+// With several files, programs are skipped: they should not be run by a command that does not name them.
 OpenedSeveral openFiles(const QStringList &paths);
-// A window for each folder, with the first of its files selected.
+// Opens one window per folder, with the first of its files selected.
 OpenedSeveral revealFiles(const QStringList &paths);

@@ -87,7 +87,7 @@ void PageHeader::addWidget(QWidget *widget)
     m_row->addWidget(widget);
 }
 
-// A layout lets the header grow no higher than this, and a description has more lines in a narrow page.
+// A layout limits the height to this hint, and a description wraps to more lines on a narrow page.
 QSize PageHeader::sizeHint() const
 {
     const QSize hint = QWidget::sizeHint();

@@ -9,15 +9,15 @@ class ElidedLabel;
 class QHBoxLayout;
 class WrappedLabel;
 
-// The head of a page: perhaps a way back, a title, a line below it, and the page's buttons on the right.
+// The top of a page: optionally a back button, a title, a line below it, and the page's buttons on the right.
 class PageHeader : public QWidget
 {
     Q_OBJECT
 
 public:
     enum class Kind {
-        Start, // a large title and a description of the tool, over several lines where it must be
-        Result // what is shown, a path perhaps, and its totals, one line each
+        Start, // a large title and a description of the tool, wrapped if necessary
+        Result // what is shown, for example a path, and its totals, one line each
     };
 
     explicit PageHeader(Kind kind, QWidget *parent = nullptr);
@@ -25,11 +25,11 @@ public:
     void setTitle(const QString &title);
     // The description, or the totals.
     void setText(const QString &text);
-    // Shows the button "backButton"; Alt+Left presses it while the focus is on the page around the header.
+    // Shows the button "backButton"; Alt+Left triggers it while the focus is on the page.
     void showBack(const QString &tip);
     QToolButton *backButton() const { return m_back; } // null before showBack()
 
-    // Buttons from left to right, placed by their objectName in tests; the header owns them.
+    // Adds a button on the right. Tests find it by objectName; the header owns it.
     QPushButton *addButton(const controls::Button &button, controls::Rank rank = controls::Rank::Secondary);
     QToolButton *addToolButton(const controls::Button &button, bool showText = true);
     void addWidget(QWidget *widget);
@@ -48,5 +48,5 @@ private:
     ElidedLabel *m_totals = nullptr;
     WrappedLabel *m_description = nullptr;
     QHBoxLayout *m_row;
-    int m_height = 0; // that the texts need at this width
+    int m_height = 0; // needed by the texts at this width
 };

@@ -80,7 +80,7 @@ void PathBar::resizeEvent(QResizeEvent *)
 
 void PathBar::arrange()
 {
-    // From the right: the last part is always shown, then as many as fit beside the button for the rest.
+    // From the right: the last part is always shown, followed by as many as fit beside the "more" button.
     const int moreWidth = m_more->sizeHint().width() + separatorWidth;
     int used = 0;
     m_firstShown = static_cast<int>(m_buttons.size());

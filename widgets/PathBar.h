@@ -7,8 +7,8 @@
 
 class QToolButton;
 
-// A path as a row of buttons, its first part on the left. What does not fit is taken from the left and found
-// in the menu of a button in front.
+// A path as a row of buttons. Parts that do not fit are removed from the left, and moved to the menu of a
+// button in front.
 class PathBar : public QWidget
 {
     Q_OBJECT
@@ -37,6 +37,6 @@ private:
 
     QStringList m_parts;
     QList<QToolButton *> m_buttons; // one per part
-    QToolButton *m_more;            // stands for the parts that do not fit
+    QToolButton *m_more;            // gives access to the parts that do not fit
     int m_firstShown = 0;
 };

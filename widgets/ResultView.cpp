@@ -35,7 +35,7 @@ QHeaderView *headerOf(QAbstractItemView *view)
     return tree ? tree->header() : nullptr;
 }
 
-// Leaves the order to the model: a header's click sorts that.
+// Leaves sorting to the source model: a click on a header sorts that.
 class WordFilter : public QSortFilterProxyModel
 {
 public:
@@ -54,7 +54,7 @@ public:
     }
 
 protected:
-    // Every word in one of the texts of the row.
+    // Every word must occur in one of the row's texts.
     bool filterAcceptsRow(int row, const QModelIndex &parent) const override
     {
         QString texts;
@@ -69,7 +69,7 @@ private:
     QStringList m_words;
 };
 
-// `widget` comes right before `next` with the Tab key, wherever that is.
+// Puts `widget` directly before `next` in the tab order.
 void tabBefore(QWidget *widget, QWidget *next)
 {
     for (QWidget *before = next->previousInFocusChain(); before != next;
@@ -106,7 +106,7 @@ ResultView::ResultView(QAbstractItemView *view, const QString &objectName, const
 
 ResultView::~ResultView()
 {
-    m_exporter->abandon(); // it reads the model of the view
+    m_exporter->abandon(); // it reads the view's model
 }
 
 void ResultView::buildLayout(const QString &objectName, const QString &name)
@@ -238,7 +238,7 @@ void ResultView::showEmpty()
     else if (nothing)
         m_empty->setContent(m_emptyIcon, m_emptyTitle, m_emptyText);
     m_stack->setCurrentIndex(nothing ? 1 : 0);
-    if (!nothing && hasFocus()) // given while there was no view to pass it on to
+    if (!nothing && hasFocus()) // the focus was set while there was no view to pass it on to
         m_view->setFocus();
 }
 
@@ -288,7 +288,7 @@ void ResultView::exportRows()
                       [this] { return viewrows::table(*m_view, m_view->accessibleName()); });
 }
 
-// The list shows its focus by a selected row.
+// A list indicates its focus through a selected row.
 void ResultView::selectOnFocus(Qt::FocusReason reason)
 {
     if ((reason != Qt::TabFocusReason && reason != Qt::BacktabFocusReason) || !m_view->selectionModel() ||
@@ -314,7 +314,7 @@ bool ResultView::eventFilter(QObject *watched, QEvent *event)
     return true;
 }
 
-// No focus proxy: the Tab key would stop before one that is hidden, and pass by what lies in between.
+// No focus proxy: the Tab key would stop before a hidden one, and skip the widgets in between.
 void ResultView::focusInEvent(QFocusEvent *event)
 {
     if (m_view->isVisible())
@@ -322,7 +322,7 @@ void ResultView::focusInEvent(QFocusEvent *event)
     QWidget::focusInEvent(event);
 }
 
-// Actions of this widget are the view's: their keys work while it has the focus.
+// Actions of this widget are added to the view, so that their shortcuts work while it has the focus.
 void ResultView::actionEvent(QActionEvent *event)
 {
     if (event->type() == QEvent::ActionAdded && event->action()->shortcutContext() == Qt::WindowShortcut)

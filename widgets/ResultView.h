@@ -35,12 +35,13 @@ class ResultView : public QWidget
 public:
     enum class Search {
         None,
-        Filter, // rows whose shown texts hold the words; reads every row, so for up to maxFiltered rows
-        Own     // the caller filters, on searched()
+        Filter, // rows whose texts contain the words; reads every row, so for up to maxFiltered rows
+        Own     // the caller filters, see searched()
     };
     static constexpr int maxFiltered = 20'000;
 
-    // Takes `view`. `name` says what is listed: for a screen reader, and as the exported file's name.
+    // Takes ownership of `view`. `name` describes the content, as accessible name and as name of the exported
+    // file.
     ResultView(QAbstractItemView *view, const QString &objectName, const QString &name,
                QWidget *parent = nullptr);
     ~ResultView() override;
@@ -50,28 +51,29 @@ public:
     QAbstractItemView *view() const { return m_view; }
     void setSearch(Search search);
     SearchLine *searchLine() const { return m_search; } // null for Search::None
-    // On a page whose own button has that key: two of a kind would cancel each other.
+    // For a page with a button of its own for that shortcut: ambiguous shortcuts would do nothing.
     void dropExportKey();
     void setEmpty(const QIcon &icon, const QString &title, const QString &text = {});
-    // In the row of the search line, on its left.
+    // Adds it to the row of the search line, on the left.
     void addToolWidget(QWidget *widget);
 
     // Indexes of the caller's model, column 0, from top to bottom.
     QModelIndex current() const;
     QModelIndexList selected() const;
-    void select(const QModelIndex &index); // and scrolls there
+    void select(const QModelIndex &index); // also scrolls there
 
     void exportRows();
     CsvExporter *exporter() const { return m_exporter; }
 
 signals:
-    void activated(const QModelIndex &index); // by double click or Enter; of the caller's model, column 0
+    void
+    activated(const QModelIndex &index); // by double click or Enter; index of the caller's model, column 0
     void currentChanged(const QModelIndex &index);
     void selectionChanged();
-    // Before the context menu is shown; what is right-clicked is current by then.
+    // Emitted before the context menu is shown; the right-clicked row is current by then.
     void menuAboutToShow(FLPopupMenu *menu);
     void searched(const QString &text);
-    // Something for the page's notice bar.
+    // A notice for the page's notice bar.
     void told(NoticeBar::Kind kind, const QString &notice);
 
 protected:
@@ -120,7 +122,7 @@ public:
     FLTableView *table() const;
 };
 
-// For facts: the columns "Field" and "Value", sections expanded. Rows keep the model's order.
+// For facts: the columns "Field" and "Value", all sections expanded. Rows keep the model's order.
 class FieldValueTree : public ResultView
 {
     Q_OBJECT
@@ -131,7 +133,7 @@ public:
     FieldValueTree(const QString &objectName, const QString &name, QWidget *parent = nullptr);
 
     FLTreeView *tree() const;
-    // Attaches the model, gives the first column fieldWidth and expands all rows. Both titles are the
-    // model's.
+    // Attaches the model, sets the first column to fieldWidth and expands all rows. The model provides both
+    // column titles.
     void showFacts(QAbstractItemModel *model);
 };

@@ -16,7 +16,7 @@ namespace
 constexpr double leastContrast = 2;
 constexpr double trackStrength = 0.12;
 
-// Room for "100.0 %", so that all bars of a column begin and end in line.
+// Room for "100.0 %", so that all bars of a column are aligned.
 int numberWidth(const QFont &font)
 {
     return fitted::width(QStringLiteral("100.0 %"), font);
@@ -45,7 +45,7 @@ QColor textColor(const QStyleOptionViewItem &item)
                               isSelected(item) ? QPalette::HighlightedText : QPalette::Text);
 }
 
-// The text elided to the width. The middle of a very long text is cut out first, to keep measuring cheap.
+// The text elided to the width. A very long text is shortened in the middle first, to keep measuring cheap.
 QString fitting(const QString &text, const QStyleOptionViewItem &item, int width)
 {
     const int narrowest = qMax(1, item.fontMetrics.averageCharWidth() / 2);
@@ -155,7 +155,7 @@ void BarDelegate::paint(QPainter *painter, const QStyleOptionViewItem &option, c
     QRectF bar(barArea);
     bar.setTop(bar.center().y() - theme::barHeight / 2.0);
     bar.setHeight(theme::barHeight);
-    // On the selection's background the bar takes the text's colour where its own would vanish.
+    // On a selected row the bar has the colour of the text if its own would be invisible.
     QColor fill = barColor(index, item.palette);
     if (selected && theme::contrast(fill, background) < leastContrast)
         fill = pen;

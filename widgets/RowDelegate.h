@@ -3,8 +3,7 @@
 
 #include <QStyledItemDelegate>
 
-// Rows of the suite's lists: the suite's row height, and a whole text as tool tip where the column is too
-// narrow.
+// The suite's row style: its row height, and a tool tip with the whole text if the column is too narrow.
 class RowDelegate : public QStyledItemDelegate
 {
     Q_OBJECT
@@ -20,8 +19,7 @@ public:
                    const QModelIndex &index) override;
 };
 
-// A share as a bar and a number. The edit role holds per cent, 0 to 100; the display role holds the number's
-// text.
+// A share as a bar and a number. The edit role contains the percentage, 0 to 100; the display role its text.
 class BarDelegate : public RowDelegate
 {
     Q_OBJECT

@@ -10,13 +10,13 @@
 #include <initializer_list>
 
 // The form of a module that scans a folder: a stack of pages, one of which shows the progress of the scan.
-// What the scan tells goes through the slots below, at most twenty times a second.
+// Progress arrives through the slots below, at most twenty times a second.
 class ScanForm : public FLWidget
 {
     Q_OBJECT
 
 public:
-    // The form that a scanned folder is stored and shown in, from any spelling: "C:\\", "C:\\x".
+    // The form in which a scanned folder is stored and displayed, from any spelling: "C:\\", "C:\\x".
     static QString shownRoot(const QString &chosen);
 
 public slots:
@@ -27,18 +27,18 @@ public slots:
     void handleScanCancel() { m_jobs.cancel(); }
 
 signals:
-    // A page is on show; for whoever watches the form from outside.
+    // Emitted when a page is shown, for observers outside the form (tests).
     void startPageShown();
     void resultsShown();
 
 protected:
-    // What to say about a job's error; empty when there is none.
+    // A message for a job's error; empty if there is none.
     static QString failureText(const QString &error);
 
-    // The progress page becomes a child.
+    // The progress page becomes a child of the form.
     ScanForm(ScanPage *progress, QWidget *parent);
 
-    // Shows the progress page and runs the scan, a worker with the signals that JobHost::follow() takes.
+    // Shows the progress page and runs a scan worker, which must have the signals used by JobHost::follow().
     template <class Worker, class Ended>
     void startScan(const QString &title, const QString &stopping, const QString &busyText, Worker *worker,
                    Ended ended)
@@ -52,8 +52,8 @@ protected:
 
     QStackedLayout *m_pages;
     ScanPage *m_progress;
-    QString m_root; // of the scan that runs or is shown
-    JobHost m_jobs; // a form whose members a job uses calls its drop() in the destructor
+    QString m_root; // root of the running or displayed scan
+    JobHost m_jobs; // if a job uses members of a derived form, that form must call drop() in its destructor
 
 private:
     void showProgress(const core::ScanProgress &progress);

@@ -20,8 +20,8 @@ namespace
 
 constexpr int tickInterval = 250; // ms
 constexpr int maxWidth = 560;
-constexpr int barSteps = 1000;    // of a bar that shows bytes
-constexpr double minShare = 0.01; // done before the time that is left can be told
+constexpr int barSteps = 1000;    // range of a bar that shows bytes
+constexpr double minShare = 0.01; // minimum share before the remaining time is estimated
 constexpr QLatin1String unknown("-");
 
 QString timeText(qint64 milliseconds)
@@ -215,7 +215,7 @@ void ScanPage::showBar()
         m_bar->setValue(static_cast<int>(m_progress.fraction() * barSteps));
         return;
     }
-    // A single step says nothing until everything is done, which may take long, so the bar stays as it began.
+    // With a single step there is no meaningful progress until the end, so the bar stays indeterminate.
     m_bar->setRange(0, m_progress.totalSteps > 1 ? m_progress.totalSteps : 0);
     m_bar->setValue(m_progress.steps);
 }
@@ -288,7 +288,7 @@ void ScanPage::showEvent(QShowEvent *event)
 
 void ScanPage::hideEvent(QHideEvent *event)
 {
-    // The task bar goes on showing a job whose window is minimised, or whose user looks at another page.
+    // The taskbar button keeps showing a job whose window is minimised, or whose user is on another page.
     if (!event->spontaneous() && !m_running)
         leaveTaskbar();
     QWidget::hideEvent(event);

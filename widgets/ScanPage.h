@@ -13,9 +13,9 @@ class QLabel;
 class QProgressBar;
 class QPushButton;
 
-// What is shown while a job runs: what it does, where it is, how far, the figures that its module chooses,
-// and a button that cancels it. The window's button on the task bar shows how far it is. Modules derive their
-// own scan pages from it. A JobHost begins it, shows the progress on it and completes it.
+// Shows a running job: its title, current path, progress, figures chosen by the module, and a cancel button;
+// also the progress on the window's taskbar button. Modules derive their own scan pages from it. A JobHost
+// starts, updates and completes it.
 class ScanPage : public QWidget
 {
     Q_OBJECT
@@ -26,25 +26,25 @@ public:
         Steps,    // "3 of 17"
         Bytes,    // "1.20 GB of 3.00 GB"
         Time,     // since begin()
-        Rate,     // bytes a second when Bytes is shown, else items
-        TimeLeft, // from the share that is done, "-" while that is not known
+        Rate,     // bytes per second if Bytes is shown, otherwise items
+        TimeLeft, // estimated from the finished share; "-" while unknown
     };
 
     explicit ScanPage(QWidget *parent = nullptr,
                       const QList<Figure> &figures = {Figure::Items, Figure::Time, Figure::Rate});
 
-    // Starts from zero; the number of steps is not known yet.
+    // Resets the page; the number of steps is not known yet.
     void begin(const QString &title, const QString &subject);
-    // All of it at once; an empty path leaves the one that is shown.
+    // Updates everything; an empty path keeps the current one.
     void showProgress(const core::ScanProgress &progress);
     void setTitle(const QString &title);
     void setPath(const QString &path);
     void setTotalSteps(int total); // with a single step the bar does not move until complete()
     void setSteps(int steps);
     void setItems(int items);
-    // Cancel was asked for: the end is near. Disables the button.
+    // A cancel was requested: disables the button.
     void showStopping(const QString &title);
-    // Fills the bar, which excluded and unreadable folders leave short.
+    // Fills the bar, which excluded and unreadable folders may leave incomplete.
     void complete();
     qint64 elapsed() const { return m_clock.elapsed(); } // ms since begin()
 
@@ -56,7 +56,7 @@ protected:
     void showEvent(QShowEvent *event) override;
 
 private:
-    // A number and what it is, for the eye in two labels, for a screen reader in one text.
+    // A figure and its caption: two labels on screen, one text for screen readers.
     struct Shown {
         Figure figure;
         QLabel *value;
@@ -83,5 +83,5 @@ private:
     QElapsedTimer m_clock;
     QTimer m_ticker;
     core::ScanProgress m_progress;
-    bool m_running = false; // from begin() to complete()
+    bool m_running = false; // between begin() and complete()
 };

@@ -4,7 +4,7 @@
 #include <QLineEdit>
 #include <QTimer>
 
-// A line to search in what is below it. Escape empties it.
+// A search field for the content below it. Escape clears it.
 class SearchLine : public QLineEdit
 {
     Q_OBJECT
@@ -13,7 +13,7 @@ public:
     explicit SearchLine(QWidget *parent = nullptr);
 
 signals:
-    // A moment after the last key.
+    // Emitted a moment after the last key press.
     void searched(const QString &text);
 
 protected:

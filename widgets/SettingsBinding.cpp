@@ -146,7 +146,7 @@ void SettingsBinding::add(QSlider *slider, const settings::Number &number)
         number, [slider] { return slider->value(); }, [slider](int value) { slider->setValue(value); },
         [slider](int value) { return value >= slider->minimum() && value <= slider->maximum(); });
     const std::size_t index = m_ties.size() - 1;
-    // While the handle is dragged the registry is left alone; others are told of every step.
+    // While the slider is dragged nothing is stored; other controls follow every step.
     connect(slider, &QSlider::valueChanged, this, [this, slider, index] {
         if (!slider->isSliderDown()) {
             handleChange(index);

@@ -32,47 +32,47 @@ class SettingsBinding : public QObject
 
 public:
     enum class Write {
-        OnChange, // each change is stored at once; a text when it is edited to its end
-        OnSave    // nothing is stored before save(): dialogs with a button "Save" or "OK"
+        OnChange, // each change is stored at once; a text when editing has finished
+        OnSave    // nothing is stored before save(): for dialogs with "Save" or "OK"
     };
 
     explicit SettingsBinding(Write write, QObject *parent = nullptr) : QObject(parent), m_write(write) {}
 
-    // A check box, or any button that can be checked.
+    // A check box, or any other checkable button.
     void add(QAbstractButton *button, const settings::Flag &flag);
     void add(QAction *action, const settings::Flag &flag);
-    // The current index; fill the box first. An index that the box does not have counts as absent.
+    // The current index; fill the box first. An invalid index counts as absent.
     void add(QComboBox *box, const settings::Number &number);
-    // The data of the current item, for stored numbers that are no index.
+    // The data of the current item, for stored numbers that are not indexes.
     void addData(QComboBox *box, const settings::Number &number);
-    // These get the setting's limits, where it has any.
+    // The control gets the setting's limits, if there are any.
     void add(QSpinBox *box, const settings::Number &number);
     void add(QSlider *slider, const settings::Number &number);
-    // The id of the checked button; an id that no button has counts as absent.
+    // The id of the checked button; an unknown id counts as absent.
     void add(QButtonGroup *group, const settings::Number &number);
     void add(QLineEdit *line, const settings::Text &text);
     void add(QPlainTextEdit *edit, const settings::Text &text);
-    // Whatever else shows a text. What comes back is to be called after each change of the user's.
+    // Any other control for a text. Call the returned function after each change by the user.
     std::function<void()> add(const settings::Text &text, std::function<QString()> shown,
                               std::function<void(const QString &)> show);
 
-    // What the controls show, by the names of the settings.
+    // The controls' values by setting name.
     QVariantMap values() const;
-    // Shows these values; they are stored as changes are, and told once. A name without a control is passed
-    // over, a value that is not usable shows as the setting's default.
+    // Shows these values; they are stored like changes by the user, and reported once. Unknown names are
+    // ignored, invalid values show the setting's default.
     void show(const QVariantMap &values);
 
-    // Shows what is stored now, in all controls.
+    // Shows the stored values in all controls.
     void load();
-    // Stores what all controls show. False when Windows refused one of them; the others are stored.
+    // Stores the values of all controls. False if one of them could not be written; the others are stored.
     bool save();
-    // Shows the defaults; they are stored as changes are.
+    // Shows the defaults; they are stored like changes by the user.
     void showDefaults();
-    // Whether a control shows something else than load() or save() left there.
+    // Whether a control differs from the last load() or save().
     bool isChanged() const;
 
 signals:
-    // By the user or by a program, not by load().
+    // Emitted for changes by the user or by code, not by load().
     void changed();
 
 private:
@@ -82,9 +82,9 @@ private:
         std::function<void(const QVariant &)> show;
         std::function<QVariant()> stored;
         std::function<bool(const QVariant &)> store;
-        std::function<QVariant(const QVariant &)> usable; // of what comes from outside
+        std::function<QVariant(const QVariant &)> usable; // validates a value
         QVariant fallback;
-        QVariant saved; // what load() or save() left
+        QVariant saved; // value at the last load() or save()
     };
 
     std::size_t tie(Tie tie);

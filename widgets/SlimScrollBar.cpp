@@ -11,7 +11,7 @@ namespace
 
 constexpr int barWidth = 12;
 constexpr double handleWidth = 6;
-constexpr double handleWidthRest = 4; // while the mouse is elsewhere
+constexpr double handleWidthRest = 4; // while the mouse is not over it
 
 } // namespace
 

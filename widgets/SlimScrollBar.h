@@ -3,7 +3,7 @@
 
 #include <QScrollBar>
 
-// A vertical scroll bar that shows nothing but its rounded handle; it works as any other.
+// A vertical scroll bar that only shows its rounded handle; it behaves like any other.
 class SlimScrollBar : public QScrollBar
 {
     Q_OBJECT

@@ -29,7 +29,7 @@ constexpr int pictureSize = 48;
 constexpr int cardWidth = 200;
 constexpr int widestCard = 340;
 
-// The dashed outline of the place to drop on.
+// The dashed outline of the drop area.
 class Target : public QWidget
 {
 public:
@@ -281,6 +281,6 @@ void StartPage::orderTabs()
 void StartPage::showEvent(QShowEvent *event)
 {
     DropFrame::showEvent(event);
-    if (m_first && !event->spontaneous()) // a window that is restored has its focus where it was
+    if (m_first && !event->spontaneous()) // a restored window keeps its previous focus
         m_first->setFocus();
 }

@@ -15,13 +15,13 @@ class PageHeader;
 class QLabel;
 class QVBoxLayout;
 
-// What the start page of a module says.
+// The texts of a module's start page.
 struct StartTexts {
     QString title;
     QString description;
-    QString dropHint;       // over the page while something is dragged over it: "Drop the folder to scan it"
-    QString dropText = {};  // in the place to drop on: "Drop folders here"
-    const char *image = ""; // above it, of 48 pixels
+    QString dropHint;       // shown over the page during a drag: "Drop the folder to scan it"
+    QString dropText = {};  // shown in the drop area: "Drop folders here"
+    const char *image = ""; // shown above it, 48 pixels
 };
 
 // Where a job begins: title and description, a place to drop on with one or more buttons to select, what was
@@ -40,30 +40,29 @@ class StartPage : public DropFrame
 public:
     explicit StartPage(const StartTexts &texts, QWidget *parent = nullptr);
 
-    // A button in the place to drop on; in the header while there is no such place (no dropText). The first
-    // is the main action of the page: it gets Ctrl+O and the focus.
+    // Adds a button in the drop area, or in the header if there is none (no dropText). The first one is the
+    // main action of the page: it gets Ctrl+O and the focus.
     QPushButton *addSelect(const controls::Button &button, std::function<void()> clicked);
     // The button "optionsButton" in the header; emits optionsRequested().
     QToolButton *addOptions(const QString &tip);
-    // A line below the buttons: what will be searched, say. Object name "scopeLabel".
+    // A line below the buttons, for example what will be searched. Object name "scopeLabel".
     void setScope(const QString &text);
-    // Cards "recentCard" for what was used before, newest first; the section is hidden while there is
-    // nothing.
+    // Cards "recentCard" for recent items, newest first; the section is hidden if there are none.
     void setRecent(const QString &title, const QStringList &paths, const char *image = "Clock24");
 
-    // For jobs on one folder: a select button that asks for it with this title. It, a dropped folder, a
-    // recent one and the cards of folders emit folderChosen().
+    // For jobs on one folder: adds a button that asks for it in a dialog of this title. The button, a dropped
+    // folder, a recent one and folder cards all emit folderChosen().
     void offerFolder(const controls::Button &button, const QString &dialogTitle);
     FLCardButton *addFolderCard(CardGridLayout *grid, const QString &title, const QIcon &icon,
                                 const QString &folder);
-    // The user's folders, as far as Windows knows them, with their usual names.
+    // Cards for the user's special folders that exist in this Windows, with their usual names.
     void addSpecialFolders(const QList<platform::KnownFolder> &folders);
 
-    // A titled grid of cards of the module's own, above the recent ones.
+    // A titled grid of the module's own cards, above the recent ones.
     CardGridLayout *addSection(const QString &title, int cardWidth);
     FLCardButton *addCard(CardGridLayout *grid, const QString &title, const QIcon &icon,
                           std::function<void()> clicked);
-    // Tab visits the cards as they are laid out; after cards came or went.
+    // Sets the tab order of the cards to their layout order; call after adding or removing cards.
     void orderTabs();
 
     PageHeader *header() const { return m_header; }
@@ -82,7 +81,7 @@ private:
     struct Section {
         QLabel *title;
         CardGridLayout *grid;
-        ClickableLabel *clear; // null but for the recent ones
+        ClickableLabel *clear; // null except for the recent items
     };
 
     void buildTarget(const StartTexts &texts);
@@ -93,9 +92,9 @@ private:
     QWidget *m_content;
     QVBoxLayout *m_page;
     QVBoxLayout *m_sectionColumn;
-    QVBoxLayout *m_target = nullptr; // the column of the place to drop on
+    QVBoxLayout *m_target = nullptr; // layout of the drop area
     QLabel *m_scope = nullptr;
     QPushButton *m_first = nullptr;
     QList<QWidget *> m_buttons;
-    QList<Section> m_sections; // the recent ones last
+    QList<Section> m_sections; // the recent items are last
 };

@@ -4,8 +4,8 @@
 #include <QString>
 #include <QWidget>
 
-// A text that is fitted to the width at hand. The whole of it is the tool tip while it is shortened, and
-// always the accessible name. Takes the colour of the palette's window text.
+// A text that is fitted to the available width. The complete text is the tool tip while it is shortened, and
+// always the accessible name. Uses the palette's window text colour.
 class TextLabel : public QWidget
 {
     Q_OBJECT
@@ -17,7 +17,7 @@ public:
 protected:
     using QWidget::QWidget;
 
-    // For the width at hand; empty while nothing is shortened.
+    // For the current width; empty while nothing is shortened.
     virtual QString shortenedTip() const = 0;
     void resizeEvent(QResizeEvent *event) override;
 

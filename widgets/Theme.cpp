@@ -22,8 +22,8 @@ namespace theme
 namespace
 {
 
-constexpr double textContrast = 4.5; // WCAG 2.1, AA: text
-constexpr double lineContrast = 3.0; // WCAG 2.1, AA: lines and areas that carry meaning
+constexpr double textContrast = 4.5; // WCAG 2.1 AA for text
+constexpr double lineContrast = 3.0; // WCAG 2.1 AA for lines and areas that carry meaning
 constexpr char primaryProperty[] = "larkspurPrimary";
 
 bool highContrast = false;
@@ -49,8 +49,8 @@ QFont scaled(const QFont &base, double factor, QFont::Weight weight)
     return font;
 }
 
-// Recomputes colour roles of one widget whenever the application's palette changes. The widget's own palette
-// is what this class writes, so it starts from the application's each time.
+// Recomputes the colour roles of one widget whenever the application's palette changes. Starts from the
+// application's palette each time, since the widget's own palette is what this class sets.
 class PaletteKeeper : public QObject
 {
 public:
@@ -64,8 +64,8 @@ public:
 
     bool eventFilter(QObject *watched, QEvent *event) override
     {
-        // When the system's colours change, the first event may still come with the old ones, and a hidden
-        // page gets none; the palette of a widget above changes last.
+        // When the system colours change, the first event may still have the old ones, and hidden pages get
+        // none; the parent's palette changes last.
         if (event->type() == QEvent::ApplicationPaletteChange || event->type() == QEvent::PaletteChange ||
             event->type() == QEvent::Show)
             apply();
@@ -77,7 +77,7 @@ private:
     {
         QPalette palette = QApplication::palette(m_widget);
         m_rule(palette);
-        if (palette == m_applied) // also ends what setting it sets off
+        if (palette == m_applied) // also stops the recursion caused by setPalette()
             return;
         m_applied = palette;
         m_widget->setPalette(palette);
@@ -88,9 +88,9 @@ private:
     QPalette m_applied;
 };
 
-constexpr int leastSaturation = 40; // of an accent colour; what has less is a grey
+constexpr int leastSaturation = 40; // of an accent colour; anything less is a grey
 
-// The system's choice; where it has none (its selection colour is a grey), the suite's own blue.
+// The system's accent colour; the suite's own blue if there is none (its selection colour is a grey).
 QColor accentOf(const QColor &highlight)
 {
     return highlight.hsvSaturation() >= leastSaturation ? highlight : QColor(0x2f, 0x7d, 0xd7);
@@ -162,7 +162,7 @@ void setHighContrast(bool on)
 namespace
 {
 
-// Only colours that the user chose, and no line that is fainter than text.
+// Only the user's own colours, and no line that is fainter than text.
 Colors contrastColors(const QPalette &palette)
 {
     const auto role = [&palette](QPalette::ColorRole r) { return palette.color(QPalette::Active, r); };
@@ -213,7 +213,7 @@ Colors colors(const QWidget *widget)
 
 QColor chartColor(int index, const QPalette &palette)
 {
-    // Twelve hues far from each other for neighbours in the list; saturation and value keep them calm.
+    // Twelve well separated hues for neighbours in the list; saturation and value keep them calm.
     static constexpr std::array<int, chartColorCount> hues{212, 28,  158, 268, 348, 48,
                                                            190, 312, 96,  236, 8,   136};
     const int hue = hues[static_cast<std::size_t>(index) % hues.size()];
@@ -264,7 +264,7 @@ void paintCard(QPainter &painter, const QRectF &rect, const Colors &colors, Card
     painter.setRenderHint(QPainter::Antialiasing);
     painter.setPen(QPen(line, 1));
     painter.setBrush(fill);
-    // Half a pixel inwards puts the line on whole pixels.
+    // Half a pixel inwards, so that the line covers whole pixels.
     painter.drawRoundedRect(rect.adjusted(0.5, 0.5, -0.5, -0.5), cardRadius, cardRadius);
     painter.restore();
     if (focus)
@@ -309,7 +309,7 @@ void install()
     QApplication::setStyle(new FlatStyle);
     const auto keep = [] {
         highContrast = platform::contrastTheme();
-        QApplication::setPalette({}); // the system's own, as it is now
+        QApplication::setPalette({}); // the current system palette
         QApplication::setPalette(visibleSelection(QApplication::palette()));
     };
     keep();

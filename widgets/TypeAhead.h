@@ -1,12 +1,12 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
-// Views look for the row whose text begins with what is typed. Qt asks the model for the text of one row
-// after the other, on the interface thread: a million of them would freeze the window at every key.
+// Type-ahead search in views. Qt queries the text of one row after another on the interface thread: a million
+// rows would freeze the window at each key press.
 namespace typeahead
 {
 
-// Up to this many rows a search ends within a few dozen milliseconds.
+// Up to this number of rows a search takes a few dozen milliseconds.
 inline constexpr int maxRows = 20'000;
 
 } // namespace typeahead

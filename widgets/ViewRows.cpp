@@ -20,8 +20,8 @@ namespace viewrows
 namespace
 {
 
-constexpr int sliceTime = 8;           // ms of the interface thread at a time
-constexpr qsizetype maxWaiting = 5000; // rows read and not yet written
+constexpr int sliceTime = 8;           // ms on the interface thread per slice
+constexpr qsizetype maxWaiting = 5000; // rows read but not written yet
 
 const QHeaderView *headerOf(const QAbstractItemView &view)
 {
@@ -40,7 +40,7 @@ QStringList fields(const QModelIndex &row, const QList<int> &columns)
     return texts;
 }
 
-// The row numbers from the root down to the row.
+// The row numbers on the path from the root to the row.
 QList<int> placeOf(QModelIndex row)
 {
     QList<int> place;
@@ -49,7 +49,7 @@ QList<int> placeOf(QModelIndex row)
     return place;
 }
 
-// Between the interface thread, which reads rows, and the thread that writes them.
+// Passes rows from the interface thread, which reads them, to the writing thread.
 class RowQueue
 {
 public:
@@ -104,7 +104,7 @@ private:
     State m_state = State::Open;
 };
 
-// Reads the rows of a model in slices, depth first, and deletes itself at the end.
+// Reads the rows of a model in slices, depth first, and deletes itself when done.
 class RowReader : public QObject
 {
 public:
@@ -125,13 +125,13 @@ public:
         m_timer.start(0);
     }
 
-    // The model went away.
+    // The model was destroyed.
     ~RowReader() override { m_queue->end(RowQueue::State::Changed); }
 
 private:
     struct Level {
         QModelIndex parent;
-        QString path; // " > " behind it, but for the root
+        QString path; // ends in " > " unless it is the root
         int rows;
         int next;
     };

@@ -45,7 +45,7 @@ QStringList WrappedLabel::lines(int width) const
 {
     const int lineWidth = std::max(1, width);
     QStringList lines = wrapped(text(), font(), lineWidth);
-    // How much of a line is lost at its end depends on the words.
+    // How much room a line wastes at its end depends on the words.
     for (int room = maxLines * lineWidth; lines.size() > maxLines && room > lineWidth; room -= lineWidth / 2)
         lines = wrapped(fontMetrics().elidedText(text(), Qt::ElideMiddle, room), font(), lineWidth);
     return lines;
@@ -82,7 +82,7 @@ void WrappedLabel::paintEvent(QPaintEvent *)
     }
 }
 
-// Tool tips do not break lines either.
+// Tool tips do not wrap such texts either.
 QString WrappedLabel::shortenedTip() const
 {
     if (wrapped(text(), font(), std::max(1, width())).size() <= maxLines)

@@ -5,8 +5,8 @@
 
 #include <QStringList>
 
-// Plain text over several lines. Breaks between words where it can and inside a word where it must: QLabel
-// would make the window as wide as the longest path in the text. A text of more than six lines loses its
+// Plain text over several lines. Breaks between words if possible and within a word if necessary: QLabel
+// would make the window as wide as the longest path. A text of more than six lines is shortened in the
 // middle.
 class WrappedLabel : public TextLabel
 {
@@ -24,6 +24,6 @@ protected:
     QString shortenedTip() const override;
 
 private:
-    // The lines as they are drawn in this width.
+    // The lines as drawn at this width.
     QStringList lines(int width) const;
 };

@@ -10,7 +10,7 @@ namespace lookalikes
 namespace
 {
 
-// Premultiplied: colours that full transparency hides are not compared.
+// Premultiplied, so that colours hidden by full transparency are not compared.
 QImage prepared(const QImage &image, QSize size)
 {
     return image.convertToFormat(QImage::Format_ARGB32_Premultiplied)

@@ -7,19 +7,19 @@
 namespace lookalikes
 {
 
-// Where two pictures differ.
+// Where two images differ.
 struct Difference {
-    // The first picture in faint grey, with what differs in red: the stronger, the more. Opaque.
+    // The first image in faint grey with the differences in red, stronger for larger ones. Opaque.
     QImage picture;
-    // How much of it differs, from 0 to 1.
+    // The differing fraction of the image, 0 to 1.
     double share = 0;
 };
 
-// Differences of a channel up to this value are taken for the traces of compression, and not shown.
+// Channel differences up to this value are considered compression artefacts and not shown.
 inline constexpr int differenceTolerance = 24;
 
-// Compares at the first picture's size, at most `limit`; the other one is stretched to it. Transparency
-// counts as a channel. A null picture gives a null difference.
+// Compares at the first image's size, limited to `limit`; the other image is stretched to it. Transparency
+// counts as a channel. A null image gives a null difference.
 Difference differenceOf(const QImage &first, const QImage &second, QSize limit);
 
 } // namespace lookalikes

@@ -11,8 +11,8 @@ namespace lookalikes
 namespace
 {
 
-// Walks over all 1600 positions in steps that scatter: it shares no factor with 1600, and lies near 1600
-// divided by the golden ratio.
+// Visits all 1600 positions in scattered order: it is coprime to 1600 and close to 1600 divided by the golden
+// ratio.
 constexpr int stride = 989;
 static_assert(std::gcd(stride, fingerprintPositions) == 1);
 
@@ -22,12 +22,11 @@ quint8 meanOf(Fingerprint::Plane plane)
     return static_cast<quint8>(sum / fingerprintPositions);
 }
 
-// |later - earlier + difference|, capped at positionLimit, for values of at most `largest`. Written in bytes
-// without a branch, so that compilers turn the loop over a block into byte-wide vector code.
-//
-// The difference of the means is never negative here: where it is, `a` and `b` have changed places. Adding it
-// to `a` stops at 255, which falsifies no answer: where it stops there, both the true distance and the one
-// computed are above the cap, since `b` is at most 149.
+// |later - earlier + difference|, capped at positionLimit, for values of at most `largest`. Branch-free byte
+// arithmetic, so that compilers vectorise the loop over a block.
+// The difference of the means is never negative here: if it were, `a` and `b` are swapped. Adding it to `a`
+// saturates at 255, which does not change the result: in that case both the true and the computed distance
+// exceed the cap, since `b` is at most 149.
 template <int largest>
 inline quint8 distance(quint8 a, quint8 b, quint8 difference)
 {
@@ -82,15 +81,15 @@ int differingPositions(const Fingerprint::Block &earlier, const Fingerprint::Blo
     const Operands red = operands(earlier.red, later.red, difference.red);
     const Operands green = operands(earlier.green, later.green, difference.green);
     const Operands blue = operands(earlier.blue, later.blue, difference.blue);
-    // Two loops, since not every compiler finds a sum of bytes within the first.
+    // Two loops, since not every compiler vectorises a sum of bytes in the first one.
     std::array<quint8, Fingerprint::blockSize> differs;
     for (std::size_t i = 0; i < Fingerprint::blockSize; ++i) {
-        // Three capped distances fit a byte, and their sum reaches the limit exactly when the sum of the true
-        // ones does.
+        // Three capped distances fit into a byte, and their sum reaches the limit exactly if the sum of the
+        // uncapped ones does.
         const auto sum = static_cast<quint8>(distance<maxRed>(red.a[i], red.b[i], red.difference) +
                                              distance<maxGreen>(green.a[i], green.b[i], green.difference) +
                                              distance<maxBlue>(blue.a[i], blue.b[i], blue.difference));
-        constexpr int toBit7 = 128 - positionLimit; // from the limit on, and only then, the top bit is set
+        constexpr int toBit7 = 128 - positionLimit; // the top bit is set exactly from the limit on
         static_assert(2 * positionLimit + 2 * maxBlue + toBit7 <= 255);
         differs[i] = static_cast<quint8>(sum + toBit7) >> 7;
     }

@@ -15,13 +15,13 @@ namespace lookalikes
 inline constexpr int fingerprintSide = imaging::sampleSide;
 inline constexpr int fingerprintPositions = fingerprintSide * fingerprintSide;
 
-// Two pictures are alike when fewer than this many positions differ.
+// Two images are similar if fewer than this number of positions differ.
 inline constexpr int differingLimit = 15;
-// A position differs when its mean-centred channel differences add up to this much.
+// A position differs if its mean-centred channel differences add up to at least this value.
 inline constexpr int positionLimit = 63;
 
-// A colour channel's value times its luma coefficient, the product in double precision narrowed to single
-// precision, without its fraction.
+// A colour channel's value times its luma coefficient: multiplied in double precision, converted to float,
+// truncated.
 constexpr quint8 weighted(int value, double coefficient)
 {
     return static_cast<quint8>(static_cast<float>(value * coefficient));
@@ -44,16 +44,15 @@ inline constexpr int maxGreen = weightedGreen(255);
 inline constexpr int maxBlue = weightedBlue(255);
 static_assert(maxRed == 76 && maxGreen == 149 && maxBlue == 29);
 
-// The three weighted colour planes of a picture reduced to 40 by 40, and the mean of each. Every value fits a
+// The three weighted colour planes of an image scaled to 40 by 40, and the mean of each. Every value fits a
 // byte.
-//
-// The positions are not kept row by row: they are spread, so that the first few dozen are scattered over the
-// whole picture. Which positions differ does not depend on the order, but unlike pictures are told apart
-// sooner where the sky of the one is not compared with the sky of the other first.
+// The positions are stored in scattered order, so that the first few dozen are spread over the whole image.
+// The order has no effect on which positions differ, but dissimilar images are distinguished sooner if the
+// comparison does not start with two skies.
 class Fingerprint
 {
 public:
-    // So many positions lie together, one channel after the other.
+    // Number of positions stored together, one channel after the other.
     static constexpr int blockSize = 64;
     static constexpr int blockCount = fingerprintPositions / blockSize;
     static_assert(blockCount * blockSize == fingerprintPositions);
@@ -64,7 +63,7 @@ public:
         std::array<quint8, blockSize> blue;
         bool operator==(const Block &) const = default;
     };
-    // Of each plane; the fraction is dropped.
+    // Of each plane; truncated.
     struct Means {
         quint8 red;
         quint8 green;
@@ -74,7 +73,7 @@ public:
 
     using Plane = std::span<const quint8, fingerprintPositions>;
 
-    // The planes row by row, no value above maxRed, maxGreen and maxBlue.
+    // The planes row by row; values must not exceed maxRed, maxGreen and maxBlue.
     Fingerprint(Plane red, Plane green, Plane blue);
 
     const std::array<Block, blockCount> &blocks() const { return m_blocks; }
@@ -87,7 +86,7 @@ private:
     Means m_means;
 };
 
-// What the means differ by: `earlier` less `later`.
+// Differences of the means: `earlier` minus `later`.
 struct MeanDifference {
     int red;
     int green;
@@ -95,12 +94,12 @@ struct MeanDifference {
 };
 MeanDifference operator-(const Fingerprint::Means &earlier, const Fingerprint::Means &later);
 
-// The number of positions that differ within one block.
+// The number of differing positions within one block.
 int differingPositions(const Fingerprint::Block &earlier, const Fingerprint::Block &later,
                        MeanDifference difference);
 
-// The number of positions that differ; when it reaches `enough`, counting ends and some number of at least
-// `enough` is returned.
+// The number of differing positions; stops counting at `enough` and then returns some number of at least
+// `enough`.
 int differingPositions(const Fingerprint &earlier, const Fingerprint &later, int enough = differingLimit);
 
 inline bool areAlike(const Fingerprint &earlier, const Fingerprint &later)

@@ -13,35 +13,33 @@
 namespace lookalikes
 {
 
-// A picture that was compared.
+// An image that was compared.
 struct ImageRecord : duplicates::FileRecord {
-    int width = 0; // pixels of the decoded picture, upright
+    int width = 0; // pixels of the decoded, upright image
     int height = 0;
-    QByteArray format;   // what the content is, imaging::LoadedImage::format
-    quint32 groupId = 0; // the number of the first picture that this one is alike to; from 1
-    qint64 thumbnail = imaging::noThumbnail; // what ThumbnailSink::store() returned
+    QByteArray format;                       // detected format, imaging::LoadedImage::format
+    quint32 groupId = 0;                     // number of the first image it is similar to; from 1
+    qint64 thumbnail = imaging::noThumbnail; // id returned by ThumbnailSink::store()
 
     bool operator==(const ImageRecord &) const = default;
 };
 
-// Pictures that are alike to the first of them. Two of the others may look less alike: show each against the
-// first.
+// Images that are similar to the first of them. Two of the others may be less similar to each other: show
+// each against the first.
 struct ImageGroup {
     std::vector<ImageRecord> members; // in walk order
 
     bool operator==(const ImageGroup &) const = default;
 };
 
-// The order of the report: by the file size of the first member, largest first; among equals the group that
-// was created first.
+// Report order: by the file size of the first member, largest first; equal ones in order of creation.
 void sortForReport(std::vector<ImageGroup> &groups);
 
-// The member that is proposed to be kept: the largest picture in pixels, among equals the largest file, then
-// the one last written longest ago, then the first. Removed members (checked) are passed over; empty when
-// none is left.
+// The member suggested to be kept: the most pixels, then the largest file, then the oldest write time, then
+// the first. Removed members (checked) are skipped; nullopt if none is left.
 std::optional<std::size_t> proposedToKeep(const ImageGroup &group);
 
-// What keeping only that member would free; removed members are passed over.
+// Bytes freed by keeping only that member; removed members are skipped.
 quint64 freeableBytes(const ImageGroup &group);
 
 } // namespace lookalikes

@@ -13,7 +13,7 @@ PreparationQueue::PreparationQueue(int threads, Prepare prepare) : m_prepare(std
         for (int i = 0; i < threads; ++i)
             m_threads.emplace_back([this] { work(); });
     } catch (const std::system_error &) {
-        // Short of threads: those that began, or the caller's own, do the work.
+        // Fewer threads than requested: those that started, or the caller's own, do the work.
     }
 }
 

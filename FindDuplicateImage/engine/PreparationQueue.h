@@ -17,39 +17,37 @@
 namespace lookalikes
 {
 
-// A file ready to be compared; without a fingerprint it is dropped.
+// A file ready for comparison; without a fingerprint it is dropped.
 struct PreparedImage {
     ImageRecord image;
     std::optional<Fingerprint> fingerprint;
 };
 
-// Prepares files on a few threads and hands them back in the order in which they were given. All functions
-// belong to the thread that made the queue; without threads, files are prepared on that one as they are
-// given.
+// Prepares files on a few threads and returns them in input order. All functions must be called on the thread
+// that created the queue; if no threads are available, add() prepares the file itself.
 class PreparationQueue
 {
 public:
     // Called on several threads at once. Must not throw.
     using Prepare = std::function<PreparedImage(duplicates::FileRecord)>;
 
-    // So many files for each thread lie in the queue at most, those in work and those that are ready
-    // included.
+    // Limit for the files in the queue per thread, including those in progress and finished ones.
     static constexpr std::size_t filesPerThread = 4;
 
     PreparationQueue(int threads, Prepare prepare);
-    // Forgets what has not been begun, and waits for what has.
+    // Drops files that have not been started, and waits for the others.
     ~PreparationQueue();
     PreparationQueue(const PreparationQueue &) = delete;
     PreparationQueue &operator=(const PreparationQueue &) = delete;
 
     bool isEmpty() const { return m_files.empty(); }
     bool isFull() const;
-    // Whether takeFirst() would return at once.
+    // Whether takeFirst() would return without waiting.
     bool firstIsReady() const;
 
-    // Not while it is full.
+    // Must not be called when the queue is full.
     void add(duplicates::FileRecord file);
-    // Waits for it. Not while it is empty.
+    // Waits for the first file. Must not be called when the queue is empty.
     PreparedImage takeFirst();
 
 private:
@@ -61,11 +59,11 @@ private:
     void work();
 
     const Prepare m_prepare;
-    mutable std::mutex m_mutex; // guards what follows, but for the threads
+    mutable std::mutex m_mutex; // guards the following members except the threads
     std::condition_variable m_toDo;
     std::condition_variable m_ready;
     std::deque<File> m_files; // elements stay where they are until they are taken
-    std::size_t m_begun = 0;  // from the front
+    std::size_t m_begun = 0;  // number of started files, from the front
     bool m_stop = false;
     std::vector<std::thread> m_threads;
 };

@@ -10,7 +10,7 @@
 namespace lookalikes
 {
 
-// What is kept of a decoded picture.
+// What is kept of a decoded image.
 struct ExaminedImage {
     int width = 0; // pixels, upright
     int height = 0;
@@ -19,7 +19,7 @@ struct ExaminedImage {
     QImage thumbnail;
 };
 
-// The fingerprint of an examined picture is taken from its samples.
+// Computes the fingerprint of an examined image from its samples.
 ExaminedImage examinedImage(imaging::Examination examination);
 
 // `samples`: imaging::Examination::samples.

@@ -17,7 +17,7 @@ namespace lookalikes
 namespace
 {
 
-// The raster images alone, as they are built in: what the user changes elsewhere does not matter here.
+// Only the built-in raster image types: the user's edits elsewhere do not apply here.
 duplicates::CategorySelection rasterImages()
 {
     const core::FileTypeTable &table = core::defaultFileTypes();
@@ -58,7 +58,7 @@ private:
     SimilarityGrouper m_grouper;
     std::size_t m_compared = 0;
     std::size_t m_placeholders = 0;
-    PreparationQueue m_queue; // last, so that its threads end first
+    PreparationQueue m_queue; // last member, so that its threads end first
 };
 
 void ImageScan::add(duplicates::FileRecord file)
@@ -101,7 +101,7 @@ PreparedImage ImageScan::prepare(duplicates::FileRecord file)
     try {
         fingerprint(prepared);
     } catch (...) {
-        // Out of memory, most likely: this picture is dropped, and the scan goes on.
+        // Out of memory, most likely: drop this image and continue.
         prepared.fingerprint.reset();
     }
     return prepared;

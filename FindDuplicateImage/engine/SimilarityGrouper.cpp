@@ -28,7 +28,7 @@ std::optional<std::size_t> FingerprintList::firstAlike(const Fingerprint &later)
     return std::nullopt;
 }
 
-// Block by block: those that still may be alike go on to the next one.
+// Block by block: only candidates that may still be similar are compared in the next block.
 std::optional<std::size_t> FingerprintList::firstAlikeIn(const Chunk &chunk, std::size_t count,
                                                          const Fingerprint &later)
 {

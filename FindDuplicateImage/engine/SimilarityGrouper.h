@@ -15,14 +15,14 @@
 namespace lookalikes
 {
 
-// Fingerprints to compare with, in the order in which they came: 4.8 KB each, never moved. A comparison
-// mostly ends within the first blocks, so that the same block of many fingerprints lies together: a search
-// reads memory in one direction.
+// Fingerprints to compare with, in order of arrival: 4.8 KB each, never moved. Most comparisons end within
+// the first blocks, so the same block of many fingerprints is stored together: a search then reads memory
+// sequentially.
 class FingerprintList
 {
 public:
     void add(const Fingerprint &fingerprint);
-    // The first that is alike.
+    // The first similar one.
     std::optional<std::size_t> firstAlike(const Fingerprint &later) const;
     std::size_t size() const { return m_size; }
 
@@ -40,14 +40,14 @@ private:
     std::size_t m_size = 0;
 };
 
-// Groups pictures as they come. A picture is compared with the earlier ones that were alike to nothing before
-// them, and joins the first that it is alike to; with the other members it is never compared.
+// Groups images as they arrive. An image is compared with the earlier ones that were similar to nothing
+// before them, and joins the first that it is similar to; it is never compared with the other members.
 class SimilarityGrouper
 {
 public:
     void add(ImageRecord image, const Fingerprint &fingerprint);
 
-    // In the order in which their second members came.
+    // In the order in which their second members arrived.
     const std::vector<ImageGroup> &groups() const { return m_groups; }
     std::vector<ImageGroup> takeGroups() { return std::move(m_groups); }
 
@@ -59,7 +59,7 @@ private:
     };
 
     FingerprintList m_fingerprints;
-    std::vector<Candidate> m_candidates; // one for each fingerprint; the group id is the index plus one
+    std::vector<Candidate> m_candidates; // one per fingerprint; the group id is the index plus one
     std::vector<ImageGroup> m_groups;
 };
 
