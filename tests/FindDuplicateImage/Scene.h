@@ -2,13 +2,17 @@
 #pragma once
 
 #include "FindDuplicateImage/FindDuplicateImageForm.h"
+#include "FindDuplicateImage/FindDuplicateImageResultForm.h"
+#include "FindDuplicateImage/ImageMemberModel.h"
 #include "platform/Win32Enumerator.h"
 #include "tests/imaging/Pictures.h"
 #include "tests/support/FakeDialogs.h"
 #include "tests/support/FakeRecycleBin.h"
 #include "tests/support/FakeShell.h"
 #include "tests/support/TestPrefix.h"
+#include "widgets/NoticeBar.h"
 
+#include <QAbstractButton>
 #include <QAbstractItemView>
 #include <QSignalSpy>
 #include <QTest>
@@ -26,8 +30,6 @@ struct Scene {
                 return std::make_shared<imaging::DecoderPool>(imaging::DecoderPool::Options{decoder});
             },
             temporary.path()});
-        QObject::connect(form.get(), &FLWidget::showToolbarSignal, form.get(),
-                         [this](bool show) { toolbar.append(show); });
         form->resize(986, 560);
         form->show();
         form->activateWindow(); // keys reach an active window only
@@ -36,6 +38,11 @@ struct Scene {
     }
 
     QString save(const QString &name, const QImage &image) const { return savePicture(folder, name, image); }
+    void saveTwins() const
+    {
+        save(QStringLiteral("one.png"), blocks(1));
+        save(QStringLiteral("two.png"), blocks(1));
+    }
 
     // False when the scan ends on another page.
     bool scan() const
@@ -50,6 +57,13 @@ struct Scene {
     {
         return form->findChild<Widget *>(QLatin1String(name));
     }
+    void click(const char *button) const { find<QAbstractButton>(button)->click(); }
+    bool isEnabled(const char *button) const { return find<QAbstractButton>(button)->isEnabled(); }
+    FindDuplicateImageResultForm *results() const
+    {
+        return form->findChild<FindDuplicateImageResultForm *>();
+    }
+    QString notice() const { return results()->findChild<NoticeBar *>()->text(); }
     QAbstractItemView *side() const { return find<QAbstractItemView>("sideTreeView"); }
     QAbstractItemView *main() const { return find<QAbstractItemView>("mainTreeView"); }
     static QStringList rows(const QAbstractItemView *view, int role = Qt::DisplayRole)
@@ -59,17 +73,15 @@ struct Scene {
             texts.append(view->model()->index(row, 0).data(role).toString());
         return texts;
     }
-    // That one alone: the view itself would mind the modifiers of the last key that a test has pressed.
-    void select(int row) const
+    QString note(int row) const
     {
-        main()->selectionModel()->setCurrentIndex(main()->model()->index(row, 0),
-                                                  QItemSelectionModel::ClearAndSelect);
+        return main()->model()->index(row, 0).data(ImageMemberModel::NoteRole).toString();
     }
-
-    // Taken away as often as given back, and given back last.
-    bool toolbarIsBack() const
+    // By default that one alone: the view itself would mind the modifiers of the last key that a test has
+    // pressed.
+    void select(int row, QItemSelectionModel::SelectionFlags how = QItemSelectionModel::ClearAndSelect) const
     {
-        return !toolbar.isEmpty() && toolbar.last() && toolbar.count(true) == toolbar.count(false);
+        main()->selectionModel()->setCurrentIndex(main()->model()->index(row, 0), how);
     }
 
     TestFolder folder;
@@ -77,8 +89,36 @@ struct Scene {
     FakeRecycleBin bin{folder.path()};
     FakeDialogs dialogs;
     FakeShell shell;
-    QList<bool> toolbar;
     std::unique_ptr<FindDuplicateImageForm> form;
+};
+
+// Three pictures that are alike, on show; the second one is the largest.
+struct Trio : Scene {
+    Trio()
+    {
+        const QImage picture = blocks(1, {600, 400});
+        first = save(QStringLiteral("a\\first.png"), picture);
+        second = save(QStringLiteral("b\\second.png"), picture.scaled(1200, 800));
+        third = save(QStringLiteral("c\\third.jpg"), picture);
+        save(QStringLiteral("d\\lonely.png"), blocks(2));
+        const auto isRead = [this] {
+            return qobject_cast<const ImageMemberModel *>(main()->model())->facts(0).has_value();
+        };
+        if (!scan() || !QTest::qWaitFor(isRead))
+            qFatal("no results");
+    }
+    // Clicks and waits for the end.
+    void recycle(int row)
+    {
+        dialogs.nextMessageBox.enqueue(platform::idYes);
+        select(row);
+        click("RecycleBinButton");
+        QTRY_VERIFY(!form->isBusy());
+    }
+
+    QString first;
+    QString second;
+    QString third;
 };
 
 } // namespace tests

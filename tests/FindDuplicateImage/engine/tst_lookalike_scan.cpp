@@ -92,9 +92,7 @@ class LookalikeScanTest : public QObject
 private slots:
     void init();
     void findsGroups();
-    void takesRasterImagesOfAnySizeAndName();
-    void dropsWhatCannotBeCompared();
-    void doesNotOpenPlaceholders();
+    void opensAndComparesPicturesOnly();
     void threadsChangeNothing();
     void cancelled();
     void decodedMemoryIsBounded();
@@ -159,57 +157,44 @@ void LookalikeScanTest::findsGroups()
                           u"C:\\r\\a"_s, u"5"_s, u"C:\\r\\a"_s, u"6"_s, u"C:\\r"_s, u"7"_s, u"C:\\r"_s}));
 }
 
-void LookalikeScanTest::takesRasterImagesOfAnySizeAndName()
+void LookalikeScanTest::opensAndComparesPicturesOnly()
 {
     const QImage image = tests::blockPicture({100, 100}, 8, m_random);
     for (const QString &name : {u".x.avif"_s, u".x.pspimage"_s, u"x.WEBP"_s})
         addPicture(u"C:\\r\\"_s + name, image, 1); // dot-files, smaller than any threshold
     addPicture(u"C:\\r\\x.svg"_s, image);
     addPicture(u"C:\\r\\x.jpg.txt"_s, image);
-    const ScanResult result = scan();
-    QCOMPARE(result.groups.size(), std::size_t(1));
-    QCOMPARE(result.groups[0].members.size(), std::size_t(3));
-    QCOMPARE(m_pictures->decoded.load(), 3);
-}
-
-void LookalikeScanTest::doesNotOpenPlaceholders()
-{
-    const QImage image = tests::blockPicture({100, 100}, 8, m_random);
-    for (const quint32 attribute :
-         {core::AttributeOffline, core::AttributeRecallOnOpen, core::AttributeRecallOnDataAccess}) {
-        const QString path = u"C:\\r\\%1.png"_s.arg(attribute);
-        core::DirectoryEntry entry;
-        entry.attributes = attribute;
-        m_disk->addEntry(path, entry);
-        m_pictures->byPath.insert(path, image);
-    }
-    core::DirectoryEntry cloud; // of a cloud store, with its content here
-    cloud.attributes = core::AttributeReparsePoint;
-    cloud.reparseTag = tests::MemoryEnumerator::cloudTag;
-    m_disk->addEntry(u"C:\\r\\here.png"_s, cloud);
-    m_pictures->byPath.insert(u"C:\\r\\here.png"_s, image);
-    const ScanResult result = scan();
-    QCOMPARE(result.placeholders, std::size_t(3));
-    QCOMPARE(result.imagesCompared, std::size_t(1));
-    QCOMPARE(m_pictures->decoded.load(), 1);
-}
-
-void LookalikeScanTest::dropsWhatCannotBeCompared()
-{
-    const QImage image = tests::blockPicture({100, 100}, 8, m_random);
+    // What is opened and cannot be compared.
     addPicture(u"C:\\r\\narrow.png"_s, image.scaled(39, 500));
     addPicture(u"C:\\r\\narrow2.png"_s, image.scaled(39, 500));
     addPicture(u"C:\\r\\text.png"_s, QImage());
     addPicture(u"C:\\r\\throws.png"_s, image);
-    addPicture(u"C:\\r\\a.png"_s, image);
-    addPicture(u"C:\\r\\b.png"_s, image.scaled(40, 40));
+    addPicture(u"C:\\r\\z.png"_s, image.scaled(40, 40));
+    const auto addEntry = [&](const QString &name, quint32 attributes, quint32 tag = 0) {
+        core::DirectoryEntry entry;
+        entry.attributes = attributes;
+        entry.reparseTag = tag;
+        m_disk->addEntry(u"C:\\r\\"_s + name, entry);
+        m_pictures->byPath.insert(u"C:\\r\\"_s + name, image);
+    };
+    // Of a cloud store: not here, and here.
+    addEntry(u"1.png"_s, core::AttributeOffline);
+    addEntry(u"2.png"_s, core::AttributeRecallOnOpen);
+    addEntry(u"3.png"_s, core::AttributeRecallOnDataAccess);
+    addEntry(u"here.png"_s, core::AttributeReparsePoint, tests::MemoryEnumerator::cloudTag);
     for (const int threads : {0, 2}) {
+        m_pictures->decoded = 0;
         ScanOptions options;
         options.decodeThreads = threads;
         const ScanResult result = scan(options);
-        QCOMPARE(result.imagesCompared, std::size_t(2));
-        QCOMPARE(described(result),
-                 QStringList{u"C:\\r\\a.png(1, 100x100, 128) C:\\r\\b.png(1, 40x40, 128)"_s});
+        QStringList found;
+        for (const ImageRecord &member : result.groups.at(0).members)
+            found.append(member.name);
+        QCOMPARE(found,
+                 (QStringList{u".x.avif"_s, u".x.pspimage"_s, u"x.WEBP"_s, u"z.png"_s, u"here.png"_s}));
+        QCOMPARE(result.imagesCompared, std::size_t(5));
+        QCOMPARE(result.placeholders, std::size_t(3));
+        QCOMPARE(m_pictures->decoded.load(), 9);
     }
 }
 
@@ -258,11 +243,6 @@ void LookalikeScanTest::cancelled()
         QCOMPARE(result.itemsSeen, 30);
         QVERIFY(result.imagesCompared <= 30);
         QVERIFY(m_pictures->decoded <= 30);
-        // Before it has begun.
-        m_pictures->decoded = 0;
-        QVERIFY(scan(options).cancelled);
-        QCOMPARE(m_events.events, QStringList{u"total 1"_s});
-        QCOMPARE(m_pictures->decoded.load(), 0);
     }
 }
 
@@ -294,19 +274,16 @@ void LookalikeScanTest::queueKeepsOrder()
             prepared.image.size = file.size;
             return prepared;
         });
-        const std::size_t window =
-            std::max<std::size_t>(1, std::size_t(threads) * PreparationQueue::filesPerThread);
         quint64 given = 0, taken = 0;
         while (taken < 300) {
-            std::size_t inside = 0;
-            for (; !queue.isFull(); ++inside) {
+            while (!queue.isFull()) {
                 duplicates::FileRecord file;
                 file.size = given++;
                 queue.add(file);
             }
-            QVERIFY(inside <= window);
+            QCOMPARE(given - taken,
+                     std::max<quint64>(1, quint64(threads) * PreparationQueue::filesPerThread));
             QCOMPARE(queue.takeFirst().image.size, taken++);
-            QCOMPARE(given - taken, window - 1);
         }
         // Leaves with files inside, begun and not begun.
         QVERIFY(threads == 0 || !queue.isEmpty());

@@ -1,9 +1,11 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 
-// The compact fingerprint and its byte-wide comparison against a plain computation on integers.
+// The compact fingerprint, its byte-wide comparison and the grouping by it against plain computations on
+// integers.
 
 #include "FindDuplicateImage/engine/Fingerprint.h"
 #include "FindDuplicateImage/engine/Reduction.h"
+#include "FindDuplicateImage/engine/SimilarityGrouper.h"
 #include "tests/FindDuplicateImage/engine/PlainFingerprint.h"
 
 #include <QTest>
@@ -36,28 +38,70 @@ PlainFingerprint randomFingerprint(std::mt19937 &random)
     return result;
 }
 
-// White on black: one pixel of the fingerprint for each block.
-QImage whiteBlocks(int count)
+// The grouping as it is stated: a picture joins the first earlier one that it is alike to, among those that
+// were alike to none. Pictures go by their numbers.
+struct PlainGrouping {
+    std::vector<std::pair<int, PlainFingerprint>> candidates;
+    QList<QList<int>> groups;
+
+    void add(int number, const PlainFingerprint &fingerprint)
+    {
+        for (const auto &[first, candidate] : candidates) {
+            if (!fingerprint.alike(candidate))
+                continue;
+            for (QList<int> &group : groups)
+                if (group.first() == first)
+                    return group.append(number);
+            return groups.append({first, number});
+        }
+        candidates.emplace_back(number, fingerprint);
+    }
+};
+
+// One of a few motifs, with so many positions changed that some copies are alike to the motif and not to each
+// other.
+PlainFingerprint variation(quint32 motif, std::mt19937 &random)
 {
-    QImage image(400, 400, QImage::Format_RGB32);
-    image.fill(Qt::black);
-    for (int i = 0; i < count; ++i)
-        for (int y = 0; y < 10; ++y)
-            for (int x = 0; x < 10; ++x)
-                image.setPixel(20 * i + x, 100 + y, qRgb(255, 255, 255));
-    return image;
+    std::mt19937 pattern(motif);
+    PlainFingerprint result;
+    for (int i = 0; i < 1600; ++i) {
+        result.red.push_back(qint32(pattern() % 77));
+        result.green.push_back(qint32(pattern() % 150));
+        result.blue.push_back(qint32(pattern() % 30));
+    }
+    for (quint32 i = random() % 16; i > 0; --i) {
+        const std::size_t position = random() % 1600;
+        result.green[position] = result.green[position] > 70 ? 0 : 149;
+    }
+    result.computeMeans();
+    return result;
 }
 
-QImage filled(int width, int height, QColor colour)
+QList<QList<int>> numbers(const std::vector<ImageGroup> &groups)
 {
-    QImage image(width, height, QImage::Format_RGB32);
-    image.fill(colour);
+    QList<QList<int>> all;
+    for (const ImageGroup &group : groups) {
+        all.append(QList<int>());
+        for (const ImageRecord &member : group.members)
+            all.last().append(int(member.size));
+    }
+    return all;
+}
+
+ImageRecord picture(int width, int height, quint64 size, quint64 written, bool removed = false)
+{
+    ImageRecord image;
+    image.size = size;
+    image.width = width;
+    image.height = height;
+    image.lastWriteTime = written;
+    image.checked = removed;
     return image;
 }
 
 } // namespace
 
-class FingerprintTest : public QObject
+class SimilarityTest : public QObject
 {
     Q_OBJECT
 
@@ -66,12 +110,13 @@ private slots:
     void reductionEqualsPlainRule();
     void everyDistance();
     void comparisonEqualsPlainRule();
-    void countingEndsEarly();
-    void pictures();
     void sizeLimits();
+    void groupingEqualsPlainRule();
+    void firstOfManyIsFound();
+    void proposal();
 };
 
-void FingerprintTest::reductionEqualsPlainRule_data()
+void SimilarityTest::reductionEqualsPlainRule_data()
 {
     QTest::addColumn<QSize>("size");
     QTest::addColumn<QImage::Format>("format");
@@ -86,7 +131,7 @@ void FingerprintTest::reductionEqualsPlainRule_data()
     QTest::newRow("wide strip") << QSize(9000, 40) << QImage::Format_RGB32;
 }
 
-void FingerprintTest::reductionEqualsPlainRule()
+void SimilarityTest::reductionEqualsPlainRule()
 {
     QFETCH(QSize, size);
     QFETCH(QImage::Format, format);
@@ -113,7 +158,7 @@ void FingerprintTest::reductionEqualsPlainRule()
 }
 
 // The whole range of the widest channel: any two values at any difference of the means.
-void FingerprintTest::everyDistance()
+void SimilarityTest::everyDistance()
 {
     Fingerprint::Block earlier{}, later{};
     for (int difference = -maxGreen; difference <= maxGreen; ++difference) {
@@ -134,7 +179,7 @@ void FingerprintTest::everyDistance()
     }
 }
 
-void FingerprintTest::comparisonEqualsPlainRule()
+void SimilarityTest::comparisonEqualsPlainRule()
 {
     std::mt19937 random(5);
     int alike = 0, unlike = 0;
@@ -156,34 +201,14 @@ void FingerprintTest::comparisonEqualsPlainRule()
         const Fingerprint e = compact(earlier), n = compact(later);
         QCOMPARE(differingPositions(e, n, allPositions), later.differingFrom(earlier));
         QCOMPARE(areAlike(e, n), later.alike(earlier));
+        // Counting ends with the block that decides.
+        QVERIFY(differingPositions(e, n) < differingLimit + Fingerprint::blockSize);
         ++(later.alike(earlier) ? alike : unlike);
     }
     QVERIFY(alike > 300 && unlike > 300);
 }
 
-void FingerprintTest::countingEndsEarly()
-{
-    const Fingerprint black = tests::reduceImage(filled(100, 100, Qt::black))->fingerprint;
-    QImage half = filled(400, 400, Qt::black);
-    std::fill_n(reinterpret_cast<QRgb *>(half.bits()), 400 * 200, qRgb(255, 255, 255));
-    const Fingerprint other = tests::reduceImage(half)->fingerprint;
-    QCOMPARE(differingPositions(black, other, allPositions), 1600);
-    QCOMPARE(differingPositions(black, other), Fingerprint::blockSize); // one look
-}
-
-void FingerprintTest::pictures()
-{
-    const Fingerprint black = tests::reduceImage(filled(400, 400, Qt::black))->fingerprint;
-    for (const int blocks : {14, 15}) {
-        const Fingerprint other = tests::reduceImage(whiteBlocks(blocks))->fingerprint;
-        QCOMPARE(differingPositions(black, other, allPositions), blocks);
-        QCOMPARE(areAlike(black, other), blocks < 15);
-    }
-    // Without their means, plain surfaces are one.
-    QVERIFY(areAlike(black, tests::reduceImage(filled(100, 100, Qt::white))->fingerprint));
-}
-
-void FingerprintTest::sizeLimits()
+void SimilarityTest::sizeLimits()
 {
     const auto reduced = [](int width, int height) {
         QImage image(width, height, QImage::Format_Grayscale8);
@@ -201,5 +226,65 @@ void FingerprintTest::sizeLimits()
     QVERIFY(!tests::reduceImage(QImage()));
 }
 
-QTEST_APPLESS_MAIN(FingerprintTest)
-#include "tst_fingerprint.moc"
+void SimilarityTest::groupingEqualsPlainRule()
+{
+    int outsiders = 0; // alike to a later member of an earlier group, and yet in none or in another
+    for (quint32 seed = 1; seed <= 6; ++seed) {
+        std::mt19937 random(seed);
+        SimilarityGrouper grouper;
+        PlainGrouping plain;
+        for (int i = 0; i < 150; ++i) {
+            const PlainFingerprint fingerprint = variation(random() % 12, random);
+            grouper.add(picture(1, 1, quint64(i), 1), compact(fingerprint));
+            plain.add(i, fingerprint);
+        }
+        QCOMPARE(numbers(grouper.groups()), plain.groups);
+        outsiders += int(plain.candidates.size()) - 12;
+    }
+    QVERIFY(outsiders > 6);
+}
+
+// The list keeps fingerprints in chunks; wherever one stands, the first that is alike is found, and no other.
+void SimilarityTest::firstOfManyIsFound()
+{
+    std::mt19937 random(9);
+    FingerprintList list;
+    std::vector<Fingerprint> all;
+    for (quint32 i = 0; i < 600; ++i) {
+        all.push_back(compact(variation(i < 300 ? i : random() % 600, random)));
+        list.add(all.back());
+        QCOMPARE(list.size(), all.size());
+        if (i % 64 != 0 && i % 256 > 1)
+            continue;
+        for (int search = 0; search < 60; ++search) {
+            const Fingerprint later = compact(variation(random() % 700, random));
+            std::optional<std::size_t> expected;
+            for (std::size_t e = 0; e < all.size() && !expected; ++e)
+                if (areAlike(all[e], later))
+                    expected = e;
+            QVERIFY(list.firstAlike(later) == expected);
+        }
+    }
+}
+
+void SimilarityTest::proposal()
+{
+    // The one that is proposed, -1 when none is.
+    const auto kept = [](const std::vector<ImageRecord> &members) {
+        const auto proposed = proposedToKeep(ImageGroup{members});
+        return proposed ? int(*proposed) : -1;
+    };
+    // Most pixels. 3 * 2^31 of them are fewer than 2^31 in 32 bits.
+    QCOMPARE(kept({picture(100, 100, 900, 1), picture(50, 300, 10, 9)}), 1);
+    QCOMPARE(kept({picture(60'000, 30'000, 1, 1), picture(0x18000, 0x10000, 1, 1)}), 1);
+    // Then the larger file, the oldest, the first.
+    QCOMPARE(kept({picture(20, 10, 5, 1), picture(10, 20, 6, 9)}), 1);
+    QCOMPARE(kept({picture(9, 9, 5, 7), picture(9, 9, 5, 3)}), 1);
+    QCOMPARE(kept({picture(9, 9, 5, 7), picture(9, 9, 5, 7)}), 0);
+    // None that was removed.
+    QCOMPARE(kept({picture(9, 9, 5, 7, true), picture(8, 8, 5, 7)}), 1);
+    QCOMPARE(kept({picture(9, 9, 5, 7, true), picture(8, 8, 5, 7, true)}), -1);
+}
+
+QTEST_APPLESS_MAIN(SimilarityTest)
+#include "tst_similarity.moc"
