@@ -1,25 +1,28 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
+#include "DiskUsage/BiggestFilesModel.h"
+#include "DiskUsage/DataFilesModel.h"
+#include "DiskUsage/DiskUsageResultsForm.h"
 #include "DiskUsage/DiskUsageStartForm.h"
 #include "DiskUsage/FolderModel.h"
 #include "DiskUsage/Settings.h"
-#include "DiskUsage/UsageGraph.h"
 #include "tests/DiskUsage/Scene.h"
 #include "tests/support/FakeDialogs.h"
 #include "tests/support/RegistryTest.h"
 #include "tests/support/TestFolder.h"
 #include "widgets/FLCardButton.h"
-#include "widgets/PathBar.h"
 
 #include <QApplication>
 #include <QCheckBox>
-#include <QDropEvent>
-#include <QMimeData>
+#include <QFile>
+#include <QLabel>
 #include <QPushButton>
 #include <QSemaphore>
 #include <QTabWidget>
 #include <QToolButton>
 
+#include <functional>
 #include <memory>
+#include <new>
 
 using namespace Qt::StringLiterals;
 using diskusage::loadRecentFolders;
@@ -28,6 +31,67 @@ using tests::megabyte;
 using tests::MemoryEnumerator;
 using tests::Scene;
 using tests::TestFolder;
+
+namespace
+{
+
+const QString root = u"C:\\many"_s;
+
+// A form over many folders, and what it tells the main window.
+struct Many : Scene {
+    Many()
+    {
+        for (int folder = 0; folder < 400; ++folder)
+            for (int file = 0; file < 20; ++file)
+                disk.addFile(root + u"\\d%1\\f%2.txt"_s.arg(folder).arg(file), 1000);
+        QObject::connect(form.get(), &FLWidget::showToolbarSignal, form.get(),
+                         [this](bool show) { toolbar.append(show); });
+    }
+
+    // Slower than anybody waits for.
+    void slowDown()
+    {
+        disk.onList = [](const QString &) { QThread::msleep(200); };
+    }
+    // Whether this leads to the start page, with nothing left of the scan.
+    bool endsOnTheStartPageAfter(const std::function<void()> &cancel) const
+    {
+        QSignalSpy start(form.get(), &DiskUsageForm::startPageShown);
+        QSignalSpy results(form.get(), &DiskUsageForm::resultsShown);
+        cancel();
+        return (start.count() > 0 || start.wait(30'000)) && results.isEmpty() && isFree() && toolbarIsBack();
+    }
+    bool isFree() const
+    {
+        return form->folderModel().rowCount() == 0 && form->biggestFilesModel().rowCount() == 0 &&
+               form->dataFilesModel().categoryTotal() == 0 && !form->isBusy();
+    }
+    // Taken away as often as given back, and given back last.
+    bool toolbarIsBack() const
+    {
+        return !toolbar.isEmpty() && toolbar.last() && toolbar.count(true) == toolbar.count(false);
+    }
+
+    QList<bool> toolbar;
+};
+
+// Nobody answers, until the call is given up.
+class DeadShare : public core::DirectoryEnumerator
+{
+public:
+    void list(const QString &, core::DirectoryListing &out, const core::CancelFlag &) override
+    {
+        out.clear();
+        m_given.acquire();
+    }
+    std::optional<core::FileIdentity> identity(const QString &) override { return std::nullopt; }
+    void interrupt() override { m_given.release(); }
+
+private:
+    QSemaphore m_given;
+};
+
+} // namespace
 
 class DiskUsageFormTest : public tests::RegistryTest
 {
@@ -38,15 +102,21 @@ private slots:
 
     void aRealFolderIsMeasured();
     void foldersAreChosenAndRemembered();
-    void aFolderIsDropped();
     void unsavedOptionsAskBeforeTheFormIsLeft();
     void theTabKeyFollowsThePage();
     void everyControlHasAName();
-    void aMissingFolderIsNoError();
-    void aDeepChainIsShownAndFreed();
     void aSleepingDriveBlocksNothing();
     void noticesAreSeenWhereTheyBelong();
     void aRestoredWindowKeepsTheFocus();
+    void aCancelledScanLeavesNothing_data();
+    void aCancelledScanLeavesNothing();
+    void aCancelledFolderScanChangesNothing();
+    void theFormMayGoDuringAScan();
+    void takingTheModelsAwayEndsAnExport();
+    void aStopThatComesTooLateIsNoCancel();
+    void aScanThatFailsEndsOnTheStartPage();
+    void backFreesEverything();
+    void aShareThatDoesNotAnswerIsGivenUp();
 };
 
 void DiskUsageFormTest::aRealFolderIsMeasured()
@@ -94,32 +164,6 @@ void DiskUsageFormTest::foldersAreChosenAndRemembered()
     QTest::mouseClick(cards.at(1), Qt::LeftButton);
     QVERIFY(nextResults.wait());
     QCOMPARE(next.row({}).data().toString(), u"a"_s);
-}
-
-void DiskUsageFormTest::aFolderIsDropped()
-{
-    TestFolder folder;
-    folder.makeFile(u"file.txt"_s, QByteArray(10, 'x'));
-    Scene scene(new DiskUsageForm);
-    auto *start = scene.form->findChild<DiskUsageStartForm *>();
-    const auto drop = [start](const QString &path) {
-        QMimeData data;
-        data.setUrls({QUrl::fromLocalFile(path)});
-        QDragEnterEvent enter(QPoint(5, 5), Qt::CopyAction, &data, Qt::LeftButton, {});
-        enter.ignore();
-        QApplication::sendEvent(start, &enter);
-        if (!enter.isAccepted())
-            return false;
-        QDropEvent event(QPointF(5, 5), Qt::CopyAction, &data, Qt::LeftButton, {});
-        QApplication::sendEvent(start, &event);
-        return true;
-    };
-    QVERIFY(!drop(folder.path(u"file.txt"_s))); // a file is no folder
-    QVERIFY(!scene.form->isBusy());
-    QSignalSpy results(scene.form.get(), &DiskUsageForm::resultsShown);
-    QVERIFY(drop(folder.path() + QLatin1Char('/')));
-    QVERIFY(results.wait());
-    QCOMPARE(scene.row({}).data().toString(), QFileInfo(folder.path()).fileName());
 }
 
 void DiskUsageFormTest::unsavedOptionsAskBeforeTheFormIsLeft()
@@ -190,33 +234,6 @@ void DiskUsageFormTest::everyControlHasAName()
     }
 }
 
-void DiskUsageFormTest::aMissingFolderIsNoError()
-{
-    FakeDialogs dialogs; // any box would fail the test
-    Scene scene;
-    QVERIFY(scene.scan(u"C:\\gone"_s));
-    QCOMPARE(scene.row({}).siblingAtColumn(FolderModel::SizeText).data().toString(), u"0.00 KB"_s);
-    QVERIFY(scene.find<UsageGraph>("usageGraph")->boxes().empty());
-    QCOMPARE(scene.find<QTabWidget>("resultTabWidget")->tabText(3), u"Not Counted (1)"_s);
-    QVERIFY(scene.goBack());
-}
-
-void DiskUsageFormTest::aDeepChainIsShownAndFreed()
-{
-    Scene scene;
-    QString path = u"C:\\deep"_s;
-    for (int level = 0; level < 3000; ++level)
-        path += u"\\n"_s;
-    scene.disk.addFile(path + u"\\x"_s, megabyte);
-    QVERIFY(scene.scan(u"C:\\deep"_s));
-    QCOMPARE(scene.row({}).siblingAtColumn(FolderModel::FolderCount).data().toInt(), 3000);
-    // Twenty levels down, as a person would go.
-    for (int level = 0; level < 20; ++level)
-        QTest::keyClick(scene.tree(), Qt::Key_Right);
-    QTRY_VERIFY(scene.find<PathBar>("pathBar")->path().size() > 5);
-    QVERIFY(scene.goBack());
-}
-
 void DiskUsageFormTest::aSleepingDriveBlocksNothing()
 {
     MemoryEnumerator disk;
@@ -266,6 +283,169 @@ void DiskUsageFormTest::aRestoredWindowKeepsTheFocus()
     scene.form->activateWindow();
     QVERIFY(QTest::qWaitForWindowActive(scene.form.get()));
     QCOMPARE(QApplication::focusWidget(), static_cast<QWidget *>(options));
+}
+
+void DiskUsageFormTest::aCancelledScanLeavesNothing_data()
+{
+    using Cancel = std::function<void(Many &)>;
+    QTest::addColumn<Cancel>("cancel");
+    QTest::newRow("at the start") << Cancel([](Many &scene) { scene.form->handleScanCancel(); });
+    QTest::newRow("in the middle") << Cancel([](Many &scene) {
+        QTRY_VERIFY(scene.find<QLabel>("itemsLabel")->text().toInt() > 0);
+        tests::click(*scene.form, "cancelButton");
+    });
+    QTest::newRow("at the end") << Cancel([](Many &scene) {
+        scene.disk.onList = {};
+        QThread::sleep(1); // the worker ends; this thread has not heard of it
+        scene.form->handleScanCancel();
+    });
+    QTest::newRow("by the main window") << Cancel([](Many &scene) { scene.form->requestStop(); });
+}
+
+void DiskUsageFormTest::aCancelledScanLeavesNothing()
+{
+    QFETCH(const std::function<void(Many &)>, cancel);
+    Many scene;
+    if (QLatin1StringView(QTest::currentDataTag()) != "at the end"_L1)
+        scene.slowDown();
+    scene.form->scan(root);
+    QVERIFY(scene.form->isScanning() && !scene.form->busyText().isEmpty());
+    QCOMPARE(scene.find<QLabel>("scanTitleLabel")->text(), u"Scanning in progress. Please wait ..."_s);
+    QVERIFY(scene.endsOnTheStartPageAfter([&] { cancel(scene); }));
+    QVERIFY(!scene.disk.onList || scene.disk.listCount() < 400);
+    // And the next scan is as good as the first.
+    scene.disk.onList = {};
+    QVERIFY(scene.scan(root));
+    QCOMPARE(scene.form->folderModel().rowCount(scene.form->folderModel().index(0, 0)), 400);
+}
+
+void DiskUsageFormTest::aCancelledFolderScanChangesNothing()
+{
+    Many scene;
+    QVERIFY(scene.scan(root));
+    scene.slowDown();
+    const FolderModel &model = scene.form->folderModel();
+    const QString before = model.index(0, FolderModel::MaxData).data().toString();
+    QTreeView *tree = scene.tree();
+    tree->setCurrentIndex(tree->model()->index(3, 0, tree->model()->index(0, 0)));
+    tree->setFocus();
+    QTest::keyClick(tree, Qt::Key_F5);
+    QVERIFY(scene.form->isBusy());
+    QCOMPARE(scene.toolbar.last(), false);
+    QVERIFY(!scene.find<QToolButton>("backButton")->isEnabled());
+    tests::click(*scene.form, "busyCancelButton");
+    QTRY_VERIFY(!scene.form->isBusy());
+    QVERIFY(scene.toolbarIsBack());
+    QCOMPARE(model.index(0, FolderModel::MaxData).data().toString(), before);
+    QVERIFY(scene.find<QToolButton>("backButton")->isEnabled());
+}
+
+// At once, in the middle, and when the worker has ended.
+void DiskUsageFormTest::theFormMayGoDuringAScan()
+{
+    for (const unsigned long milliseconds : {0UL, 50UL, 1500UL}) {
+        Many scene;
+        if (milliseconds < 1000)
+            scene.slowDown();
+        scene.form->scan(root);
+        QThread::msleep(milliseconds);
+        scene.form.reset();
+        QVERIFY(milliseconds > 1000 || scene.disk.listCount() < 400);
+        QTest::qWait(50); // what was on its way to the form goes nowhere
+    }
+}
+
+void DiskUsageFormTest::takingTheModelsAwayEndsAnExport()
+{
+    const tests::TestFolder folder;
+    const QString file = folder.path(u"folders.csv"_s);
+    tests::FakeDialogs dialogs;
+    Many scene;
+    for (int i = 0; i < 50'000; ++i)
+        scene.disk.addFolder(root + u"\\d1\\e%1"_s.arg(i));
+    QVERIFY(scene.scan(root));
+    dialogs.nextFileToSave.enqueue(file);
+    tests::click(*scene.form, "exportButton");
+    auto *page = scene.form->findChild<DiskUsageResultsForm *>();
+    QVERIFY(page->isExporting());
+    page->detach(); // whoever takes the models away ends what reads them
+    QVERIFY(!page->isExporting());
+    QVERIFY(!QFile::exists(file));
+}
+
+void DiskUsageFormTest::aStopThatComesTooLateIsNoCancel()
+{
+    const tests::TestFolder folder;
+    const QString file = folder.path(u"folders.csv"_s);
+    tests::FakeDialogs dialogs;
+    Many scene;
+    QVERIFY(scene.scan(root));
+    dialogs.nextFileToSave.enqueue(file);
+    tests::click(*scene.form, "exportButton");
+    for (int i = 0; i < 100 && !QFile::exists(file); ++i)
+        QThread::msleep(50); // the worker ends; this thread has not heard of it
+    QThread::msleep(100);
+    scene.form->requestStop();
+    QTRY_VERIFY(!scene.form->isBusy());
+    QVERIFY(QFile::exists(file));
+    QVERIFY(scene.notice().contains(u"401 rows"_s));
+}
+
+void DiskUsageFormTest::aScanThatFailsEndsOnTheStartPage()
+{
+    Many scene;
+    scene.disk.onList = [](const QString &folder) {
+        if (folder.endsWith(u"d200"_s))
+            throw std::bad_alloc();
+    };
+    QVERIFY(scene.endsOnTheStartPageAfter([&scene] { scene.form->scan(root); }));
+}
+
+void DiskUsageFormTest::backFreesEverything()
+{
+    Many scene;
+    QVERIFY(scene.scan(root));
+    const auto *notice = scene.find<QLabel>("clearRamLabel");
+    QVERIFY(scene.endsOnTheStartPageAfter([&] {
+        tests::click(*scene.form, "backButton");
+        QVERIFY(scene.form->isClearingRam());
+        QVERIFY(notice->isVisible());
+        QCOMPARE(notice->text(), u"Clearing RAM back to the system in progress."_s);
+        QCOMPARE(scene.toolbar.last(), false);
+    }));
+    QVERIFY(!notice->isVisible());
+}
+
+void DiskUsageFormTest::aShareThatDoesNotAnswerIsGivenUp()
+{
+    tests::MemoryEnumerator disk;
+    tests::fill(disk);
+    bool dead = false;
+    const auto enumerators = [&]() -> std::unique_ptr<core::DirectoryEnumerator> {
+        if (dead)
+            return std::make_unique<DeadShare>();
+        return std::make_unique<tests::BorrowedEnumerator>(disk);
+    };
+    Scene scene(new DiskUsageForm(enumerators, tests::noDrive));
+    QVERIFY(scene.scan(u"C:\\r"_s));
+    dead = true;
+    scene.select({u"a"_s});
+    QTest::keyClick(scene.tree(), Qt::Key_F5);
+    QTest::qWait(50);
+    QVERIFY(scene.form->isScanning());
+    scene.form->requestStop();
+    QTRY_VERIFY(!scene.form->isScanning());
+
+    QVERIFY(scene.goBack());
+    QSignalSpy start(scene.form.get(), &DiskUsageForm::startPageShown);
+    scene.form->scan(u"C:\\r"_s);
+    QTest::qWait(50);
+    QVERIFY(scene.form->isScanning());
+    scene.form->requestStop();
+    QVERIFY(start.wait());
+    // The window may go as well.
+    scene.form->scan(u"C:\\r"_s);
+    scene.form.reset();
 }
 
 QTEST_MAIN(DiskUsageFormTest)

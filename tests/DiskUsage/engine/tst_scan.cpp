@@ -2,13 +2,14 @@
 #include "tests/DiskUsage/engine/ScanRecorder.h"
 
 #include <QRandomGenerator>
+#include <QRegularExpression>
 #include <QTest>
 
 #include <algorithm>
-#include <limits>
 
 using namespace Qt::StringLiterals;
 using core::DirectoryEntry;
+using core::ExcludedFolder;
 using diskusage::FileTypeResult;
 using diskusage::LargestChildren;
 using diskusage::ScanOptions;
@@ -46,10 +47,8 @@ QString describe(const QString &path, const diskusage::Folder &folder)
 QStringList describe(const ScanResult &result)
 {
     QStringList lines;
-    for (std::size_t i = 0; i < result.folders.size(); ++i) {
-        const diskusage::Folder &folder = result.folders[i];
-        lines.append(describe(result.path(int(i)), folder));
-    }
+    for (std::size_t i = 0; i < result.folders.size(); ++i)
+        lines.append(describe(result.path(int(i)), result.folders[i]));
     for (const diskusage::BiggestFile &file : result.biggestFiles)
         lines.append(
             u"big %1\\%2 %3 %4"_s.arg(file.folder, file.name).arg(file.size).arg(file.lastAccessTime));
@@ -179,6 +178,14 @@ void buildRandomTree(MemoryEnumerator &disk, quint32 seed)
     }
 }
 
+// Folders to be left out.
+void fillExcluded(MemoryEnumerator &disk)
+{
+    for (const char *path :
+         {"Data\\a", "Data\\in\\b", "Database\\c", "x\\Data\\d", "OneDrive\\e", "OneDrive - Work\\f", "g"})
+        disk.addFile(u"C:\\r\\"_s + QString::fromLatin1(path), 1);
+}
+
 } // namespace
 
 class TestScan : public QObject
@@ -195,6 +202,8 @@ private slots:
     void categories();
     void cycle();
     void cancelled();
+    void leavesOut();
+    void neverTheRoot();
 };
 
 void TestScan::sameAsReference()
@@ -211,19 +220,26 @@ void TestScan::sameAsReference()
     }
 }
 
-// A step for every direct subfolder that is not left out, the unreadable one included, and none below.
+// A step for every direct subfolder, the unreadable one included, and none below. A folder that is left out
+// is counted as an entry and as a step to come; nothing more is known of it.
 void TestScan::progress()
 {
     MemoryEnumerator disk;
     disk.addFile(u"C:\\r\\a\\deep\\f"_s, 1);
     disk.addFile(u"C:\\r\\f"_s, 1);
+    disk.addFile(u"C:\\r\\out\\f"_s, 1);
     disk.setUnreadable(u"C:\\r\\b"_s);
     disk.addLink(u"C:\\r\\c"_s, root);
+    ScanOptions options;
+    options.excludedFolders = {{true, u"C:\\r\\out"_s}};
     ScanRecorder recorder;
-    scan(disk, root, {}, recorder);
-    QCOMPARE(
-        recorder.events.join(u'|'),
-        u"total 4|item 1|entered C:\\r\\a|item 2|item 3|item 4|item 5|entered C:\\r\\b|item 6|entered C:\\r\\c"_s);
+    QTest::ignoreMessage(QtDebugMsg, QRegularExpression(u"^exclude path 1: +\"C:.*out\"$"_s));
+    const ScanResult result = scan(disk, root, options, recorder);
+    QCOMPARE(recorder.events.join(u'|'),
+             u"total 5|item 1|entered C:\\r\\a|item 2|item 3|item 4|item 5|item 6|entered C:\\r\\b|item 7|"
+             "entered C:\\r\\c"_s);
+    QCOMPARE(result.folders[0].folders, 4);
+    QCOMPARE(result.excluded, QStringList{u"C:\\r\\out"_s});
 }
 
 void TestScan::rootNames()
@@ -361,6 +377,61 @@ void TestScan::cancelled()
     QVERIFY(nothing.cancelled);
     QVERIFY(nothing.folders.empty());
     QCOMPARE(before.events, QStringList());
+}
+
+void TestScan::leavesOut()
+{
+    // The names of the files that are counted.
+    const auto left = [](const char *stored, const char *oneDrive = "") {
+        ScanOptions options;
+        options.excludedFolders = {*core::parseStoredExcludedFolder(QString::fromLatin1(stored)),
+                                   ExcludedFolder{true, QString()}};
+        options.excludeOneDrive = true;
+        options.oneDriveFolder = QString::fromLatin1(oneDrive);
+        MemoryEnumerator disk;
+        fillExcluded(disk);
+        options.readAheadThreads = 4;
+        const ScanResult result = scan(disk, u"C:\\r"_s, options);
+        // One may be excluded because reading it hangs or wakes a disk: no thread may touch it.
+        for (const QString &excluded : result.excluded)
+            if (disk.listed().contains(excluded))
+                return u"listed "_s + excluded;
+        QString names;
+        for (const diskusage::FileRecord &file : result.others.files)
+            names += file.name;
+        std::sort(names.begin(), names.end());
+        return names;
+    };
+    QCOMPARE(left("0;C:\\r\\Data"), u"abcdefg"_s);
+    QCOMPARE(left("1;C:\\r\\Data"), u"defg"_s); // with siblings of the same beginning
+    QCOMPARE(left("1;c:\\R\\dATA"), u"defg"_s);
+    QCOMPARE(left("1;C:/r/Data"), u"defg"_s);
+    QCOMPARE(left("1;C:\\r\\Data\\"), u"acdefg"_s); // only what is in it
+    QCOMPARE(left("1;C:\\r\\x\\Data"), u"abcefg"_s);
+    QCOMPARE(left("1;C:\\r\\g"), u"abcdefg"_s); // a file's path
+    QCOMPARE(left("1;C:\\"), u"g"_s);           // files directly in the root are always counted
+    QCOMPARE(left("0;x", "C:\\r\\OneDrive"), u"abcdg"_s);
+    QCOMPARE(left("0;x", "C:\\r\\onedrive\\"), u"abcdg"_s);
+    QCOMPARE(left("1;C:\\r\\Data", "C:\\r\\OneDrive"), u"dg"_s);
+}
+
+void TestScan::neverTheRoot()
+{
+    ScanOptions options;
+    options.excludedFolders = {{true, u"C:\\r\\Data"_s}};
+    options.excludeOneDrive = true;
+    options.oneDriveFolder = u"C:\\r\\OneDrive"_s;
+    MemoryEnumerator disk;
+    fillExcluded(disk);
+    QCOMPARE(scan(disk, u"C:\\r\\Data"_s, options).folders[0].files, 1);
+    const ScanResult cloud = scan(disk, u"C:\\r\\OneDrive"_s, options);
+    QCOMPARE(cloud.folders[0].files, 1);
+    QVERIFY(cloud.folders[0].inOneDrive);
+    // Known as such also where it is not left out.
+    options.excludeOneDrive = false;
+    const ScanResult all = scan(disk, u"C:\\r"_s, options);
+    for (const diskusage::Folder &folder : all.folders)
+        QCOMPARE(folder.inOneDrive, folder.name.startsWith(u"OneDrive"));
 }
 
 QTEST_GUILESS_MAIN(TestScan)

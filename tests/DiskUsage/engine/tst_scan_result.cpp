@@ -5,10 +5,12 @@
 #include <QRandomGenerator>
 #include <QTest>
 
+#include <limits>
 #include <map>
 
 using namespace Qt::StringLiterals;
 using diskusage::FileTypeResult;
+using diskusage::LargestChildren;
 using diskusage::ScanResult;
 using tests::MemoryEnumerator;
 
@@ -70,17 +72,19 @@ Files randomFiles(QRandomGenerator &random, const QString &root, int count)
 
 } // namespace
 
-class MergeTest : public QObject
+class ScanResultTest : public QObject
 {
     Q_OBJECT
 
 private slots:
     void isWhatAScanOfEverythingFinds();
     void findsOnlyWhatIsThere();
+    void childrenAreReadBack();
+    void childrenEndAtWhatIsNotOfTheForm();
 };
 
 // Folders one after the other are changed and scanned again, at the end the first of them once more.
-void MergeTest::isWhatAScanOfEverythingFinds()
+void ScanResultTest::isWhatAScanOfEverythingFinds()
 {
     QRandomGenerator random(7);
     for (int round = 0; round < 15; ++round) {
@@ -101,7 +105,7 @@ void MergeTest::isWhatAScanOfEverythingFinds()
     }
 }
 
-void MergeTest::findsOnlyWhatIsThere()
+void ScanResultTest::findsOnlyWhatIsThere()
 {
     const ScanResult result =
         scanned({{u"C:\\a\\b\\x"_s, 1}, {u"C:\\a\\bb\\x"_s, 1}, {u"C:\\c\\b\\x"_s, 1}}, u"C:"_s);
@@ -115,5 +119,28 @@ void MergeTest::findsOnlyWhatIsThere()
     QVERIFY(!merged(result, 1, result, cancel));
 }
 
-QTEST_APPLESS_MAIN(MergeTest)
-#include "tst_merge.moc"
+void ScanResultTest::childrenAreReadBack()
+{
+    for (const QString &name : {u"x;y.txt;"_s, u"5;0;"_s, u"\U0001F600.png"_s,
+                                QString(QChar(0xDC00)) + QChar(0xD800), QString(30'000, u'n')}) {
+        LargestChildren largest;
+        largest.offer(name, 12, LargestChildren::SubFolder);
+        largest.offer(name, std::numeric_limits<qint64>::max(), LargestChildren::File);
+        largest.offer(name, 0, LargestChildren::File);
+        QVERIFY2(LargestChildren::parse(largest.serialised()) == largest.children(), qPrintable(name));
+    }
+}
+
+void ScanResultTest::childrenEndAtWhatIsNotOfTheForm()
+{
+    const std::vector<LargestChildren::Child> expected{{u"a"_s, 1, LargestChildren::File}};
+    for (const char *text :
+         {"b", "b:", "b:5", "b:5:", "b:5:0", "b::0;", "b:-5:0;", "b:+5:0;", "b: 5:0;", "b:5.0:0;", "b:5:2;",
+          "b:5:00;", "b:5:;", "b:9223372036854775808:0;", "b:x:0;", "b:5:0:c:6:0;"}) {
+        QVERIFY2(LargestChildren::parse(QString::fromLatin1(text)).empty(), text);
+        QVERIFY2(LargestChildren::parse(u"a:1:0;"_s + QString::fromLatin1(text)) == expected, text);
+    }
+}
+
+QTEST_APPLESS_MAIN(ScanResultTest)
+#include "tst_scan_result.moc"
