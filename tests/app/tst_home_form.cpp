@@ -2,15 +2,14 @@
 #include "app/HomeForm.h"
 #include "app/ModuleCard.h"
 #include "app/Resources.h"
+#include "app/StarredModules.h"
 #include "settings/Keys.h"
 #include "settings/Settings.h"
 #include "tests/app/LogCapture.h"
-#include "tests/app/Names.h"
 #include "tests/support/TestPrefix.h"
 
 #include <QApplication>
 #include <QFile>
-#include <QLabel>
 #include <QLineEdit>
 #include <QScrollArea>
 #include <QSignalSpy>
@@ -29,7 +28,6 @@ private slots:
     void init();
     void cleanup();
 
-    void hasItsNames();
     void cardsOpenAndStarsStarByMouseAndKeyboard();
     void remembersTheStars();
     void reflowsWithTheWidth();
@@ -37,6 +35,8 @@ private slots:
     void movesWithTheArrowsAndTheTabKey();
     void searches();
     void cutsNoDescription();
+    void starsAreReadAndWritten();
+    void tracesTheSplit();
 
 private:
     // A shown page on what is stored.
@@ -101,24 +101,6 @@ QList<int> tst_HomeForm::placed() const
     return ids;
 }
 
-void tst_HomeForm::hasItsNames()
-{
-    open();
-    QVERIFY(HomeForm::staticMetaObject.indexOfSignal("closeApp()") >= 0);
-    bool hasHeadline = false;
-    for (const QLabel *label : m_form->findChildren<QLabel *>())
-        hasHeadline |= label->text() == u"All-In-One App to Make Your Everyday Life Easier"_s;
-    QVERIFY(hasHeadline);
-    for (const names::Card &expected : names::cards) {
-        const ModuleCard *card = m_form->card(expected.id);
-        QVERIFY(card);
-        QCOMPARE(card->text(), QLatin1StringView(expected.title));
-        QCOMPARE(card->accessibleDescription(), QLatin1StringView(expected.description));
-        QVERIFY(!card->starButton()->accessibleName().isEmpty());
-        QVERIFY2(QFile::exists(moduleTable().find(expected.id)->iconPath()), expected.title);
-    }
-}
-
 void tst_HomeForm::cardsOpenAndStarsStarByMouseAndKeyboard()
 {
     open({986, 2000});
@@ -129,24 +111,30 @@ void tst_HomeForm::cardsOpenAndStarsStarByMouseAndKeyboard()
     };
     QVERIFY(shows(m_form->card(9), "star16.png"));
     QVERIFY(shows(m_form->card(6), "starBlack16.png"));
+    // Automation knows the slots.
+    const auto invoke = [this](const char *name) {
+        return QMetaObject::invokeMethod(&*m_form, QByteArray("on_") + name + "_clicked");
+    };
     QList<int> expected;
-    for (const names::Card &row : names::cards) {
+    for (const Module &row : moduleTable().rows()) {
         ModuleCard *card = m_form->card(row.id);
+        QVERIFY2(QFile::exists(row.iconPath()), row.cardTitle);
+        QVERIFY(!card->starButton()->accessibleName().isEmpty());
         QTest::mouseClick(card, Qt::LeftButton);
         QTest::keyClick(card, Qt::Key_Return);
         QTest::keyClick(card, Qt::Key_Space);
-        QVERIFY(QMetaObject::invokeMethod(&*m_form, row.openSlot));
+        QVERIFY(invoke(row.cardName));
         expected += {row.id, row.id, row.id, row.id};
 
         const char *before = shows(card, "star16.png") ? "star16.png" : "starBlack16.png";
         QTest::mouseClick(card->starButton(), Qt::LeftButton);
-        QVERIFY2(!shows(card, before), row.starSlot);
+        QVERIFY2(!shows(card, before), row.starName);
         QTest::keyClick(card->starButton(), Qt::Key_Return);
-        QVERIFY2(shows(card, before), row.starSlot);
+        QVERIFY2(shows(card, before), row.starName);
         QTest::keyClick(card, Qt::Key_S);
-        QVERIFY2(!shows(card, before), row.starSlot);
-        QVERIFY(QMetaObject::invokeMethod(&*m_form, row.starSlot));
-        QVERIFY2(shows(card, before), row.starSlot);
+        QVERIFY2(!shows(card, before), row.starName);
+        QVERIFY(invoke(row.starName));
+        QVERIFY2(shows(card, before), row.starName);
     }
     QTest::mouseClick(m_form->card(2), Qt::LeftButton, {}, QPoint(1, 1)); // the gap between cards
     QList<int> got;
@@ -160,9 +148,9 @@ void tst_HomeForm::remembersTheStars()
     open();
     QCOMPARE(m_log->values(u"loadStarredWidgetList:"_s), tests::strings({"9,2,5"}));
     QList<int> expected{9, 2, 5};
-    for (const names::Card &card : names::cards) {
-        if (!expected.contains(card.id))
-            expected.append(card.id);
+    for (const int id : moduleTable().catalogue()) {
+        if (!expected.contains(id))
+            expected.append(id);
     }
     QCOMPARE(placed(), expected);
     QVERIFY(!settings::valueExists(settings::keys::root, u"StarredWidget"));
@@ -312,9 +300,9 @@ void tst_HomeForm::cutsNoDescription()
         m_form->resize(1100, 800);
         m_form->show();
         QVERIFY(QTest::qWaitForWindowExposed(&*m_form));
-        for (const names::Card &row : names::cards) {
+        for (const Module &row : moduleTable().rows()) {
             ModuleCard *card = m_form->card(row.id);
-            QVERIFY2(card->height() >= card->heightForWidth(card->width()), row.title);
+            QVERIFY2(card->height() >= card->heightForWidth(card->width()), row.cardTitle);
             const auto inkBelow = [card](int top) {
                 const QImage image =
                     card->grab(QRect(20, top, card->width() - 40, card->height() - 8 - top)).toImage();
@@ -327,9 +315,52 @@ void tst_HomeForm::cutsNoDescription()
                 return false;
             };
             QVERIFY(inkBelow(20));
-            QVERIFY2(!inkBelow(card->heightForWidth(card->width()) - 16), row.title);
+            QVERIFY2(!inkBelow(card->heightForWidth(card->width()) - 16), row.cardTitle);
         }
     }
+}
+
+void tst_HomeForm::starsAreReadAndWritten()
+{
+    struct Case {
+        QString text;
+        QList<int> starred;
+        QString written;
+        QList<int> arranged;
+    };
+    for (const Case &c : {Case{u""_s, {}, u""_s, {1, 2, 4, 5}},
+                          {u" 9, 2"_s, {2, 9}, u"9,2"_s, {2, 1, 4, 5}},
+                          {u"x,,3,1.5,0x4,"_s, {3}, u"3"_s, {1, 2, 4, 5}},
+                          {u"4294967298,4"_s, {4}, u"4"_s, {4, 1, 2, 5}},
+                          {u"99,-1,8"_s, {-1, 8, 99}, u"99,-1,8"_s, {1, 2, 4, 5}}, // of another version
+                          {u"5,2,5"_s, {2, 5}, u"5,2,5"_s, {5, 2, 1, 4}}}) {
+        const StarredModules modules(c.text);
+        QList<int> found;
+        for (int id = -3; id < 120; ++id) {
+            if (modules.contains(id))
+                found.append(id);
+        }
+        QCOMPARE(found, c.starred);
+        QCOMPARE(modules.text(), c.written);
+        QCOMPARE(modules.arranged({1, 2, 4, 5}), c.arranged);
+    }
+    // An id that stands twice is unstarred at once.
+    StarredModules twice(u"5,2,5"_s);
+    twice.toggle(5);
+    QCOMPARE(twice.text(), u"2,5"_s);
+    QCOMPARE(twice.arranged({1, 2, 4, 5}), (QList<int>{2, 1, 4, 5}));
+}
+
+void tst_HomeForm::tracesTheSplit()
+{
+    StarredModules(u"10,2,5"_s);
+    QCOMPARE(m_log->values(u"index:"_s), (tests::strings({"2", "1"})));
+    QCOMPARE(m_log->values(u"moduleIndexStr:"_s), (tests::strings({"10", "2"})));
+    QCOMPARE(m_log->values(u"dataStr:"_s), (tests::strings({"2,5", "5"})));
+    // Of a damaged value only the beginning is read: each step logs all that is left.
+    QVERIFY(StarredModules(u"10,2,"_s.repeated(7200)).text().size() < 1000);
+    QVERIFY(m_log->values(u"dataStr:"_s).size() < 1000);
+    QVERIFY(StarredModules(QString(30'000, u'1')).text().isEmpty());
 }
 
 QTEST_MAIN(tst_HomeForm)

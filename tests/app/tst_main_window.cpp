@@ -2,13 +2,10 @@
 #include "app/HomeForm.h"
 #include "app/ModuleCard.h"
 #include "platform/TopLevelWindows.h"
-#include "tests/app/Names.h"
 #include "tests/app/ShellTest.h"
 
 #include <QAction>
 #include <QDialog>
-#include <QLabel>
-#include <QLayout>
 #include <QToolBar>
 
 #include <windows.h>
@@ -31,8 +28,6 @@ private slots:
     void init() { openShell(); }
     void cleanup() { closeShell(); }
 
-    void hasItsNames();
-    void laysTheSidePanelOut();
     void numbersWhatIsOpened_data();
     void numbersWhatIsOpened();
     void opensEverythingByEveryWay();
@@ -82,64 +77,6 @@ int tst_MainWindow::shownId() const
     return -99;
 }
 
-void tst_MainWindow::hasItsNames()
-{
-    for (const char *slot : names::windowSlots)
-        QVERIFY2(MainWindow::staticMetaObject.indexOfSlot(slot) >= 0, slot);
-    for (const char *name : {"centralwidget", "sidePanelWidget", "HomeButton", "miscToolsButton",
-                             "scrollArea", "scrollAreaWidgetContents", "menubar"})
-        QVERIFY2(m_window->findChild<QWidget *>(QLatin1StringView(name)), name);
-    for (const names::Module &module : names::modules) {
-        if (!module.panelText)
-            continue;
-        const QToolButton *found = button(module.button);
-        QVERIFY2(found, module.button);
-        QCOMPARE(found->text(), QLatin1StringView(module.panelText));
-        QVERIFY(!found->accessibleName().isEmpty());
-    }
-    QCOMPARE(button("HomeButton")->text(), u"Home"_s);
-    QCOMPARE(button("miscToolsButton")->text(), u"Miscellaneous Tools"_s);
-
-    const auto *bar = m_window->findChild<QToolBar *>(u"toolbar"_s);
-    QVERIFY(bar);
-    QCOMPARE(bar->windowTitle(), u"Tabs toolbar"_s);
-    QCOMPARE(m_window->toolBarArea(bar), Qt::LeftToolBarArea);
-    QStringList actions;
-    for (const QAction *action : bar->actions()) {
-        actions.append(action->isSeparator() ? u"|"_s : action->text());
-        QVERIFY(action->isSeparator() || !action->icon().isNull());
-    }
-    QCOMPARE(actions, (tests::strings({"Home", "|", "Check Update", "|", "About"})));
-}
-
-void tst_MainWindow::laysTheSidePanelOut()
-{
-    const QWidget *panel = m_window->findChild<QWidget *>(u"sidePanelWidget"_s);
-    QVERIFY(panel->isHidden());
-    QVERIFY(button("HomeButton")->isHidden());
-    QVERIFY(button("miscToolsButton")->isHidden());
-    QCOMPARE(panel->maximumWidth(), 180);
-
-    QLayout *layout = m_window->findChild<QWidget *>(u"scrollAreaWidgetContents"_s)->layout();
-    QVERIFY(layout->alignment() & Qt::AlignTop);
-    QStringList order;
-    for (int i = 0; i < layout->count(); ++i)
-        order.append(layout->itemAt(i)->widget()->objectName());
-    order.removeOne(u"miscToolsButton"_s);
-    QVERIFY(order.removeOne(u"findDuplicateImageButton"_s));
-    const auto shows = [this](const char *name, const char *image) {
-        const QString path = u":/resources/images/%1.png"_s.arg(QLatin1StringView(image));
-        return button(name)->icon().pixmap(48).toImage() == QPixmap(path).toImage();
-    };
-    QStringList expected;
-    for (const names::PanelRow &row : names::panel) {
-        expected.append(QLatin1StringView(row.button));
-        QVERIFY2(!row.image || shows(row.button, row.image), row.button);
-    }
-    QCOMPARE(order, expected);
-    QVERIFY(shows("miscToolsButton", "MiscTools48"));
-}
-
 void tst_MainWindow::numbersWhatIsOpened_data()
 {
     QTest::addColumn<QList<int>>("opened");
@@ -179,7 +116,7 @@ void tst_MainWindow::opensEverythingByEveryWay()
     for (const int unknown : {-1, -2, 21, 2000000000})
         m_window->onOpenModule(unknown);
     QList<int> numbers;
-    for (const names::Module &module : names::modules) {
+    for (const Module &module : m_modules->table.rows()) {
         open(module.id);
         numbers.append(static_cast<int>(numbers.size()) + 1);
     }
@@ -188,17 +125,23 @@ void tst_MainWindow::opensEverythingByEveryWay()
     QCOMPARE(m_shell->elevated.size(), 3);
 
     m_log->clear();
-    for (const names::Module &module : names::modules) {
-        const QByteArray slot = QByteArray("on_") + module.button + "_clicked";
+    QList<int> byButton;
+    for (qsizetype i = 0; i < numbers.size(); ++i) {
+        const Module &module = m_modules->table.rows().at(i);
+        if (!module.hasButton())
+            continue;
+        const QByteArray slot = QByteArray("on_") + module.buttonName + "_clicked";
         QVERIFY2(QMetaObject::invokeMethod(&*m_window, slot.constData()), slot.constData());
+        byButton.append(numbers.at(i));
     }
-    QCOMPARE(m_log->numbers(u"showApp:"_s), numbers);
+    QCOMPARE(m_log->numbers(u"showApp:"_s), byButton);
 
     m_log->clear();
-    for (const names::Module &module : names::modules) {
+    for (const Module &module : m_modules->table.rows()) {
         m_window->onOpenModule(module.id);
-        const bool isChecked = module.panelText && !module.executable;
-        QCOMPARE(checkedButtons(), isChecked ? QStringList{QLatin1StringView(module.button)} : QStringList());
+        const bool isChecked = module.hasButton() && module.kind == Module::Kind::Page;
+        QCOMPARE(checkedButtons(),
+                 isChecked ? QStringList{QLatin1StringView(module.buttonName)} : QStringList());
     }
     QCOMPARE(m_log->numbers(u"showApp:"_s), numbers);
     // These two, and only through a card, are named in the log.
@@ -212,7 +155,7 @@ void tst_MainWindow::opensEverythingByEveryWay()
     const auto *bar = m_window->findChild<QToolBar *>(u"toolbar"_s);
     QTest::mouseClick(bar->widgetForAction(bar->actions().first()), Qt::LeftButton);
     QTest::mouseClick(m_window->findChild<HomeForm *>()->card(2), Qt::LeftButton);
-    QCOMPARE(m_log->numbers(u"showApp:"_s), (QList<int>{0, 3}));
+    QCOMPARE(m_log->numbers(u"showApp:"_s), (QList<int>{0, 4}));
     QCOMPARE(shownId(), 2);
 }
 

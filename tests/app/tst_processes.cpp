@@ -4,11 +4,11 @@
 #include "app/InstallationFolder.h"
 #include "app/ModuleTable.h"
 #include "app/OpenAdminModuleDialog.h"
+#include "app/SingleInstance.h"
 #include "platform/Handle.h"
 #include "settings/Keys.h"
 #include "settings/Settings.h"
 #include "tests/app/LogCapture.h"
-#include "tests/app/Names.h"
 #include "tests/support/FakeDialogs.h"
 #include "tests/support/FakeShell.h"
 #include "tests/support/FakeWindow.h"
@@ -22,6 +22,9 @@
 #include <QSignalSpy>
 #include <QTemporaryDir>
 #include <QTest>
+
+#include <chrono>
+#include <future>
 
 using namespace Qt::StringLiterals;
 
@@ -43,7 +46,8 @@ public:
 
 } // namespace
 
-class tst_Companions : public QObject
+// Other processes of the suite: companions and further instances.
+class tst_Processes : public QObject
 {
     Q_OBJECT
 
@@ -57,9 +61,11 @@ private slots:
     void waitsForTheWindow();
     void opensOneDialogAModuleUntilItIsCancelled();
     void isNotEnteredTwice();
-    void survivesTheEndOfItsWindow();
     void asksBeforeAChangeableFileIsStarted();
     void knowsWhatCouldBeExchanged();
+    void theNextShowsTheWindowOfTheFirst();
+    void theNextOpensOneWhereThereIsNone();
+    void theNextWaitsForAWindowOnItsWay();
 
 private:
     const Module &module(int id) const { return *moduleTable().find(id); }
@@ -76,37 +82,43 @@ private:
     std::optional<tests::FakeDialogs> m_dialogs;
     std::unique_ptr<QWidget> m_window;
     CompanionLauncher *m_launcher = nullptr;
+
+    const QString m_title = u"Window of the first instance"_s;
+    std::optional<SingleInstance>
+        m_first; // both instances live in this process: the mark knows no difference
 };
 
-void tst_Companions::init()
+void tst_Processes::init()
 {
     m_log.emplace();
     m_registry.emplace();
     m_shell.emplace();
     m_dialogs.emplace();
     installation::setFolder(u"C:/here"_s);
+    m_first.emplace();
     m_window = std::make_unique<QWidget>();
-    m_window->show();
+    m_window->setWindowTitle(m_title);
     m_launcher = new CompanionLauncher(m_window.get());
 }
 
-void tst_Companions::cleanup()
+void tst_Processes::cleanup()
 {
     m_window.reset();
+    m_first.reset();
     m_dialogs.reset();
     m_shell.reset();
     m_registry.reset();
     m_log.reset();
 }
 
-void tst_Companions::install(const QTemporaryDir &folder)
+void tst_Processes::install(const QTemporaryDir &folder)
 {
     installation::setFolder(folder.path());
     QFile file(folder.filePath(u"Taskwick.exe"_s));
     QVERIFY(file.open(QIODevice::WriteOnly));
 }
 
-void tst_Companions::recordsTheFolderOfTheFirstStart()
+void tst_Processes::recordsTheFolderOfTheFirstStart()
 {
     settings::writeString(settings::keys::root, u"Path", u"C:\\Suite");
     installation::load();
@@ -121,7 +133,7 @@ void tst_Companions::recordsTheFolderOfTheFirstStart()
     QCOMPARE(installation::folder(), QDir::currentPath());
 }
 
-void tst_Companions::startsTheAgentOnlyWhenAllIsOff()
+void tst_Processes::startsTheAgentOnlyWhenAllIsOff()
 {
     settings::writeDword(settings::keys::hotKey, u"Enabled", 1);
     startAgentIfIdle();
@@ -136,32 +148,20 @@ void tst_Companions::startsTheAgentOnlyWhenAllIsOff()
     QCOMPARE(m_shell->agents, tests::strings({"C:/here\\Glasswick.exe"}));
 }
 
-void tst_Companions::handsTheExecutableToTheShell()
+void tst_Processes::handsTheExecutableToTheShell()
 {
-    for (const names::Module &expected : names::modules) {
-        if (!expected.executable)
-            continue;
-        m_launcher->launch(module(expected.id));
-        QCOMPARE(m_shell->elevated.last().owner, m_window->winId());
-        QCOMPARE(m_shell->elevated.last().file, u"C:/here"_s + QLatin1StringView(expected.executable));
-        QCOMPARE(m_shell->elevated.last().folder, u"C:/here"_s);
-
-        const OpenAdminModuleDialog *dialog = dialogs().last();
-        QVERIFY(dialog->isVisible());
-        QVERIFY(!dialog->isModal());
-        QCOMPARE(dialog->windowTitle(), u"Module Launcher"_s);
-        QCOMPARE(dialog->findChild<QLabel *>()->text(), u"Preparing to open "_s +
-                                                            QLatin1StringView(expected.panelText) +
-                                                            u" in administrator mode.\n Please Wait..."_s);
-        QVERIFY(!dialog->findChild<QLabel *>(u"notInstalledLabel"_s)->isHidden());
-        QCOMPARE(dialog->findChild<QPushButton *>()->text(), u"Cancel"_s);
-        for (const char *slot : {"MyTimerSlot()", "on_pushButton_clicked()"})
-            QVERIFY(dialog->metaObject()->indexOfSlot(slot) >= 0);
-    }
-    QCOMPARE(m_shell->elevated.size(), 3);
+    m_launcher->launch(module(11));
+    QCOMPARE(m_shell->elevated.last().owner, m_window->winId());
+    QCOMPARE(m_shell->elevated.last().file, u"C:/here\\Taskwick.exe"_s);
+    QCOMPARE(m_shell->elevated.last().folder, u"C:/here"_s);
+    const OpenAdminModuleDialog *dialog = dialogs().last();
+    QVERIFY(dialog->isVisible() && !dialog->isModal());
+    QCOMPARE(dialog->findChild<QLabel *>()->text(),
+             u"Preparing to open Process Manager in administrator mode.\n Please Wait..."_s);
+    QVERIFY(!dialog->findChild<QLabel *>(u"notInstalledLabel"_s)->isHidden());
 }
 
-void tst_Companions::waitsForTheWindow()
+void tst_Processes::waitsForTheWindow()
 {
     QSignalSpy finished(m_launcher, &CompanionLauncher::finished);
     const tests::FakeWindow awaited(u"Qt653QWindowIcon"_s, u"Process Manager"_s);
@@ -177,7 +177,7 @@ void tst_Companions::waitsForTheWindow()
     QCOMPARE(dialogs().size(), 1);
 }
 
-void tst_Companions::opensOneDialogAModuleUntilItIsCancelled()
+void tst_Processes::opensOneDialogAModuleUntilItIsCancelled()
 {
     QSignalSpy finished(m_launcher, &CompanionLauncher::finished);
     m_launcher->launch(module(14));
@@ -191,7 +191,7 @@ void tst_Companions::opensOneDialogAModuleUntilItIsCancelled()
     QCOMPARE(dialogs().size(), 1);
 }
 
-void tst_Companions::isNotEnteredTwice()
+void tst_Processes::isNotEnteredTwice()
 {
     QSignalSpy finished(m_launcher, &CompanionLauncher::finished);
     m_shell->whileAsking = [this] { m_launcher->launch(module(9)); };
@@ -203,21 +203,12 @@ void tst_Companions::isNotEnteredTwice()
     m_shell->whileAsking = {};
     m_launcher->launch(module(9)); // and now it may
     QCOMPARE(m_shell->elevated.size(), 2);
-}
-
-void tst_Companions::survivesTheEndOfItsWindow()
-{
-    m_shell->whileAsking = [this] { m_window.reset(); };
+    m_shell->whileAsking = [this] { m_window.reset(); }; // the launcher goes while the user is being asked
     m_launcher->launch(module(11));
-    QCOMPARE(m_shell->elevated.size(), 1);
-
-    m_window = std::make_unique<QWidget>();
-    m_launcher = new CompanionLauncher(m_window.get());
-    m_shell->whileAsking = {};
-    m_launcher->launch(module(11)); // its dialog goes with the window
+    QCOMPARE(m_shell->elevated.size(), 3);
 }
 
-void tst_Companions::asksBeforeAChangeableFileIsStarted()
+void tst_Processes::asksBeforeAChangeableFileIsStarted()
 {
     m_launcher->setChangeableTest([](const QString &, const QString &) { return true; });
     QSignalSpy finished(m_launcher, &CompanionLauncher::finished);
@@ -249,7 +240,7 @@ void tst_Companions::asksBeforeAChangeableFileIsStarted()
     QCOMPARE(m_shell->elevated.size(), 3);
 }
 
-void tst_Companions::knowsWhatCouldBeExchanged()
+void tst_Processes::knowsWhatCouldBeExchanged()
 {
     const QTemporaryDir root;
     const QString plain = root.filePath(u"plain"_s);
@@ -276,6 +267,65 @@ void tst_Companions::knowsWhatCouldBeExchanged()
     QCOMPARE(file.readAll(), QByteArray("as before"));
 }
 
-QTEST_MAIN(tst_Companions)
+void tst_Processes::theNextShowsTheWindowOfTheFirst()
+{
+    m_window->show();
+    QVERIFY(QTest::qWaitForWindowExposed(&*m_window));
+    QWidget other;
+    other.show();
+    other.activateWindow();
+    QVERIFY(QTest::qWaitForWindowActive(&other));
+    const SingleInstance next;
+    QVERIFY(next.activateFirst(m_title));
+    QTRY_VERIFY(m_window->isActiveWindow());
 
-#include "tst_companions.moc"
+    const HWND handle = reinterpret_cast<HWND>(m_window->winId());
+    m_window->showMinimized();
+    QTRY_VERIFY(IsIconic(handle));
+    QVERIFY(next.activateFirst(m_title));
+    QVERIFY(!IsIconic(handle));
+}
+
+void tst_Processes::theNextOpensOneWhereThereIsNone()
+{
+    const SingleInstance next;
+    QVERIFY(!next.activateFirst(m_title)); // not made yet
+    m_window->winId();
+    QVERIFY(!next.activateFirst(m_title)); // not shown yet
+    m_window->show();
+    QVERIFY(QTest::qWaitForWindowExposed(&*m_window));
+    QVERIFY(!next.activateFirst(u"Another title"_s));
+    QVERIFY(next.activateFirst(m_title));
+    QVERIFY(!m_first->activateFirst(m_title)); // the first itself has none to look for
+    m_window->hide();
+    QVERIFY(!next.activateFirst(m_title));
+}
+
+void tst_Processes::theNextWaitsForAWindowOnItsWay()
+{
+    // The mark is a thread's.
+    const auto start = [this] {
+        return std::async(std::launch::async, [this] { return SingleInstance().activateFirst(m_title); });
+    };
+    const auto ended = [](const std::future<bool> &next) {
+        return next.wait_for(std::chrono::seconds(0)) == std::future_status::ready;
+    };
+    std::future<bool> next = start();
+    QTest::qWait(300);
+    QVERIFY(!ended(next));
+    m_window->show();
+    QTRY_VERIFY(ended(next));
+    QVERIFY(next.get());
+    // When the first one ends, nobody waits for it.
+    m_window->hide();
+    next = start();
+    QTest::qWait(300);
+    QVERIFY(!ended(next));
+    m_first.reset();
+    QTRY_VERIFY_WITH_TIMEOUT(ended(next), 1000);
+    QVERIFY(!next.get());
+}
+
+QTEST_MAIN(tst_Processes)
+
+#include "tst_processes.moc"
