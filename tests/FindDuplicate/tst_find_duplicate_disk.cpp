@@ -33,7 +33,6 @@ private slots:
     void aSleepingDiskStopsNothing();
     void withoutMemoryThePageStaysUsable();
     void noQuestionForWhatLiesInTheCloudOnly();
-    void aFileTheListDidNotKnowYetIsGuardedAsWell();
     void withoutMemoryNothingIsMoved();
     void aSleepingDiskDoesNotStopTheRemoval();
     void nobodyWaitsForTheOthersAfterAMove();
@@ -41,7 +40,6 @@ private slots:
     void nobodyWaitsForAComparison();
     void aGroupIsListedBeforeTheDiskAnswers();
     void aLongLookIsToldAndGivenUp();
-    void closingEndsAJobAndThenCloses();
 };
 
 void FindDuplicateDiskTest::aSleepingDiskStopsNothing()
@@ -104,26 +102,6 @@ void FindDuplicateDiskTest::noQuestionForWhatLiesInTheCloudOnly()
     QVERIFY(scene.dialogs.questions.isEmpty());
     QVERIFY(scene.notice().contains(u"cloud"_s));
     QVERIFY(!probe.opened().contains(path));
-}
-
-// The disk has not told which file it is when the row is shown.
-void FindDuplicateDiskTest::aFileTheListDidNotKnowYetIsGuardedAsWell()
-{
-    FakeFileProbe probe;
-    Scene scene(three);
-    const QString path = scene.folder.path(u"b.txt"_s);
-    probe.setAttributes(path, core::AttributeRecallOnOpen);
-    QVERIFY(scene.scan());
-    probe.setAttributes(path, 0);
-    scene.dialogs.whileOpen = [&] {
-        requireBelow(scene.folder.path(), path);
-        QVERIFY(QFile::rename(path, scene.folder.path(u"kept.txt"_s)));
-        makeDuplicates(scene.folder, {u"b.txt"_s}, content);
-    };
-    QVERIFY(scene.remove(1, platform::idYes));
-    QCOMPARE(scene.dialogs.questions.size(), 1);
-    QVERIFY(scene.bin.asked.isEmpty());
-    QVERIFY(scene.notice().contains(u"changed"_s));
 }
 
 void FindDuplicateDiskTest::withoutMemoryNothingIsMoved()
@@ -268,33 +246,6 @@ void FindDuplicateDiskTest::aLongLookIsToldAndGivenUp()
         QVERIFY(scene.notice().isEmpty());
         QVERIFY(scene.members()->isEnabled() && scene.members()->hasFocus() && scene.toolsAre(true));
     }
-}
-
-void FindDuplicateDiskTest::closingEndsAJobAndThenCloses()
-{
-    FakeFileProbe probe;
-    ThreeCopies scene;
-    QSignalSpy close(scene.form.get(), &FLWidget::closeApp);
-    for (const char *job : {"compareButton", "RecycleBinButton"}) {
-        const FakeFileProbe::Hold sleeping = probe.hold(scene.memberPath(0));
-        scene.click(job);
-        QVERIFY(isAsked(probe));
-        scene.form->requestStop();
-        QVERIFY(!scene.form->isBusy());
-        QVERIFY(close.isEmpty()); // the window is in the middle of being closed
-        QTRY_COMPARE(close.count(), 1);
-        close.clear();
-    }
-    // What went wrong meanwhile is shown first, and later jobs close nothing.
-    scene.bin.fails = true;
-    scene.bin.beforeMove = [&](const QString &) { // on the thread that moves
-        QMetaObject::invokeMethod(
-            scene.form.get(), [&] { scene.form->requestStop(); }, Qt::BlockingQueuedConnection);
-    };
-    QVERIFY(scene.remove(0, platform::idYes));
-    QVERIFY(scene.remove(1, platform::idNo));
-    QTest::qWait(50);
-    QVERIFY(close.isEmpty());
 }
 
 QTEST_MAIN(FindDuplicateDiskTest)

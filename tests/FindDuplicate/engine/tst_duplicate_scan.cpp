@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
+#include "FindDuplicate/engine/CustomFileType.h"
 #include "FindDuplicate/engine/Scan.h"
 
 #include "tests/FindDuplicate/engine/ScanRecorder.h"
@@ -35,7 +36,6 @@ class DuplicateScanTest : public QObject
 private slots:
     void init();
     void groupsWithinCategories();
-    void orderAcrossCategories();
     void threshold();
     void dotNames();
     void progress();
@@ -43,6 +43,9 @@ private slots:
     void cancelled();
     void category();
     void matchesAsComparedOneByOne();
+    void customTypeIsStored_data();
+    void customTypeIsStored();
+    void malformedCustomTypeIsAbsent();
 
 private:
     ScanResult scan(const QString &root = u"C:\\r"_s);
@@ -87,18 +90,6 @@ void DuplicateScanTest::groupsWithinCategories()
     QCOMPARE(first.lastAccessTime, quint64(8));
     QCOMPARE(first.creationTime, quint64(7));
     QVERIFY(!first.checked);
-}
-
-void DuplicateScanTest::orderAcrossCategories()
-{
-    for (const char *name : {"v.mp4", "a.mp3", "b.mp3", "v2.mp4"})
-        m_disk->addFile(u"C:\\r\\"_s + QLatin1String(name), 100, 1);
-    for (const char *name : {"c.mp3", "d.mp3"})
-        m_disk->addFile(u"C:\\r\\"_s + QLatin1String(name), 100, 2);
-    for (const char *name : {"e.mp3", "f.mp3"})
-        m_disk->addFile(u"C:\\r\\"_s + QLatin1String(name), 101, 2);
-    QCOMPARE(paths(scan()), QStringList({u"C:\\r\\e.mp3 C:\\r\\f.mp3"_s, u"C:\\r\\v.mp4 C:\\r\\v2.mp4"_s,
-                                         u"C:\\r\\c.mp3 C:\\r\\d.mp3"_s, u"C:\\r\\a.mp3 C:\\r\\b.mp3"_s}));
 }
 
 void DuplicateScanTest::threshold()
@@ -216,6 +207,36 @@ void DuplicateScanTest::matchesAsComparedOneByOne()
         }
     }
     QVERIFY(found > 500);
+}
+
+void DuplicateScanTest::customTypeIsStored_data()
+{
+    QTest::addColumn<CustomFileType>("type");
+    QTest::addColumn<QString>("stored");
+    QTest::newRow("plain") << CustomFileType{u"Notes"_s, {u".note"_s, u".memo"_s}} << u"Notes;.note;.memo"_s;
+    QTest::newRow("what separates, in a name")
+        << CustomFileType{u"a;b \\ (c), d"_s, {u".x"_s}} << u"a\\;b \\\\ (c), d;.x"_s;
+    QTest::newRow("and in an extension") << CustomFileType{u"n"_s, {u".;"_s, u".\\"_s}} << u"n;.\\;;.\\\\"_s;
+    QTest::newRow("NUL, which a registry text cannot hold")
+        << CustomFileType{QString(QChar(u'\0')), {u".0"_s}} << u"\\0;.0"_s;
+}
+
+void DuplicateScanTest::customTypeIsStored()
+{
+    QFETCH(CustomFileType, type);
+    QFETCH(QString, stored);
+    QVERIFY(type.isValid());
+    QCOMPARE(type.storedText(), stored);
+    QVERIFY(parseStoredCustomFileType(stored) == type);
+}
+
+void DuplicateScanTest::malformedCustomTypeIsAbsent()
+{
+    const QString bareNul = u"n;.a"_s + QChar(u'\0');
+    for (const QString &stored :
+         {u""_s, u"no extension"_s, u";.no name"_s, u"empty extension;.a;"_s, u"dot alone;."_s, u"no dot;a"_s,
+          u"ends within an escape;.a\\"_s, u"unknown escape;.a\\n"_s, bareNul})
+        QVERIFY2(!parseStoredCustomFileType(stored), qPrintable(stored));
 }
 
 QTEST_APPLESS_MAIN(DuplicateScanTest)

@@ -1,4 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
+#include "FindDuplicate/engine/Grouping.h"
+#include "FindDuplicate/engine/MemberMarks.h"
 #include "FindDuplicate/engine/Members.h"
 
 #include <QHash>
@@ -45,13 +47,13 @@ public:
     QStringList opened;
 };
 
-FileRecord record(const QString &name)
+FileRecord record(const QString &name, quint64 bytes = size, quint64 lastWriteTime = written)
 {
     FileRecord file;
     file.name = name;
     file.walkedFolder = u"C:\\r"_s;
-    file.size = size;
-    file.lastWriteTime = written;
+    file.size = bytes;
+    file.lastWriteTime = lastWriteTime;
     return file;
 }
 
@@ -66,6 +68,40 @@ MemoryProbe::File existing(quint64 number)
 
 const core::CancelFlag never;
 
+// The grouping by the rules as they are stated: every candidate searched in turn, every group inserted before
+// the first that is not larger.
+struct PlainCategory {
+    std::vector<FileRecord> candidates;
+    std::vector<DuplicateGroup> groups;
+
+    void add(const FileRecord &record)
+    {
+        for (const FileRecord &candidate : candidates) {
+            if (candidate.size != record.size || candidate.lastWriteTime != record.lastWriteTime)
+                continue;
+            for (DuplicateGroup &group : groups)
+                if (group.members.front() == candidate)
+                    return group.members.push_back(record);
+            return groups.push_back({{candidate, record}, record.size});
+        }
+        candidates.push_back(record);
+    }
+};
+
+std::vector<DuplicateGroup> plainReport(const std::vector<PlainCategory> &categories)
+{
+    std::vector<DuplicateGroup> combined;
+    for (const PlainCategory &category : categories) {
+        for (const DuplicateGroup &group : category.groups) {
+            auto place = combined.begin();
+            while (place != combined.end() && place->size > group.size)
+                ++place;
+            combined.insert(place, group);
+        }
+    }
+    return combined;
+}
+
 } // namespace
 
 class MembersTest : public QObject
@@ -73,15 +109,98 @@ class MembersTest : public QObject
     Q_OBJECT
 
 private slots:
+    void groupingEqualsPlainRule_data();
+    void groupingEqualsPlainRule();
+    void statistics();
+    void marks();
     void factsOfAMember_data();
     void factsOfAMember();
     void proposesOneToKeep();
     void whatDiffersIsNoCopy_data();
     void whatDiffersIsNoCopy();
-    void aCancelledReadingEnds();
     void oneMemberIsJudgedLikeInTheWholeGroup();
     void oneMemberOfManyIsReadQuickly();
 };
+
+void MembersTest::groupingEqualsPlainRule_data()
+{
+    QTest::addColumn<int>("files");
+    QTest::addColumn<quint64>("sizes");
+    QTest::addColumn<quint64>("times");
+    QTest::newRow("hardly any duplicates") << 600 << quint64(1) << quint64(10'000);
+    QTest::newRow("equal sizes, many groups") << 600 << quint64(2) << quint64(80);
+    QTest::newRow("equal times") << 600 << quint64(150) << quint64(1);
+    QTest::newRow("both vary") << 900 << quint64(12) << quint64(12);
+    QTest::newRow("one group") << 100 << quint64(1) << quint64(1);
+}
+
+void MembersTest::groupingEqualsPlainRule()
+{
+    QFETCH(int, files);
+    QFETCH(quint64, sizes);
+    QFETCH(quint64, times);
+    for (quint32 seed = 1; seed <= 8; ++seed) {
+        std::mt19937_64 random(seed);
+        std::vector<DuplicateGrouper> groupers(3);
+        std::vector<PlainCategory> plain(3);
+        for (int i = 0; i < files; ++i) {
+            // Sizes and times beyond 32 bits, which differ in the upper half alone.
+            const FileRecord file =
+                record(QString::number(i), (random() % sizes) << 32, (random() % times) << 32);
+            const std::size_t category = random() % 3;
+            groupers[category].add(file);
+            plain[category].add(file);
+        }
+        std::vector<std::vector<DuplicateGroup>> groups;
+        for (std::size_t i = 0; i < 3; ++i) {
+            QVERIFY(groupers[i].candidates() == plain[i].candidates);
+            QVERIFY(groupers[i].groups() == plain[i].groups);
+            groups.push_back(groupers[i].takeGroups());
+        }
+        QVERIFY(combinedGroups(std::move(groups)) == plainReport(plain));
+    }
+}
+
+void MembersTest::statistics()
+{
+    std::vector<DuplicateGroup> groups{{{record(u"a"_s, 100), record(u"b"_s, 100), record(u"c"_s, 100)}, 100},
+                                       {{record(u"d"_s, 7), record(u"e"_s, 7)}, 7}};
+    QCOMPARE(statisticsOf(groups), (GroupStatistics{2, 5, 207, 0, 0}));
+    // A file that was to go and is still there counts.
+    groups[0].members[1].checked = true;
+    QCOMPARE(statisticsOf(groups), (GroupStatistics{2, 5, 207, 0, 0}));
+    groups[0].members[1].moved = true;
+    QCOMPARE(statisticsOf(groups), (GroupStatistics{2, 4, 107, 1, 100}));
+    for (FileRecord &member : groups[1].members)
+        member.moved = true;
+    QCOMPARE(statisticsOf(groups), (GroupStatistics{2, 2, 100, 3, 114}));
+}
+
+void MembersTest::marks()
+{
+    using States = std::vector<MemberState>;
+    using Marks = std::vector<MemberMark>;
+    const MemberState gone{false, std::nullopt};
+    const MemberState unknown{true, std::nullopt};
+    const MemberState one{true, core::FileIdentity{7, 1}};
+    const MemberState two{true, core::FileIdentity{7, 2}};
+    const MemberState otherVolume{true, core::FileIdentity{8, 1}}; // the same number there
+    const MemberMark copy{true, false};
+    const MemberMark last{true, true};
+    const auto areMarked = [](const States &members, const Marks &expected) {
+        return markMembers(members) == expected;
+    };
+    QVERIFY(areMarked({one, two}, {copy, copy}));
+    QVERIFY(areMarked({one, otherVolume}, {copy, copy}));
+    QVERIFY(areMarked({gone, two}, {{}, last}));
+    // One file by two paths.
+    QVERIFY(areMarked({one, one}, {last, {true, true, 0}}));
+    QVERIFY(areMarked({one, two, one}, {copy, copy, {true, false, 0}}));
+    // An unknown one may be any other.
+    QVERIFY(areMarked({one, unknown}, {last, last}));
+    QVERIFY(areMarked({unknown, one, two}, {copy, copy, copy}));
+    QVERIFY(areMarked({unknown, unknown}, {last, last}));
+}
 
 void MembersTest::factsOfAMember_data()
 {
@@ -224,14 +343,6 @@ void MembersTest::whatDiffersIsNoCopy()
     QTEST(proposed ? static_cast<int>(*proposed) : -1, "proposed");
 }
 
-void MembersTest::aCancelledReadingEnds()
-{
-    MemoryProbe probe;
-    core::CancelFlag cancel;
-    cancel.set();
-    QVERIFY(readMembers(u"C:\\r"_s, {record(u"a"_s)}, probe, cancel).empty());
-}
-
 void MembersTest::oneMemberIsJudgedLikeInTheWholeGroup()
 {
     std::mt19937 random(1);
@@ -273,6 +384,9 @@ void MembersTest::oneMemberOfManyIsReadQuickly()
     }
     QVERIFY(!readMember(u"C:\\r"_s, group, 500, probe, never).mark.lastCopy);
     QVERIFY(probe.opened.size() < 5);
+    core::CancelFlag cancel;
+    cancel.set();
+    QVERIFY(readMembers(u"C:\\r"_s, group, probe, cancel).empty());
 }
 
 QTEST_APPLESS_MAIN(MembersTest)
