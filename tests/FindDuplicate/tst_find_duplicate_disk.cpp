@@ -10,6 +10,8 @@
 #include <QFile>
 #include <QToolButton>
 
+#include <functional>
+
 using namespace Qt::StringLiterals;
 using namespace tests;
 using Scene = RemovalScene;
@@ -32,13 +34,12 @@ class FindDuplicateDiskTest : public QObject
 private slots:
     void aSleepingDiskStopsNothing();
     void withoutMemoryThePageStaysUsable();
-    void noQuestionForWhatLiesInTheCloudOnly();
     void withoutMemoryNothingIsMoved();
     void aSleepingDiskDoesNotStopTheRemoval();
     void nobodyWaitsForTheOthersAfterAMove();
-    void nobodyWaitsForTheLookBeforeTheQuestion();
     void nobodyWaitsForAComparison();
     void aGroupIsListedBeforeTheDiskAnswers();
+    void aLongLookIsToldAndGivenUp_data();
     void aLongLookIsToldAndGivenUp();
 };
 
@@ -88,20 +89,6 @@ void FindDuplicateDiskTest::withoutMemoryThePageStaysUsable()
     QVERIFY(scene.badges(0).isEmpty());
     QVERIFY(scene.selectGroup(0));
     QVERIFY(scene.isEnabled("RecycleBinButton"));
-}
-
-void FindDuplicateDiskTest::noQuestionForWhatLiesInTheCloudOnly()
-{
-    FakeFileProbe probe;
-    Scene scene(three);
-    const QString path = scene.folder.path(u"b.txt"_s);
-    probe.setAttributes(path, core::AttributeRecallOnOpen);
-    QVERIFY(scene.scan());
-    QVERIFY(scene.badges(1).contains(u"in the cloud"_s));
-    QVERIFY(scene.remove(1));
-    QVERIFY(scene.dialogs.questions.isEmpty());
-    QVERIFY(scene.notice().contains(u"cloud"_s));
-    QVERIFY(!probe.opened().contains(path));
 }
 
 void FindDuplicateDiskTest::withoutMemoryNothingIsMoved()
@@ -157,26 +144,6 @@ void FindDuplicateDiskTest::nobodyWaitsForTheOthersAfterAMove()
     QVERIFY(scene.toolsAre(true));
 }
 
-void FindDuplicateDiskTest::nobodyWaitsForTheLookBeforeTheQuestion()
-{
-    for (const bool closing : {true, false}) {
-        FakeFileProbe probe;
-        ThreeCopies scene;
-        const FakeFileProbe::Hold sleeping = probe.hold(scene.memberPath(0));
-        scene.selectMember(0);
-        scene.click("RecycleBinButton");
-        QVERIFY(isAsked(probe));
-        QVERIFY(scene.form->isBusy());
-        if (closing) {
-            scene.form->requestStop();
-            QVERIFY(!scene.form->isBusy() && scene.toolsAre(true) && scene.toolbar.last());
-        } else {
-            scene.form.reset(); // would hang here
-        }
-        QVERIFY(scene.dialogs.questions.isEmpty());
-    }
-}
-
 void FindDuplicateDiskTest::nobodyWaitsForAComparison()
 {
     FakeFileProbe probe;
@@ -220,32 +187,49 @@ void FindDuplicateDiskTest::aGroupIsListedBeforeTheDiskAnswers()
     QVERIFY(scene.memberText(0).startsWith(u"other.mp3\n"_s));
 }
 
-// Or the disk answers after all.
+void FindDuplicateDiskTest::aLongLookIsToldAndGivenUp_data()
+{
+    using Action = std::function<void(Scene &, FakeFileProbe::Hold &)>;
+    QTest::addColumn<Action>("whatHappens");
+    QTest::addColumn<int>("questions");
+    QTest::newRow("the user cancels") << Action([](Scene &scene, FakeFileProbe::Hold &) {
+        auto *cancel = scene.find<NoticeBar>("noticeBar")->findChild<QToolButton *>(u"noticeActionButton"_s);
+        QVERIFY(cancel->isEnabled());
+        cancel->click();
+        QVERIFY(!scene.form->isBusy());
+    }) << 0;
+    QTest::newRow("the window is to close") << Action([](Scene &scene, FakeFileProbe::Hold &) {
+        scene.form->requestStop();
+        QVERIFY(!scene.form->isBusy());
+    }) << 0;
+    QTest::newRow("the page goes") << Action([](Scene &scene, FakeFileProbe::Hold &) {
+        scene.form.reset(); // would hang here
+    }) << 0;
+    QTest::newRow("the disk answers after all") << Action([](Scene &scene, FakeFileProbe::Hold &sleeping) {
+        scene.dialogs.nextMessageBox.enqueue(platform::idNo);
+        scene.dialogs.whileOpen = [&] { QVERIFY(scene.notice().isEmpty()); };
+        sleeping.reset();
+        QVERIFY(scene.waitForEnd());
+    }) << 1;
+}
+
 void FindDuplicateDiskTest::aLongLookIsToldAndGivenUp()
 {
-    for (const bool givenUp : {true, false}) {
-        FakeFileProbe probe;
-        ThreeCopies scene;
-        FakeFileProbe::Hold sleeping = probe.hold(scene.memberPath(0));
-        scene.selectMember(0);
-        scene.click("RecycleBinButton");
-        QTRY_VERIFY(scene.notice().contains(u"Looking"_s));
-        QVERIFY(!scene.members()->isEnabled() && !scene.isEnabled("backButton"));
-        auto *cancel = scene.find<NoticeBar>("noticeBar")->findChild<QToolButton *>(u"noticeActionButton"_s);
-        if (givenUp) {
-            QVERIFY(cancel->isEnabled());
-            cancel->click();
-            QVERIFY(!scene.form->isBusy());
-        } else {
-            scene.dialogs.nextMessageBox.enqueue(platform::idNo);
-            scene.dialogs.whileOpen = [&] { QVERIFY(scene.notice().isEmpty()); };
-            sleeping.reset();
-            QVERIFY(scene.waitForEnd());
-        }
-        QCOMPARE(scene.dialogs.questions.size(), givenUp ? 0 : 1);
-        QVERIFY(scene.notice().isEmpty());
-        QVERIFY(scene.members()->isEnabled() && scene.members()->hasFocus() && scene.toolsAre(true));
-    }
+    QFETCH(const std::function<void(Scene &, FakeFileProbe::Hold &)>, whatHappens);
+    FakeFileProbe probe;
+    ThreeCopies scene;
+    FakeFileProbe::Hold sleeping = probe.hold(scene.memberPath(0));
+    scene.selectMember(0);
+    scene.click("RecycleBinButton");
+    QVERIFY(isAsked(probe));
+    QTRY_VERIFY(scene.notice().contains(u"Looking"_s));
+    QVERIFY(scene.form->isBusy() && !scene.members()->isEnabled() && !scene.isEnabled("backButton"));
+    whatHappens(scene, sleeping);
+    QTEST(static_cast<int>(scene.dialogs.questions.size()), "questions");
+    if (!scene.form)
+        return;
+    QVERIFY(scene.notice().isEmpty() && scene.toolbar.last());
+    QVERIFY(scene.members()->isEnabled() && scene.members()->hasFocus() && scene.toolsAre(true));
 }
 
 QTEST_MAIN(FindDuplicateDiskTest)

@@ -263,9 +263,17 @@ void FindDuplicateRemovalTest::aHardLinkIsNoFurtherCopy()
 
 void FindDuplicateRemovalTest::noQuestionForWhatCannotBeMoved()
 {
-    Scene scene({u"d\\a.txt"_s, u"dir.\\b.txt"_s});
+    FakeFileProbe probe;
+    Scene scene({u"d\\a.txt"_s, u"dir.\\b.txt"_s, u"z.txt"_s});
     scene.folder.makeLink(u"j"_s, u"d"_s);
+    const QString inCloud = scene.folder.path(u"z.txt"_s);
+    probe.setAttributes(inCloud, core::AttributeRecallOnOpen);
     QVERIFY(scene.scan());
+    QCOMPARE(scene.memberPath(3), inCloud);
+    QVERIFY(scene.badges(3).contains(u"in the cloud"_s));
+    QVERIFY(scene.remove(3));
+    QVERIFY(scene.notice().contains(u"cloud"_s));
+    QVERIFY(!probe.opened().contains(inCloud));
     constexpr int real = 0;
     constexpr int odd = 1; // by its name
     constexpr int behind = 2;
@@ -339,7 +347,16 @@ void FindDuplicateRemovalTest::aFailedMoveIsMarkedAndTold()
     };
     // One that could not be moved, and goes by another hand.
     scene.bin.fails = true;
+    QSignalSpy close(scene.form.get(), &FLWidget::closeApp);
+    scene.bin.beforeMove = [&](const QString &) { // on the thread that moves: the window is to close
+        QMetaObject::invokeMethod(
+            scene.form.get(), [&] { scene.form->requestStop(); }, Qt::BlockingQueuedConnection);
+    };
     QVERIFY(scene.remove(0, platform::idYes));
+    scene.bin.beforeMove = {};
+    QTest::qWait(50);
+    QVERIFY(close.isEmpty()); // what went wrong is shown first
+    scene.selectMember(0);
     QVERIFY(scene.isMarked(0) && scene.toolsAre(false) && scene.isThere(0));
     QVERIFY(scene.badges(0).contains(u"still here: it could not be moved"_s));
     QVERIFY(!scene.find<ElidedLabel>("resultTotalsLabel")->text().contains(u"moved"_s));

@@ -107,14 +107,6 @@ struct Trio : Scene {
         if (!scan() || !QTest::qWaitFor(isRead))
             qFatal("no results");
     }
-    // Clicks and waits for the end.
-    void recycle(int row)
-    {
-        dialogs.nextMessageBox.enqueue(platform::idYes);
-        select(row);
-        click("RecycleBinButton");
-        QTRY_VERIFY(!form->isBusy());
-    }
 
     QString first;
     QString second;

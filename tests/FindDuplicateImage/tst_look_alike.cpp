@@ -16,6 +16,7 @@
 #include "widgets/ElidedLabel.h"
 
 #include <QAction>
+#include <QComboBox>
 #include <QDir>
 #include <QElapsedTimer>
 #include <QFileInfo>
@@ -115,11 +116,14 @@ void LookAlikeTest::findsCopiesAndKeepsTheResult()
     start->findChild<QAbstractButton *>(u"noticeActionButton"_s)->click();
     QVERIFY(page->isVisible());
     QCOMPARE(page->report().groups.size(), std::size_t(2));
-    // What is said of a drop comes after the folder, and is shown with the result.
+    // What is said of a drop comes after the folder, and is shown with the result, which has its own order.
+    auto *order = scene.find<QComboBox>("orderComboBox");
+    order->setCurrentIndex(order->count() - 1);
     emit start->folderDropped(scene.folder.path());
     emit start->othersLeftOut(u"Only this one"_s);
     QVERIFY(shown.wait(30'000));
     QCOMPARE(scene.notice(), u"Only this one"_s);
+    QCOMPARE(order->currentText(), u"Largest file first"_s);
 }
 
 void LookAlikeTest::survivesHostileFilesAndAMissingDecoder()
@@ -270,8 +274,10 @@ void LookAlikeTest::notes_data()
     QTest::newRow("as it was") << MemberFacts{there} << u"Proposed to keep"_s;
     QTest::newRow("gone") << MemberFacts{} << u"The file was moved to another location"_s;
     QTest::newRow("last copy") << MemberFacts{{true, true, -1}} << u"Last copy"_s;
-    QTest::newRow("changed, behind a link")
-        << MemberFacts{there, {}, true, true} << u"Changed since the scan; Reached through a link"_s;
+    QTest::newRow("changed") << MemberFacts{there, {}, true} << u"Changed since the scan"_s;
+    QTest::newRow("behind a link") << MemberFacts{there, {}, false, true} << u"Reached through a link"_s;
+    QTest::newRow("all that may be") << MemberFacts{{true, true, -1}, {}, true, true}
+                                     << u"Last copy; Changed since the scan; Reached through a link"_s;
     QTest::newRow("in the cloud") << MemberFacts{there, {}, false, false, true} << u"In the cloud"_s;
     QTest::newRow("the same file") << MemberFacts{{true, false, 0}} << u"Same file as 0.png in C:\\r"_s;
 }
@@ -406,11 +412,20 @@ void LookAlikeTest::removesTheSelectedPicture()
     QVERIFY(scene.shell.opened.isEmpty()); // what looks like a picture may be a program by its name
     // Nothing hides a move that failed, and it may be tried again.
     scene.bin.fails = true;
-    scene.recycle(1);
+    scene.dialogs.nextMessageBox.enqueue(platform::idYes);
+    scene.select(1);
+    scene.click("RecycleBinButton");
+    QTRY_VERIFY(!scene.form->isBusy());
     QVERIFY(scene.notice().contains(scene.second));
     QVERIFY(scene.isEnabled("RecycleBinButton") && QFile::exists(scene.second));
     scene.bin.fails = false;
-    scene.recycle(1);
+    // One at a time: the one that is left selected counts, not the one that was clicked last.
+    scene.select(0, QItemSelectionModel::Select);
+    QVERIFY(!scene.isEnabled("RecycleBinButton"));
+    scene.select(0, QItemSelectionModel::Deselect);
+    scene.dialogs.nextMessageBox.enqueue(platform::idYes);
+    scene.click("RecycleBinButton");
+    QTRY_VERIFY(!scene.form->isBusy());
     QCOMPARE(scene.bin.taken, QStringList({scene.second}));
     QCOMPARE(scene.note(1), u"Moved to the recycle bin"_s);
     QVERIFY(detail().startsWith(u"2 of 3 pictures left"));
