@@ -154,11 +154,11 @@ void DiskUsageOptionsTest::aRemovedExclusionDoesNotComeBack()
 void DiskUsageOptionsTest::recentFoldersAreNewestFirst()
 {
     QStringList recent;
-    for (const char *folder : {"C:\\1", "C:\\2", "C:\\3", "C:\\4", "C:\\5", "C:\\6", "c:\\2", "C:\\7"}) {
+    for (const char *folder : {"C:\\1", "C:\\2", "C:\\3", "C:\\4", "C:\\5", "C:\\6", "c:\\5", "C:\\7"}) {
         recent = withRecentFolder(recent, QLatin1String(folder));
         saveRecentFolders(recent);
     }
-    const QStringList expected{u"C:\\7"_s, u"c:\\2"_s, u"C:\\6"_s, u"C:\\5"_s, u"C:\\4"_s, u"C:\\3"_s};
+    const QStringList expected{u"C:\\7"_s, u"c:\\5"_s, u"C:\\6"_s, u"C:\\4"_s, u"C:\\3"_s, u"C:\\2"_s};
     QCOMPARE(loadRecentFolders(), expected);
     QCOMPARE(stored(u"RecentFile0"_s), u"C:\\7"_s);
     QCOMPARE(stored(u"RecentFile6"_s), u"(absent)"_s);
