@@ -347,6 +347,10 @@ void FindDuplicateFormTest::remarksOnMembers()
     };
     QCOMPARE(badges(),
              (QStringList{u"belongs to Windows"_s, u"belongs to a program"_s, u"proposed to keep"_s}));
+    // Two names of one file: there is nothing to choose from.
+    const duplicates::MemberFacts first{{true, true, -1}, std::nullopt, false, false, false, true};
+    model.setFacts({first, {{true, true, 0}, std::nullopt, false, false, false, true}, {}});
+    QCOMPARE(badges()[1], u"last copy\nhard link to the file of row 1\nbelongs to a program"_s);
     group.members[2].checked = group.members[2].moved = true;
     model.setFacts({there, there, {}});
     QCOMPARE(badges(), (QStringList{u"belongs to Windows"_s, u"belongs to a program\nproposed to keep"_s,

@@ -29,7 +29,6 @@ private slots:
     void noGroupIsEmptiedByOneKeyEach();
     void whatDiffersIsNoSpare();
     void whatWindowsDoesNotTraceIsNotCalledMoved();
-    void aHardLinkIsNoFurtherCopy();
     void noQuestionForWhatCannotBeMoved();
     void nothingElseHappensUnderTheQuestion();
     void thePageMayGoUnderTheQuestion();
@@ -244,21 +243,6 @@ void FindDuplicateRemovalTest::whatWindowsDoesNotTraceIsNotCalledMoved()
     const auto *openBin =
         scene.find<NoticeBar>("noticeBar")->findChild<QToolButton *>(u"noticeActionButton"_s);
     QVERIFY(!openBin || openBin->isHidden());
-}
-
-void FindDuplicateRemovalTest::aHardLinkIsNoFurtherCopy()
-{
-    Scene scene({u"a.txt"_s, u"c.txt"_s});
-    scene.folder.makeHardLink(u"b.txt"_s, u"a.txt"_s);
-    QVERIFY(scene.scan());
-    QVERIFY(scene.badges(1).contains(u"hard link to the file of row 1"_s));
-    QVERIFY(!scene.badges(2).contains(u"last copy"_s));
-    QVERIFY(scene.remove(2, platform::idYes));
-    // Two names are left, of one file: there is nothing to choose from.
-    for (const int row : {0, 1}) {
-        QTRY_VERIFY(scene.badges(row).contains(u"last copy"_s));
-        QVERIFY(!scene.badges(row).contains(u"proposed to keep"_s));
-    }
 }
 
 void FindDuplicateRemovalTest::noQuestionForWhatCannotBeMoved()

@@ -116,7 +116,6 @@ private slots:
     void asksTheServerAndFollowsFewRedirections();
     void refusesStrangeAddresses();
     void answersOnceOfTwoChecks();
-    void canBeDestroyedMeanwhile();
 
 private:
     template <class Dialog>
@@ -281,19 +280,6 @@ void tst_UpdateAndAbout::answersOnceOfTwoChecks()
     QTest::qWait(100);
     QCOMPARE(finished.size(), 1);
     QCOMPARE(finished.first().first().value<UpdateAnswer>().kind, Kind::UpToDate);
-}
-
-void tst_UpdateAndAbout::canBeDestroyedMeanwhile()
-{
-    Server server;
-    server.manner = Server::Manner::Hangs;
-    {
-        UpdateCheck check;
-        check.start(server.url(u"/"_s), running);
-        QTRY_COMPARE(server.requests, 1);
-    }
-    UpdateCheck refused;
-    refused.start(QUrl(), running); // its answer is still to come
 }
 
 template <class Dialog>
