@@ -88,6 +88,10 @@ void FindDuplicateRemovalTest::yesMovesThatOneFile()
     scene.selectMember(1);
     QVERIFY(scene.toolsAre(false));
     QCOMPARE(scene.toolbar, (QList<bool>{false, true, false, true})); // the scan, the removal
+    // And nobody misses it.
+    scene.click("compareButton");
+    QVERIFY(scene.waitForEnd());
+    QVERIFY2(scene.notice().contains(u"1 identical, 0 different, 0 not read"_s), qPrintable(scene.notice()));
 }
 
 void FindDuplicateRemovalTest::noLeavesEverythingAsItWas()
