@@ -7,6 +7,16 @@ set(CMAKE_AUTOMOC ON)
 set(CMAKE_AUTORCC ON)
 set(CMAKE_EXPORT_COMPILE_COMMANDS ON)
 
+if(NOT MSVC)
+  # Functions in sections of their own, so that the linker leaves out what nobody calls. Engines are built with -O3.
+  set(CMAKE_CXX_FLAGS_RELEASE "-O2 -DNDEBUG -ffunction-sections -fdata-sections")
+  # For the sanitizers' reports lines are enough.
+  set(CMAKE_CXX_FLAGS_RELWITHDEBINFO "-O1 -g1 -DNDEBUG")
+  if(WIN32)
+    add_link_options(-Wl,--gc-sections)
+  endif()
+endif()
+
 find_program(CCACHE ccache)
 if(CCACHE)
   # Without this it does not keep what was compiled with a precompiled header.
@@ -63,22 +73,52 @@ if(LARKSPUR_FUZZ)
   target_compile_options(larkspur_flags INTERFACE -fsanitize=fuzzer-no-link)
 endif()
 
+# Qt's test library without its definitions of each target's folders, which no precompiled header could serve.
+add_library(larkspur_qtest INTERFACE)
+target_include_directories(larkspur_qtest SYSTEM INTERFACE $<TARGET_PROPERTY:Qt6::Test,INTERFACE_INCLUDE_DIRECTORIES>)
+target_link_libraries(larkspur_qtest INTERFACE Qt6::Core $<LINK_ONLY:Qt6::Test>)
+
+# Of the tests' own sources: compiling them takes longer than running them.
+if(LARKSPUR_SANITIZE)
+  set(LARKSPUR_TEST_OPTIONS -O0 -g1)
+else()
+  set(LARKSPUR_TEST_OPTIONS -O1)
+endif()
+
 # Nine tenths of compiling a source are the toolkit's headers. They are parsed once; every source still includes what it
-# uses, which the native build of the engines and MSVC show.
-if(WIN32 AND NOT MSVC)
-  file(GENERATE OUTPUT ${CMAKE_BINARY_DIR}/precompiled.cpp CONTENT "")
-  add_library(larkspur_precompiled OBJECT ${CMAKE_BINARY_DIR}/precompiled.cpp)
+# uses, which the native build of the engines and MSVC show. Tests have a set of their own, in the native build as well.
+#
+# larkspur_precompiled_headers(NAME LINK library... HEADERS header...): compiled headers that other targets reuse.
+function(larkspur_precompiled_headers name)
+  cmake_parse_arguments(arg "" "" "LINK;HEADERS" ${ARGN})
+  file(GENERATE OUTPUT ${CMAKE_BINARY_DIR}/${name}.cpp CONTENT "")
+  add_library(${name} OBJECT ${CMAKE_BINARY_DIR}/${name}.cpp)
+  target_link_libraries(${name} PRIVATE larkspur_flags ${arg_LINK})
   # Without the definitions of the toolkit's upper libraries: GCC refuses a precompiled header that was made with one
   # that its user lacks.
-  target_link_libraries(larkspur_precompiled PRIVATE larkspur_flags Qt6::Core)
-  target_include_directories(larkspur_precompiled SYSTEM PRIVATE
-    $<TARGET_PROPERTY:Qt6::Gui,INTERFACE_INCLUDE_DIRECTORIES> $<TARGET_PROPERTY:Qt6::Widgets,INTERFACE_INCLUDE_DIRECTORIES>)
-  set_target_properties(larkspur_precompiled PROPERTIES AUTOMOC OFF)
-  target_precompile_headers(larkspur_precompiled PRIVATE
-    <QAction> <QApplication> <QBoxLayout> <QCheckBox> <QComboBox> <QDebug> <QDir> <QFile> <QHash> <QHeaderView>
-    <QIcon> <QImage> <QLabel> <QLineEdit> <QMenu> <QPainter> <QPushButton> <QSet> <QStackedLayout> <QStringList>
-    <QTimer> <QToolButton> <QTreeView> <QWidget> <algorithm> <array> <atomic> <functional> <memory> <mutex>
-    <optional> <thread> <utility> <vector>)
+  foreach(library Gui Widgets)
+    if(TARGET Qt6::${library})
+      target_include_directories(${name} SYSTEM PRIVATE $<TARGET_PROPERTY:Qt6::${library},INTERFACE_INCLUDE_DIRECTORIES>)
+    endif()
+  endforeach()
+  if(WIN32)
+    list(APPEND arg_HEADERS <QAction> <QApplication> <QBoxLayout> <QCheckBox> <QComboBox> <QHeaderView> <QLabel> <QLineEdit>
+      <QMenu> <QPushButton> <QStackedLayout> <QToolButton> <QTreeView> <QWidget>)
+  endif()
+  set_target_properties(${name} PROPERTIES AUTOMOC OFF)
+  target_precompile_headers(${name} PRIVATE ${arg_HEADERS} <QDebug> <QDir> <QFile> <QHash> <QIcon> <QImage> <QPainter>
+    <QSet> <QStringList> <QTimer> <algorithm> <array> <atomic> <functional> <memory> <mutex> <optional> <thread> <utility>
+    <vector>)
+endfunction()
+
+if(WIN32 AND NOT MSVC)
+  larkspur_precompiled_headers(larkspur_precompiled LINK Qt6::Core)
+endif()
+if(NOT MSVC)
+  # Not <QTest> itself, which depends on the definitions that the compiled headers must not have, but what it consists of.
+  larkspur_precompiled_headers(larkspur_precompiled_tests LINK larkspur_qtest HEADERS
+    <QtTest/qtestcase.h> <QtTest/qtestdata.h> <QtTest/qbenchmark.h> <QSignalSpy> <QTemporaryDir> <QBuffer> <random>)
+  target_compile_options(larkspur_precompiled_tests PRIVATE ${LARKSPUR_TEST_OPTIONS})
 endif()
 
 # larkspur_precompile(TARGET): compiles the target with the precompiled headers, where there are any.
@@ -106,6 +146,9 @@ function(larkspur_module name)
   if(engine)
     add_library(${name}_engine STATIC ${engine})
     target_link_libraries(${name}_engine PUBLIC larkspur_flags core ${arg_ENGINE_LINK})
+    if(NOT MSVC)
+      target_compile_options(${name}_engine PRIVATE $<$<CONFIG:Release>:-O3>)
+    endif()
     larkspur_precompile(${name}_engine)
     set(engine ${name}_engine)
   endif()
@@ -145,12 +188,16 @@ endfunction()
 # libraries exist in both builds.
 function(larkspur_test name)
   cmake_parse_arguments(arg "" "" "LINK" ${ARGN})
-  add_executable(${name} ${name}.cpp)
-  target_link_libraries(${name} PRIVATE larkspur_flags ${arg_LINK} Qt6::Test)
-  larkspur_precompile(${name})
+  # Its one moc file by a rule of its own: AUTOMOC would start CMake and compile an empty source for each program.
+  qt_generate_moc(${name}.cpp ${CMAKE_CURRENT_BINARY_DIR}/${name}.moc)
+  add_executable(${name} ${name}.cpp ${CMAKE_CURRENT_BINARY_DIR}/${name}.moc)
+  set_target_properties(${name} PROPERTIES AUTOMOC OFF)
+  target_include_directories(${name} PRIVATE ${CMAKE_CURRENT_BINARY_DIR})
+  target_link_libraries(${name} PRIVATE larkspur_flags ${arg_LINK} larkspur_qtest)
   if(NOT MSVC)
     # QTRY_COMPARE narrows inside; a source's options stand after those of larkspur_flags.
-    set_source_files_properties(${name}.cpp PROPERTIES COMPILE_OPTIONS -Wno-conversion)
+    set_source_files_properties(${name}.cpp PROPERTIES COMPILE_OPTIONS "-Wno-conversion;${LARKSPUR_TEST_OPTIONS}")
+    target_precompile_headers(${name} REUSE_FROM larkspur_precompiled_tests)
   endif()
   add_test(NAME ${name} COMMAND ${name})
   # Side by side: tools/wine-run gives each Windows test a registry and a desktop that no other test uses.
