@@ -34,15 +34,6 @@ if(MINGW)
   endforeach()
 endif()
 
-# Sections of whole pages in the files: Wine maps such files, and reads others into memory of each process. Windows maps
-# both.
-if(MINGW)
-  install(CODE "file(GLOB files \"\${CMAKE_INSTALL_PREFIX}/*.dll\" \"\${CMAKE_INSTALL_PREFIX}/*.exe\")
-    foreach(file IN LISTS files)
-      execute_process(COMMAND ${CMAKE_OBJCOPY} --file-alignment 4096 \"\${file}\" COMMAND_ERROR_IS_FATAL ANY)
-    endforeach()")
-endif()
-
 # The codecs' plugins come from the tool chain; without them the application still runs, with Qt's own formats.
 set(LARKSPUR_FORMATS "" CACHE PATH "Folder with plugins/imageformats and licenses of the image codecs")
 if(LARKSPUR_FORMATS)

@@ -22,8 +22,21 @@ build_windows() {
   step "building the Windows executables" cmake --build "$root/build/windows" ${1:+--target "$1"}
 }
 
+# install_windows FOLDER: what users get.
+install_windows() { cmake --install "$root/build/windows" --prefix "$1" --strip; }
+
+# The same with sections of whole pages in the files: Wine maps such files, and reads others into memory of each process.
+# Windows maps both.
+install_for_wine() {
+  local file
+  install_windows "$1" &&
+  for file in "$1"/*.dll "$1"/*.exe; do
+    x86_64-w64-mingw32-objcopy --file-alignment 4096 "$file" || return 1
+  done
+}
+
 # Into an empty folder: nothing loads what an earlier build left.
 deploy_windows() {
   rm -rf "$root/build/windows/dist"
-  step "deploying to build/windows/dist" cmake --install "$root/build/windows" --prefix "$root/build/windows/dist" --strip
+  step "deploying to build/windows/dist" install_for_wine "$root/build/windows/dist"
 }

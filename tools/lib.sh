@@ -13,12 +13,17 @@ die() { printf 'error: %s\n' "$*" >&2; exit 1; }
 # step TITLE COMMAND...: runs the command with its output in a log, prints one line with the elapsed time,
 # and shows the end of the log when it fails.
 step() {
-  local title=$1 log begin=$SECONDS
+  local title=$1 log status begin=$SECONDS
   shift
   mkdir -p "$cache/log/$checkout"
   log="$cache/log/$checkout/$(printf '%s' "$title" | tr -c 'A-Za-z0-9' '-' | cut -c1-60).log"
   printf '%-58s ' "$title ..."
-  if "$@" >"$log" 2>&1; then
+  # Not as a condition: "set -e" is off in one, and a function that fails in its middle would count as done.
+  set +e
+  (set -e; "$@") >"$log" 2>&1
+  status=$?
+  set -e
+  if [ "$status" = 0 ]; then
     printf 'done, %d s (%d s in all)\n' $((SECONDS - begin)) $((SECONDS - started))
   else
     printf 'FAILED after %d s; the end of %s:\n' $((SECONDS - begin)) "$log"

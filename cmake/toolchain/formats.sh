@@ -3,14 +3,24 @@
 # (a scratch folder) set; stage "qt" is complete, and stage "codecs" is built when it is not there.
 # Result: plugins/imageformats/*.dll and licenses/, both to be deployed.
 
-formats_plugins() {
-  local codecs
+# plugins_build SOURCE [TARGET...]: for stage "writers" as well. Stage "codecs" may have been built elsewhere and unpacked
+# here, hence the tool chain file and the option for pkg-config.
+plugins_build() {
+  local source=$1 codecs
+  shift
   codecs=$(stage_prefix codecs)
-  PKG_CONFIG_LIBDIR=$codecs/lib/pkgconfig cmake -S "$root/cmake/toolchain/formats" -B "$work/plugins" -G Ninja \
-    -DCMAKE_BUILD_TYPE=Release -DCMAKE_TOOLCHAIN_FILE="$codecs/toolchain.cmake" \
+  cat >"$work/toolchain.cmake" <<CMAKE
+include("$(stage_prefix qt)/mingw64.cmake")
+list(PREPEND CMAKE_FIND_ROOT_PATH "$codecs")
+CMAKE
+  PKG_CONFIG_LIBDIR=$codecs/lib/pkgconfig cmake -S "$root/cmake/toolchain/$source" -B "$work/plugins" -G Ninja \
+    -DCMAKE_BUILD_TYPE=Release -DCMAKE_TOOLCHAIN_FILE="$work/toolchain.cmake" -DPKG_CONFIG_ARGN=--define-prefix \
     -DCMAKE_INSTALL_PREFIX="$prefix" -DQT_HOST_PATH="$(stage_prefix qt)/host" -DCODECS="$codecs" &&
-  cmake --build "$work/plugins" && cmake --install "$work/plugins" --strip &&
-  cp -r "$codecs/licenses" "$prefix/"
+  cmake --build "$work/plugins" ${1:+--target "$@"} && cmake --install "$work/plugins" --strip
+}
+
+formats_plugins() {
+  plugins_build formats && cp -r "$(stage_prefix codecs)/licenses" "$prefix/"
 }
 
 # A plugin that needs a DLL which is not deployed would be dropped by Qt without a word.

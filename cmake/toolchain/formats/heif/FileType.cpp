@@ -14,7 +14,7 @@ namespace
 {
 
 constexpr qsizetype minorVersionEnd = 16;
-constexpr qsizetype longestBox = 256; // some 60 brands; files have three to ten
+constexpr qsizetype maxBoxBytes = 256; // some 60 brands; files have three to ten
 
 QByteArray codecOf(const QByteArray &brand)
 {
@@ -38,7 +38,7 @@ bool isGeneral(const QByteArray &brand)
 
 QByteArray formatOf(QIODevice &device)
 {
-    const QByteArray start = device.peek(longestBox);
+    const QByteArray start = device.peek(maxBoxBytes);
     if (start.size() < minorVersionEnd || start.mid(4, 4) != "ftyp")
         return {};
     const QByteArray major = start.mid(8, 4);

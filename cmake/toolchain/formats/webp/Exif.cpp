@@ -19,7 +19,7 @@ constexpr qint64 chunkHeaderBytes = 8;
 QByteArray exifOf(QIODevice &device)
 {
     constexpr char announced = 8;
-    constexpr qint64 mostBytes = 64 << 10; // the orientation stands in the first directory
+    constexpr qint64 maxBytes = 64 << 10; // the orientation stands in the first directory
     if (!device.seek(0))
         return {};
     const QByteArray start = device.read(21);
@@ -32,7 +32,7 @@ QByteArray exifOf(QIODevice &device)
             return {};
         const auto size = qFromLittleEndian<quint32>(header.constData() + 4);
         if (header.startsWith("EXIF"))
-            return device.read(std::min<qint64>(size, mostBytes));
+            return device.read(std::min<qint64>(size, maxBytes));
         at += chunkHeaderBytes + size + size % 2;
     }
     return {};
