@@ -29,7 +29,7 @@ QStringList pieces(const QString &typed)
     return typed.split(separators, Qt::SkipEmptyParts);
 }
 
-// The scan goes by what follows the last dot, so an extension with a second dot would find nothing.
+// A scan uses the part after the last dot, so an extension with a second dot would never match.
 bool isUsable(const QString &extension)
 {
     return extension.size() > 1 && extension.lastIndexOf(QLatin1Char('.')) == 0;

@@ -9,18 +9,18 @@ class QLabel;
 class QLineEdit;
 class QPushButton;
 
-// Asks for a file type of the user's own: a name and extensions.
+// Edits a user-defined file type: a name and extensions.
 class CustomFileTypeDialog : public QDialog
 {
     Q_OBJECT
 
 public:
-    // `others` are the other types; the first `before` of them come before this one in a search, and take
-    // the files of an extension that they have as well.
+    // `others` are the other types; the first `before` of them precede this one in a search, and take
+    // precedence for shared extensions.
     CustomFileTypeDialog(const duplicates::CustomFileType &type, duplicates::CategorySelection others,
                          std::size_t before, QWidget *parent = nullptr);
 
-    // What was entered; empty when it cannot be stored.
+    // The entered type; nullopt if it cannot be stored.
     std::optional<duplicates::CustomFileType> entered() const;
 
 signals:
@@ -30,7 +30,7 @@ private:
     void buildLayout();
     QString problem() const;
     bool isTaken(const QString &name) const;
-    // The text about an extension that finds nothing; empty when each finds something.
+    // A warning about an extension that never matches; empty if there is none.
     QString remark(const QStringList &extensions) const;
     void checkInput();
     void accept() override;

@@ -13,7 +13,7 @@
 namespace
 {
 
-// As large as the system's, so that a row does not move when its icon comes.
+// As large as the system's icons, so that a row does not change when its icon arrives.
 QIcon emptyIcon()
 {
     constexpr int side = 32;

@@ -9,8 +9,8 @@
 #include <QString>
 #include <QStringList>
 
-// The system's icons for files, for all lists together. Each extension is asked for once, on a thread, when a
-// row with it is painted first; until the answer comes its icon is empty. Interface thread.
+// The system's file icons, shared by all lists. Each extension is queried once on a worker thread, when a row
+// with it is first painted; until then its icon is empty. Interface thread.
 class FileIcons : public QObject
 {
     Q_OBJECT
@@ -19,13 +19,13 @@ public:
     // Lives as long as the application object.
     static FileIcons &instance();
 
-    // `fileName` bears the extension; nothing is looked at on the disk.
+    // Only the extension of `fileName` is used; the disk is not accessed.
     QIcon icon(const QString &fileName);
     static QIcon missing();
     static QIcon removed();
 
 signals:
-    void arrived(); // icons that were empty
+    void arrived(); // new icons are available
 
 private:
     explicit FileIcons(QObject *parent) : QObject(parent) {}
@@ -33,6 +33,6 @@ private:
     void ask();
 
     QHash<QString, QIcon> m_bySuffix;
-    QStringList m_unknown; // suffixes to be asked for
+    QStringList m_unknown; // suffixes to query
     core::LatestAnswer m_answer;
 };

@@ -9,18 +9,18 @@
 
 #include <atomic>
 
-// Compares the contents of files byte by byte.
+// Compares file contents byte by byte.
 class FindDuplicateCompareThread : public core::WorkerThread
 {
     Q_OBJECT
 
 public:
-    // `fileSize` is the size that each was found with.
+    // `fileSize` is the size found by the scan.
     FindDuplicateCompareThread(QStringList paths, quint64 fileSize);
 
-    // How far it is, 0 to 1000; any thread.
+    // Progress from 0 to 1000; any thread.
     int permille() const noexcept { return m_permille.load(std::memory_order_relaxed); }
-    // After compareFinish(), one a path; none when it failed.
+    // After compareFinish(), one per path; empty if it failed.
     std::vector<duplicates::ContentState> takeStates() { return std::move(m_states); }
 
 signals:

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-// The results page: the comparison of contents.
+// The part of the results page that compares contents.
 #include "FindDuplicate/FindDuplicateResultForm.h"
 
 #include "FindDuplicate/MemberModel.h"
@@ -40,7 +40,7 @@ void FindDuplicateResultForm::compareContents()
     showComparing(true);
 }
 
-// At once: it may be in the middle of a read that takes a lost share minutes.
+// Does not wait: the comparison may be in a read that takes minutes on a lost share.
 void FindDuplicateResultForm::cancelComparison()
 {
     if (!m_comparing.isWaiting())

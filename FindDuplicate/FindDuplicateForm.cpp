@@ -22,7 +22,7 @@ using Groups = std::vector<duplicates::DuplicateGroup>;
 namespace
 {
 
-// Destroying a million records takes longer than the interface may wait.
+// Destroying a million records takes too long for the interface thread.
 void destroyInBackground(std::shared_ptr<Groups> groups)
 {
     if (!groups->empty())
@@ -66,7 +66,7 @@ void FindDuplicateForm::dropPage(Page *&page)
     page->disconnect(this);
     m_pages->removeWidget(page);
     page->hide();
-    page->deleteLater(); // its signal may be the one that is being handled
+    page->deleteLater(); // this may be called by one of its signals
     page = nullptr;
 }
 
@@ -74,12 +74,12 @@ void FindDuplicateForm::scan(const QString &folder)
 {
     if (isScanning() || (m_results && m_results->isRemoving()) || folder.isEmpty())
         return;
-    // At once: it shares the groups, which are to go on another thread.
+    // Deleted at once, since it shares ownership of the groups, which must be destroyed on another thread.
     delete std::exchange(m_results, nullptr);
     destroyInBackground(std::exchange(m_groups, std::make_shared<Groups>()));
     duplicates::reloadFinderSettings(m_settings);
     m_root = core::walkRoot(folder);
-    m_start->notice()->hide(); // it was about an earlier scan
+    m_start->notice()->hide(); // it refers to an earlier scan
     m_resultNotice.clear();
     m_thread = new FindDuplicateThread(makeJob(m_root));
     startScan(tr("Searching in progress. Please wait ..."), tr("Stopping the search ..."),
@@ -160,7 +160,7 @@ void FindDuplicateForm::OnBackToMain()
     if (m_results && m_results->isRemoving())
         return;
     if (m_results)
-        m_results->requestStop(); // of a comparison that nobody waits for any more
+        m_results->requestStop(); // of a comparison that is no longer needed
     showStartPage();
     if (m_results)
         m_start->notice()->showNotice(NoticeBar::Kind::Info,

@@ -15,24 +15,24 @@ class FindDuplicateNoResultFoundForm;
 class FindDuplicateResultForm;
 class FindDuplicateStartForm;
 
-// The duplicate file finder. Shows its start page, and over it the page of a scan or of its result.
+// The duplicate file finder. Shows its start page, or the page of a scan or its result.
 class FindDuplicateForm : public ScanForm
 {
     Q_OBJECT
 
 public:
-    // Each scan has an enumerator of its own, made by this.
+    // Creates an enumerator for each scan.
     using EnumeratorFactory = std::function<std::unique_ptr<core::DirectoryEnumerator>()>;
 
     explicit FindDuplicateForm(QWidget *parent = nullptr);
     explicit FindDuplicateForm(EnumeratorFactory enumerators, QWidget *parent = nullptr);
 
     bool isScanning() const { return m_thread != nullptr; }
-    // Of the last scan, largest file first.
+    // Of the last scan, largest files first.
     const std::vector<duplicates::DuplicateGroup> &groups() const { return *m_groups; }
 
 public slots:
-    // Scans a folder in any spelling. Does nothing while a scan or a removal runs.
+    // Scans a folder in any spelling. Does nothing while a scan or removal is running.
     void scan(const QString &folder);
 
     void onScanFinish();
@@ -55,7 +55,7 @@ private:
 
     EnumeratorFactory m_enumerators;
     duplicates::FinderSettings m_settings;
-    // Shared with the page that shows them.
+    // Shared with the results page.
     std::shared_ptr<std::vector<duplicates::DuplicateGroup>> m_groups;
     std::size_t m_filesCompared = 0;
     int m_foldersUnread = 0;
@@ -65,6 +65,6 @@ private:
     FindDuplicateNoResultFoundForm *m_noResult = nullptr;
 
     QAction m_showLast;
-    QString m_resultNotice;                  // to be shown with the result of the scan that runs
-    FindDuplicateThread *m_thread = nullptr; // of the scan that runs; the host's
+    QString m_resultNotice;                  // shown with the result of the running scan
+    FindDuplicateThread *m_thread = nullptr; // of the running scan; owned by the host
 };

@@ -6,7 +6,7 @@
 class EmptyState;
 class QPushButton;
 
-// What is shown when a scan found no duplicates.
+// Shown when a scan found no duplicates.
 class FindDuplicateNoResultFoundForm : public QWidget
 {
     Q_OBJECT

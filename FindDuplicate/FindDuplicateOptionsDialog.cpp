@@ -112,8 +112,7 @@ void FindDuplicateOptionsDialog::buildSize(QVBoxLayout *layout)
     m_ignoreSmall->setChecked(m_settings.ignoreSmallFile);
     m_smallSize->setObjectName(QStringLiteral("smallFileSizeSpinBox"));
     m_smallSize->setAccessibleName(m_ignoreSmall->text());
-    // A stored number beyond what the dialog offers is in force, so it is shown and stays until it is
-    // changed.
+    // A stored number beyond the dialog's limit is in effect, so it is shown and kept until it is changed.
     m_smallSize->setRange(std::min(0, m_settings.smallFileSize),
                           std::max(duplicates::maxSmallFileSize, m_settings.smallFileSize));
     m_smallSize->setValue(m_settings.smallFileSize);
@@ -124,7 +123,7 @@ void FindDuplicateOptionsDialog::buildSize(QVBoxLayout *layout)
     row->addWidget(m_smallSize);
     row->addWidget(unit);
     row->addStretch();
-    // The label and the scan disagree about the unit, on purpose; this is where a user can find out.
+    // The label and the scan deliberately use different units; this text explains it to the user.
     const QString help = tr("The number is compared with the size of a file in bytes, and it is in force "
                             "whether the box is checked or not: 20 leaves out files of up to 19 bytes.");
     m_ignoreSmall->setToolTip(help);
@@ -175,7 +174,7 @@ void FindDuplicateOptionsDialog::connectAll()
 void FindDuplicateOptionsDialog::showCategories()
 {
     const int row = m_categories->indexOfTopLevelItem(m_categories->currentItem());
-    // While it is cleared the list tells of another current row, and holds rows of categories that are gone.
+    // While the list is rebuilt it emits changes of the current row, and contains rows of removed categories.
     const QSignalBlocker untilItFits(m_categories);
     m_categories->clear();
     for (const SelectableCategory &category : m_settings.categories) {

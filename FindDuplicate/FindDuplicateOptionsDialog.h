@@ -14,8 +14,8 @@ class QSpinBox;
 class QTreeWidgetItem;
 class QVBoxLayout;
 
-// Which file types are searched for, the smallest size, and the user's own types. Stores what was edited when
-// it is accepted, and stays open when that fails.
+// Selects the file types to search, the minimum size, and the user's own types. Stores the edits on accept,
+// and stays open if that fails.
 class FindDuplicateOptionsDialog : public QDialog
 {
     Q_OBJECT

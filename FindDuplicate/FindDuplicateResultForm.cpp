@@ -29,7 +29,7 @@ namespace
 {
 
 constexpr int progressTick = 50; // ms
-constexpr int rowLines = 3;      // below the title; the last one is for the badges
+constexpr int rowLines = 3;      // below the title; the last one shows the badges
 
 } // namespace
 
@@ -132,7 +132,7 @@ bool FindDuplicateResultForm::start()
 
 void FindDuplicateResultForm::showSummary()
 {
-    // Where the disk was asked, other names of a file and files that differ are known.
+    // For groups checked on disk, hard links and differing contents are taken into account.
     quint64 bytes = m_statistics.freeableBytes;
     for (auto known = m_spareBytes.cbegin(); known != m_spareBytes.cend(); ++known)
         bytes += known.value() - duplicates::freeableBytes(groupAt(known.key()));
@@ -201,7 +201,7 @@ void FindDuplicateResultForm::forgetFindings(int group)
 {
     m_contents.remove(group);
     m_memberModel->setContents({});
-    // What could not be moved may be tried again.
+    // Files that could not be moved may be tried again.
     for (FileRecord &file : (*m_groups)[static_cast<std::size_t>(group)].members)
         file.checked = file.moved;
 }

@@ -19,7 +19,7 @@ class MemberModel;
 class QProgressBar;
 class QPushButton;
 
-// The groups of duplicates that a scan found, the members of the selected one, and the comparison of their
+// The groups of duplicates found by a scan, the members of the selected group, and the comparison of their
 // contents.
 class FindDuplicateResultForm : public duplicates::GroupsPage
 {
@@ -28,13 +28,13 @@ class FindDuplicateResultForm : public duplicates::GroupsPage
 public:
     using Groups = std::vector<duplicates::DuplicateGroup>;
 
-    // `root` is the folder that was scanned; that many folders in it could not be read. Nobody else changes
-    // the groups while the page lives.
+    // `root` is the scanned folder; the number is that of its unreadable folders. The groups must not be
+    // changed elsewhere while the page exists.
     FindDuplicateResultForm(const QString &root, std::shared_ptr<Groups> groups, int foldersUnread,
                             QWidget *parent = nullptr);
     ~FindDuplicateResultForm() override;
 
-    // Builds the list; resultReady() follows. False when there is nothing to show.
+    // Builds the list; resultReady() follows. False if there is nothing to show.
     bool start();
 
 private:
@@ -78,6 +78,6 @@ private:
     int m_comparedGroup = -1;
     std::vector<int> m_comparedMembers;
     QHash<int, duplicates::GroupContents> m_contents; // by group
-    QHash<int, quint64> m_spareBytes;                 // of the groups that the disk was asked about
-    core::LatestAnswer m_comparing;                   // their contents
+    QHash<int, quint64> m_spareBytes;                 // of the groups that were checked on disk
+    core::LatestAnswer m_comparing;                   // comparing their contents
 };

@@ -3,7 +3,7 @@
 
 #include "widgets/StartPage.h"
 
-// Where a scan begins: any folder, or one dropped on the page.
+// The start page: choose a folder or drop one.
 class FindDuplicateStartForm : public StartPage
 {
     Q_OBJECT

@@ -6,15 +6,15 @@
 
 #include <memory>
 
-// What a scan needs, put together before it starts.
+// The parameters of a scan.
 struct FindDuplicateJob {
     QString root;
     duplicates::ScanOptions options;
     std::unique_ptr<core::DirectoryEnumerator> enumerator;
 };
 
-// Scans a folder for duplicates. All signals but scanFinish() are emitted on this thread, for every single
-// entry of the file system: take them through a core::ProgressRelay.
+// Scans a folder for duplicates. All signals except scanFinish() are emitted on the worker thread for every
+// file system entry: connect through a core::ProgressRelay.
 class FindDuplicateThread : public core::WorkerThread, private duplicates::ScanListener
 {
     Q_OBJECT
@@ -22,7 +22,7 @@ class FindDuplicateThread : public core::WorkerThread, private duplicates::ScanL
 public:
     explicit FindDuplicateThread(FindDuplicateJob job);
 
-    // After scanFinish(). A cancelled scan has the groups of what it met.
+    // After scanFinish(). A cancelled scan has the groups found so far.
     duplicates::ScanResult takeResult() { return std::move(m_result); }
 
 signals:

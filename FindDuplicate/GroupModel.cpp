@@ -24,7 +24,7 @@ QString movedText()
     return GroupModel::tr("The file was moved to another location");
 }
 
-// The row's whole text. A blank line stands between the name and the rest.
+// The complete text of the row. A blank line separates the name from the rest.
 QString wholeText(const FileRecord &file)
 {
     return file.name + QStringLiteral("\n\n") + file.folder() + QLatin1Char('\n') + lastAccessText(file);

@@ -6,7 +6,7 @@
 
 #include <vector>
 
-// The list of groups. Texts and icons are made when a row is painted.
+// The list of groups. Texts and icons are created when a row is painted.
 class GroupModel : public duplicates::GroupListModel
 {
     Q_OBJECT
@@ -17,7 +17,7 @@ public:
 
     using GroupListModel::GroupListModel;
 
-    // The groups belong to the caller and stay as long as they are shown. Lists all of them.
+    // The caller owns the groups, which must stay valid while they are shown. Lists all of them.
     void setGroups(const std::vector<duplicates::DuplicateGroup> *groups);
 
     int columnCount(const QModelIndex &parent = {}) const override;

@@ -19,8 +19,8 @@ namespace
 
 using Tone = RowBadge::Tone;
 
-// What became of a removal that was asked for: whether the file went is known from the move, and whether
-// something bears its path now, from the disk.
+// The outcome of a removal: whether the file was moved is known from the move, whether its path exists now
+// from the disk.
 RowBadge removalBadge(const FileRecord &file, bool exists)
 {
     if (file.moved)
@@ -30,7 +30,7 @@ RowBadge removalBadge(const FileRecord &file, bool exists)
                   : RowBadge{MemberModel::tr("could not be moved, and has gone since"), Tone::Warning};
 }
 
-// What lies there belongs to Windows or to a program that was installed, whatever it is a copy of.
+// A file in this folder belongs to Windows or an installed program, whatever it is a copy of.
 RowBadge installedBadge(const QString &folder)
 {
     using platform::KnownFolder;
@@ -100,7 +100,7 @@ QVariant MemberModel::data(const QModelIndex &index, int role) const
     }
 }
 
-// Gone by other hands than the user's own here.
+// It disappeared, but not through a removal on this page.
 bool MemberModel::isMissing(int member) const
 {
     const std::optional<MemberFacts> known = facts(member);
@@ -131,7 +131,7 @@ QVariant MemberModel::textData(int member, int role) const
     case FileRowDelegate::TitleRole:
         return isMissing(member) ? moved : file.name;
     case FileRowDelegate::LinesRole:
-        // The badges have the last line to themselves.
+        // The badges use the last line alone.
         return QStringList{isMissing(member) ? file.fullPath() : file.folder(),
                            tr("File Size: ") + core::sizeText(file.size), QString()};
     case FileRowDelegate::StruckRole:
@@ -143,7 +143,7 @@ QVariant MemberModel::textData(int member, int role) const
     }
 }
 
-// With the badges one below the other: a narrow row has no room for all.
+// Lists the badges one per line, since a narrow row has no room for all.
 QString MemberModel::toolTip(int member) const
 {
     QString text = m_group->members[static_cast<std::size_t>(member)].fullPath();
@@ -157,7 +157,7 @@ QList<RowBadge> MemberModel::badges(int member) const
     const std::optional<MemberFacts> known = facts(member);
     const FileRecord &file = m_group->members[static_cast<std::size_t>(member)];
     QList<RowBadge> result;
-    if (file.checked) // until the disk tells otherwise, things are as the move left them
+    if (file.checked) // until the disk has been checked, the outcome of the move counts
         result.append(removalBadge(file, known ? known->mark.exists : !file.moved));
     appendDiskBadges(result, member);
     const auto index = static_cast<std::size_t>(member);
@@ -189,7 +189,7 @@ void MemberModel::appendDiskBadges(QList<RowBadge> &badges, int member) const
         badges.append({tr("changed since the scan"), Tone::Warning});
 }
 
-// By another name, or the same name reached in another way.
+// Reached by another name (hard link), or the same name by another path.
 RowBadge MemberModel::sameFileBadge(const MemberFacts &known) const
 {
     const QString row = QString::number(known.mark.sameFileAs + 1);

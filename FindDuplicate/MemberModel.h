@@ -20,10 +20,10 @@ public:
 
     using MemberListModel::MemberListModel;
 
-    // The group belongs to the caller and stays as long as it is shown; null shows none. Nothing is known
-    // about its members yet.
+    // The caller owns the group, which must stay valid while it is shown; null shows none. Clears all facts
+    // about its members.
     void setGroup(const duplicates::DuplicateGroup *group, int groupIndex);
-    // One a member, or none: not compared.
+    // One per member, or empty if not compared.
     void setContents(std::vector<duplicates::ContentState> contents);
     const duplicates::GroupContents &contents() const { return m_contents; }
 
@@ -46,5 +46,5 @@ private:
 
     const duplicates::DuplicateGroup *m_group = nullptr;
     std::vector<duplicates::ContentState> m_contents;
-    std::optional<std::size_t> m_proposed; // to be kept
+    std::optional<std::size_t> m_proposed; // suggested to be kept
 };

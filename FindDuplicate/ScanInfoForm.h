@@ -3,7 +3,7 @@
 
 #include "widgets/ScanPage.h"
 
-// What is shown while the duplicate finder scans.
+// Shown while a scan is running.
 class ScanInfoForm : public ScanPage
 {
     Q_OBJECT

@@ -15,7 +15,7 @@ namespace
 
 constexpr QStringView key = settings::keys::findDuplicate;
 
-// With the index that it is stored under, which its flag goes by: a damaged one before it is passed over.
+// With its stored index, which its flag uses too: damaged entries before it are skipped.
 struct StoredType {
     int index;
     CustomFileType type;
@@ -46,7 +46,7 @@ bool saveCustomTypes(const std::vector<CustomFileType> &types)
                                        types[static_cast<std::size_t>(index)].storedText());
     if (!stored)
         return false;
-    // What an earlier, longer list left behind; the flags below likewise.
+    // Deletes leftovers of an earlier, longer list; the same for the flags below.
     for (int index = count; settings::deleteValue(key, settings::numbered(customFileType, index)); ++index)
         ;
     return true;
@@ -58,8 +58,7 @@ std::optional<quint32> storedFlag(int category)
     return settings::readDword(key, QString::number(category), flag) ? std::optional(flag) : std::nullopt;
 }
 
-// The built-in categories in their order, since the flags go by index, with the extensions that the user gave
-// them.
+// The built-in categories in their order, as flags are stored by index, with the user's extensions.
 core::FileTypeTable namedCategories()
 {
     core::FileTypeTable named = core::defaultFileTypes();
@@ -87,7 +86,7 @@ void reloadFinderSettings(FinderSettings &held)
 {
     const core::FileTypeTable named = namedCategories();
     const bool stored = settings::keyExists(key);
-    std::vector<int> flags; // where they are stored, by category
+    std::vector<int> flags; // storage index by category
     if (stored) {
         flags.resize(named.size());
         std::iota(flags.begin(), flags.end(), 0);

@@ -8,40 +8,40 @@
 
 #include <vector>
 
-// What the duplicate finder keeps in the registry: read before each scan and by the options dialog, written
-// when the dialog is accepted. Interface thread.
+// The registry values of the duplicate finder: read before each scan and by the options dialog, written when
+// the dialog is accepted. Interface thread.
 namespace duplicates
 {
 
 inline constexpr qint32 maxSmallFileSize = 10240; // of the spin box
 
-// Below HKEY_CURRENT_USER\settings::keys::findDuplicate. A category's flag has its index in decimal as name.
+// Below HKEY_CURRENT_USER\settings::keys::findDuplicate. A category's flag is named after its decimal index.
 inline constexpr settings::Flag ignoreSmallFileValue{settings::keys::findDuplicate, u"ignoreSmallFile", true};
-// Any stored number counts for a scan, a negative one too; see ScanOptions::smallFileSize about its unit.
+// Any stored number is used by a scan, even a negative one; see ScanOptions::smallFileSize about its unit.
 inline constexpr settings::Number smallFileSizeValue{settings::keys::findDuplicate, u"smallFileSize", 20};
-// The user's own types: a number of values, and each under its index, as CustomFileType::storedText().
+// The user's own types: their count, and each under its index as CustomFileType::storedText().
 inline constexpr QStringView customFileTypeCount = u"CustomFileTypeCount";
 inline constexpr QStringView customFileType = u"CustomFileType";
-// A damaged count must not cost four thousand million reads.
+// Limits the reads for a damaged count.
 inline constexpr quint32 maxCustomFileTypes = 1000;
 
 struct FinderSettings {
     // The built-in categories in their order, with the extensions of settings::loadFileTypesOrDefaults(),
-    // then one for each custom type.
+    // followed by the custom types.
     CategorySelection categories;
     std::vector<CustomFileType> customTypes;
     bool ignoreSmallFile = true;
     qint32 smallFileSize = 20;
 };
 
-// Everything selected, and no custom type.
+// Everything selected, without custom types.
 FinderSettings defaultFinderSettings();
 
-// Replaces what is held by what is stored, absent values by their defaults. Without the settings key nothing
-// was ever stored: what is held stays, but for the extensions of the categories.
+// Replaces the values in `held` by the stored ones, missing values by their defaults. If the settings key
+// does not exist, nothing was ever stored: then only the extensions of the categories are updated.
 void reloadFinderSettings(FinderSettings &held);
-// Takes the flags from `categories`, which must have an entry for each custom type. False when Windows
-// refuses any of it.
+// Takes the flags from `categories`, which must have an entry for each custom type. False if any value could
+// not be written.
 bool saveFinderSettings(const FinderSettings &changed);
 
 } // namespace duplicates

@@ -16,8 +16,8 @@ namespace
 
 using Folded = QVarLengthArray<char16_t, 32>;
 
-// Two texts have equal folds exactly when QString::compare() calls them equal without regard to case. That
-// function folds code point by code point, where toCaseFolded() may lengthen a text ("ß" to "ss").
+// Two folded texts are equal exactly when QString::compare() considers them equal ignoring case. That
+// function folds code point by code point, whereas toCaseFolded() may lengthen a text ("ß" to "ss").
 Folded folded(QStringView text)
 {
     Folded result;
@@ -66,7 +66,7 @@ SuffixMatcher::SuffixMatcher(const CategorySelection &selection)
             if (extension.size() < 2 || !extension.startsWith(u'.'))
                 continue;
             const QString suffix = view(folded(QStringView(extension).sliced(1))).toString();
-            m_bySuffix.try_emplace(suffix, static_cast<int>(i)); // the first category to list it keeps it
+            m_bySuffix.try_emplace(suffix, static_cast<int>(i)); // the first category that lists it wins
             m_longest = std::max(m_longest, suffix.size());
         }
     }

@@ -15,8 +15,8 @@
 namespace duplicates
 {
 
-// A category that the user can take into a scan or leave out. Its index in the selection is, in decimal, the
-// name of the settings value that stores its flag.
+// A category that can be selected for a scan. Its decimal index in the selection is the name of the settings
+// value with its flag.
 struct SelectableCategory {
     QString name;
     QStringList extensions; // each with a leading dot
@@ -25,26 +25,26 @@ struct SelectableCategory {
 
 using CategorySelection = std::vector<SelectableCategory>;
 
-// The named categories in their order, then the user's own; all selected. Whether the folder size analyzer
-// counts a category (FileTypeCategory::enabled) plays no part here.
+// The named categories in their order, then the user's own; all selected. FileTypeCategory::enabled, used by
+// the folder size analyzer, is ignored here.
 CategorySelection categorySelection(const core::FileTypeTable &named,
                                     const std::vector<CustomFileType> &custom);
 
-// What a stored flag means: 1 is selected, an absent one too, any other value is not.
+// A stored flag of 1 means selected, as does an absent one; any other value does not.
 constexpr bool isSelectedByStoredFlag(std::optional<quint32> stored)
 {
     return stored.value_or(1) == 1;
 }
 
-// Finds a file's category by one hash access, with the answer of going through the selected categories and
-// the extensions of each in order. Here an extension is what follows the LAST dot, unlike
-// core::FileTypeMatcher: an extension with two dots matches nothing.
+// Finds a file's category by a single hash lookup, with the same result as searching the extensions of the
+// selected categories in order. Here an extension is the part after the LAST dot, unlike in
+// core::FileTypeMatcher: an extension with two dots never matches.
 class SuffixMatcher
 {
 public:
     explicit SuffixMatcher(const CategorySelection &selection);
 
-    // The index of the first selected category that lists the name's extension, -1 when none does.
+    // The index of the first selected category that lists the name's extension; -1 if none does.
     int match(QStringView fileName) const;
 
 private:

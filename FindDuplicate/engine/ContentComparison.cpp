@@ -14,11 +14,11 @@ namespace
 {
 
 constexpr qint64 chunkSize = qint64(1) << 20;
-constexpr std::size_t filesAtOnce = 16; // beside the reference
+constexpr std::size_t filesAtOnce = 16; // in addition to the reference
 
 using Buffer = std::vector<char>;
 
-// Fills the buffer unless the file ends before; -1 on an error.
+// Fills the buffer unless the file ends first; -1 on an error.
 qint64 readChunk(ContentReader::File &file, Buffer &buffer)
 {
     qint64 filled = 0;
@@ -86,7 +86,7 @@ std::vector<ContentState> Comparison::run()
             m_states[reference] = ContentState::Reference;
             break;
         }
-        // What was found by comparing with an unreadable file counts for nothing.
+        // Comparisons with an unreadable file do not count.
         for (ContentState &state : m_states)
             if (state == ContentState::Identical || state == ContentState::Different)
                 state = ContentState::NotCompared;
@@ -115,7 +115,7 @@ std::vector<std::size_t> Comparison::undecided() const
     return members;
 }
 
-// False when the reference cannot be read.
+// False if the reference cannot be read.
 bool Comparison::compareWith(std::size_t reference)
 {
     std::vector<std::size_t> members = undecided();
@@ -173,7 +173,7 @@ std::vector<Comparison::Opened> Comparison::openAll(const std::vector<std::size_
     return opened;
 }
 
-// True when the member goes on: nothing that differs was met.
+// True if no difference was found so far and the comparison continues.
 bool Comparison::compareNext(Opened &candidate, const Buffer &expected, qint64 length, Buffer &buffer)
 {
     const qint64 got = readChunk(*candidate.file, buffer);
@@ -191,7 +191,7 @@ bool Comparison::compareNext(Opened &candidate, const Buffer &expected, qint64 l
     return true;
 }
 
-// Progress counts a decided member as compared to its end.
+// For progress, a member whose state is decided counts as completely compared.
 void Comparison::decide(const Opened &opened, ContentState state)
 {
     m_states[opened.member] = state;

@@ -22,7 +22,7 @@ void appendEscaped(QString &to, const QString &field)
     }
 }
 
-// The character that stands for `escaped` after a backslash.
+// The character for an escape sequence, given the character after the backslash.
 std::optional<QChar> unescaped(QChar escaped)
 {
     if (escaped == u';' || escaped == u'\\')

@@ -9,11 +9,11 @@
 namespace duplicates
 {
 
-// A file that a scan compares, as its folder's listing described it: nothing of it is read from the file
-// itself. Times are FILETIME values (100 ns since 1601-01-01 UTC).
+// A file of a scan as described by its folder's listing: nothing is read from the file itself. Times are
+// FILETIME values (100 ns since 1601-01-01 UTC).
 struct FileRecord {
     QString name;
-    // The folder as it was walked, without a separator at its end: a drive root is "D:". Shared by all its
+    // The folder as it was walked, without a trailing separator: a drive root is "D:". Shared by all its
     // files.
     QString walkedFolder;
     quint64 size = 0;
@@ -22,21 +22,22 @@ struct FileRecord {
     quint64 lastWriteTime = 0;
     // core::isPlaceholder() of its attributes.
     bool placeholder = false;
-    // Set by the results view once the user has asked for the file's removal.
+    // Set by the results page once the user has requested the file's removal.
     bool checked = false;
-    // Set with `checked` when the file did go: it may be held open by another program.
+    // Set in addition to `checked` if the file was really moved, which fails for instance if another program
+    // holds it open.
     bool moved = false;
 
-    // The folder as it is shown: a drive root is "D:\".
+    // The folder in display form: a drive root is "D:\".
     QString folder() const;
     QString fullPath() const;
-    // What follows the last dot of the name, without the dot.
+    // The part of the name after its last dot.
     QString suffix() const;
 
     bool operator==(const FileRecord &) const = default;
 };
 
-// Files with one size and one last-write time: the earliest met first, then the others in walk order.
+// Files of equal size and last-write time: the first one found, then the others in walk order.
 struct DuplicateGroup {
     std::vector<FileRecord> members;
     quint64 size = 0; // of each member, in bytes
@@ -44,7 +45,7 @@ struct DuplicateGroup {
     bool operator==(const DuplicateGroup &) const = default;
 };
 
-// What follows the last dot; empty without a dot, and for a name that ends in one.
+// The part after the last dot; empty without a dot or if the name ends in one.
 QStringView suffixOf(QStringView fileName);
 
 } // namespace duplicates

@@ -13,7 +13,7 @@ namespace duplicates
 namespace
 {
 
-// The finaliser of the SplitMix64 generator: every input bit reaches every output bit.
+// The finaliser of the SplitMix64 generator: every input bit affects every output bit.
 quint64 mixed(quint64 value)
 {
     value = (value ^ (value >> 30)) * 0xbf58476d1ce4e5b9U;
@@ -83,8 +83,8 @@ void DuplicateGrouper::add(FileRecord file)
     m_groups[group].members.push_back(std::move(file));
 }
 
-// The report's rule puts each group, in category order and order of creation, before the first one that is
-// not larger. What is already there is sorted, so that a later group ends up before all its equals: a stable
+// The report inserts each group, in category order and order of creation, before the first group that is not
+// larger. The list is sorted at any time, so a later group comes before all equal ones: the same as a stable
 // sort of the reversed sequence.
 std::vector<DuplicateGroup> combinedGroups(std::vector<std::vector<DuplicateGroup>> byCategory)
 {

@@ -13,22 +13,21 @@
 #include <utility>
 #include <vector>
 
-// Which groups a results page lists, and in which order. A group is anything with `members` that are
-// FileRecords; both finders have one.
+// Selects and sorts the groups of a results page. A group is any type with `members` that are FileRecords;
+// both finders have one.
 namespace duplicates
 {
 
-// Ties keep the order of the report.
+// Stable: ties keep report order.
 enum class GroupOrder {
     Report,   // largest file first
-    Freeable, // most bytes first, as `freeable` says
+    Freeable, // most bytes first, from `freeable`
     Members,  // most first
     Name,     // of the first member, ignoring case
     Folder    // of the first member, ignoring case
 };
 
-// Finds a text in the name of a file, or in its folder as far as that lies below the scanned `root`, ignoring
-// case.
+// Searches a text in file names, and in the part of their folders below the scanned `root`, ignoring case.
 class FileSearch
 {
 public:
@@ -41,8 +40,8 @@ private:
     QStringMatcher m_matcher;
 };
 
-// Each key is made once: there may be a hundred thousand groups, and folding the case of a path takes longer
-// than comparing two.
+// Sorts with precomputed keys: there may be a hundred thousand groups, and folding the case of a path takes
+// longer than comparing two.
 template <class Before, class KeyOf>
 void sortGroups(std::vector<int> &listed, Before before, KeyOf keyOf)
 {
@@ -56,8 +55,8 @@ void sortGroups(std::vector<int> &listed, Before before, KeyOf keyOf)
     std::transform(rows.cbegin(), rows.cend(), listed.begin(), [](const Row &row) { return row.second; });
 }
 
-// The indexes of the groups with a member that `search` finds; an empty one finds every group. `freeable` has
-// the bytes of each group, and is needed for that order only.
+// The indexes of the groups with a matching member; an empty search matches every group. `freeable` contains
+// the bytes per group, and is only needed for that order.
 template <class Group>
 std::vector<int> listedGroups(const std::vector<Group> &groups, const QString &root, const QString &search,
                               GroupOrder order, const std::vector<quint64> &freeable)
@@ -92,7 +91,7 @@ std::vector<int> listedGroups(const std::vector<Group> &groups, const QString &r
     return listed;
 }
 
-// Of each of these groups, the first member that was not removed. Groups without one are left out.
+// The first member of each of these groups that was not removed. Skips groups without one.
 template <class Group>
 QStringList firstPaths(const std::vector<Group> &groups, const std::vector<int> &wanted)
 {

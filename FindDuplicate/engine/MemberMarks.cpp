@@ -34,7 +34,7 @@ std::vector<MemberMark> markMembers(const std::vector<MemberState> &members)
         if (!isNew)
             marks[i].sameFileAs = first->second;
     }
-    // Each known identity is a file of its own. A member of unknown identity may be any one of them.
+    // Each known identity is a separate file. A member of unknown identity may be any of them.
     std::unordered_map<int, std::unordered_set<core::FileIdentity, IdentityHash>> filesOf; // by content
     for (const MemberState &member : members)
         if (member.exists && member.identity && member.isCopy)

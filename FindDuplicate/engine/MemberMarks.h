@@ -9,34 +9,33 @@
 namespace duplicates
 {
 
-// What the disk says now about one member of a group.
+// The current state of a group member on disk.
 struct MemberState {
     bool exists = false;
-    // Empty when the file system does not tell.
+    // nullopt if the file system does not provide it.
     std::optional<core::FileIdentity> identity;
-    // May count as a copy that is left when another member goes: its identity is certain, and it is the file
-    // that was scanned, in the folder that was scanned.
+    // Whether it counts as a remaining copy when another member is removed: its identity is certain, and it
+    // is the scanned file in the scanned folder.
     bool isCopy = true;
-    // Members of different contents are no copies of each other: one number for each content, the same for
-    // all as long as they have not been compared.
+    // A number per distinct content: members with different contents are no copies of each other. The same
+    // for all members before a comparison.
     int content = 0;
 };
 
 // What the user should know about a member before removing it.
 struct MemberMark {
     bool exists = false;
-    // No other member is certain to be another file of that content: removing this one may remove the only
-    // copy. Several members can bear the mark, when they are one file under several names.
+    // No other member is certain to be a different file with the same content: removing this one may remove
+    // the only copy. Several members can have this mark if they are one file under several names.
     bool lastCopy = false;
-    // The first member that is the same file as this one by another path (a link, a short name, other case),
-    // -1 when there is none. Removing one of the two frees nothing, or takes both away.
+    // The first member that is the same file by another path (a link, a short name, another case); -1 if
+    // there is none. Removing one of the two either frees nothing or removes both.
     int sameFileAs = -1;
 
     bool operator==(const MemberMark &) const = default;
 };
 
-// One mark a member, in the order of the members. A member of unknown identity is never taken for a further
-// copy.
+// One mark per member, in member order. A member of unknown identity never counts as another copy.
 std::vector<MemberMark> markMembers(const std::vector<MemberState> &members);
 
 } // namespace duplicates

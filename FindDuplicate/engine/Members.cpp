@@ -9,7 +9,7 @@ namespace duplicates
 namespace
 {
 
-// All but the mark, of which only `exists`, and but for `throughLink`.
+// Sets everything except `throughLink` and the mark, of which only `exists` is set.
 MemberFacts factsOf(const FileRecord &file, core::FileProbe &probe)
 {
     MemberFacts facts;
@@ -19,7 +19,8 @@ MemberFacts factsOf(const FileRecord &file, core::FileProbe &probe)
     if (!attributes)
         return facts;
     facts.placeholder = core::isPlaceholder(*attributes);
-    // Even to ask who it is would fetch this one; without an identity it counts as nobody's further copy.
+    // Even querying the identity would download this file; without an identity it never counts as another
+    // copy.
     if ((*attributes & core::AttributeRecallOnOpen) != 0)
         return facts;
     if (const std::optional<core::FileFacts> opened = probe.facts(path)) {
@@ -37,7 +38,7 @@ bool isThroughLink(const QString &root, const FileRecord &file, const MemberFact
     return facts.identity && !probe.isInside(root, file.fullPath());
 }
 
-// Nothing where no file could be read: that says nothing about their contents.
+// Empty if no file could be read, which says nothing about the contents.
 GroupContents found(const GroupContents &contents)
 {
     const bool any =
@@ -45,14 +46,14 @@ GroupContents found(const GroupContents &contents)
     return any ? contents : GroupContents();
 }
 
-// Of what a comparison found alike. Everything is, as long as there was none.
+// Whether it was found identical by a comparison. Before a comparison all members count as identical.
 bool isAlike(const GroupContents &contents, std::size_t member)
 {
     return contents.empty() || contents[member] == ContentState::Reference ||
            contents[member] == ContentState::Identical;
 }
 
-// Whether it may be the one to be kept.
+// Whether this member may be suggested to be kept.
 bool isChoice(const FileRecord &file, const MemberFacts &facts)
 {
     return facts.mark.exists && !file.moved && !facts.changed && !facts.throughLink;
@@ -65,9 +66,10 @@ bool isBetterToKeep(const FileRecord &a, const FileRecord &b)
     return a.fullPath().size() < b.fullPath().size();
 }
 
-// What has changed is no copy of the others, so it must not keep one of them from being the last. Nor must a
-// file in another place that a link happens to lead to, one that may be another member under a second name,
-// and one that was compared and differs, or could not be compared: each of those is a content of its own.
+// A changed file is no copy of the others, so it must not prevent another from being the last copy. The same
+// goes for a file elsewhere that is reached through a link, for one that may be another member under a second
+// name, and for one that differed in a comparison or could not be compared: each of these gets a content
+// number of its own.
 MemberState stateOf(const MemberFacts &facts, const GroupContents &contents, std::size_t member)
 {
     const int content = isAlike(contents, member) ? 0 : static_cast<int>(member) + 1;
@@ -75,7 +77,7 @@ MemberState stateOf(const MemberFacts &facts, const GroupContents &contents, std
             !facts.throughLink && !facts.uncertain, content};
 }
 
-// The identity by which it counts as a copy for a member of content 0.
+// The identity under which it counts as a copy for a member with content 0.
 std::optional<core::FileIdentity> copyIdentity(const MemberState &state)
 {
     return state.isCopy && state.content == 0 ? state.identity : std::nullopt;
@@ -129,7 +131,7 @@ MemberFacts readMember(const QString &root, const std::vector<FileRecord> &membe
             continue;
         const std::optional<core::FileIdentity> identity = copyIdentity(stateOf(read(i), contents, i));
         if (first && identity && *identity != *first)
-            asked.mark.lastCopy = false; // two are known
+            asked.mark.lastCopy = false; // two copies are known
         if (!first)
             first = identity;
     }

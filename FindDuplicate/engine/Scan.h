@@ -12,29 +12,29 @@
 #include <cstddef>
 #include <vector>
 
-// The duplicate scan: files of one category that share size and last-write time. Nothing is opened; a scan
-// costs the listing of each folder. Portable; the module's thread runs it.
+// The duplicate scan: finds files of one category with equal size and last-write time. No file is opened;
+// only folders are listed. Portable; run by the module's thread.
 namespace duplicates
 {
 
 struct ScanOptions {
     CategorySelection categories;
-    // Bytes, although the box that sets it is labelled "KB", and always in force: the check box beside it is
-    // stored and shown, but plays no part. Both are kept on purpose. Negative values leave nothing out.
+    // In bytes, although the box is labelled "KB", and always in effect: the check box beside it is stored
+    // and shown but has no effect. Both are kept deliberately. Negative values skip nothing.
     qint32 smallFileSize = 20;
     int readAheadThreads = 0;
 };
 
 struct ScanResult {
-    std::vector<DuplicateGroup> groups; // in the order of the report, see combinedGroups()
+    std::vector<DuplicateGroup> groups; // in report order, see combinedGroups()
     std::size_t filesCompared = 0;
     int itemsSeen = 0;
     int foldersUnread = 0; // WalkOutcome
     bool cancelled = false;
 };
 
-// Scans until the end or until cancelled; then the groups are those of the files met so far. The root may be
-// missing or unreadable: the result is then empty.
+// Scans until the end or until cancelled; then the groups cover the files found so far. If the root is
+// missing or unreadable, the result is empty.
 ScanResult findDuplicates(const QString &root, const ScanOptions &options,
                           core::DirectoryEnumerator &enumerator, ScanListener &listener,
                           const core::CancelFlag &cancel);

@@ -10,17 +10,17 @@
 namespace duplicates
 {
 
-// What a results page lists.
+// Parameters of a list of groups.
 struct ListWish {
-    QString root; // that was scanned
+    QString root; // the scanned folder
     QString search;
     GroupOrder order = GroupOrder::Report;
-    std::vector<quint64> freeable = {}; // bytes, one a group; for GroupOrder::Freeable only
+    std::vector<quint64> freeable = {}; // bytes per group; only for GroupOrder::Freeable
 };
 
-// The groups of a scan's result as the results page uses them, whatever their records hold beside a
-// FileRecord. Groups and members keep their number and order. The page alone changes the `checked` and
-// `moved` bytes of the records, on the interface thread; everything else may be read on any thread.
+// The groups of a scan result as needed by the results page, whatever their record type adds to FileRecord.
+// Groups and members keep their number and order. Only the page changes the `checked` and `moved` flags of
+// the records, on the interface thread; everything else may be read on any thread.
 class FileGroups
 {
 public:
@@ -31,13 +31,13 @@ public:
     virtual FileRecord &file(int group, int member) = 0;
     // Copies of all records of the group.
     virtual std::vector<FileRecord> files(int group) const = 0;
-    // The indexes of the groups that are wished for, in their order.
+    // The indexes of the requested groups, in the requested order.
     virtual std::vector<int> listed(const ListWish &wish) const = 0;
     // See duplicates::firstPaths().
     virtual QStringList firstPaths(const std::vector<int> &groups) const = 0;
 };
 
-// For any group with `members` that are FileRecords.
+// For any group type with `members` that are FileRecords.
 template <class Group>
 class GroupsOf final : public FileGroups
 {

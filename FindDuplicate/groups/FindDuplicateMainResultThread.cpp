@@ -24,7 +24,7 @@ void FindDuplicateMainResultThread::work()
         m_firstFiles.push_back(std::as_const(*m_groups).file(group, 0).fullPath());
     m_groups.reset();
     deliver([this] { emit processFinish(); });
-    // The list does not wait for this: it may take seconds, and on a lost network drive minutes.
+    // After the list is shown, since this may take seconds, or minutes on a lost network drive.
     checkFirstFiles();
 }
 
@@ -32,7 +32,7 @@ void FindDuplicateMainResultThread::abandon()
 {
     m_firstFiles.clear();
     if (std::exchange(m_groups, nullptr))
-        deliver([this] { emit processFinish(); }); // of what could be listed
+        deliver([this] { emit processFinish(); }); // with the groups listed so far
 }
 
 void FindDuplicateMainResultThread::checkFirstFiles()

@@ -10,8 +10,8 @@
 #include <memory>
 #include <vector>
 
-// Reads which files the list of groups shows, and looks afterwards which of them have gone. It lets go of the
-// groups before it asks the disk. All signals come on the thread that this object lives in.
+// Determines which files the list of groups shows, and then checks which of them are missing. Releases the
+// groups before it accesses the disk. All signals are emitted on the thread that this object lives in.
 class FindDuplicateMainResultThread : public core::WorkerThread
 {
     Q_OBJECT
@@ -21,7 +21,7 @@ public:
 
 signals:
     void processFinish();
-    // For all groups in turn, some at a time: from `first` on, whether the first file is there.
+    // For all groups in batches: whether the first file exists, from group `first` on.
     void firstFilesChecked(int first, const QList<bool> &exist);
 
 protected:

@@ -6,7 +6,7 @@
 #include "platform/FileProbe.h"
 #include "platform/InterruptibleCalls.h"
 
-// Asks the disk about the members of one group. Works on a copy of their records.
+// Queries the disk about the members of one group. Works on a copy of their records.
 class FindDuplicateResultThread : public core::WorkerThread
 {
     Q_OBJECT
@@ -22,7 +22,7 @@ public:
 
     int groupIndex() const { return m_groupIndex; }
 
-    // After processFinish(). One entry a member, none when it failed.
+    // After processFinish(). One entry per member; empty if it failed.
     std::vector<duplicates::MemberFacts> takeMembers() { return std::move(m_members); }
 
 signals:

@@ -36,7 +36,7 @@ GroupList::GroupList(GroupListModel *model, QAbstractItemDelegate *delegate, con
     connect(m_order, &QComboBox::currentIndexChanged, this, &GroupList::list);
     const QItemSelectionModel *selection = m_view->selectionModel();
     connect(selection, &QItemSelectionModel::selectionChanged, this, &GroupList::currentGroupChanged);
-    // A right click on one of several that are selected makes it the current one, and changes no selection.
+    // A right click on one of several selected rows makes it current without changing the selection.
     connect(selection, &QItemSelectionModel::currentRowChanged, this, &GroupList::currentGroupChanged);
     connect(m_view, &QWidget::customContextMenuRequested, this, &GroupList::showMenu);
 }
@@ -63,7 +63,7 @@ void GroupList::build(const Texts &texts)
     m_view->setRootIsDecorated(false);
     m_view->setMouseTracking(true);
     m_view->setContextMenuPolicy(Qt::CustomContextMenu);
-    // Of several, the first files can be opened.
+    // With several selected groups, their first files can be opened.
     m_view->setSelectionMode(QAbstractItemView::ExtendedSelection);
 
     auto *column = new QVBoxLayout(this);
@@ -102,7 +102,7 @@ void GroupList::list()
         [this](std::vector<int> listed) { show(std::move(listed)); });
 }
 
-// The selected group stays selected, wherever it goes.
+// Keeps the selected group selected at its new position.
 void GroupList::show(std::vector<int> listed)
 {
     const int group = currentGroup();
@@ -148,7 +148,7 @@ std::vector<int> GroupList::selectedGroups() const
     return groups;
 }
 
-// Whatever keys are held down: the view itself would add to a selection with Ctrl or Shift.
+// Ignores modifier keys, with which the view itself would extend the selection.
 void GroupList::selectRow(int row)
 {
     m_view->selectionModel()->setCurrentIndex(m_model->index(row, 0), QItemSelectionModel::ClearAndSelect |

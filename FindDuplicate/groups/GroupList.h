@@ -22,35 +22,35 @@ namespace duplicates
 
 class GroupListModel;
 
-// The side of a results page: the groups, one row each, searched and sorted on another thread, with a menu
-// for those that are selected.
+// The list of groups on a results page, one row each, searched and sorted on another thread, with a context
+// menu for the selected groups.
 class GroupList : public QWidget
 {
     Q_OBJECT
 
 public:
     struct Texts {
-        QString name; // of the list, for a screen reader
+        QString name; // accessible name of the list
         QString searchTip;
-        QString mostMembers; // the order by number of members
+        QString mostMembers; // label of the order by number of members
     };
 
     GroupList(GroupListModel *model, QAbstractItemDelegate *delegate, const Texts &texts,
               QWidget *parent = nullptr);
 
-    // Begins with an empty search and in the order of the report; the model has been filled. Null for none.
-    // `freeable` says how many bytes a group could give back; called on the interface thread.
+    // Resets search and order; the model must have been filled. Null for none. `freeable` returns the bytes
+    // that a group could free; called on the interface thread.
     void setGroups(std::shared_ptr<const FileGroups> groups, QString root,
                    std::function<quint64(int group)> freeable);
-    // Whose members are to be shown: of several that are selected the current one. -1 for none.
+    // The group whose members are shown: the current one if several are selected. -1 for none.
     int currentGroup() const;
-    // In the order of the rows.
+    // In row order.
     std::vector<int> selectedGroups() const;
     void selectRow(int row);
     void focusSearch();
     FLTreeView *view() const { return m_view; }
 
-    // Rows stay as they are until release(); what is asked for meanwhile comes then.
+    // Freezes the rows until release(); requested changes are applied then.
     void hold();
     void release();
 

@@ -9,8 +9,8 @@
 namespace duplicates
 {
 
-// The listed groups of a result, one row each, and which of them have lost their first file. A subclass says
-// what a row shows, when it is painted, so that a list of any length opens at once.
+// The listed groups of a result, one row each, and which of them have lost their first file. Subclasses
+// provide the content of a row when it is painted, so that lists of any length open at once.
 class GroupListModel : public QAbstractTableModel
 {
     Q_OBJECT
@@ -18,22 +18,22 @@ class GroupListModel : public QAbstractTableModel
 public:
     using QAbstractTableModel::QAbstractTableModel;
 
-    // The indexes of the groups that are listed, in the order of the rows.
+    // The indexes of the listed groups, in row order.
     void setListed(std::vector<int> groups);
-    // From group `first` on, whether their first files are there.
+    // Sets whether the first files exist, from group `first` on.
     void setFirstFilesExist(int first, const QList<bool> &exist);
     bool firstFileExists(int group) const { return m_firstFileExists[static_cast<std::size_t>(group)]; }
-    // Something about the members of the group has changed.
+    // Something about the group's members has changed.
     void groupChanged(int group);
 
     int groupAt(int row) const; // -1 for no row
-    int rowOf(int group) const; // -1 when it is not listed
+    int rowOf(int group) const; // -1 if it is not listed
 
     int rowCount(const QModelIndex &parent = {}) const override;
     int columnCount(const QModelIndex &parent = {}) const override;
 
 protected:
-    // That many groups, all of them listed, and their first files there as far as is known.
+    // Lists all `groups` groups; their first files are assumed to exist.
     void reset(int groups);
 
 private:

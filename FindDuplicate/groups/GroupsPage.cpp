@@ -59,7 +59,7 @@ void GroupsPage::build(const Parts &parts)
     m_list = new GroupList(m_groupModel, parts.groupDelegate, parts.groupTexts, this);
     m_memberView->setObjectName(QStringLiteral("mainTreeView"));
     m_memberView->setAccessibleName(parts.memberName);
-    // For opening, showing and copying; only a single file is removed at a time.
+    // Several for opening, showing and copying; but only a single file is removed at a time.
     m_memberView->setSelectionMode(QAbstractItemView::ExtendedSelection);
     m_memberView->setContextMenuPolicy(Qt::CustomContextMenu);
     m_memberView->setModel(m_memberModel);
@@ -101,7 +101,7 @@ void GroupsPage::buildActions()
         [this] { on_explorerButton_clicked(); });
     m_copyAction = action(m_memberView, {"copyPathAction", "Copy24", tr("Copy Path"), {}, QKeySequence::Copy},
                           [this] { copyPaths(); });
-    // Only where the file that it means is the one that the user looks at.
+    // Only in the member list, where it is clear which file is meant.
     m_recycleAction =
         action(m_memberView,
                {"recycleAction", "RecycleBin24", m_toolBar->recycleBin()->text(), {}, QKeySequence::Delete},
@@ -136,7 +136,7 @@ void GroupsPage::connectAll()
     m_readLater.setSingleShot(true);
     m_readLater.setInterval(readDelay);
     connect(&m_readLater, &QTimer::timeout, this, &GroupsPage::readGroup);
-    // The notice stays usable: a check of the disk that takes long is reported there and can be cancelled.
+    // The notice stays enabled: slow disk checks are reported there and can be cancelled.
     connect(m_removal, &MemberRemoval::checkTakesLong, this,
             [this] { showNotice(NoticeBar::Kind::Info, tr("Looking at the file ..."), m_cancelLook); });
     connect(m_removal, &MemberRemoval::checkEnded, m_notice, &QWidget::hide);
@@ -148,7 +148,7 @@ void GroupsPage::setGroups(std::shared_ptr<FileGroups> groups, const QString &ro
     m_firsts.forget();
     m_reading.forget();
     m_readLater.stop();
-    showMembers(-1); // of the groups before
+    showMembers(-1); // of the previous groups
     m_groups = std::move(groups);
     m_root = root;
     m_toolBar->setTitle(root);
@@ -195,7 +195,7 @@ void GroupsPage::onMainTreeItemChanged(const QItemSelection &, const QItemSelect
     showGroup();
 }
 
-// Its members are listed at once. What the disk says about them follows, which may take it long.
+// Members are listed at once. The facts from the disk follow, which may take long.
 void GroupsPage::showGroup()
 {
     const int group = m_list->currentGroup();
@@ -241,7 +241,7 @@ void GroupsPage::showFacts(std::vector<MemberFacts> facts)
     enableTools();
 }
 
-// Looks at the disk again: at the members of the group, and at the first file of every other.
+// Checks the disk again: the members of the current group, and the first file of every other.
 void GroupsPage::refresh()
 {
     const int group = m_memberModel->groupIndex();
@@ -350,7 +350,7 @@ void GroupsPage::showNotice(NoticeBar::Kind kind, const QString &text, QAction *
     m_notice->showNotice(kind, text, action);
 }
 
-// The question has no owner window: without this the page behind it could be used meanwhile.
+// The question has no owner window, so the page behind it must be disabled here.
 void GroupsPage::setUsable(bool usable)
 {
     m_toolBar->setEnabled(usable);
@@ -362,7 +362,7 @@ void GroupsPage::on_RecycleBinButton_clicked()
     const int member = isBusy() ? -1 : removableMember();
     if (member < 0)
         return;
-    // The group is not changed under the question. What was to come comes when it has ended.
+    // The groups are not changed while the question is open. Pending changes are applied afterwards.
     m_list->hold();
     m_readLater.stop();
     m_reading.forget();
@@ -405,7 +405,7 @@ void GroupsPage::afterRemoval(const RemovalResult &result)
                    tr("%1 was moved to the recycle bin.")
                        .arg(m_groups->file(m_removed.group, m_removed.member).fullPath()),
                    m_openBin);
-    else if (!result.notice.isEmpty() && !(marked && result.outcome == Outcome::Failed)) // the row says so
+    else if (!result.notice.isEmpty() && !(marked && result.outcome == Outcome::Failed)) // the row shows it
         showNotice(NoticeBar::Kind::Warning, result.notice);
 }
 

@@ -23,11 +23,11 @@ namespace duplicates
 
 class MemberListModel;
 
-// The results page of a finder: the groups that a scan found, the members of the selected one, and what can
-// be done with them: open, show in Explorer, copy the path, and move one at a time to the recycle bin.
-// A subclass brings the models, the view of the members and what stands around it. Sets the `checked` and
-// `moved` bytes of a record whose file the user had moved. Goes without waiting for a disk that does not
-// answer, but for a file that is just being moved.
+// The results page of a finder: the groups found by a scan, the members of the selected group, and their
+// actions: open, show in Explorer, copy the path, and move one at a time to the recycle bin. Subclasses
+// provide the models, the view of the members and everything around it. Sets the `checked` and `moved` flags
+// of the records of removed files. Can be destroyed without waiting for an unresponsive disk, except while a
+// file is being moved.
 class GroupsPage : public QWidget
 {
     Q_OBJECT
@@ -35,9 +35,9 @@ class GroupsPage : public QWidget
 public:
     ~GroupsPage() override;
 
-    // A job of this page runs: a removal, or one of the subclass.
+    // True while a removal or a job of the subclass is running.
     bool isBusy() const { return m_jobs.isBusy(); }
-    // A file is being asked about or moved.
+    // True while a file is being checked or moved.
     bool isRemoving() const { return m_removal->isRunning(); }
     void requestStop() { m_jobs.cancel(); }
     void showNotice(NoticeBar::Kind kind, const QString &text, QAction *action = nullptr);
@@ -56,56 +56,56 @@ signals:
     void resultReady();
 
 protected:
-    // What a subclass brings; the page owns it from build() on.
+    // Provided by a subclass; owned by the page after build().
     struct Parts {
         GroupListModel *groups;
         QAbstractItemDelegate *groupDelegate;
         GroupList::Texts groupTexts;
         MemberListModel *members;
-        QAbstractItemView *memberView; // somewhere in `right`
-        QString memberName;            // of the view, for a screen reader
+        QAbstractItemView *memberView; // a child of `right`
+        QString memberName;            // accessible name of the view
         ResultToolBar::Tips tools;
-        QString removal;  // what runs then: "the removal of a file"
-        QWidget *note;    // above everything; null for none
+        QString removal;  // text for the running job: "the removal of a file"
+        QWidget *note;    // at the top of the page; null for none
         QWidget *right;   // beside the groups
-        QList<int> sizes; // a proportion
+        QList<int> sizes; // initial sizes of the splitter, as a proportion
     };
 
     explicit GroupsPage(QWidget *parent);
-    // Once, in the constructor of the subclass.
+    // Call once, in the constructor of the subclass.
     void build(const Parts &parts);
 
-    // The result to show; null for none. The model of the groups has been filled.
+    // Sets the result to show; null for none. The model of the groups must have been filled.
     void setGroups(std::shared_ptr<FileGroups> groups, const QString &root);
-    // Reads on a thread which files the list shows; onMainResultProcessFinish() follows. Afterwards it is
-    // found out which of them have gone.
+    // Determines on a thread which files the list shows; onMainResultProcessFinish() follows. Missing files
+    // are detected afterwards.
     void readReport();
     void showTotals(const QString &text);
-    // In the order of the rows.
+    // In row order.
     QList<int> selectedMembers() const;
     FileGroups &groups() const { return *m_groups; }
     JobHost &jobs() { return m_jobs; }
     GroupList *list() const { return m_list; }
     NoticeBar *notice() const { return m_notice; }
-    // Asks the disk about the members of the group on show, a moment later.
+    // Queries the disk about the members of the current group after a short delay.
     void readLater() { m_readLater.start(); }
 
     // Fills the model of the members; -1 for none.
     virtual void showMembers(int group) = 0;
     virtual quint64 freeable(int group) const = 0;
-    // The disk has told about the members of this group, which is on show.
+    // New facts for the current group have arrived.
     virtual void factsChanged(int group) { Q_UNUSED(group) }
-    // The marks of its records have changed.
+    // The flags of the group's records have changed.
     virtual void groupChanged(int group) = 0;
-    // Before the disk is asked anew: what was found out about the group, beside the facts, does not hold.
+    // Called before the disk is queried again: findings other than the facts are outdated.
     virtual void forgetFindings(int group) { Q_UNUSED(group) }
-    // What a comparison of the group on show found.
+    // The result of comparing the current group.
     virtual GroupContents contents() const { return {}; }
-    // A file that the system would not move is marked as if it had gone.
+    // Whether a file that could not be moved is still marked as removed.
     virtual bool marksFailures() const { return false; }
     virtual void memberSelected() { enableTools(); }
     virtual void enableTools();
-    // Own actions, between those of every page.
+    // Adds the subclass's actions between those of every page.
     virtual void fillMemberMenu(FLPopupMenu *menu) { Q_UNUSED(menu) }
     virtual void fillGroupMenu(FLPopupMenu *menu) { Q_UNUSED(menu) }
 
@@ -123,9 +123,9 @@ private:
     void readGroup();
     void showFacts(std::vector<MemberFacts> facts);
     void refresh();
-    // The selected one, if it is the only one, and was not removed; -1 otherwise.
+    // The selected member if it is the only one and was not removed; otherwise -1.
     int removableMember() const;
-    // Those of the selected ones that were not removed.
+    // Paths of the selected members that were not removed.
     QStringList selectedPaths() const;
     void copyPaths();
     void tell(const OpenedSeveral &opened);
@@ -151,13 +151,13 @@ private:
     QAction *m_copyAction = nullptr;
     QAction *m_recycleAction = nullptr;
     QAction *m_refreshAction = nullptr;
-    QAction *m_openBin = nullptr;    // in the notice after a removal
-    QAction *m_cancelLook = nullptr; // in the notice before its question
+    QAction *m_openBin = nullptr;    // shown in the notice after a removal
+    QAction *m_cancelLook = nullptr; // shown in the notice during a slow check
     MemberRemoval *m_removal;
-    Place m_removed;              // of the removal that runs
-    QTimer m_readLater;           // a held arrow key passes many groups in a second
-    core::LatestAnswer m_firsts;  // which groups still have their first file
-    core::LatestAnswer m_reading; // the members of the group on show
+    Place m_removed;              // of the running removal
+    QTimer m_readLater;           // a held arrow key passes many groups per second
+    core::LatestAnswer m_firsts;  // checks which groups still have their first file
+    core::LatestAnswer m_reading; // reads the members of the current group
     JobHost m_jobs;
 };
 

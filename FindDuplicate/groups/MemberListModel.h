@@ -11,8 +11,8 @@
 namespace duplicates
 {
 
-// The members of one group, one row each, in the group's order, with what the disk says about them. A
-// subclass says what a row shows.
+// The members of one group, one row each, in group order, with facts from the disk. Subclasses provide the
+// content of a row.
 class MemberListModel : public QAbstractTableModel
 {
     Q_OBJECT
@@ -21,23 +21,23 @@ public:
     using QAbstractTableModel::QAbstractTableModel;
 
     int groupIndex() const { return m_groupIndex; } // -1 for none
-    // What the disk says about the members now, an entry each; the rows stay.
+    // Sets new facts, one entry per member; the rows are kept.
     void setFacts(std::vector<MemberFacts> facts);
-    // The file is known to have gone.
+    // Marks a file that is known to be missing.
     void setGone(int member);
-    // What the records of the members say has changed.
+    // The members' records have changed.
     void membersChanged();
 
-    // Empty until the disk has answered, or one a member.
+    // Empty until the disk has answered, otherwise one entry per member.
     const std::vector<MemberFacts> &allFacts() const { return m_facts; }
-    // Empty until it is known.
+    // nullopt until known.
     std::optional<MemberFacts> facts(int member) const;
 
     int rowCount(const QModelIndex &parent = {}) const override;
     int columnCount(const QModelIndex &parent = {}) const override;
 
 protected:
-    // Another group, or -1: `exchange` puts its members in place; nothing is known about them yet.
+    // Switches to another group, or to none (-1): `exchange` replaces the members. Their facts are cleared.
     template <class Exchange>
     void resetTo(int group, Exchange exchange)
     {
@@ -50,7 +50,7 @@ protected:
     std::vector<MemberFacts> &knownFacts() { return m_facts; }
 
     virtual int memberCount() const = 0; // of the group
-    // Which member is to be proposed has to be found out again.
+    // Called when the suggested member must be determined again.
     virtual void updateProposal() = 0;
 
 private:

@@ -9,7 +9,7 @@ class QToolButton;
 namespace duplicates
 {
 
-// The tool bar of a results page: back, what is shown and its totals, and what can be done with a file.
+// The toolbar of a results page: back, title and totals, and actions for files.
 class ResultToolBar : public QToolBar
 {
     Q_OBJECT
@@ -25,7 +25,7 @@ public:
 
     void setTitle(const QString &title);
     void setTotals(const QString &totals);
-    // `offered`: the selected files can be opened and shown; `removable`: the one that is selected can go.
+    // `offered`: the selected files can be opened and shown; `removable`: the selected file can be removed.
     void enable(bool offered, bool removable);
 
     QToolButton *back() const { return m_back; }

@@ -17,7 +17,7 @@ using Step = RemovalThread::Step;
 namespace
 {
 
-constexpr int patience = 300; // ms until the first check counts as long
+constexpr int patience = 300; // ms until the first check is reported as slow
 
 QString obstacleText(Guarded obstacle)
 {
@@ -37,7 +37,7 @@ QString obstacleText(Guarded obstacle)
     }
 }
 
-// Empty when there is nothing to say.
+// Empty if there is nothing to report.
 QString noticeText(Outcome outcome, Guarded obstacle)
 {
     switch (outcome) {
@@ -61,7 +61,7 @@ QString noticeText(Outcome outcome, Guarded obstacle)
     }
 }
 
-// The path may hold a "%1" of its own.
+// Not arg(), since the path may contain "%1".
 QString about(QString text, const QString &path)
 {
     return text.replace(QLatin1String("%1"), path);
@@ -101,7 +101,7 @@ void MemberRemoval::start(RemovalRequest request, std::function<bool()> stillSho
         return;
     m_stillShown = std::move(stillShown);
     m_stopRequested = false;
-    // Only what the user was told last, and asks for right afterwards.
+    // Only if the notice of the last copy was the last result, and for the same file.
     request.toldLastCopy = std::exchange(m_toldLastCopy, {}) == request.file().fullPath();
     startThread(Step::Check, std::move(request));
     m_patience.start();
@@ -157,7 +157,7 @@ void MemberRemoval::endPatience()
         emit checkEnded();
 }
 
-// The box has no owner: window messages are handled while it is up, and anything may be gone afterwards.
+// The message box has no owner and processes window messages, so anything may have been destroyed afterwards.
 void MemberRemoval::ask(RemovalRequest request)
 {
     if (m_stopRequested) {

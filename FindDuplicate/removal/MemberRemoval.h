@@ -11,47 +11,47 @@
 namespace duplicates
 {
 
-// How a removal ended.
+// The outcome of a removal.
 struct RemovalResult {
     enum class Outcome {
         Moved,    // to the recycle bin
-        Untraced, // it is gone from its place, and Windows did not tell where to
-        Failed,   // Windows was asked to move it, and did not
-        LeftAlone // it was not tried, or the user said no
+        Untraced, // it is gone from its location, but Windows did not report the new one
+        Failed,   // Windows could not move it
+        LeftAlone // not attempted, or the user said no
     };
 
     Outcome outcome = Outcome::LeftAlone;
-    // Why the file is where it was, in words for the user; empty when it was moved, or the user said no.
+    // Why the file was not moved, as a text for the user; empty if it was moved, or if the user said no.
     QString notice;
-    // What the disk says about the group's members now, when the file is the last copy. Empty
-    // otherwise: they are to be read again then, and nobody has to wait for it.
+    // The current facts of the group's members if the file is the last copy. Otherwise empty: they must then
+    // be read again, which nobody has to wait for.
     std::vector<MemberFacts> members;
 };
 
-// The removal of one member of a group, asked each time. Three steps: a check of the disk, the question, the
-// move with another check right before it. What is moved is the file that was shown, or nothing. The last
-// copy of a group is not asked about at first: the user is told in words, and has to ask for it again. For
-// the page that shows the group; interface thread.
+// Removes one member of a group after asking the user. Three steps: a disk check, the question, and the move
+// with another check just before it. Either the file that was shown is moved, or nothing. For the last copy
+// of a group the first request only shows a notice; the user has to request it again. Used by the page that
+// shows the group; interface thread.
 class MemberRemoval : public QObject
 {
     Q_OBJECT
 
 public:
     explicit MemberRemoval(QObject *parent = nullptr);
-    // Waits for a running move and for the check right before it, so that nothing is moved afterwards, but
-    // not for the first check.
+    // Waits for a running move and the check just before it, so that nothing is moved afterwards, but not for
+    // the first check.
     ~MemberRemoval() override;
 
-    // Does nothing while one is running; finished() follows, never at once. `stillShown` is called when the
-    // user has said yes: whether the page still shows what the question was about.
+    // Does nothing while a removal is running; finished() is always emitted later. `stillShown` is called
+    // after a Yes and returns whether the page still shows the file in question.
     void start(RemovalRequest request, std::function<bool()> stillShown);
     bool isRunning() const { return m_check || m_move || m_asking; }
-    // The window is to close: the first check ends at once with finished(), and whatever is answered is a no.
-    // A move that has begun ends as it does.
+    // The window is about to close: the first check ends at once with finished(), and any answer counts as a
+    // no. A move that has started is completed.
     void requestStop();
 
 signals:
-    // The first check takes long; followed by checkEnded(), before the question or finished().
+    // The first check is slow; followed by checkEnded() before the question or finished().
     void checkTakesLong();
     void checkEnded();
     void finished(const duplicates::RemovalResult &result);
@@ -68,8 +68,8 @@ private:
     bool m_stopRequested = false;
     QTimer m_patience;
     bool m_toldLong = false;
-    QString m_toldLastCopy;                       // the path of which the last result said so
-    core::RetiringPointer<RemovalThread> m_check; // its disk may take minutes to answer
+    QString m_toldLastCopy;                       // path for which the last result was this notice
+    core::RetiringPointer<RemovalThread> m_check; // its disk may take minutes to respond
     core::WorkerPointer<RemovalThread> m_move;
 };
 

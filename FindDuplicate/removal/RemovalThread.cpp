@@ -22,13 +22,13 @@ void RemovalThread::work()
     if (outcome == Outcome::Ready && m_step == Step::Move)
         outcome = moved();
     m_outcome = outcome;
-    // The user is told before asking again. After anything else the page reads the group while it is used.
+    // Only needed for the notice. In other cases the page reads the group again in the background.
     if (outcome != Outcome::LastCopy)
         return;
     m_members = readMembers(m_request.root, m_request.members, platform::fileProbe(), cancelFlag(),
                             m_request.contents);
     if (stopRequested())
-        m_members.clear(); // it may be a part of them
+        m_members.clear(); // it may be incomplete
 }
 
 RemovalThread::Outcome RemovalThread::checked()
@@ -37,7 +37,7 @@ RemovalThread::Outcome RemovalThread::checked()
                                        platform::fileProbe(), cancelFlag(), m_request.contents);
     if (stopRequested())
         return Outcome::Stopped;
-    // When the list did not know it yet, the question is about the file that is there now.
+    // If the list had no identity yet, the question is about the file that exists now.
     if (!m_request.shown.identity)
         m_request.shown.identity = now.identity;
     if (const std::optional<Guarded> obstacle = platform::removalObstacle(shownItem())) {
@@ -55,7 +55,7 @@ RemovalThread::Outcome RemovalThread::moved()
     switch (m_obstacle) {
     case Guarded::Done:
         return Outcome::Moved;
-    case Guarded::Failed: // gone all the same when Windows does not tell where to
+    case Guarded::Failed: // moved after all if Windows did not report the new location
         return platform::fileProbe().listedAttributes(m_request.file().fullPath()) ? Outcome::Failed
                                                                                    : Outcome::Untraced;
     default:

@@ -11,23 +11,23 @@
 namespace duplicates
 {
 
-// What was shown of the member that the user wants removed. A copy of everything, for the list may change or
-// go while the user is being asked.
+// The member that the user wants to remove, as it was shown. A copy of everything, since the list may change
+// or be destroyed while the user is asked.
 struct RemovalRequest {
-    QString root; // the folder that was scanned
+    QString root; // the scanned folder
     std::vector<FileRecord> members;
     std::size_t member = 0;
-    // Of that member, as the user saw it; as it is by default when the disk had not answered yet.
+    // Facts of that member as the user saw them; default values if the disk had not answered yet.
     MemberFacts shown;
     GroupContents contents = {};
-    // The user was told in words that it is the last copy, and asked again all the same.
+    // The user has seen the notice that it is the last copy, and requested the removal again.
     bool toldLastCopy = false;
 
     const FileRecord &file() const { return members[member]; }
 };
 
-// Looks at a group once more before the user is asked, and again, and moves one member to the recycle bin,
-// after a Yes. Disk and shell may take their time for each.
+// Checks a group before the user is asked, and, after a Yes, checks it again and moves one member to the
+// recycle bin. Disk and shell may be slow in each step.
 class RemovalThread : public core::WorkerThread
 {
     Q_OBJECT
@@ -35,24 +35,24 @@ class RemovalThread : public core::WorkerThread
 public:
     enum class Step { Check, Move };
     enum class Outcome {
-        Ready,    // checked: nothing stands in the way
+        Ready,    // checked: there is no obstacle
         Moved,    // to the recycle bin
-        Untraced, // it is gone from its place, and Windows did not tell where to
-        Failed,   // Windows was asked to move it, and did not
+        Untraced, // it is gone from its location, but Windows did not report the new one
+        Failed,   // Windows could not move it
         Refused,  // see obstacle()
-        Stopped,  // before anything was done
-        LastCopy, // it is the last copy, and the user was not told in words
+        Stopped,  // before anything was changed
+        LastCopy, // it is the last copy, and the notice has not been shown
         NoMemory
     };
 
     RemovalThread(Step step, RemovalRequest request);
 
-    // All after processFinish().
+    // All valid after processFinish().
     Outcome outcome() const { return m_outcome; }
     platform::Guarded obstacle() const { return m_obstacle; }
-    // After a check: the file's identity is known where the disk tells it, so that nothing else is moved.
+    // After a check: contains the file's identity if available, so that no other file is moved.
     RemovalRequest takeRequest() { return std::move(m_request); }
-    // Of the whole group, as it is now; empty but for a LastCopy, and when they could not be read.
+    // Current facts of the whole group; empty unless the outcome is LastCopy, or if they could not be read.
     std::vector<MemberFacts> takeMembers() { return std::move(m_members); }
 
 signals:
@@ -67,10 +67,10 @@ private:
     Outcome moved();
     platform::ShownItem shownItem() const;
 
-    platform::InterruptibleCalls m_calls; // of a check: a move that has begun ends as it does
+    platform::InterruptibleCalls m_calls; // cancels a check; a move that has started is completed
     const Step m_step;
     RemovalRequest m_request;
-    Outcome m_outcome = Outcome::NoMemory; // until there is another one
+    Outcome m_outcome = Outcome::NoMemory; // until another outcome is set
     platform::Guarded m_obstacle = platform::Guarded::Refused;
     std::vector<MemberFacts> m_members;
 };
