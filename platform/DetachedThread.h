@@ -6,13 +6,11 @@
 namespace platform
 {
 
-// Runs the task on a thread of its own that nobody can wait for: for calls that may hang and cannot be
-// interrupted. The task is destroyed when it has ended. Throws std::system_error when there is no thread to
-// be had.
+// Runs the task on a detached thread: for calls that may hang and cannot be cancelled. The task is destroyed
+// when it has finished. Throws std::system_error if no thread can be created.
 //
-// Not std::thread with detach(): in the thread library of mingw, detaching a thread that is just ending hands
-// its entry to another thread while the first still uses it, and a later join() somewhere else then ends the
-// program.
+// Does not use std::thread::detach(): in winpthreads, detaching a thread that is just ending releases its
+// entry for reuse while the thread still uses it, and a later join() of another thread may crash the program.
 void runDetached(std::function<void()> task);
 
 } // namespace platform

@@ -9,13 +9,12 @@
 #include <algorithm>
 #include <limits>
 
-// A setting declared once, with type, limits and default, as a constant in its module's header:
+// A setting is declared once, with type, limits and default, as a constant in its module's header:
 //
-//     inline constexpr settings::Number quality{settings::keys::convertImage, u"targeFileQuality", 90, 1,
-//     100};
+//     inline constexpr Number quality{keys::convertImage, u"targeFileQuality", 90, 1, 100};
 //
-// and then quality.read(), quality.write(75). What is not usable (absent, another type, out of range) reads
-// as the default.
+// It is used as quality.read() and quality.write(75). An invalid value (absent, of another type, out of
+// range) reads as the default.
 namespace settings
 {
 

@@ -24,20 +24,20 @@ struct JobOptions {
     std::function<void(const core::ScanProgress &)> progress = {};
 };
 
-// Runs the jobs of a form, one at a time: owns the worker, the relay of its progress, its page, the cancel,
-// and tells the page of the module (the FLWidget that the owner is, or lies in) that it is busy. A job that
-// runs when the host is destroyed is stopped and waited for, and its handler is not called.
+// Runs the jobs of a form, one at a time. Manages the worker, its progress relay, the progress page and
+// cancelling, and reports to the module's page (the FLWidget that is the owner or contains it) that it is
+// busy. If a job is running when the host is destroyed, it is stopped and waited for, and its handler is not
+// called.
 //
-//     m_jobs.run({.busyText = tr("the search"), .page = m_progress, .title = tr("Searching ..."), .subject =
-//     root},
-//                [options](const core::JobControl &job) { return search(options, job.progress, job.cancel);
-//                }, [this](auto &job) {
-//                    if (std::optional<SearchResult> result = job.takeResult(); result &&
-//                    !job.stopRequested())
-//                        show(std::move(*result));
-//                    else
-//                        showStartPage(job.error()); // empty when it was cancelled
-//                });
+//     m_jobs.run(
+//         {.busyText = tr("the search"), .page = m_progress, .title = tr("Searching ..."), .subject = root},
+//         [options](const core::JobControl &job) { return search(options, job.progress, job.cancel); },
+//         [this](auto &job) {
+//             if (auto result = job.takeResult(); result && !job.stopRequested())
+//                 show(std::move(*result));
+//             else
+//                 showStartPage(job.error()); // empty after a cancel
+//         });
 class JobHost : public QObject
 {
     Q_OBJECT

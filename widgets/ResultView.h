@@ -15,19 +15,19 @@ class QSortFilterProxyModel;
 class QStackedLayout;
 class SearchLine;
 
-// A list or tree of results with what a user expects of each: whole rows selected, a context menu (Menu key
-// too), copying (Ctrl+C, fields separated by tabs), export as CSV (Ctrl+S), a menu of columns on the header,
-// a search line on request (Ctrl+F), and something to read where there is nothing to show. Works with any
-// model; the model belongs to the caller and must go, or be replaced by null, before what it reads.
+// A list or tree of results with the usual features: full-row selection, a context menu (also by the Menu
+// key), copying (Ctrl+C, fields separated by tabs), CSV export (Ctrl+S), a column menu on the header, an
+// optional search line (Ctrl+F), and a text for the empty state. Works with any model. The caller owns the
+// model, which must be destroyed or replaced by null before the data that it reads.
 //
 //     m_list = new ResultTable(u"resultTableView", tr("Removed files"), this);
 //     m_list->setModel(m_model);
 //     m_list->setEmpty(controls::image("Info16"), tr("Nothing was removed"));
-//     m_list->addAction(open);            // own actions stand first in the context menu
+//     m_list->addAction(open);            // own actions come first in the context menu
 //     connect(m_list, &ResultView::told, m_notice, ...);
 //
-// Sorting is the model's: a click on a header calls QAbstractItemModel::sort(). Nothing is asked of the model
-// for rows that are not on the screen, so a million rows are as quick as ten, except by the search.
+// The model does the sorting: a click on a header calls QAbstractItemModel::sort(). Rows that are not visible
+// are not queried, so a million rows are as fast as ten, except when searching.
 class ResultView : public QWidget
 {
     Q_OBJECT

@@ -18,10 +18,10 @@ class QPlainTextEdit;
 class QSlider;
 class QSpinBox;
 
-// Ties the controls of a form to its stored settings, both ways. A control shows the stored value from add()
-// on, its own signals included, so that what depends on it follows; what is stored and out of range, or of
-// another type, shows as the setting's default. The settings must outlive the binding (they are constants of
-// the module's header). Controls of one setting, a slider and its number for example, follow each other.
+// Two-way binding between the controls of a form and its stored settings. add() sets the stored value,
+// including the control's signals, so that dependent controls are updated; an invalid stored value shows as
+// the setting's default. Settings must outlive the binding (they are constants in the module's header).
+// Controls of the same setting, such as a slider and a spin box, follow each other.
 //
 //     m_binding.add(ui.qualitySlider, settings::quality);     // Number, with its limits as the control's
 //     m_binding.add(ui.keepNamesCheckBox, settings::keepNames); // Flag

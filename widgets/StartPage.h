@@ -24,9 +24,9 @@ struct StartTexts {
     const char *image = ""; // shown above it, 48 pixels
 };
 
-// Where a job begins: title and description, a place to drop on with one or more buttons to select, what was
-// used before, and the options. A module gives the texts, adds its buttons and sections, and connects the
-// signals; a page of its own derives from this class. It scrolls where the window is small.
+// The start page of a module: title and description, a drop area with one or more select buttons, recent
+// items and options. A module sets the texts, adds its buttons and sections, and connects the signals, or
+// derives a page of its own. The page scrolls if the window is small.
 //
 //     m_start = new StartPage({tr("Secure Delete"), tr("Overwrites ..."), ...}, this);
 //     m_start->setAccepts(DropFrame::Accepts::Anything);

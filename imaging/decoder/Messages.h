@@ -10,17 +10,16 @@
 
 #include <optional>
 
-// What the application and the decoder say to each other. Both are built together and run on one machine, so
-// that numbers travel as they lie in memory; a decoder of another build is told by its greeting.
+// The protocol between the application and the decoder. Both are built together and run on one machine, so
+// numbers are sent in their in-memory form; a decoder of another build is recognised by its greeting.
 //
 //     decoder      greeting, once
 //     application  request
-//     decoder      Needs and the bytes that the picture will take     (once, or not at all)
-//     application  one byte: go on
-//     decoder      Done and what was asked for; Failed; or, to Wish::Source only, TooLarge
+//     decoder      Needs and the size of the decoded image in bytes     (at most once)
+//     application  one byte: continue
+//     decoder      Done and the result; Failed; or, for Wish::Source only, TooLarge
 //
-// A decoder has read a hostile file and may say anything: every number that comes from it is checked before
-// it is used.
+// A decoder may have been compromised by a malicious file: every number it sends is checked before use.
 namespace decoder
 {
 

@@ -1,12 +1,12 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 //
-// Destructors of thread_local objects run before the memory of these objects goes.
+// Makes destructors of thread_local objects run before the memory of these objects is freed.
 //
-// With GCC for Windows both hang on keys of winpthreads, and the keys of a thread end in the order in which
-// the process made them. Whoever first touches a thread_local variable makes the key of the memory, and so
-// the destructors, whose key comes second, would read freed memory: Qt keeps a stack of its regular
-// expressions that way in every thread that matches one. What such a destructor breaks leaves a lock behind,
-// on which the end of the process waits for ever. So the key of the destructors is made first, before any
+// With GCC for Windows both are implemented by keys of winpthreads, and a thread's keys are cleaned up in the
+// order in which the process created them. The first access to a thread_local variable creates the key for
+// the memory. The destructors, whose key is created later, would then read freed memory: Qt, for example,
+// keeps a regular expression stack per thread in this way. A destructor that crashes may leave a lock held,
+// on which the process then waits forever at exit. So the key of the destructors is created first, before any
 // other constructor of the program runs.
 #if defined(__MINGW32__)
 
