@@ -1,10 +1,10 @@
-# `cmake --install BUILD --prefix FOLDER` makes one runnable folder: the executables, Qt, its plugins, the compiler's
-# runtime and the licences. Plugin folders lie beside the executable, where Qt looks first.
+# `cmake --install BUILD --prefix FOLDER` creates one runnable folder: the executables, Qt, its plugins, the compiler's
+# runtime and the licences. Plugin folders are beside the executable, where Qt looks first.
 
 get_property(companions GLOBAL PROPERTY LARKSPUR_COMPANIONS)
 install(TARGETS FernlightLarkspur ${companions} RUNTIME DESTINATION .)
 
-# What is deployed, without the tests; and what walks through it.
+# Everything that is deployed, without the tests, and the probe used by tools/tour.
 add_custom_target(runnable DEPENDS FernlightLarkspur ${companions} larkspur_probe)
 
 foreach(library Core Gui Widgets Network Positioning)
@@ -26,7 +26,7 @@ if(MINGW)
       set(file ${file_${library}})
     endif()
     install(FILES ${file} DESTINATION .)
-    # The install step strips what is built, not what is copied; the C++ library has 20 MB of symbols.
+    # The install step strips built files but not copied ones; the C++ library has 20 MB of symbols.
     get_filename_component(name ${file} NAME)
     install(CODE "if(CMAKE_INSTALL_DO_STRIP)
       execute_process(COMMAND ${CMAKE_STRIP} --strip-unneeded \"\${CMAKE_INSTALL_PREFIX}/${name}\" COMMAND_ERROR_IS_FATAL ANY)
@@ -34,14 +34,14 @@ if(MINGW)
   endforeach()
 endif()
 
-# The codecs' plugins come from the tool chain; without them the application still runs, with Qt's own formats.
+# The codec plugins come from the tool chain; without them the application still runs, with Qt's own formats only.
 set(LARKSPUR_FORMATS "" CACHE PATH "Folder with plugins/imageformats and licenses of the image codecs")
 if(LARKSPUR_FORMATS)
   install(DIRECTORY ${LARKSPUR_FORMATS}/plugins/ DESTINATION . FILES_MATCHING PATTERN "*.dll")
   install(DIRECTORY ${LARKSPUR_FORMATS}/licenses/ DESTINATION licenses)
 endif()
 
-# Some of them write better with other settings than their own: those of stage "writers" come over them.
+# Some plugins write better with other encoder settings: those of stage "writers" replace them.
 if(LARKSPUR_FORMATS AND CMAKE_CROSSCOMPILING)
   execute_process(COMMAND ${CMAKE_SOURCE_DIR}/tools/toolchain --writers
     OUTPUT_VARIABLE writers OUTPUT_STRIP_TRAILING_WHITESPACE COMMAND_ERROR_IS_FATAL ANY)

@@ -1,5 +1,5 @@
-# Libraries of others that programs link, as targets: GIF::GIF, qrcodegen::qrcodegen and ZBar::ZBar (codes in pictures
-# only). For the cross build they come from the tool chain's stage "libraries", otherwise from the system.
+# Third-party libraries as targets: GIF::GIF, qrcodegen::qrcodegen and ZBar::ZBar (reading codes from images only). For
+# the cross build they come from the tool chain's stage "libraries", otherwise from the system.
 
 set(hints)
 if(CMAKE_CROSSCOMPILING)
@@ -11,7 +11,7 @@ if(CMAKE_CROSSCOMPILING)
   set(hints PATHS ${LARKSPUR_LIBRARIES}/include ${LARKSPUR_LIBRARIES}/lib NO_DEFAULT_PATH NO_CMAKE_FIND_ROOT_PATH)
 endif()
 
-# linked_library(TARGET HEADER NAME...): not kept in the cache, as the stage's folder changes with its recipe.
+# linked_library(TARGET HEADER NAME...): not cached, since the stage's folder changes with its recipe.
 function(linked_library target header)
   find_path(include ${header} NO_CACHE REQUIRED PATH_SUFFIXES . ${hints})
   find_library(file NAMES ${ARGN} NO_CACHE REQUIRED ${hints})

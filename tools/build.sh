@@ -25,8 +25,8 @@ build_windows() {
 # install_windows FOLDER: what users get.
 install_windows() { cmake --install "$root/build/windows" --prefix "$1" --strip; }
 
-# The same with sections of whole pages in the files: Wine maps such files, and reads others into memory of each process.
-# Windows maps both.
+# The same with page-aligned sections: Wine maps such files, but copies others into the memory of each process. Windows
+# maps both.
 install_for_wine() {
   local file
   install_windows "$1" &&
@@ -35,7 +35,7 @@ install_for_wine() {
   done
 }
 
-# Into an empty folder: nothing loads what an earlier build left.
+# Into an empty folder, so that nothing loads leftovers of an earlier build.
 deploy_windows() {
   rm -rf "$root/build/windows/dist"
   step "deploying to build/windows/dist" install_for_wine "$root/build/windows/dist"
