@@ -18,7 +18,7 @@ using conversion::Outcome;
 
 ConvertImagesThread::ConvertImagesThread(ConversionJob job) : m_job(std::move(job))
 {
-    connect(this, &WorkerThread::done, this, &ConvertImagesThread::tellEnd);
+    connect(this, &WorkerThread::done, this, &ConvertImagesThread::reportEnd);
 }
 
 void ConvertImagesThread::work()
@@ -77,7 +77,7 @@ void ConvertImagesThread::freeNames()
     }
 }
 
-void ConvertImagesThread::tellEnd()
+void ConvertImagesThread::reportEnd()
 {
     if (stopRequested()) {
         emit cancelled();

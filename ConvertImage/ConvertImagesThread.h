@@ -50,7 +50,7 @@ protected:
 private:
     void prepareFolders() const;
     void freeNames();
-    void tellEnd();
+    void reportEnd();
 
     ConversionJob m_job;
     std::vector<conversion::FileResult> m_results;

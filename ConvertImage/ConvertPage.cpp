@@ -91,7 +91,7 @@ ConvertPage::ConvertPage(std::shared_ptr<imaging::DecoderPool> decoders, Setting
     // The estimated size is hidden as soon as a setting changes.
     connect(m_binding, &SettingsBinding::changed, this, [this] { m_facts->setText(m_sizes); });
     connect(m_sources, &SourceModel::changed, this, &ConvertPage::showList);
-    connect(m_renderer, &PreviewRenderer::rendered, this, &ConvertPage::showPicture);
+    connect(m_renderer, &PreviewRenderer::rendered, this, &ConvertPage::showImage);
     showList();
 }
 
@@ -324,7 +324,7 @@ void ConvertPage::wishPreview()
     if (path.isEmpty()) {
         m_renderer->cancel();
         m_preview->setMessage(tr("The selected picture is shown here as it will be."));
-        m_settings->setPictureSize({});
+        m_settings->setImageSize({});
         m_sizes.clear();
         m_facts->clear();
         return;
@@ -341,9 +341,9 @@ void ConvertPage::wishPreview()
     m_renderer->render(wish);
 }
 
-void ConvertPage::showPicture(const std::shared_ptr<const PreviewPicture> &picture)
+void ConvertPage::showImage(const std::shared_ptr<const PreviewImage> &picture)
 {
-    m_settings->setPictureSize(picture->before.size());
+    m_settings->setImageSize(picture->before.size());
     m_preview->setPicture(picture);
     const QSize before = picture->before.size();
     const QSize after = picture->after.size();

@@ -51,7 +51,7 @@ private:
     void removeSelected();
     void showList();
     void wishPreview();
-    void showPicture(const std::shared_ptr<const PreviewPicture> &picture);
+    void showImage(const std::shared_ptr<const PreviewImage> &picture);
     void placeMark(conversion::MarkKind kind, conversion::Position position, int margin);
     void fillPresets();
     void choosePreset(int index);

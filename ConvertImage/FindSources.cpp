@@ -13,7 +13,7 @@
 namespace
 {
 
-const QStringList &pictureExtensions()
+const QStringList &imageExtensions()
 {
     static const QStringList extensions = [] {
         const core::FileTypeTable &table = core::defaultFileTypes();
@@ -24,10 +24,10 @@ const QStringList &pictureExtensions()
     return extensions;
 }
 
-bool isPicture(QStringView name)
+bool isImageFile(QStringView name)
 {
     const qsizetype dot = name.lastIndexOf(u'.');
-    return dot >= 0 && pictureExtensions().contains(name.mid(dot).toString(), Qt::CaseInsensitive);
+    return dot >= 0 && imageExtensions().contains(name.mid(dot).toString(), Qt::CaseInsensitive);
 }
 
 // FILETIME: units of 100 ns since 1601.
@@ -70,7 +70,7 @@ public:
     }
     void file(const QString &folder, const core::DirectoryEntry &entry) override
     {
-        if (!isPicture(entry.name))
+        if (!isImageFile(entry.name))
             return;
         if (isInCloud(entry.attributes)) {
             ++m_found.others;
@@ -118,7 +118,7 @@ FoundSources findSources(const QStringList &given, bool withSubfolders, core::Di
 QString pictureFilter()
 {
     QStringList patterns;
-    for (const QString &extension : pictureExtensions())
+    for (const QString &extension : imageExtensions())
         patterns.append(u'*' + extension);
     return patterns.join(u' ');
 }

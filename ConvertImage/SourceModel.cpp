@@ -14,7 +14,7 @@
 namespace
 {
 
-constexpr int maxLooks = 600;
+constexpr int maxDetails = 600;
 constexpr int thumbnailThreads = 2;
 constexpr int thumbnailSide = 96; // pixels, for up to 200 % scaling
 
@@ -34,7 +34,7 @@ QString typeOf(const QString &path)
 SourceModel::SourceModel(std::shared_ptr<imaging::DecoderPool> decoders, QObject *parent)
     : QAbstractListModel(parent),
       m_decoders(std::move(decoders)),
-      m_looks(maxLooks)
+      m_details(maxDetails)
 {
     m_threads.setMaxThreadCount(thumbnailThreads);
     m_threads.setThreadPriority(QThread::LowPriority);
@@ -57,7 +57,7 @@ QVariant SourceModel::data(const QModelIndex &index, int role) const
     if (!index.isValid() || index.row() >= rowCount())
         return {};
     const SourceFile &file = m_files[static_cast<std::size_t>(index.row())];
-    const Look *look = m_looks.object(file.path);
+    const Details *details = m_details.object(file.path);
     switch (role) {
     case Qt::DisplayRole:
     case FileRowDelegate::TitleRole:
@@ -66,16 +66,16 @@ QVariant SourceModel::data(const QModelIndex &index, int role) const
         return file.path;
     case FileRowDelegate::LinesRole: {
         QString facts = core::sizeText(file.bytes);
-        if (look && look->size.isValid())
-            facts = tr("%1 x %2, %3").arg(look->size.width()).arg(look->size.height()).arg(facts);
-        else if (look)
+        if (details && details->size.isValid())
+            facts = tr("%1 x %2, %3").arg(details->size.width()).arg(details->size.height()).arg(facts);
+        else if (details)
             facts = tr("Not readable, %1").arg(facts);
         return QStringList{facts};
     }
     case Qt::DecorationRole:
-        if (look && !look->thumbnail.isNull())
-            return QIcon(look->thumbnail);
-        if (!look)
+        if (details && !details->thumbnail.isNull())
+            return QIcon(details->thumbnail);
+        if (!details)
             wish(file.path);
         return QIcon(QStringLiteral(":/resources/images/Image24.png"));
     default:
@@ -110,8 +110,8 @@ void SourceModel::take(const QString &path, const std::shared_ptr<imaging::Exami
 {
     m_wished.remove(path);
     const QSize size = examined->thumbnail.isNull() ? QSize() : QSize(examined->width, examined->height);
-    m_looks.insert(
-        path, new Look{QPixmap::fromImage(examined->thumbnail), size, QString::fromLatin1(examined->format)});
+    m_details.insert(path, new Details{QPixmap::fromImage(examined->thumbnail), size,
+                                       QString::fromLatin1(examined->format)});
     const auto row = std::ranges::find(m_files, path, &SourceFile::path);
     if (row == m_files.end())
         return;
@@ -146,7 +146,7 @@ void SourceModel::remove(QModelIndexList rows)
     for (const QModelIndex &row : std::as_const(rows)) {
         gone[static_cast<std::size_t>(row.row())] = true;
         m_keys.remove(m_files[static_cast<std::size_t>(row.row())].path.toLower());
-        m_looks.remove(m_files[static_cast<std::size_t>(row.row())].path);
+        m_details.remove(m_files[static_cast<std::size_t>(row.row())].path);
     }
     beginResetModel();
     std::size_t at = 0;
@@ -160,7 +160,7 @@ void SourceModel::clear()
     beginResetModel();
     m_files.clear();
     m_keys.clear();
-    m_looks.clear();
+    m_details.clear();
     endResetModel();
     emit changed();
 }

@@ -60,7 +60,7 @@ signals:
     void changed(); // rows were added, removed or moved
 
 private:
-    struct Look {
+    struct Details {
         QPixmap thumbnail; // null if it cannot be read
         QSize size;
         QString format;
@@ -73,7 +73,7 @@ private:
     QSet<QString> m_keys;
     std::shared_ptr<imaging::DecoderPool> m_decoders;
     core::CancelFlag m_cancel;
-    mutable QCache<QString, Look> m_looks;
+    mutable QCache<QString, Details> m_details;
     mutable QSet<QString> m_wished;
     mutable int m_wishes = 0; // number of requests so far, used as priority: later ones come first
     mutable QThreadPool m_threads;

@@ -21,7 +21,7 @@ namespace
 {
 
 constexpr int maxNameLength = 100;
-constexpr int smallestWidth = 420;
+constexpr int minWidth = 420;
 
 QStringList pieces(const QString &typed)
 {
@@ -84,7 +84,7 @@ void CustomFileTypeDialog::buildLayout()
     layout->addWidget(m_problem);
     layout->addStretch();
     layout->addWidget(buttons);
-    setMinimumWidth(smallestWidth);
+    setMinimumWidth(minWidth);
 }
 
 std::optional<CustomFileType> CustomFileTypeDialog::entered() const

@@ -15,14 +15,14 @@ namespace
 
 constexpr double zoomStep = 1.25;
 constexpr double wheelNotch = 120;
-constexpr int leastSide = 100;
+constexpr int minSide = 100;
 constexpr double moveStep = 40; // by an arrow key
 
 } // namespace
 
 CompareView::CompareView(QWidget *parent) : QWidget(parent)
 {
-    setMinimumSize(2 * leastSide, leastSide);
+    setMinimumSize(2 * minSide, minSide);
     setFocusPolicy(Qt::StrongFocus);
     setAccessibleName(tr("Comparison of two pictures"));
 }

@@ -126,7 +126,7 @@ void FindDuplicateImageForm::onScanFinish()
     report.imagesCompared = result.imagesCompared;
     report.placeholders = result.placeholders;
     report.foldersUnread = result.foldersUnread;
-    report.picturesLost = m_decoders->lost();
+    report.imagesLost = m_decoders->lost();
     report.decodedHere = m_decoders->usesThisProcess();
     report.decoders = std::exchange(m_decoders, {});
     report.thumbnails = std::exchange(m_thumbnails, {});

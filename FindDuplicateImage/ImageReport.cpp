@@ -30,9 +30,9 @@ QStringList remarks(const ImageReport &report)
     if (report.placeholders > 0)
         texts.append(QCoreApplication::translate("ImageReport", "%1 only in the cloud, not compared")
                          .arg(QString::number(report.placeholders)));
-    if (report.picturesLost > 0)
+    if (report.imagesLost > 0)
         texts.append(core::countText(
-            report.picturesLost,
+            report.imagesLost,
             QCoreApplication::translate("ImageReport", "1 picture broke its decoder and was not compared"),
             QCoreApplication::translate("ImageReport",
                                         "%1 pictures broke their decoder and were not compared")));

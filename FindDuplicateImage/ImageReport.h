@@ -24,7 +24,7 @@ struct ImageReport {
     std::vector<lookalikes::ImageGroup> groups;
     std::size_t imagesCompared = 0;
     std::size_t placeholders = 0; // not compared: the content is in the cloud
-    int picturesLost = 0;         // not compared: the decoder crashed or did not answer
+    int imagesLost = 0;           // not compared: the decoder crashed or did not answer
     int foldersUnread = 0;        // not listed, or only in part
     bool decodedHere =
         false; // no decoder process could be started, see imaging::DecoderPool::usesThisProcess()

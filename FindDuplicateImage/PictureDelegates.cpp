@@ -14,8 +14,8 @@
 namespace
 {
 
-constexpr int groupPicture = 56;
-constexpr int memberPicture = 88;
+constexpr int groupImage = 56;
+constexpr int memberImage = 88;
 constexpr int cardWidth = 296;
 constexpr int cardMargin = 3; // around a card; half the distance between cards
 constexpr int cardLines = 5;
@@ -138,7 +138,7 @@ void paintMemberTexts(QPainter &painter, const QRect &area, const QStyleOptionVi
 
 QSize ImageGroupDelegate::sizeHint(const QStyleOptionViewItem &option, const QModelIndex &) const
 {
-    return {200, qMax(groupPicture, 3 * lineHeight(option.fontMetrics)) + 2 * theme::spaceSnug};
+    return {200, qMax(groupImage, 3 * lineHeight(option.fontMetrics)) + 2 * theme::spaceSnug};
 }
 
 void ImageGroupDelegate::paint(QPainter *painter, const QStyleOptionViewItem &option,
@@ -157,8 +157,8 @@ void ImageGroupDelegate::paint(QPainter *painter, const QStyleOptionViewItem &op
 
     const QRect inner =
         option.rect.adjusted(theme::spaceSnug, theme::spaceSnug, -theme::spaceSnug, -theme::spaceSnug);
-    QRect picture(inner.topLeft(), QSize(groupPicture, inner.height()));
-    QRect text = inner.adjusted(groupPicture + theme::space, 0, 0, 0);
+    QRect picture(inner.topLeft(), QSize(groupImage, inner.height()));
+    QRect text = inner.adjusted(groupImage + theme::space, 0, 0, 0);
     picture = QStyle::visualRect(option.direction, inner, picture);
     text = QStyle::visualRect(option.direction, inner, text);
     paintPicture(*painter, index.data(Qt::DecorationRole).value<QPixmap>(), picture, colors, gone);
@@ -178,7 +178,7 @@ void ImageGroupDelegate::paint(QPainter *painter, const QStyleOptionViewItem &op
 
 QSize ImageMemberDelegate::sizeHint(const QStyleOptionViewItem &option, const QModelIndex &) const
 {
-    return {cardWidth, qMax(memberPicture, cardLines * lineHeight(option.fontMetrics) + 2) +
+    return {cardWidth, qMax(memberImage, cardLines * lineHeight(option.fontMetrics) + 2) +
                            2 * (theme::spaceSnug + cardMargin)};
 }
 
@@ -191,8 +191,8 @@ void ImageMemberDelegate::paint(QPainter *painter, const QStyleOptionViewItem &o
     theme::paintCard(*painter, card, colors, cardState(option), hasVisibleFocus(option));
     const QRect inner =
         card.adjusted(theme::spaceSnug, theme::spaceSnug, -theme::spaceSnug, -theme::spaceSnug);
-    const QRect picture(inner.topLeft(), QSize(memberPicture, inner.height()));
-    const QRect texts = inner.adjusted(memberPicture + theme::space, 0, 0, 0);
+    const QRect picture(inner.topLeft(), QSize(memberImage, inner.height()));
+    const QRect texts = inner.adjusted(memberImage + theme::space, 0, 0, 0);
     paintPicture(*painter, index.data(Qt::DecorationRole).value<QPixmap>(),
                  QStyle::visualRect(option.direction, inner, picture), colors,
                  index.data(ImageMemberModel::GoneRole).toBool());

@@ -146,7 +146,7 @@ void PayloadForm::refresh()
 {
     for (const auto &[note, check] : m_checks)
         note->setWarning(check());
-    tell(payload());
+    emitPayload(payload());
 }
 
 void PayloadForm::save() const

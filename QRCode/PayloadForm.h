@@ -47,7 +47,7 @@ protected:
     QCheckBox *addBox(const QString &text, const char *name, const settings::Flag &setting);
     // A line in a muted colour.
     void addHint(const QString &text);
-    virtual void tell(const QString &payload) = 0;
+    virtual void emitPayload(const QString &payload) = 0;
 
 private:
     void addField(const QString &label, const char *name, QWidget *field, Check check);

@@ -15,7 +15,7 @@ signals:
     void updateQRCode_Wifi(QString payload);
 
 protected:
-    void tell(const QString &payload) override { emit updateQRCode_Wifi(payload); }
+    void emitPayload(const QString &payload) override { emit updateQRCode_Wifi(payload); }
 
 private:
     QLineEdit *m_network;
@@ -37,7 +37,7 @@ signals:
     void updateQRCode_VCard(QString payload);
 
 protected:
-    void tell(const QString &payload) override { emit updateQRCode_VCard(payload); }
+    void emitPayload(const QString &payload) override { emit updateQRCode_VCard(payload); }
 
 private:
     // A line edit that warns about characters that end a field in this format.

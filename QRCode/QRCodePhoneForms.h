@@ -15,7 +15,7 @@ signals:
     void updateQRCode_Call(QString payload);
 
 protected:
-    void tell(const QString &payload) override { emit updateQRCode_Call(payload); }
+    void emitPayload(const QString &payload) override { emit updateQRCode_Call(payload); }
 
 private:
     QComboBox *m_country;
@@ -34,7 +34,7 @@ signals:
     void updateQRCode_SMS(QString payload);
 
 protected:
-    void tell(const QString &payload) override { emit updateQRCode_SMS(payload); }
+    void emitPayload(const QString &payload) override { emit updateQRCode_SMS(payload); }
 
 private:
     QComboBox *m_country;
@@ -54,7 +54,7 @@ signals:
     void updateQRCode_Whatsapp(QString payload);
 
 protected:
-    void tell(const QString &payload) override { emit updateQRCode_Whatsapp(payload); }
+    void emitPayload(const QString &payload) override { emit updateQRCode_Whatsapp(payload); }
 
 private:
     QComboBox *m_country;

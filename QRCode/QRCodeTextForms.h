@@ -15,7 +15,7 @@ signals:
     void updateQRCode_Link(QString payload);
 
 protected:
-    void tell(const QString &payload) override { emit updateQRCode_Link(payload); }
+    void emitPayload(const QString &payload) override { emit updateQRCode_Link(payload); }
 
 private:
     QLineEdit *m_link;
@@ -33,7 +33,7 @@ signals:
     void updateQRCode_Text(QString payload);
 
 protected:
-    void tell(const QString &payload) override { emit updateQRCode_Text(payload); }
+    void emitPayload(const QString &payload) override { emit updateQRCode_Text(payload); }
 
 private:
     QPlainTextEdit *m_text;
@@ -51,7 +51,7 @@ signals:
     void updateQRCode_Email(QString payload);
 
 protected:
-    void tell(const QString &payload) override { emit updateQRCode_Email(payload); }
+    void emitPayload(const QString &payload) override { emit updateQRCode_Email(payload); }
 
 private:
     QLineEdit *m_address;
@@ -72,7 +72,7 @@ signals:
     void updateQRCode_Paypal(QString payload);
 
 protected:
-    void tell(const QString &payload) override { emit updateQRCode_Paypal(payload); }
+    void emitPayload(const QString &payload) override { emit updateQRCode_Paypal(payload); }
 
 private:
     QLineEdit *m_user;

@@ -68,7 +68,7 @@ void ItemReader::work()
     std::vector<ListRow> folders;
     std::vector<ListRow> rows;
     int id = m_firstId;
-    const auto tell = [&] {
+    const auto report = [&] {
         if (!rows.empty())
             deliver([this, told = std::exchange(rows, {})] { emit rowsRead(told); });
     };
@@ -86,9 +86,9 @@ void ItemReader::work()
             folders.push_back(*row);
         constexpr std::size_t rowsAtOnce = 500;
         if (rows.size() == rowsAtOnce)
-            tell();
+            report();
     }
-    tell();
+    report();
     countAll(folders);
 }
 
@@ -141,12 +141,12 @@ Remarks ItemReader::remarksOf(Win32Disk &disk, ListRow &row) const
     const platform::ListedItem listed{item.name,
                                       item.isFolder() ? platform::ItemKind::Folder : platform::ItemKind::File,
                                       item.size, item.lastWriteTime};
-    platform::GuardedItem opened = folder.open(listed, item.isFolder() ? Access::Look : Access::Remove);
+    platform::GuardedItem opened = folder.open(listed, item.isFolder() ? Access::Query : Access::Remove);
     remarks.setFlag(Remark::Elsewhere, opened.state() == Guarded::ThroughLink);
     remarks.setFlag(Remark::InUse, opened.state() == Guarded::InUse);
     remarks.setFlag(Remark::Unreadable, opened.state() == Guarded::Denied);
     if (opened.state() != Guarded::Done)
-        opened = folder.open(listed, Access::Look);
+        opened = folder.open(listed, Access::Query);
     item.identity = folder.identityOf(opened);
     if (opened.state() != Guarded::Done || item.isFolder())
         return remarks;
@@ -159,16 +159,16 @@ void ItemReader::countAll(const std::vector<ListRow> &folders)
 {
     constexpr int pause = 50; // ms
     std::vector<FolderCount> counts;
-    QElapsedTimer sinceTold;
+    QElapsedTimer sinceReport;
     for (const ListRow &row : folders) {
         counts.push_back(countFolder(core::walkRoot(row.row.item.path()), cancelFlag()));
         counts.back().id = row.id;
         if (stopRequested())
             return;
-        if (&row != &folders.back() && sinceTold.isValid() && sinceTold.elapsed() < pause)
+        if (&row != &folders.back() && sinceReport.isValid() && sinceReport.elapsed() < pause)
             continue;
         deliver([this, told = std::exchange(counts, {})] { emit foldersCounted(told); });
-        sinceTold.start();
+        sinceReport.start();
     }
 }
 

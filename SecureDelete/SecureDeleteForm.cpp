@@ -110,11 +110,11 @@ void SecureDeleteForm::connectAll()
 {
     connect(m_startPage, &DropFrame::pathsDropped, this, &SecureDeleteForm::addPaths);
     connect(m_list, &SecureDeleteListPage::deleteRequested, this, &SecureDeleteForm::on_deleteButton_clicked);
-    const auto tell = [this](NoticeBar::Kind kind, const QString &notice) {
+    const auto showText = [this](NoticeBar::Kind kind, const QString &notice) {
         m_notice->showNotice(kind, notice);
     };
-    connect(m_list, &SecureDeleteListPage::told, this, tell);
-    connect(m_bin, &SecureDeleteBinPage::told, this, tell);
+    connect(m_list, &SecureDeleteListPage::told, this, showText);
+    connect(m_bin, &SecureDeleteBinPage::told, this, showText);
     connect(m_bin, &SecureDeleteBinPage::deleteRequested, this, &SecureDeleteForm::deleteFromBin);
     constexpr int pause = 100; // ms
     m_removeDestroyed.setSingleShot(true);

@@ -82,8 +82,8 @@ void SecureDeleteListPage::buildList()
     m_list->setModel(m_model);
     m_list->setEmpty(controls::image("Add24"), tr("Nothing to delete yet"),
                      tr("Drop files and folders here, or add them above."));
-    constexpr int leastHeight = 112; // room for the empty-list text, or for the header and a few rows
-    m_list->setMinimumHeight(leastHeight);
+    constexpr int minListHeight = 112; // room for the empty-list text, or for the header and a few rows
+    m_list->setMinimumHeight(minListHeight);
     m_list->table()->showColumns(
         {ItemModel::Name, ItemModel::Folder, ItemModel::Size, ItemModel::Files, ItemModel::Notes});
     QHeaderView *header = m_list->table()->horizontalHeader();

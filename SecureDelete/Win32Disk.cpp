@@ -224,7 +224,7 @@ Fault Win32Disk::erase(const Item &item, ItemKind kind)
 Fault Win32Disk::checkFolder(const Item &item)
 {
     const ListedItem listed{.name = item.name, .kind = ItemKind::Folder, .identity = item.identity};
-    return faultOf(folder(item).open(listed, GuardedFolder::Access::Look).state());
+    return faultOf(folder(item).open(listed, GuardedFolder::Access::Query).state());
 }
 
 Fault Win32Disk::eraseLink(const Item &item)

@@ -113,7 +113,7 @@ void InfoPageForm::onProcessFinish()
     if (m_page.notices.isEmpty())
         m_notice->hide();
     else
-        tell(m_page.notices.join(QLatin1Char(' ')));
+        notify(m_page.notices.join(QLatin1Char(' ')));
     emit loaded();
 }
 
@@ -129,7 +129,7 @@ void InfoPageForm::showUptime()
     m_summary->setText(m_page.summary);
 }
 
-void InfoPageForm::tell(const QString &notice, bool isWarning)
+void InfoPageForm::notify(const QString &notice, bool isWarning)
 {
     m_notice->showNotice(isWarning ? NoticeBar::Kind::Warning : NoticeBar::Kind::Info, notice);
 }
@@ -147,7 +147,7 @@ void InfoPageForm::open(const QModelIndex &index)
 {
     const QString path = index.data(openPathRole).toString();
     if (!path.isEmpty() && !platform::shell().openFile(path))
-        tell(tr("%1 could not be opened.").arg(path));
+        notify(tr("%1 could not be opened.").arg(path));
 }
 
 void InfoPageForm::copyValue()

@@ -33,7 +33,7 @@ public:
     void refresh();
     // Selects a row by its position path, beginning with the section; does nothing if it does not exist.
     void showRow(const std::vector<int> &row);
-    void tell(const QString &notice, bool isWarning = true);
+    void notify(const QString &notice, bool isWarning = true);
 
 signals:
     void loaded();

@@ -38,8 +38,8 @@ QScrollArea *scrolled(QWidget *buttons)
     area->setFocusPolicy(Qt::NoFocus);
     area->setFixedWidth(buttonSize.width());
     const QScrollBar *bar = area->verticalScrollBar();
-    QObject::connect(bar, &QScrollBar::rangeChanged, area, [area, bar](int, int most) {
-        area->setFixedWidth(buttonSize.width() + (most > 0 ? bar->sizeHint().width() : 0));
+    QObject::connect(bar, &QScrollBar::rangeChanged, area, [area, bar](int, int maximum) {
+        area->setFixedWidth(buttonSize.width() + (maximum > 0 ? bar->sizeHint().width() : 0));
     });
     return area;
 }

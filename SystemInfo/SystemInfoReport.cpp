@@ -152,7 +152,7 @@ void SystemInfoForm::saveReport()
 void SystemInfoForm::writeReport(bool onlyThisPage, bool complete, const QString &file)
 {
     if (m_jobs->isBusy() || (onlyThisPage && !current()->page())) {
-        current()->tell(tr("The report was not saved: the page is still being gathered."));
+        current()->notify(tr("The report was not saved: the page is still being gathered."));
         return;
     }
     std::vector<Page> content = onlyThisPage ? std::vector<Page>{*current()->page()} : pages();
@@ -166,9 +166,10 @@ void SystemInfoForm::writeReport(bool onlyThisPage, bool complete, const QString
         },
         [this, file](auto &job) {
             if (job.takeResult().value_or(false))
-                current()->tell(tr("The report was saved as %1.").arg(QDir::toNativeSeparators(file)), false);
+                current()->notify(tr("The report was saved as %1.").arg(QDir::toNativeSeparators(file)),
+                                  false);
             else
-                current()->tell(
+                current()->notify(
                     tr("The report could not be saved as %1.").arg(QDir::toNativeSeparators(file)));
         });
 }

@@ -204,14 +204,14 @@ QString noteText(const ScanResult &found, Item item)
     std::array<int, 4> kept{};
     for (std::size_t row = 0; row < traces.files.size(); ++row)
         ++kept[static_cast<std::size_t>(traces.keep(row))];
-    const auto tell = [&](Keep keep, const QString &one, const QString &many) {
+    const auto addKept = [&](Keep keep, const QString &one, const QString &many) {
         if (const int count = kept[static_cast<std::size_t>(keep)])
             notes += core::countText(count, one, many);
     };
-    tell(Keep::Database, tr("1 is kept: part of a database."), tr("%1 are kept: part of a database."));
-    tell(Keep::UsedToday, tr("1 is kept: in use today."), tr("%1 are kept: in use today."));
-    tell(Keep::NeedsAdministrator, tr("1 is kept: it needs an administrator."),
-         tr("%1 are kept: they need an administrator."));
+    addKept(Keep::Database, tr("1 is kept: part of a database."), tr("%1 are kept: part of a database."));
+    addKept(Keep::UsedToday, tr("1 is kept: in use today."), tr("%1 are kept: in use today."));
+    addKept(Keep::NeedsAdministrator, tr("1 is kept: it needs an administrator."),
+            tr("%1 are kept: they need an administrator."));
     if (traces.unreadableFolders > 0)
         notes += core::countText(traces.unreadableFolders,
                                  tr("1 folder could not be looked into: it needs an administrator."),

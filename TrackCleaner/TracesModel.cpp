@@ -114,17 +114,17 @@ void TracesModel::setAllChosen(bool chosen)
 {
     for (const quint32 row : m_rows)
         m_leftOut[tracks::indexOf(m_item)][row] = !chosen;
-    tellChoice();
+    reportChoice();
 }
 
 void TracesModel::setChosen(const QModelIndexList &rows, bool chosen)
 {
     for (const QModelIndex &row : rows)
         m_leftOut[tracks::indexOf(m_item)][rowOf(row)] = !chosen;
-    tellChoice();
+    reportChoice();
 }
 
-void TracesModel::tellChoice()
+void TracesModel::reportChoice()
 {
     countChosen();
     if (!m_rows.empty())

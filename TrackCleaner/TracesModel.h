@@ -83,7 +83,7 @@ private:
     void takeRows();
     void applyRows(std::vector<quint32> rows);
     void countChosen();
-    void tellChoice();
+    void reportChoice();
 
     std::shared_ptr<const tracks::ScanResult> m_found;
     tracks::Item m_item;

@@ -13,7 +13,7 @@ namespace
 {
 
 constexpr int maxRows = 200;
-constexpr int smallestHeight = 96;
+constexpr int minViewHeight = 96;
 
 } // namespace
 
@@ -24,7 +24,7 @@ AgentLogView::AgentLogView(QStringView feature, QWidget *parent) : FLTreeWidget(
     setHeaderLabels({tr("Time"), tr("Subject"), tr("What happened")});
     setRootIsDecorated(false);
     setPlaceholder(tr("Nothing has happened yet."));
-    setMinimumHeight(smallestHeight);
+    setMinimumHeight(minViewHeight);
     header()->resizeSection(0, 150);
     header()->resizeSection(1, 150);
 }

@@ -2,10 +2,10 @@
 #include "automation/AutoWallpaperChangerForm.h"
 
 #include "automation/AgentLink.h"
-#include "automation/OwnPicturesView.h"
-#include "automation/ShownPicturePanel.h"
+#include "automation/OwnImagesView.h"
+#include "automation/ShownImagePanel.h"
 #include "automation/engine/AgentLog.h"
-#include "automation/engine/PictureOfDay.h"
+#include "automation/engine/ImageOfDay.h"
 #include "platform/TopLevelWindows.h"
 #include "settings/WallpaperSettings.h"
 #include "widgets/Controls.h"
@@ -17,12 +17,12 @@
 #include <QFormLayout>
 #include <QPushButton>
 
-using automation::PictureSource;
+using automation::ImageSource;
 
 namespace
 {
 
-constexpr int ownSource = static_cast<int>(PictureSource::Own);
+constexpr int ownSource = static_cast<int>(ImageSource::Own);
 enum Which : unsigned { newest, next, previous }; // wParam of messageChangeWallpaper
 
 QComboBox *comboBox(QWidget *parent, const char *name, const QString &accessibleName)
@@ -60,14 +60,14 @@ AutoWallpaperChangerForm::AutoWallpaperChangerForm(QWidget *parent)
         showChoice();
         apply();
     });
-    connect(m_own, &OwnPicturesView::changed, this, &AutoWallpaperChangerForm::storeOwn);
-    connect(m_own, &OwnPicturesView::leftOut, this,
+    connect(m_own, &OwnImagesView::changed, this, &AutoWallpaperChangerForm::storeOwn);
+    connect(m_own, &OwnImagesView::leftOut, this,
             [this](const QString &text) { notice()->showNotice(NoticeBar::Kind::Info, text); });
 }
 
 void AutoWallpaperChangerForm::addShown()
 {
-    m_shown = new ShownPicturePanel(this);
+    m_shown = new ShownImagePanel(this);
     addToCard(m_shown);
     auto *row = new QWidget(this);
     auto *layout = new QHBoxLayout(row);
@@ -97,10 +97,10 @@ void AutoWallpaperChangerForm::addSource()
         {tr("Bing: picture of the day"), tr("NASA: astronomy picture of the day"), tr("My own pictures")});
     settingsForm()->addRow(tr("Pictures from:"), m_source);
     m_region = comboBox(this, "regionComboBox", tr("Region of the pictures"));
-    for (const automation::PictureRegion &region : automation::pictureRegions())
+    for (const automation::ImageRegion &region : automation::imageRegions())
         m_region->addItem(QString::fromLatin1(region.name));
     settingsForm()->addRow(tr("Region:"), m_region);
-    m_own = new OwnPicturesView(this);
+    m_own = new OwnImagesView(this);
     m_own->setFiles(settings::customFiles.read());
     settingsForm()->addRow(tr("My pictures:"), m_own);
     m_binding.add(m_source, settings::wallpaperSource);
@@ -153,7 +153,7 @@ void AutoWallpaperChangerForm::showChoice()
 {
     const int source = m_source->currentIndex();
     settingsForm()->setRowVisible(m_own, source == ownSource);
-    settingsForm()->setRowVisible(m_region, source == static_cast<int>(PictureSource::Bing));
+    settingsForm()->setRowVisible(m_region, source == static_cast<int>(ImageSource::Bing));
     settingsForm()->setRowVisible(m_metered, source != ownSource);
     m_newest->setVisible(source != ownSource);
     m_period->setEnabled(m_time->currentIndex() > 0);

@@ -4,11 +4,11 @@
 #include "automation/FeaturePage.h"
 #include "widgets/SettingsBinding.h"
 
-class OwnPicturesView;
+class OwnImagesView;
 class QCheckBox;
 class QComboBox;
 class QPushButton;
-class ShownPicturePanel;
+class ShownImagePanel;
 
 // Settings for the source of the wallpapers and the time of changes; shows the current wallpaper and the time
 // of the next change.
@@ -34,12 +34,12 @@ private:
     void storeOwn();
 
     SettingsBinding m_binding;
-    ShownPicturePanel *m_shown;
+    ShownImagePanel *m_shown;
     QComboBox *m_source;
     QComboBox *m_region;
     QComboBox *m_time;
     QComboBox *m_period;
-    OwnPicturesView *m_own;
+    OwnImagesView *m_own;
     QPushButton *m_newest;
     QCheckBox *m_metered;
 };

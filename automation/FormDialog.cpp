@@ -19,7 +19,7 @@ void FormDialog::Row::setVisible(bool visible) const
     field->setVisible(visible);
 }
 
-FormDialog::FormDialog(int smallestWidth, QWidget *parent)
+FormDialog::FormDialog(int minWidth, QWidget *parent)
     : QDialog(parent),
       m_headline(named(new QLabel(this), "headlineLabel")),
       m_form(new QFormLayout),
@@ -40,7 +40,7 @@ FormDialog::FormDialog(int smallestWidth, QWidget *parent)
     layout->addLayout(m_form);
     layout->addWidget(m_notice);
     layout->addStretch();
-    setMinimumWidth(smallestWidth);
+    setMinimumWidth(minWidth);
 }
 
 void FormDialog::setHeadline(const QString &text)

@@ -23,8 +23,8 @@ protected:
         void setVisible(bool visible) const;
     };
 
-    // `smallestWidth` in device-independent pixels.
-    FormDialog(int smallestWidth, QWidget *parent);
+    // `minWidth` in device-independent pixels.
+    FormDialog(int minWidth, QWidget *parent);
 
     template <class Widget>
     static Widget *named(Widget *widget, const char *name, const QString &accessible = {})

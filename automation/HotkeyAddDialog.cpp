@@ -22,7 +22,7 @@ using automation::ShortcutCommand;
 namespace
 {
 
-constexpr int smallestWidth = 480;
+constexpr int minWidth = 480;
 constexpr int maxPath = 32767; // UTF-16 code units; limit of Windows
 
 // Holds exactly one character: typing replaces it.
@@ -48,7 +48,7 @@ protected:
 
 } // namespace
 
-HotkeyAddDialog::HotkeyAddDialog(QWidget *parent) : FormDialog(smallestWidth, parent)
+HotkeyAddDialog::HotkeyAddDialog(QWidget *parent) : FormDialog(minWidth, parent)
 {
     setWindowTitle(tr("Add Shortcut"));
     setHeadline(tr("Add a Shortcut Key"));

@@ -127,7 +127,7 @@ DecoderPool::Process DecoderPool::start(const core::CancelFlag &cancel) const
     if (!process)
         return nullptr;
     const auto end = Clock::now() + m_options.startPatience;
-    process->setGiveUp([&cancel, end] { return cancel.isSet() || Clock::now() > end; });
+    process->setStopCheck([&cancel, end] { return cancel.isSet() || Clock::now() > end; });
     return decoder::readNumber<quint32>(*process) == decoder::greeting ? std::move(process) : nullptr;
 }
 
@@ -150,7 +150,7 @@ DecoderPool::ask(Taken taken, Wish wish, const QString &path, const imaging::Bef
     const auto requestOnce = [&] {
         return request(*process, wish, path, beforeDecode, [&] {
             const auto end = Clock::now() + m_options.patience;
-            process->setGiveUp(
+            process->setStopCheck(
                 [&givenUp, &cancel, end] { return givenUp = cancel.isSet() || Clock::now() > end; });
         });
     };
@@ -169,7 +169,7 @@ DecoderPool::ask(Taken taken, Wish wish, const QString &path, const imaging::Bef
     const bool lost = !result && answer != Answer::Failed && answer != Answer::TooLarge;
     if (isTooLarge && answer == Answer::TooLarge)
         *isTooLarge = true;
-    process->setGiveUp({}); // its callback refers to this call's arguments
+    process->setStopCheck({}); // its callback refers to this call's arguments
     const std::lock_guard lock(m_mutex);
     if (!lost)
         m_idle.push_back(std::move(process));
@@ -192,9 +192,9 @@ std::optional<Examination> DecoderPool::examine(const QString &path, const Befor
 }
 
 std::optional<imaging::LoadedImage>
-DecoderPool::askForPicture(Wish wish, const QString &path, const BeforeDecode &beforeDecode,
-                           const core::CancelFlag &cancel,
-                           std::optional<decoder::Picture> (*read)(platform::ByteChannel &), bool *isTooLarge)
+DecoderPool::askForImage(Wish wish, const QString &path, const BeforeDecode &beforeDecode,
+                         const core::CancelFlag &cancel,
+                         std::optional<decoder::Picture> (*read)(platform::ByteChannel &), bool *isTooLarge)
 {
     Taken taken = take(path, cancel);
     if (!taken.process) {
@@ -213,13 +213,13 @@ DecoderPool::askForPicture(Wish wish, const QString &path, const BeforeDecode &b
 
 std::optional<imaging::LoadedImage> DecoderPool::picture(const QString &path, const core::CancelFlag &cancel)
 {
-    return askForPicture(Wish::Picture, path, {}, cancel, decoder::readPicture, nullptr);
+    return askForImage(Wish::Picture, path, {}, cancel, decoder::readPicture, nullptr);
 }
 
 std::optional<imaging::LoadedImage> DecoderPool::source(const QString &path, const BeforeDecode &beforeDecode,
                                                         const core::CancelFlag &cancel, bool *isTooLarge)
 {
-    return askForPicture(Wish::Source, path, beforeDecode, cancel, decoder::readSource, isTooLarge);
+    return askForImage(Wish::Source, path, beforeDecode, cancel, decoder::readSource, isTooLarge);
 }
 
 } // namespace imaging

@@ -77,9 +77,9 @@ private:
                               std::optional<Result> (*read)(platform::ByteChannel &),
                               bool *isTooLarge = nullptr);
     std::optional<imaging::LoadedImage>
-    askForPicture(decoder::Wish wish, const QString &path, const BeforeDecode &beforeDecode,
-                  const core::CancelFlag &cancel,
-                  std::optional<decoder::Picture> (*read)(platform::ByteChannel &), bool *isTooLarge);
+    askForImage(decoder::Wish wish, const QString &path, const BeforeDecode &beforeDecode,
+                const core::CancelFlag &cancel,
+                std::optional<decoder::Picture> (*read)(platform::ByteChannel &), bool *isTooLarge);
     Taken take(const QString &path, const core::CancelFlag &cancel);
     Process startFor(const QString &path, const core::CancelFlag &cancel);
     Process start(const core::CancelFlag &cancel) const;

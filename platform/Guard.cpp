@@ -34,7 +34,7 @@ Opening openingOf(GuardedFolder::Access access)
                 asItself | FILE_WRITE_THROUGH | FILE_NON_DIRECTORY_FILE};
     case GuardedFolder::Access::Remove:
         return {DELETE | FILE_READ_ATTRIBUTES | SYNCHRONIZE, asItself};
-    case GuardedFolder::Access::Look:
+    case GuardedFolder::Access::Query:
         break;
     }
     return {FILE_READ_ATTRIBUTES | SYNCHRONIZE, asItself};
@@ -159,7 +159,7 @@ Guarded GuardedFolder::compare(HANDLE file, const ListedItem &item, Access acces
                                   .number = item.number ? fileNumberOf(file) : std::nullopt,
                                   .identity = item.identity ? identityOf(file) : std::nullopt},
                                  access);
-    if (result != Guarded::Done || access == Access::Look || item.kind != ItemKind::Folder)
+    if (result != Guarded::Done || access == Access::Query || item.kind != ItemKind::Folder)
         return result;
     const QString path = QString::fromStdWString(rawFinalPath(file, HeldFile::Form::Drive));
     return protectionOf(path.isEmpty() ? m_path + u'\\' + item.name : path, protectedPlaces()) ==

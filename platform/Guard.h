@@ -126,7 +126,7 @@ public:
     const QString &path() const { return m_path; }
 
     enum class Access {
-        Look,  // attributes only; does not block other programs
+        Query, // attributes only; does not block other programs
         Write, // write-through, full sharing; refused for read-only items
         Remove // for rename() and erase()
     };

@@ -12,7 +12,7 @@ Guarded judge(const ListedItem &listed, const OpenedFacts &opened, GuardedFolder
     if (opened.kind != listed.kind || !same || (listed.number && opened.number != listed.number) ||
         (listed.identity && opened.identity != listed.identity))
         return Guarded::Changed;
-    if (access == GuardedFolder::Access::Look)
+    if (access == GuardedFolder::Access::Query)
         return Guarded::Done;
     if (core::isPlaceholder(opened.attributes))
         return Guarded::InCloud;

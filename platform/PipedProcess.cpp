@@ -153,14 +153,14 @@ struct PipedProcess::Handles {
     FileHandle input;
     FileHandle output;
 
-    bool givesUp(const GiveUp &giveUp) const;
+    bool givesUp(const StopCheck &stopCheck) const;
     template <class Begin>
-    std::size_t transfer(const FileHandle &pipe, const GiveUp &giveUp, const Begin &begin) const;
+    std::size_t transfer(const FileHandle &pipe, const StopCheck &stopCheck, const Begin &begin) const;
 };
 
-bool PipedProcess::Handles::givesUp(const GiveUp &giveUp) const
+bool PipedProcess::Handles::givesUp(const StopCheck &stopCheck) const
 {
-    if (!giveUp || !giveUp())
+    if (!stopCheck || !stopCheck())
         return false;
     TerminateProcess(process.get(), 1);
     return true;
@@ -168,17 +168,17 @@ bool PipedProcess::Handles::givesUp(const GiveUp &giveUp) const
 
 // Reads or writes one piece through `begin`. Returns 0 if the conversation has ended.
 template <class Begin>
-std::size_t PipedProcess::Handles::transfer(const FileHandle &pipe, const GiveUp &giveUp,
+std::size_t PipedProcess::Handles::transfer(const FileHandle &pipe, const StopCheck &stopCheck,
                                             const Begin &begin) const
 {
-    if (givesUp(giveUp))
+    if (givesUp(stopCheck))
         return 0;
     OVERLAPPED overlapped = {};
     overlapped.hEvent = moved.get();
     if (!begin(pipe.get(), &overlapped) && GetLastError() != ERROR_IO_PENDING)
         return 0;
     while (WaitForSingleObject(overlapped.hEvent, pollInterval) == WAIT_TIMEOUT) {
-        if (givesUp(giveUp)) {
+        if (givesUp(stopCheck)) {
             CancelIoEx(pipe.get(), &overlapped);
             break;
         }
@@ -231,7 +231,7 @@ bool PipedProcess::read(void *to, std::size_t bytes)
     while (bytes > 0) {
         const auto wanted = static_cast<DWORD>(std::min(bytes, maxTransfer));
         const std::size_t got =
-            m_handles->transfer(m_handles->output, m_giveUp, [&](HANDLE pipe, OVERLAPPED *overlapped) {
+            m_handles->transfer(m_handles->output, m_stopCheck, [&](HANDLE pipe, OVERLAPPED *overlapped) {
                 return ReadFile(pipe, next, wanted, nullptr, overlapped);
             });
         if (got == 0)
@@ -248,7 +248,7 @@ bool PipedProcess::write(const void *from, std::size_t bytes)
     while (bytes > 0) {
         const auto offered = static_cast<DWORD>(std::min(bytes, maxTransfer));
         const std::size_t taken =
-            m_handles->transfer(m_handles->input, m_giveUp, [&](HANDLE pipe, OVERLAPPED *overlapped) {
+            m_handles->transfer(m_handles->input, m_stopCheck, [&](HANDLE pipe, OVERLAPPED *overlapped) {
                 return WriteFile(pipe, next, offered, nullptr, overlapped);
             });
         if (taken == 0)

@@ -49,7 +49,7 @@ class PipedProcess : public ByteChannel
 public:
     // Called for every piece that is read or written, and every 50 ms while waiting. Returning true kills the
     // process and ends the conversation.
-    using GiveUp = std::function<bool()>;
+    using StopCheck = std::function<bool()>;
 
     // Null if it cannot be started.
     static std::unique_ptr<PipedProcess> start(const QString &program, const ProcessGroup &group);
@@ -57,7 +57,7 @@ public:
 
     // For any reason. A process that is just about to end may still return false here.
     bool hasEnded() const;
-    void setGiveUp(GiveUp giveUp) { m_giveUp = std::move(giveUp); }
+    void setStopCheck(StopCheck stopCheck) { m_stopCheck = std::move(stopCheck); }
     bool read(void *to, std::size_t bytes) override;
     bool write(const void *from, std::size_t bytes) override;
     std::shared_ptr<std::byte> readLarge(std::size_t bytes) override;
@@ -67,7 +67,7 @@ private:
     explicit PipedProcess(std::unique_ptr<Handles> handles);
 
     std::unique_ptr<Handles> m_handles;
-    GiveUp m_giveUp;
+    StopCheck m_stopCheck;
 };
 
 // The other end, in the process that was started.

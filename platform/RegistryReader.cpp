@@ -29,12 +29,12 @@ RegKey open(core::RegistryView::Hive hive, const QString &path, core::RegistryVi
 
 // Collects the names that a registry function enumerates: next(index, buffer, length).
 template <class Next>
-QStringList names(DWORD longest, Next next)
+QStringList names(DWORD maxLength, Next next)
 {
     QStringList found;
-    std::vector<wchar_t> buffer(longest);
+    std::vector<wchar_t> buffer(maxLength);
     for (DWORD i = 0;; ++i) {
-        DWORD length = longest;
+        DWORD length = maxLength;
         const LSTATUS result = next(i, buffer.data(), &length);
         if (result != ERROR_SUCCESS)
             return found;

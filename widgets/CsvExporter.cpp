@@ -24,10 +24,10 @@ void CsvExporter::start(const QString &suggestedName, const std::function<csv::T
         return;
     emit started(tr("Exporting to %1 ...").arg(QDir::toNativeSeparators(file)));
     m_jobs.start({.busyText = tr("the export of a table")}, new CsvWriter(file, std::move(rows)),
-                 [this](const CsvWriter &writer) { tellEnd(writer); });
+                 [this](const CsvWriter &writer) { reportEnd(writer); });
 }
 
-void CsvExporter::tellEnd(const CsvWriter &writer)
+void CsvExporter::reportEnd(const CsvWriter &writer)
 {
     const QString file = QDir::toNativeSeparators(writer.file());
     switch (writer.outcome()) {

@@ -30,7 +30,7 @@ signals:
     void ended(NoticeBar::Kind kind, const QString &notice);
 
 private:
-    void tellEnd(const CsvWriter &writer);
+    void reportEnd(const CsvWriter &writer);
 
     QWidget *m_page;
     JobHost m_jobs; // the page is busy while an export runs

@@ -12,7 +12,7 @@
 namespace
 {
 
-constexpr int smallestWidth = 150;
+constexpr int minWidth = 150;
 constexpr double nearlyFull = 0.9; // Windows shows a drive's bar in red from here on
 
 QFont titleFont(const QFont &base)
@@ -69,12 +69,12 @@ QSize FLCardButton::sizeHint() const
     const int text = qMax(QFontMetrics(titleFont(font())).horizontalAdvance(this->text()),
                           QFontMetrics(theme::caption(font())).horizontalAdvance(m_caption));
     const int width = 3 * theme::space + iconSize().width() + text;
-    return {qMax(smallestWidth, width), 2 * theme::space + qMax(iconSize().height(), textHeight())};
+    return {qMax(minWidth, width), 2 * theme::space + qMax(iconSize().height(), textHeight())};
 }
 
 QSize FLCardButton::minimumSizeHint() const
 {
-    return {smallestWidth, sizeHint().height()};
+    return {minWidth, sizeHint().height()};
 }
 
 bool FLCardButton::event(QEvent *event)

@@ -54,10 +54,10 @@ void FLTreeView::showColumns(const QList<int> &columns)
         header()->moveSection(header()->visualIndex(columns.at(position)), position);
 }
 
-void FLTreeView::setStretchColumn(int column, int smallest)
+void FLTreeView::setStretchColumn(int column, int minWidth)
 {
     m_stretchColumn = column;
-    m_smallest = smallest;
+    m_minWidth = minWidth;
     header()->setStretchLastSection(false);
     stretch();
 }
@@ -75,9 +75,9 @@ void FLTreeView::paintEvent(QPaintEvent *event)
         paintPlaceholder(viewport(), m_placeholder);
 }
 
-void FLTreeView::setStretchMinimum(int smallest)
+void FLTreeView::setStretchMinimum(int minWidth)
 {
-    m_smallest = smallest;
+    m_minWidth = minWidth;
     stretch();
 }
 
@@ -87,7 +87,7 @@ void FLTreeView::stretch()
         return;
     const int others = header()->length() - header()->sectionSize(m_stretchColumn);
     m_stretching = true;
-    header()->resizeSection(m_stretchColumn, qMax(m_smallest, viewport()->width() - others));
+    header()->resizeSection(m_stretchColumn, qMax(m_minWidth, viewport()->width() - others));
     m_stretching = false;
 }
 

@@ -16,11 +16,11 @@ public:
 
     // Shows these columns in this order and hides all others; call after setModel().
     void showColumns(const QList<int> &columns);
-    // This column takes the remaining width, but at least `smallest`: then the view scrolls. Until the user
+    // This column takes the remaining width, but at least `minWidth`: then the view scrolls. Until the user
     // resizes it.
-    void setStretchColumn(int column, int smallest);
+    void setStretchColumn(int column, int minWidth);
     // Changes the minimum width of that column.
-    void setStretchMinimum(int smallest);
+    void setStretchMinimum(int minWidth);
     // Shown while there is no row.
     void setPlaceholder(const QString &text);
 
@@ -36,7 +36,7 @@ private:
     int expandedRows() const;
 
     int m_stretchColumn = -1;
-    int m_smallest = 0;
+    int m_minWidth = 0;
     bool m_stretching = false;
     QString m_placeholder;
 };

@@ -13,7 +13,7 @@
 namespace
 {
 
-constexpr double leastContrast = 2;
+constexpr double minContrast = 2;
 constexpr double trackStrength = 0.12;
 
 // Room for "100.0 %", so that all bars of a column are aligned.
@@ -49,10 +49,10 @@ QColor textColor(const QStyleOptionViewItem &item)
 QString fitting(const QString &text, const QStyleOptionViewItem &item, int width)
 {
     const int narrowest = qMax(1, item.fontMetrics.averageCharWidth() / 2);
-    const qsizetype most = qMax(0, width) / narrowest + 2;
-    if (text.size() <= most || item.textElideMode != Qt::ElideMiddle)
+    const qsizetype maxLength = qMax(0, width) / narrowest + 2;
+    if (text.size() <= maxLength || item.textElideMode != Qt::ElideMiddle)
         return fitted::elided(text, item.font, item.textElideMode, width);
-    const QString ends = text.first(most / 2) + QChar(0x2026) + text.last(most / 2);
+    const QString ends = text.first(maxLength / 2) + QChar(0x2026) + text.last(maxLength / 2);
     return fitted::elided(ends, item.font, item.textElideMode, width);
 }
 
@@ -157,7 +157,7 @@ void BarDelegate::paint(QPainter *painter, const QStyleOptionViewItem &option, c
     bar.setHeight(theme::barHeight);
     // On a selected row the bar has the colour of the text if its own would be invisible.
     QColor fill = barColor(index, item.palette);
-    if (selected && theme::contrast(fill, background) < leastContrast)
+    if (selected && theme::contrast(fill, background) < minContrast)
         fill = pen;
     const double share = index.data(Qt::EditRole).toDouble() / 100;
     theme::paintBar(*painter, bar, share, fill, theme::mix(background, pen, trackStrength), item.direction);

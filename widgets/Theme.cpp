@@ -88,12 +88,12 @@ private:
     QPalette m_applied;
 };
 
-constexpr int leastSaturation = 40; // of an accent colour; anything less is a grey
+constexpr int minSaturation = 40; // of an accent colour; anything less is a grey
 
 // The system's accent colour; the suite's own blue if there is none (its selection colour is a grey).
 QColor accentOf(const QColor &highlight)
 {
-    return highlight.hsvSaturation() >= leastSaturation ? highlight : QColor(0x2f, 0x7d, 0xd7);
+    return highlight.hsvSaturation() >= minSaturation ? highlight : QColor(0x2f, 0x7d, 0xd7);
 }
 
 void primaryRule(QPalette &palette)
@@ -296,7 +296,7 @@ QPalette visibleSelection(const QPalette &system)
 {
     const QColor highlight = system.color(QPalette::Active, QPalette::Highlight);
     QPalette own;
-    if (highlight.hsvSaturation() >= leastSaturation ||
+    if (highlight.hsvSaturation() >= minSaturation ||
         contrast(highlight, system.color(QPalette::Active, QPalette::Base)) >= lineContrast)
         return own;
     own.setColor(QPalette::Highlight, readable(accentOf(highlight), Qt::white, textContrast));

@@ -2,7 +2,7 @@
 #include "ConvertImage/engine/Adjustments.h"
 
 #include "ConvertImage/engine/Blur.h"
-#include "ConvertImage/engine/PictureFormat.h"
+#include "ConvertImage/engine/ImageFormat.h"
 
 #include <QColorSpace>
 

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "ConvertImage/engine/Blur.h"
 
-#include "ConvertImage/engine/PictureFormat.h"
+#include "ConvertImage/engine/ImageFormat.h"
 
 #include <array>
 #include <cmath>

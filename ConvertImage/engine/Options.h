@@ -78,14 +78,14 @@ struct TextMark {
     bool operator==(const TextMark &) const = default;
 };
 
-struct PictureMark {
+struct ImageMark {
     QString path;      // empty for no mark
     int percent = 100; // of the mark image's own size
     Position position = Position::BottomRight;
     int opacity = 100;
     int margin = 0;
 
-    bool operator==(const PictureMark &) const = default;
+    bool operator==(const ImageMark &) const = default;
 };
 
 struct QrMark {
@@ -99,7 +99,7 @@ struct QrMark {
 
 struct Watermarks {
     TextMark text;
-    PictureMark picture;
+    ImageMark picture;
     QrMark qr;
 
     bool isEmpty() const { return text.content.isEmpty() && picture.path.isEmpty() && qr.text.isEmpty(); }

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "ConvertImage/engine/PdfWriter.h"
 
-#include "ConvertImage/engine/PictureWriter.h"
+#include "ConvertImage/engine/ImageWriter.h"
 
 #include <QPainter>
 #include <QPdfWriter>
@@ -43,7 +43,7 @@ QSize pdfBox(int logicalDpiX, int logicalDpiY)
             static_cast<int>(logicalDpiY * sheetHeight - marginDots)};
 }
 
-QSize pdfPictureSize(const QSize &picture, const QSize &box)
+QSize pdfImageSize(const QSize &picture, const QSize &box)
 {
     if (picture.isEmpty() || box.isEmpty())
         return {};
@@ -113,7 +113,7 @@ QString PdfDocument::addPage(const QImage &picture)
         return QStringLiteral("The document cannot be written");
     m_isFirst = false;
     if (!picture.isNull())
-        m_painter->drawImage(QRect({0, 0}, pdfPictureSize(picture.size(), m_box)),
+        m_painter->drawImage(QRect({0, 0}, pdfImageSize(picture.size(), m_box)),
                              preparedFor(Target::Pdf, picture));
     return m_output->failed() ? QStringLiteral("The document cannot be written") : QString();
 }

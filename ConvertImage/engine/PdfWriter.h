@@ -20,7 +20,7 @@ QSize pdfBox(int logicalDpiX, int logicalDpiY);
 
 // The size of an image scaled up or down to fit the box; keeps the aspect ratio apart from rounding. Empty
 // for an empty image.
-QSize pdfPictureSize(const QSize &picture, const QSize &box);
+QSize pdfImageSize(const QSize &picture, const QSize &box);
 
 // Whether part of the box lies outside of this paper.
 bool cutOffOn(PaperSize paper);

@@ -2,7 +2,7 @@
 #include "ConvertImage/engine/Render.h"
 
 #include "ConvertImage/engine/Adjustments.h"
-#include "ConvertImage/engine/PictureFormat.h"
+#include "ConvertImage/engine/ImageFormat.h"
 #include "ConvertImage/engine/Resizing.h"
 
 #include <QColorSpace>
@@ -39,7 +39,7 @@ QString problemText(RenderProblem problem)
     switch (problem) {
     case RenderProblem::None:
         return {};
-    case RenderProblem::NoPicture:
+    case RenderProblem::NoImage:
         return QCoreApplication::translate("conversion", "The file is not a readable picture");
     case RenderProblem::NoSize:
         return QCoreApplication::translate("conversion", "The new size would be less than one pixel");
@@ -54,7 +54,7 @@ QString problemText(RenderProblem problem)
 Rendered render(const QImage &loaded, const Rendering &rendering, const MarkSources &sources, bool preview)
 {
     if (loaded.isNull())
-        return {{}, RenderProblem::NoPicture};
+        return {{}, RenderProblem::NoImage};
     const QSize size = resizedSize(loaded.size(), rendering.resize);
     if (size.isEmpty())
         return {{}, RenderProblem::NoSize};

@@ -12,9 +12,9 @@ inline constexpr qint64 maxRenderedBytes = qint64(512) << 20;
 
 enum class RenderProblem {
     None,
-    NoPicture, // the input is null
-    NoSize,    // resized to less than one pixel
-    TooLarge,  // more than maxRenderedBytes
+    NoImage,  // the input is null
+    NoSize,   // resized to less than one pixel
+    TooLarge, // more than maxRenderedBytes
     NoMemory
 };
 

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "ConvertImage/engine/Run.h"
 
-#include "ConvertImage/engine/PictureWriter.h"
+#include "ConvertImage/engine/ImageWriter.h"
 #include "ConvertImage/engine/Render.h"
 #include "ConvertImage/engine/Targets.h"
 #include "imaging/engine/MemoryBudget.h"

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "ConvertImage/engine/Watermarking.h"
 
-#include "ConvertImage/engine/PictureFormat.h"
+#include "ConvertImage/engine/ImageFormat.h"
 #include "core/QrEncoder.h"
 
 #include <QFont>
@@ -27,7 +27,7 @@ int textPixels(int points, int dotsPerMeter)
     return std::clamp(static_cast<int>(std::lround(points * dotsPerInch / 72.0)), 1, maxMarkSide / 8);
 }
 
-QImage textPicture(const TextMark &mark, int dotsPerMeter, const QString &defaultFont)
+QImage textImage(const TextMark &mark, int dotsPerMeter, const QString &defaultFont)
 {
     QFont font(mark.font.isEmpty() ? defaultFont : mark.font);
     font.setPixelSize(textPixels(mark.points, dotsPerMeter));
@@ -105,7 +105,7 @@ int qrModulePixels(const QString &text, int size)
     return code ? std::max(1, size / (code->size() + 2 * core::qrQuietZone)) : 0;
 }
 
-QImage qrPicture(const QString &text, int size)
+QImage qrImage(const QString &text, int size)
 {
     const auto code = markCode(text);
     if (!code)
@@ -127,12 +127,12 @@ std::vector<PlacedMark> placedMarks(const QSize &canvas, int dotsPerMeter, const
 {
     std::vector<PlacedMark> placements;
     if (const TextMark &text = marks.text; !text.content.isEmpty()) {
-        QImage image = textPicture(text, dotsPerMeter, sources.defaultFont);
+        QImage image = textImage(text, dotsPerMeter, sources.defaultFont);
         const QSize size = image.size();
         placements.push_back(
             placed(MarkKind::Text, std::move(image), size, canvas, text.position, text.margin, text.opacity));
     }
-    if (const PictureMark &picture = marks.picture; !picture.path.isEmpty() && !sources.picture.isNull()) {
+    if (const ImageMark &picture = marks.picture; !picture.path.isEmpty() && !sources.picture.isNull()) {
         const QSize size = percentOf(sources.picture.size(), picture.percent);
         const QImage drawn = inSrgb(sources.picture).convertToFormat(QImage::Format_ARGB32_Premultiplied);
         placements.push_back(placed(MarkKind::Picture,
@@ -140,7 +140,7 @@ std::vector<PlacedMark> placedMarks(const QSize &canvas, int dotsPerMeter, const
                                     canvas, picture.position, picture.margin, picture.opacity));
     }
     if (const QrMark &qr = marks.qr; !qr.text.isEmpty()) {
-        QImage image = qrPicture(qr.text, qr.size);
+        QImage image = qrImage(qr.text, qr.size);
         const QSize size = image.size();
         placements.push_back(
             placed(MarkKind::Qr, std::move(image), size, canvas, qr.position, qr.margin, 100));

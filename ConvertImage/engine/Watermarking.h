@@ -23,7 +23,7 @@ struct PlacedMark {
 
 // What the marks need in addition to the settings.
 struct MarkSources {
-    QImage picture;      // for PictureMark::path; null if there is none or it cannot be read
+    QImage picture;      // for ImageMark::path; null if there is none or it cannot be read
     QString defaultFont; // for a text mark without its own font
 };
 
@@ -33,7 +33,7 @@ QPoint markCorner(const QSize &canvas, const QSize &mark, Position position, int
 
 // The QR code in black and white with its quiet zone of four modules: `size` pixels wide, or the next smaller
 // width with a whole number of pixels per module, at least one. Null if the text is too long for a QR code.
-QImage qrPicture(const QString &text, int size);
+QImage qrImage(const QString &text, int size);
 // Pixels per module in such an image; 0 without one.
 int qrModulePixels(const QString &text, int size);
 

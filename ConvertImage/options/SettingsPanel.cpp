@@ -307,7 +307,7 @@ QWidget *SettingsPanel::makeResizePage()
     return page;
 }
 
-void SettingsPanel::setPictureSize(const QSize &size)
+void SettingsPanel::setImageSize(const QSize &size)
 {
     m_pictureSize = size;
     showResult();

@@ -25,7 +25,7 @@ public:
     SettingsPanel(SettingsBinding *binding, QWidget *parent = nullptr);
 
     // The size of the selected image, empty for none. The resize tab shows the resulting size.
-    void setPictureSize(const QSize &size);
+    void setImageSize(const QSize &size);
 
 private:
     QWidget *makeOutputPage();
@@ -35,7 +35,7 @@ private:
     QWidget *makeAdjustPage();
     QWidget *makeMarksPage();
     void addTextMark(QFormLayout *form);
-    void addPictureMark(QFormLayout *form);
+    void addImageMark(QFormLayout *form);
     void addQrMark(QFormLayout *form);
 
     // Controls are named after their setting.

@@ -46,7 +46,7 @@ QWidget *SettingsPanel::makeMarksPage()
     theme::makeMuted(hint);
     form->addRow(hint);
     addTextMark(form);
-    addPictureMark(form);
+    addImageMark(form);
     addQrMark(form);
     return page;
 }
@@ -96,7 +96,7 @@ void SettingsPanel::chooseColor()
         m_binding->show({{stored::textColor.name.toString(), color.name()}});
 }
 
-void SettingsPanel::addPictureMark(QFormLayout *form)
+void SettingsPanel::addImageMark(QFormLayout *form)
 {
     addSection(form, tr("Picture"));
     addPath(form, tr("File"), stored::imagePath, [this] {

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "ConvertImage/preview/PreviewRenderer.h"
 
-#include "ConvertImage/engine/PictureWriter.h"
+#include "ConvertImage/engine/ImageWriter.h"
 #include "imaging/DecoderPool.h"
 
 #include <utility>
@@ -95,7 +95,7 @@ void PreviewRenderer::work(quint64 number, const PreviewWish &wish)
     load(wish);
     if (!isLatest(number))
         return;
-    auto picture = std::make_shared<PreviewPicture>();
+    auto picture = std::make_shared<PreviewImage>();
     picture->number = number;
     picture->path = wish.path;
     const conversion::MarkSources sources{m_cache.mark, wish.defaultFont};

@@ -25,7 +25,7 @@ struct PreviewWish {
     QSize area; // view size in device pixels; the result includes an image fitted to it
 };
 
-struct PreviewPicture {
+struct PreviewImage {
     quint64 number = 0; // of the request
     QString path;
     QImage before; // as loaded
@@ -35,7 +35,7 @@ struct PreviewPicture {
     std::vector<conversion::PlacedMark> marks; // without their images
     QString problem;
 };
-Q_DECLARE_METATYPE(std::shared_ptr<const PreviewPicture>)
+Q_DECLARE_METATYPE(std::shared_ptr<const PreviewImage>)
 
 // Renders previews on one thread, only for the latest request. The last source stays decoded until
 // dropCache(). Conversions do not use this class.
@@ -55,7 +55,7 @@ public:
     void cancel();
 
 signals:
-    void rendered(const std::shared_ptr<const PreviewPicture> &picture);
+    void rendered(const std::shared_ptr<const PreviewImage> &picture);
     // The approximate file size, emitted later since it takes longer. 0 if unknown.
     void estimated(qint64 bytes);
 

@@ -43,7 +43,7 @@ PreviewView::PreviewView(QWidget *parent) : QWidget(parent)
     setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Expanding);
 }
 
-void PreviewView::setPicture(const std::shared_ptr<const PreviewPicture> &picture)
+void PreviewView::setPicture(const std::shared_ptr<const PreviewImage> &picture)
 {
     const bool other = !m_picture || m_picture->path != picture->path;
     m_picture = picture;
@@ -112,7 +112,7 @@ double PreviewView::scale() const
     return std::min({width() / size.width(), height() / size.height(), 1.0 / devicePixelRatioF()});
 }
 
-QRectF PreviewView::pictureArea() const
+QRectF PreviewView::imageArea() const
 {
     QRectF area({}, QSizeF(pictureSize()) * scale());
     area.moveCenter(QRectF(rect()).center() + m_offset);
@@ -130,7 +130,7 @@ void PreviewView::paintEvent(QPaintEvent *)
                          Qt::AlignCenter | Qt::TextWordWrap, m_message);
         return;
     }
-    const QRectF visible = pictureArea().intersected(rect());
+    const QRectF visible = imageArea().intersected(rect());
     paintChessboard(painter, visible);
     if (m_show == Show::Split) {
         const double line = splitLine();
@@ -155,7 +155,7 @@ void PreviewView::paintPicture(QPainter &painter, bool before, const QRectF &cli
         return;
     const QImage &whole = before ? m_picture->before : m_picture->after;
     const QImage &small = before ? m_picture->beforeFitted : m_picture->afterFitted;
-    const QRectF area = pictureArea();
+    const QRectF area = imageArea();
     const bool useSmall = !small.isNull() && area.width() * devicePixelRatioF() <= small.width() * 1.2;
     const QImage &image = useSmall ? small : whole;
     // Scales only the visible part.
@@ -178,14 +178,14 @@ void PreviewView::paintMarks(QPainter &painter) const
 
 double PreviewView::splitLine() const
 {
-    const QRectF area = pictureArea();
+    const QRectF area = imageArea();
     return std::clamp(area.left() + area.width() * m_split, area.left(), area.right());
 }
 
 QRectF PreviewView::markArea(const conversion::PlacedMark &mark) const
 {
     const double factor = scale();
-    return QRectF(pictureArea().topLeft() + QPointF(mark.place.topLeft()) * factor,
+    return QRectF(imageArea().topLeft() + QPointF(mark.place.topLeft()) * factor,
                   QSizeF(mark.place.size()) * factor);
 }
 
@@ -234,8 +234,7 @@ void PreviewView::mouseMoveEvent(QMouseEvent *event)
             m_offset += moved;
         break;
     case Drag::Split:
-        m_split =
-            std::clamp((event->position().x() - pictureArea().left()) / pictureArea().width(), 0.0, 1.0);
+        m_split = std::clamp((event->position().x() - imageArea().left()) / imageArea().width(), 0.0, 1.0);
         break;
     case Drag::Mark: {
         const QPoint pixels = (moved / scale()).toPoint();
@@ -278,9 +277,9 @@ void PreviewView::dropMark()
 
 void PreviewView::zoomAt(double zoom, const QPointF &point)
 {
-    const QPointF inPicture = (point - pictureArea().center()) / scale();
+    const QPointF inImage = (point - imageArea().center()) / scale();
     setZoom(zoom);
-    m_offset = point - QRectF(rect()).center() - inPicture * scale();
+    m_offset = point - QRectF(rect()).center() - inImage * scale();
     update();
 }
 

@@ -20,7 +20,7 @@ public:
 
     explicit PreviewView(QWidget *parent = nullptr);
 
-    void setPicture(const std::shared_ptr<const PreviewPicture> &picture);
+    void setPicture(const std::shared_ptr<const PreviewImage> &picture);
     // Shown instead of an image.
     void setMessage(const QString &message);
     bool isEmpty() const { return !m_picture; }
@@ -55,8 +55,8 @@ private:
     enum class Drag { None, Pan, Split, Mark };
 
     QSize pictureSize() const;
-    double scale() const;       // logical pixels per image pixel
-    QRectF pictureArea() const; // in view coordinates; may exceed the view
+    double scale() const;     // logical pixels per image pixel
+    QRectF imageArea() const; // in view coordinates; may exceed the view
     void paintPicture(QPainter &painter, bool before, const QRectF &clip) const;
     void paintMarks(QPainter &painter) const;
     double splitLine() const; // x in view coordinates
@@ -65,7 +65,7 @@ private:
     void dropMark();
     void zoomAt(double zoom, const QPointF &point);
 
-    std::shared_ptr<const PreviewPicture> m_picture;
+    std::shared_ptr<const PreviewImage> m_picture;
     QString m_message;
     Show m_show = Show::After;
     double m_zoom = 0.0;

@@ -16,25 +16,27 @@
 namespace
 {
 
-constexpr int maxLooks = 400;
+constexpr int maxDetails = 400;
 
 // Does disk I/O.
-ExistingFileModel::Look lookAt(imaging::DecoderPool &decoders, const QString &path,
-                               const core::CancelFlag &cancel)
+ExistingFileModel::Details readDetails(imaging::DecoderPool &decoders, const QString &path,
+                                       const core::CancelFlag &cancel)
 {
     constexpr int side = 2 * ExistingFileModel::thumbnailSide; // for screens with up to 200 % scaling
     const QFileInfo file(path);
-    ExistingFileModel::Look look{{},
-                                 core::sizeText(static_cast<quint64>(file.size())) + QStringLiteral(", ") +
-                                     file.lastModified().toString(QStringLiteral("yyyy-MM-dd HH:mm"))};
+    ExistingFileModel::Details details{{},
+                                       core::sizeText(static_cast<quint64>(file.size())) +
+                                           QStringLiteral(", ") +
+                                           file.lastModified().toString(QStringLiteral("yyyy-MM-dd HH:mm"))};
     if (const auto picture = decoders.picture(path, cancel)) {
         const QSize size = picture->image.size();
-        look.thumbnail = picture->image;
+        details.thumbnail = picture->image;
         if (size.width() > side || size.height() > side)
-            look.thumbnail = look.thumbnail.scaled(side, side, Qt::KeepAspectRatio, Qt::SmoothTransformation);
-        look.facts.prepend(QStringLiteral("%1 x %2\n").arg(size.width()).arg(size.height()));
+            details.thumbnail =
+                details.thumbnail.scaled(side, side, Qt::KeepAspectRatio, Qt::SmoothTransformation);
+        details.facts.prepend(QStringLiteral("%1 x %2\n").arg(size.width()).arg(size.height()));
     }
-    return look;
+    return details;
 }
 
 QString nameOf(const QString &path)
@@ -65,7 +67,7 @@ ExistingFileModel::ExistingFileModel(const QStringList &outputs, const QStringLi
       m_sources(sources),
       m_answers(static_cast<std::size_t>(outputs.size()), Answer::Skip),
       m_decoders(std::move(decoders)),
-      m_looks(maxLooks)
+      m_details(maxDetails)
 {
     m_thread.setMaxThreadCount(1);
     const auto key = [](const QString &path) { return QString(path).replace(u'/', u'\\').toLower(); };
@@ -112,8 +114,8 @@ QString ExistingFileModel::text(const QModelIndex &index) const
     QString text = nameOf(path(index));
     if (index.column() == Existing && isSource(index.row()))
         text += u'\n' + tr("This is one of the sources");
-    if (const Look *look = m_looks.object(path(index)))
-        text += u'\n' + look->facts;
+    if (const Details *details = m_details.object(path(index)))
+        text += u'\n' + details->facts;
     return text;
 }
 
@@ -134,11 +136,12 @@ QVariant ExistingFileModel::data(const QModelIndex &index, int role) const
     case Qt::DecorationRole: {
         if (!isFile)
             return {};
-        const Look *look = m_looks.object(path(index));
-        if (!look)
+        const Details *details = m_details.object(path(index));
+        if (!details)
             wish(index);
-        return look && !look->thumbnail.isNull() ? QIcon(QPixmap::fromImage(look->thumbnail))
-                                                 : QIcon(QStringLiteral(":/resources/images/Image24.png"));
+        return details && !details->thumbnail.isNull()
+                   ? QIcon(QPixmap::fromImage(details->thumbnail))
+                   : QIcon(QStringLiteral(":/resources/images/Image24.png"));
     }
     default:
         return {};
@@ -161,10 +164,10 @@ void ExistingFileModel::wish(const QModelIndex &index) const
     auto *self = const_cast<ExistingFileModel *>(this);
     m_thread.start(
         [self, file, row = index.row(), column = index.column()] {
-            const Look look = lookAt(*self->m_decoders, file, self->m_cancel);
-            QMetaObject::invokeMethod(self, [self, file, row, column, look] {
+            const Details details = readDetails(*self->m_decoders, file, self->m_cancel);
+            QMetaObject::invokeMethod(self, [self, file, row, column, details] {
                 self->m_wished.remove(file);
-                self->m_looks.insert(file, new Look(look));
+                self->m_details.insert(file, new Details(details));
                 const QModelIndex changed = self->index(row, column);
                 emit self->dataChanged(changed, changed);
             });

@@ -39,7 +39,7 @@ public:
     QVariant data(const QModelIndex &index, int role) const override;
     QVariant headerData(int section, Qt::Orientation orientation, int role) const override;
 
-    struct Look {
+    struct Details {
         QImage thumbnail; // null if it cannot be read
         QString facts;
     };
@@ -55,7 +55,7 @@ private:
     std::vector<Answer> m_answers;
     std::shared_ptr<imaging::DecoderPool> m_decoders;
     core::CancelFlag m_cancel;
-    mutable QCache<QString, Look> m_looks;
+    mutable QCache<QString, Details> m_details;
     mutable QSet<QString> m_wished;
     mutable int m_wishes = 0; // number of requests so far, used as priority: later ones come first
     mutable QThreadPool m_thread;

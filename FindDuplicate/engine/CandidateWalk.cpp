@@ -41,7 +41,7 @@ public:
         m_listener.pathChanged(folder);
         if (m_rules.skipDotFiles && entry.name.startsWith(u'.'))
             return;
-        if (m_rules.smallestSize > 0 && entry.size < static_cast<quint64>(m_rules.smallestSize))
+        if (m_rules.minSize > 0 && entry.size < static_cast<quint64>(m_rules.minSize))
             return;
         const int category = m_matcher.match(entry.name);
         if (category < 0)

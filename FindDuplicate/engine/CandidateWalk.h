@@ -28,7 +28,7 @@ public:
 struct WalkRules {
     CategorySelection categories;
     bool skipDotFiles = false; // skip files whose name begins with "."; folders are always walked
-    qint32 smallestSize = 0;   // in bytes; smaller files are skipped, a negative value skips none
+    qint32 minSize = 0;        // in bytes; smaller files are skipped, a negative value skips none
     int readAheadThreads = 0;  // core::WalkOptions
 };
 

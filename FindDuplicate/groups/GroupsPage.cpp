@@ -114,8 +114,8 @@ void GroupsPage::buildActions()
         if (!platform::shell().openRecycleBin())
             showNotice(NoticeBar::Kind::Warning, tr("The recycle bin could not be opened."));
     });
-    m_cancelLook = new QAction(tr("Cancel"), this);
-    connect(m_cancelLook, &QAction::triggered, m_removal, &MemberRemoval::requestStop);
+    m_cancelCheck = new QAction(tr("Cancel"), this);
+    connect(m_cancelCheck, &QAction::triggered, m_removal, &MemberRemoval::requestStop);
 }
 
 void GroupsPage::connectAll()
@@ -138,7 +138,7 @@ void GroupsPage::connectAll()
     connect(&m_readLater, &QTimer::timeout, this, &GroupsPage::readGroup);
     // The notice stays enabled: slow disk checks are reported there and can be cancelled.
     connect(m_removal, &MemberRemoval::checkTakesLong, this,
-            [this] { showNotice(NoticeBar::Kind::Info, tr("Looking at the file ..."), m_cancelLook); });
+            [this] { showNotice(NoticeBar::Kind::Info, tr("Looking at the file ..."), m_cancelCheck); });
     connect(m_removal, &MemberRemoval::checkEnded, m_notice, &QWidget::hide);
     connect(m_removal, &MemberRemoval::finished, this, &GroupsPage::afterRemoval);
 }

@@ -151,8 +151,8 @@ private:
     QAction *m_copyAction = nullptr;
     QAction *m_recycleAction = nullptr;
     QAction *m_refreshAction = nullptr;
-    QAction *m_openBin = nullptr;    // shown in the notice after a removal
-    QAction *m_cancelLook = nullptr; // shown in the notice during a slow check
+    QAction *m_openBin = nullptr;     // shown in the notice after a removal
+    QAction *m_cancelCheck = nullptr; // shown in the notice during a slow check
     MemberRemoval *m_removal;
     Place m_removed;              // of the running removal
     QTimer m_readLater;           // a held arrow key passes many groups per second

@@ -88,7 +88,7 @@ MemberRemoval::MemberRemoval(QObject *parent) : QObject(parent)
     m_patience.setSingleShot(true);
     m_patience.setInterval(patience);
     connect(&m_patience, &QTimer::timeout, this, [this] {
-        m_toldLong = true;
+        m_slowReported = true;
         emit checkTakesLong();
     });
 }
@@ -102,7 +102,7 @@ void MemberRemoval::start(RemovalRequest request, std::function<bool()> stillSho
     m_stillShown = std::move(stillShown);
     m_stopRequested = false;
     // Only if the notice of the last copy was the last result, and for the same file.
-    request.toldLastCopy = std::exchange(m_toldLastCopy, {}) == request.file().fullPath();
+    request.lastCopyNoticeShown = std::exchange(m_lastCopyNoticePath, {}) == request.file().fullPath();
     startThread(Step::Check, std::move(request));
     m_patience.start();
 }
@@ -142,7 +142,7 @@ void MemberRemoval::onProcessFinish()
     m_move.reset();
     endPatience();
     if (outcome == Outcome::LastCopy)
-        m_toldLastCopy = request.file().fullPath();
+        m_lastCopyNoticePath = request.file().fullPath();
     if (outcome == Outcome::Ready)
         ask(std::move(request));
     else
@@ -153,7 +153,7 @@ void MemberRemoval::onProcessFinish()
 void MemberRemoval::endPatience()
 {
     m_patience.stop();
-    if (std::exchange(m_toldLong, false))
+    if (std::exchange(m_slowReported, false))
         emit checkEnded();
 }
 

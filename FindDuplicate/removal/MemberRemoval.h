@@ -67,8 +67,8 @@ private:
     bool m_asking = false;
     bool m_stopRequested = false;
     QTimer m_patience;
-    bool m_toldLong = false;
-    QString m_toldLastCopy;                       // path for which the last result was this notice
+    bool m_slowReported = false;
+    QString m_lastCopyNoticePath;                 // path for which the last result was this notice
     core::RetiringPointer<RemovalThread> m_check; // its disk may take minutes to respond
     core::WorkerPointer<RemovalThread> m_move;
 };

@@ -44,7 +44,7 @@ RemovalThread::Outcome RemovalThread::checked()
         m_obstacle = *obstacle;
         return Outcome::Refused;
     }
-    return now.mark.lastCopy && !m_request.toldLastCopy ? Outcome::LastCopy : Outcome::Ready;
+    return now.mark.lastCopy && !m_request.lastCopyNoticeShown ? Outcome::LastCopy : Outcome::Ready;
 }
 
 RemovalThread::Outcome RemovalThread::moved()

@@ -21,7 +21,7 @@ struct RemovalRequest {
     MemberFacts shown;
     GroupContents contents = {};
     // The user has seen the notice that it is the last copy, and requested the removal again.
-    bool toldLastCopy = false;
+    bool lastCopyNoticeShown = false;
 
     const FileRecord &file() const { return members[member]; }
 };

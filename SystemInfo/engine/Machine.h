@@ -93,7 +93,7 @@ struct SpecialFolder {
 enum class PathState {
     Exists,
     Missing,
-    NotLookedAt
+    NotChecked
 }; // NotChecked for a network path, which may take a minute
 
 struct StartupFile {

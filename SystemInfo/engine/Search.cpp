@@ -12,17 +12,17 @@ namespace
 class Finder
 {
 public:
-    Finder(QStringList words, std::size_t most) : m_words(std::move(words)), m_most(most) {}
+    Finder(QStringList words, std::size_t maxHits) : m_words(std::move(words)), m_maxHits(maxHits) {}
 
-    void look(const std::vector<Row> &rows, Hit &place)
+    void visit(const std::vector<Row> &rows, Hit &place)
     {
-        for (std::size_t i = 0; i < rows.size() && m_hits.size() < m_most; ++i) {
+        for (std::size_t i = 0; i < rows.size() && m_hits.size() < m_maxHits; ++i) {
             place.row.push_back(static_cast<int>(i));
             place.path.append(rows[i].label);
             place.value = rows[i].value.text;
             if (matches(place))
                 m_hits.push_back(place);
-            look(rows[i].children, place);
+            visit(rows[i].children, place);
             place.path.removeLast();
             place.row.pop_back();
         }
@@ -44,21 +44,21 @@ private:
     }
 
     QStringList m_words;
-    std::size_t m_most;
+    std::size_t m_maxHits;
     std::vector<Hit> m_hits;
 };
 
 } // namespace
 
-std::vector<Hit> findRows(const std::vector<Page> &pages, const QString &text, std::size_t most)
+std::vector<Hit> findRows(const std::vector<Page> &pages, const QString &text, std::size_t maxHits)
 {
     const QStringList words = text.simplified().split(QLatin1Char(' '), Qt::SkipEmptyParts);
     if (words.isEmpty())
         return {};
-    Finder finder(words, most);
+    Finder finder(words, maxHits);
     for (std::size_t i = 0; i < pages.size(); ++i) {
         Hit place{.page = i, .path = {pages[i].title}};
-        finder.look(pages[i].sections, place);
+        finder.visit(pages[i].sections, place);
     }
     return finder.take();
 }

@@ -15,6 +15,6 @@ struct Hit {
 
 // The rows whose path and value together contain every word of `text`, ignoring case; at most `max` of them.
 // Empty for a blank text.
-std::vector<Hit> findRows(const std::vector<Page> &pages, const QString &text, std::size_t most);
+std::vector<Hit> findRows(const std::vector<Page> &pages, const QString &text, std::size_t maxHits);
 
 } // namespace systeminfo

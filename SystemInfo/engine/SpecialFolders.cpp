@@ -32,7 +32,7 @@ Page specialFoldersPage(Machine &machine, const Publish &publish)
         case PathState::Missing:
             row.problem = Words::tr("does not exist");
             break;
-        case PathState::NotLookedAt:
+        case PathState::NotChecked:
             row.hint = Words::tr("On another computer; not looked at.");
             row.openPath = folder.path;
             break;

@@ -136,7 +136,7 @@ PathState WindowsMachine::pathState(const QString &path)
 {
     if (path.startsWith(QStringLiteral("\\\\")) ||
         (path.size() > 1 && GetDriveTypeW(wide(path.left(2) + QLatin1Char('\\'))) == DRIVE_REMOTE))
-        return PathState::NotLookedAt;
+        return PathState::NotChecked;
     return GetFileAttributesW(wide(path)) == INVALID_FILE_ATTRIBUTES ? PathState::Missing : PathState::Exists;
 }
 

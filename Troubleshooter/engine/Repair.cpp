@@ -40,10 +40,10 @@ bool Report::restart() const
 }
 
 Report applySteps(Repair &repair, const Examination &shown, const QStringList &chosen,
-                  const core::CancelFlag &cancel, const std::function<void(const QString &)> &tell)
+                  const core::CancelFlag &cancel, const std::function<void(const QString &)> &progress)
 {
     Report report;
-    tell(tr("Checking again before anything is done"));
+    progress(tr("Checking again before anything is done"));
     const Examination now = repair.check(cancel);
     for (const Step &step : shown.steps) {
         if (!chosen.contains(step.id))
@@ -57,14 +57,14 @@ Report applySteps(Repair &repair, const Examination &shown, const QStringList &c
         else if (!current->obstacle.isEmpty())
             outcome.text = current->obstacle;
         else {
-            tell(step.title);
+            progress(step.title);
             outcome = repair.apply(*current, cancel);
             outcome.step = step.id;
             outcome.title = step.title;
         }
         report.outcomes.append(outcome);
     }
-    tell(tr("Checking again"));
+    progress(tr("Checking again"));
     // The final check runs even after a cancel, since steps may have been executed.
     const core::CancelFlag never;
     report.after = repair.check(never);

@@ -71,9 +71,9 @@ struct Report {
 };
 
 // Executes the chosen steps. Checks first, since time has passed, and skips steps that were not shown, no
-// longer apply or are blocked now. A cancel takes effect between steps. Checks again at the end. `tell`
+// longer apply or are blocked now. A cancel takes effect between steps. Checks again at the end. `progress`
 // receives the current action.
 Report applySteps(Repair &repair, const Examination &shown, const QStringList &chosen,
-                  const core::CancelFlag &cancel, const std::function<void(const QString &)> &tell);
+                  const core::CancelFlag &cancel, const std::function<void(const QString &)> &progress);
 
 } // namespace repair

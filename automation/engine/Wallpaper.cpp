@@ -30,7 +30,7 @@ QString quoted(const QString &title)
 QString titles(const WallpaperAnswer &answer)
 {
     QStringList all;
-    for (const ShownPicture &picture : answer.pictures) {
+    for (const ShownImage &picture : answer.pictures) {
         if (const QString title = quoted(picture.title); !all.contains(title))
             all.append(title);
     }
@@ -73,10 +73,10 @@ void Wallpaper::follow(const Event &event, const WallpaperSettings &settings, Wa
     const auto before = std::exchange(m_settings, settings);
     if (!before || !before->enabled || *before == settings)
         return;
-    const bool otherPicture = before->source != settings.source || before->market != settings.market ||
-                              before->perMonitor != settings.perMonitor ||
-                              (settings.source == PictureSource::Own && before->ownCount == 0);
-    if (otherPicture) {
+    const bool otherImage = before->source != settings.source || before->market != settings.market ||
+                            before->perMonitor != settings.perMonitor ||
+                            (settings.source == ImageSource::Own && before->ownCount == 0);
+    if (otherImage) {
         decision.endProcess = isRunning(); // it fetches an image that is no longer wanted
         m_startedAt = -1;
         m_handled = m_tried = {};
@@ -115,14 +115,14 @@ WallpaperDecision Wallpaper::take(const Event &event, const WallpaperSettings &s
 
 void Wallpaper::consider(const Event &event, const WallpaperScene &scene, WallpaperDecision &decision)
 {
-    const bool own = m_settings->source == PictureSource::Own;
+    const bool own = m_settings->source == ImageSource::Own;
     if (own && m_settings->ownCount == 0)
         return;
     if (event.kind == EventKind::Asked) {
-        const PictureStep step = event.value > 0   ? PictureStep::Next
-                                 : event.value < 0 ? PictureStep::Previous
-                                 : own             ? PictureStep::Current
-                                                   : PictureStep::Newest;
+        const ImageStep step = event.value > 0   ? ImageStep::Next
+                               : event.value < 0 ? ImageStep::Previous
+                               : own             ? ImageStep::Current
+                                                 : ImageStep::Newest;
         start(event, step, false, tr("you asked for it"), decision);
         return;
     }
@@ -139,11 +139,11 @@ void Wallpaper::consider(const Event &event, const WallpaperScene &scene, Wallpa
     const bool first = !m_handled.isValid();
     if ((first || boundary == m_tried) && m_retryAt >= 0 && event.ticks < m_retryAt)
         return;
-    PictureStep step = PictureStep::Newest;
+    ImageStep step = ImageStep::Newest;
     if (own)
-        step = first ? PictureStep::Current : PictureStep::Next;
+        step = first ? ImageStep::Current : ImageStep::Next;
     else if (!first && !m_settings->daily)
-        step = PictureStep::Next;
+        step = ImageStep::Next;
     m_tried = boundary;
     const QString why = first ? tr("you chose so")
                               : (m_settings->daily ? tr("your hour %1") : tr("full hour %1"))
@@ -151,7 +151,7 @@ void Wallpaper::consider(const Event &event, const WallpaperScene &scene, Wallpa
     start(event, step, true, why, decision);
 }
 
-void Wallpaper::start(const Event &event, PictureStep step, bool automatic, const QString &why,
+void Wallpaper::start(const Event &event, ImageStep step, bool automatic, const QString &why,
                       WallpaperDecision &decision)
 {
     decision.start = WallpaperDecision::Start{step, automatic};
@@ -172,7 +172,7 @@ WallpaperDecision Wallpaper::ended(const Event &event, const WallpaperSettings &
         answer.value_or(WallpaperAnswer{.reason = tr("The process that changes it ended without an answer")});
     const bool changed = got.result == Result::Changed;
     const bool nothingNew = got.result == Result::Same && m_automatic && settings.daily &&
-                            settings.source != PictureSource::Own && m_handled.isValid();
+                            settings.source != ImageSource::Own && m_handled.isValid();
     if (nothingNew) {
         m_retryAt = event.ticks + hourPause;
         if (m_problem != tr("Nothing new yet")) {
@@ -219,7 +219,7 @@ void Wallpaper::failed(const Event &event, const WallpaperAnswer &answer, Wallpa
 
 void Wallpaper::outlook(const Event &event, const WallpaperScene &scene, WallpaperDecision &decision) const
 {
-    const bool own = m_settings->source == PictureSource::Own;
+    const bool own = m_settings->source == ImageSource::Own;
     decision.now = scene.shown.isEmpty() ? QString() : tr("Shows %1").arg(quoted(scene.shown));
     if (isRunning()) {
         decision.next = own ? tr("Looks at your pictures")

@@ -14,7 +14,7 @@ namespace automation
 struct WallpaperSettings {
     bool enabled = false;
     std::optional<QTime> daily; // without a value: every full hour
-    PictureSource source = PictureSource::Bing;
+    ImageSource source = ImageSource::Bing;
     QString market;
     qsizetype ownCount = 0;
     bool perMonitor = false;
@@ -41,7 +41,7 @@ struct WallpaperScene {
 struct WallpaperDecision {
     // Start the process for an image.
     struct Start {
-        PictureStep step = PictureStep::Newest;
+        ImageStep step = ImageStep::Newest;
         bool automatic = false;
     };
     std::optional<Start> start;
@@ -75,7 +75,7 @@ public:
 private:
     void follow(const Event &event, const WallpaperSettings &settings, WallpaperDecision &decision);
     void consider(const Event &event, const WallpaperScene &scene, WallpaperDecision &decision);
-    void start(const Event &event, PictureStep step, bool automatic, const QString &why,
+    void start(const Event &event, ImageStep step, bool automatic, const QString &why,
                WallpaperDecision &decision);
     void outlook(const Event &event, const WallpaperScene &scene, WallpaperDecision &decision) const;
     void failed(const Event &event, const WallpaperAnswer &answer, WallpaperDecision &decision);

@@ -24,7 +24,7 @@ QJsonObject objectOf(const QByteArray &bytes)
     return bytes.size() <= maxJobFileBytes ? QJsonDocument::fromJson(bytes).object() : QJsonObject();
 }
 
-QJsonObject pictureObject(const ShownPicture &picture)
+QJsonObject imageObject(const ShownImage &picture)
 {
     return {{QStringLiteral("key"), picture.key},
             {QStringLiteral("file"), picture.file},
@@ -34,14 +34,14 @@ QJsonObject pictureObject(const ShownPicture &picture)
             {QStringLiteral("page"), picture.page.toString()}};
 }
 
-ShownPicture shownPicture(const QJsonObject &object)
+ShownImage shownPicture(const QJsonObject &object)
 {
-    ShownPicture picture{object.value(QStringLiteral("key")).toString(),
-                         object.value(QStringLiteral("file")).toString(),
-                         object.value(QStringLiteral("thumbnail")).toString(),
-                         plainLine(object.value(QStringLiteral("title")).toString()),
-                         plainLine(object.value(QStringLiteral("credit")).toString(), 300),
-                         {}};
+    ShownImage picture{object.value(QStringLiteral("key")).toString(),
+                       object.value(QStringLiteral("file")).toString(),
+                       object.value(QStringLiteral("thumbnail")).toString(),
+                       plainLine(object.value(QStringLiteral("title")).toString()),
+                       plainLine(object.value(QStringLiteral("credit")).toString(), 300),
+                       {}};
     const QUrl page(object.value(QStringLiteral("page")).toString(), QUrl::StrictMode);
     if (isSecureAddress(page))
         picture.page = page;
@@ -72,11 +72,11 @@ std::optional<WallpaperRequest> parseRequest(const QByteArray &bytes)
         return {};
     WallpaperRequest request;
     request.restore = object.value(QStringLiteral("restore")).toBool();
-    request.source = static_cast<PictureSource>(number(object, QStringLiteral("source"), pictureSources));
+    request.source = static_cast<ImageSource>(number(object, QStringLiteral("source"), imageSources));
     request.market = object.value(QStringLiteral("market")).toString();
-    request.step = static_cast<PictureStep>(number(object, QStringLiteral("step"), 4));
+    request.step = static_cast<ImageStep>(number(object, QStringLiteral("step"), 4));
     request.automatic = object.value(QStringLiteral("automatic")).toBool();
-    request.index = number(object, QStringLiteral("index"), maxOwnPictures);
+    request.index = number(object, QStringLiteral("index"), maxOwnImages);
     request.newest = object.value(QStringLiteral("newest")).toString();
     for (const QJsonValue &path : object.value(QStringLiteral("own")).toArray())
         request.own.append(path.toString());
@@ -88,8 +88,8 @@ std::optional<WallpaperRequest> parseRequest(const QByteArray &bytes)
 QByteArray answerText(const WallpaperAnswer &answer)
 {
     QJsonArray pictures;
-    for (const ShownPicture &picture : answer.pictures)
-        pictures.append(pictureObject(picture));
+    for (const ShownImage &picture : answer.pictures)
+        pictures.append(imageObject(picture));
     return QJsonDocument(QJsonObject{{QStringLiteral("result"), static_cast<int>(answer.result)},
                                      {QStringLiteral("reason"), answer.reason},
                                      {QStringLiteral("index"), answer.index},
@@ -108,7 +108,7 @@ std::optional<WallpaperAnswer> parseAnswer(const QByteArray &bytes)
     WallpaperAnswer answer;
     answer.result = static_cast<WallpaperAnswer::Result>(result);
     answer.reason = plainLine(object.value(QStringLiteral("reason")).toString(), 300);
-    answer.index = number(object, QStringLiteral("index"), maxOwnPictures);
+    answer.index = number(object, QStringLiteral("index"), maxOwnImages);
     answer.newest = object.value(QStringLiteral("newest")).toString();
     answer.time = QDateTime::fromString(object.value(QStringLiteral("time")).toString(), Qt::ISODate);
     for (const QJsonValue &picture : object.value(QStringLiteral("pictures")).toArray()) {
@@ -124,18 +124,18 @@ int firstIndex(const WallpaperRequest &request, qsizetype count, const QString &
         return -1;
     const int last = static_cast<int>(count) - 1;
     const bool isNew = request.automatic && !newest.isEmpty() && newest != request.newest;
-    if (request.step == PictureStep::Newest || isNew || request.index < 0)
+    if (request.step == ImageStep::Newest || isNew || request.index < 0)
         return 0;
-    if (request.step == PictureStep::Previous)
+    if (request.step == ImageStep::Previous)
         return request.index == 0 || request.index > last ? last : request.index - 1;
-    const int wanted = request.index + (request.step == PictureStep::Next ? 1 : 0);
+    const int wanted = request.index + (request.step == ImageStep::Next ? 1 : 0);
     return wanted > last ? 0 : wanted;
 }
 
 int indexAfter(const WallpaperRequest &request, int index, qsizetype count)
 {
     const int last = static_cast<int>(count) - 1;
-    if (request.step == PictureStep::Previous)
+    if (request.step == ImageStep::Previous)
         return index <= 0 ? last : index - 1;
     return index >= last ? 0 : index + 1;
 }

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
-#include "automation/engine/PictureOfDay.h"
+#include "automation/engine/ImageOfDay.h"
 
 #include <QDateTime>
 #include <QStringList>
@@ -12,13 +12,13 @@ namespace automation
 {
 
 // Which image, relative to the stored index. For a service the index is the age in days.
-enum class PictureStep { Current, Newest, Next, Previous };
+enum class ImageStep { Current, Newest, Next, Previous };
 
 struct WallpaperRequest {
     bool restore = false; // only restore the user's wallpaper
-    PictureSource source = PictureSource::Bing;
+    ImageSource source = ImageSource::Bing;
     QString market;
-    PictureStep step = PictureStep::Newest;
+    ImageStep step = ImageStep::Newest;
     bool automatic = false; // not requested by the user: a new image takes precedence
     int index = 0;
     QString newest; // key of the newest image at the last request
@@ -32,7 +32,7 @@ QByteArray requestText(const WallpaperRequest &request);
 std::optional<WallpaperRequest> parseRequest(const QByteArray &bytes);
 
 // An image that is used as wallpaper.
-struct ShownPicture {
+struct ShownImage {
     QString key;
     QString file;      // a copy in the wallpaper folder; may have been deleted since
     QString thumbnail; // likewise
@@ -40,7 +40,7 @@ struct ShownPicture {
     QString credit;
     QUrl page; // https, or empty
 
-    bool operator==(const ShownPicture &) const = default;
+    bool operator==(const ShownImage &) const = default;
 };
 
 struct WallpaperAnswer {
@@ -56,8 +56,8 @@ struct WallpaperAnswer {
     QString reason; // without a full stop: why it failed, or a remark on a success
     int index = 0;
     QString newest;
-    QDateTime time;               // UTC
-    QList<ShownPicture> pictures; // one per monitor, or a single one for all
+    QDateTime time;             // UTC
+    QList<ShownImage> pictures; // one per monitor, or a single one for all
 
     bool operator==(const WallpaperAnswer &) const = default;
 };
@@ -65,7 +65,7 @@ QByteArray answerText(const WallpaperAnswer &answer);
 std::optional<WallpaperAnswer> parseAnswer(const QByteArray &bytes);
 
 inline constexpr qint64 maxJobFileBytes = 1 << 20; // per request or answer
-inline constexpr int maxOwnPictures = 500;
+inline constexpr int maxOwnImages = 500;
 
 // File names in the wallpaper folder.
 inline QString wallpaperFolder(const QString &localAppData)

@@ -54,7 +54,7 @@ QDateTime storedEnd()
     return ends.isValid() ? ends.toLocalTime() : QDateTime();
 }
 
-void tellMainWindow(bool awake)
+void notifyMainWindow(bool awake)
 {
     if (const WId window = platform::findTopLevelWindow(platform::toolkitWindowClass(),
                                                         QStringLiteral("Fernlight Larkspur")))
@@ -118,7 +118,7 @@ void StayAwakeFeature::decide(const automation::Event &event)
     if (decision.nudge)
         nudge();
     if (was != m_awake || decision.ended)
-        tellMainWindow(m_awake);
+        notifyMainWindow(m_awake);
     if (decision.shutDown)
         log(tr("Shutdown"), m_countdown.begin(Countdown::End::ShutDown, shutdownDelay,
                                               [this](const QString &text) { log(tr("Shutdown"), text); }));

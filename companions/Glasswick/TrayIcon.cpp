@@ -31,7 +31,7 @@ constexpr UINT iconId = 1;
 constexpr WORD iconResource = 1; // in every executable of the suite
 constexpr wchar_t tip[] = L"Fernlight Larkspur";
 // While the application starts.
-constexpr qint64 lookPause = 500; // ms
+constexpr qint64 checkInterval = 500; // ms
 constexpr int maxTries = 40;
 
 enum Command : UINT {
@@ -86,7 +86,7 @@ void TrayIcon::take(const automation::Event &event)
         if (mainWindow())
             openSuite(m_waitingModule);
         else if (++m_tries < maxTries)
-            m_surroundings.wakeAfter(lookPause);
+            m_surroundings.wakeAfter(checkInterval);
         else
             m_waitingModule = -1;
     }
@@ -218,7 +218,7 @@ void TrayIcon::openSuite(int module)
     if (module >= 0) {
         m_waitingModule = module;
         m_tries = 0;
-        m_surroundings.wakeAfter(lookPause);
+        m_surroundings.wakeAfter(checkInterval);
     }
 }
 

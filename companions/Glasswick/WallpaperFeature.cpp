@@ -33,7 +33,7 @@ constexpr DWORD restorePatience = 10000;                // ms, when the agent ex
 
 QString marketOf(int region)
 {
-    const auto regions = pictureRegions();
+    const auto regions = imageRegions();
     const auto index = static_cast<std::size_t>(region);
     return index < regions.size() ? QString::fromLatin1(regions[index].market) : QString();
 }
@@ -43,10 +43,10 @@ WallpaperSettings stored()
     WallpaperSettings wanted;
     wanted.enabled = settings::wallpaperEnabled.read();
     wanted.daily = dailyTime(settings::wallpaperTime.read(), settings::wallpaperPeriod.read());
-    wanted.source = static_cast<PictureSource>(settings::wallpaperSource.read());
-    if (wanted.source == PictureSource::Bing)
+    wanted.source = static_cast<ImageSource>(settings::wallpaperSource.read());
+    if (wanted.source == ImageSource::Bing)
         wanted.market = marketOf(settings::wallpaperRegion.read());
-    if (wanted.enabled && wanted.source == PictureSource::Own)
+    if (wanted.enabled && wanted.source == ImageSource::Own)
         wanted.ownCount = settings::customFiles.read().size();
     wanted.perMonitor = settings::wallpaperPerMonitor.read();
     wanted.keep = settings::wallpaperKeep.read();
@@ -54,11 +54,11 @@ WallpaperSettings stored()
     return wanted;
 }
 
-const settings::Number &indexOf(PictureSource source)
+const settings::Number &indexOf(ImageSource source)
 {
-    return source == PictureSource::Bing   ? settings::bingIndex
-           : source == PictureSource::Nasa ? settings::nasaIndex
-                                           : settings::customIndex;
+    return source == ImageSource::Bing   ? settings::bingIndex
+           : source == ImageSource::Nasa ? settings::nasaIndex
+                                         : settings::customIndex;
 }
 
 QString helperProgram()
@@ -151,7 +151,7 @@ void WallpaperFeature::startChange(const WallpaperDecision::Start &start)
     request.automatic = start.automatic;
     request.index = indexOf(m_settings.source).read();
     request.newest = settings::readAgentNote(newestNote);
-    if (request.source == PictureSource::Own)
+    if (request.source == ImageSource::Own)
         request.own = settings::customFiles.read();
     request.perMonitor = m_settings.perMonitor;
     request.onMetered = settings::wallpaperOnMetered.read();

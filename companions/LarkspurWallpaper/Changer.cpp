@@ -18,7 +18,7 @@ namespace wallpaper
 namespace
 {
 
-constexpr QSize smallestFetched(640, 360); // smaller images are unusable as wallpaper
+constexpr QSize minFetchedSize(640, 360); // smaller images are unusable as wallpaper
 constexpr qint64 maxOwnBytes = 256 << 20;
 constexpr int maxFetched = 4; // images tried per run
 
@@ -35,7 +35,7 @@ public:
 
     WallpaperAnswer run()
     {
-        if ((m_request.source == PictureSource::Own || list()) && choose() && !isThere())
+        if ((m_request.source == ImageSource::Own || list()) && choose() && !isThere())
             set();
         return m_answer;
     }
@@ -51,16 +51,16 @@ private:
     QString service() const { return sourceName(m_request.source); }
     qsizetype count() const
     {
-        return m_request.source == PictureSource::Own ? m_request.own.size() : m_listing.pictures.size();
+        return m_request.source == ImageSource::Own ? m_request.own.size() : m_listing.pictures.size();
     }
 
     bool list();
     bool choose();
     bool isThere();
     void set();
-    std::optional<ShownPicture> obtain(int index);
-    std::optional<ShownPicture> fetch(const DayPicture &wanted);
-    std::optional<ShownPicture> copyOwn(const QString &path);
+    std::optional<ShownImage> obtain(int index);
+    std::optional<ShownImage> fetch(const DayImage &wanted);
+    std::optional<ShownImage> copyOwn(const QString &path);
 
     const WallpaperRequest &m_request;
     const World &m_world;
@@ -100,7 +100,7 @@ bool Change::choose()
     if (m_monitors.size() < 2)
         m_monitors = {QString()};
     const auto wanted = std::min(m_monitors.size(), count());
-    qsizetype tries = m_request.source == PictureSource::Own
+    qsizetype tries = m_request.source == ImageSource::Own
                           ? count()
                           : std::min<qsizetype>(count(), maxFetched + wanted - 1);
     for (; tries > 0 && m_answer.pictures.size() < wanted; --tries) {
@@ -117,7 +117,7 @@ bool Change::choose()
         return fail(m_problem);
     // With fewer images than monitors, they are repeated.
     for (qsizetype next = 0; m_answer.pictures.size() < m_monitors.size(); ++next)
-        m_answer.pictures.append(ShownPicture(m_answer.pictures[next]));
+        m_answer.pictures.append(ShownImage(m_answer.pictures[next]));
     if (m_unusable == 1)
         m_answer.reason = m_problem;
     else if (m_unusable > 1)
@@ -125,22 +125,22 @@ bool Change::choose()
     return true;
 }
 
-std::optional<ShownPicture> Change::obtain(int index)
+std::optional<ShownImage> Change::obtain(int index)
 {
-    return m_request.source == PictureSource::Own ? copyOwn(m_request.own[index])
-                                                  : fetch(m_listing.pictures[index]);
+    return m_request.source == ImageSource::Own ? copyOwn(m_request.own[index])
+                                                : fetch(m_listing.pictures[index]);
 }
 
-std::optional<ShownPicture> Change::fetch(const DayPicture &wanted)
+std::optional<ShownImage> Change::fetch(const DayImage &wanted)
 {
-    std::optional<ShownPicture> picture = m_world.folder.find(wanted.key);
+    std::optional<ShownImage> picture = m_world.folder.find(wanted.key);
     for (auto address = wanted.addresses.begin(); !picture && address != wanted.addresses.end(); ++address) {
-        const Fetched got = m_world.web.get(service(), *address, PictureFetcher::maxPictureBytes);
+        const Fetched got = m_world.web.get(service(), *address, ImageFetcher::maxImageBytes);
         QString problem = got.problem;
-        if (problem.isEmpty() && pictureSuffix(got.bytes).isEmpty())
+        if (problem.isEmpty() && imageSuffix(got.bytes).isEmpty())
             problem = tr("what %1 sent is no picture").arg(service());
         if (problem.isEmpty())
-            picture = m_world.folder.add(wanted.key, got.bytes, smallestFetched, problem);
+            picture = m_world.folder.add(wanted.key, got.bytes, minFetchedSize, problem);
         if (!picture && m_problem.isEmpty())
             m_problem = QStringLiteral("\"%1\": %2").arg(wanted.title, problem);
     }
@@ -152,12 +152,12 @@ std::optional<ShownPicture> Change::fetch(const DayPicture &wanted)
     return picture;
 }
 
-std::optional<ShownPicture> Change::copyOwn(const QString &path)
+std::optional<ShownImage> Change::copyOwn(const QString &path)
 {
     const QString name = QFileInfo(path).fileName();
     const auto file = QFileInfo(path).isAbsolute() ? platform::openShared(path) : nullptr;
     QString problem;
-    std::optional<ShownPicture> picture;
+    std::optional<ShownImage> picture;
     if (!file)
         problem = tr("it is not there or cannot be opened");
     else if (file->size() > maxOwnBytes)

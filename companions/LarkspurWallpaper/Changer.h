@@ -2,7 +2,7 @@
 #pragma once
 
 #include "companions/LarkspurWallpaper/Former.h"
-#include "companions/LarkspurWallpaper/PictureFetcher.h"
+#include "companions/LarkspurWallpaper/ImageFetcher.h"
 
 #include <functional>
 
@@ -11,10 +11,10 @@ namespace wallpaper
 
 // External dependencies of a change.
 struct World {
-    automation::PictureServices services;
-    const PictureFetcher &web;
+    automation::ImageServices services;
+    const ImageFetcher &web;
     platform::DesktopWallpaper &desktop;
-    PictureFolder &folder;
+    ImageFolder &folder;
     std::function<bool()> isMetered;
     QDateTime now; // UTC
 };

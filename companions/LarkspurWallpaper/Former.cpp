@@ -18,7 +18,7 @@ namespace
 
 const QString positionName = QStringLiteral("position");
 const QString slideshowName = QStringLiteral("slideshow");
-const QString picturesName = QStringLiteral("pictures");
+const QString imagesName = QStringLiteral("pictures");
 const QString pathName = QStringLiteral("path");
 const QString copyName = QStringLiteral("copy");
 
@@ -53,7 +53,7 @@ QStringList Former::monitors() const
 bool Former::note()
 {
     QJsonObject note = QJsonDocument::fromJson(m_folder.read(file)).object();
-    QJsonObject pictures = note.value(picturesName).toObject();
+    QJsonObject pictures = note.value(imagesName).toObject();
     const QStringList formerFiles = filesOf(pictures);
     bool changed = false, showsOurs = false;
     for (const QString &monitor : monitors()) {
@@ -69,7 +69,7 @@ bool Former::note()
     }
     if (!changed)
         return true;
-    note.insert(picturesName, pictures);
+    note.insert(imagesName, pictures);
     // These apply to all monitors. They are only stored if no monitor shows one of our images, since
     // otherwise they are our own settings (for example after a monitor was added).
     if (!showsOurs || !note.contains(positionName)) {
@@ -90,7 +90,7 @@ QString Former::restore(bool &done)
 {
     done = true;
     const QJsonObject note = QJsonDocument::fromJson(m_folder.read(file)).object();
-    const QJsonObject pictures = note.value(picturesName).toObject();
+    const QJsonObject pictures = note.value(imagesName).toObject();
     if (pictures.isEmpty())
         return tr("there was nothing to put back");
     int restored = 0, left = 0;

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
-#include "companions/LarkspurWallpaper/PictureFolder.h"
+#include "companions/LarkspurWallpaper/ImageFolder.h"
 #include "platform/DesktopWallpaper.h"
 
 namespace wallpaper
@@ -11,9 +11,7 @@ namespace wallpaper
 class Former
 {
 public:
-    Former(platform::DesktopWallpaper &desktop, PictureFolder &folder) : m_desktop(desktop), m_folder(folder)
-    {
-    }
+    Former(platform::DesktopWallpaper &desktop, ImageFolder &folder) : m_desktop(desktop), m_folder(folder) {}
 
     // Stores the current wallpapers that are not ours. False if that failed; then nothing may be changed.
     bool note();
@@ -28,7 +26,7 @@ private:
     QStringList monitors() const; // or a single empty name for all
 
     platform::DesktopWallpaper &m_desktop;
-    PictureFolder &m_folder;
+    ImageFolder &m_folder;
 };
 
 } // namespace wallpaper

@@ -20,14 +20,14 @@ constexpr DWORD maxRunTime = 150'000; // ms; terminates the process even if some
 constexpr DWORD maxWait = 60'000;     // for a process started by a previous agent
 constexpr UINT codeTooLong = 2;
 
-automation::WallpaperAnswer answerTo(const QByteArray &text, wallpaper::PictureFolder &folder)
+automation::WallpaperAnswer answerTo(const QByteArray &text, wallpaper::ImageFolder &folder)
 {
     const auto request = automation::parseRequest(text);
     if (!request)
         return {.reason = tr("The request cannot be read")};
     const auto desktop = platform::systemWallpaper();
-    const automation::PictureServices services;
-    const wallpaper::PictureFetcher web(services.allowed);
+    const automation::ImageServices services;
+    const wallpaper::ImageFetcher web(services.allowed);
     return wallpaper::serve(*request, {services, web, *desktop, folder, platform::isConnectionMetered,
                                        QDateTime::currentDateTimeUtc()});
 }
@@ -48,7 +48,7 @@ int main(int argc, char *argv[])
     WaitForSingleObject(turn.get(), maxWait);
     const platform::ComScope com;
     imaging::DecoderPool decoders({imaging::DecoderPool::decoderProgram()});
-    wallpaper::PictureFolder folder(QDir::toNativeSeparators(QCoreApplication::arguments().at(1)), decoders);
+    wallpaper::ImageFolder folder(QDir::toNativeSeparators(QCoreApplication::arguments().at(1)), decoders);
     const automation::WallpaperAnswer answer = answerTo(folder.read(automation::requestFile), folder);
     const bool written = folder.write(automation::answerFile, automation::answerText(answer));
     return written && answer.result != automation::WallpaperAnswer::Result::Failed ? 0 : 1;

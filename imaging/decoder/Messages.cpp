@@ -154,10 +154,10 @@ bool writeBlock(platform::ByteChannel &to, const void *data, quint32 bytes)
     return writeNumber(to, bytes) && (bytes == 0 || to.write(data, bytes));
 }
 
-std::optional<QByteArray> readBlock(platform::ByteChannel &from, quint32 longest)
+std::optional<QByteArray> readBlock(platform::ByteChannel &from, quint32 maxSize)
 {
     const auto bytes = readNumber<quint32>(from);
-    if (!bytes || *bytes > longest)
+    if (!bytes || *bytes > maxSize)
         return std::nullopt;
     QByteArray block(static_cast<qsizetype>(*bytes), '\0');
     return *bytes == 0 || from.read(block.data(), *bytes) ? std::optional(block) : std::nullopt;

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "imaging/engine/ImageLoader.h"
 
-#include "imaging/engine/PictureFile.h"
+#include "imaging/engine/ImageFile.h"
 
 #include <QFile>
 #include <QFileInfo>
@@ -58,7 +58,7 @@ void drawLarge(QImageReader &reader)
 std::optional<LoadedImage> decodeImage(std::unique_ptr<QIODevice> file, const BeforeDecode &beforeDecode)
 {
     limitAllocations();
-    const std::unique_ptr<QIODevice> guarded = file ? guardedPicture(std::move(file)) : nullptr;
+    const std::unique_ptr<QIODevice> guarded = file ? guardedImage(std::move(file)) : nullptr;
     if (!guarded)
         return std::nullopt;
     QImageReader reader(guarded.get());
@@ -83,7 +83,7 @@ std::optional<LoadedImage> decodeImage(std::unique_ptr<QIODevice> file, const Be
 bool isTooLarge(std::unique_ptr<QIODevice> file)
 {
     limitAllocations();
-    const std::unique_ptr<QIODevice> guarded = file ? guardedPicture(std::move(file)) : nullptr;
+    const std::unique_ptr<QIODevice> guarded = file ? guardedImage(std::move(file)) : nullptr;
     if (!guarded)
         return false;
     QImageReader reader(guarded.get());

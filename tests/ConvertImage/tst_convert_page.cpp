@@ -178,7 +178,7 @@ void ConvertPageTest::marksAreDragged_data()
 // A mark of 20 by 10 in the middle of 300 by 200.
 void ConvertPageTest::marksAreDragged()
 {
-    const auto picture = std::make_shared<PreviewPicture>();
+    const auto picture = std::make_shared<PreviewImage>();
     picture->before = picture->after = photograph(300, 200);
     picture->marks.push_back({conversion::MarkKind::Qr, {}, {140, 95, 20, 10}, 100});
     PreviewView view;

@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "automation/AutoDarkModeForm.h"
 #include "automation/AutoWallpaperChangerForm.h"
-#include "automation/DroppedPictures.h"
-#include "automation/OwnPicturesView.h"
+#include "automation/DroppedImages.h"
+#include "automation/OwnImagesView.h"
 #include "automation/StayAwakeForm.h"
 #include "automation/TransparentTaskbarModuleForm.h"
 #include "automation/engine/AgentLog.h"
@@ -278,14 +278,14 @@ void FeaturePagesTest::droppedFolders()
     QTRY_VERIFY(notice->text().contains(folder.path(u"none"_s)));
 
     QStringList many = pictures.mid(1);
-    while (many.size() < automation::maxOwnPictures - 1)
+    while (many.size() < automation::maxOwnImages - 1)
         many.append(u"C:\\gone\\%1.png"_s.arg(many.size()));
-    auto *view = form.findChild<OwnPicturesView *>();
+    auto *view = form.findChild<OwnImagesView *>();
     view->setFiles(many);
     view->drop({folder.path(u"in"_s), deeper});
     QTRY_VERIFY2(notice->text().startsWith(u"1 picture was left out"_s), qPrintable(notice->text()));
     QCOMPARE(view->files(), many + pictures.mid(0, 1));
-    QVERIFY(!automation::droppedPictures({folder.path(u"in"_s)}, {u"png"_s}, {}, 2).isWhole);
+    QVERIFY(!automation::droppedImages({folder.path(u"in"_s)}, {u"png"_s}, {}, 2).isWhole);
 }
 
 void FeaturePagesTest::showsThePicture()

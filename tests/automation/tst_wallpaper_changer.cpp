@@ -176,9 +176,9 @@ private:
     void list(const QStringList &paths);
     WallpaperAnswer run(const WallpaperRequest &request)
     {
-        const PictureServices services{QUrl(m_server->url(u"/bing"_s)), QUrl(m_server->url(u"/nasa"_s)),
-                                       isLocalOrSecure};
-        const wallpaper::PictureFetcher web(isLocalOrSecure, 2s);
+        const ImageServices services{QUrl(m_server->url(u"/bing"_s)), QUrl(m_server->url(u"/nasa"_s)),
+                                     isLocalOrSecure};
+        const wallpaper::ImageFetcher web(isLocalOrSecure, 2s);
         return wallpaper::serve(request, {services, web, m_desktop, *m_store, [this] { return m_metered; },
                                           QDateTime::currentDateTimeUtc()});
     }
@@ -186,7 +186,7 @@ private:
     imaging::DecoderPool m_decoders{{QDir::toNativeSeparators(QDir::cleanPath(
         QCoreApplication::applicationDirPath() + u"/../../imaging/decoder/LarkspurDecoder.exe"_s))}};
     std::optional<tests::TestFolder> m_folder;
-    std::optional<wallpaper::PictureFolder> m_store;
+    std::optional<wallpaper::ImageFolder> m_store;
     std::unique_ptr<Server> m_server;
     Desktop m_desktop;
     bool m_metered = false;
@@ -315,13 +315,13 @@ void WallpaperChangerTest::ownList()
                           u"relative.png"_s, m_folder->makeFile(u"one.png"_s, picture("PNG", {50, 50})),
                           m_folder->makeFile(u"two.ppm"_s, picture("PPM"))};
     WallpaperRequest request{
-        .source = PictureSource::Own, .step = PictureStep::Current, .index = 900, .own = own};
+        .source = ImageSource::Own, .step = ImageStep::Current, .index = 900, .own = own};
     WallpaperAnswer answer = run(request);
     QCOMPARE(answer.result, Result::Changed);
     QCOMPARE(answer.index, 3);
     QCOMPARE(answer.reason, u"3 pictures cannot be used"_s);
     QCOMPARE(answer.pictures[0].title, u"one"_s);
-    request.step = PictureStep::Next;
+    request.step = ImageStep::Next;
     request.index = answer.index;
     answer = run(request);
     QCOMPARE(answer.index, 4);
@@ -411,7 +411,7 @@ void WallpaperChangerTest::putsBackAfterAnotherMonitor()
     for (const int side : {70, 71}) {
         m_desktop.pictures[u"right"_s] =
             m_folder->makeFile(u"%1.png"_s.arg(side), picture("PNG", {side, 70}));
-        QCOMPARE(run({.step = PictureStep::Next}).result, Result::Changed);
+        QCOMPARE(run({.step = ImageStep::Next}).result, Result::Changed);
         QCOMPARE(copies(), 2); // those of what is not on the desktop any more have gone
     }
     QCOMPARE(run({.restore = true}).result, Result::Restored);
@@ -427,9 +427,9 @@ void WallpaperChangerTest::thirtyPicturesLater()
     for (int i = 0; i < 30; ++i)
         own.append(m_folder->makeFile(u"%1.bmp"_s.arg(i), picture("BMP", {60 + i, 60})));
     for (int i = 0; i < own.size(); ++i)
-        run({.source = PictureSource::Own, .step = PictureStep::Current, .index = i, .own = own});
+        run({.source = ImageSource::Own, .step = ImageStep::Current, .index = i, .own = own});
     const QStringList left = QDir(m_store->path()).entryList({u"own-*.bmp"_s}, QDir::Files);
-    QCOMPARE(left.size(), wallpaper::PictureFolder::maxKept + 1);
+    QCOMPARE(left.size(), wallpaper::ImageFolder::maxKept + 1);
     QVERIFY(QFileInfo(m_desktop.picture({})).isFile());
     QVERIFY(QFileInfo(m_folder->path(u"pictures\\mine.jpg"_s)).isFile());
 }

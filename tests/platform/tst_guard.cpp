@@ -251,7 +251,7 @@ void TestGuard::eachFactCounts()
         Opened opened{ItemKind::File, 0, 5, written, 3, core::FileIdentity{1, 2}};
         row.spoil(listed, opened);
         QVERIFY2(platform::judge(listed, opened, Access::Remove) == row.forRemoval, row.what);
-        QVERIFY2(platform::judge(listed, opened, Access::Look) == row.forALook, row.what);
+        QVERIFY2(platform::judge(listed, opened, Access::Query) == row.forALook, row.what);
     }
     TestFolder folder;
     const QString path = folder.makeFile(u"f"_s, "12345");
@@ -269,7 +269,7 @@ void TestGuard::protectedFoldersInsideTheChosenOne()
     const GuardedFolder guarded(GuardedRoot(drive + u'\\'), drive);
     QCOMPARE(guarded.state(), Guarded::Done);
     const platform::ListedItem item{data.mid(3), ItemKind::Folder};
-    QCOMPARE(guarded.open(item, Access::Look).state(), Guarded::Done);
+    QCOMPARE(guarded.open(item, Access::Query).state(), Guarded::Done);
     QCOMPARE(guarded.open(item, Access::Remove).state(), Guarded::Protected);
 }
 

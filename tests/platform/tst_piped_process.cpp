@@ -117,7 +117,7 @@ void PipedProcessTest::canBeGivenUp()
     QVERIFY(process->write(wish == 'd' ? "s" : &wish, 1));
     QElapsedTimer clock;
     clock.start();
-    process->setGiveUp([&clock] { return clock.elapsed() > 300; });
+    process->setStopCheck([&clock] { return clock.elapsed() > 300; });
     std::vector<char> bytes(4 * megabyte);
     bool goesOn = true;
     while (goesOn && clock.elapsed() < 20'000)

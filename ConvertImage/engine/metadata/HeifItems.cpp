@@ -124,10 +124,10 @@ qint64 itemBytes(const Items &items, std::optional<quint32> id)
     const auto location = std::ranges::find(items.locations, id.value_or(0), &Location::id);
     if (!id || location == items.locations.end())
         return 0;
-    constexpr quint64 longest = quint64(1) << 40; // per extent, so that the sum cannot overflow
+    constexpr quint64 maxLength = quint64(1) << 40; // per extent, so that the sum cannot overflow
     qint64 bytes = 0;
     for (const Extent &extent : location->extents)
-        bytes += static_cast<qint64>(std::min(extent.length, longest));
+        bytes += static_cast<qint64>(std::min(extent.length, maxLength));
     return bytes;
 }
 

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
-#include "ConvertImage/engine/PictureWriter.h"
+#include "ConvertImage/engine/ImageWriter.h"
 
 #include <QBuffer>
 

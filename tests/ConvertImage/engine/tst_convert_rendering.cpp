@@ -263,13 +263,13 @@ void TestRendering::corners()
 void TestRendering::qrOfWholePixels()
 {
     const QString text = QStringLiteral("https://example.org"); // 25 modules and 8 of quiet zone
-    QCOMPARE(qrPicture(text, 100).size(), QSize(99, 99));
-    QCOMPARE(qrPicture(text, 5).size(), QSize(33, 33));
+    QCOMPARE(qrImage(text, 100).size(), QSize(99, 99));
+    QCOMPARE(qrImage(text, 5).size(), QSize(33, 33));
     QCOMPARE(qrModulePixels(text, 100), 3);
-    const QImage code = qrPicture(text, 100);
+    const QImage code = qrImage(text, 100);
     QCOMPARE(code.pixel(11, 11), qRgb(255, 255, 255));
     QCOMPARE(code.pixel(12, 12), qRgb(0, 0, 0));
-    QVERIFY(qrPicture(QString(8000, u'x'), 100).isNull());
+    QVERIFY(qrImage(QString(8000, u'x'), 100).isNull());
 }
 
 void TestRendering::order()
@@ -311,7 +311,7 @@ void TestRendering::problems()
     QCOMPARE(render(image, rendering, {}, false).problem, RenderProblem::NoSize);
     rendering.resize.percentage = 100'000'000;
     QCOMPARE(render(image, rendering, {}, false).problem, RenderProblem::TooLarge);
-    QCOMPARE(render({}, {}, {}, false).problem, RenderProblem::NoPicture);
+    QCOMPARE(render({}, {}, {}, false).problem, RenderProblem::NoImage);
 }
 
 int main(int argc, char **argv)

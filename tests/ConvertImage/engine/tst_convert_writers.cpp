@@ -117,7 +117,7 @@ void TestWriters::pdfGeometry_data()
 void TestWriters::pdfGeometry()
 {
     QFETCH(QSize, picture);
-    QTEST(pdfPictureSize(picture, pdfBox(1200, 1200)), "expected");
+    QTEST(pdfImageSize(picture, pdfBox(1200, 1200)), "expected");
     QVERIFY(!cutOffOn(PaperSize::A4) && cutOffOn(PaperSize::Letter) && cutOffOn(PaperSize::A5));
     QVERIFY(!cutOffOn(PaperSize::Legal) && cutOffOn(PaperSize::Executive));
 }

@@ -8,10 +8,10 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size
     if (size == 0)
         return 0;
     const QByteArray bytes(reinterpret_cast<const char *>(data) + 1, static_cast<qsizetype>(size) - 1);
-    const auto source = static_cast<PictureSource>(*data % 2);
+    const auto source = static_cast<ImageSource>(*data % 2);
     if (const auto listing = parseListing({}, source, bytes)) {
-        tests::require(listing->pictures.size() <= maxDayPictures, "no more than asked for");
-        for (const DayPicture &picture : listing->pictures) {
+        tests::require(listing->pictures.size() <= maxDayImages, "no more than asked for");
+        for (const DayImage &picture : listing->pictures) {
             tests::require(!picture.addresses.isEmpty(), "a picture has an address");
             for (const QUrl &address : picture.addresses)
                 tests::require(isSecureAddress(address), "which is secure");

@@ -1,11 +1,11 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include "automation/engine/PictureOfDay.h"
+#include "automation/engine/ImageOfDay.h"
 
 #include <QTest>
 
 using namespace Qt::StringLiterals;
 using namespace automation;
-using enum PictureSource;
+using enum ImageSource;
 
 class PictureOfDayTest : public QObject
 {
@@ -35,7 +35,7 @@ void PictureOfDayTest::readsBing()
 })json");
     QVERIFY(listing);
     QCOMPARE(listing->pictures.size(), 2);
-    const DayPicture &owl = listing->pictures[0];
+    const DayImage &owl = listing->pictures[0];
     QCOMPARE(owl.title, u"A frosty stare"_s);
     QCOMPARE(owl.credit, u"Owl in Ontario (\u00a9 Jim/Images)"_s);
     QCOMPARE(owl.page, QUrl(u"https://www.bing.com/search?q=owl"_s));
@@ -58,7 +58,7 @@ void PictureOfDayTest::readsNasa()
     QVERIFY(listing);
     QCOMPARE(listing->pictures.size(), 2);
     QCOMPARE(listing->videos, 2);
-    const DayPicture &newest = listing->pictures[0];
+    const DayImage &newest = listing->pictures[0];
     QCOMPARE(newest.key, u"nasa-20260311"_s);
     QCOMPARE(newest.credit, u"A B"_s);
     QCOMPARE(newest.page, QUrl(u"https://apod.nasa.gov/apod/ap260311.html"_s));
@@ -69,7 +69,7 @@ void PictureOfDayTest::readsNasa()
 
 void PictureOfDayTest::refuses_data()
 {
-    QTest::addColumn<PictureSource>("source");
+    QTest::addColumn<ImageSource>("source");
     QTest::addColumn<QByteArray>("bytes");
     QTest::newRow("a page") << Bing << QByteArray("<html>");
     QTest::newRow("cut off") << Bing << QByteArray(R"json({"images":[{"startdate":"2026)json");
@@ -81,7 +81,7 @@ void PictureOfDayTest::refuses_data()
 
 void PictureOfDayTest::refuses()
 {
-    QFETCH(const PictureSource, source);
+    QFETCH(const ImageSource, source);
     QFETCH(const QByteArray, bytes);
     QVERIFY(!parseListing({}, source, bytes));
 }
@@ -112,8 +112,8 @@ void PictureOfDayTest::asksForTheRightDays()
     QCOMPARE(listingAddress({}, Nasa, {}, day).toString(),
              u"https://api.nasa.gov/planetary/apod?api_key=DEMO_KEY&start_date=2025-12-26"_s);
     QVERIFY(listingAddress({}, Bing, u"de-DE"_s, day).query().endsWith(u"&mkt=de-DE"_s));
-    QCOMPARE(pictureSuffix("\xff\xd8\xff\xe0..."), u"jpg"_s);
-    QCOMPARE(pictureSuffix("GIF89a"), QString());
+    QCOMPARE(imageSuffix("\xff\xd8\xff\xe0..."), u"jpg"_s);
+    QCOMPARE(imageSuffix("GIF89a"), QString());
     QCOMPARE(plainLine(QString(300, u'x')).size(), 200);
 }
 

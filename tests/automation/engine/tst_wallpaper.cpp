@@ -72,7 +72,7 @@ private:
             {u"keep"_s, [](Days &days) { days.set(&WallpaperSettings::keep, true); }},
             {u"unkeep"_s, [](Days &days) { days.set(&WallpaperSettings::keep, false); }},
             {u"off"_s, [](Days &days) { days.set(&WallpaperSettings::enabled, false); }},
-            {u"nasa"_s, [](Days &days) { days.set(&WallpaperSettings::source, PictureSource::Nasa); }},
+            {u"nasa"_s, [](Days &days) { days.set(&WallpaperSettings::source, ImageSource::Nasa); }},
             {u"at nine"_s,
              [](Days &days) { days.set(&WallpaperSettings::daily, std::optional(QTime(9, 0))); }},
             {u"remote"_s,
@@ -143,7 +143,7 @@ private:
 
 const WallpaperSettings daily{.enabled = true, .daily = QTime(7, 0)};
 const WallpaperSettings hourly{.enabled = true};
-const WallpaperSettings own{.enabled = true, .source = PictureSource::Own, .ownCount = 3};
+const WallpaperSettings own{.enabled = true, .source = ImageSource::Own, .ownCount = 3};
 
 } // namespace
 
@@ -286,12 +286,12 @@ void WallpaperTest::countsStarts()
 
 void WallpaperTest::whichPicture_data()
 {
-    QTest::addColumn<PictureStep>("step");
+    QTest::addColumn<ImageStep>("step");
     QTest::addColumn<int>("index");
     QTest::addColumn<int>("count");
     QTest::addColumn<int>("found");
     QTest::addColumn<int>("after");
-    using enum PictureStep;
+    using enum ImageStep;
     QTest::newRow("current") << Current << 2 << 5 << 2 << 3;
     QTest::newRow("next") << Next << 2 << 5 << 3 << 4;
     QTest::newRow("next of the last") << Next << 4 << 5 << 0 << 1;
@@ -307,7 +307,7 @@ void WallpaperTest::whichPicture_data()
 
 void WallpaperTest::whichPicture()
 {
-    QFETCH(const PictureStep, step);
+    QFETCH(const ImageStep, step);
     QFETCH(const int, index);
     QFETCH(const int, count);
     WallpaperRequest request{.step = step, .index = index, .newest = u"old"_s};
@@ -323,9 +323,9 @@ void WallpaperTest::whichPicture()
 
 void WallpaperTest::jobFiles()
 {
-    const WallpaperRequest request{.source = PictureSource::Own,
+    const WallpaperRequest request{.source = ImageSource::Own,
                                    .market = u"de-DE"_s,
-                                   .step = PictureStep::Previous,
+                                   .step = ImageStep::Previous,
                                    .automatic = true,
                                    .index = 7,
                                    .newest = u"bing-1"_s,

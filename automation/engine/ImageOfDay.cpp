@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include "automation/engine/PictureOfDay.h"
+#include "automation/engine/ImageOfDay.h"
 
 #include "automation/engine/Texts.h"
 
@@ -26,20 +26,20 @@ const QString nasaKey = QStringLiteral("DEMO_KEY");
 const QString nasaPages = QStringLiteral("https://apod.nasa.gov/apod/");
 
 constexpr std::array regions{
-    PictureRegion{"", "Chosen by the service"},
-    PictureRegion{"en-AU", "Australia"},
-    PictureRegion{"pt-BR", "Brazil"},
-    PictureRegion{"en-CA", "Canada"},
-    PictureRegion{"fr-CA", "Canada (French)"},
-    PictureRegion{"zh-CN", "China"},
-    PictureRegion{"fr-FR", "France"},
-    PictureRegion{"de-DE", "Germany"},
-    PictureRegion{"en-IN", "India"},
-    PictureRegion{"it-IT", "Italy"},
-    PictureRegion{"ja-JP", "Japan"},
-    PictureRegion{"es-ES", "Spain"},
-    PictureRegion{"en-GB", "United Kingdom"},
-    PictureRegion{"en-US", "United States"},
+    ImageRegion{"", "Chosen by the service"},
+    ImageRegion{"en-AU", "Australia"},
+    ImageRegion{"pt-BR", "Brazil"},
+    ImageRegion{"en-CA", "Canada"},
+    ImageRegion{"fr-CA", "Canada (French)"},
+    ImageRegion{"zh-CN", "China"},
+    ImageRegion{"fr-FR", "France"},
+    ImageRegion{"de-DE", "Germany"},
+    ImageRegion{"en-IN", "India"},
+    ImageRegion{"it-IT", "Italy"},
+    ImageRegion{"ja-JP", "Japan"},
+    ImageRegion{"es-ES", "Spain"},
+    ImageRegion{"en-GB", "United Kingdom"},
+    ImageRegion{"en-US", "United States"},
 };
 
 QString textOf(const QJsonObject &object, QLatin1StringView name)
@@ -62,12 +62,12 @@ QString shortHash(const QString &text)
         QCryptographicHash::hash(text.toUtf8(), QCryptographicHash::Sha256).left(6).toHex());
 }
 
-std::optional<DayPicture> bingPicture(const PictureServices &services, const QJsonObject &entry)
+std::optional<DayImage> bingImage(const ImageServices &services, const QJsonObject &entry)
 {
     const QDate day =
         QDate::fromString(textOf(entry, QLatin1StringView("startdate")), QStringLiteral("yyyyMMdd"));
     const QString base = textOf(entry, QLatin1StringView("urlbase"));
-    DayPicture picture;
+    DayImage picture;
     if (!base.isEmpty())
         addAddress(picture.addresses, services.bing, base + QStringLiteral("_UHD.jpg"), services.allowed);
     addAddress(picture.addresses, services.bing, textOf(entry, QLatin1StringView("url")), services.allowed);
@@ -89,22 +89,21 @@ std::optional<DayPicture> bingPicture(const PictureServices &services, const QJs
     return picture;
 }
 
-Listing bingListing(const PictureServices &services, const QJsonArray &entries)
+Listing bingListing(const ImageServices &services, const QJsonArray &entries)
 {
     Listing listing;
     for (const QJsonValue &entry : entries) {
-        if (listing.pictures.size() == maxDayPictures)
+        if (listing.pictures.size() == maxDayImages)
             break;
-        if (const auto picture = bingPicture(services, entry.toObject()))
+        if (const auto picture = bingImage(services, entry.toObject()))
             listing.pictures.append(*picture);
     }
     return listing;
 }
 
-std::optional<DayPicture> nasaPicture(const PictureServices &services, const QJsonObject &entry,
-                                      const QDate &day)
+std::optional<DayImage> nasaImage(const ImageServices &services, const QJsonObject &entry, const QDate &day)
 {
-    DayPicture picture;
+    DayImage picture;
     for (const QLatin1StringView name : {QLatin1StringView("hdurl"), QLatin1StringView("url")})
         addAddress(picture.addresses, services.nasa, textOf(entry, name), services.allowed);
     if (picture.addresses.isEmpty())
@@ -118,7 +117,7 @@ std::optional<DayPicture> nasaPicture(const PictureServices &services, const QJs
     return picture;
 }
 
-Listing nasaListing(const PictureServices &services, const QJsonArray &entries)
+Listing nasaListing(const ImageServices &services, const QJsonArray &entries)
 {
     Listing listing;
     for (const QJsonValue &value : entries) {
@@ -127,35 +126,35 @@ Listing nasaListing(const PictureServices &services, const QJsonArray &entries)
         if (!day.isValid())
             continue;
         const QString type = textOf(entry, QLatin1StringView("media_type"));
-        const auto picture = type == QLatin1StringView("image") ? nasaPicture(services, entry, day)
-                                                                : std::optional<DayPicture>();
+        const auto picture =
+            type == QLatin1StringView("image") ? nasaImage(services, entry, day) : std::optional<DayImage>();
         if (picture)
             listing.pictures.append(*picture);
         else
             ++listing.videos;
     }
     std::stable_sort(listing.pictures.begin(), listing.pictures.end(),
-                     [](const DayPicture &left, const DayPicture &right) { return left.key > right.key; });
-    listing.pictures.resize(std::min<qsizetype>(listing.pictures.size(), maxDayPictures));
+                     [](const DayImage &left, const DayImage &right) { return left.key > right.key; });
+    listing.pictures.resize(std::min<qsizetype>(listing.pictures.size(), maxDayImages));
     return listing;
 }
 
 } // namespace
 
-QString sourceName(PictureSource source)
+QString sourceName(ImageSource source)
 {
     switch (source) {
-    case PictureSource::Bing:
+    case ImageSource::Bing:
         return QStringLiteral("Bing");
-    case PictureSource::Nasa:
+    case ImageSource::Nasa:
         return QStringLiteral("NASA");
-    case PictureSource::Own:
+    case ImageSource::Own:
         break;
     }
     return tr("Your pictures");
 }
 
-std::span<const PictureRegion> pictureRegions()
+std::span<const ImageRegion> imageRegions()
 {
     return regions;
 }
@@ -166,14 +165,14 @@ bool isSecureAddress(const QUrl &address)
            address.userInfo().isEmpty();
 }
 
-QUrl listingAddress(const PictureServices &services, PictureSource source, const QString &market,
+QUrl listingAddress(const ImageServices &services, ImageSource source, const QString &market,
                     const QDate &today)
 {
     QUrlQuery query;
-    if (source == PictureSource::Bing) {
+    if (source == ImageSource::Bing) {
         query.addQueryItem(QStringLiteral("format"), QStringLiteral("js"));
         query.addQueryItem(QStringLiteral("idx"), QStringLiteral("0"));
-        query.addQueryItem(QStringLiteral("n"), QString::number(maxDayPictures));
+        query.addQueryItem(QStringLiteral("n"), QString::number(maxDayImages));
         if (!market.isEmpty())
             query.addQueryItem(QStringLiteral("mkt"), market);
     } else {
@@ -181,20 +180,20 @@ QUrl listingAddress(const PictureServices &services, PictureSource source, const
         // than needed, since some have a video instead.
         query.addQueryItem(QStringLiteral("api_key"), nasaKey);
         query.addQueryItem(QStringLiteral("start_date"),
-                           today.addDays(-maxDayPictures - 2).toString(Qt::ISODate));
+                           today.addDays(-maxDayImages - 2).toString(Qt::ISODate));
     }
-    QUrl address = source == PictureSource::Bing ? services.bing : services.nasa;
+    QUrl address = source == ImageSource::Bing ? services.bing : services.nasa;
     address.setQuery(query);
     return address;
 }
 
-std::optional<Listing> parseListing(const PictureServices &services, PictureSource source,
+std::optional<Listing> parseListing(const ImageServices &services, ImageSource source,
                                     const QByteArray &bytes)
 {
     if (bytes.size() > maxListingBytes)
         return {};
     const QJsonDocument document = QJsonDocument::fromJson(bytes);
-    if (source == PictureSource::Bing) {
+    if (source == ImageSource::Bing) {
         const QJsonValue images = document.object().value(QLatin1StringView("images"));
         return images.isArray() ? std::optional(bingListing(services, images.toArray())) : std::nullopt;
     }
@@ -211,7 +210,7 @@ std::optional<QUrl> redirected(const QUrl &from, const QByteArray &location, All
     return allowed(to) ? std::optional(to) : std::nullopt;
 }
 
-QString pictureSuffix(const QByteArray &bytes)
+QString imageSuffix(const QByteArray &bytes)
 {
     if (bytes.startsWith("\xff\xd8\xff"))
         return QStringLiteral("jpg");

@@ -9,7 +9,7 @@
 namespace automation
 {
 
-struct DroppedPictures {
+struct DroppedImages {
     QStringList files;        // full paths; those of a folder are sorted by name
     QStringList emptyFolders; // folders without any image
     bool isWhole = true;      // no folder exceeded maxFolderEntries
@@ -20,7 +20,7 @@ inline constexpr int maxFolderEntries = 20'000;
 
 // The images among dropped paths: files as they are, and for a folder the files directly in it that have one
 // of `suffixes` ("png", lower case). Does disk I/O; returns early when cancelled.
-DroppedPictures droppedPictures(const QStringList &paths, const QSet<QString> &suffixes,
-                                const core::CancelFlag &cancel, int maxEntries = maxFolderEntries);
+DroppedImages droppedImages(const QStringList &paths, const QSet<QString> &suffixes,
+                            const core::CancelFlag &cancel, int maxEntries = maxFolderEntries);
 
 } // namespace automation

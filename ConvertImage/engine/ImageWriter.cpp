@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include "ConvertImage/engine/PictureWriter.h"
+#include "ConvertImage/engine/ImageWriter.h"
 
 #include "ConvertImage/engine/GifWriter.h"
-#include "ConvertImage/engine/PictureFormat.h"
+#include "ConvertImage/engine/ImageFormat.h"
 #include "ConvertImage/engine/Render.h"
 #include "ConvertImage/engine/Targets.h"
 

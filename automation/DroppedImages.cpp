@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include "automation/DroppedPictures.h"
+#include "automation/DroppedImages.h"
 
 #include <QCollator>
 #include <QDir>
@@ -14,7 +14,7 @@ namespace automation
 namespace
 {
 
-void addFolder(DroppedPictures &found, const QString &folder, const QSet<QString> &suffixes,
+void addFolder(DroppedImages &found, const QString &folder, const QSet<QString> &suffixes,
                const core::CancelFlag &cancel, int maxEntries)
 {
     QStringList files;
@@ -39,10 +39,10 @@ void addFolder(DroppedPictures &found, const QString &folder, const QSet<QString
 
 } // namespace
 
-DroppedPictures droppedPictures(const QStringList &paths, const QSet<QString> &suffixes,
-                                const core::CancelFlag &cancel, int maxEntries)
+DroppedImages droppedImages(const QStringList &paths, const QSet<QString> &suffixes,
+                            const core::CancelFlag &cancel, int maxEntries)
 {
-    DroppedPictures found;
+    DroppedImages found;
     for (const QString &path : paths) {
         if (cancel.isSet())
             break;

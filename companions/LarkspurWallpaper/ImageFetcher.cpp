@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include "companions/LarkspurWallpaper/PictureFetcher.h"
+#include "companions/LarkspurWallpaper/ImageFetcher.h"
 
 #include "automation/engine/Texts.h"
 #include "platform/WebRequest.h"
@@ -42,7 +42,7 @@ bool isRedirection(int status)
 
 } // namespace
 
-Fetched PictureFetcher::get(const QString &from, const QUrl &address, qint64 maxBytes) const
+Fetched ImageFetcher::get(const QString &from, const QUrl &address, qint64 maxBytes) const
 {
     using Clock = std::chrono::steady_clock;
     const auto end = Clock::now() + m_patience;

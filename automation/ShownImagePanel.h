@@ -8,19 +8,19 @@
 class QVBoxLayout;
 
 // The current wallpapers, each with thumbnail, title, credit and a link to its page.
-class ShownPicturePanel : public QWidget
+class ShownImagePanel : public QWidget
 {
     Q_OBJECT
 
 public:
-    explicit ShownPicturePanel(QWidget *parent = nullptr);
+    explicit ShownImagePanel(QWidget *parent = nullptr);
 
     // Does disk I/O: reloads the result of the last change if it is new.
     void refresh();
 
 private:
-    void show(const QList<automation::ShownPicture> &pictures);
-    QWidget *row(const automation::ShownPicture &picture, bool alone);
+    void show(const QList<automation::ShownImage> &pictures);
+    QWidget *row(const automation::ShownImage &picture, bool alone);
 
     QString m_folder;
     QByteArray m_read;

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
-#include "automation/engine/PictureOfDay.h"
+#include "automation/engine/ImageOfDay.h"
 
 #include <chrono>
 
@@ -15,15 +15,15 @@ struct Fetched {
 
 // Downloads files from a service: only from allowed addresses, with a limited number of redirects, bytes and
 // time. Blocks.
-class PictureFetcher
+class ImageFetcher
 {
 public:
     static constexpr int maxRedirections = 5;
-    static constexpr qint64 maxPictureBytes = 48 << 20;
+    static constexpr qint64 maxImageBytes = 48 << 20;
 
     // `patience`: time limit per file, including redirects.
-    explicit PictureFetcher(automation::AllowedAddress allowed,
-                            std::chrono::milliseconds patience = std::chrono::seconds(60))
+    explicit ImageFetcher(automation::AllowedAddress allowed,
+                          std::chrono::milliseconds patience = std::chrono::seconds(60))
         : m_allowed(allowed),
           m_patience(patience)
     {

@@ -13,7 +13,7 @@ class QPushButton;
 
 namespace automation
 {
-struct DroppedPictures;
+struct DroppedImages;
 }
 namespace imaging
 {
@@ -22,13 +22,13 @@ class DecoderPool;
 
 // The user's own images in display order: added by a dialog or by dropping, removed, and moved up and down;
 // with thumbnails made by the decoder processes. Files that are missing or not images are marked.
-class OwnPicturesView : public QWidget
+class OwnImagesView : public QWidget
 {
     Q_OBJECT
 
 public:
-    explicit OwnPicturesView(QWidget *parent = nullptr);
-    ~OwnPicturesView() override;
+    explicit OwnImagesView(QWidget *parent = nullptr);
+    ~OwnImagesView() override;
 
     QStringList files() const;
     void setFiles(const QStringList &files);
@@ -47,13 +47,13 @@ private:
 
     void append(const QString &file);
     qsizetype addTo(const QStringList &files);
-    void take(const automation::DroppedPictures &dropped);
+    void take(const automation::DroppedImages &dropped);
     void choose();
     void removeSelected();
     void move(int by);
     void showButtons();
     bool showThumbnail(QTreeWidgetItem *item);
-    void look();
+    void loadThumbnails();
 
     List *m_list;
     QPushButton *m_remove;
@@ -63,5 +63,5 @@ private:
     QHash<QString, QPixmap> m_thumbnails; // null for files that cannot be used
     QStringList m_dropped;                // waiting to be read
     core::LatestAnswer m_listings;
-    core::LatestAnswer m_looks;
+    core::LatestAnswer m_loading;
 };

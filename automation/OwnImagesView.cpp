@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include "automation/OwnPicturesView.h"
+#include "automation/OwnImagesView.h"
 
-#include "automation/DroppedPictures.h"
+#include "automation/DroppedImages.h"
 #include "automation/engine/WallpaperJob.h"
 #include "imaging/DecoderPool.h"
 #include "platform/Dialogs.h"
@@ -21,7 +21,7 @@
 #include <QSet>
 #include <QVBoxLayout>
 
-using automation::maxOwnPictures;
+using automation::maxOwnImages;
 
 namespace
 {
@@ -43,7 +43,7 @@ QStringList localFiles(const QMimeData *data)
     return files;
 }
 
-QStringList pictureSuffixes()
+QStringList imageSuffixes()
 {
     QStringList suffixes;
     for (const QByteArray &format : QImageReader::supportedImageFormats())
@@ -62,7 +62,7 @@ QImage rowShaped(const QImage &image)
 }
 
 // Makes rows as high as their thumbnails.
-class PictureRows : public RowDelegate
+class ThumbnailRows : public RowDelegate
 {
 public:
     using RowDelegate::RowDelegate;
@@ -76,12 +76,12 @@ public:
 } // namespace
 
 // Accepts dropped files and folders.
-class OwnPicturesView::List : public FLTreeWidget
+class OwnImagesView::List : public FLTreeWidget
 {
 public:
-    explicit List(OwnPicturesView *view) : FLTreeWidget(view), m_view(view)
+    explicit List(OwnImagesView *view) : FLTreeWidget(view), m_view(view)
     {
-        setItemDelegate(new PictureRows(this));
+        setItemDelegate(new ThumbnailRows(this));
         setAcceptDrops(true);
         viewport()->setAcceptDrops(true);
     }
@@ -102,10 +102,10 @@ protected:
     }
 
 private:
-    OwnPicturesView *m_view;
+    OwnImagesView *m_view;
 };
 
-OwnPicturesView::OwnPicturesView(QWidget *parent)
+OwnImagesView::OwnImagesView(QWidget *parent)
     : QWidget(parent),
       m_list(new List(this)),
       m_decoders(std::make_shared<imaging::DecoderPool>(
@@ -136,20 +136,20 @@ OwnPicturesView::OwnPicturesView(QWidget *parent)
     layout->addWidget(m_list, 1);
     layout->addLayout(buttons);
 
-    connect(addButton, &QPushButton::clicked, this, &OwnPicturesView::choose);
-    connect(m_remove, &QPushButton::clicked, this, &OwnPicturesView::removeSelected);
+    connect(addButton, &QPushButton::clicked, this, &OwnImagesView::choose);
+    connect(m_remove, &QPushButton::clicked, this, &OwnImagesView::removeSelected);
     connect(m_up, &QPushButton::clicked, this, [this] { move(-1); });
     connect(m_down, &QPushButton::clicked, this, [this] { move(1); });
-    connect(m_list, &QTreeWidget::itemSelectionChanged, this, &OwnPicturesView::showButtons);
+    connect(m_list, &QTreeWidget::itemSelectionChanged, this, &OwnImagesView::showButtons);
     controls::shortcut(m_list, QKeySequence::Delete, [this] { removeSelected(); });
     controls::shortcut(m_list, QKeySequence(Qt::ALT | Qt::Key_Up), [this] { move(-1); });
     controls::shortcut(m_list, QKeySequence(Qt::ALT | Qt::Key_Down), [this] { move(1); });
     showButtons();
 }
 
-OwnPicturesView::~OwnPicturesView() = default;
+OwnImagesView::~OwnImagesView() = default;
 
-QStringList OwnPicturesView::files() const
+QStringList OwnImagesView::files() const
 {
     QStringList files;
     for (int row = 0; row < m_list->topLevelItemCount(); ++row)
@@ -157,16 +157,16 @@ QStringList OwnPicturesView::files() const
     return files;
 }
 
-void OwnPicturesView::setFiles(const QStringList &files)
+void OwnImagesView::setFiles(const QStringList &files)
 {
     m_list->clear();
     for (const QString &file : files)
         append(file);
-    look();
+    loadThumbnails();
     showButtons();
 }
 
-void OwnPicturesView::append(const QString &file)
+void OwnImagesView::append(const QString &file)
 {
     auto *item = new QTreeWidgetItem(m_list);
     const qsizetype end = file.lastIndexOf(u'\\');
@@ -178,7 +178,7 @@ void OwnPicturesView::append(const QString &file)
 }
 
 // Returns how many exceeded the limit.
-qsizetype OwnPicturesView::addTo(const QStringList &added)
+qsizetype OwnImagesView::addTo(const QStringList &added)
 {
     const QStringList before = files();
     QSet<QString> known(before.begin(), before.end());
@@ -187,46 +187,46 @@ qsizetype OwnPicturesView::addTo(const QStringList &added)
         if (known.contains(file))
             continue;
         known.insert(file);
-        if (m_list->topLevelItemCount() < maxOwnPictures)
+        if (m_list->topLevelItemCount() < maxOwnImages)
             append(file);
         else
             ++homeless;
     }
     if (m_list->topLevelItemCount() > before.size()) {
-        look();
+        loadThumbnails();
         showButtons();
         emit changed();
     }
     return homeless;
 }
 
-void OwnPicturesView::add(const QStringList &files)
+void OwnImagesView::add(const QStringList &files)
 {
     take({.files = files});
 }
 
-void OwnPicturesView::drop(const QStringList &paths)
+void OwnImagesView::drop(const QStringList &paths)
 {
     m_dropped += paths; // a new request replaces the running one
     m_listings.ask(
         [paths = m_dropped](const core::Asking &asking) {
-            const QStringList suffixes = pictureSuffixes();
-            return automation::droppedPictures(paths, {suffixes.begin(), suffixes.end()}, asking.cancel());
+            const QStringList suffixes = imageSuffixes();
+            return automation::droppedImages(paths, {suffixes.begin(), suffixes.end()}, asking.cancel());
         },
-        [this](const automation::DroppedPictures &dropped) {
+        [this](const automation::DroppedImages &dropped) {
             m_dropped.clear();
             take(dropped);
         });
 }
 
-void OwnPicturesView::take(const automation::DroppedPictures &dropped)
+void OwnImagesView::take(const automation::DroppedImages &dropped)
 {
     const qsizetype homeless = addTo(dropped.files);
     QStringList told;
     if (homeless > 0)
         told.append((homeless == 1 ? tr("1 picture was left out: the list holds %1.")
                                    : tr("%2 pictures were left out: the list holds %1."))
-                        .arg(maxOwnPictures)
+                        .arg(maxOwnImages)
                         .arg(homeless));
     if (!dropped.isWhole)
         told.append(tr("Only %1 files of a large folder were checked.").arg(automation::maxFolderEntries));
@@ -238,16 +238,16 @@ void OwnPicturesView::take(const automation::DroppedPictures &dropped)
         emit leftOut(told.join(u' '));
 }
 
-void OwnPicturesView::choose()
+void OwnImagesView::choose()
 {
     QStringList files = platform::dialogs().chooseFilesToOpen(
         this, tr("Add pictures"), platform::knownFolder(platform::KnownFolder::Pictures),
         tr("Pictures (%1);;All files (*)")
-            .arg(QStringLiteral("*.") + pictureSuffixes().join(QStringLiteral(" *."))));
+            .arg(QStringLiteral("*.") + imageSuffixes().join(QStringLiteral(" *."))));
     add(files);
 }
 
-void OwnPicturesView::removeSelected()
+void OwnImagesView::removeSelected()
 {
     const QList<QTreeWidgetItem *> selected = m_list->selectedItems();
     if (selected.isEmpty())
@@ -260,7 +260,7 @@ void OwnPicturesView::removeSelected()
     emit changed();
 }
 
-void OwnPicturesView::move(int by)
+void OwnImagesView::move(int by)
 {
     QTreeWidgetItem *current = m_list->currentItem();
     const int row = m_list->indexOfTopLevelItem(current);
@@ -274,7 +274,7 @@ void OwnPicturesView::move(int by)
     emit changed();
 }
 
-void OwnPicturesView::showButtons()
+void OwnImagesView::showButtons()
 {
     const QList<QTreeWidgetItem *> selected = m_list->selectedItems();
     const int row = selected.size() == 1 ? m_list->indexOfTopLevelItem(selected[0]) : -1;
@@ -284,7 +284,7 @@ void OwnPicturesView::showButtons()
 }
 
 // Returns whether the file has been checked already.
-bool OwnPicturesView::showThumbnail(QTreeWidgetItem *item)
+bool OwnImagesView::showThumbnail(QTreeWidgetItem *item)
 {
     const auto known = m_thumbnails.constFind(item->data(0, pathRole).toString());
     if (known == m_thumbnails.constEnd())
@@ -297,7 +297,7 @@ bool OwnPicturesView::showThumbnail(QTreeWidgetItem *item)
 }
 
 // Loads the missing thumbnails.
-void OwnPicturesView::look()
+void OwnImagesView::loadThumbnails()
 {
     QStringList unknown;
     for (int row = 0; row < m_list->topLevelItemCount(); ++row) {
@@ -307,7 +307,7 @@ void OwnPicturesView::look()
     }
     if (unknown.isEmpty())
         return;
-    m_looks.ask(
+    m_loading.ask(
         [this, unknown, decoders = m_decoders](const core::Asking &asking) {
             for (const QString &file : unknown) {
                 const auto examined = decoders->examine(file, {}, asking.cancel());

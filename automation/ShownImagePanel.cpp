@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include "automation/ShownPicturePanel.h"
+#include "automation/ShownImagePanel.h"
 
 #include "platform/Dialogs.h"
 #include "platform/KnownFolders.h"
@@ -17,14 +17,14 @@
 #include <QPushButton>
 #include <QVBoxLayout>
 
-using automation::ShownPicture;
+using automation::ShownImage;
 
 namespace
 {
 
 constexpr int maxRows = 4;
-constexpr QSize largePicture(192, 108);
-constexpr QSize smallPicture(96, 54);
+constexpr QSize largeImage(192, 108);
+constexpr QSize smallImage(96, 54);
 constexpr qint64 maxThumbnailBytes = 4 << 20;
 constexpr QSize maxThumbnail(2048, 2048); // limit for a file that could have been replaced by someone else
 
@@ -74,7 +74,7 @@ private:
 
 } // namespace
 
-ShownPicturePanel::ShownPicturePanel(QWidget *parent)
+ShownImagePanel::ShownImagePanel(QWidget *parent)
     : QWidget(parent),
       m_folder(automation::wallpaperFolder(platform::knownFolder(platform::KnownFolder::LocalAppData))),
       m_rows(new QVBoxLayout(this))
@@ -83,7 +83,7 @@ ShownPicturePanel::ShownPicturePanel(QWidget *parent)
     show({});
 }
 
-void ShownPicturePanel::refresh()
+void ShownImagePanel::refresh()
 {
     QFile file(m_folder + u'\\' + automation::shownFile.toString());
     const QByteArray bytes =
@@ -92,31 +92,31 @@ void ShownPicturePanel::refresh()
         return;
     m_read = bytes;
     const auto shown = automation::parseAnswer(bytes);
-    show(shown ? shown->pictures : QList<ShownPicture>());
+    show(shown ? shown->pictures : QList<ShownImage>());
 }
 
-void ShownPicturePanel::show(const QList<ShownPicture> &pictures)
+void ShownImagePanel::show(const QList<ShownImage> &pictures)
 {
     delete std::exchange(m_content, new QWidget(this));
     auto *layout = new QVBoxLayout(m_content);
     layout->setContentsMargins(0, 0, 0, 0);
     layout->setSpacing(theme::spaceSnug);
-    QList<ShownPicture> each; // distinct ones: monitors may share an image
-    for (const ShownPicture &picture : pictures) {
+    QList<ShownImage> each; // distinct ones: monitors may share an image
+    for (const ShownImage &picture : pictures) {
         if (!each.contains(picture) && each.size() < maxRows)
             each.append(picture);
     }
     if (each.isEmpty())
         each.append({.title = tr("No picture of this tool is on the desktop")});
-    for (const ShownPicture &picture : each)
+    for (const ShownImage &picture : each)
         layout->addWidget(row(picture, each.size() == 1));
     m_rows->addWidget(m_content);
 }
 
-QWidget *ShownPicturePanel::row(const ShownPicture &picture, bool alone)
+QWidget *ShownImagePanel::row(const ShownImage &picture, bool alone)
 {
     auto *row = new QWidget(m_content);
-    auto *image = new Thumbnail(readThumbnail(picture.thumbnail), alone ? largePicture : smallPicture, row);
+    auto *image = new Thumbnail(readThumbnail(picture.thumbnail), alone ? largeImage : smallImage, row);
     image->setObjectName(QStringLiteral("thumbnailLabel"));
     image->setAccessibleName(tr("Picture on the desktop: %1").arg(picture.title));
     auto *title = new WrappedLabel(row);

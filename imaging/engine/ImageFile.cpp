@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include "imaging/engine/PictureFile.h"
+#include "imaging/engine/ImageFile.h"
 
 #include "imaging/engine/ImageLoader.h"
 
@@ -37,7 +37,7 @@ bool chunksFit(const QByteArray &png)
 
 } // namespace
 
-std::unique_ptr<QIODevice> guardedPicture(std::unique_ptr<QIODevice> file)
+std::unique_ptr<QIODevice> guardedImage(std::unique_ptr<QIODevice> file)
 {
     if (file->peek(signatureBytes) != "\x89PNG\r\n\x1a\n" || file->size() > maxBytesInMemory)
         return file;

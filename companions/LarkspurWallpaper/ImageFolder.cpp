@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include "companions/LarkspurWallpaper/PictureFolder.h"
+#include "companions/LarkspurWallpaper/ImageFolder.h"
 
 #include "automation/engine/Texts.h"
 #include "platform/FileReader.h"
@@ -12,7 +12,7 @@
 #include <QFileInfo>
 #include <QRegularExpression>
 
-using automation::ShownPicture;
+using automation::ShownImage;
 using automation::tr;
 
 namespace wallpaper
@@ -35,13 +35,13 @@ const QRegularExpression &ours()
 // The suffix if Windows can show the format directly.
 QString shownSuffix(const QByteArray &bytes)
 {
-    const QString suffix = automation::pictureSuffix(bytes);
+    const QString suffix = automation::imageSuffix(bytes);
     return suffix.isEmpty() && bytes.startsWith("BM") ? QStringLiteral("bmp") : suffix;
 }
 
 } // namespace
 
-PictureFolder::PictureFolder(QString folder, imaging::DecoderPool &decoders)
+ImageFolder::ImageFolder(QString folder, imaging::DecoderPool &decoders)
     : m_folder(std::move(folder)),
       m_decoders(decoders)
 {
@@ -49,12 +49,12 @@ PictureFolder::PictureFolder(QString folder, imaging::DecoderPool &decoders)
     platform::NewFile::clearLeftovers(m_folder);
 }
 
-QString PictureFolder::pathOf(QStringView name) const
+QString ImageFolder::pathOf(QStringView name) const
 {
     return m_folder + u'\\' + name.toString();
 }
 
-bool PictureFolder::holds(const QString &path) const
+bool ImageFolder::holds(const QString &path) const
 {
     const qsizetype end = path.lastIndexOf(u'\\');
     return path.left(end).compare(m_folder, Qt::CaseInsensitive) == 0 &&
@@ -62,14 +62,14 @@ bool PictureFolder::holds(const QString &path) const
 }
 
 // Decoded in a separate process, which a malicious file may crash.
-bool PictureFolder::check(const QString &file, const QSize &smallest, ShownPicture &picture, QString &problem)
+bool ImageFolder::check(const QString &file, const QSize &minSize, ShownImage &picture, QString &problem)
 {
     const auto examined = m_decoders.examine(file, {}, m_cancel);
     if (!examined) {
         problem = tr("it is no picture that can be read");
         return false;
     }
-    if (examined->width < smallest.width() || examined->height < smallest.height()) {
+    if (examined->width < minSize.width() || examined->height < minSize.height()) {
         problem = tr("it has only %1 by %2 pixels").arg(examined->width).arg(examined->height);
         return false;
     }
@@ -79,11 +79,11 @@ bool PictureFolder::check(const QString &file, const QSize &smallest, ShownPictu
     return true;
 }
 
-std::optional<ShownPicture> PictureFolder::find(const QString &key)
+std::optional<ShownImage> ImageFolder::find(const QString &key)
 {
     for (const QLatin1StringView suffix :
          {QLatin1StringView("jpg"), QLatin1StringView("png"), QLatin1StringView("bmp")}) {
-        ShownPicture picture{.key = key, .file = pathOf(key + u'.' + suffix)};
+        ShownImage picture{.key = key, .file = pathOf(key + u'.' + suffix)};
         QString problem;
         if (QFileInfo(picture.file).isFile() && check(picture.file, {}, picture, problem))
             return picture;
@@ -91,10 +91,10 @@ std::optional<ShownPicture> PictureFolder::find(const QString &key)
     return {};
 }
 
-std::optional<ShownPicture> PictureFolder::add(const QString &key, const QByteArray &bytes,
-                                               const QSize &smallest, QString &problem)
+std::optional<ShownImage> ImageFolder::add(const QString &key, const QByteArray &bytes, const QSize &minSize,
+                                           QString &problem)
 {
-    ShownPicture picture{.key = key};
+    ShownImage picture{.key = key};
     const QString suffix = shownSuffix(bytes);
     const QString name = key + u'.' + (suffix.isEmpty() ? QStringLiteral("jpg") : suffix);
     picture.file = pathOf(name);
@@ -103,7 +103,7 @@ std::optional<ShownPicture> PictureFolder::add(const QString &key, const QByteAr
         if (to.write(bytes) != bytes.size() || !to.flush())
             return false;
         const QString file = QDir::toNativeSeparators(to.fileName());
-        usable = check(file, smallest, picture, problem);
+        usable = check(file, minSize, picture, problem);
         if (!usable || !suffix.isEmpty())
             return usable;
         const auto decoded = m_decoders.picture(file, m_cancel);
@@ -118,7 +118,7 @@ std::optional<ShownPicture> PictureFolder::add(const QString &key, const QByteAr
     return {};
 }
 
-bool PictureFolder::place(QStringView name, const std::function<bool(QFile &)> &fill) const
+bool ImageFolder::place(QStringView name, const std::function<bool(QFile &)> &fill) const
 {
     platform::NewFile file(pathOf(name));
     QString problem;
@@ -126,23 +126,23 @@ bool PictureFolder::place(QStringView name, const std::function<bool(QFile &)> &
            file.place(true, problem) == platform::NewFile::Placed::Done;
 }
 
-QByteArray PictureFolder::read(QStringView name) const
+QByteArray ImageFolder::read(QStringView name) const
 {
     QFile file(pathOf(name));
     return file.open(QIODevice::ReadOnly) ? file.read(automation::maxJobFileBytes) : QByteArray();
 }
 
-bool PictureFolder::write(QStringView name, const QByteArray &bytes) const
+bool ImageFolder::write(QStringView name, const QByteArray &bytes) const
 {
     return place(name, [&](QFile &to) { return to.write(bytes) == bytes.size(); });
 }
 
-void PictureFolder::remove(QStringView name) const
+void ImageFolder::remove(QStringView name) const
 {
     platform::eraseOwn(m_folder, pathOf(name));
 }
 
-QString PictureFolder::preserve(const QString &file) const
+QString ImageFolder::preserve(const QString &file) const
 {
     const auto from = platform::openShared(file);
     if (!from || from->size() > maxPreserved)
@@ -158,17 +158,17 @@ QString PictureFolder::preserve(const QString &file) const
     return write(name, bytes) ? pathOf(name) : QString();
 }
 
-void PictureFolder::removePreserved(const QString &file) const
+void ImageFolder::removePreserved(const QString &file) const
 {
     const QString name = file.mid(file.lastIndexOf(u'\\') + 1);
     if (name.startsWith(QLatin1StringView("former-")) && pathOf(name).compare(file, Qt::CaseInsensitive) == 0)
         remove(name);
 }
 
-void PictureFolder::tidy(const QList<ShownPicture> &onDesktop)
+void ImageFolder::tidy(const QList<ShownImage> &onDesktop)
 {
     QStringList kept;
-    for (const ShownPicture &picture : onDesktop)
+    for (const ShownImage &picture : onDesktop)
         kept.append(picture.key);
     const qsizetype limit = kept.size() + maxKept;
     const QDir folder(m_folder);

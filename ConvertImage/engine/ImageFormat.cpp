@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include "ConvertImage/engine/PictureFormat.h"
+#include "ConvertImage/engine/ImageFormat.h"
 
 #include <QColorSpace>
 
