@@ -2,13 +2,13 @@
 #include "ExtractIcon/IconFiles.h"
 
 #include "platform/KnownFolders.h"
+#include "platform/NewFile.h"
 #include "platform/ResourceLibrary.h"
 
 #include <QDebug>
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
-#include <QSaveFile>
 
 namespace icons
 {
@@ -100,10 +100,7 @@ std::unique_ptr<IconSource> openIcons(const QString &path)
 
 QString writeFile(const QString &path, const QByteArray &bytes)
 {
-    QSaveFile file(path);
-    if (file.open(QIODevice::WriteOnly) && file.write(bytes) == bytes.size() && file.commit())
-        return {};
-    return file.errorString();
+    return platform::NewFile::save(path, bytes);
 }
 
 } // namespace icons

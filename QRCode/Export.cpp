@@ -1,12 +1,12 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "QRCode/Export.h"
 
+#include "platform/NewFile.h"
+#include "platform/Paths.h"
+
 #include <QBuffer>
 #include <QCoreApplication>
 #include <QDir>
-#include <QFile>
-#include <QSaveFile>
-#include <QTemporaryFile>
 
 using namespace Qt::StringLiterals;
 
@@ -16,15 +16,11 @@ namespace qr
 namespace
 {
 
+using Placed = platform::NewFile::Placed;
+
 QString tr(const char *text)
 {
     return QCoreApplication::translate("QRCodeExport", text);
-}
-
-bool holds(const QString &path, const QByteArray &bytes)
-{
-    QFile file(path);
-    return file.open(QIODevice::ReadOnly) && file.size() == bytes.size() && file.readAll() == bytes;
 }
 
 Saved tooSmall(const Drawing &drawing)
@@ -82,28 +78,31 @@ Encoded encoded(const QString &text, const Style &style, Format format)
              .verdict = verdict}};
 }
 
-// Writes to a temporary file and renames it to the first free name.
+// Reads the file back before it is placed, so that a bad write costs no older file.
+Placed write(const QString &path, const QByteArray &bytes, bool replace, QString &problem)
+{
+    platform::NewFile file(path);
+    if (file.write(bytes) && file.file().seek(0) && file.file().readAll() != bytes) {
+        problem = tr("The file does not hold what was written.");
+        return Placed::Failed;
+    }
+    return file.place(replace, problem);
+}
+
+// Takes the first free name.
 Saved writeNew(const QByteArray &bytes, const QString &folder, const QString &name, const QString &ending)
 {
-    QTemporaryFile file(QDir(folder).filePath(u"qr-XXXXXX.tmp"_s));
-    if (!file.open() || file.write(bytes) != bytes.size() || !file.flush())
-        return failed(file.errorString());
-    file.close();
-    if (!holds(file.fileName(), bytes))
-        return failed(tr("The file does not hold what was written."));
     constexpr int maxCopies = 10'000;
     for (int copy = 1; copy <= maxCopies; ++copy) {
         const QString free = copy == 1 ? name : u"%1 (%2)"_s.arg(name, QString::number(copy));
         const QString path = QDir(folder).filePath(free + u'.' + ending);
-        if (QFile::exists(path))
-            continue;
-        if (!file.rename(path)) {
-            if (QFile::exists(path))
-                continue;
-            return failed(file.errorString());
-        }
-        file.setAutoRemove(false);
-        return {.outcome = Saved::Outcome::Written, .file = path};
+        QString problem;
+        const Placed placed =
+            platform::fileExists(path) ? Placed::NameTaken : write(path, bytes, false, problem);
+        if (placed == Placed::Done)
+            return {.outcome = Saved::Outcome::Written, .file = path};
+        if (placed == Placed::Failed)
+            return failed(problem);
     }
     return failed(tr("All names for it are taken."));
 }
@@ -157,11 +156,9 @@ Saved save(const SaveOrder &order)
     const Encoded made = encoded(order.text, order.style, order.format);
     if (made.bytes.isEmpty() || (!made.saved.verdict.scans && !order.evenIfUnreadable))
         return made.saved;
-    QSaveFile out(order.file);
-    if (!out.open(QIODevice::WriteOnly) || out.write(made.bytes) != made.bytes.size() || !out.commit())
-        return failed(out.errorString());
-    if (!holds(order.file, made.bytes))
-        return failed(tr("The file does not hold what was written."));
+    QString problem;
+    if (write(order.file, made.bytes, true, problem) != Placed::Done)
+        return failed(problem);
     return {.outcome = Saved::Outcome::Written, .file = order.file, .verdict = made.saved.verdict};
 }
 

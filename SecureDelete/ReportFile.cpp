@@ -3,9 +3,8 @@
 
 #include "SecureDelete/Texts.h"
 #include "core/SizeText.h"
+#include "platform/NewFile.h"
 #include "widgets/CsvFile.h"
-
-#include <QSaveFile>
 
 namespace securedelete
 {
@@ -46,9 +45,7 @@ QString lineOf(const ShredRecord &record, std::size_t number, const ReportOption
 QString writeReport(const QString &file, const Records &records, const ReportOptions &options,
                     const core::CancelFlag &cancel)
 {
-    QSaveFile target(file);
-    if (!target.open(QIODevice::WriteOnly))
-        return target.errorString();
+    platform::NewFile target(file);
     QString head = options.title + QStringLiteral("\r\n\r\n");
     if (options.asCsv)
         head = csv::line({ReportModel::tr("Result"), ReportModel::tr("Item"),
@@ -60,7 +57,9 @@ QString writeReport(const QString &file, const Records &records, const ReportOpt
             return ReportModel::tr("Cancelled.");
         target.write(lineOf(record, ++number, options).toUtf8());
     }
-    return target.commit() ? QString() : target.errorString();
+    QString problem;
+    target.place(true, problem);
+    return problem;
 }
 
 } // namespace securedelete

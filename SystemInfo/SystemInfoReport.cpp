@@ -6,11 +6,11 @@
 #include "SystemInfo/ReportCompareDialog.h"
 #include "SystemInfo/SaveReportDialog.h"
 #include "SystemInfo/SystemInfoForm.h"
+#include "platform/NewFile.h"
 #include "widgets/JobHost.h"
 #include "widgets/SearchLine.h"
 
 #include <QDir>
-#include <QSaveFile>
 
 using namespace systeminfo;
 
@@ -39,13 +39,6 @@ ReportFormat formatOf(const QString &file)
         return ReportFormat::Html;
     return file.endsWith(QStringLiteral(".json"), Qt::CaseInsensitive) ? ReportFormat::Json
                                                                        : ReportFormat::Text;
-}
-
-// QSaveFile: a temporary file that replaces the target when complete.
-bool writeFile(const QString &path, const QByteArray &bytes)
-{
-    QSaveFile file(path);
-    return file.open(QIODevice::WriteOnly) && file.write(bytes) == bytes.size() && file.commit();
 }
 
 Report makeReport(std::vector<Page> pages, bool complete, Machine &machine)
@@ -162,15 +155,17 @@ void SystemInfoForm::writeReport(bool onlyThisPage, bool complete, const QString
          machines = machineFactory()](const core::JobControl &job) {
             const std::unique_ptr<Machine> machine = machines(job.cancel);
             const Report report = makeReport(content, complete, *machine);
-            return !job.cancel.isSet() && writeFile(file, systeminfo::writeReport(report, formatOf(file)));
+            return job.cancel.isSet()
+                       ? tr("Cancelled.")
+                       : platform::NewFile::save(file, systeminfo::writeReport(report, formatOf(file)));
         },
         [this, file](auto &job) {
-            if (job.takeResult().value_or(false))
-                current()->notify(tr("The report was saved as %1.").arg(QDir::toNativeSeparators(file)),
-                                  false);
+            const QString shown = QDir::toNativeSeparators(file);
+            const QString problem = job.takeResult().value_or(job.error());
+            if (problem.isEmpty())
+                current()->tell(tr("The report was saved as %1.").arg(shown), false);
             else
-                current()->notify(
-                    tr("The report could not be saved as %1.").arg(QDir::toNativeSeparators(file)));
+                current()->tell(tr("The report could not be saved as %1: %2").arg(shown, problem));
         });
 }
 

@@ -155,19 +155,21 @@ void TrackCleanerForm::clear()
     const auto answer = platform::dialogs().ask(this, tr("Clear Tracking Data"), tracks::questionText(plan));
     if (answer != QMessageBox::Yes)
         return;
-    if (tracks::totalsOf(plan).values > 0 && !mayLoseRegistryEntries())
-        return;
-    // The question ran an event loop, so the state may have changed.
-    if (!m_jobs.isBusy() && m_found == plan.found)
-        startClearing(plan);
+    if (tracks::totalsOf(plan).values > 0)
+        saveEntries([this, plan](bool saved) { clearUnlessChanged(plan, saved); });
+    else
+        clearUnlessChanged(plan, true);
 }
 
-bool TrackCleanerForm::mayLoseRegistryEntries()
+void TrackCleanerForm::clearUnlessChanged(const tracks::ClearPlan &plan, bool saved)
 {
-    return saveRegistryEntries() ||
-           platform::dialogs().ask(this, tr("Clear Tracking Data"),
-                                   tr("The registry entries were not saved to a file and could not be put "
-                                      "back. Clear them anyway?")) == QMessageBox::Yes;
+    if (!saved && platform::dialogs().ask(this, tr("Clear Tracking Data"),
+                                          tr("The registry entries were not saved to a file and could not be "
+                                             "put back. Clear them anyway?")) != QMessageBox::Yes)
+        return;
+    // The questions ran an event loop, so the state may have changed.
+    if (!m_jobs.isBusy() && m_found == plan.found)
+        startClearing(plan);
 }
 
 void TrackCleanerForm::startClearing(tracks::ClearPlan plan)

@@ -8,6 +8,7 @@
 #include "widgets/NoticeBar.h"
 
 #include <array>
+#include <functional>
 #include <memory>
 
 class ElidedLabel;
@@ -43,8 +44,8 @@ public slots:
     void cancel();
     void showDetails(tracks::Item item);
     void showWhatStayed();
-    // Saves the found registry entries to a file of the user's choice. False if they were not saved.
-    bool saveRegistryEntries();
+    // Saves the found registry entries to a file of the user's choice.
+    void saveRegistryEntries();
     void putRegistryEntriesBack();
 
     void onFileExplorerRecentFilesScanFinish(int count);
@@ -87,7 +88,9 @@ private:
     void takeScan(const TrackCleanerThread &scan);
     void startClearing(tracks::ClearPlan plan);
     void takeClearing(const TrackCleanerClearThread &clearing);
-    bool mayLoseRegistryEntries();
+    void saveEntries(const std::function<void(bool saved)> &then);
+    void clearUnlessChanged(const tracks::ClearPlan &plan, bool saved);
+    void showSmallJob(const QString &title);
     tracks::ItemFlags checked() const;
     tracks::ClearPlan plan() const;
     void forget();

@@ -8,6 +8,7 @@
 #include "TrackCleaner/WindowsMachine.h"
 #include "TrackCleaner/engine/RegFile.h"
 #include "platform/Dialogs.h"
+#include "platform/NewFile.h"
 #include "widgets/ElidedLabel.h"
 
 #include <QCheckBox>
@@ -16,7 +17,6 @@
 #include <QLabel>
 #include <QProgressBar>
 #include <QPushButton>
-#include <QSaveFile>
 #include <QToolButton>
 
 #include <algorithm>
@@ -32,6 +32,26 @@ constexpr qint64 maxRegFile = qint64{64} << 20;
 QString fileFilter()
 {
     return TrackCleanerForm::tr("Registry entries (*.reg)");
+}
+
+struct PutBack {
+    QString problem; // empty: all entries are back
+    bool changed = false;
+};
+
+PutBack putBackFile(const QString &path)
+{
+    QFile file(path);
+    if (!file.open(QIODevice::ReadOnly) || file.size() > maxRegFile)
+        return {TrackCleanerForm::tr("%1 could not be read.").arg(path)};
+    const tracks::RegFileContent content = tracks::parseRegFile(file.readAll());
+    if (content.fault != tracks::RegFileFault::None)
+        return {tracks::faultText(content)};
+    tracks::WindowsRegistry registry;
+    return {tracks::putBack(content.keys, registry)
+                ? QString()
+                : TrackCleanerForm::tr("Windows refused some of the entries."),
+            true};
 }
 
 } // namespace
@@ -104,28 +124,52 @@ void TrackCleanerForm::showProgress(const QString &title, const core::ScanProgre
     m_progressPath->setText(path);
 }
 
-bool TrackCleanerForm::saveRegistryEntries()
+void TrackCleanerForm::showSmallJob(const QString &title)
 {
-    if (!m_found)
-        return false;
-    const std::vector<tracks::RegistryKey> keys = tracks::foundKeys(*m_found, checked());
+    m_notice->hide();
+    showProgress(title, {}, false);
+    showState();
+}
+
+void TrackCleanerForm::saveRegistryEntries()
+{
+    saveEntries([](bool) {});
+}
+
+// `then` is not called if the user cancelled the job.
+void TrackCleanerForm::saveEntries(const std::function<void(bool saved)> &then)
+{
+    if (!m_found || m_jobs.isBusy())
+        return;
     const QString suggested = QDir::toNativeSeparators(QDir::homePath()) + QLatin1Char('\\') +
                               tr("Track Cleaner registry entries") + QStringLiteral(".reg");
+    const auto found = m_found;
     const QString file =
         platform::dialogs().chooseFileToSave(this, tr("Save the registry entries"), suggested, fileFilter());
-    if (file.isEmpty())
-        return false;
-    // QSaveFile: a full disk must not destroy the previous copy.
-    QSaveFile target(file);
-    const QByteArray bytes = tracks::regFile(keys);
-    if (target.open(QIODevice::WriteOnly) && target.write(bytes) == bytes.size() && target.commit()) {
-        m_notice->showNotice(NoticeBar::Kind::Success,
-                             tr("The registry entries were saved to %1.").arg(file));
-        return true;
+    if (file.isEmpty()) {
+        then(false);
+        return;
     }
-    m_notice->showNotice(NoticeBar::Kind::Error,
-                         tr("%1 could not be written: %2").arg(file, target.errorString()));
-    return false;
+    if (m_jobs.isBusy())
+        return;
+    m_jobs.run(
+        {.busyText = tr("the saving of the registry entries")},
+        [found, items = checked(), file](const core::JobControl &) {
+            return platform::NewFile::save(file, tracks::regFile(tracks::foundKeys(*found, items)));
+        },
+        [this, file, then](auto &job) {
+            showState();
+            const QString problem = job.takeResult().value_or(job.error());
+            if (problem.isEmpty())
+                m_notice->showNotice(NoticeBar::Kind::Success,
+                                     tr("The registry entries were saved to %1.").arg(file));
+            else
+                m_notice->showNotice(NoticeBar::Kind::Error,
+                                     tr("%1 could not be written: %2").arg(file, problem));
+            if (!job.stopRequested())
+                then(problem.isEmpty());
+        });
+    showSmallJob(tr("Saving the registry entries…"));
 }
 
 void TrackCleanerForm::putRegistryEntriesBack()
@@ -134,21 +178,20 @@ void TrackCleanerForm::putRegistryEntriesBack()
         this, tr("Put back registry entries"), QDir::toNativeSeparators(QDir::homePath()), fileFilter());
     if (chosen.isEmpty() || m_jobs.isBusy())
         return;
-    QFile file(chosen.first());
-    if (!file.open(QIODevice::ReadOnly) || file.size() > maxRegFile) {
-        m_notice->showNotice(NoticeBar::Kind::Error, tr("%1 could not be read.").arg(chosen.first()));
-        return;
-    }
-    const tracks::RegFileContent content = tracks::parseRegFile(file.readAll());
-    tracks::WindowsRegistry registry;
-    if (content.fault != tracks::RegFileFault::None)
-        m_notice->showNotice(NoticeBar::Kind::Error, tracks::faultText(content));
-    else if (!tracks::putBack(content.keys, registry))
-        m_notice->showNotice(NoticeBar::Kind::Error, tr("Windows refused some of the entries."));
-    else
-        m_notice->showNotice(NoticeBar::Kind::Success, tr("The registry entries were put back."));
-    if (content.fault == tracks::RegFileFault::None)
-        forget(); // the counts are out of date
+    m_jobs.run(
+        {.busyText = tr("the putting back of registry entries")},
+        [file = chosen.first()](const core::JobControl &) { return putBackFile(file); },
+        [this](auto &job) {
+            const PutBack result = job.takeResult().value_or(PutBack{job.error(), true});
+            if (result.problem.isEmpty())
+                m_notice->showNotice(NoticeBar::Kind::Success, tr("The registry entries were put back."));
+            else
+                m_notice->showNotice(NoticeBar::Kind::Error, result.problem);
+            if (result.changed)
+                forget(); // the counts are out of date
+            showState();
+        });
+    showSmallJob(tr("Putting the registry entries back…"));
 }
 
 void TrackCleanerForm::onFileExplorerRecentFilesScanFinish(int count)

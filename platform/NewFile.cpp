@@ -74,7 +74,8 @@ QString tr(const char *text)
 
 NewFile::NewFile(const QString &path) : m_path(shownPath(path)), m_file(temporaryPath(m_path))
 {
-    m_file.open(QIODevice::ReadWrite | QIODevice::NewOnly);
+    if (!m_file.open(QIODevice::ReadWrite | QIODevice::NewOnly))
+        m_writeError = m_file.errorString();
 }
 
 NewFile::~NewFile()
@@ -83,6 +84,16 @@ NewFile::~NewFile()
         return;
     m_file.close();
     eraseOwn(folderOf(m_path), m_file.fileName().replace(u'/', u'\\'));
+}
+
+bool NewFile::write(const QByteArray &bytes)
+{
+    if (!m_writeError.isEmpty())
+        return false;
+    if (m_file.write(bytes) == bytes.size())
+        return true;
+    m_writeError = m_file.errorString();
+    return false;
 }
 
 NewFile::Placed NewFile::place(bool replace, QString &problem)
@@ -98,8 +109,8 @@ NewFile::Placed NewFile::place(bool replace, QString &problem)
         problem = systemText(ERROR_ACCESS_DENIED);
         return Placed::Failed;
     }
-    if (!m_file.flush()) {
-        problem = m_file.errorString();
+    if (!m_writeError.isEmpty() || !m_file.flush()) {
+        problem = m_writeError.isEmpty() ? m_file.errorString() : m_writeError;
         return Placed::Failed;
     }
     const QString temporary = m_file.fileName().replace(u'/', u'\\');
@@ -117,6 +128,15 @@ NewFile::Placed NewFile::place(bool replace, QString &problem)
         return Placed::NameTaken;
     problem = systemText(error);
     return Placed::Failed;
+}
+
+QString NewFile::save(const QString &path, const QByteArray &bytes)
+{
+    NewFile file(path);
+    QString problem;
+    file.write(bytes);
+    file.place(true, problem);
+    return problem;
 }
 
 int NewFile::clearLeftovers(const QString &folder)

@@ -24,11 +24,19 @@ public:
     // Open for reading and writing, or closed if it could not be created; then errorString() says why.
     QFile &file() { return m_file; }
 
+    // Appends to the file. Once it has failed, nothing more is written and place() fails with that reason,
+    // so that a series of writes needs no check of its own.
+    bool write(const QByteArray &bytes);
+
     enum class Placed { Done, NameTaken, Failed };
     // Closes the file and renames it. With `replace`, a regular file of that name is replaced, unless it is
     // read-only, open elsewhere without sharing, or reached through a link; a folder never is. With Failed,
     // `problem` is a text for the user.
     Placed place(bool replace, QString &problem);
+
+    // Does disk I/O. Writes a whole file and places it, replacing an older one. Returns an empty text, or why
+    // not as a text for the user.
+    static QString save(const QString &path, const QByteArray &bytes);
 
     // Does disk I/O. Erases our temporary files that are not in use. Returns how many.
     static int clearLeftovers(const QString &folder);
@@ -36,6 +44,7 @@ public:
 private:
     QString m_path;
     QFile m_file;
+    QString m_writeError;
     bool m_placed = false;
 };
 

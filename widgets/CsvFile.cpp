@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "widgets/CsvFile.h"
 
-#include <QSaveFile>
+#include "platform/NewFile.h"
 
 namespace
 {
@@ -63,25 +63,19 @@ void CsvWriter::interrupt()
 
 CsvWriter::Outcome CsvWriter::write()
 {
-    QSaveFile file(m_file);
-    const auto failed = [this, &file] {
-        m_fileError = file.errorString();
-        return Outcome::Failed;
-    };
-    // Without commit() the old file remains unchanged.
-    if (!file.open(QIODevice::WriteOnly))
-        return failed();
-    file.write(byteOrderMark);
+    platform::NewFile file(m_file);
+    bool fits = file.write(byteOrderMark); // otherwise place() says why
     QString text = csv::line(m_table.titles);
-    for (QStringList row; !stopRequested() && m_table.next(row); ++m_rows) {
+    for (QStringList row; fits && !stopRequested() && m_table.next(row); ++m_rows) {
         text += csv::line(row);
         if (text.size() >= writeAt) {
-            file.write(text.toUtf8());
+            fits = file.write(text.toUtf8());
             text.clear();
         }
     }
     if (stopRequested())
         return Outcome::Cancelled;
     file.write(text.toUtf8());
-    return file.commit() ? Outcome::Written : failed();
+    return file.place(true, m_fileError) == platform::NewFile::Placed::Done ? Outcome::Written
+                                                                            : Outcome::Failed;
 }

@@ -153,8 +153,7 @@ bool WindowsTools::save(const QString &path, const QByteArray &bytes)
     QDir().mkpath(QFileInfo(path).path());
     platform::NewFile file(path);
     QString problem;
-    return file.file().write(bytes) == bytes.size() &&
-           file.place(false, problem) == platform::NewFile::Placed::Done;
+    return file.write(bytes) && file.place(false, problem) == platform::NewFile::Placed::Done;
 }
 
 bool WindowsTools::holdsSomething(const QString &path)

@@ -140,8 +140,7 @@ QString write(const QString &path, const platform::ShortcutFile &content, const 
         return tr("Windows cannot make a shortcut of this.");
     platform::NewFile file(path);
     QString problem;
-    if (file.file().write(bytes) != bytes.size())
-        return file.file().errorString();
+    file.write(bytes);
     switch (file.place(!earlier.isEmpty(), problem)) {
     case platform::NewFile::Placed::Done:
         return {};

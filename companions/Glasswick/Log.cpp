@@ -2,12 +2,12 @@
 #include "companions/Glasswick/Log.h"
 
 #include "automation/engine/AgentLog.h"
+#include "platform/NewFile.h"
 
 #include <QDateTime>
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
-#include <QSaveFile>
 
 namespace agent
 {
@@ -22,12 +22,10 @@ void Log::write(QStringView feature, const QString &subject, const QString &text
     const QByteArray line =
         automation::logLine({QDateTime::currentDateTime(), feature.toString(), subject, text});
     if (QFileInfo(m_path).size() + line.size() > automation::maxLogBytes) {
-        QFile full(m_path);
-        QSaveFile kept(m_path);
-        if (full.open(QIODevice::ReadOnly) && kept.open(QIODevice::WriteOnly)) {
-            kept.write(automation::newerHalf(full.read(automation::maxLogBytes)));
+        if (QFile full(m_path); full.open(QIODevice::ReadOnly)) {
+            const QByteArray kept = automation::newerHalf(full.read(automation::maxLogBytes));
             full.close();
-            kept.commit();
+            platform::NewFile::save(m_path, kept);
         }
     }
     QFile file(m_path);

@@ -7,6 +7,7 @@
 #include "companions/Glasswick/Log.h"
 #include "platform/Guard.h"
 #include "platform/KnownFolders.h"
+#include "platform/NewFile.h"
 #include "platform/Text.h"
 #include "platform/TopLevelWindows.h"
 #include "settings/AgentState.h"
@@ -15,7 +16,6 @@
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
-#include <QSaveFile>
 
 #include <array>
 
@@ -167,8 +167,7 @@ bool WallpaperFeature::startProcess(const WallpaperRequest &request)
     QDir().mkpath(m_folder);
     platform::eraseOwn(m_folder, m_folder + u'\\' + answerFile.toString());
     const QString program = helperProgram();
-    QSaveFile file(m_folder + u'\\' + requestFile.toString());
-    if (!file.open(QIODevice::WriteOnly) || file.write(requestText(request)) < 0 || !file.commit())
+    if (!platform::NewFile::save(m_folder + u'\\' + requestFile.toString(), requestText(request)).isEmpty())
         return false;
     std::wstring command = (u'"' + program + QStringLiteral("\" \"") + m_folder + u'"').toStdWString();
     STARTUPINFOW startup = {};

@@ -243,6 +243,17 @@ void TrackCleanerTest::refusalsClearNothing()
     clear->click();
     QVERIFY(!scene.form->isBusy());
     QCOMPARE(scene.dialogs.questions.size(), 3);
+    // A link is not followed: what it leads to is kept, and so is everything, as nothing was saved.
+    const QString letter = scene.folder.makeFile(u"letter.reg"_s, "keep");
+    requireBelow(scene.folder.path(), letter);
+    scene.folder.makeLink(u"linked.reg"_s, u"letter.reg"_s);
+    scene.dialogs.nextAnswer.enqueue(QMessageBox::Yes);
+    scene.dialogs.nextAnswer.enqueue(QMessageBox::No);
+    scene.dialogs.nextFileToSave.enqueue(scene.folder.path(u"linked.reg"_s));
+    clear->click();
+    QTRY_VERIFY(!scene.form->isBusy());
+    QCOMPARE(scene.dialogs.questions.size(), 5);
+    QCOMPARE(QFileInfo(letter).size(), 4);
     QVERIFY(scene.hasRun() && scene.exists(u"temp\\old.tmp"_s));
 }
 
@@ -258,9 +269,12 @@ void TrackCleanerTest::putsEntriesBack()
     QVERIFY(!scene.hasRun());
     scene.dialogs.nextFilesToOpen.enqueue({scene.folder.makeFile(u"foreign.reg"_s, "no")});
     scene.form->putRegistryEntriesBack();
+    QVERIFY(scene.form->isBusy()); // on a thread of its own
+    QTRY_VERIFY(!scene.form->isBusy());
     QVERIFY(!scene.hasRun());
     scene.dialogs.nextFilesToOpen.enqueue({saved});
     scene.form->putRegistryEntriesBack();
+    QTRY_VERIFY(!scene.form->isBusy());
     QCOMPARE(scene.registry.read(explorer + u"\\RunMRU"_s)->values.size(), 2U);
 }
 

@@ -7,6 +7,12 @@
 #include <QFile>
 #include <QTest>
 
+#include <windows.h>
+
+// The program's import of the function.
+using FlushFunction = BOOL WINAPI(HANDLE);
+extern "C" FlushFunction *__imp_FlushFileBuffers;
+
 using namespace Qt::StringLiterals;
 using platform::NewFile;
 using Placed = platform::NewFile::Placed;
@@ -20,6 +26,31 @@ QByteArray contentOf(const QString &path)
     return file.open(QIODevice::ReadOnly) ? file.readAll() : "unreadable";
 }
 
+// While it lives, FlushFileBuffers() of this program fails as on a full disk.
+class FailingFlush
+{
+public:
+    explicit FailingFlush(bool fails) : m_real(__imp_FlushFileBuffers)
+    {
+        if (fails)
+            set([](HANDLE) -> BOOL {
+                SetLastError(ERROR_DISK_FULL);
+                return FALSE;
+            });
+    }
+    ~FailingFlush() { set(m_real); }
+
+private:
+    static void set(FlushFunction *function)
+    {
+        DWORD before = 0;
+        VirtualProtect(&__imp_FlushFileBuffers, sizeof(function), PAGE_READWRITE, &before);
+        __imp_FlushFileBuffers = function;
+    }
+
+    FlushFunction *m_real;
+};
+
 } // namespace
 
 class TestNewFile : public QObject
@@ -29,6 +60,7 @@ class TestNewFile : public QObject
 private slots:
     void theNameShowsTheOldOrTheNew_data();
     void theNameShowsTheOldOrTheNew();
+    void whatIsNotWholeReplacesNothing();
     void leftoversGoAndNothingElse();
 };
 
@@ -65,7 +97,9 @@ void TestNewFile::theNameShowsTheOldOrTheNew()
     const int before = static_cast<int>(QDir(disk.path()).count());
     {
         NewFile file(disk.path(name));
-        file.file().write("new");
+        file.write("new");
+        for (const QString &old : {u"old"_s, u"readonly"_s, u"held"_s, u"target"_s})
+            QCOMPARE(contentOf(disk.path(old)), "old"_ba); // until it is placed
         QString problem;
         QCOMPARE(file.place(replace, problem), expected);
         QCOMPARE(problem.isEmpty(), expected != Placed::Failed);
@@ -78,6 +112,30 @@ void TestNewFile::theNameShowsTheOldOrTheNew()
     for (const QString &file : {u"old"_s, u"readonly"_s, u"held"_s, u"target"_s}) {
         if (expected != Placed::Done || file != name)
             QCOMPARE(contentOf(disk.path(file)), "old"_ba);
+    }
+}
+
+// One of several writes fails, and the disk refuses to store what Windows has accepted.
+void TestNewFile::whatIsNotWholeReplacesNothing()
+{
+    for (const bool onFlush : {false, true}) {
+        tests::TestFolder disk;
+        const QString path = disk.makeFile(u"old"_s, "old");
+        QString problem;
+        {
+            const FailingFlush failing(onFlush);
+            NewFile file(path);
+            if (!onFlush) {
+                file.file().close();
+                QVERIFY(!file.write("the first half"));
+                QVERIFY(file.file().open(QIODevice::ReadWrite));
+            }
+            QCOMPARE(file.write("the second half"), onFlush);
+            QCOMPARE(file.place(true, problem), Placed::Failed);
+        }
+        QVERIFY(!problem.isEmpty());
+        QCOMPARE(contentOf(path), "old"_ba);
+        QCOMPARE(QDir(disk.path()).entryList(QDir::Files), QStringList(u"old"_s));
     }
 }
 
