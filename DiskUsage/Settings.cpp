@@ -15,20 +15,8 @@ namespace diskusage
 namespace
 {
 
-constexpr QStringView key = settings::keys::folderSizeAnalyzer;
 // A path longer than any that Windows can have is not a path.
 constexpr qsizetype maxPathLength = 32767;
-
-bool readNumbered(QStringView name, int index, QString &text)
-{
-    return settings::readString(key, settings::numbered(name, index), text);
-}
-
-// Absent values are no failure.
-bool removeValue(const QString &name)
-{
-    return settings::deleteValue(key, name) || !settings::valueExists(key, name);
-}
 
 } // namespace
 
@@ -36,10 +24,7 @@ std::vector<core::ExcludedFolder> loadExcludedFolders()
 {
     qDebug() << "readExcludeFolderData";
     std::vector<core::ExcludedFolder> folders;
-    for (int index = 0; index < maxExcludedFolders; ++index) {
-        QString stored;
-        if (!readNumbered(excludedFolderData, index, stored))
-            continue;
+    for (const QString &stored : excludedFolderTexts.read()) {
         qDebug() << "dataStr: " << stored;
         if (auto folder = core::parseStoredExcludedFolder(stored))
             folders.push_back(*std::move(folder));
@@ -49,15 +34,10 @@ std::vector<core::ExcludedFolder> loadExcludedFolders()
 
 bool saveExcludedFolders(const std::vector<core::ExcludedFolder> &folders)
 {
-    bool saved = true;
-    for (int index = 0; index < maxExcludedFolders; ++index) {
-        const QString name = settings::numbered(excludedFolderData, index);
-        if (static_cast<std::size_t>(index) < folders.size())
-            saved &= settings::writeString(key, name, folders[static_cast<std::size_t>(index)].storedText());
-        else
-            saved &= removeValue(name);
-    }
-    return saved;
+    QStringList texts;
+    for (const core::ExcludedFolder &folder : folders)
+        texts.append(folder.storedText());
+    return excludedFolderTexts.write(texts);
 }
 
 ScanSettings loadScanSettings()
@@ -75,9 +55,8 @@ bool saveScanSettings(const ScanSettings &changed)
 QStringList loadRecentFolders()
 {
     QStringList folders;
-    for (int index = 0; index < maxRecentFolders; ++index) {
-        QString folder;
-        if (readNumbered(recentFile, index, folder) && !folder.isEmpty() && folder.size() <= maxPathLength)
+    for (const QString &folder : recentFolders.read()) {
+        if (!folder.isEmpty() && folder.size() <= maxPathLength)
             folders.append(QDir::toNativeSeparators(folder));
     }
     return folders;
@@ -94,13 +73,7 @@ QStringList withRecentFolder(const QStringList &folders, const QString &folder)
 
 void saveRecentFolders(const QStringList &folders)
 {
-    for (int index = 0; index < maxRecentFolders; ++index) {
-        const QString name = settings::numbered(recentFile, index);
-        if (index < folders.size())
-            settings::writeString(key, name, folders.at(index));
-        else
-            settings::deleteValue(key, name);
-    }
+    recentFolders.write(folders);
 }
 
 QString oneDriveFolder()

@@ -16,13 +16,15 @@ namespace diskusage
 {
 
 // Below HKEY_CURRENT_USER\settings::keys::folderSizeAnalyzer. "Exlude" is how the stored format spells it.
-inline constexpr QStringView excludedFolderData = u"ExludeFolder";
-inline constexpr QStringView recentFile = u"RecentFile";
 inline constexpr settings::Flag excludeOneDriveFolder{settings::keys::folderSizeAnalyzer,
                                                       u"ExcludeOneDriveFolder", false};
 
 inline constexpr int maxExcludedFolders = 10; // indexes 0 to 9
 inline constexpr int maxRecentFolders = 6;    // indexes 0 to 5
+inline constexpr settings::TextList excludedFolderTexts{
+    settings::keys::folderSizeAnalyzer, u"ExludeFolder", {}, maxExcludedFolders};
+inline constexpr settings::TextList recentFolders{
+    settings::keys::folderSizeAnalyzer, u"RecentFile", {}, maxRecentFolders};
 
 std::vector<core::ExcludedFolder> loadExcludedFolders();
 // Saving answers false when Windows refused any of it.

@@ -9,8 +9,7 @@ namespace icons
 namespace
 {
 
-constexpr QStringView key = settings::keys::extractIcon;
-constexpr QStringView recentFile = u"recentFile";
+constexpr settings::TextList recent{settings::keys::extractIcon, u"recentFile", {}, maxRecentFiles};
 constexpr qsizetype maxPath = 32767; // limit of Windows
 
 } // namespace
@@ -18,10 +17,9 @@ constexpr qsizetype maxPath = 32767; // limit of Windows
 QStringList recentFiles()
 {
     QStringList files;
-    for (int i = 0; i < maxRecentFiles; ++i) {
-        QString path;
-        if (settings::readString(key, settings::numbered(recentFile, i), path) && path.size() <= maxPath &&
-            QDir::isAbsolutePath(path) && !files.contains(path, Qt::CaseInsensitive))
+    for (const QString &path : recent.read()) {
+        if (path.size() <= maxPath && QDir::isAbsolutePath(path) &&
+            !files.contains(path, Qt::CaseInsensitive))
             files.append(path);
     }
     return files;
@@ -32,8 +30,7 @@ void addRecentFile(const QString &path)
     QStringList files = recentFiles();
     files.removeIf([&](const QString &file) { return file.compare(path, Qt::CaseInsensitive) == 0; });
     files.prepend(path);
-    for (int i = 0; i < maxRecentFiles && i < files.size(); ++i)
-        settings::writeString(key, settings::numbered(recentFile, i), files[i]);
+    recent.write(files);
 }
 
 } // namespace icons

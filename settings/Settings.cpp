@@ -251,10 +251,15 @@ bool TextList::write(const QStringList &items) const
         written &= writeString(key, numbered(name, index), items.at(index));
     if (!countName.isEmpty())
         written &= writeDword(key, countName, static_cast<quint32>(count));
-    int index = count;
-    while (deleteValue(key, numbered(name, index)) || (countName.isEmpty() && index < maxItems))
-        ++index;
-    return written;
+    for (int index = count;; ++index) {
+        const QString leftover = numbered(name, index);
+        if (deleteValue(key, leftover))
+            continue;
+        if (valueExists(key, leftover))
+            written = false;
+        else if (!countName.isEmpty() || index >= maxItems)
+            return written;
+    }
 }
 
 QString installationFolder()

@@ -70,7 +70,7 @@ struct TextList {
     QStringList read() const;
     // Items beyond maxItems are dropped. Leftovers of an earlier, longer list are deleted last, so that a
     // reader in another process sees either the old or the new items. False if any value could not be
-    // written.
+    // written or deleted.
     bool write(const QStringList &items) const;
 };
 
