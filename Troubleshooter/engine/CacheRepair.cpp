@@ -60,6 +60,44 @@ QString fileCount(qsizetype count)
     return count == 1 ? tr("1 file") : tr("%1 files").arg(count);
 }
 
+// What Explorer is doing, which a rebuild interrupts.
+struct ExplorerState {
+    bool runs = false;
+    bool copies = false;
+    int windows = 0;
+};
+
+ExplorerState stateOf(Explorer &explorer)
+{
+    const bool runs = explorer.runs();
+    return {runs, runs && explorer.isCopying(), runs ? explorer.folderWindows() : 0};
+}
+
+Finding explorerFinding(const ExplorerState &explorer)
+{
+    const QString windows = explorer.windows == 0   ? tr("No folder window is open.")
+                            : explorer.windows == 1 ? tr("One folder window is open.")
+                                                    : tr("%1 folder windows are open.").arg(explorer.windows);
+    return {explorer.copies ? Health::Note : Health::Good, tr("Explorer"),
+            !explorer.runs    ? tr("It is not running.")
+            : explorer.copies ? tr("It is copying, moving or removing files.")
+                              : windows};
+}
+
+// The side effect of a rebuild; empty if Explorer is not running.
+QString restartText(const ExplorerState &explorer)
+{
+    if (!explorer.runs)
+        return {};
+    const QString closes = explorer.windows == 0 ? QString()
+                           : explorer.windows == 1
+                               ? tr("The open folder window closes and does not come back.")
+                               : tr("%1 folder windows close and do not come back.").arg(explorer.windows);
+    return tr("Explorer is closed and started again: desktop and taskbar are gone for some seconds. %1")
+        .arg(closes)
+        .trimmed();
+}
+
 } // namespace
 
 QString CacheRepair::name() const
@@ -88,34 +126,20 @@ Examination CacheRepair::check(const core::CancelFlag &)
              : tr("The files do not show it. Wrong or missing previews of pictures and videos are the "
                   "sign.")});
 
-    const bool runs = m_explorer.runs();
-    const bool copies = runs && m_explorer.isCopying();
-    const int windows = runs ? m_explorer.folderWindows() : 0;
-    found.findings.append({copies ? Health::Note : Health::Good, tr("Explorer"),
-                           !runs     ? tr("It is not running.")
-                           : copies  ? tr("It is copying, moving or removing files.")
-                           : windows ? (windows == 1 ? tr("One folder window is open.")
-                                                     : tr("%1 folder windows are open.").arg(windows))
-                                     : tr("No folder window is open.")});
-    const QString closes = windows == 0   ? QString()
-                           : windows == 1 ? tr("The open folder window closes and does not come back.")
-                                          : tr("%1 folder windows close and do not come back.").arg(windows);
-    const QString restarts =
-        runs ? tr("Explorer is closed and started again: desktop and taskbar are gone for some seconds. %1")
-                   .arg(closes)
-                   .trimmed()
-             : QString();
+    const ExplorerState explorer = stateOf(m_explorer);
+    found.findings.append(explorerFinding(explorer));
     found.steps.append({.id = QStringLiteral("rebuild"),
                         .title = m_kind == CacheKind::Icons ? tr("Rebuild the icon cache")
                                                             : tr("Rebuild the thumbnail cache"),
-                        .plan = (restarts + u' ' +
+                        .plan = (restartText(explorer) + u' ' +
                                  tr("Removes %1. Windows creates them again as needed.")
                                      .arg(fileCount(files ? files->size() : 0)))
                                     .trimmed(),
                         .obstacle = !files             ? tr("The folder of the cache cannot be read.")
                                     : files->isEmpty() ? tr("There is nothing to remove.")
-                                    : copies ? tr("Not while Explorer copies, moves or removes files.")
-                                             : QString(),
+                                    : explorer.copies
+                                        ? tr("Not while Explorer copies, moves or removes files.")
+                                        : QString(),
                         .advised = unusual});
     return found;
 }
