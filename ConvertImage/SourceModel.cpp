@@ -3,6 +3,7 @@
 
 #include "core/SizeText.h"
 #include "imaging/DecoderPool.h"
+#include "widgets/Controls.h"
 #include "widgets/FileRowDelegate.h"
 
 #include <QIcon>
@@ -77,7 +78,7 @@ QVariant SourceModel::data(const QModelIndex &index, int role) const
             return QIcon(details->thumbnail);
         if (!details)
             wish(file.path);
-        return QIcon(QStringLiteral(":/resources/images/Image24.png"));
+        return controls::image("Image24");
     default:
         return {};
     }

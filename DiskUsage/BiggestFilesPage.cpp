@@ -5,6 +5,7 @@
 #include "DiskUsage/DataFilesModel.h"
 #include "DiskUsage/FileTable.h"
 #include "DiskUsage/PathActions.h"
+#include "widgets/Controls.h"
 #include "widgets/EmptyState.h"
 #include "widgets/FLTableView.h"
 #include "widgets/Theme.h"
@@ -50,7 +51,7 @@ void BiggestFilesPage::buildLayout()
     m_table->setObjectName(QStringLiteral("biggestFilesTableView"));
     m_table->setAccessibleName(tr("20 biggest Files"));
     m_table->setContextMenuPolicy(Qt::CustomContextMenu);
-    m_empty->setContent(QIcon(QStringLiteral(":/resources/images/Info16.png")), tr("No files"),
+    m_empty->setContent(controls::image("Info16"), tr("No files"),
                         tr("This folder holds no file that takes any space."));
 
     auto *line = new QHBoxLayout;

@@ -3,6 +3,7 @@
 
 #include "DiskUsage/DiskUsageAddFileTypesDialog.h"
 #include "platform/Dialogs.h"
+#include "widgets/Controls.h"
 #include "widgets/NoticeBar.h"
 #include "widgets/RowDelegate.h"
 #include "widgets/Theme.h"
@@ -20,7 +21,7 @@ namespace
 
 QIcon infoIcon()
 {
-    return QIcon(QStringLiteral(":/resources/images/Info16.png"));
+    return controls::image("Info16");
 }
 
 } // namespace
@@ -32,8 +33,8 @@ DiskUsageEditFileTypesDialog::DiskUsageEditFileTypesDialog(core::FileTypeCategor
       m_others(std::move(others)),
       m_list(new QListWidget(this)),
       m_notice(new NoticeBar(this)),
-      m_add(new QPushButton(QIcon(QStringLiteral(":/resources/images/Add24.png")), tr("Add"), this)),
-      m_delete(new QPushButton(QIcon(QStringLiteral(":/resources/images/Delete24.png")), tr("Delete"), this)),
+      m_add(new QPushButton(controls::image("Add24"), tr("Add"), this)),
+      m_delete(new QPushButton(controls::image("Delete24"), tr("Delete"), this)),
       m_save(new QPushButton(tr("Save"), this))
 {
     setWindowTitle(tr("Edit File Types"));

@@ -5,6 +5,7 @@
 #include "platform/Dialogs.h"
 #include "platform/Shell.h"
 #include "platform/Win32Enumerator.h"
+#include "widgets/Controls.h"
 #include "widgets/ElidedLabel.h"
 #include "widgets/FLTreeView.h"
 #include "widgets/NoticeBar.h"
@@ -65,7 +66,7 @@ void DiskUsageOptionsForm::showExcludedFolders(const std::vector<core::ExcludedF
 void DiskUsageOptionsForm::addExcludedRow(const core::ExcludedFolder &folder)
 {
     auto *item = new QTreeWidgetItem(m_excluded, {folder.path});
-    item->setIcon(0, QIcon(QStringLiteral(":/resources/images/Folder16.png")));
+    item->setIcon(0, controls::image("Folder16"));
     item->setCheckState(0, folder.enabled ? Qt::Checked : Qt::Unchecked);
 }
 

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "DiskUsage/DiskUsageOptionsForm.h"
 
+#include "widgets/Controls.h"
 #include "widgets/ElidedLabel.h"
 #include "widgets/FLTabWidget.h"
 #include "widgets/FLTreeView.h"
@@ -17,13 +18,10 @@
 #include <QToolButton>
 #include <QVBoxLayout>
 
+using controls::image;
+
 namespace
 {
-
-QIcon image(const char *name)
-{
-    return QIcon(QStringLiteral(":/resources/images/%1.png").arg(QLatin1String(name)));
-}
 
 // A list with its buttons beside it.
 QHBoxLayout *beside(QWidget *list, const QList<QPushButton *> &buttons)

@@ -6,6 +6,7 @@
 #include "DiskUsage/PathActions.h"
 #include "core/SizeText.h"
 #include "platform/FileTime.h"
+#include "widgets/Controls.h"
 #include "widgets/EmptyState.h"
 #include "widgets/FLPopupMenu.h"
 #include "widgets/FLTableView.h"
@@ -101,7 +102,7 @@ void FileTypesPage::buildFiles()
     m_table->setObjectName(QStringLiteral("dataFilesTableView"));
     m_table->setAccessibleName(tr("Files of the selected type"));
     m_table->setContextMenuPolicy(Qt::CustomContextMenu);
-    m_empty->setContent(QIcon(QStringLiteral(":/resources/images/Info16.png")), tr("No files of this type"));
+    m_empty->setContent(controls::image("Info16"), tr("No files of this type"));
 }
 
 void FileTypesPage::buildLayout()
@@ -150,8 +151,7 @@ void FileTypesPage::connectAll()
 
 void FileTypesPage::addTypesMenu()
 {
-    auto *action = new QAction(QIcon(QStringLiteral(":/resources/images/Export24.png")),
-                               tr("Export as CSV..."), m_types);
+    auto *action = new QAction(controls::image("Export24"), tr("Export as CSV..."), m_types);
     action->setObjectName(QStringLiteral("exportTypesAction"));
     action->setShortcut(QKeySequence::Save);
     action->setShortcutContext(Qt::WidgetWithChildrenShortcut);

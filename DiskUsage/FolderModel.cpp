@@ -2,6 +2,7 @@
 #include "DiskUsage/FolderModel.h"
 
 #include "core/SizeText.h"
+#include "widgets/Controls.h"
 #include "widgets/RowDelegate.h"
 
 #include <QFileInfo>
@@ -373,10 +374,10 @@ bool FolderModel::removeColumns(int column, int count, const QModelIndex &parent
 const QIcon &FolderModel::icon(const diskusage::Folder &folder) const
 {
     if (m_folderIcon.isNull()) {
-        m_folderIcon = m_folderImage.isNull() ? QIcon(QStringLiteral(":/resources/images/Folder16.png"))
-                                              : QIcon(QPixmap::fromImage(m_folderImage));
-        m_cloudIcon = QIcon(QStringLiteral(":/resources/images/FolderCloud16.png"));
-        m_linkIcon = QIcon(QStringLiteral(":/resources/images/Link16.png"));
+        m_folderIcon =
+            m_folderImage.isNull() ? controls::image("Folder16") : QIcon(QPixmap::fromImage(m_folderImage));
+        m_cloudIcon = controls::image("FolderCloud16");
+        m_linkIcon = controls::image("Link16");
     }
     if (folder.link)
         return m_linkIcon;

@@ -3,6 +3,7 @@
 
 #include "platform/Paths.h"
 #include "platform/Shell.h"
+#include "widgets/Controls.h"
 #include "widgets/FLPopupMenu.h"
 
 #include <QAction>
@@ -14,14 +15,11 @@ PathActions::PathActions(QWidget *view, std::function<QString()> path)
     : QObject(view),
       m_view(view),
       m_path(std::move(path)),
-      m_open(add(tr("Open"), QStringLiteral("FolderOpen24"), Qt::CTRL | Qt::Key_O,
-                 QStringLiteral("openAction"))),
-      m_reveal(add(tr("Show in Explorer"), QStringLiteral("Explorer24"), Qt::CTRL | Qt::Key_E,
+      m_open(add(tr("Open"), "FolderOpen24", Qt::CTRL | Qt::Key_O, QStringLiteral("openAction"))),
+      m_reveal(add(tr("Show in Explorer"), "Explorer24", Qt::CTRL | Qt::Key_E,
                    QStringLiteral("showInExplorerAction"))),
-      m_copy(add(tr("Copy Path"), QStringLiteral("Copy24"), QKeySequence::Copy,
-                 QStringLiteral("copyPathAction"))),
-      m_export(add(tr("Export as CSV..."), QStringLiteral("Export24"), QKeySequence::Save,
-                   QStringLiteral("exportAction")))
+      m_copy(add(tr("Copy Path"), "Copy24", QKeySequence::Copy, QStringLiteral("copyPathAction"))),
+      m_export(add(tr("Export as CSV..."), "Export24", QKeySequence::Save, QStringLiteral("exportAction")))
 {
     connect(m_open, &QAction::triggered, this, &PathActions::open);
     connect(m_reveal, &QAction::triggered, this, &PathActions::showInExplorer);
@@ -31,11 +29,9 @@ PathActions::PathActions(QWidget *view, std::function<QString()> path)
 
 PathActions::~PathActions() = default;
 
-QAction *PathActions::add(const QString &text, const QString &icon, const QKeySequence &key,
-                          const QString &name)
+QAction *PathActions::add(const QString &text, const char *icon, const QKeySequence &key, const QString &name)
 {
-    auto *action =
-        new QAction(QIcon(QStringLiteral(":/resources/images/") + icon + QStringLiteral(".png")), text, this);
+    auto *action = new QAction(controls::image(icon), text, this);
     action->setObjectName(name);
     action->setShortcut(key);
     action->setShortcutContext(Qt::WidgetWithChildrenShortcut);
@@ -45,8 +41,8 @@ QAction *PathActions::add(const QString &text, const QString &icon, const QKeySe
 
 void PathActions::addScanAgain()
 {
-    m_scanAgain = add(tr("Scan This Folder Again"), QStringLiteral("Refresh24"), Qt::Key_F5,
-                      QStringLiteral("scanAgainAction"));
+    m_scanAgain =
+        add(tr("Scan This Folder Again"), "Refresh24", Qt::Key_F5, QStringLiteral("scanAgainAction"));
     connect(m_scanAgain, &QAction::triggered, this, &PathActions::scanAgain);
 }
 

@@ -39,7 +39,7 @@ signals:
 
 private:
     void reveal(const QString &path, bool exists);
-    QAction *add(const QString &text, const QString &icon, const QKeySequence &key, const QString &name);
+    QAction *add(const QString &text, const char *icon, const QKeySequence &key, const QString &name);
 
     QWidget *m_view;
     std::function<QString()> m_path;

@@ -3,6 +3,7 @@
 
 #include "FindDuplicate/engine/FileRecord.h"
 #include "platform/Icons.h"
+#include "widgets/Controls.h"
 
 #include <QCoreApplication>
 #include <QPixmap>
@@ -67,10 +68,10 @@ void FileIcons::ask()
 
 QIcon FileIcons::missing()
 {
-    return QIcon(QStringLiteral(":/resources/images/Default.png"));
+    return controls::image("Default");
 }
 
 QIcon FileIcons::removed()
 {
-    return QIcon(QStringLiteral(":/resources/images/Removed24.png"));
+    return controls::image("Removed24");
 }

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "FindDuplicate/FindDuplicateNoResultFoundForm.h"
 
+#include "widgets/Controls.h"
 #include "widgets/EmptyState.h"
 #include "widgets/Theme.h"
 
@@ -11,11 +12,10 @@
 FindDuplicateNoResultFoundForm::FindDuplicateNoResultFoundForm(const QString &details, QWidget *parent)
     : QWidget(parent),
       m_message(new EmptyState(this)),
-      m_back(new QPushButton(QIcon(QStringLiteral(":/resources/images/ArrowLeft24.png")), tr("Back"), this))
+      m_back(new QPushButton(controls::image("ArrowLeft24"), tr("Back"), this))
 {
     m_message->setObjectName(QStringLiteral("noResultLabel"));
-    m_message->setContent(QIcon(QStringLiteral(":/resources/images/FileDuplicate48.png")),
-                          tr("No Duplicate Files Found"), details);
+    m_message->setContent(controls::image("FileDuplicate48"), tr("No Duplicate Files Found"), details);
     m_message->setAccessibleName(tr("No Duplicate Files Found"));
     m_back->setObjectName(QStringLiteral("backButton"));
     m_back->setShortcut(Qt::ALT | Qt::Key_Left);

@@ -3,6 +3,7 @@
 
 #include "FindDuplicate/CustomFileTypeDialog.h"
 #include "core/FileTypes.h"
+#include "widgets/Controls.h"
 #include "widgets/FLTreeView.h"
 #include "widgets/Theme.h"
 
@@ -23,13 +24,10 @@ using duplicates::CustomFileType;
 using duplicates::FinderSettings;
 using duplicates::SelectableCategory;
 
+using controls::image;
+
 namespace
 {
-
-QIcon image(const char *name)
-{
-    return QIcon(QStringLiteral(":/resources/images/%1.png").arg(QLatin1String(name)));
-}
 
 QString rowText(const SelectableCategory &category)
 {

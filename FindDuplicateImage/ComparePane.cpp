@@ -3,6 +3,7 @@
 
 #include "FindDuplicateImage/CompareView.h"
 #include "imaging/DecoderPool.h"
+#include "widgets/Controls.h"
 #include "widgets/ElidedLabel.h"
 #include "widgets/RowDelegate.h"
 #include "widgets/Theme.h"
@@ -44,7 +45,7 @@ QToolButton *ComparePane::addButton(const char *name, const char *icon, const QS
     button->setAutoRaise(true);
     button->setFocusPolicy(Qt::TabFocus);
     if (icon) {
-        button->setIcon(QIcon(QStringLiteral(":/resources/images/%1.png").arg(QLatin1String(icon))));
+        button->setIcon(controls::image(icon));
         button->setIconSize({20, 20});
     }
     return button;

@@ -3,6 +3,7 @@
 
 #include "FindDuplicateImage/ImageReport.h"
 #include "core/CountText.h"
+#include "widgets/Controls.h"
 #include "widgets/EmptyState.h"
 #include "widgets/Theme.h"
 
@@ -41,8 +42,7 @@ void FindDuplicateImageNoResultFoundForm::showScan(const ImageReport &report, co
         text += QLatin1Char('\n') + remark;
     if (!notice.isEmpty())
         text += QLatin1Char('\n') + notice;
-    m_state->setContent(QIcon(QStringLiteral(":/resources/images/FindDuplicateImage48.png")),
-                        tr("No Duplicate Files Found"), text);
+    m_state->setContent(controls::image("FindDuplicateImage48"), tr("No Duplicate Files Found"), text);
 }
 
 void FindDuplicateImageNoResultFoundForm::showEvent(QShowEvent *event)

@@ -3,6 +3,7 @@
 
 #include "FindDuplicateImage/ImageGroupModel.h"
 #include "FindDuplicateImage/ImageMemberModel.h"
+#include "widgets/Controls.h"
 #include "widgets/FittedText.h"
 #include "widgets/Theme.h"
 
@@ -31,7 +32,7 @@ int lineHeight(const QFontMetrics &metrics)
 void paintPicture(QPainter &painter, const QPixmap &pixmap, const QRect &area, const theme::Colors &colors,
                   bool gone)
 {
-    static const QIcon missing(QStringLiteral(":/resources/images/Default.png"));
+    static const QIcon missing = controls::image("Default");
     if (pixmap.isNull()) {
         const QRect place(area.center() - QPoint(12, 12), QSize(24, 24));
         missing.paint(&painter, place);

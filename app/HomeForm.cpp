@@ -5,6 +5,7 @@
 #include "app/NamedSlots.h"
 #include "settings/Keys.h"
 #include "settings/Values.h"
+#include "widgets/Controls.h"
 #include "widgets/SlimScrollBar.h"
 #include "widgets/Theme.h"
 
@@ -67,7 +68,7 @@ QLayout *HomeForm::buildHeader()
     m_search->setPlaceholderText(tr("Search tools (Ctrl+F)"));
     m_search->setAccessibleName(tr("Search tools"));
     m_search->setClearButtonEnabled(true);
-    m_search->addAction(QIcon(QStringLiteral(":/resources/images/Search16.png")), QLineEdit::LeadingPosition);
+    m_search->addAction(controls::image("Search16"), QLineEdit::LeadingPosition);
     m_search->setMinimumWidth(searchWidth);
     m_search->setMinimumHeight(theme::rowHeight + theme::spaceTight);
     m_search->installEventFilter(this);

@@ -2,6 +2,7 @@
 #include "app/ShellActions.h"
 
 #include "app/ToolStrip.h"
+#include "widgets/Controls.h"
 
 #include <QMainWindow>
 
@@ -9,11 +10,6 @@ namespace
 {
 
 constexpr QSize toolIconSize(24, 24);
-
-QIcon image(QLatin1StringView name)
-{
-    return QIcon(QLatin1StringView(":/resources/images/") + name);
-}
 
 } // namespace
 
@@ -28,12 +24,12 @@ ShellActions::ShellActions(QMainWindow *window)
     bar->setIconSize(toolIconSize);
     bar->setToolButtonStyle(Qt::ToolButtonTextUnderIcon);
     window->addToolBar(Qt::LeftToolBarArea, bar);
-    home = bar->addAction(image(QLatin1StringView("Home.png")), QMainWindow::tr("Home"));
+    home = bar->addAction(controls::image("Home"), QMainWindow::tr("Home"));
     home->setShortcut(Qt::ALT | Qt::Key_Home);
     bar->addSeparator();
-    update = bar->addAction(image(QLatin1StringView("Update24.png")), QMainWindow::tr("Check Update"));
+    update = bar->addAction(controls::image("Update24"), QMainWindow::tr("Check Update"));
     bar->addSeparator();
-    about = bar->addAction(image(QLatin1StringView("About24.png")), QMainWindow::tr("About"));
+    about = bar->addAction(controls::image("About24"), QMainWindow::tr("About"));
     about->setShortcut(QKeySequence::HelpContents);
     // Qt makes a tool bar's buttons for the mouse alone.
     for (QAction *action : {home, update, about})

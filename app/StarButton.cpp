@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "app/StarButton.h"
 
+#include "widgets/Controls.h"
 #include "widgets/Theme.h"
 
 #include <QKeyEvent>
@@ -24,8 +25,7 @@ StarButton::StarButton(QWidget *parent) : QAbstractButton(parent)
 
 void StarButton::setStarred(bool starred, const QString &moduleTitle, bool lastStar)
 {
-    setIcon(QIcon(starred ? QStringLiteral(":/resources/images/star16.png")
-                          : QStringLiteral(":/resources/images/starBlack16.png")));
+    setIcon(controls::image(starred ? "star16" : "starBlack16"));
     const QString action = starred ? tr("Remove the star from %1") : tr("Star %1");
     setAccessibleName(action.arg(moduleTitle));
     QString tip = starred ? tr("Starred: stands at the top (S)") : tr("Star: put it at the top (S)");

@@ -5,6 +5,7 @@
 #include "app/UpdateCheck.h"
 #include "platform/Dialogs.h"
 #include "platform/Shell.h"
+#include "widgets/Controls.h"
 #include "widgets/Theme.h"
 
 #include <QDialogButtonBox>
@@ -78,7 +79,7 @@ void UpdateDialog::buildWidgets()
 
 void UpdateDialog::check()
 {
-    const QIcon icon(QStringLiteral(":/resources/images/Update24.png"));
+    const QIcon icon = controls::image("Update24");
     m_icon->setPixmap(icon.pixmap(QSize(iconSide, iconSide), devicePixelRatio()));
     m_title->setText(tr("Looking for a newer version..."));
     m_detail->setText(tr("You have version %1.").arg(product::version().toString()));
@@ -107,9 +108,7 @@ void UpdateDialog::showAnswer(const UpdateAnswer &answer)
 {
     const bool newer = answer.kind == UpdateAnswer::Kind::Newer;
     const bool failed = answer.kind == UpdateAnswer::Kind::Failed;
-    const QIcon icon(failed  ? QStringLiteral(":/resources/images/Warning16.png")
-                     : newer ? QStringLiteral(":/resources/images/Downloads24.png")
-                             : QStringLiteral(":/resources/images/Checkmark16.png"));
+    const QIcon icon = controls::image(failed ? "Warning16" : newer ? "Downloads24" : "Checkmark16");
     m_icon->setPixmap(icon.pixmap(QSize(iconSide, iconSide), devicePixelRatio()));
     m_title->setText(failed  ? tr("The check for updates failed")
                      : newer ? tr("Version %1 is available").arg(answer.version.toString())

@@ -3,6 +3,7 @@
 
 #include "platform/Paths.h"
 #include "platform/Shell.h"
+#include "widgets/Controls.h"
 
 #include <QCoreApplication>
 #include <QIcon>
@@ -89,10 +90,10 @@ OpenedSeveral revealFiles(const QStringList &paths)
 void addOpenFirsts(QMenu *menu, const QStringList &firsts, std::function<void(const OpenedSeveral &)> tell)
 {
     const bool several = firsts.size() > 1;
-    QAction *open = menu->addAction(QIcon(QStringLiteral(":/resources/images/Activate24.png")),
+    QAction *open = menu->addAction(controls::image("Activate24"),
                                     several ? tr("Open the First File of Each") : tr("Open the First File"),
                                     menu, [firsts, tell] { tell(openFiles(firsts)); });
-    QAction *reveal = menu->addAction(QIcon(QStringLiteral(":/resources/images/FolderSearch24.png")),
+    QAction *reveal = menu->addAction(controls::image("FolderSearch24"),
                                       several ? tr("Show the First File of Each in Explorer")
                                               : tr("Show the First File in Explorer"),
                                       menu, [firsts, tell] { tell(revealFiles(firsts)); });

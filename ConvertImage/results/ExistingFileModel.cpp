@@ -3,6 +3,7 @@
 
 #include "core/SizeText.h"
 #include "imaging/DecoderPool.h"
+#include "widgets/Controls.h"
 #include "widgets/Theme.h"
 
 #include <QApplication>
@@ -139,9 +140,8 @@ QVariant ExistingFileModel::data(const QModelIndex &index, int role) const
         const Details *details = m_details.object(path(index));
         if (!details)
             wish(index);
-        return details && !details->thumbnail.isNull()
-                   ? QIcon(QPixmap::fromImage(details->thumbnail))
-                   : QIcon(QStringLiteral(":/resources/images/Image24.png"));
+        return details && !details->thumbnail.isNull() ? QIcon(QPixmap::fromImage(details->thumbnail))
+                                                       : controls::image("Image24");
     }
     default:
         return {};
