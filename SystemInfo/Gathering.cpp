@@ -1,8 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "SystemInfo/Gathering.h"
 
-#include "platform/DetachedThread.h"
-
 #include <QMutex>
 #include <QWaitCondition>
 
@@ -58,12 +56,21 @@ struct Gathering::Shared {
     }
 };
 
-Gathering::Gathering(PageId id, const MachineFactory &factory) : m_shared(std::make_shared<Shared>(id))
+Gathering::Gathering(PageId id, const MachineFactory &factory)
+    : m_shared(std::make_shared<Shared>(id)),
+      m_gather([shared = m_shared, id, factory] { shared->gather(id, factory); })
+{
+    start();
+}
+
+void Gathering::start()
 {
     try {
-        platform::runDetached([shared = m_shared, id, factory] { shared->gather(id, factory); });
+        if (m_gather && m_task.start(m_gather))
+            m_gather = {};
     } catch (const std::exception &) {
-        m_shared->fail(); // the thread could not be started
+        m_gather = {};
+        m_shared->fail(); // there is no thread left
     }
 }
 
@@ -79,8 +86,12 @@ Page Gathering::wait(const core::CancelFlag &cancel, std::chrono::milliseconds l
 {
     const auto end = Clock::now() + limit;
     QMutexLocker lock(&m_shared->mutex);
-    while (!m_shared->done && !cancel.isSet() && Clock::now() < end)
+    while (!m_shared->done && !cancel.isSet() && Clock::now() < end) {
         m_shared->changed.wait(&m_shared->mutex, static_cast<unsigned long>(pause.count()));
+        lock.unlock();
+        start();
+        lock.relock();
+    }
     Page page = m_shared->latest;
     if (!m_shared->done && !cancel.isSet())
         page.notices << Words::tr(

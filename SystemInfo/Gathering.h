@@ -3,8 +3,10 @@
 
 #include "SystemInfo/MachineFactory.h"
 #include "SystemInfo/engine/Pages.h"
+#include "platform/AbandonableTask.h"
 
 #include <chrono>
+#include <functional>
 #include <memory>
 
 namespace systeminfo
@@ -19,7 +21,8 @@ inline constexpr std::chrono::milliseconds answerLimit{30'000};
 class Gathering
 {
 public:
-    // Starts at once.
+    // Starts at once, unless too many abandoned threads still hang in Windows: then wait() starts it as soon
+    // as one of them returns.
     Gathering(PageId id, const MachineFactory &factory);
     // Requests a stop and does not wait for it.
     ~Gathering();
@@ -32,7 +35,11 @@ public:
 private:
     struct Shared;
 
+    void start();
+
     std::shared_ptr<Shared> m_shared;
+    std::function<void()> m_gather; // empty once it has been started
+    platform::AbandonableTask m_task;
 };
 
 } // namespace systeminfo

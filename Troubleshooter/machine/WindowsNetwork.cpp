@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "Troubleshooter/machine/WindowsNetwork.h"
 
+#include "platform/AbandonableTask.h"
 #include "platform/Com.h"
-#include "platform/DetachedThread.h"
 #include "platform/NetworkAdapters.h"
 #include "platform/Text.h"
 
@@ -46,7 +46,8 @@ struct GlobalMemoryTraits {
 };
 using GlobalText = platform::UniqueHandle<GlobalMemoryTraits>;
 
-// Network calls cannot be cancelled: a call that takes too long is abandoned on its own thread.
+// Network calls cannot be cancelled: a call that takes too long is abandoned on its own thread. While too
+// many abandoned ones still hang, the next one waits for its turn, and counts as unanswered if none comes.
 template <class Answer>
 std::optional<Answer> within(int milliseconds, const core::CancelFlag &cancel, std::function<Answer()> ask)
 {
@@ -55,13 +56,16 @@ std::optional<Answer> within(int milliseconds, const core::CancelFlag &cancel, s
         std::optional<Answer> answer;
     };
     const auto shared = std::make_shared<Shared>();
-    platform::runDetached([shared, ask = std::move(ask)] {
+    const std::function<void()> task = [shared, ask = std::move(ask)] {
         Answer answer = ask();
         const std::lock_guard lock(shared->guard);
         shared->answer = std::move(answer);
-    });
+    };
+    platform::AbandonableTask call;
+    bool started = false;
     QElapsedTimer clock;
     for (clock.start(); clock.elapsed() < milliseconds && !cancel.isSet(); QThread::msleep(poll)) {
+        started = started || call.start(task);
         const std::lock_guard lock(shared->guard);
         if (shared->answer)
             return shared->answer;

@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
+#include "platform/AbandonableTask.h"
 #include "platform/DetachedThread.h"
 
 #include <QSemaphore>
@@ -7,6 +8,7 @@
 
 #include <atomic>
 #include <memory>
+#include <vector>
 
 class TestDetachedThread : public QObject
 {
@@ -14,6 +16,7 @@ class TestDetachedThread : public QObject
 
 private slots:
     void runsBesideItsCaller();
+    void thoseGivenUpAreBounded();
 };
 
 void TestDetachedThread::runsBesideItsCaller()
@@ -37,6 +40,32 @@ void TestDetachedThread::runsBesideItsCaller()
     // What a task holds goes with it.
     go.reset();
     QTRY_VERIFY(held.expired());
+}
+
+void TestDetachedThread::thoseGivenUpAreBounded()
+{
+    constexpr int max = platform::AbandonableTask::maxHanging;
+    const auto go = std::make_shared<QSemaphore>();
+    const auto ended = std::make_shared<QSemaphore>();
+    const auto hang = [go, ended] {
+        go->acquire();
+        ended->release();
+    };
+    {
+        std::vector<platform::AbandonableTask> wanted(max + 2);
+        for (platform::AbandonableTask &task : wanted)
+            QVERIFY(task.start(hang)); // only those given up count
+        go->release();
+        QVERIFY(ended->tryAcquire(1, 60'000));
+    }
+    platform::AbandonableTask next;
+    QVERIFY(!next.start(hang));
+    go->release(2); // one fewer than the bound is left
+    QVERIFY(ended->tryAcquire(2, 60'000));
+    bool started = false;
+    QTRY_VERIFY((started = started || next.start([] {})));
+    go->release(max);
+    QVERIFY(ended->tryAcquire(max - 1, 60'000));
 }
 
 QTEST_GUILESS_MAIN(TestDetachedThread)
