@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "FindDuplicateImage/FindDuplicateImageResultForm.h"
 
+#include "FindDuplicate/groups/MemberActions.h"
 #include "FindDuplicateImage/ComparePane.h"
 #include "FindDuplicateImage/ImageGroupModel.h"
 #include "FindDuplicateImage/ImageMemberModel.h"
@@ -158,7 +159,7 @@ void FindDuplicateImageResultForm::compareMembers()
 // The two selected images; otherwise the first image of the group and the one selected last.
 std::pair<int, int> FindDuplicateImageResultForm::comparedMembers() const
 {
-    const QList<int> rows = selectedMembers();
+    const QList<int> rows = memberActions()->selected();
     if (rows.size() == 2)
         return {rows.first(), rows.last()};
     return {0, rows.size() == 1 ? rows.first() : m_memberList->currentIndex().row()};

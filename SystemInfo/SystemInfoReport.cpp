@@ -163,9 +163,9 @@ void SystemInfoForm::writeReport(bool onlyThisPage, bool complete, const QString
             const QString shown = QDir::toNativeSeparators(file);
             const QString problem = job.takeResult().value_or(job.error());
             if (problem.isEmpty())
-                current()->tell(tr("The report was saved as %1.").arg(shown), false);
+                current()->notify(tr("The report was saved as %1.").arg(shown), false);
             else
-                current()->tell(tr("The report could not be saved as %1: %2").arg(shown, problem));
+                current()->notify(tr("The report could not be saved as %1: %2").arg(shown, problem));
         });
 }
 

@@ -4,6 +4,7 @@
 #include "FindDuplicate/groups/FindDuplicateMainResultThread.h"
 #include "FindDuplicate/groups/FindDuplicateResultThread.h"
 #include "FindDuplicate/groups/GroupListModel.h"
+#include "FindDuplicate/groups/MemberActions.h"
 #include "FindDuplicate/groups/MemberListModel.h"
 #include "FindDuplicate/groups/ResultToolBar.h"
 #include "platform/Shell.h"
@@ -15,14 +16,11 @@
 
 #include <QAbstractItemView>
 #include <QAction>
-#include <QClipboard>
-#include <QGuiApplication>
 #include <QItemSelectionModel>
 #include <QSplitter>
 #include <QToolButton>
 #include <QVBoxLayout>
 
-#include <algorithm>
 #include <utility>
 
 namespace duplicates
@@ -93,19 +91,7 @@ void GroupsPage::buildActions()
 {
     using controls::action;
     controls::shortcut(this, Qt::ALT | Qt::Key_Left, [this] { m_toolBar->back()->click(); });
-    m_openAction =
-        action(this, {"openAction", "Activate24", m_toolBar->open()->text(), {}, Qt::CTRL | Qt::Key_O},
-               [this] { on_openButton_clicked(); });
-    m_explorerAction = action(
-        this, {"showInExplorerAction", "FolderSearch24", tr("Show in Explorer"), {}, Qt::CTRL | Qt::Key_E},
-        [this] { on_explorerButton_clicked(); });
-    m_copyAction = action(m_memberView, {"copyPathAction", "Copy24", tr("Copy Path"), {}, QKeySequence::Copy},
-                          [this] { copyPaths(); });
-    // Only in the member list, where it is clear which file is meant.
-    m_recycleAction =
-        action(m_memberView,
-               {"recycleAction", "RecycleBin24", m_toolBar->recycleBin()->text(), {}, QKeySequence::Delete},
-               [this] { on_RecycleBinButton_clicked(); });
+    m_actions = new MemberActions(this, m_memberView, m_memberModel, m_toolBar);
     m_refreshAction = action(this, {"refreshAction", "Refresh24", tr("Refresh"), {}, QKeySequence::Refresh},
                              [this] { refresh(); });
     controls::shortcut(this, QKeySequence::Find, [this] { m_list->focusSearch(); });
@@ -121,10 +107,9 @@ void GroupsPage::buildActions()
 void GroupsPage::connectAll()
 {
     connect(m_toolBar->back(), &QAbstractButton::clicked, this, &GroupsPage::backToMain);
-    connect(m_toolBar->open(), &QAbstractButton::clicked, this, &GroupsPage::on_openButton_clicked);
-    connect(m_toolBar->explorer(), &QAbstractButton::clicked, this, &GroupsPage::on_explorerButton_clicked);
-    connect(m_toolBar->recycleBin(), &QAbstractButton::clicked, this,
-            &GroupsPage::on_RecycleBinButton_clicked);
+    connect(m_actions, &MemberActions::openRequested, this, &GroupsPage::on_openButton_clicked);
+    connect(m_actions, &MemberActions::explorerRequested, this, &GroupsPage::on_explorerButton_clicked);
+    connect(m_actions, &MemberActions::recycleRequested, this, &GroupsPage::on_RecycleBinButton_clicked);
     connect(m_list, &GroupList::currentGroupChanged, this, &GroupsPage::showGroup);
     connect(m_list->view()->selectionModel(), &QItemSelectionModel::selectionChanged, this,
             &GroupsPage::onMainTreeItemChanged);
@@ -132,7 +117,9 @@ void GroupsPage::connectAll()
     connect(m_list, &GroupList::told, this, &GroupsPage::tell);
     connect(m_memberView->selectionModel(), &QItemSelectionModel::selectionChanged, this,
             &GroupsPage::onItemChanged);
-    connect(m_memberView, &QWidget::customContextMenuRequested, this, &GroupsPage::showMemberMenu);
+    connect(m_memberView, &QWidget::customContextMenuRequested, this, [this](const QPoint &where) {
+        m_actions->showMenu(where, [this](FLPopupMenu *menu) { fillMemberMenu(menu); });
+    });
     m_readLater.setSingleShot(true);
     m_readLater.setInterval(readDelay);
     connect(&m_readLater, &QTimer::timeout, this, &GroupsPage::readGroup);
@@ -150,6 +137,7 @@ void GroupsPage::setGroups(std::shared_ptr<FileGroups> groups, const QString &ro
     m_readLater.stop();
     showMembers(-1); // of the previous groups
     m_groups = std::move(groups);
+    m_actions->setGroups(m_groups);
     m_root = root;
     m_toolBar->setTitle(root);
     m_notice->hide();
@@ -261,82 +249,25 @@ void GroupsPage::onItemChanged(const QItemSelection &, const QItemSelection &)
     memberSelected();
 }
 
-QList<int> GroupsPage::selectedMembers() const
-{
-    QList<int> rows;
-    for (const QModelIndex &row : m_memberView->selectionModel()->selectedRows())
-        rows.append(row.row());
-    std::sort(rows.begin(), rows.end());
-    return rows;
-}
-
-int GroupsPage::removableMember() const
-{
-    const QList<int> rows = selectedMembers();
-    const bool one = rows.size() == 1 && !groups().file(m_memberModel->groupIndex(), rows.first()).checked;
-    return one ? rows.first() : -1;
-}
-
-QStringList GroupsPage::selectedPaths() const
-{
-    QStringList paths;
-    for (const int row : selectedMembers())
-        if (const FileRecord &file = groups().file(m_memberModel->groupIndex(), row); !file.checked)
-            paths.append(file.fullPath());
-    return paths;
-}
-
 void GroupsPage::enableTools()
 {
-    const QList<int> rows = selectedMembers();
-    const bool offered = !isRemoving() && std::any_of(rows.cbegin(), rows.cend(), [this](int row) {
-        return !groups().file(m_memberModel->groupIndex(), row).checked;
-    });
-    const bool removable = !isBusy() && removableMember() >= 0;
-    m_toolBar->enable(offered, removable);
-    for (QAction *action : {m_openAction, m_explorerAction})
-        action->setEnabled(offered);
-    m_recycleAction->setEnabled(removable);
-    m_copyAction->setEnabled(!rows.isEmpty());
+    m_actions->enable(isRemoving(), isBusy());
 }
 
 void GroupsPage::on_openButton_clicked()
 {
-    tell(openFiles(selectedPaths()));
+    tell(openFiles(m_actions->paths()));
 }
 
 void GroupsPage::on_explorerButton_clicked()
 {
-    tell(revealFiles(selectedPaths()));
+    tell(revealFiles(m_actions->paths()));
 }
 
 void GroupsPage::tell(const OpenedSeveral &opened)
 {
     if (!opened.notice.isEmpty())
         showNotice(opened.failed ? NoticeBar::Kind::Warning : NoticeBar::Kind::Info, opened.notice);
-}
-
-void GroupsPage::copyPaths()
-{
-    QStringList paths;
-    for (const int row : selectedMembers())
-        paths.append(groups().file(m_memberModel->groupIndex(), row).fullPath());
-    if (!paths.isEmpty())
-        QGuiApplication::clipboard()->setText(paths.join(QLatin1Char('\n')));
-}
-
-void GroupsPage::showMemberMenu(const QPoint &where)
-{
-    if (!m_memberView->indexAt(where).isValid())
-        return;
-    auto *menu = new FLPopupMenu(m_memberView);
-    menu->setObjectName(QStringLiteral("memberMenu"));
-    for (QAction *action : {m_openAction, m_explorerAction, m_copyAction})
-        menu->addWithShortcut(action);
-    fillMemberMenu(menu);
-    menu->addSeparator();
-    menu->addWithShortcut(m_recycleAction);
-    menu->popup(m_memberView->viewport()->mapToGlobal(where));
 }
 
 void GroupsPage::showGroupMenu(FLPopupMenu *menu)
@@ -359,7 +290,7 @@ void GroupsPage::setUsable(bool usable)
 
 void GroupsPage::on_RecycleBinButton_clicked()
 {
-    const int member = isBusy() ? -1 : removableMember();
+    const int member = isBusy() ? -1 : m_actions->removable();
     if (member < 0)
         return;
     // The groups are not changed while the question is open. Pending changes are applied afterwards.

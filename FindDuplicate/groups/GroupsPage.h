@@ -21,6 +21,7 @@ class QSplitter;
 namespace duplicates
 {
 
+class MemberActions;
 class MemberListModel;
 
 // The results page of a finder: the groups found by a scan, the members of the selected group, and their
@@ -81,8 +82,7 @@ protected:
     // are detected afterwards.
     void readReport();
     void showTotals(const QString &text);
-    // In row order.
-    QList<int> selectedMembers() const;
+    MemberActions *memberActions() const { return m_actions; }
     FileGroups &groups() const { return *m_groups; }
     JobHost &jobs() { return m_jobs; }
     GroupList *list() const { return m_list; }
@@ -123,13 +123,7 @@ private:
     void readGroup();
     void showFacts(std::vector<MemberFacts> facts);
     void refresh();
-    // The selected member if it is the only one and was not removed; otherwise -1.
-    int removableMember() const;
-    // Paths of the selected members that were not removed.
-    QStringList selectedPaths() const;
-    void copyPaths();
     void tell(const OpenedSeveral &opened);
-    void showMemberMenu(const QPoint &where);
     void showGroupMenu(FLPopupMenu *menu);
     void setUsable(bool usable);
     void afterRemoval(const RemovalResult &result);
@@ -146,10 +140,7 @@ private:
     NoticeBar *m_notice;
     QSplitter *m_splitter;
     GroupList *m_list = nullptr;
-    QAction *m_openAction = nullptr;
-    QAction *m_explorerAction = nullptr;
-    QAction *m_copyAction = nullptr;
-    QAction *m_recycleAction = nullptr;
+    MemberActions *m_actions = nullptr;
     QAction *m_refreshAction = nullptr;
     QAction *m_openBin = nullptr;     // shown in the notice after a removal
     QAction *m_cancelCheck = nullptr; // shown in the notice during a slow check
