@@ -7,7 +7,6 @@
 #include <QDebug>
 #include <QDir>
 
-
 namespace diskusage
 {
 

@@ -32,7 +32,7 @@ MemberActions::MemberActions(QWidget *page, QAbstractItemView *view, const Membe
           [this] { emit explorerRequested(); })),
       m_copy(controls::action(view, {"copyPathAction", "Copy24", tr("Copy Path"), {}, QKeySequence::Copy},
                               [this] { copyPaths(); })),
-      // Only where the file that it means is the one that the user looks at.
+      // Only in the member list, where it is clear which file is meant.
       m_recycle(controls::action(
           view, {"recycleAction", "RecycleBin24", toolBar->recycleBin()->text(), {}, QKeySequence::Delete},
           [this] { emit recycleRequested(); }))
