@@ -41,6 +41,7 @@ private:
         std::size_t next = 0;
         qsizetype pathLength = 0; // m_path up to this folder
         LazyIdentity identity;
+        bool belowUnknown = false; // it is, or is reached through, a link of unknown target
     };
 
     // A folder above the root, as given by the options.
@@ -49,11 +50,14 @@ private:
         LazyIdentity identity;
     };
 
-    void enter(ReadAhead::Folder *folder, QStringView name);
+    enum class Target { Ancestor, Elsewhere, Unknown };
+
+    void enter(ReadAhead::Folder *folder, QStringView name, bool belowUnknown = false);
     void leave();
     void meet(const DirectoryEntry &entry);
     void meetFolder(const DirectoryEntry &entry);
-    bool leadsToAncestor();
+    Target linkTarget();
+    bool isCycle(Target target) const;
     bool isAt(const FileIdentity &target, LazyIdentity &folder, const QString &path);
     int depth() const { return static_cast<int>(m_frames.size()); }
 
@@ -87,7 +91,7 @@ void Walk::run(const QString &root)
     }
 }
 
-void Walk::enter(ReadAhead::Folder *folder, QStringView name)
+void Walk::enter(ReadAhead::Folder *folder, QStringView name, bool belowUnknown)
 {
     const DirectoryListing &listing = folder->listing();
     WalkVisitor::FolderState state = WalkVisitor::FolderState::Listed;
@@ -100,6 +104,7 @@ void Walk::enter(ReadAhead::Folder *folder, QStringView name)
     Frame frame;
     frame.folder = folder;
     frame.pathLength = m_path.size();
+    frame.belowUnknown = belowUnknown;
     m_frames.push_back(frame);
 }
 
@@ -130,32 +135,43 @@ void Walk::meetFolder(const DirectoryEntry &entry)
 
     if (!m_visitor.acceptFolder(m_path, entry)) {
         m_source.skip(parent.folder, index);
-    } else if (entry.mayBeLink() && leadsToAncestor()) {
+        m_path.truncate(parent.pathLength);
+        return;
+    }
+    const Target target = entry.mayBeLink() ? linkTarget() : Target::Elsewhere;
+    if (isCycle(target)) {
         m_visitor.enterFolder(m_path, entry.name, depth(), WalkVisitor::FolderState::Cycle);
         m_visitor.leaveFolder();
         m_source.skip(parent.folder, index);
+        m_path.truncate(parent.pathLength);
     } else {
-        enter(m_source.open(parent.folder, index, m_path), entry.name);
-        return;
+        enter(m_source.open(parent.folder, index, m_path), entry.name,
+              parent.belowUnknown || target == Target::Unknown);
     }
-    m_path.truncate(parent.pathLength);
+}
+
+// On a volume without identities a cycle cannot be recognised. Links of unknown target are therefore followed
+// one level only: a folder with several links to itself would take exponential time otherwise.
+bool Walk::isCycle(Target target) const
+{
+    return target == Target::Ancestor || (target == Target::Unknown && m_frames.back().belowUnknown);
 }
 
 // Whether the link at m_path leads to a folder that the walk is in, or to one of the options' ancestors.
-bool Walk::leadsToAncestor()
+Walk::Target Walk::linkTarget()
 {
     const std::optional<FileIdentity> target = m_enumerator.identity(m_path);
     if (!target)
-        return false;
+        return Target::Unknown;
     for (auto frame = m_frames.rbegin(); frame != m_frames.rend(); ++frame) {
         if (isAt(*target, frame->identity, m_path.first(frame->pathLength)))
-            return true;
+            return Target::Ancestor;
     }
     for (Above &above : m_above) {
         if (isAt(*target, above.identity, above.path))
-            return true;
+            return Target::Ancestor;
     }
-    return false;
+    return Target::Elsewhere;
 }
 
 bool Walk::isAt(const FileIdentity &target, LazyIdentity &folder, const QString &path)

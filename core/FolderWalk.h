@@ -37,7 +37,8 @@ public:
     enum class FolderState {
         Listed,       // its entries follow, unless the walk is being cancelled
         Unreadable,   // could not be listed; leaveFolder follows at once
-        Cycle,        // a link to one of its own ancestors, not followed; leaveFolder follows at once
+        Cycle,        // a link to one of its own ancestors, not followed; leaveFolder follows at once. Also a
+                      // link of unknown target that is reached through another one
         ListedInPart, // as Listed, but the listing was interrupted: there may be more entries
     };
 
@@ -69,7 +70,8 @@ QString walkRoot(const QString &chosen);
 
 // Walks `root` (any spelling that walkRoot() accepts) until the end or until cancelled. Does not recurse on
 // the stack. Links are followed like folders, except a link to one of its own ancestors; folders above the
-// root count as ancestors only if the options name them.
+// root count as ancestors only if the options name them. A link whose target has no identity is followed
+// unless it is reached through another such link.
 void walkFolders(const QString &root, DirectoryEnumerator &enumerator, WalkVisitor &visitor,
                  const CancelFlag &cancel, const WalkOptions &options = {});
 

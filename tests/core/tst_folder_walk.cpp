@@ -216,21 +216,29 @@ void TestFolderWalk::links_data()
     QTest::addColumn<Links>("links");
     QTest::addColumn<int>("listed"); // of C:\r, with C:\r\x and C:\r\y in it
     QTest::addColumn<int>("cycles");
+    QTest::addColumn<bool>("known"); // C:\r\x has an identity
     const auto in = [](const char *name) { return u"C:\\r\\"_s + QLatin1String(name); };
-    QTest::newRow("to itself") << Links{{in("x\\l"), in("x")}} << 3 << 1;
-    QTest::newRow("to the root") << Links{{in("x\\l"), u"C:\\r"_s}} << 3 << 1;
-    QTest::newRow("to above the root") << Links{{in("x\\l"), u"C:"_s}} << 7 << 1;
-    QTest::newRow("two in one folder") << Links{{in("x\\l"), in("x")}, {in("x\\m"), in("x")}} << 3 << 2;
-    QTest::newRow("a pair") << Links{{in("x\\l"), in("y")}, {in("y\\m"), in("x")}} << 5 << 2;
-    QTest::newRow("to a brother") << Links{{in("x\\l"), in("y")}} << 4 << 0;
-    QTest::newRow("to a link") << Links{{in("x\\l"), in("y\\m")}, {in("y\\m"), in("x")}} << 4 << 2;
-    QTest::newRow("to nowhere") << Links{{in("x\\l"), in("gone")}} << 3 << 0;
+    QTest::newRow("to itself") << Links{{in("x\\l"), in("x")}} << 3 << 1 << true;
+    QTest::newRow("to the root") << Links{{in("x\\l"), u"C:\\r"_s}} << 3 << 1 << true;
+    QTest::newRow("to above the root") << Links{{in("x\\l"), u"C:"_s}} << 7 << 1 << true;
+    QTest::newRow("two in one folder")
+        << Links{{in("x\\l"), in("x")}, {in("x\\m"), in("x")}} << 3 << 2 << true;
+    QTest::newRow("a pair") << Links{{in("x\\l"), in("y")}, {in("y\\m"), in("x")}} << 5 << 2 << true;
+    QTest::newRow("to a brother") << Links{{in("x\\l"), in("y")}} << 4 << 0 << true;
+    QTest::newRow("to a link") << Links{{in("x\\l"), in("y\\m")}, {in("y\\m"), in("x")}} << 4 << 2 << true;
+    QTest::newRow("to nowhere") << Links{{in("x\\l"), in("gone")}} << 3 << 0 << true;
+    QTest::newRow("one to itself, unknown") << Links{{in("x\\l"), in("x")}} << 4 << 1 << false;
+    Links many;
+    for (int i = 0; i < 20; ++i)
+        many.append({in("x\\l") + QString::number(i), in("x")});
+    QTest::newRow("twenty to itself, unknown") << many << 3 + 20 << 20 * 20 << false;
 }
 
 void TestFolderWalk::links()
 {
     using Links = QList<std::pair<QString, QString>>;
     QFETCH(Links, links);
+    QFETCH(bool, known);
     for (const quint32 tag : {MemoryEnumerator::mountPointTag, MemoryEnumerator::symbolicLinkTag, 0U}) {
         for (const int threads : {0, 2}) {
             MemoryEnumerator disk;
@@ -238,6 +246,8 @@ void TestFolderWalk::links()
             disk.addFolder(u"C:\\r\\y"_s);
             for (const auto &[path, target] : links)
                 disk.addLink(path, target, tag);
+            if (!known)
+                disk.setUnidentified(u"C:\\r\\x"_s);
             const QStringList events = walk(disk, threads);
             QTEST(entered(events, core::WalkVisitor::FolderState::Listed), "listed");
             QTEST(entered(events, core::WalkVisitor::FolderState::Cycle), "cycles");
