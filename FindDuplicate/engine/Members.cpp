@@ -141,10 +141,18 @@ MemberFacts readMember(const QString &root, const std::vector<FileRecord> &membe
 quint64 spareBytes(quint64 size, const std::vector<MemberFacts> &facts, const GroupContents &compared)
 {
     const GroupContents contents = found(compared);
+    std::vector<bool> counted(facts.size(), false);
     quint64 files = 0;
-    for (std::size_t i = 0; i < facts.size(); ++i)
-        if (facts[i].mark.exists && facts[i].mark.sameFileAs < 0 && !facts[i].changed && isAlike(contents, i))
-            ++files;
+    for (std::size_t i = 0; i < facts.size(); ++i) {
+        const MemberFacts &member = facts[i];
+        if (!member.mark.exists || member.changed || member.throughLink || !isAlike(contents, i))
+            continue;
+        // Each file once; the first of its names may be one that was just passed over.
+        const std::size_t first =
+            member.mark.sameFileAs < 0 ? i : static_cast<std::size_t>(member.mark.sameFileAs);
+        files += counted[first] ? 0 : 1;
+        counted[first] = true;
+    }
     return files > 1 ? (files - 1) * size : 0;
 }
 

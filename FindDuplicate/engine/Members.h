@@ -48,7 +48,7 @@ MemberFacts readMember(const QString &root, const std::vector<FileRecord> &membe
                        const GroupContents &contents = {});
 
 // Bytes freed by keeping one of the identical members, each of `size` bytes. Further names of a file free
-// nothing.
+// nothing, nor do members reached through a link, which are never removed.
 quint64 spareBytes(quint64 size, const std::vector<MemberFacts> &facts, const GroupContents &contents);
 
 // The member suggested to be kept: the oldest creation time, then the shortest path, then the first. Skips

@@ -305,19 +305,28 @@ void MembersTest::whatDiffersIsNoCopy_data()
     QTest::addColumn<QList<bool>>("lastCopy");
     QTest::addColumn<int>("spares");
     QTest::addColumn<int>("proposed");
+    QTest::addColumn<QList<int>>("linked"); // reached through a link
     // The third is a second name of the first.
-    QTest::newRow("not compared") << GroupContents{} << QList<bool>{false, false, false, false} << 2 << 0;
+    QTest::newRow("not compared") << GroupContents{} << QList<bool>{false, false, false, false} << 2 << 0
+                                  << QList<int>();
     QTest::newRow("all alike") << GroupContents{Reference, Identical, Identical, Identical}
-                               << QList<bool>{false, false, false, false} << 2 << 0;
+                               << QList<bool>{false, false, false, false} << 2 << 0 << QList<int>();
     QTest::newRow("none could be read") << GroupContents{Unreadable, Unreadable, Unreadable, NotCompared}
-                                        << QList<bool>{false, false, false, false} << 2 << 0;
+                                        << QList<bool>{false, false, false, false} << 2 << 0 << QList<int>();
     QTest::newRow("one differs") << GroupContents{Reference, Different, Identical, Identical}
-                                 << QList<bool>{false, true, false, false} << 1 << 0;
+                                 << QList<bool>{false, true, false, false} << 1 << 0 << QList<int>();
     QTest::newRow("nothing but a second name is alike")
         << GroupContents{Reference, Different, Identical, Different} << QList<bool>{true, true, true, true}
-        << 0 << -1;
-    QTest::newRow("the first is in the cloud") << GroupContents{Placeholder, Reference, Unreadable, Identical}
-                                               << QList<bool>{true, false, true, false} << 1 << 1;
+        << 0 << -1 << QList<int>();
+    QTest::newRow("the first is in the cloud")
+        << GroupContents{Placeholder, Reference, Unreadable, Identical}
+        << QList<bool>{true, false, true, false} << 1 << 1 << QList<int>();
+    QTest::newRow("one behind a link")
+        << GroupContents{} << QList<bool>{false, false, false, false} << 1 << 0 << QList<int>{1};
+    QTest::newRow("the first name behind a link")
+        << GroupContents{} << QList<bool>{false, false, false, false} << 2 << 1 << QList<int>{0};
+    QTest::newRow("one file without links")
+        << GroupContents{} << QList<bool>{true, true, true, true} << 0 << -1 << QList<int>{0, 1, 3};
 }
 
 void MembersTest::whatDiffersIsNoCopy()
@@ -325,9 +334,12 @@ void MembersTest::whatDiffersIsNoCopy()
     QFETCH(GroupContents, contents);
     const std::vector<FileRecord> group{record(u"a"_s), record(u"b"_s), record(u"c"_s), record(u"d"_s)};
     MemoryProbe probe;
-    for (int i = 0; i < 4; ++i)
-        probe.files.insert(group[static_cast<std::size_t>(i)].fullPath(),
-                           existing(i == 2 ? 0U : static_cast<quint64>(i)));
+    QFETCH(QList<int>, linked);
+    for (int i = 0; i < 4; ++i) {
+        MemoryProbe::File file = existing(i == 2 ? 0U : static_cast<quint64>(i));
+        file.inside = !linked.contains(i);
+        probe.files.insert(group[static_cast<std::size_t>(i)].fullPath(), file);
+    }
     const std::vector<MemberFacts> read = readMembers(u"C:\\r"_s, group, probe, never, contents);
     std::vector<MemberFacts> marked = readMembers(u"C:\\r"_s, group, probe, never);
     markAgain(marked, contents);
