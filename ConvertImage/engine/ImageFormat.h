@@ -4,6 +4,8 @@
 #include <QImage>
 
 #include <algorithm>
+#include <cstddef>
+#include <exception>
 #include <thread>
 #include <vector>
 
@@ -24,7 +26,7 @@ QImage inSrgb(const QImage &image);
 void keepFacts(const QImage &from, QImage &to);
 
 // Calls `work(y)` for each row, on several threads if the image is large enough. `work` must not detach an
-// image that others write to.
+// image that others write to. An exception of any thread is thrown again on the caller's.
 template <class Work>
 void forEachRowInParallel(int rows, int width, const Work &work)
 {
@@ -34,17 +36,33 @@ void forEachRowInParallel(int rows, int width, const Work &work)
     const auto worthwhile =
         static_cast<int>(std::min<qint64>(qint64(rows) * width / pixelsWorthAThread, maxThreads));
     const int threads = std::clamp(worthwhile, 1, cores);
-    const auto part = [rows, threads, &work](int index) {
-        const int end = static_cast<int>(qint64(rows) * (index + 1) / threads);
-        for (int y = static_cast<int>(qint64(rows) * index / threads); y < end; ++y)
-            work(y);
+    std::vector<std::exception_ptr> errors(static_cast<std::size_t>(threads));
+    const auto part = [rows, threads, &work, &errors](int index) noexcept {
+        try {
+            const int end = static_cast<int>(qint64(rows) * (index + 1) / threads);
+            for (int y = static_cast<int>(qint64(rows) * index / threads); y < end; ++y)
+                work(y);
+        } catch (...) {
+            errors[static_cast<std::size_t>(index)] = std::current_exception();
+        }
     };
     std::vector<std::thread> others;
-    for (int index = 1; index < threads; ++index)
-        others.emplace_back(part, index);
+    others.reserve(static_cast<std::size_t>(threads));
+    int index = 1;
+    try {
+        for (; index < threads; ++index)
+            others.emplace_back(part, index);
+    } catch (const std::exception &) {
+        // Fewer threads than requested: this one does the parts that are left.
+    }
     part(0);
+    for (; index < threads; ++index)
+        part(index);
     for (std::thread &other : others)
         other.join();
+    for (const std::exception_ptr &error : errors)
+        if (error)
+            std::rethrow_exception(error);
 }
 
 } // namespace conversion

@@ -9,10 +9,14 @@
 #include <QDebug>
 #include <QHash>
 #include <QImageWriter>
+#include <QScopeGuard>
 
 #include <algorithm>
 #include <condition_variable>
+#include <exception>
 #include <mutex>
+#include <new>
+#include <optional>
 #include <thread>
 
 namespace conversion
@@ -52,16 +56,24 @@ public:
         std::vector<std::thread> threads;
         const std::size_t wanted =
             std::min<std::size_t>(m_plan.size(), static_cast<std::size_t>(std::max(1, m_options.threads)));
-        for (std::size_t i = 1; i < wanted; ++i)
-            threads.emplace_back([this] { work(); });
+        threads.reserve(wanted);
+        try {
+            for (std::size_t i = 1; i < wanted; ++i)
+                threads.emplace_back([this] { work(); });
+        } catch (const std::exception &) {
+            // Fewer threads than requested: those that started, and this one, do the work.
+        }
         work();
         for (std::thread &thread : threads)
             thread.join();
+        if (m_error)
+            std::rethrow_exception(m_error);
         return std::move(m_results);
     }
 
 private:
-    void work();
+    void work() noexcept;
+    void process(std::size_t index);
     std::optional<std::size_t> takeNext();
     void waitForEarlier(std::size_t index);
     bool wasWrittenEarlier(std::size_t index);
@@ -83,29 +95,51 @@ private:
     std::vector<std::optional<std::size_t>> m_earlier; // previous file with the same output
     std::vector<bool> m_ended;
     std::size_t m_next = 0;
+    std::exception_ptr m_error; // the first one of the listener; ends the run
 };
 
-void FileRun::work()
+// An exception that leaves a thread ends the program.
+void FileRun::work() noexcept
 {
-    while (const auto index = takeNext()) {
-        try {
-            convert(*index);
-        } catch (const std::bad_alloc &) {
-            m_results[*index].outcome = Outcome::Failed;
-            m_results[*index].problem = problemText(RenderProblem::NoMemory);
-        }
+    try {
+        while (const auto index = takeNext())
+            process(*index);
+    } catch (...) {
         const std::lock_guard lock(m_mutex);
-        m_ended[*index] = true;
-        m_endedOne.notify_all();
-        if (m_listener.finished)
-            m_listener.finished(m_results[*index]);
+        if (!m_error)
+            m_error = std::current_exception();
     }
+}
+
+void FileRun::process(std::size_t index)
+{
+    {
+        // In any case: later files with the same output wait for it.
+        const auto ended = qScopeGuard([this, index] {
+            const std::lock_guard lock(m_mutex);
+            m_ended[index] = true;
+            m_endedOne.notify_all();
+        });
+        FileResult &result = m_results[index];
+        try {
+            convert(index);
+        } catch (const std::bad_alloc &) {
+            result.outcome = Outcome::Failed;
+            result.problem = problemText(RenderProblem::NoMemory);
+        } catch (const std::exception &error) {
+            result.outcome = Outcome::Failed;
+            result.problem = QString::fromUtf8(error.what());
+        }
+    }
+    const std::lock_guard lock(m_mutex);
+    if (m_listener.finished)
+        m_listener.finished(m_results[index]);
 }
 
 std::optional<std::size_t> FileRun::takeNext()
 {
     const std::lock_guard lock(m_mutex);
-    if (m_cancel.isSet() || m_next == m_plan.size())
+    if (m_error || m_cancel.isSet() || m_next == m_plan.size())
         return std::nullopt;
     if (m_listener.started)
         m_listener.started(m_plan[m_next].source);

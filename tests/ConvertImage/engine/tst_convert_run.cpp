@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
+#include "ConvertImage/engine/ImageFormat.h"
 #include "ConvertImage/engine/Run.h"
 
 #include <QBuffer>
@@ -8,6 +9,8 @@
 #include <QTest>
 
 #include <atomic>
+#include <new>
+#include <stdexcept>
 
 using namespace conversion;
 
@@ -34,6 +37,7 @@ public:
     QString note; // on every source
     Metadata metadata;
     bool fullDisk = false;
+    bool brokenLoader = false;
     std::atomic_int loads = 0;
     core::CancelFlag *cancelInLoad = nullptr; // a decoder that is stopped gives no picture
     int lost = 0;                             // temporary files that went without being placed
@@ -41,6 +45,8 @@ public:
     Source load(const QString &source, bool, const std::function<void(qint64)> &beforeDecode) override
     {
         ++loads;
+        if (brokenLoader)
+            throw std::length_error("too long");
         if (cancelInLoad)
             cancelInLoad->set();
         if (cancelInLoad || !sources.contains(source))
@@ -148,6 +154,7 @@ private slots:
     void failuresAreTold();
     void manyInOrder();
     void cancelled();
+    void exceptionsOnEveryThreadAreReported();
     void documents();
 };
 
@@ -290,6 +297,30 @@ void TestRun::cancelled()
     cancel.reset();
     files.cancelInLoad = &cancel;
     QCOMPARE(outcomes(converted(files, {path("b.jpg")}, {}, {}, cancel)), QStringLiteral("."));
+}
+
+void TestRun::exceptionsOnEveryThreadAreReported()
+{
+    MemoryFiles files;
+    QStringList sources;
+    for (int i = 0; i < 12; ++i) {
+        sources.append(QStringLiteral("C:\\in\\%1.jpg").arg(i));
+        files.sources[sources.last()] = plain(3, Qt::red);
+    }
+    RunOptions options;
+    options.threads = 4;
+    const auto throws = [](const FileResult &) { throw std::length_error("listener"); };
+    QVERIFY_THROWS_EXCEPTION(std::length_error, converted(files, sources, options, {{}, throws}));
+    files.written.clear();
+    files.brokenLoader = true;
+    const auto results = converted(files, sources, options);
+    QCOMPARE(outcomes(results), QString(12, u'F'));
+    QCOMPARE(results.back().problem, QStringLiteral("too long"));
+    const auto lastRow = [](int y) {
+        if (y == 7)
+            throw std::bad_alloc();
+    };
+    QVERIFY_THROWS_EXCEPTION(std::bad_alloc, forEachRowInParallel(8, 1 << 20, lastRow));
 }
 
 void TestRun::documents()
