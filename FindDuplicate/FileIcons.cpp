@@ -11,6 +11,9 @@
 
 #include <utility>
 
+namespace duplicates
+{
+
 namespace
 {
 
@@ -35,7 +38,7 @@ FileIcons &FileIcons::instance()
 
 QIcon FileIcons::icon(const QString &fileName)
 {
-    const QString suffix = duplicates::suffixOf(fileName).toString().toLower();
+    const QString suffix = suffixOf(fileName).toString().toLower();
     const auto known = m_bySuffix.constFind(suffix);
     if (known != m_bySuffix.constEnd())
         return *known;
@@ -75,3 +78,5 @@ QIcon FileIcons::removed()
 {
     return controls::image("Removed24");
 }
+
+} // namespace duplicates

@@ -9,6 +9,9 @@
 #include <QString>
 #include <QStringList>
 
+namespace duplicates
+{
+
 // The system's file icons, shared by all lists. Each extension is queried once on a worker thread, when a row
 // with it is first painted; until then its icon is empty. Interface thread.
 class FileIcons : public QObject
@@ -36,3 +39,5 @@ private:
     QStringList m_unknown; // suffixes to query
     core::LatestAnswer m_answer;
 };
+
+} // namespace duplicates

@@ -23,7 +23,10 @@
 #include <utility>
 
 using duplicates::DuplicateGroup;
+using duplicates::FileIcons;
 using duplicates::FileRecord;
+using duplicates::GroupModel;
+using duplicates::MemberModel;
 
 namespace
 {

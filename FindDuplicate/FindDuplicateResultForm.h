@@ -14,10 +14,14 @@
 
 class ElidedLabel;
 class FLTreeView;
-class GroupModel;
-class MemberModel;
 class QProgressBar;
 class QPushButton;
+
+namespace duplicates
+{
+class GroupModel;
+class MemberModel;
+} // namespace duplicates
 
 // The groups of duplicates found by a scan, the members of the selected group, and the comparison of their
 // contents.
@@ -66,8 +70,8 @@ private:
     const int m_foldersUnread;
     const std::shared_ptr<Groups> m_groups;
     duplicates::GroupStatistics m_statistics;
-    GroupModel *m_groupModel;
-    MemberModel *m_memberModel;
+    duplicates::GroupModel *m_groupModel;
+    duplicates::MemberModel *m_memberModel;
     FLTreeView *m_memberTree;
     ElidedLabel *m_groupTitle;
     QPushButton *m_compare;

@@ -8,8 +8,8 @@
 #include "platform/FileTime.h"
 #include "widgets/FileRowDelegate.h"
 
-using duplicates::DuplicateGroup;
-using duplicates::FileRecord;
+namespace duplicates
+{
 
 namespace
 {
@@ -32,7 +32,7 @@ QString wholeText(const FileRecord &file)
 
 QList<RowBadge> badges(const DuplicateGroup &group)
 {
-    const std::size_t left = duplicates::filesLeft(group);
+    const std::size_t left = filesLeft(group);
     const std::size_t removed = group.members.size() - left;
     QList<RowBadge> result{{core::countText(left, GroupModel::tr("1 file"), GroupModel::tr("%1 files")),
                             RowBadge::Tone::Neutral},
@@ -95,3 +95,5 @@ QVariant GroupModel::textData(const DuplicateGroup &group, bool exists, int role
         return {};
     }
 }
+
+} // namespace duplicates

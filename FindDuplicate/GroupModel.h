@@ -6,8 +6,11 @@
 
 #include <vector>
 
+namespace duplicates
+{
+
 // The list of groups. Texts and icons are created when a row is painted.
-class GroupModel : public duplicates::GroupListModel
+class GroupModel : public GroupListModel
 {
     Q_OBJECT
 
@@ -18,13 +21,15 @@ public:
     using GroupListModel::GroupListModel;
 
     // The caller owns the groups, which must stay valid while they are shown. Lists all of them.
-    void setGroups(const std::vector<duplicates::DuplicateGroup> *groups);
+    void setGroups(const std::vector<DuplicateGroup> *groups);
 
     int columnCount(const QModelIndex &parent = {}) const override;
     QVariant data(const QModelIndex &index, int role) const override;
 
 private:
-    QVariant textData(const duplicates::DuplicateGroup &group, bool exists, int role) const;
+    QVariant textData(const DuplicateGroup &group, bool exists, int role) const;
 
-    const std::vector<duplicates::DuplicateGroup> *m_groups = nullptr;
+    const std::vector<DuplicateGroup> *m_groups = nullptr;
 };
+
+} // namespace duplicates

@@ -9,10 +9,8 @@
 #include <algorithm>
 #include <iterator>
 
-using duplicates::ContentState;
-using duplicates::DuplicateGroup;
-using duplicates::FileRecord;
-using duplicates::MemberFacts;
+namespace duplicates
+{
 
 namespace
 {
@@ -67,9 +65,9 @@ void MemberModel::setContents(std::vector<ContentState> contents)
 void MemberModel::updateProposal()
 {
     if (!m_contents.empty())
-        duplicates::markAgain(knownFacts(), m_contents);
+        markAgain(knownFacts(), m_contents);
     if (!allFacts().empty())
-        m_proposed = duplicates::proposedToKeep(m_group->members, allFacts(), m_contents);
+        m_proposed = proposedToKeep(m_group->members, allFacts(), m_contents);
 }
 
 int MemberModel::columnCount(const QModelIndex &parent) const
@@ -222,3 +220,5 @@ RowBadge MemberModel::contentBadge(ContentState state) const
     }
     return {};
 }
+
+} // namespace duplicates

@@ -9,8 +9,11 @@
 #include <optional>
 #include <vector>
 
+namespace duplicates
+{
+
 // The members of one group of duplicates.
-class MemberModel : public duplicates::MemberListModel
+class MemberModel : public MemberListModel
 {
     Q_OBJECT
 
@@ -22,10 +25,10 @@ public:
 
     // The caller owns the group, which must stay valid while it is shown; null shows none. Clears all facts
     // about its members.
-    void setGroup(const duplicates::DuplicateGroup *group, int groupIndex);
+    void setGroup(const DuplicateGroup *group, int groupIndex);
     // One per member, or empty if not compared.
-    void setContents(std::vector<duplicates::ContentState> contents);
-    const duplicates::GroupContents &contents() const { return m_contents; }
+    void setContents(std::vector<ContentState> contents);
+    const GroupContents &contents() const { return m_contents; }
 
     int columnCount(const QModelIndex &parent = {}) const override;
     QVariant data(const QModelIndex &index, int role) const override;
@@ -38,13 +41,15 @@ private:
     QVariant textData(int member, int role) const;
     bool isMissing(int member) const;
     QString toolTip(int member) const;
-    QString wholeText(const duplicates::FileRecord &file) const;
+    QString wholeText(const FileRecord &file) const;
     QList<RowBadge> badges(int member) const;
     void appendDiskBadges(QList<RowBadge> &badges, int member) const;
-    RowBadge sameFileBadge(const duplicates::MemberFacts &known) const;
-    RowBadge contentBadge(duplicates::ContentState state) const;
+    RowBadge sameFileBadge(const MemberFacts &known) const;
+    RowBadge contentBadge(ContentState state) const;
 
-    const duplicates::DuplicateGroup *m_group = nullptr;
-    std::vector<duplicates::ContentState> m_contents;
+    const DuplicateGroup *m_group = nullptr;
+    std::vector<ContentState> m_contents;
     std::optional<std::size_t> m_proposed; // suggested to be kept
 };
+
+} // namespace duplicates

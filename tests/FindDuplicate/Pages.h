@@ -107,11 +107,11 @@ public:
     QString memberText(int row) const { return members()->model()->index(row, 0).data().toString(); }
     QString memberState(int row) const
     {
-        return members()->model()->index(row, MemberModel::State).data().toString();
+        return members()->model()->index(row, duplicates::MemberModel::State).data().toString();
     }
     QString memberPath(int row) const
     {
-        return members()->model()->index(row, MemberModel::Path).data().toString();
+        return members()->model()->index(row, duplicates::MemberModel::Path).data().toString();
     }
     QStringList badges(int row) const
     {
@@ -161,7 +161,7 @@ private:
     bool waitForMembers(int group) const
     {
         return QTest::qWaitFor([&] {
-            const auto *model = qobject_cast<MemberModel *>(members()->model());
+            const auto *model = qobject_cast<duplicates::MemberModel *>(members()->model());
             return model->groupIndex() == group && model->facts(0);
         });
     }

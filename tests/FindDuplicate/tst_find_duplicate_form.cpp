@@ -28,6 +28,8 @@ using namespace Qt::StringLiterals;
 using namespace tests;
 using duplicates::DuplicateGroup;
 using duplicates::FileRecord;
+using duplicates::GroupModel;
+using duplicates::MemberModel;
 
 namespace
 {
