@@ -9,6 +9,9 @@
 #include <QIcon>
 #include <QLabel>
 
+namespace qr
+{
+
 FieldNote::FieldNote(QWidget *parent)
     : QWidget(parent),
       m_icon(new QLabel(this)),
@@ -40,3 +43,5 @@ QString FieldNote::text() const
 {
     return m_text->text();
 }
+
+} // namespace qr

@@ -6,6 +6,9 @@
 class QLabel;
 class WrappedLabel;
 
+namespace qr
+{
+
 // A note with an icon below a field; takes no room while empty.
 class FieldNote : public QWidget
 {
@@ -22,3 +25,5 @@ private:
     QLabel *m_icon;
     WrappedLabel *m_text;
 };
+
+} // namespace qr

@@ -17,15 +17,18 @@
 
 #include <algorithm>
 
+namespace qr
+{
+
 namespace
 {
 
 int systemCountry()
 {
     const QString name = QLocale::territoryToString(QLocale::system().territory());
-    const auto table = qr::countries();
+    const auto table = countries();
     const auto found = std::ranges::find(
-        table, name, [](const qr::Country &country) { return QString::fromUtf8(country.name); });
+        table, name, [](const Country &country) { return QString::fromUtf8(country.name); });
     return found == table.end() ? 0 : static_cast<int>(found - table.begin());
 }
 
@@ -118,7 +121,7 @@ QComboBox *PayloadForm::addChoice(const QString &label, const char *name, const 
 QComboBox *PayloadForm::addCountry(const settings::Number &setting)
 {
     QStringList rows;
-    for (const qr::Country &country : qr::countries())
+    for (const Country &country : countries())
         rows.append(country.displayName());
     QComboBox *choice = addChoice(tr("Country Code:"), "countryCodeComboBox", rows, setting, systemCountry());
     // Searchable by any part of the name, or by the code.
@@ -154,3 +157,5 @@ void PayloadForm::save() const
     for (const std::function<void()> &saver : m_savers)
         saver();
 }
+
+} // namespace qr

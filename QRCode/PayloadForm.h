@@ -9,12 +9,15 @@
 #include <utility>
 #include <vector>
 
-class FieldNote;
 class QCheckBox;
 class QComboBox;
 class QLineEdit;
 class QPlainTextEdit;
 class QVBoxLayout;
+
+namespace qr
+{
+class FieldNote;
 
 // The fields of one kind of code. A derived form adds its fields, builds the payload and reports it through
 // its own signal. Fields are loaded when added, and stored by save().
@@ -56,3 +59,5 @@ private:
     std::vector<std::function<void()>> m_savers;
     std::vector<std::pair<FieldNote *, Check>> m_checks;
 };
+
+} // namespace qr

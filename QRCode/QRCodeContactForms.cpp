@@ -13,6 +13,7 @@
 
 using namespace Qt::StringLiterals;
 using qr::FieldChecks;
+using qr::PayloadForm;
 namespace stored = qr::stored;
 
 namespace

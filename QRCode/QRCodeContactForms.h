@@ -3,7 +3,7 @@
 
 #include "QRCode/PayloadForm.h"
 
-class QRCodeWifiForm : public PayloadForm
+class QRCodeWifiForm : public qr::PayloadForm
 {
     Q_OBJECT
 
@@ -25,7 +25,7 @@ private:
     QCheckBox *m_forget;
 };
 
-class QRCodeVCardForm : public PayloadForm
+class QRCodeVCardForm : public qr::PayloadForm
 {
     Q_OBJECT
 

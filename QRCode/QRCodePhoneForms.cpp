@@ -10,6 +10,7 @@
 #include <QPlainTextEdit>
 
 using qr::FieldChecks;
+using qr::PayloadForm;
 namespace stored = qr::stored;
 
 namespace

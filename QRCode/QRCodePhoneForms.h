@@ -3,7 +3,7 @@
 
 #include "QRCode/PayloadForm.h"
 
-class QRCodeCallForm : public PayloadForm
+class QRCodeCallForm : public qr::PayloadForm
 {
     Q_OBJECT
 
@@ -22,7 +22,7 @@ private:
     QLineEdit *m_number;
 };
 
-class QRCodeSMSForm : public PayloadForm
+class QRCodeSMSForm : public qr::PayloadForm
 {
     Q_OBJECT
 
@@ -42,7 +42,7 @@ private:
     QPlainTextEdit *m_message;
 };
 
-class QRCodeWhatsappForm : public PayloadForm
+class QRCodeWhatsappForm : public qr::PayloadForm
 {
     Q_OBJECT
 

@@ -10,6 +10,7 @@
 
 using namespace Qt::StringLiterals;
 using qr::FieldChecks;
+using qr::PayloadForm;
 namespace stored = qr::stored;
 
 QRCodeLinkForm::QRCodeLinkForm(QWidget *parent)

@@ -3,7 +3,7 @@
 
 #include "QRCode/PayloadForm.h"
 
-class QRCodeLinkForm : public PayloadForm
+class QRCodeLinkForm : public qr::PayloadForm
 {
     Q_OBJECT
 
@@ -21,7 +21,7 @@ private:
     QLineEdit *m_link;
 };
 
-class QRCodeTextForm : public PayloadForm
+class QRCodeTextForm : public qr::PayloadForm
 {
     Q_OBJECT
 
@@ -39,7 +39,7 @@ private:
     QPlainTextEdit *m_text;
 };
 
-class QRCodeEmailForm : public PayloadForm
+class QRCodeEmailForm : public qr::PayloadForm
 {
     Q_OBJECT
 
@@ -60,7 +60,7 @@ private:
 };
 
 // A link to a payment page.
-class QRCodePaypalForm : public PayloadForm
+class QRCodePaypalForm : public qr::PayloadForm
 {
     Q_OBJECT
 

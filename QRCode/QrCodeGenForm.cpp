@@ -24,6 +24,9 @@
 #include <QToolButton>
 #include <QVBoxLayout>
 
+using qr::FieldNote;
+using qr::StylePanel;
+
 namespace
 {
 

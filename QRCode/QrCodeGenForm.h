@@ -9,10 +9,8 @@
 
 #include <QTimer>
 
-class FieldNote;
 class FLTabWidget;
 class NoticeBar;
-class PayloadForm;
 class QButtonGroup;
 class QPushButton;
 class QRCodeBatchPage;
@@ -21,7 +19,13 @@ class QScrollArea;
 class QStackedWidget;
 class QVBoxLayout;
 class ScanPage;
+
+namespace qr
+{
+class FieldNote;
+class PayloadForm;
 class StylePanel;
+} // namespace qr
 
 // The QR code creator: content on the left, design beside it, and the code itself, which is updated on every
 // key press and read back by an independent decoder.
@@ -65,7 +69,7 @@ private:
     void addKind(const controls::Button &kind, Signal signal, Slot slot);
     void addKinds();
     void orderFocus();
-    void showKind(PayloadForm *form);
+    void showKind(qr::PayloadForm *form);
     void saveFields();
     void setPayload(const QString &payload);
     void encode();
@@ -96,10 +100,10 @@ private:
     FLTabWidget *m_tabs;
     QScrollArea *m_content;
     QVBoxLayout *m_forms;
-    PayloadForm *m_form = nullptr; // the current one
-    StylePanel *m_style;
+    qr::PayloadForm *m_form = nullptr; // the current one
+    qr::StylePanel *m_style;
     QRCodePreview *m_preview;
-    FieldNote *m_note;
+    qr::FieldNote *m_note;
     QList<QPushButton *> m_saveButtons;
     QAction *m_saveAnyway;
     std::optional<qr::SaveOrder> m_refused; // not saved, because it does not scan

@@ -25,6 +25,7 @@
 
 #include <algorithm>
 
+using qr::PayloadForm;
 using qr::Saved;
 
 namespace

@@ -18,7 +18,8 @@
 #include <QPushButton>
 #include <QSpinBox>
 
-namespace stored = qr::stored;
+namespace qr
+{
 
 namespace
 {
@@ -245,21 +246,23 @@ void StylePanel::apply()
     m_style = {.correction = static_cast<core::QrCorrection>(m_correction->currentIndex()),
                .imageSize = m_imageSize->value(),
                .margin = m_margin->value(),
-               .fill = static_cast<qr::Fill>(m_fill->currentIndex()),
+               .fill = static_cast<Fill>(m_fill->currentIndex()),
                .color = m_color->color(),
                .color2 = m_color2->color(),
                .background = m_background->color(),
                .transparent = m_transparent->isChecked(),
-               .body = static_cast<qr::BodyShape>(m_body->currentIndex()),
-               .eyeFrame = static_cast<qr::EyeShape>(m_eyeFrame->currentIndex()),
-               .eyeCentre = static_cast<qr::EyeShape>(m_eyeCentre->currentIndex()),
+               .body = static_cast<BodyShape>(m_body->currentIndex()),
+               .eyeFrame = static_cast<EyeShape>(m_eyeFrame->currentIndex()),
+               .eyeCentre = static_cast<EyeShape>(m_eyeCentre->currentIndex()),
                .logo = {.image = m_logo,
                         .size = m_logoSize->value(),
                         .back = m_logoBack->isChecked(),
                         .backSize = m_logoBackSize->value(),
-                        .backShape = static_cast<qr::BackShape>(m_logoBackShape->currentIndex())}};
-    m_color2->setEnabled(m_style.fill != qr::Fill::Solid);
+                        .backShape = static_cast<BackShape>(m_logoBackShape->currentIndex())}};
+    m_color2->setEnabled(m_style.fill != Fill::Solid);
     m_background->setEnabled(!m_style.transparent);
     showLogo();
     emit changed();
 }
+
+} // namespace qr

@@ -7,7 +7,6 @@
 
 #include <QWidget>
 
-class FieldNote;
 class FLColorWidget;
 class QCheckBox;
 class QComboBox;
@@ -15,6 +14,10 @@ class QGridLayout;
 class QLabel;
 class QPushButton;
 class QSpinBox;
+
+namespace qr
+{
+class FieldNote;
 
 // The design of the code. Loaded on creation; every change is stored and emitted at once.
 class StylePanel : public QWidget
@@ -24,7 +27,7 @@ class StylePanel : public QWidget
 public:
     explicit StylePanel(QWidget *parent = nullptr);
 
-    const qr::Style &style() const { return m_style; }
+    const Style &style() const { return m_style; }
 
 public slots:
     // Any size and any format that the suite can read; an empty path removes the logo.
@@ -71,6 +74,8 @@ private:
     QComboBox *m_logoBackShape;
     QString m_logoPath;
     QImage m_logo;
-    qr::Style m_style;
+    Style m_style;
     core::LatestAnswer m_reading;
 };
+
+} // namespace qr

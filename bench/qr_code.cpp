@@ -19,6 +19,7 @@
 #include <QToolButton>
 
 using bench::Heartbeat, bench::measured, bench::settle, bench::spin;
+using qr::StylePanel;
 
 namespace
 {

@@ -23,6 +23,8 @@
 #include <QToolButton>
 
 using namespace Qt::StringLiterals;
+using qr::FieldNote;
+using qr::StylePanel;
 namespace stored = qr::stored;
 
 namespace
