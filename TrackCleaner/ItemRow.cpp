@@ -12,10 +12,13 @@
 #include <QPushButton>
 #include <QStyle>
 
-ItemRow::ItemRow(const tracks::CatalogueRow &row, QWidget *parent)
+namespace tracks
+{
+
+ItemRow::ItemRow(const CatalogueRow &row, QWidget *parent)
     : QWidget(parent),
       m_item(row.item),
-      m_check(new QCheckBox(tracks::label(row), this)),
+      m_check(new QCheckBox(label(row), this)),
       m_found(new QLabel(this)),
       m_view(controls::pushButton(this, {"", "", tr("View")})),
       m_text(new WrappedLabel(this)),
@@ -26,9 +29,9 @@ ItemRow::ItemRow(const tracks::CatalogueRow &row, QWidget *parent)
     m_found->setObjectName(stem + QStringLiteral("Label"));
     m_view->setObjectName(stem + QStringLiteral("Button"));
     m_note->setObjectName(stem + QStringLiteral("Note"));
-    m_view->setAccessibleName(tr("View: %1").arg(tracks::label(row)));
-    m_check->setAccessibleDescription(tracks::itemText(row.item));
-    m_text->setText(tracks::itemText(row.item));
+    m_view->setAccessibleName(tr("View: %1").arg(label(row)));
+    m_check->setAccessibleDescription(itemText(row.item));
+    m_text->setText(itemText(row.item));
     theme::makeMuted(m_text);
     m_note->hide();
     m_view->setEnabled(false);
@@ -75,3 +78,5 @@ void ItemRow::setBusy(bool busy)
     m_check->setEnabled(!busy);
     m_view->setEnabled(m_canView && !busy);
 }
+
+} // namespace tracks

@@ -10,6 +10,9 @@ class QLabel;
 class QPushButton;
 class WrappedLabel;
 
+namespace tracks
+{
+
 // One catalogue item on the page: check box, count, a button for the list, a description, and a note about
 // obstacles.
 class ItemRow : public QWidget
@@ -17,9 +20,9 @@ class ItemRow : public QWidget
     Q_OBJECT
 
 public:
-    explicit ItemRow(const tracks::CatalogueRow &row, QWidget *parent = nullptr);
+    explicit ItemRow(const CatalogueRow &row, QWidget *parent = nullptr);
 
-    tracks::Item item() const { return m_item; }
+    Item item() const { return m_item; }
     bool isChecked() const;
     void setChecked(bool checked);
     // Empty before the first analysis.
@@ -28,10 +31,10 @@ public:
 
 signals:
     void checkedChanged(bool checked);
-    void viewRequested(tracks::Item item);
+    void viewRequested(Item item);
 
 private:
-    tracks::Item m_item;
+    Item m_item;
     QCheckBox *m_check;
     QLabel *m_found;
     QPushButton *m_view;
@@ -39,3 +42,5 @@ private:
     WrappedLabel *m_note;
     bool m_canView = false;
 };
+
+} // namespace tracks

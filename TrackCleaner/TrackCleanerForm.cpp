@@ -26,6 +26,7 @@
 
 using tracks::Item;
 using tracks::ItemFlags;
+using tracks::ItemRow;
 
 TrackCleanerForm::TrackCleanerForm(QWidget *parent) : TrackCleanerForm(tracks::windowsLocations, parent) {}
 

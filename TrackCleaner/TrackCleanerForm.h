@@ -12,7 +12,6 @@
 #include <memory>
 
 class ElidedLabel;
-class ItemRow;
 class PageHeader;
 class QAction;
 class QCheckBox;
@@ -22,6 +21,11 @@ class QPushButton;
 class QToolButton;
 class QVBoxLayout;
 class TrackCleanerClearThread;
+
+namespace tracks
+{
+class ItemRow;
+}
 
 // The track cleaner: scans for traces, lists them, and clears exactly what was chosen from that list. After
 // clearing it scans the same items again.
@@ -107,7 +111,7 @@ private:
     QToolButton *m_save = nullptr;
     QToolButton *m_putBack = nullptr;
     QAction *m_stayedAction;
-    std::array<ItemRow *, tracks::itemCount> m_rows{};
+    std::array<tracks::ItemRow *, tracks::itemCount> m_rows{};
     QCheckBox *m_keepUsedToday = nullptr;
     QLabel *m_summary;
     QLabel *m_progressLabel;

@@ -23,6 +23,7 @@
 #include <QVBoxLayout>
 
 using tracks::Group;
+using tracks::ItemRow;
 
 void TrackCleanerForm::buildHeader(QVBoxLayout *page)
 {

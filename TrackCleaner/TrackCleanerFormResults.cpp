@@ -23,6 +23,7 @@
 
 using tracks::Item;
 using tracks::ItemFlags;
+using tracks::ItemRow;
 
 namespace
 {
