@@ -12,8 +12,12 @@
 
 class FieldValueTree;
 class NoticeBar;
-class PageBar;
 class WrappedLabel;
+
+namespace systeminfo
+{
+class PageBar;
+}
 
 // One page of facts: a toolbar, notices about missing data, and the tree. Data is gathered on creation and on
 // refresh; the model is attached to the view once the loader has filled it. The classes in pages/ only
@@ -28,7 +32,7 @@ public:
     systeminfo::PageId id() const { return m_id; }
     // Null before the page has been gathered, and during a refresh.
     const systeminfo::Page *page() const { return m_isLoaded ? &m_page : nullptr; }
-    PageBar *bar() const { return m_bar; }
+    systeminfo::PageBar *bar() const { return m_bar; }
 
     void refresh();
     // Selects a row by its position path, beginning with the section; does nothing if it does not exist.
@@ -63,7 +67,7 @@ private:
 
     const systeminfo::PageId m_id;
     const MakeLoader m_makeLoader;
-    PageBar *m_bar;
+    systeminfo::PageBar *m_bar;
     NoticeBar *m_notice;
     WrappedLabel *m_summary;
     FieldValueTree *m_tree;

@@ -11,7 +11,8 @@
 #include <QMenu>
 #include <QToolButton>
 
-using systeminfo::Hit;
+namespace systeminfo
+{
 
 namespace
 {
@@ -103,3 +104,5 @@ void PageBar::choose(const QModelIndex &index)
     if (row < m_hits.size())
         emit hitChosen(m_hits[row]);
 }
+
+} // namespace systeminfo

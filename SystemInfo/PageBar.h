@@ -10,6 +10,9 @@ class QCompleter;
 class QToolButton;
 class SearchLine;
 
+namespace systeminfo
+{
+
 // The bar above a page: search over all pages, and commands for this page and the whole report.
 class PageBar : public QWidget
 {
@@ -20,12 +23,12 @@ public:
 
     void setLoading(bool loading);
     // Shows the results of searched() below the line edit, followed by `note` if it is not empty.
-    void showHits(const std::vector<systeminfo::Hit> &hits, const QString &note);
+    void showHits(const std::vector<Hit> &hits, const QString &note);
     SearchLine *searchLine() const { return m_search; }
 
 signals:
     void searched(const QString &text);
-    void hitChosen(const systeminfo::Hit &hit);
+    void hitChosen(const Hit &hit);
     void refreshRequested();
     void copyRequested();
     void saveRequested();
@@ -39,5 +42,7 @@ private:
     QToolButton *m_refresh;
     QStandardItemModel m_lines; // declared before the list that uses it
     QCompleter *m_list;
-    std::vector<systeminfo::Hit> m_hits;
+    std::vector<Hit> m_hits;
 };
+
+} // namespace systeminfo
