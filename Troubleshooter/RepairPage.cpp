@@ -17,7 +17,8 @@
 
 #include <utility>
 
-using namespace repair;
+namespace repair
+{
 
 namespace
 {
@@ -301,3 +302,5 @@ void RepairPage::showBusy()
     if (turns && focused) // the focused widget is disabled or hidden now
         (busy ? m_cancel : m_check)->setFocus();
 }
+
+} // namespace repair

@@ -16,6 +16,9 @@ class QPushButton;
 class QScrollArea;
 class QVBoxLayout;
 
+namespace repair
+{
+
 // The page of one repair: findings, possible steps with their side effects, and the report. No step is
 // preselected.
 class RepairPage : public QWidget
@@ -24,22 +27,22 @@ class RepairPage : public QWidget
 
 public:
     // `description`: what the check examines.
-    RepairPage(const QString &description, std::shared_ptr<repair::Repair> repair, QWidget *parent = nullptr);
+    RepairPage(const QString &description, std::shared_ptr<Repair> repair, QWidget *parent = nullptr);
 
 private:
     void buildLayout(const QString &description);
     void check();
     void apply();
-    void showCheck(const repair::Examination &found);
+    void showCheck(const Examination &found);
     void showFindings();
-    void showSteps(const QList<repair::Outcome> &outcomes);
-    void showReport(const repair::Report &report);
+    void showSteps(const QList<Outcome> &outcomes);
+    void showReport(const Report &report);
     void showBusy();
     QStringList chosen() const;
     JobOptions options(const QString &busyText);
 
-    const std::shared_ptr<repair::Repair> m_repair; // shared with jobs
-    repair::Examination m_found;
+    const std::shared_ptr<Repair> m_repair; // shared with jobs
+    Examination m_found;
     bool m_busy = false; // as shown
     bool m_checked = false;
     NoticeBar *m_notice;
@@ -56,3 +59,5 @@ private:
     QList<QCheckBox *> m_boxes;
     JobHost m_jobs;
 };
+
+} // namespace repair

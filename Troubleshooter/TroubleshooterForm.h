@@ -6,14 +6,19 @@
 
 #include <memory>
 
+namespace repair
+{
+
 // The system interfaces used by the repairs; shared by jobs and form.
 struct RepairWorld {
-    std::shared_ptr<repair::Network> network;
-    std::shared_ptr<repair::Tools> tools;
-    std::shared_ptr<repair::Caches> caches;
-    std::shared_ptr<repair::Explorer> explorer;
-    std::shared_ptr<repair::Store> store;
+    std::shared_ptr<Network> network;
+    std::shared_ptr<Tools> tools;
+    std::shared_ptr<Caches> caches;
+    std::shared_ptr<Explorer> explorer;
+    std::shared_ptr<Store> store;
 };
+
+} // namespace repair
 
 // Four repairs on tabs: Internet connection, icons, thumbnails and Microsoft Store.
 class TroubleshooterForm : public FLWidget
@@ -22,7 +27,7 @@ class TroubleshooterForm : public FLWidget
 
 public:
     explicit TroubleshooterForm(QWidget *parent = nullptr);
-    TroubleshooterForm(const RepairWorld &world, QWidget *parent);
+    TroubleshooterForm(const repair::RepairWorld &world, QWidget *parent);
 
     // Call at application start (there is a single instance): if the previous one was killed during a repair,
     // restores the desktop. Does not block.
