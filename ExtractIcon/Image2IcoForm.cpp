@@ -32,6 +32,8 @@
 
 #include <algorithm>
 
+using icons::CropView;
+
 namespace
 {
 

@@ -13,7 +13,6 @@
 #include <functional>
 #include <memory>
 
-class CropView;
 class IconPreview;
 class JobHost;
 class NoticeBar;
@@ -21,6 +20,11 @@ class QAction;
 class QCheckBox;
 class QListWidget;
 class QPushButton;
+
+namespace icons
+{
+class CropView;
+}
 
 // The icon generator: makes icon files from images. Each image has its own crop square; sizes and sharpening
 // apply to all. Images are decoded in separate processes.
@@ -68,7 +72,7 @@ private:
 
     QList<Picture> m_pictures; // one per row of the list
     QListWidget *m_list = nullptr;
-    CropView *m_crop = nullptr;
+    icons::CropView *m_crop = nullptr;
     IconPreview *m_preview = nullptr;
     NoticeBar *m_notice = nullptr;
     QList<QCheckBox *> m_sizes; // in the order of usualSizes

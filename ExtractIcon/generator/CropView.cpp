@@ -13,6 +13,9 @@
 #include <algorithm>
 #include <cmath>
 
+namespace icons
+{
+
 namespace
 {
 
@@ -111,7 +114,7 @@ void CropView::paintEvent(QPaintEvent *)
     }
     painter.setRenderHint(QPainter::Antialiasing);
     const QRectF picture = shown(m_picture.rect());
-    icons::paintCheckerboard(painter, picture, theme::isDark(palette()));
+    paintCheckerboard(painter, picture, theme::isDark(palette()));
     painter.drawImage(picture, m_scaled);
     const QRectF square = shown(m_square);
     QPainterPath outside;
@@ -174,13 +177,13 @@ void CropView::dragTo(QPoint to)
 {
     m_last = to;
     if (m_drag == Drag::Move) {
-        change(icons::movedSquare(m_before, to - m_anchor, m_picture.size()));
+        change(movedSquare(m_before, to - m_anchor, m_picture.size()));
         return;
     }
     const QPoint centre = m_before.topLeft() + QPoint(m_before.width() / 2, m_before.height() / 2);
     const bool resizes = m_drag == Drag::Resize;
     const QPoint anchor = m_centreKept && resizes ? centre : m_anchor;
-    change(icons::drawnSquare(anchor, to, m_picture.size(), m_centreKept));
+    change(drawnSquare(anchor, to, m_picture.size(), m_centreKept));
 }
 
 void CropView::mouseReleaseEvent(QMouseEvent *)
@@ -220,12 +223,11 @@ void CropView::keyPressEvent(QKeyEvent *event)
     if (m_picture.isNull())
         return;
     if (larger == 0) {
-        change(icons::movedSquare(m_square, by, m_picture.size()));
+        change(movedSquare(m_square, by, m_picture.size()));
         return;
     }
     const QPoint centre = m_square.topLeft() + QPoint(m_square.width() / 2, m_square.height() / 2);
-    change(icons::drawnSquare(centre, centre + QPoint(m_square.width() / 2 + larger, 0), m_picture.size(),
-                              true));
+    change(drawnSquare(centre, centre + QPoint(m_square.width() / 2 + larger, 0), m_picture.size(), true));
 }
 
 void CropView::change(const QRect &square)
@@ -236,3 +238,5 @@ void CropView::change(const QRect &square)
     layOut();
     emit squareChanged(square);
 }
+
+} // namespace icons

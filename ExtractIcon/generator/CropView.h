@@ -5,6 +5,9 @@
 #include <QRect>
 #include <QWidget>
 
+namespace icons
+{
+
 // An image with the square that becomes the icon. Dragging inside the square moves it, dragging outside draws
 // a new one, dragging a corner resizes it. Shift keeps the centre. Arrow keys move it (with Ctrl by ten
 // pixels), plus and minus resize it.
@@ -58,3 +61,5 @@ private:
     QRect m_before; // the square at the start of the drag
     bool m_centreKept = false;
 };
+
+} // namespace icons

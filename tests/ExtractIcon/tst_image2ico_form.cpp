@@ -85,3 +85,5 @@ void tst_image2ico_form::keepsTheCentre()
 
 QTEST_MAIN(tst_image2ico_form)
 #include "tst_image2ico_form.moc"
+
+using icons::CropView;
