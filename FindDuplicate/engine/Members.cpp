@@ -150,7 +150,7 @@ quint64 spareBytes(quint64 size, const std::vector<MemberFacts> &facts, const Gr
         // Each file once; the first of its names may be one that was just passed over.
         const std::size_t first =
             member.mark.sameFileAs < 0 ? i : static_cast<std::size_t>(member.mark.sameFileAs);
-        files += counted[first] ? 0 : 1;
+        files += counted[first] ? 0U : 1U;
         counted[first] = true;
     }
     return files > 1 ? (files - 1) * size : 0;
