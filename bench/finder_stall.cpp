@@ -150,7 +150,7 @@ int main(int argc, char *argv[])
     QApplication application(argc, argv);
     QApplication::setStyle(QStringLiteral("Fusion"));
     const bool pictures = application.arguments().value(1) == QLatin1String("pictures");
-    bench::reportStall("interface longest stall (aim: under 100)",
+    bench::reportStall("interface longest stall (aim: under 50 ms of work)",
                        pictures ? picturesPage() : duplicatesPage());
     return 0;
 }

@@ -154,8 +154,8 @@ int main(int argc, char *argv[])
     if (what == QLatin1String("memory"))
         bench::report("folder model bytes per row", bytesPerRow(), "(aim: under 2048)");
     else if (what == QLatin1String("nested"))
-        reportStall("interface longest stall (aim: under 100), nested", run("nested", 10));
+        reportStall("interface longest stall (aim: under 50 ms of work), nested", run("nested", 10));
     else
-        reportStall("interface longest stall (aim: under 100), flat", run("flat", folderCount));
+        reportStall("interface longest stall (aim: under 50 ms of work), flat", run("flat", folderCount));
     return 0;
 }
