@@ -1,13 +1,11 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "ExtractIcon/Image2IcoForm.h"
 
-#include "ExtractIcon/IconFiles.h"
 #include "ExtractIcon/PageHead.h"
 #include "ExtractIcon/Settings.h"
 #include "ExtractIcon/engine/CropSquare.h"
-#include "ExtractIcon/engine/IconWriter.h"
 #include "ExtractIcon/generator/CropView.h"
-#include "ExtractIcon/generator/IconPreview.h"
+#include "ExtractIcon/generator/SizesPanel.h"
 #include "platform/Dialogs.h"
 #include "platform/KnownFolders.h"
 #include "platform/Shell.h"
@@ -15,19 +13,17 @@
 #include "widgets/DropFrame.h"
 #include "widgets/JobHost.h"
 #include "widgets/NoticeBar.h"
+#include "widgets/ScanPage.h"
 #include "widgets/Theme.h"
 
 #include <QAction>
-#include <QCheckBox>
 #include <QDir>
 #include <QFileInfo>
-#include <QGridLayout>
 #include <QImageReader>
-#include <QLabel>
 #include <QListWidget>
 #include <QPushButton>
-#include <QScrollArea>
 #include <QSplitter>
+#include <QStackedLayout>
 #include <QVBoxLayout>
 
 #include <algorithm>
@@ -37,7 +33,6 @@ using icons::CropView;
 namespace
 {
 
-constexpr int previewPause = 60; // ms
 constexpr int listWidth = 200;
 constexpr int previewWidth = 290;
 constexpr int maxFailuresShown = 3;
@@ -51,43 +46,31 @@ QString pictureFilter()
            Image2IcoForm::tr("All files (*.*)");
 }
 
-QList<QImage> made(const QImage &picture, const QRect &square, const QList<int> &sizes, bool sharpen,
-                   const core::CancelFlag &cancel)
-{
-    QList<QImage> images;
-    const icons::IconPicture prepared(picture, square);
-    for (const int side : sizes) {
-        if (cancel.isSet() || !prepared.isValid())
-            return {};
-        images.append(prepared.made(side, sharpen));
-    }
-    return images;
-}
-
-// `folder`\NAME.ico, with a number if a file or another image of the same job has that name.
-QString freeTarget(const QString &folder, const QString &name, const QStringList &taken)
-{
-    QString target = folder + QLatin1Char('\\') + name + QStringLiteral(".ico");
-    for (int again = 2; taken.contains(target, Qt::CaseInsensitive) || QFileInfo::exists(target); ++again)
-        target = folder + QLatin1Char('\\') + name + QStringLiteral(" (%1).ico").arg(again);
-    return target;
-}
-
 } // namespace
 
 Image2IcoForm::Image2IcoForm(QWidget *parent)
     : FLWidget(parent),
       m_decoders(std::make_shared<imaging::DecoderPool>(
           imaging::DecoderPool::Options{imaging::DecoderPool::decoderProgram()})),
+      m_pages(new QStackedLayout(this)),
+      m_progress(
+          new ScanPage(this, {ScanPage::Figure::Steps, ScanPage::Figure::Time, ScanPage::Figure::TimeLeft})),
       m_job(new JobHost(this))
+{
+    m_pages->addWidget(buildPage());
+    m_pages->addWidget(m_progress);
+    connect(m_progress, &ScanPage::scanCancel, m_job, &JobHost::cancel);
+    m_reveal = new QAction(tr("Show in Explorer"), this);
+    connect(m_reveal, &QAction::triggered, this, [this] { platform::shell().revealInExplorer(m_lastSaved); });
+    updateButtons();
+}
+
+QWidget *Image2IcoForm::buildPage()
 {
     auto *page = new DropFrame(this);
     page->setAccepts(DropFrame::Accepts::Anything);
     page->setHint(tr("Drop pictures to make icons of them"));
     connect(page, &DropFrame::pathsDropped, this, &Image2IcoForm::addPictures);
-    auto *outer = new QVBoxLayout(this);
-    outer->setContentsMargins({});
-    outer->addWidget(page);
     auto *column = new QVBoxLayout(page);
     column->setContentsMargins(theme::pageMargin, theme::space, theme::pageMargin, theme::space);
     column->setSpacing(theme::space);
@@ -97,17 +80,14 @@ Image2IcoForm::Image2IcoForm(QWidget *parent)
     auto *splitter = new QSplitter(page);
     splitter->addWidget(buildSources());
     splitter->addWidget(buildCrop());
-    splitter->addWidget(buildSizes());
+    m_sizes = new icons::SizesPanel(splitter);
+    connect(m_sizes, &icons::SizesPanel::sizesChanged, this, &Image2IcoForm::updateButtons);
+    splitter->addWidget(m_sizes);
     splitter->setStretchFactor(1, 1);
     splitter->setChildrenCollapsible(false);
     splitter->setSizes({listWidth, 2 * listWidth, previewWidth});
     column->addWidget(splitter, 1);
-    m_reveal = new QAction(tr("Show in Explorer"), this);
-    connect(m_reveal, &QAction::triggered, this, [this] { platform::shell().revealInExplorer(m_lastSaved); });
-    m_pause.setSingleShot(true);
-    m_pause.setInterval(previewPause);
-    connect(&m_pause, &QTimer::timeout, this, &Image2IcoForm::updatePreview);
-    updateButtons();
+    return page;
 }
 
 QWidget *Image2IcoForm::buildHeader()
@@ -176,41 +156,6 @@ QWidget *Image2IcoForm::buildCrop()
     return panel;
 }
 
-QWidget *Image2IcoForm::buildSizes()
-{
-    auto *panel = new QWidget(this);
-    auto *column = new QVBoxLayout(panel);
-    column->setContentsMargins({});
-    auto *scroll = new QScrollArea(panel);
-    m_preview = new IconPreview;
-    scroll->setWidgetResizable(true);
-    scroll->setFrameShape(QFrame::NoFrame);
-    scroll->setWidget(m_preview);
-    column->addWidget(scroll, 1);
-    auto *grid = new QGridLayout;
-    constexpr int columns = 5;
-    for (const int side : icons::usualSizes) {
-        auto *box = new QCheckBox(QString::number(side), panel);
-        box->setObjectName(QStringLiteral("size%1").arg(side));
-        box->setAccessibleName(tr("%1 pixels").arg(side));
-        box->setChecked(true);
-        connect(box, &QCheckBox::toggled, this, [this] {
-            m_pause.start();
-            updateButtons();
-        });
-        const int place = static_cast<int>(m_sizes.size());
-        grid->addWidget(box, place / columns, place % columns);
-        m_sizes.append(box);
-    }
-    column->addLayout(grid);
-    m_sharpen = new QCheckBox(tr("Sharpen small sizes"), panel);
-    m_sharpen->setObjectName(QStringLiteral("sharpenBox"));
-    m_sharpen->setChecked(true);
-    connect(m_sharpen, &QCheckBox::toggled, &m_pause, qOverload<>(&QTimer::start));
-    column->addWidget(m_sharpen);
-    return panel;
-}
-
 void Image2IcoForm::shellEvent(ShellEvent event, quint32)
 {
     if (event == ShellEvent::ShiftDown || event == ShellEvent::ShiftUp)
@@ -247,7 +192,7 @@ void Image2IcoForm::removePicture()
     showCurrent();
 }
 
-Image2IcoForm::Picture *Image2IcoForm::current()
+icons::SourcePicture *Image2IcoForm::current()
 {
     const int row = m_list->currentRow();
     return row >= 0 && row < m_pictures.size() ? &m_pictures[row] : nullptr;
@@ -257,10 +202,9 @@ void Image2IcoForm::showCurrent()
 {
     m_image = {};
     m_crop->setPicture({}, {});
-    m_preview->setImages({});
-    m_making.forget();
+    m_sizes->setPicture({}, {});
     updateButtons();
-    const Picture *picture = current();
+    const icons::SourcePicture *picture = current();
     if (!picture) {
         m_decoding.forget();
         return;
@@ -276,7 +220,7 @@ void Image2IcoForm::showCurrent()
 
 void Image2IcoForm::showDecoded(const QString &path, const QImage &image)
 {
-    Picture *picture = current();
+    icons::SourcePicture *picture = current();
     if (!picture || picture->path != path)
         return;
     if (image.isNull()) {
@@ -289,16 +233,15 @@ void Image2IcoForm::showDecoded(const QString &path, const QImage &image)
     if (picture->square.isEmpty())
         picture->square = icons::largestSquare(image.size());
     m_crop->setPicture(image, picture->square);
-    updatePreview();
+    m_sizes->setPicture(image, picture->square);
     updateButtons();
 }
 
 void Image2IcoForm::squareWasChanged(const QRect &square)
 {
-    if (Picture *picture = current())
+    if (icons::SourcePicture *picture = current())
         picture->square = square;
-    if (!m_pause.isActive())
-        m_pause.start();
+    m_sizes->setSquare(square);
 }
 
 void Image2IcoForm::setSquare(const QRect &square)
@@ -307,30 +250,9 @@ void Image2IcoForm::setSquare(const QRect &square)
     squareWasChanged(square);
 }
 
-QList<int> Image2IcoForm::chosenSizes() const
-{
-    QList<int> sizes;
-    for (qsizetype i = 0; i < m_sizes.size(); ++i) {
-        if (m_sizes[i]->isChecked())
-            sizes.append(icons::usualSizes[static_cast<std::size_t>(i)]);
-    }
-    return sizes;
-}
-
-void Image2IcoForm::updatePreview()
-{
-    const Picture *picture = current();
-    if (!picture || m_image.isNull())
-        return;
-    m_making.ask(
-        [image = m_image, square = picture->square, sizes = chosenSizes(), sharpen = m_sharpen->isChecked()](
-            const core::Asking &asking) { return made(image, square, sizes, sharpen, asking.cancel()); },
-        [this](const QList<QImage> &images) { m_preview->setImages(images); });
-}
-
 void Image2IcoForm::updateButtons()
 {
-    const bool free = !m_job->isBusy() && !chosenSizes().isEmpty();
+    const bool free = !m_job->isBusy() && !m_sizes->sizes().isEmpty();
     m_save->setEnabled(free && !m_image.isNull());
     m_saveAll->setEnabled(free && m_pictures.size() > 1);
     m_remove->setEnabled(current() != nullptr);
@@ -340,7 +262,7 @@ void Image2IcoForm::updateButtons()
 
 void Image2IcoForm::saveCurrent()
 {
-    const Picture *picture = current();
+    const icons::SourcePicture *picture = current();
     if (!picture)
         return;
     const QString name = QFileInfo(picture->path).completeBaseName() + QStringLiteral(".ico");
@@ -350,8 +272,7 @@ void Image2IcoForm::saveCurrent()
     if (target.isEmpty() || !current())
         return;
     icons::exportFolder.write(QDir::toNativeSeparators(QFileInfo(target).path()));
-    save({*current()},
-         [target](const QString &, const QStringList &) { return QDir::toNativeSeparators(target); });
+    save({.pictures = {*current()}, .file = QDir::toNativeSeparators(target)});
 }
 
 void Image2IcoForm::saveAll()
@@ -361,44 +282,48 @@ void Image2IcoForm::saveAll()
     if (folder.isEmpty())
         return;
     icons::exportFolder.write(folder);
-    save(m_pictures, [folder](const QString &picture, const QStringList &taken) {
-        return freeTarget(folder, QFileInfo(picture).completeBaseName(), taken);
-    });
+    save({.pictures = m_pictures, .folder = folder});
 }
 
-void Image2IcoForm::save(QList<Picture> pictures, FindTarget findTarget)
+void Image2IcoForm::save(icons::SaveTask task)
 {
-    const auto work = [decoders = m_decoders, pictures = std::move(pictures),
-                       findTarget = std::move(findTarget), sizes = chosenSizes(),
-                       sharpen = m_sharpen->isChecked()](const core::JobControl &job) {
-        Saved saved;
-        QStringList targets;
-        for (qsizetype i = 0; i < pictures.size() && !job.cancel.isSet(); ++i) {
-            targets.append(findTarget(pictures[i].path, targets));
-            const auto loaded = decoders->picture(pictures[i].path, job.cancel);
-            const QImage image = loaded ? loaded->image : QImage();
-            const QRect square =
-                pictures[i].square.isEmpty() ? icons::largestSquare(image.size()) : pictures[i].square;
-            const QByteArray file = icons::makeIconFile(made(image, square, sizes, sharpen, job.cancel));
-            const QString error =
-                file.isEmpty() ? tr("the picture cannot be read") : icons::writeFile(targets[i], file);
-            if (error.isEmpty())
-                saved.files.append(targets[i]);
-            else if (!job.cancel.isSet())
-                saved.failures.append(QStringLiteral("%1: %2").arg(QFileInfo(targets[i]).fileName(), error));
-        }
-        return saved;
-    };
-    m_job->run({.busyText = tr("the making of icons")}, work, [this](auto &job) {
-        const std::optional<Saved> saved = job.takeResult();
-        showSaved(saved.value_or(Saved{}), job.error());
-    });
+    const auto count = task.pictures.size();
+    task.sizes = m_sizes->sizes();
+    task.sharpen = m_sizes->sharpens();
+    const bool several = count > 1;
+    if (several)
+        m_pages->setCurrentWidget(m_progress);
+    m_job->run(
+        {.busyText = tr("the making of icons"),
+         .page = several ? m_progress : nullptr,
+         .title = tr("Saving icons. Please wait ..."),
+         .subject = task.folder,
+         .stoppingTitle = tr("Stopping ...")},
+        [decoders = m_decoders, task = std::move(task)](const core::JobControl &job) {
+            return icons::saveIcons(task, *decoders, job);
+        },
+        [this, count](auto &job) {
+            const icons::SaveResult saved = job.takeResult().value_or(icons::SaveResult());
+            m_pages->setCurrentIndex(0);
+            updateButtons();
+            if (job.stopRequested())
+                showStopped(saved, count);
+            else
+                showSaved(saved, job.error());
+        });
     updateButtons();
 }
 
-void Image2IcoForm::showSaved(const Saved &saved, const QString &error)
+void Image2IcoForm::showStopped(const icons::SaveResult &saved, qsizetype count)
 {
-    updateButtons();
+    m_lastSaved = saved.files.value(0);
+    m_notice->showNotice(NoticeBar::Kind::Warning,
+                         tr("Stopped. %1 of %2 icons were saved.").arg(saved.files.size()).arg(count),
+                         saved.files.isEmpty() ? nullptr : m_reveal);
+}
+
+void Image2IcoForm::showSaved(const icons::SaveResult &saved, const QString &error)
+{
     QStringList failures = saved.failures;
     if (!error.isEmpty())
         failures.append(error);

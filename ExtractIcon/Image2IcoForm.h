@@ -1,29 +1,28 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
-#include "ExtractIcon/engine/IconPicture.h"
+#include "ExtractIcon/generator/IconSaving.h"
 #include "core/LatestAnswer.h"
 #include "imaging/DecoderPool.h"
 #include "widgets/FLWidget.h"
 
 #include <QImage>
 #include <QList>
-#include <QTimer>
 
-#include <functional>
 #include <memory>
 
-class IconPreview;
 class JobHost;
 class NoticeBar;
 class QAction;
-class QCheckBox;
 class QListWidget;
 class QPushButton;
+class QStackedLayout;
+class ScanPage;
 
 namespace icons
 {
 class CropView;
+class SizesPanel;
 }
 
 // The icon generator: makes icon files from images. Each image has its own crop square; sizes and sharpening
@@ -40,43 +39,30 @@ public:
     void addPictures(const QStringList &paths);
 
 private:
-    struct Picture {
-        QString path;
-        QRect square; // empty until the image is decoded
-    };
-    struct Saved {
-        QStringList files;
-        QStringList failures;
-    };
-
+    QWidget *buildPage();
     QWidget *buildHeader();
     QWidget *buildSources();
     QWidget *buildCrop();
-    QWidget *buildSizes();
     void choosePictures();
     void removePicture();
     void showCurrent();
     void showDecoded(const QString &path, const QImage &image);
     void squareWasChanged(const QRect &square);
     void setSquare(const QRect &square);
-    void updatePreview();
     void updateButtons();
     void saveCurrent();
     void saveAll();
-    // Returns the icon path for an image; called on the worker with the paths that the job has used so far.
-    using FindTarget = std::function<QString(const QString &picture, const QStringList &taken)>;
-    void save(QList<Picture> pictures, FindTarget findTarget);
-    void showSaved(const Saved &saved, const QString &error);
-    QList<int> chosenSizes() const;
-    Picture *current();
+    // With the chosen sizes and sharpening. Several images are saved behind a page that shows the progress.
+    void save(icons::SaveTask task);
+    void showStopped(const icons::SaveResult &saved, qsizetype count);
+    void showSaved(const icons::SaveResult &saved, const QString &error);
+    icons::SourcePicture *current();
 
-    QList<Picture> m_pictures; // one per row of the list
+    QList<icons::SourcePicture> m_pictures; // one per row of the list
     QListWidget *m_list = nullptr;
     icons::CropView *m_crop = nullptr;
-    IconPreview *m_preview = nullptr;
+    icons::SizesPanel *m_sizes = nullptr;
     NoticeBar *m_notice = nullptr;
-    QList<QCheckBox *> m_sizes; // in the order of usualSizes
-    QCheckBox *m_sharpen = nullptr;
     QPushButton *m_save = nullptr;
     QPushButton *m_saveAll = nullptr;
     QPushButton *m_remove = nullptr;
@@ -86,8 +72,8 @@ private:
     QString m_lastSaved;
     QImage m_image; // of the current row; null while it is being decoded
     std::shared_ptr<imaging::DecoderPool> m_decoders;
-    QTimer m_pause; // delays the preview while the square is being changed
     core::LatestAnswer m_decoding;
-    core::LatestAnswer m_making;
+    QStackedLayout *m_pages;
+    ScanPage *m_progress; // of saving several
     JobHost *m_job;
 };

@@ -6,9 +6,12 @@
 #include "tests/support/FakeDialogs.h"
 #include "tests/support/RegistryTest.h"
 #include "tests/support/TestFolder.h"
+#include "widgets/NoticeBar.h"
+#include "widgets/ScanPage.h"
 
 #include <QCheckBox>
 #include <QDir>
+#include <QLabel>
 #include <QListWidget>
 #include <QPushButton>
 #include <QTest>
@@ -19,6 +22,7 @@ class tst_image2ico_form : public tests::RegistryTest
 
 private slots:
     void makesIconsOfSeveral();
+    void stopsSavingSeveral();
     void keepsTheCentre();
 
 private:
@@ -62,6 +66,30 @@ void tst_image2ico_form::makesIconsOfSeveral()
     QCOMPARE(images.last().facts.width, 256);
     QCOMPARE(images.last().image.pixel(128, 10), 0U); // the whole picture, with nothing above it
     QCOMPARE(images.last().image.pixel(128, 128), 0xffff0000);
+}
+
+void tst_image2ico_form::stopsSavingSeveral()
+{
+    tests::TestFolder folder;
+    tests::FakeDialogs dialogs;
+    Image2IcoForm form;
+    form.resize(950, 600);
+    form.show();
+    constexpr int count = 20;
+    form.addPictures(QStringList(count, picture(folder, QStringLiteral("a.png"), {300, 200}, Qt::red)));
+    dialogs.nextFolder.enqueue(folder.path());
+    form.findChild<QPushButton *>(QStringLiteral("saveAllButton"))->click();
+    const auto *progress = form.findChild<ScanPage *>();
+    QVERIFY(progress->isVisible());
+    const auto *done = progress->findChild<QLabel *>(QStringLiteral("stepsLabel"));
+    QTRY_VERIFY2(done->text().endsWith(QStringLiteral(" of 20")), qPrintable(done->text()));
+    progress->findChild<QPushButton *>(QStringLiteral("cancelButton"))->click();
+    QTRY_VERIFY(!form.isBusy());
+    QVERIFY(!progress->isVisible());
+    const auto saved = QDir(folder.path()).entryList({QStringLiteral("*.ico")}).size();
+    QVERIFY(saved < count);
+    QCOMPARE(form.findChild<NoticeBar *>()->text(),
+             QStringLiteral("Stopped. %1 of 20 icons were saved.").arg(saved));
 }
 
 void tst_image2ico_form::keepsTheCentre()
