@@ -3,6 +3,7 @@
 
 #include "ExtractIcon/ExportIconDialog.h"
 #include "ExtractIcon/IconFiles.h"
+#include "ExtractIcon/IconListView.h"
 #include "ExtractIcon/IconSizesView.h"
 #include "ExtractIcon/PageHead.h"
 #include "ExtractIcon/Settings.h"
@@ -25,30 +26,23 @@
 #include <QFileInfo>
 #include <QGuiApplication>
 #include <QLabel>
-#include <QListView>
 #include <QPushButton>
-#include <QRegularExpression>
 #include <QScrollArea>
-#include <QSortFilterProxyModel>
 #include <QSplitter>
 #include <QStackedLayout>
 #include <QVBoxLayout>
 
-#include <algorithm>
-
 namespace
 {
 
-constexpr int listIconSide = icons::IconListModel::iconSide;
-constexpr int thumbnailSide = 2 * listIconSide; // for up to 200 % scaling
+constexpr int thumbnailSide = 2 * icons::IconListModel::iconSide; // for up to 200 % scaling
 constexpr int thumbnailBatch = 24;
 constexpr int sizesWidth = 310; // an icon of 256 pixels with margins
 
 } // namespace
 
-ExtractIconForm::ExtractIconForm(QWidget *parent) : FLWidget(parent), m_proxy(new QSortFilterProxyModel(this))
+ExtractIconForm::ExtractIconForm(QWidget *parent) : FLWidget(parent)
 {
-    m_proxy->setSourceModel(&m_model);
     auto *column = new QVBoxLayout(this);
     column->setContentsMargins({});
     column->addWidget(buildPage());
@@ -134,7 +128,13 @@ QWidget *ExtractIconForm::buildBody()
                         tr("Choose a library of Windows or a file, or drop a file here."));
     m_body->addWidget(m_empty);
     auto *splitter = new QSplitter(body);
-    splitter->addWidget(buildList());
+    m_list = new icons::IconListView(&m_model, splitter);
+    connect(m_list, &QListView::doubleClicked, this, &ExtractIconForm::OnDoubleClickListView);
+    connect(m_list->selectionModel(), &QItemSelectionModel::selectionChanged, this,
+            &ExtractIconForm::OnSelectionChanged);
+    connect(m_list, &icons::IconListView::exportRequested, this, &ExtractIconForm::exportSelected);
+    connect(m_list, &icons::IconListView::copyRequested, this, &ExtractIconForm::copySelected);
+    splitter->addWidget(m_list);
     auto *scroll = new QScrollArea(splitter);
     m_sizes = new IconSizesView;
     scroll->setWidgetResizable(true);
@@ -147,34 +147,6 @@ QWidget *ExtractIconForm::buildBody()
     splitter->setSizes({3 * sizesWidth, sizesWidth});
     m_body->addWidget(splitter);
     return body;
-}
-
-QWidget *ExtractIconForm::buildList()
-{
-    m_list = new QListView(this);
-    m_list->setObjectName(QStringLiteral("listView"));
-    m_list->setAccessibleName(tr("Icons"));
-    m_list->setModel(m_proxy);
-    m_list->setViewMode(QListView::IconMode);
-    m_list->setMovement(QListView::Static);
-    m_list->setResizeMode(QListView::Adjust);
-    m_list->setUniformItemSizes(true);
-    m_list->setLayoutMode(QListView::Batched);
-    m_list->setIconSize(QSize(listIconSide, listIconSide));
-    m_list->setGridSize(icons::IconListModel::cellSize + QSize(theme::spaceTight, theme::spaceTight));
-    m_list->setSelectionMode(QAbstractItemView::ExtendedSelection);
-    m_list->setEditTriggers(QAbstractItemView::NoEditTriggers);
-    m_list->setContextMenuPolicy(Qt::ActionsContextMenu);
-    connect(m_list, &QListView::doubleClicked, this, &ExtractIconForm::OnDoubleClickListView);
-    connect(m_list->selectionModel(), &QItemSelectionModel::selectionChanged, this,
-            &ExtractIconForm::OnSelectionChanged);
-    m_list->addAction(controls::action(
-        m_list, {.objectName = "exportAction", .text = tr("Export Icon"), .key = Qt::Key_Return},
-        [this] { exportSelected(); }));
-    m_list->addAction(controls::action(
-        m_list, {.objectName = "copyAction", .text = tr("Copy Image"), .key = QKeySequence::Copy},
-        [this] { copySelected(); }));
-    return m_list;
 }
 
 void ExtractIconForm::shellEvent(ShellEvent event, quint32)
@@ -217,7 +189,7 @@ void ExtractIconForm::open(const QString &path)
     m_openFile->setText(shown);
     m_notice->hide();
     m_search->clear();
-    m_proxy->setFilterRegularExpression(QString());
+    m_list->showAll();
     icons::recordList() = {.path = shown, .records = {}, .thumbnails = {}};
     m_model.clear();
     m_sizes->setImages({});
@@ -269,7 +241,7 @@ void ExtractIconForm::refresh()
     if (!m_list->currentIndex().isValid() && !m_search->hasFocus())
         m_list->setFocus();
     if (m_list->selectionModel()->selectedIndexes().isEmpty())
-        m_list->setCurrentIndex(m_proxy->index(0, 0));
+        m_list->selectFirst();
 }
 
 void ExtractIconForm::setThumbnails(int first, QList<QImage> images)
@@ -291,15 +263,6 @@ void ExtractIconForm::loaded(const Opened &opened)
     m_recent->setEnabled(true);
 }
 
-QList<int> ExtractIconForm::selectedRows() const
-{
-    QList<int> rows;
-    for (const QModelIndex &index : m_list->selectionModel()->selectedIndexes())
-        rows.append(m_proxy->mapToSource(index).row());
-    std::ranges::sort(rows);
-    return rows;
-}
-
 void ExtractIconForm::OnSelectionChanged(const QItemSelection &, const QItemSelection &)
 {
     m_export->setEnabled(!m_list->selectionModel()->selectedIndexes().isEmpty());
@@ -309,34 +272,29 @@ void ExtractIconForm::OnSelectionChanged(const QItemSelection &, const QItemSele
 // With several selected icons, those of the current one.
 void ExtractIconForm::showSizes()
 {
-    const QModelIndex current = m_list->currentIndex();
-    const QList<int> rows = selectedRows();
+    const QList<int> rows = m_list->selectedRows();
     if (rows.isEmpty()) {
         m_reading.forget();
         m_sizes->setImages({});
         return;
     }
-    const int wanted = m_proxy->mapToSource(current).row();
+    const int wanted = m_list->currentRow();
     const int row = rows.contains(wanted) ? wanted : rows.last();
     const quint32 id = icons::recordList().records[row].id;
     m_reading.ask(
-        [path = icons::recordList().path, id](const core::Asking &) {
-            const std::unique_ptr<icons::IconSource> source = icons::openIcons(path);
-            const std::optional<icons::StoredIcon> icon = icons::readIcon(*source, id);
-            return icon ? icons::decodeIcon(*icon) : QList<icons::IconImage>();
-        },
+        [path = icons::recordList().path, id](const core::Asking &) { return icons::readImages(path, id); },
         [this](const QList<icons::IconImage> &images) { m_sizes->setImages(images); });
 }
 
 void ExtractIconForm::OnDoubleClickListView(const QModelIndex &index)
 {
     if (index.isValid())
-        openExport({m_proxy->mapToSource(index).row()});
+        openExport({m_list->rowOf(index)});
 }
 
 void ExtractIconForm::exportSelected()
 {
-    openExport(selectedRows());
+    openExport(m_list->selectedRows());
 }
 
 void ExtractIconForm::openExport(const QList<int> &rows)
@@ -351,20 +309,17 @@ void ExtractIconForm::openExport(const QList<int> &rows)
         showExport(new ExportIconDialog(std::move(choice), this));
         return;
     }
-    m_choosing.ask(
-        [path = choice.source, id = choice.records.first().id](const core::Asking &) {
-            const std::unique_ptr<icons::IconSource> source = icons::openIcons(path);
-            const std::optional<icons::StoredIcon> icon = icons::readIcon(*source, id);
-            return icon ? icons::decodeIcon(*icon) : QList<icons::IconImage>();
-        },
-        [this, choice](const QList<icons::IconImage> &images) {
-            ExportIconDialog::Choice whole = choice;
-            whole.images = images;
-            if (!images.isEmpty())
-                showExport(new ExportIconDialog(std::move(whole), this));
-            else
-                m_notice->showNotice(NoticeBar::Kind::Error, tr("The icon cannot be read any more."));
-        });
+    m_choosing.ask([path = choice.source, id = choice.records.first().id](
+                       const core::Asking &) { return icons::readImages(path, id); },
+                   [this, choice](const QList<icons::IconImage> &images) {
+                       ExportIconDialog::Choice whole = choice;
+                       whole.images = images;
+                       if (!images.isEmpty())
+                           showExport(new ExportIconDialog(std::move(whole), this));
+                       else
+                           m_notice->showNotice(NoticeBar::Kind::Error,
+                                                tr("The icon cannot be read any more."));
+                   });
 }
 
 void ExtractIconForm::showExport(ExportIconDialog *dialog)
@@ -382,7 +337,7 @@ void ExtractIconForm::showExport(ExportIconDialog *dialog)
 
 void ExtractIconForm::copySelected()
 {
-    const QList<int> rows = selectedRows();
+    const QList<int> rows = m_list->selectedRows();
     if (rows.isEmpty())
         return;
     m_choosing.ask(
@@ -401,19 +356,8 @@ void ExtractIconForm::copySelected()
 
 void ExtractIconForm::showFiltered(const QString &number)
 {
-    m_proxy->setFilterRegularExpression(QRegularExpression(QRegularExpression::escape(number.trimmed()),
-                                                           QRegularExpression::CaseInsensitiveOption));
-    const int found = m_proxy->rowCount();
+    const int found = m_list->showMatches(number);
     if (m_model.rowCount() > 0)
         m_count->setText(number.isEmpty() ? tr("%1 icons").arg(found)
                                           : tr("%1 of %2 icons").arg(found).arg(m_model.rowCount()));
-    // An exact match of the number comes before partial ones.
-    for (int row = 0; row < found; ++row) {
-        if (m_proxy->index(row, 0).data().toString() == number.trimmed()) {
-            m_list->setCurrentIndex(m_proxy->index(row, 0));
-            return;
-        }
-    }
-    if (found > 0 && !number.isEmpty())
-        m_list->setCurrentIndex(m_proxy->index(0, 0));
 }

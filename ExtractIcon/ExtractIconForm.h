@@ -15,11 +15,14 @@ class NoticeBar;
 class PageHeader;
 class QAction;
 class QLabel;
-class QListView;
 class QPushButton;
-class QSortFilterProxyModel;
 class QStackedLayout;
 class SearchLine;
+
+namespace icons
+{
+class IconListView;
+}
 
 // The icon extractor: lists the icons of a library, program or icon file, shows all sizes of the selected
 // one, and exports them. Files are read and decoded on worker threads; the list is updated when the window
@@ -48,7 +51,6 @@ private:
     QWidget *buildPage();
     QWidget *buildHeader();
     QWidget *buildBody();
-    QWidget *buildList();
     void chooseFile();
     void showLibraries();
     void showRecent();
@@ -63,11 +65,9 @@ private:
     void showExport(ExportIconDialog *dialog);
     void copySelected();
     void showFiltered(const QString &number);
-    QList<int> selectedRows() const;
 
     icons::IconListModel m_model;
-    QSortFilterProxyModel *m_proxy;
-    QListView *m_list = nullptr;
+    icons::IconListView *m_list = nullptr;
     QPushButton *m_load = nullptr;
     QPushButton *m_recent = nullptr;
     QPushButton *m_export = nullptr;

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "ExtractIcon/IconFiles.h"
 
+#include "ExtractIcon/engine/IconListing.h"
 #include "platform/KnownFolders.h"
 #include "platform/NewFile.h"
 #include "platform/ResourceLibrary.h"
@@ -96,6 +97,13 @@ std::unique_ptr<IconSource> openIcons(const QString &path, const QString &window
 std::unique_ptr<IconSource> openIcons(const QString &path)
 {
     return openIcons(path, platform::knownFolder(platform::KnownFolder::Windows));
+}
+
+QList<IconImage> readImages(const QString &path, quint32 id)
+{
+    const std::unique_ptr<IconSource> source = openIcons(path);
+    const std::optional<StoredIcon> icon = readIcon(*source, id);
+    return icon ? decodeIcon(*icon) : QList<IconImage>();
 }
 
 QString writeFile(const QString &path, const QByteArray &bytes)

@@ -1,8 +1,10 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
+#include "ExtractIcon/engine/IconImage.h"
 #include "ExtractIcon/engine/IconSource.h"
 
+#include <QList>
 #include <QString>
 #include <QStringList>
 
@@ -23,6 +25,9 @@ QString libraryPath(const QString &name);
 // in SystemResources\NAME.mun, which is used for modules of the Windows folder without icons of their own.
 std::unique_ptr<IconSource> openIcons(const QString &path, const QString &windowsFolder);
 std::unique_ptr<IconSource> openIcons(const QString &path);
+
+// Does disk I/O. All images of one icon of a file, decoded; empty if it cannot be read any more.
+QList<IconImage> readImages(const QString &path, quint32 id);
 
 // Does disk I/O. Writes to a temporary file beside the target and replaces the target in one step. Returns an
 // empty string on success, otherwise the reason for the user.
