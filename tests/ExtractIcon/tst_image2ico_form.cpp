@@ -16,6 +16,8 @@
 #include <QPushButton>
 #include <QTest>
 
+using icons::CropView;
+
 class tst_image2ico_form : public tests::RegistryTest
 {
     Q_OBJECT
@@ -113,5 +115,3 @@ void tst_image2ico_form::keepsTheCentre()
 
 QTEST_MAIN(tst_image2ico_form)
 #include "tst_image2ico_form.moc"
-
-using icons::CropView;
