@@ -23,7 +23,7 @@ namespace icons
 {
 class CropView;
 class SizesPanel;
-}
+} // namespace icons
 
 // The icon generator: makes icon files from images. Each image has its own crop square; sizes and sharpening
 // apply to all. Images are decoded in separate processes.
