@@ -23,6 +23,8 @@
 
 #include <utility>
 
+using automation::FeaturePage;
+
 namespace
 {
 

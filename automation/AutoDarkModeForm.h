@@ -18,7 +18,7 @@ struct Number;
 }
 
 // Settings for when Windows and apps are light and when they are dark.
-class AutoDarkModeForm : public FeaturePage
+class AutoDarkModeForm : public automation::FeaturePage
 {
     Q_OBJECT
 

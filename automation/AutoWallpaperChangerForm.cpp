@@ -17,6 +17,7 @@
 #include <QFormLayout>
 #include <QPushButton>
 
+using automation::FeaturePage;
 using automation::ImageSource;
 
 namespace

@@ -12,7 +12,7 @@ class ShownImagePanel;
 
 // Settings for the source of the wallpapers and the time of changes; shows the current wallpaper and the time
 // of the next change.
-class AutoWallpaperChangerForm : public FeaturePage
+class AutoWallpaperChangerForm : public automation::FeaturePage
 {
     Q_OBJECT
 

@@ -23,7 +23,8 @@
 #include <QSignalBlocker>
 #include <QVBoxLayout>
 
-using namespace automation;
+namespace automation
+{
 
 namespace
 {
@@ -218,3 +219,5 @@ void FeaturePage::refresh()
     m_agentRow->setVisible(on && !runs);
     refreshed();
 }
+
+} // namespace automation

@@ -19,6 +19,9 @@ namespace settings
 struct Flag;
 }
 
+namespace automation
+{
+
 // The page of a background feature: its switch, what happens next, what happened last and why, the settings,
 // and the log. The page only stores settings and notifies the agent, which does the work.
 class FeaturePage : public FLWidget
@@ -81,3 +84,5 @@ private:
     AgentLogView *m_log;
     QTimer m_refresh;
 };
+
+} // namespace automation

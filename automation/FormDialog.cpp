@@ -13,6 +13,9 @@
 #include <QToolButton>
 #include <QVBoxLayout>
 
+namespace automation
+{
+
 void FormDialog::Row::setVisible(bool visible) const
 {
     label->setVisible(visible);
@@ -92,3 +95,5 @@ void FormDialog::chooseFolder(QLineEdit *field, const QString &title)
     if (!folder.isEmpty())
         field->setText(folder);
 }
+
+} // namespace automation

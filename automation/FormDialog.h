@@ -9,6 +9,9 @@ class QLineEdit;
 class QPushButton;
 class QToolButton;
 
+namespace automation
+{
+
 // A dialog of labelled fields in a column, with a notice, Save and Cancel below. A derived class creates its
 // fields, adds a row for each, then calls addButtons(): that is also the tab order.
 class FormDialog : public QDialog
@@ -54,3 +57,5 @@ private:
     QLabel *m_notice;
     QPushButton *m_save = nullptr;
 };
+
+} // namespace automation

@@ -15,6 +15,7 @@
 #include <QSpinBox>
 #include <QToolButton>
 
+using automation::FormDialog;
 using automation::Modifier;
 using automation::ShortcutAction;
 using automation::ShortcutCommand;

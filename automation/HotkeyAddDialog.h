@@ -10,7 +10,7 @@ class QSpinBox;
 class QToolButton;
 
 // Adds a shortcut or edits an existing one.
-class HotkeyAddDialog : public FormDialog
+class HotkeyAddDialog : public automation::FormDialog
 {
     Q_OBJECT
 

@@ -8,6 +8,8 @@
 #include <QFormLayout>
 #include <QLabel>
 
+using automation::FeaturePage;
+
 MyTrayIconForm::MyTrayIconForm(QWidget *parent)
     : FeaturePage(
           automation::features::trayIcon, settings::trayIconShown,

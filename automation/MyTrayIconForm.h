@@ -4,7 +4,7 @@
 #include "automation/FeaturePage.h"
 
 // Settings for the suite's icon with its quick menu in the notification area.
-class MyTrayIconForm : public FeaturePage
+class MyTrayIconForm : public automation::FeaturePage
 {
     Q_OBJECT
 

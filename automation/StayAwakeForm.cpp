@@ -17,6 +17,8 @@
 #include <QSignalBlocker>
 #include <QSpinBox>
 
+using automation::FeaturePage;
+
 namespace
 {
 

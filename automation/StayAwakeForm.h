@@ -9,7 +9,7 @@ class QRadioButton;
 class QSpinBox;
 
 // Settings for how long and how the PC is kept awake.
-class StayAwakeForm : public FeaturePage
+class StayAwakeForm : public automation::FeaturePage
 {
     Q_OBJECT
 

@@ -12,6 +12,8 @@
 #include <QLabel>
 #include <QSlider>
 
+using automation::FeaturePage;
+
 namespace
 {
 

@@ -5,7 +5,7 @@
 #include "widgets/SettingsBinding.h"
 
 // Settings for the transparency of the taskbar.
-class TransparentTaskbarModuleForm : public FeaturePage
+class TransparentTaskbarModuleForm : public automation::FeaturePage
 {
     Q_OBJECT
 

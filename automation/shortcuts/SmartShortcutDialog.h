@@ -11,7 +11,7 @@ class QSpinBox;
 class QToolButton;
 
 // Creates or edits a smart shortcut. Stays open until the owner has stored it.
-class SmartShortcutDialog : public FormDialog
+class SmartShortcutDialog : public automation::FormDialog
 {
     Q_OBJECT
 
