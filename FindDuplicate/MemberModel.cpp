@@ -24,6 +24,8 @@ RowBadge removalBadge(const FileRecord &file, bool exists)
     if (file.moved)
         return exists ? RowBadge{MemberModel::tr("moved to the recycle bin, and there again"), Tone::Warning}
                       : RowBadge{MemberModel::tr("moved to the recycle bin"), Tone::Neutral};
+    if (file.untraced && !exists)
+        return {MemberModel::tr("gone, Windows did not tell where to"), Tone::Warning};
     return exists ? RowBadge{MemberModel::tr("still here: it could not be moved"), Tone::Danger}
                   : RowBadge{MemberModel::tr("could not be moved, and has gone since"), Tone::Warning};
 }
@@ -156,7 +158,7 @@ QList<RowBadge> MemberModel::badges(int member) const
     const FileRecord &file = m_group->members[static_cast<std::size_t>(member)];
     QList<RowBadge> result;
     if (file.checked) // until the disk has been checked, the outcome of the move counts
-        result.append(removalBadge(file, known ? known->mark.exists : !file.moved));
+        result.append(removalBadge(file, known ? known->mark.exists : !file.moved && !file.untraced));
     appendDiskBadges(result, member);
     const auto index = static_cast<std::size_t>(member);
     const ContentState content = index < m_contents.size() ? m_contents[index] : ContentState::NotCompared;

@@ -115,6 +115,7 @@ Fault faultOf(Guarded result)
         return Fault::NameTaken;
     case Guarded::Refused:
     case Guarded::Failed:
+    case Guarded::Untraced: // the recycle bin is not used here
         break;
     }
     return Fault::Failed;

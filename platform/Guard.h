@@ -62,7 +62,8 @@ enum class Guarded {
     Denied,      // no rights
     NotEmpty,    // a folder with something in it
     NameTaken,   // by another item in the folder
-    Failed       // Windows failed for another reason
+    Failed,      // Windows failed for another reason
+    Untraced     // gone from its place, but Windows did not report where the recycle bin put it
 };
 
 // The folder that the user chose. Held open, so that it cannot be replaced meanwhile; if it is a link, its

@@ -46,19 +46,8 @@ std::optional<Guarded> obstacle(const ShownItem &item, const HeldFile &held)
     return same ? std::nullopt : std::optional(Guarded::Changed);
 }
 
-} // namespace
-
-std::optional<Guarded> removalObstacle(const ShownItem &item)
+Guarded moveHeldItem(const ShownItem &item)
 {
-    if (const std::optional<Guarded> found = unopenedObstacle(item))
-        return found;
-    return obstacle(item, HeldFile(item.path));
-}
-
-Guarded moveShownItem(const ShownItem &item)
-{
-    if (const std::optional<Guarded> found = unopenedObstacle(item))
-        return *found;
     // The handle stays open until the end, so that no folder on the path can be replaced. The item itself
     // still can be: a handle that prevents that would also prevent the shell from moving it.
     const HeldFile held(item.path);
@@ -75,6 +64,25 @@ Guarded moveShownItem(const ShownItem &item)
         break;
     }
     return Guarded::Failed;
+}
+
+} // namespace
+
+std::optional<Guarded> removalObstacle(const ShownItem &item)
+{
+    if (const std::optional<Guarded> found = unopenedObstacle(item))
+        return found;
+    return obstacle(item, HeldFile(item.path));
+}
+
+Guarded moveShownItem(const ShownItem &item)
+{
+    if (const std::optional<Guarded> found = unopenedObstacle(item))
+        return *found;
+    const Guarded result = moveHeldItem(item);
+    // Checked after the handle was closed: until then a deleted file may keep its name.
+    const bool gone = result == Guarded::Failed && !fileProbe().listedAttributes(item.path);
+    return gone ? Guarded::Untraced : result;
 }
 
 } // namespace platform

@@ -32,6 +32,8 @@ QString guardedText(Guarded result)
         return tr("not empty");
     case Guarded::NameTaken:
         return tr("the name is taken");
+    case Guarded::Untraced:
+        return tr("gone, and Windows did not tell where it went");
     case Guarded::Refused:
     case Guarded::Failed:
         break;

@@ -15,7 +15,7 @@ class WindowsRecycleBin : public RecycleBin
 {
 protected:
     // The shell reports success even for an operation that it aborted, and on a drive without a bin. A file
-    // whose new location it does not report was not moved.
+    // whose new location it does not report does not count as moved.
     bool move(const QString &path) override
     {
         QString place;

@@ -27,6 +27,8 @@ struct FileRecord {
     // Set in addition to `checked` if the file was really moved, which fails for instance if another program
     // holds it open.
     bool moved = false;
+    // Set with `checked` when the file is gone, but Windows did not tell whether it is in the recycle bin.
+    bool untraced = false;
 
     // The folder in display form: a drive root is "D:\".
     QString folder() const;

@@ -317,14 +317,15 @@ void GroupsPage::afterRemoval(const RemovalResult &result)
         m_jobs.keepOpen();
     m_jobs.end();
     const bool moved = result.outcome == Outcome::Moved;
+    const bool gone = moved || result.outcome == Outcome::Untraced;
     const bool marked = moved || (marksFailures() && result.outcome != Outcome::LeftAlone);
     const bool shown = m_memberModel->groupIndex() == m_removed.group;
-    if (shown && moved)
+    if (shown && gone)
         m_memberModel->setGone(m_removed.member);
     if (shown && !result.members.empty())
         showFacts(result.members);
     if (marked)
-        markRemoved(moved);
+        markRemoved(result.outcome);
     setUsable(true);
     enableTools();
     m_memberView->setFocus();
@@ -340,14 +341,15 @@ void GroupsPage::afterRemoval(const RemovalResult &result)
         showNotice(NoticeBar::Kind::Warning, result.notice);
 }
 
-void GroupsPage::markRemoved(bool moved)
+void GroupsPage::markRemoved(RemovalResult::Outcome outcome)
 {
     FileRecord &file = m_groups->file(m_removed.group, m_removed.member);
     file.checked = true;
-    file.moved = moved;
+    file.moved = outcome == RemovalResult::Outcome::Moved;
+    file.untraced = outcome == RemovalResult::Outcome::Untraced;
     if (m_memberModel->groupIndex() == m_removed.group)
         m_memberModel->membersChanged();
-    if (moved && m_removed.member == 0)
+    if ((file.moved || file.untraced) && m_removed.member == 0)
         m_groupModel->setFirstFilesExist(m_removed.group, {false});
     m_groupModel->groupChanged(m_removed.group);
     groupChanged(m_removed.group);

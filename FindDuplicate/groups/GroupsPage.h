@@ -26,9 +26,9 @@ class MemberListModel;
 
 // The results page of a finder: the groups found by a scan, the members of the selected group, and their
 // actions: open, show in Explorer, copy the path, and move one at a time to the recycle bin. Subclasses
-// provide the models, the view of the members and everything around it. Sets the `checked` and `moved` flags
-// of the records of removed files. Can be destroyed without waiting for an unresponsive disk, except while a
-// file is being moved.
+// provide the models, the view of the members and everything around it. Sets the `checked`, `moved` and
+// `untraced` flags of the records of removed files. Can be destroyed without waiting for an unresponsive
+// disk, except while a file is being moved.
 class GroupsPage : public QWidget
 {
     Q_OBJECT
@@ -127,7 +127,7 @@ private:
     void showGroupMenu(FLPopupMenu *menu);
     void setUsable(bool usable);
     void afterRemoval(const RemovalResult &result);
-    void markRemoved(bool moved);
+    void markRemoved(RemovalResult::Outcome outcome);
 
     QString m_removalText;
     GroupListModel *m_groupModel = nullptr;

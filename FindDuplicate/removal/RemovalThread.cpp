@@ -55,9 +55,10 @@ RemovalThread::Outcome RemovalThread::moved()
     switch (m_obstacle) {
     case Guarded::Done:
         return Outcome::Moved;
-    case Guarded::Failed: // moved after all if Windows did not report the new location
-        return platform::fileProbe().listedAttributes(m_request.file().fullPath()) ? Outcome::Failed
-                                                                                   : Outcome::Untraced;
+    case Guarded::Untraced:
+        return Outcome::Untraced;
+    case Guarded::Failed:
+        return Outcome::Failed;
     default:
         return Outcome::Refused;
     }

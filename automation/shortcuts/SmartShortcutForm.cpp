@@ -340,6 +340,11 @@ void SmartShortcutForm::removeCurrent()
             const platform::Guarded result = job.takeResult().value_or(platform::Guarded::Failed);
             if (result == platform::Guarded::Done)
                 m_notice->showNotice(NoticeBar::Kind::Success, tr("\"%1\" is in the recycle bin.").arg(name));
+            else if (result == platform::Guarded::Untraced)
+                m_notice->showNotice(NoticeBar::Kind::Warning,
+                                     tr("\"%1\" is gone from its place, but Windows did not tell where it "
+                                        "went. Look for it in the recycle bin.")
+                                         .arg(name));
             else
                 m_notice->showNotice(
                     NoticeBar::Kind::Error,

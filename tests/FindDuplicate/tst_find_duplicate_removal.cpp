@@ -243,6 +243,7 @@ void FindDuplicateRemovalTest::whatWindowsDoesNotTraceIsNotCalledMoved()
     QVERIFY(scene.remove(0, platform::idYes));
     QVERIFY(!scene.isThere(0) && scene.isMarked(0));
     QVERIFY(scene.notice().contains(u"did not tell"_s));
+    QVERIFY(scene.badges(0).contains(u"gone, Windows did not tell where to"_s));
     QVERIFY(!scene.find<ElidedLabel>("resultTotalsLabel")->text().contains(u"moved"_s));
     const auto *openBin =
         scene.find<NoticeBar>("noticeBar")->findChild<QToolButton *>(u"noticeActionButton"_s);

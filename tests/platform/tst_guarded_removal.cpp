@@ -63,10 +63,14 @@ void TestGuardedRemoval::movesTheFileThatWasShown()
     QCOMPARE(platform::moveShownItem(file), Guarded::Failed);
     QVERIFY(platform::fileExists(file.path));
     bin.fails = false;
+    bin.tellsNoPlace = true;
+    folder.makeFile(u"sub\\b.txt"_s, "content");
+    QCOMPARE(platform::moveShownItem(shown(folder, u"sub\\b.txt"_s)), Guarded::Untraced);
+    bin.tellsNoPlace = false;
     QCOMPARE(platform::moveShownItem(file), Guarded::Done);
-    QCOMPARE(bin.taken, QStringList{file.path});
+    QCOMPARE(bin.taken.last(), file.path);
     QCOMPARE(platform::moveShownItem(file), Guarded::Vanished);
-    QCOMPARE(bin.asked.size(), 2);
+    QCOMPARE(bin.asked.size(), 3);
 }
 
 void TestGuardedRemoval::leavesWhatIsAnotherFileNow()
