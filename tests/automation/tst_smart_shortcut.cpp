@@ -23,6 +23,8 @@
 #include <QTest>
 #include <QToolButton>
 
+#include <algorithm>
+
 using namespace automation;
 using namespace Qt::StringLiterals;
 
@@ -208,9 +210,13 @@ void SmartShortcutTest::repairsAndRemovesInTheForm()
     QCOMPARE(repaired.start->arguments, wish.start.arguments);
     QCOMPARE(repaired.file.workingFolder, folder.path(u"new"_s));
 
+    bin.tellsNoPlace = true;
     form.findChild<QToolButton *>(u"RemoveButton"_s)->click();
     QTRY_COMPARE(bin.taken, QStringList{repaired.item.path});
     QTRY_COMPARE(view->model()->rowCount(), 0);
+    const auto notices = form.findChildren<NoticeBar *>();
+    QVERIFY(std::ranges::any_of(
+        notices, [](const NoticeBar *bar) { return bar->text().contains(u"did not tell where"_s); }));
 }
 
 QTEST_MAIN(SmartShortcutTest)
