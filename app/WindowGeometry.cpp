@@ -49,11 +49,16 @@ WindowGeometry fitted(WindowGeometry stored, quint32 cx, quint32 cy)
     return g;
 }
 
-bool isOn(const QRect &content, const QList<QRect> &screens)
+bool isElsewhere(const QRect &content, int titleHeight, const QRect &home, const QList<QRect> &others)
 {
+    const QRect title(content.x(), content.y() - titleHeight, content.width(), titleHeight);
+    const auto seenOn = [&title](const QRect &screen) {
+        const QRect seen = screen & title;
+        return qint64(seen.width()) * seen.height();
+    };
     return content.width() >= static_cast<int>(minimumWidth) &&
            content.height() >= static_cast<int>(minimumHeight) &&
-           std::ranges::any_of(screens, [&](const QRect &screen) { return screen.contains(content); });
+           std::ranges::any_of(others, [&](const QRect &other) { return seenOn(other) > seenOn(home); });
 }
 
 QPoint visiblePosition(const QRect &frame, int titleHeight, const QList<QRect> &screens)

@@ -33,9 +33,10 @@ struct WindowGeometry {
 // would leave the user without a title bar.
 WindowGeometry fitted(WindowGeometry stored, quint32 cx, quint32 cy);
 
-// Whether a window with this content was left on one of these screens: its size is not below the smallest,
-// and all of it lies there. Such a window opens where it was left.
-bool isOn(const QRect &content, const QList<QRect> &screens);
+// Whether a window with this content was left on one of the other screens: its size is not below the
+// smallest, and more of its title bar is seen there than on the home screen. Such a window opens where it was
+// left; visiblePosition() then moves what lies over an edge.
+bool isElsewhere(const QRect &content, int titleHeight, const QRect &home, const QList<QRect> &others);
 
 // The position for a window of this frame (title bar of `titleHeight` and borders included): within the
 // screen on which most of the title bar lies, or the nearest one, as far as it fits there. Of one that is

@@ -38,8 +38,11 @@ void restore(QWidget &window)
     for (const QScreen *each : window.screen()->virtualSiblings())
         if (each != window.screen())
             others.append(each->availableGeometry());
+    const int titleHeight = window.style()->pixelMetric(QStyle::PM_TitleBarHeight, nullptr, &window);
     const WindowGeometry opened =
-        isOn(stored.rect(), others) ? stored : fitted(stored, logical(metrics.cx), logical(metrics.cy));
+        isElsewhere(stored.rect(), titleHeight, window.screen()->availableGeometry(), others)
+            ? stored
+            : fitted(stored, logical(metrics.cx), logical(metrics.cy));
     window.setGeometry(opened.rect());
     if (storedMaximized())
         window.setWindowState(Qt::WindowMaximized);

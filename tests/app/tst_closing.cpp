@@ -146,10 +146,20 @@ void tst_Closing::comesIntoView()
     QCOMPARE(placed(-9000, 300, 1100), QPoint(-1024, 300));
     QCOMPARE(visiblePosition(QRect(5, 6, 7, 8), 30, {}), QPoint(5, 6));
 
-    QVERIFY(isOn(QRect(-1020, 230, 986, 513), {screens.at(1)}));
-    QVERIFY(!isOn(QRect(-1020, 230, 985, 513), {screens.at(1)})); // smaller than it may be
-    QVERIFY(!isOn(QRect(-1030, 230, 986, 513), {screens.at(1)}));
-    QVERIFY(!isOn(QRect(100, 100, 986, 513), {}));
+    struct Row {
+        const char *name;
+        QRect content;
+        bool elsewhere;
+    };
+    for (const Row &row : {Row{"all of it on the other screen", {-1020, 230, 986, 513}, true},
+                           {"smaller than it may be", {-1020, 230, 985, 513}, false},
+                           {"one pixel over the far edge", {-1025, 230, 986, 513}, true},
+                           {"one pixel over the upper edge", {-1020, 229, 986, 513}, true},
+                           {"across two, most of it on the other", {-600, 300, 986, 513}, true},
+                           {"across two, most of it at home", {-400, 300, 986, 513}, false},
+                           {"its title bar above the other screen", {-1020, 200, 986, 513}, false},
+                           {"on a screen that is gone", {-3000, 300, 986, 513}, false}})
+        QVERIFY2(isElsewhere(row.content, 30, screens.at(0), {screens.at(1)}) == row.elsewhere, row.name);
 }
 
 void tst_Closing::opensWhereItWasClosed()
