@@ -90,7 +90,10 @@ void DiskUsageForm::connectPages()
         saveRecentFolders({});
         m_start->showRecentFolders({});
     });
-    connect(m_results, &DiskUsageResultsForm::back, this, &DiskUsageForm::startClearing);
+    connect(m_results, &DiskUsageResultsForm::back, this, [this] {
+        if (!isBusy())
+            leaveResult(m_start, m_results);
+    });
     connect(m_results, &DiskUsageResultsForm::scanAllAgain, this, &DiskUsageForm::scanAllAgain);
     connect(m_results, &DiskUsageResultsForm::scanFolderAgain, this, &DiskUsageForm::scanFolderAgain);
     connect(m_results, &DiskUsageResultsForm::stopFolderScan, this, &DiskUsageForm::handleScanCancel);
@@ -225,6 +228,7 @@ void DiskUsageForm::handleFolderResults(DiskUsageFolderScanThread &scan)
         }
         destroyInBackground(std::move(rest));
         m_results->folderReplaced(scan.folder(), before, *result);
+        m_start->refreshDrives(); // driveRead() follows
     } else if (!scan.error().isEmpty()) {
         m_results->showNotice(failureText(scan.error()), NoticeBar::Kind::Error);
     }

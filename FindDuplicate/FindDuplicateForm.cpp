@@ -47,11 +47,6 @@ FindDuplicateForm::FindDuplicateForm(EnumeratorFactory enumerators, QWidget *par
     m_pages->addWidget(m_start);
     m_pages->setCurrentWidget(m_start);
     showScope();
-    m_showLast.setText(tr("Show Result"));
-    connect(&m_showLast, &QAction::triggered, this, [this] {
-        if (m_results)
-            m_pages->setCurrentWidget(m_results);
-    });
     connect(m_start, &FindDuplicateStartForm::folderChosen, this, &FindDuplicateForm::scan);
     connect(m_start, &DropFrame::othersLeftOut, this,
             [this](const QString &notice) { m_resultNotice = notice; });
@@ -157,15 +152,10 @@ void FindDuplicateForm::showNoResult()
 
 void FindDuplicateForm::OnBackToMain()
 {
-    if (m_results && m_results->isRemoving())
+    if (!m_results || m_results->isRemoving())
         return;
-    if (m_results)
-        m_results->requestStop(); // of a comparison that is no longer needed
-    showStartPage();
-    if (m_results)
-        m_start->notice()->showNotice(NoticeBar::Kind::Info,
-                                      tr("The result of %1 is kept until the next scan.").arg(m_root),
-                                      &m_showLast);
+    m_results->requestStop(); // of a comparison that is no longer needed
+    leaveResult(m_start, m_results);
 }
 
 void FindDuplicateForm::OnNoResult_backToMain()

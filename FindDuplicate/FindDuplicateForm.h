@@ -5,8 +5,6 @@
 #include "FindDuplicate/Settings.h"
 #include "widgets/ScanForm.h"
 
-#include <QAction>
-
 #include <functional>
 #include <memory>
 #include <vector>
@@ -64,7 +62,6 @@ private:
     FindDuplicateResultForm *m_results = nullptr;
     FindDuplicateNoResultFoundForm *m_noResult = nullptr;
 
-    QAction m_showLast;
     QString m_resultNotice;                  // shown with the result of the running scan
     FindDuplicateThread *m_thread = nullptr; // of the running scan; owned by the host
 };

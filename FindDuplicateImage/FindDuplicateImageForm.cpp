@@ -47,8 +47,6 @@ FindDuplicateImageForm::FindDuplicateImageForm(Tools tools, QWidget *parent)
       m_noResult(new FindDuplicateImageNoResultFoundForm(this))
 {
     imaging::ThumbnailFile::clearLeftovers(m_tools.temporaryFolder);
-    m_showLast.setText(tr("Show Result"));
-    connect(&m_showLast, &QAction::triggered, this, [this] { m_pages->setCurrentWidget(m_results); });
     buildPages();
     connectPages();
 }
@@ -157,10 +155,7 @@ void FindDuplicateImageForm::OnResultReady()
 // The result, which may have taken hours, is kept until the next scan.
 void FindDuplicateImageForm::OnBackToMain()
 {
-    m_start->notice()->showNotice(
-        NoticeBar::Kind::Info, tr("The result of %1 is kept until the next scan.").arg(m_root), &m_showLast);
-    m_pages->setCurrentWidget(m_start);
-    emit startPageShown();
+    leaveResult(m_start, m_results);
 }
 
 void FindDuplicateImageForm::OnNoResult_backToMain()

@@ -4,8 +4,6 @@
 #include "FindDuplicateImage/FindDuplicateImageThread.h"
 #include "widgets/ScanForm.h"
 
-#include <QAction>
-
 #include <functional>
 #include <memory>
 
@@ -62,7 +60,6 @@ private:
     FindDuplicateImageResultForm *m_results;
     FindDuplicateImageNoResultFoundForm *m_noResult;
 
-    QAction m_showLast;
     QString m_resultNotice; // shown with the result of the running scan
     std::shared_ptr<imaging::DecoderPool> m_decoders;
     std::shared_ptr<imaging::ThumbnailFile> m_thumbnails;

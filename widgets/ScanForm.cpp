@@ -2,6 +2,8 @@
 #include "widgets/ScanForm.h"
 
 #include "core/FolderWalk.h"
+#include "widgets/NoticeBar.h"
+#include "widgets/StartPage.h"
 
 ScanForm::ScanForm(ScanPage *progress, QWidget *parent)
     : FLWidget(parent),
@@ -11,6 +13,23 @@ ScanForm::ScanForm(ScanPage *progress, QWidget *parent)
 {
     m_pages->addWidget(m_progress);
     connect(m_progress, &ScanPage::scanCancel, this, &ScanForm::handleScanCancel);
+    m_showResult.setText(tr("Show Result"));
+    connect(&m_showResult, &QAction::triggered, this, [this] {
+        if (!m_leftResult)
+            return;
+        m_pages->setCurrentWidget(m_leftResult);
+        m_leftResult->setFocus();
+    });
+}
+
+void ScanForm::leaveResult(StartPage *start, QWidget *result)
+{
+    m_leftResult = result;
+    start->notice()->showNotice(NoticeBar::Kind::Info,
+                                tr("The result of %1 is kept until the next scan.").arg(m_root),
+                                &m_showResult);
+    m_pages->setCurrentWidget(start);
+    emit startPageShown();
 }
 
 QString ScanForm::shownRoot(const QString &chosen)

@@ -5,9 +5,13 @@
 #include "widgets/JobHost.h"
 #include "widgets/ScanPage.h"
 
+#include <QAction>
+#include <QPointer>
 #include <QStackedLayout>
 
 #include <initializer_list>
+
+class StartPage;
 
 // The form of a module that scans a folder: a stack of pages, one of which shows the progress of the scan.
 // Progress arrives through the slots below, at most twenty times a second.
@@ -50,6 +54,10 @@ protected:
         m_jobs.start(std::move(options), worker, std::move(ended));
     }
 
+    // Goes back from a result to the start page, where a notice offers to show it again: it is kept until the
+    // next scan. Both are pages of m_pages.
+    void leaveResult(StartPage *start, QWidget *result);
+
     QStackedLayout *m_pages;
     ScanPage *m_progress;
     QString m_root; // root of the running or displayed scan
@@ -57,4 +65,7 @@ protected:
 
 private:
     void showProgress(const core::ScanProgress &progress);
+
+    QPointer<QWidget> m_leftResult;
+    QAction m_showResult;
 };
