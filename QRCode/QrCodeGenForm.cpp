@@ -163,7 +163,6 @@ QWidget *QrCodeGenForm::buildKinds()
     m_kinds->setContentsMargins({});
     m_kinds->setSpacing(theme::spaceTight);
     QScrollArea *area = controls::scrollArea(kinds, this);
-    area->setFocusPolicy(Qt::NoFocus);
     area->setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Expanding);
     return area;
 }
@@ -181,9 +180,6 @@ QWidget *QrCodeGenForm::buildInput()
     m_tabs->addTab(controls::scrollArea(m_style, m_tabs), tr("Design"));
     m_tabs->setAccessibleName(tr("Content and design"));
     m_tabs->setMinimumWidth(240);
-    // The fields take the focus, and the area scrolls to the focused one.
-    for (QScrollArea *area : m_tabs->findChildren<QScrollArea *>())
-        area->setFocusPolicy(Qt::NoFocus);
     return m_tabs;
 }
 

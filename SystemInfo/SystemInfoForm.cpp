@@ -35,7 +35,6 @@ constexpr QSize buttonSize(151, 41);
 QScrollArea *scrolled(QWidget *buttons)
 {
     QScrollArea *area = controls::scrollArea(buttons);
-    area->setFocusPolicy(Qt::NoFocus);
     area->setFixedWidth(buttonSize.width());
     const QScrollBar *bar = area->verticalScrollBar();
     QObject::connect(bar, &QScrollBar::rangeChanged, area, [area, bar](int, int maximum) {

@@ -104,13 +104,8 @@ void RepairPage::buildLayout(const QString &description)
     m_rows->addStretch();
     m_findingsTitle->hide();
     m_stepsTitle->hide();
-    auto *area = new QScrollArea(this);
-    area->setFrameShape(QFrame::NoFrame);
-    area->setWidgetResizable(true);
-    area->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
-    area->setWidget(m_content);
-    area->viewport()->setAutoFillBackground(false);
-    m_content->setAutoFillBackground(false);
+    QScrollArea *area = controls::scrollArea(m_content, this);
+    area->setFocusPolicy(Qt::TabFocus); // a report has nothing else to scroll it by keyboard
 
     auto *bottom = new QHBoxLayout;
     bottom->setSpacing(theme::spaceSnug);

@@ -70,6 +70,7 @@ QScrollArea *scrollArea(QWidget *content, QWidget *parent)
     area->setFrameShape(QFrame::NoFrame);
     area->setWidgetResizable(true);
     area->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+    area->setFocusPolicy(Qt::NoFocus);
     area->setWidget(content);
     // setWidget() makes the content paint its background, but here the page's colour should show.
     area->viewport()->setAutoFillBackground(false);

@@ -40,7 +40,7 @@ QPushButton *pushButton(QWidget *parent, const Button &button, Rank rank = Rank:
 QToolButton *toolButton(QWidget *parent, const Button &button, bool showText = false);
 
 // Shows `content`, taking ownership, on the page's background. The content gets the available width and
-// scrolls vertically.
+// scrolls vertically, to the control that has the focus; the area itself takes none.
 QScrollArea *scrollArea(QWidget *content, QWidget *parent = nullptr);
 
 // A shortcut that works while the focus is in `owner` or below. It appears in no menu; for one that does, see

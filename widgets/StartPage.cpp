@@ -85,7 +85,6 @@ StartPage::StartPage(const StartTexts &texts, QWidget *parent)
 
     QScrollArea *scroll = controls::scrollArea(m_content, this);
     scroll->setVerticalScrollBar(new SlimScrollBar);
-    scroll->setFocusPolicy(Qt::NoFocus);
     auto *layout = new QVBoxLayout(this);
     layout->setContentsMargins(0, 0, 0, 0);
     layout->addWidget(scroll);

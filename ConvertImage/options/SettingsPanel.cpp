@@ -57,8 +57,6 @@ SettingsPanel::SettingsPanel(SettingsBinding *binding, QWidget *parent)
     addTab(controls::scrollArea(makeResizePage()), tr("Resize"));
     addTab(controls::scrollArea(makeAdjustPage()), tr("Adjust"));
     addTab(controls::scrollArea(makeMarksPage()), tr("Watermark"));
-    for (QScrollArea *area : findChildren<QScrollArea *>())
-        area->setFocusPolicy(Qt::NoFocus); // scrolls to the focused control
     connect(binding, &SettingsBinding::changed, this, &SettingsPanel::showWhatApplies);
     showWhatApplies();
 }
