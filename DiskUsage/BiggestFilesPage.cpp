@@ -5,17 +5,15 @@
 #include "DiskUsage/DataFilesModel.h"
 #include "DiskUsage/FileTable.h"
 #include "DiskUsage/PathActions.h"
+#include "DiskUsage/Settings.h"
 #include "widgets/Controls.h"
-#include "widgets/EmptyState.h"
 #include "widgets/FLTableView.h"
+#include "widgets/ResultView.h"
 #include "widgets/Theme.h"
 
 #include <QComboBox>
 #include <QFileInfo>
-#include <QHeaderView>
-#include <QIcon>
 #include <QLabel>
-#include <QStackedLayout>
 #include <QVBoxLayout>
 
 #include <algorithm>
@@ -31,15 +29,17 @@ BiggestFilesPage::BiggestFilesPage(QWidget *parent)
     : QWidget(parent),
       m_title(new QLabel(tr("20 biggest Files"), this)),
       m_choice(new QComboBox(this)),
-      m_table(new FLTableView(this)),
-      m_empty(new EmptyState(this)),
+      m_table(new ResultTable(QStringLiteral("biggestFilesTableView"), tr("20 biggest Files"), this)),
       m_actions(new PathActions(m_table, [this] { return currentPath(); }))
 {
     buildLayout();
     connectAll();
 }
 
-BiggestFilesPage::~BiggestFilesPage() = default;
+BiggestFilesPage::~BiggestFilesPage()
+{
+    m_table->setModel(nullptr); // one of the lists
+}
 
 void BiggestFilesPage::buildLayout()
 {
@@ -48,34 +48,24 @@ void BiggestFilesPage::buildLayout()
     m_choice->setAccessibleName(tr("Folder whose biggest files are shown"));
     m_choice->setSizeAdjustPolicy(QComboBox::AdjustToContents);
     m_choice->setMinimumContentsLength(shortestChoice); // a long folder name must not widen the window
-    m_table->setObjectName(QStringLiteral("biggestFilesTableView"));
-    m_table->setAccessibleName(tr("20 biggest Files"));
-    m_table->setContextMenuPolicy(Qt::CustomContextMenu);
-    m_empty->setContent(controls::image("Info16"), tr("No files"),
-                        tr("This folder holds no file that takes any space."));
+    m_table->setEmpty(controls::image("Info16"), tr("No files"),
+                      tr("This folder holds no file that takes any space."));
+    m_table->exportHiddenColumns(); // the size as a number
 
     auto *line = new QHBoxLayout;
     line->addWidget(m_title);
     line->addStretch();
     line->addWidget(m_choice);
-    auto *body = new QWidget(this);
-    m_stack = new QStackedLayout(body);
-    m_stack->addWidget(m_table);
-    m_stack->addWidget(m_empty);
     auto *layout = new QVBoxLayout(this);
     layout->setContentsMargins(0, theme::spaceSnug, 0, 0);
     layout->setSpacing(theme::spaceSnug);
     layout->addLayout(line);
-    layout->addWidget(body, 1);
+    layout->addWidget(m_table, 1);
 }
 
 void BiggestFilesPage::connectAll()
 {
     connect(m_choice, &QComboBox::currentIndexChanged, this, &BiggestFilesPage::showList);
-    connect(m_table, &QAbstractItemView::activated, m_actions, &PathActions::open);
-    connect(m_table, &QWidget::customContextMenuRequested, this,
-            [this](const QPoint &where) { m_actions->showMenu(m_table->viewport()->mapToGlobal(where)); });
-    connect(m_actions, &PathActions::exportTable, this, &BiggestFilesPage::exportTable);
     connect(m_actions, &PathActions::failed, this, &BiggestFilesPage::failed);
 }
 
@@ -124,9 +114,9 @@ void BiggestFilesPage::showList(int index)
         return;
     BiggestFilesModel *model = m_lists[static_cast<std::size_t>(index)].model;
     m_table->setModel(model);
-    showFileColumns(*m_table);
-    m_stack->setCurrentIndex(model->rowCount() > 0 ? 0 : 1);
-    m_table->sortByColumn(FileSizeText, Qt::DescendingOrder);
+    showFileColumns(*m_table->table());
+    m_table->table()->sortByColumn(FileSizeText, Qt::DescendingOrder);
+    m_table->keepColumns(biggestFilesColumns);
 }
 
 BiggestFilesModel *BiggestFilesPage::shownModel() const
@@ -137,23 +127,5 @@ BiggestFilesModel *BiggestFilesPage::shownModel() const
 QString BiggestFilesPage::currentPath() const
 {
     const BiggestFilesModel *model = shownModel();
-    return model ? model->filePath(m_table->currentIndex().row()) : QString();
-}
-
-csv::Table BiggestFilesPage::csvTable() const
-{
-    csv::Table table;
-    table.suggestedName = tr("20 biggest Files");
-    QList<QStringList> rows;
-    const BiggestFilesModel *model = shownModel();
-    for (int column = 0; column < FileColumnTotal; ++column)
-        table.titles.append(fileColumnTitle(column));
-    for (int row = 0; model && row < model->rowCount(); ++row) {
-        QStringList fields;
-        for (int column = 0; column < FileColumnTotal; ++column)
-            fields.append(model->index(row, column).data().toString());
-        rows.append(fields);
-    }
-    table.setRows(std::move(rows));
-    return table;
+    return model ? model->filePath(m_table->current().row()) : QString();
 }

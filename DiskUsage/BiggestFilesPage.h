@@ -2,7 +2,6 @@
 #pragma once
 
 #include "DiskUsage/engine/Scan.h"
-#include "widgets/CsvFile.h"
 
 #include <QWidget>
 
@@ -10,12 +9,10 @@
 #include <vector>
 
 class BiggestFilesModel;
-class EmptyState;
-class FLTableView;
 class PathActions;
 class QComboBox;
 class QLabel;
-class QStackedLayout;
+class ResultTable;
 
 // The biggest files of the scan, and of every folder that was scanned again after it.
 class BiggestFilesPage : public QWidget
@@ -31,11 +28,9 @@ public:
     // The list of a folder that was scanned again; replaces an earlier one of the same folder, and is shown
     // when the user chooses it.
     void addFolder(const QString &folder, const std::vector<diskusage::BiggestFile> &files);
-    csv::Table csvTable() const;
-    PathActions *actions() const { return m_actions; }
+    ResultTable *table() const { return m_table; }
 
 signals:
-    void exportTable();
     void failed(const QString &message);
 
 private:
@@ -54,8 +49,6 @@ private:
     std::vector<List> m_lists;
     QLabel *m_title;
     QComboBox *m_choice;
-    FLTableView *m_table;
-    EmptyState *m_empty;
-    QStackedLayout *m_stack;
+    ResultTable *m_table;
     PathActions *m_actions;
 };

@@ -12,6 +12,7 @@
 #include "widgets/FLTabWidget.h"
 #include "widgets/NoticeBar.h"
 #include "widgets/PageHeader.h"
+#include "widgets/ResultView.h"
 #include "widgets/Theme.h"
 
 #include <QAction>
@@ -19,6 +20,8 @@
 #include <QHBoxLayout>
 #include <QPushButton>
 #include <QVBoxLayout>
+
+#include <algorithm>
 
 using diskusage::Folder;
 using diskusage::ScanResult;
@@ -113,26 +116,33 @@ void DiskUsageResultsForm::connectPages()
     connect(m_again, &QAbstractButton::clicked, this, &DiskUsageResultsForm::scanAllAgain);
     connect(m_exportButton, &QAbstractButton::clicked, this, &DiskUsageResultsForm::exportCurrentTable);
     connect(m_busyStop, &QAbstractButton::clicked, this, [this] {
-        m_exporter->requestStop();
+        for (CsvExporter *exporter : exporters())
+            exporter->requestStop();
         emit stopFolderScan();
     });
     connect(m_folders, &FoldersPage::scanAgain, this, &DiskUsageResultsForm::scanFolderAgain);
-    connect(m_exporter, &CsvExporter::started, this, [this](const QString &what) { setBusy(true, what); });
-    connect(m_exporter, &CsvExporter::ended, this, [this](NoticeBar::Kind kind, const QString &notice) {
-        setBusy(false);
-        showNotice(notice, kind);
-    });
+    for (const ResultView *table : {m_biggest->table(), m_notCounted->table()})
+        connect(table, &ResultView::told, this,
+                [this](NoticeBar::Kind kind, const QString &notice) { showNotice(notice, kind); });
+    for (CsvExporter *exporter : exporters()) {
+        connect(exporter, &CsvExporter::started, this, [this](const QString &what) {
+            m_notice->hide(); // a table may have told so already
+            setBusy(true, what);
+        });
+        connect(exporter, &CsvExporter::ended, this, [this](NoticeBar::Kind kind, const QString &notice) {
+            setBusy(false);
+            showNotice(notice, kind);
+        });
+    }
     const auto warn = [this](const QString &message) { showNotice(message, NoticeBar::Kind::Error); };
     connect(m_folders, &FoldersPage::failed, this, warn);
     connect(m_biggest, &BiggestFilesPage::failed, this, warn);
     connect(m_types, &FileTypesPage::failed, this, warn);
     connect(m_notCounted, &NotCountedPage::failed, this, warn);
     connect(m_folders, &FoldersPage::exportTable, this, &DiskUsageResultsForm::exportCurrentTable);
-    connect(m_biggest, &BiggestFilesPage::exportTable, this, &DiskUsageResultsForm::exportCurrentTable);
     connect(m_types, &FileTypesPage::exportTable, this, &DiskUsageResultsForm::exportCurrentTable);
     connect(m_types, &FileTypesPage::exportTypes, this,
             [this] { exportTable([this] { return m_types->typesTable(); }); });
-    connect(m_notCounted, &NotCountedPage::exportTable, this, &DiskUsageResultsForm::exportCurrentTable);
 }
 
 void DiskUsageResultsForm::showScan(const ScanView &view)
@@ -153,7 +163,8 @@ void DiskUsageResultsForm::showScan(const ScanView &view)
 void DiskUsageResultsForm::detach()
 {
     if (isExporting()) {
-        m_exporter->abandon();
+        for (CsvExporter *exporter : exporters())
+            exporter->abandon();
         setBusy(false);
     }
     m_folders->setModel(nullptr);
@@ -230,18 +241,27 @@ void DiskUsageResultsForm::setBusy(bool busy, const QString &text)
         m_focusBefore->setFocus();
 }
 
-csv::Table DiskUsageResultsForm::currentTable() const
+std::array<CsvExporter *, 3> DiskUsageResultsForm::exporters() const
 {
-    const QWidget *page = m_tabs->currentWidget();
-    return page == m_folders   ? m_folders->csvTable()
-           : page == m_biggest ? m_biggest->csvTable()
-           : page == m_types   ? m_types->csvTable()
-                               : m_notCounted->csvTable();
+    return {m_exporter, m_biggest->table()->exporter(), m_notCounted->table()->exporter()};
+}
+
+bool DiskUsageResultsForm::isExporting() const
+{
+    return std::ranges::any_of(exporters(), &CsvExporter::isRunning);
 }
 
 void DiskUsageResultsForm::exportCurrentTable()
 {
-    exportTable([this] { return currentTable(); });
+    const QWidget *page = m_tabs->currentWidget();
+    if (page == m_biggest)
+        m_biggest->table()->exportRows();
+    else if (page == m_notCounted)
+        m_notCounted->table()->exportRows();
+    else if (page == m_folders)
+        exportTable([this] { return m_folders->csvTable(); });
+    else
+        exportTable([this] { return m_types->csvTable(); });
 }
 
 void DiskUsageResultsForm::exportTable(const std::function<csv::Table()> &table)

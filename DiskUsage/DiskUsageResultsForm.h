@@ -9,6 +9,7 @@
 #include <QPointer>
 #include <QWidget>
 
+#include <array>
 #include <functional>
 #include <memory>
 #include <optional>
@@ -59,7 +60,7 @@ public:
     // What Windows says of the scanned drive now; other drives do not matter.
     void showDrive(const platform::Drive &drive);
 
-    bool isExporting() const { return m_exporter->isRunning(); }
+    bool isExporting() const;
     // While a job runs that the result must not be changed under.
     void setBusy(bool busy, const QString &text = {});
 
@@ -78,7 +79,8 @@ private:
 
     void showTotals();
     void showNotCounted();
-    csv::Table currentTable() const;
+    // The page's own, and those of the tables that export themselves.
+    std::array<CsvExporter *, 3> exporters() const;
     void exportCurrentTable();
     // `table` is asked twice: what is shown may change while the file dialog is open.
     void exportTable(const std::function<csv::Table()> &table);

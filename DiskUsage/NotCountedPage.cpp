@@ -2,7 +2,10 @@
 #include "DiskUsage/NotCountedPage.h"
 
 #include "DiskUsage/PathActions.h"
+#include "DiskUsage/Settings.h"
+#include "widgets/Controls.h"
 #include "widgets/FLTableView.h"
+#include "widgets/ResultView.h"
 #include "widgets/Theme.h"
 
 #include <QHeaderView>
@@ -134,20 +137,19 @@ std::vector<int> NotCountedModel::sortRows()
 NotCountedPage::NotCountedPage(QWidget *parent)
     : QWidget(parent),
       m_model(new NotCountedModel(this)),
-      m_table(new FLTableView(this)),
-      m_actions(new PathActions(
-          m_table, [this] { return m_table->currentIndex().siblingAtColumn(0).data().toString(); }))
+      m_table(new ResultTable(QStringLiteral("notCountedTableView"),
+                              tr("Folders that were not counted in full"), this)),
+      m_actions(new PathActions(m_table, [this] { return m_table->current().data().toString(); }))
 {
-    m_table->setObjectName(QStringLiteral("notCountedTableView"));
-    m_table->setAccessibleName(tr("Folders that were not counted in full"));
     m_table->setModel(m_model);
-    m_table->setContextMenuPolicy(Qt::CustomContextMenu);
-    m_table->horizontalHeader()->setSectionResizeMode(NotCountedModel::Path, QHeaderView::Stretch);
-    m_table->horizontalHeader()->resizeSection(
-        NotCountedModel::Reason,
-        fontMetrics().horizontalAdvance(NotCountedModel::reason(NotCountedModel::Why::Cycle)) +
-            3 * theme::space);
-    m_table->sortByColumn(NotCountedModel::Path, Qt::AscendingOrder);
+    m_table->setEmpty(controls::image("Info16"), tr("Every folder was counted in full"));
+    QHeaderView *header = m_table->table()->horizontalHeader();
+    header->setSectionResizeMode(NotCountedModel::Path, QHeaderView::Stretch);
+    header->resizeSection(NotCountedModel::Reason, fontMetrics().horizontalAdvance(
+                                                       NotCountedModel::reason(NotCountedModel::Why::Cycle)) +
+                                                       3 * theme::space);
+    m_table->table()->sortByColumn(NotCountedModel::Path, Qt::AscendingOrder);
+    m_table->keepColumns(diskusage::notCountedColumns);
 
     auto *note = new QLabel(
         tr("The totals miss some or all of what is in these folders, unless it is counted elsewhere."), this);
@@ -158,11 +160,6 @@ NotCountedPage::NotCountedPage(QWidget *parent)
     layout->setSpacing(theme::spaceSnug);
     layout->addWidget(note);
     layout->addWidget(m_table, 1);
-
-    connect(m_table, &QAbstractItemView::activated, m_actions, &PathActions::open);
-    connect(m_table, &QWidget::customContextMenuRequested, this,
-            [this](const QPoint &where) { m_actions->showMenu(m_table->viewport()->mapToGlobal(where)); });
-    connect(m_actions, &PathActions::exportTable, this, &NotCountedPage::exportTable);
     connect(m_actions, &PathActions::failed, this, &NotCountedPage::failed);
 }
 
@@ -174,19 +171,4 @@ void NotCountedPage::setResult(const ScanResult *result)
 void NotCountedPage::replaceFolder(const QString &path, const ScanResult &now)
 {
     m_model->replaceFolder(path, now);
-}
-
-csv::Table NotCountedPage::csvTable() const
-{
-    csv::Table table;
-    table.suggestedName = tr("Folders not counted");
-    table.titles = {tr("Path"), tr("Reason")};
-    table.next = [rows = m_model->rows(), next = std::size_t(0)](QStringList &row) mutable {
-        if (next == rows.size())
-            return false;
-        row = {rows[next].path, NotCountedModel::reason(rows[next].why)};
-        ++next;
-        return true;
-    };
-    return table;
 }

@@ -2,15 +2,14 @@
 #pragma once
 
 #include "DiskUsage/engine/Scan.h"
-#include "widgets/CsvFile.h"
 
 #include <QAbstractTableModel>
 #include <QWidget>
 
 #include <vector>
 
-class FLTableView;
 class PathActions;
+class ResultTable;
 
 // The folders that a scan did not count in full, with the reason: a sum that misses something must say so.
 class NotCountedModel : public QAbstractTableModel
@@ -59,14 +58,13 @@ public:
     void setResult(const diskusage::ScanResult *result);
     void replaceFolder(const QString &path, const diskusage::ScanResult &now);
     const NotCountedModel &model() const { return *m_model; }
-    csv::Table csvTable() const;
+    ResultTable *table() const { return m_table; }
 
 signals:
-    void exportTable();
     void failed(const QString &message);
 
 private:
     NotCountedModel *m_model;
-    FLTableView *m_table;
+    ResultTable *m_table;
     PathActions *m_actions;
 };

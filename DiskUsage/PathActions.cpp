@@ -5,6 +5,7 @@
 #include "platform/Shell.h"
 #include "widgets/Controls.h"
 #include "widgets/FLPopupMenu.h"
+#include "widgets/ResultView.h"
 
 #include <QAction>
 #include <QClipboard>
@@ -12,19 +13,30 @@
 #include <QWidget>
 
 PathActions::PathActions(QWidget *view, std::function<QString()> path)
+    : PathActions(view, std::move(path), QKeySequence::Copy)
+{
+    m_export = add(tr("Export as CSV..."), "Export24", QKeySequence::Save, QStringLiteral("exportAction"));
+    connect(m_export, &QAction::triggered, this, &PathActions::exportTable);
+}
+
+PathActions::PathActions(ResultView *view, std::function<QString()> path)
+    : PathActions(view, std::move(path), QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_C))
+{
+    connect(view, &ResultView::activated, this, &PathActions::open);
+}
+
+PathActions::PathActions(QWidget *view, std::function<QString()> path, const QKeySequence &copyKey)
     : QObject(view),
       m_view(view),
       m_path(std::move(path)),
       m_open(add(tr("Open"), "FolderOpen24", Qt::CTRL | Qt::Key_O, QStringLiteral("openAction"))),
       m_reveal(add(tr("Show in Explorer"), "Explorer24", Qt::CTRL | Qt::Key_E,
                    QStringLiteral("showInExplorerAction"))),
-      m_copy(add(tr("Copy Path"), "Copy24", QKeySequence::Copy, QStringLiteral("copyPathAction"))),
-      m_export(add(tr("Export as CSV..."), "Export24", QKeySequence::Save, QStringLiteral("exportAction")))
+      m_copy(add(tr("Copy Path"), "Copy24", copyKey, QStringLiteral("copyPathAction")))
 {
     connect(m_open, &QAction::triggered, this, &PathActions::open);
     connect(m_reveal, &QAction::triggered, this, &PathActions::showInExplorer);
     connect(m_copy, &QAction::triggered, this, &PathActions::copyPath);
-    connect(m_export, &QAction::triggered, this, &PathActions::exportTable);
 }
 
 PathActions::~PathActions() = default;

@@ -3,6 +3,7 @@
 
 #include "core/LatestAnswer.h"
 
+#include <QKeySequence>
 #include <QObject>
 #include <QString>
 
@@ -11,10 +12,12 @@
 class QAction;
 class QPoint;
 class QWidget;
+class ResultView;
 
 // What can be done with the file or folder that is current in a list or picture: open it, show it in
 // Explorer, copy its path, scan it again, and export the list. The actions belong to the view: their keys
-// work while it has the focus.
+// work while it has the focus. A ResultView has a menu of its own, copies rows and exports itself: the
+// actions are added to that menu.
 class PathActions : public QObject
 {
     Q_OBJECT
@@ -22,6 +25,7 @@ class PathActions : public QObject
 public:
     // `path` answers with the full path of what is current, empty for nothing.
     PathActions(QWidget *view, std::function<QString()> path);
+    PathActions(ResultView *view, std::function<QString()> path);
     ~PathActions() override;
 
     // Adds "Scan This Folder Again"; without this call there is none.
@@ -38,6 +42,7 @@ signals:
     void failed(const QString &message);
 
 private:
+    PathActions(QWidget *view, std::function<QString()> path, const QKeySequence &copyKey);
     void reveal(const QString &path, bool exists);
     QAction *add(const QString &text, const char *icon, const QKeySequence &key, const QString &name);
 
@@ -47,6 +52,6 @@ private:
     QAction *m_reveal;
     QAction *m_copy;
     QAction *m_scanAgain = nullptr;
-    QAction *m_export;
+    QAction *m_export = nullptr;
     core::LatestAnswer m_check; // a disk may have to wake up to say whether the path is there
 };

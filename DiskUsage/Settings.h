@@ -19,6 +19,11 @@ namespace diskusage
 inline constexpr settings::Flag excludeOneDriveFolder{settings::keys::folderSizeAnalyzer,
                                                       u"ExcludeOneDriveFolder", false};
 
+// Columns of the result tables, see widgets/ColumnState.h.
+inline constexpr settings::Text biggestFilesColumns{settings::keys::folderSizeAnalyzer,
+                                                    u"BiggestFilesColumns"};
+inline constexpr settings::Text notCountedColumns{settings::keys::folderSizeAnalyzer, u"NotCountedColumns"};
+
 inline constexpr int maxExcludedFolders = 10; // indexes 0 to 9
 inline constexpr int maxRecentFolders = 6;    // indexes 0 to 5
 inline constexpr settings::TextList excludedFolderTexts{

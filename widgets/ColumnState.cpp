@@ -80,7 +80,7 @@ QString stateText(const QHeaderView &header)
                                      minWidth, maxWidth);
         words.append(QStringLiteral("%1:%2").arg(logical).arg(hidden ? -width : width));
     }
-    if (header.isSortIndicatorShown())
+    if (header.isSortIndicatorShown() && header.sortIndicatorSection() >= 0)
         words.append(QLatin1Char(header.sortIndicatorOrder() == Qt::AscendingOrder ? '<' : '>') +
                      QString::number(header.sortIndicatorSection()));
     return words.join(QLatin1Char(' '));
@@ -110,8 +110,9 @@ void keep(QHeaderView *header, const settings::Text &setting)
     delay->setSingleShot(true);
     delay->setInterval(storeDelay);
     QObject::connect(delay, &QTimer::timeout, header, [header, &setting] {
-        if (header->count() > 0)
-            setting.write(stateText(*header));
+        const QString text = stateText(*header);
+        if (header->count() > 0 && text != setting.read())
+            setting.write(text);
     });
     const auto changed = [delay] { delay->start(); };
     QObject::connect(header, &QHeaderView::sectionResized, delay, changed);

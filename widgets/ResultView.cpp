@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "widgets/ResultView.h"
 
+#include "widgets/ColumnState.h"
 #include "widgets/Controls.h"
 #include "widgets/EmptyState.h"
 #include "widgets/FLPopupMenu.h"
@@ -220,6 +221,15 @@ void ResultView::dropExportKey()
     m_export->setShortcut({});
 }
 
+void ResultView::keepColumns(const settings::Text &setting)
+{
+    QHeaderView *header = results::headerOf(m_view);
+    if (std::exchange(m_keepsColumns, true))
+        columns::restore(*header, setting.read());
+    else
+        columns::keep(header, setting);
+}
+
 void ResultView::setEmpty(const QIcon &icon, const QString &title, const QString &text)
 {
     m_emptyIcon = icon;
@@ -285,7 +295,7 @@ void ResultView::copy()
 void ResultView::exportRows()
 {
     m_exporter->start(m_view->accessibleName(),
-                      [this] { return viewrows::table(*m_view, m_view->accessibleName()); });
+                      [this] { return viewrows::table(*m_view, m_view->accessibleName(), m_exported); });
 }
 
 // A list indicates its focus through a selected row.

@@ -1,7 +1,9 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
+#include "settings/Values.h"
 #include "widgets/CsvExporter.h"
+#include "widgets/ViewRows.h"
 
 #include <QAbstractItemView>
 #include <QWidget>
@@ -53,6 +55,11 @@ public:
     SearchLine *searchLine() const { return m_search; } // null for Search::None
     // For a page with a button of its own for that shortcut: ambiguous shortcuts would do nothing.
     void dropExportKey();
+    // Keeps widths, order, visibility and sorting of the columns in the setting, which must outlive the view.
+    // Call after setting the default widths; again whenever another model was set.
+    void keepColumns(const settings::Text &setting);
+    // Exports hidden columns as well, for example numbers whose texts are shown.
+    void exportHiddenColumns() { m_exported = viewrows::Columns::All; }
     void setEmpty(const QIcon &icon, const QString &title, const QString &text = {});
     // Adds it to the row of the search line, on the left.
     void addToolWidget(QWidget *widget);
@@ -106,6 +113,8 @@ private:
     QString m_emptyTitle;
     QString m_emptyText;
     CsvExporter *m_exporter;
+    viewrows::Columns m_exported = viewrows::Columns::Shown;
+    bool m_keepsColumns = false;
     QAction *m_copy = nullptr;
     QAction *m_export = nullptr;
     QList<QMetaObject::Connection> m_modelConnections;

@@ -31,6 +31,19 @@ const QHeaderView *headerOf(const QAbstractItemView &view)
     return tree ? tree->header() : nullptr;
 }
 
+// In visual order.
+QList<int> columnsOf(const QAbstractItemView &view, Columns which)
+{
+    const QHeaderView *header = headerOf(view);
+    QList<int> columns;
+    for (int place = 0; header && place < header->count(); ++place) {
+        const int column = header->logicalIndex(place);
+        if (which == Columns::All || !header->isSectionHidden(column))
+            columns.append(column);
+    }
+    return columns;
+}
+
 QStringList fields(const QModelIndex &row, const QList<int> &columns)
 {
     QStringList texts;
@@ -187,14 +200,7 @@ private:
 
 QList<int> shownColumns(const QAbstractItemView &view)
 {
-    const QHeaderView *header = headerOf(view);
-    QList<int> columns;
-    for (int place = 0; header && place < header->count(); ++place) {
-        const int column = header->logicalIndex(place);
-        if (!header->isSectionHidden(column))
-            columns.append(column);
-    }
-    return columns;
+    return columnsOf(view, Columns::Shown);
 }
 
 QStringList titles(const QAbstractItemView &view, const QList<int> &columns)
@@ -243,10 +249,10 @@ QString selectedText(const QAbstractItemView &view)
     return text;
 }
 
-csv::Table table(const QAbstractItemView &view, const QString &suggestedName)
+csv::Table table(const QAbstractItemView &view, const QString &suggestedName, Columns which)
 {
     csv::Table table;
-    const QList<int> columns = shownColumns(view);
+    const QList<int> columns = columnsOf(view, which);
     if (!view.model() || columns.isEmpty())
         return table;
     table.suggestedName = suggestedName;

@@ -23,10 +23,12 @@ QModelIndexList selectedRows(const QAbstractItemView &view);
 // within a field become blanks. Null if more than maxCopied rows are selected.
 QString selectedText(const QAbstractItemView &view);
 
-// All rows of the view in their current order, visible columns only. The model is read on the interface
-// thread, a few milliseconds at a time, while the table is written; if it changes meanwhile, the export fails
-// with an explanation. For a tree, all branches that the model has loaded are exported, and the first column
-// contains the path: "Memory > Slot 1 > Size".
-csv::Table table(const QAbstractItemView &view, const QString &suggestedName);
+enum class Columns { Shown, All };
+
+// All rows of the view in their current order, usually the visible columns only. The model is read on the
+// interface thread, a few milliseconds at a time, while the table is written; if it changes meanwhile, the
+// export fails with an explanation. For a tree, all branches that the model has loaded are exported, and the
+// first column contains the path: "Memory > Slot 1 > Size".
+csv::Table table(const QAbstractItemView &view, const QString &suggestedName, Columns which = Columns::Shown);
 
 } // namespace viewrows
