@@ -433,9 +433,12 @@ void DiskUsageFormTest::theDriveIsReadAgainAfterAFolderScan()
     MemoryEnumerator disk;
     disk.addFile(u"C:\\a\\x"_s, megabyte);
     const auto used = std::make_shared<std::atomic<quint64>>(3);
-    const auto drives = [used](const QString &drive) {
-        return platform::Drive{
-            .root = drive, .ready = true, .totalBytes = 100ULL << 30, .freeBytes = (100 - *used) << 30};
+    const auto drives = [used](const QString &name) {
+        platform::Drive drive = tests::noDrive(name);
+        drive.ready = true;
+        drive.totalBytes = 100ULL << 30;
+        drive.freeBytes = (100 - *used) << 30;
+        return drive;
     };
     Scene scene(new DiskUsageForm(tests::lending(disk), drives));
     QVERIFY(scene.scan(u"C:\\"_s));

@@ -60,6 +60,7 @@ private slots:
     void aFolderScannedAgainCorrectsWhatIsNotCounted();
     void longPathsDoNotWidenTheWindow();
     void keysAndMenuActOnTheSelection();
+    void tablesKeepTheirColumns();
     void tablesAreExported();
     void aFolderScanEntersNoLinkToAFolderAbove();
     void namesKeepTheirRoomInDeepFolders();
@@ -320,6 +321,27 @@ void DiskUsageResultsTest::keysAndMenuActOnTheSelection()
     shell.succeeds = false;
     QTest::keyClick(biggest, Qt::Key_O, Qt::ControlModifier);
     QVERIFY(scene.notice().contains(u"C:\\r\\c\\three.zip"_s));
+    QTest::keyClick(biggest, Qt::Key_C, Qt::ControlModifier | Qt::ShiftModifier);
+    QCOMPARE(QGuiApplication::clipboard()->text(), u"C:\\r\\c\\three.zip"_s);
+    QTest::keyClick(biggest, Qt::Key_C, Qt::ControlModifier);
+    QVERIFY(QGuiApplication::clipboard()->text().startsWith(u"three.zip\t10.00 MB\t"_s));
+}
+
+void DiskUsageResultsTest::tablesKeepTheirColumns()
+{
+    const settings::Text stored = diskusage::biggestFilesColumns;
+    {
+        Scene scene;
+        QVERIFY(scene.scan(u"C:\\r"_s));
+        scene.find<QTableView>("biggestFilesTableView")->setColumnWidth(diskusage::FileName, 123);
+        QTRY_VERIFY(stored.read().startsWith(u"0:123 "_s));
+    }
+    Scene scene;
+    QVERIFY(scene.scan(u"C:\\r"_s));
+    auto *table = scene.find<QTableView>("biggestFilesTableView");
+    QCOMPARE(table->columnWidth(diskusage::FileName), 123);
+    QVERIFY(scene.scan(u"C:\\r\\a"_s)); // another model
+    QCOMPARE(table->columnWidth(diskusage::FileName), 123);
 }
 
 void DiskUsageResultsTest::tablesAreExported()
@@ -352,6 +374,17 @@ void DiskUsageResultsTest::tablesAreExported()
     lines = contents(file).split('\n');
     QVERIFY(lines.at(1).startsWith("three.zip,10.00 MB,"));
     QVERIFY(lines.at(2).startsWith("'=1+1.zip,0.00 KB,"));
+
+    // With the numbers of which the table shows the texts.
+    scene.find<QTabWidget>("resultTabWidget")->setCurrentIndex(1);
+    dialogs.nextFileToSave.enqueue(file);
+    tests::click(*scene.form, "exportButton");
+    QTRY_VERIFY(!scene.form->isBusy());
+    QCOMPARE(dialogs.fileDialogs.last().text, u"20 biggest Files.csv"_s);
+    lines = contents(file).split('\n');
+    QVERIFY(lines.at(0).endsWith(",Path,Raw Size\r"));
+    QVERIFY(lines.at(1).startsWith("two.mp4,15.00 MB,") && lines.at(1).endsWith(",15728640\r"));
+    scene.find<QTabWidget>("resultTabWidget")->setCurrentIndex(2);
 
     // The file types.
     types->setFocus();
