@@ -135,10 +135,7 @@ bool FindDuplicateResultForm::start()
 
 void FindDuplicateResultForm::showSummary()
 {
-    // For groups checked on disk, hard links and differing contents are taken into account.
-    quint64 bytes = m_statistics.freeableBytes;
-    for (auto known = m_spareBytes.cbegin(); known != m_spareBytes.cend(); ++known)
-        bytes += known.value() - duplicates::freeableBytes(groupAt(known.key()));
+    const quint64 bytes = m_spareBytes.corrected(m_statistics.freeableBytes);
     QString text =
         tr("%1 with %2; %3 free when one of each is kept")
             .arg(core::countText(m_statistics.groups, tr("1 group"), tr("%1 groups")),
@@ -176,22 +173,22 @@ void FindDuplicateResultForm::showGroupTitle()
 
 quint64 FindDuplicateResultForm::freeable(int group) const
 {
-    const auto known = m_spareBytes.constFind(group);
-    return known == m_spareBytes.cend() ? duplicates::freeableBytes(groupAt(group)) : known.value();
+    return m_spareBytes.of(group, duplicates::freeableBytes(groupAt(group)));
 }
 
 void FindDuplicateResultForm::factsChanged(int group)
 {
     if (!m_memberModel->allFacts().empty())
-        m_spareBytes.insert(group, duplicates::spareBytes(groupAt(group).size, m_memberModel->allFacts(),
-                                                          m_memberModel->contents()));
+        m_spareBytes.set(group, duplicates::freeableBytes(groupAt(group)),
+                         duplicates::spareBytes(groupAt(group).size, m_memberModel->allFacts(),
+                                                m_memberModel->contents()));
     showSummary();
 }
 
 void FindDuplicateResultForm::groupChanged(int group)
 {
     m_statistics = duplicates::statisticsOf(*m_groups);
-    m_spareBytes.remove(group);
+    m_spareBytes.forget(group);
     if (group == m_memberModel->groupIndex()) {
         factsChanged(group);
         showGroupTitle();

@@ -4,6 +4,7 @@
 #include "FindDuplicate/FindDuplicateCompareThread.h"
 #include "FindDuplicate/engine/Grouping.h"
 #include "FindDuplicate/groups/GroupsPage.h"
+#include "FindDuplicate/groups/SpareBytes.h"
 #include "core/LatestAnswer.h"
 
 #include <QHash>
@@ -82,6 +83,6 @@ private:
     int m_comparedGroup = -1;
     std::vector<int> m_comparedMembers;
     QHash<int, duplicates::GroupContents> m_contents; // by group
-    QHash<int, quint64> m_spareBytes;                 // of the groups that were checked on disk
-    core::LatestAnswer m_comparing;                   // comparing their contents
+    duplicates::SpareBytes m_spareBytes;
+    core::LatestAnswer m_comparing; // comparing their contents
 };

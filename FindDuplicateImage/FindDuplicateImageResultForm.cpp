@@ -96,6 +96,7 @@ void FindDuplicateImageResultForm::clear()
 {
     setGroups(nullptr, {});
     m_groupModel->setReport(nullptr);
+    m_spareBytes.clear();
     m_thumbnails.setFile(nullptr);
     m_report = std::make_shared<ImageReport>();
 }
@@ -106,7 +107,7 @@ void FindDuplicateImageResultForm::showReportTotals()
     const QString groups = core::countText(now.groups, tr("1 group"), tr("%1 groups"));
     QString text = tr("%1 with %2 of %3 pictures, %4 could be freed")
                        .arg(groups, QString::number(now.images), QString::number(m_report->imagesCompared),
-                            core::sizeText(now.freeableBytes));
+                            core::sizeText(m_spareBytes.corrected(now.freeableBytes)));
     for (const QString &remark : remarks(*m_report))
         text += QLatin1String("; ") + remark;
     showTotals(text);
@@ -125,12 +126,25 @@ void FindDuplicateImageResultForm::showMembers(int group)
 
 quint64 FindDuplicateImageResultForm::freeable(int group) const
 {
-    return lookalikes::freeableBytes(m_report->groups[static_cast<std::size_t>(group)]);
+    return m_spareBytes.of(group,
+                           lookalikes::freeableBytes(m_report->groups[static_cast<std::size_t>(group)]));
 }
 
-void FindDuplicateImageResultForm::groupChanged(int)
+void FindDuplicateImageResultForm::factsChanged(int group)
 {
+    if (!m_memberModel->allFacts().empty())
+        m_spareBytes.set(group, lookalikes::freeableBytes(m_report->groups[static_cast<std::size_t>(group)]),
+                         m_memberModel->spareBytes());
     showReportTotals();
+}
+
+void FindDuplicateImageResultForm::groupChanged(int group)
+{
+    m_spareBytes.forget(group);
+    if (group == m_memberModel->groupIndex())
+        factsChanged(group);
+    else
+        showReportTotals();
 }
 
 void FindDuplicateImageResultForm::memberSelected()

@@ -2,6 +2,7 @@
 #pragma once
 
 #include "FindDuplicate/groups/GroupsPage.h"
+#include "FindDuplicate/groups/SpareBytes.h"
 #include "FindDuplicateImage/ImageReport.h"
 #include "imaging/ThumbnailCache.h"
 
@@ -37,6 +38,7 @@ private:
 
     void showMembers(int group) override;
     quint64 freeable(int group) const override;
+    void factsChanged(int group) override;
     void groupChanged(int group) override;
     void memberSelected() override;
 
@@ -46,6 +48,7 @@ private:
     std::pair<int, int> comparedMembers() const;
 
     std::shared_ptr<ImageReport> m_report;
+    duplicates::SpareBytes m_spareBytes;
     imaging::ThumbnailCache m_thumbnails;
     ImageGroupModel *m_groupModel;
     ImageMemberModel *m_memberModel;

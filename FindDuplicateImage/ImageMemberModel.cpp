@@ -6,6 +6,9 @@
 #include "imaging/ThumbnailCache.h"
 #include "platform/FileTime.h"
 
+#include <algorithm>
+#include <vector>
+
 using lookalikes::ImageRecord;
 
 ImageMemberModel::ImageMemberModel(imaging::ThumbnailCache &thumbnails, QObject *parent)
@@ -27,16 +30,37 @@ void ImageMemberModel::updateProposal()
     m_proposal = -1;
     if (groupIndex() < 0)
         return;
+    const lookalikes::ImageGroup left = imagesLeft();
+    if (std::ranges::count(left.members, false, &ImageRecord::checked) > 1)
+        m_proposal = static_cast<int>(*lookalikes::proposedToKeep(left));
+}
+
+lookalikes::ImageGroup ImageMemberModel::imagesLeft() const
+{
     lookalikes::ImageGroup left = m_report->groups[static_cast<std::size_t>(groupIndex())];
-    int count = 0;
     for (std::size_t i = 0; i < left.members.size(); ++i) {
         const auto known = facts(static_cast<int>(i));
         left.members[i].checked =
             isGone(static_cast<int>(i)) || (known && (known->changed || known->throughLink));
-        count += left.members[i].checked ? 0 : 1;
     }
-    if (count > 1)
-        m_proposal = static_cast<int>(*lookalikes::proposedToKeep(left));
+    return left;
+}
+
+quint64 ImageMemberModel::spareBytes() const
+{
+    lookalikes::ImageGroup left = imagesLeft();
+    std::vector<bool> counted(left.members.size(), false);
+    for (std::size_t i = 0; i < left.members.size(); ++i) {
+        if (left.members[i].checked)
+            continue;
+        // Of several names of a file one counts.
+        const auto known = facts(static_cast<int>(i));
+        const std::size_t first =
+            known && known->mark.sameFileAs >= 0 ? static_cast<std::size_t>(known->mark.sameFileAs) : i;
+        left.members[i].checked = counted[first];
+        counted[first] = true;
+    }
+    return lookalikes::freeableBytes(left);
 }
 
 const ImageRecord *ImageMemberModel::record(int row) const

@@ -13,8 +13,9 @@ struct ImageReport;
 
 namespace lookalikes
 {
+struct ImageGroup;
 struct ImageRecord;
-}
+} // namespace lookalikes
 
 // The images of one group, one row each, the group's first image first.
 class ImageMemberModel : public duplicates::MemberListModel
@@ -40,6 +41,8 @@ public:
 
     const lookalikes::ImageRecord *record(int row) const;
     bool isGone(int row) const;
+    // Bytes freed by keeping only the suggested image, as far as the files are known.
+    quint64 spareBytes() const;
 
     QVariant data(const QModelIndex &index, int role) const override;
 
@@ -53,6 +56,8 @@ private:
         NoteKind kind = NoNote;
         QString text;
     };
+    // The group, with the images checked that are gone or are not the ones that were compared.
+    lookalikes::ImageGroup imagesLeft() const;
     Note note(int row) const;
     QStringList warnings(int row) const;
     QString toolTip(int row) const;

@@ -270,16 +270,21 @@ void LookAlikeTest::notes_data()
     using duplicates::MemberFacts;
     QTest::addColumn<MemberFacts>("facts"); // of the second of three, which is the largest
     QTest::addColumn<QString>("note");
+    QTest::addColumn<quint64>("spare"); // bytes, of 1, 10 and 100
     const duplicates::MemberMark there{true, false, -1};
-    QTest::newRow("as it was") << MemberFacts{there} << u"Proposed to keep"_s;
-    QTest::newRow("gone") << MemberFacts{} << u"The file was moved to another location"_s;
-    QTest::newRow("last copy") << MemberFacts{{true, true, -1}} << u"Last copy"_s;
-    QTest::newRow("changed") << MemberFacts{there, {}, true} << u"Changed since the scan"_s;
-    QTest::newRow("behind a link") << MemberFacts{there, {}, false, true} << u"Reached through a link"_s;
+    QTest::newRow("as it was") << MemberFacts{there} << u"Proposed to keep"_s << quint64(101);
+    QTest::newRow("gone") << MemberFacts{} << u"The file was moved to another location"_s << quint64(100);
+    QTest::newRow("last copy") << MemberFacts{{true, true, -1}} << u"Last copy"_s << quint64(101);
+    QTest::newRow("changed") << MemberFacts{there, {}, true} << u"Changed since the scan"_s << quint64(100);
+    QTest::newRow("behind a link") << MemberFacts{there, {}, false, true} << u"Reached through a link"_s
+                                   << quint64(100);
     QTest::newRow("all that may be") << MemberFacts{{true, true, -1}, {}, true, true}
-                                     << u"Last copy; Changed since the scan; Reached through a link"_s;
-    QTest::newRow("in the cloud") << MemberFacts{there, {}, false, false, true} << u"In the cloud"_s;
-    QTest::newRow("the same file") << MemberFacts{{true, false, 0}} << u"Same file as 0.png in C:\\r"_s;
+                                     << u"Last copy; Changed since the scan; Reached through a link"_s
+                                     << quint64(100);
+    QTest::newRow("in the cloud") << MemberFacts{there, {}, false, false, true} << u"In the cloud"_s
+                                  << quint64(101);
+    QTest::newRow("the same file") << MemberFacts{{true, false, 0}} << u"Same file as 0.png in C:\\r"_s
+                                   << quint64(100);
 }
 
 void LookAlikeTest::notes()
@@ -292,6 +297,7 @@ void LookAlikeTest::notes()
         image.name = u"%1.png"_s.arg(i);
         image.walkedFolder = u"C:\\r"_s;
         image.width = image.height = i == 1 ? 200 : 100 - i;
+        image.size = i == 0 ? 1 : i == 1 ? 10 : 100;
         report.groups[0].members.push_back(image);
     }
     imaging::ThumbnailCache thumbnails;
@@ -304,6 +310,7 @@ void LookAlikeTest::notes()
     const duplicates::MemberFacts there{{true, false, -1}};
     model.setFacts({there, facts, there});
     QTEST(note(1), "note");
+    QTEST(model.spareBytes(), "spare");
     // What is no copy any more is not to be kept instead of one.
     const bool isCopy = facts.mark.exists && !facts.changed && !facts.throughLink;
     QCOMPARE(note(0), isCopy ? QString() : u"Proposed to keep"_s);
