@@ -7,6 +7,7 @@
 #include "FindDuplicateImage/FindDuplicateImageStartForm.h"
 #include "imaging/DecoderPool.h"
 #include "imaging/ThumbnailFile.h"
+#include "platform/DetachedThread.h"
 #include "platform/Processors.h"
 #include "platform/Win32Enumerator.h"
 #include "widgets/NoticeBar.h"
@@ -34,6 +35,11 @@ FindDuplicateImageForm::Tools FindDuplicateImageForm::windowsTools()
             QDir::tempPath()};
 }
 
+void FindDuplicateImageForm::clearLeftovers()
+{
+    platform::runDetached([folder = QDir::tempPath()] { imaging::ThumbnailFile::clearLeftovers(folder); });
+}
+
 FindDuplicateImageForm::FindDuplicateImageForm(QWidget *parent)
     : FindDuplicateImageForm(windowsTools(), parent)
 {
@@ -46,7 +52,6 @@ FindDuplicateImageForm::FindDuplicateImageForm(Tools tools, QWidget *parent)
       m_results(new FindDuplicateImageResultForm(this)),
       m_noResult(new FindDuplicateImageNoResultFoundForm(this))
 {
-    imaging::ThumbnailFile::clearLeftovers(m_tools.temporaryFolder);
     buildPages();
     connectPages();
 }

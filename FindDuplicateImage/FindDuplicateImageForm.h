@@ -30,6 +30,9 @@ public:
     };
     static Tools windowsTools();
 
+    // Deletes what a crashed run left in the temporary folder, on a thread of its own. Returns at once.
+    static void clearLeftovers();
+
     explicit FindDuplicateImageForm(QWidget *parent = nullptr);
     FindDuplicateImageForm(Tools tools, QWidget *parent = nullptr);
     ~FindDuplicateImageForm() override;

@@ -180,8 +180,7 @@ void MainWindow::showApp(int number)
 void MainWindow::connectPage(const Module &module, FLWidget *page)
 {
     connect(page, &FLWidget::closeApp, this, &MainWindow::OnCloseApp);
-    if (module.hasLongJobs)
-        connect(page, &FLWidget::showToolbarSignal, this, &MainWindow::OnShowToolbarSignal);
+    connect(page, &FLWidget::showToolbarSignal, this, &MainWindow::OnShowToolbarSignal);
     if (module.wants(ShellEvent::WindowTitle))
         page->shellEvent(ShellEvent::WindowTitle, 0);
 }

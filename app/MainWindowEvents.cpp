@@ -37,6 +37,10 @@ void MainWindow::showEvent(QShowEvent *event)
     windowHandle()->installEventFilter(this);
     m_pages->home()->setFocus(); // not the tool bar, which comes first
     placement::moveIntoView(*this);
+    for (const Module &module : m_table.rows()) {
+        if (module.atStart)
+            module.atStart();
+    }
 }
 
 void MainWindow::closeEvent(QCloseEvent *event)
@@ -67,7 +71,7 @@ void MainWindow::closeEvent(QCloseEvent *event)
 
 void MainWindow::showStopping(const QStringList &jobs)
 {
-    const QString text = tr("Stopping what is running. Close the window again when it has ended.");
+    const QString text = tr("Stopping what is running. The window closes when it has ended.");
     statusBar()->showMessage(jobs.isEmpty() ? text : text + QLatin1Char(' ') + jobs.join(QLatin1String("; ")),
                              stoppingNote);
 }

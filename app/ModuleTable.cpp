@@ -64,7 +64,6 @@ ModuleTable ModuleTable::suite()
          .panelText = QT_TR_NOOP("Auto \nWallpaper Changer"),
          .panelOrder = 2,
          .create = create<AutoWallpaperChangerForm>,
-         .hasLongJobs = true,
          .closeOrder = 5,
          .homeLog = "autoWallpaperChanger"},
         {.id = 15,
@@ -86,7 +85,6 @@ ModuleTable ModuleTable::suite()
          .panelText = QT_TR_NOOP("Folder Size Analyzer"),
          .panelOrder = 3,
          .create = create<DiskUsageForm>,
-         .hasLongJobs = true,
          .closeOrder = 1},
         {.id = 3,
          .cardTitle = QT_TR_NOOP("Find Duplicate"),
@@ -98,7 +96,6 @@ ModuleTable ModuleTable::suite()
          .panelText = QT_TR_NOOP("Find Duplicate"),
          .panelOrder = 4,
          .create = create<FindDuplicateForm>,
-         .hasLongJobs = true,
          .closeOrder = 3},
         {.id = 20,
          .cardTitle = QT_TR_NOOP("Find Duplicate Image"),
@@ -110,8 +107,8 @@ ModuleTable ModuleTable::suite()
          .panelText = QT_TR_NOOP("Find Duplicate Image"),
          .panelOrder = 5,
          .create = create<FindDuplicateImageForm>,
-         .hasLongJobs = true,
-         .closeOrder = 4},
+         .closeOrder = 4,
+         .atStart = FindDuplicateImageForm::clearLeftovers},
         {.id = 12,
          .cardTitle = QT_TR_NOOP("My Tray Icon"),
          .cardName = "MyTrayIcon",
@@ -166,7 +163,6 @@ ModuleTable ModuleTable::suite()
          .panelText = QT_TR_NOOP("Secure Delete"),
          .panelOrder = 9,
          .create = create<SecureDeleteForm>,
-         .hasLongJobs = true,
          .closeOrder = 2},
         {.id = 13,
          .cardTitle = QT_TR_NOOP("Shortcut Keys"),
@@ -218,7 +214,6 @@ ModuleTable ModuleTable::suite()
          .panelText = QT_TR_NOOP("Track Cleaner"),
          .panelOrder = 13,
          .create = create<TrackCleanerForm>,
-         .hasLongJobs = true,
          .closeOrder = 6},
         {.id = 7,
          .cardTitle = QT_TR_NOOP("Transparent Taskbar"),
@@ -316,7 +311,12 @@ QList<const Module *> ModuleTable::inPanelOrder() const
 
 QList<const Module *> ModuleTable::inCloseOrder() const
 {
-    return ordered(&Module::closeOrder);
+    QList<const Module *> found = ordered(&Module::closeOrder);
+    for (const Module &module : m_rows) {
+        if (module.kind == Module::Kind::Page && module.closeOrder == 0)
+            found.append(&module);
+    }
+    return found;
 }
 
 QList<int> ModuleTable::catalogue() const

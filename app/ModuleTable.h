@@ -35,15 +35,16 @@ struct Module {
 
     // Pages.
     Factory create = {};
-    bool hasLongJobs = false;           // showToolbarSignal(bool) is listened to
-    int closeOrder = 0;                 // from 1: when the page is asked to stop before the window closes
+    int closeOrder = 0; // from 1: these are asked to stop before all others when the window closes
     QList<ShellEvent> shellEvents = {}; // what the page wants to hear of
 
     // Launchers. The display name is also the title of the executable's window, so it is not translated.
     const char *executable = nullptr; // "\Taskwick.exe"
     const char *displayName = nullptr;
 
-    void (*atStart)() = nullptr; // once the window is shown, with no page made; must not wait
+    // Called when the window is first shown, before any page is created. Must not block: disk access needs a
+    // thread.
+    void (*atStart)() = nullptr;
 
     // Opening from the home page.
     const char *homeLog = nullptr; // a line for the log
@@ -73,6 +74,7 @@ public:
     const Module *find(int id) const;
 
     QList<const Module *> inPanelOrder() const;
+    // All modules with a page: first those with a closeOrder, then the others as in rows().
     QList<const Module *> inCloseOrder() const;
     QList<int> catalogue() const;
 

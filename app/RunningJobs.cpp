@@ -1,10 +1,18 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "app/RunningJobs.h"
 
+#include <QTimer>
+
+#include <utility>
+
 void RunningJobs::setRunning(int id, bool running, bool onScreen)
 {
+    const int change = ++m_changes[id];
     if (running)
-        set(id, State::Running);
+        QTimer::singleShot(showAfter, this, [this, id, change] {
+            if (m_changes.value(id) == change)
+                set(id, State::Running);
+        });
     else if (state(id) == State::Running)
         set(id, onScreen ? State::None : State::Ended);
 }

@@ -4,8 +4,8 @@
 #include <QHash>
 #include <QObject>
 
-// What runs on the pages, for those who look at another one: the side panel and the home page show it. Pages
-// say by showToolbarSignal(false) that a job has begun, and by true that it has ended.
+// What runs on the pages, so that the side panel and the home page can show it while the user is on another
+// page. Pages emit showToolbarSignal(false) when a job begins, and true when it has ended.
 class RunningJobs : public QObject
 {
     Q_OBJECT
@@ -16,6 +16,9 @@ public:
         Running,
         Ended // while another page was on the screen, and nobody has looked since
     };
+
+    // A job is shown once it has run this long: a shorter one would only make the card flicker.
+    static constexpr int showAfter = 500; // ms
 
     explicit RunningJobs(QObject *parent = nullptr) : QObject(parent) {}
 
@@ -34,4 +37,5 @@ private:
     void set(int id, State state);
 
     QHash<int, State> m_states; // by module id
+    QHash<int, int> m_changes;  // calls of setRunning(), by module id
 };

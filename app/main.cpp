@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "app/InstallationFolder.h"
 #include "app/MainWindow.h"
-#include "app/ModuleTable.h"
 #include "app/Product.h"
 #include "app/Resources.h"
 #include "app/SingleInstance.h"
@@ -38,9 +37,5 @@ int main(int argc, char *argv[])
     QObject::connect(
         &window, &MainWindow::closed, &application, [] { QCoreApplication::exit(); }, Qt::QueuedConnection);
     window.show();
-    for (const Module &module : moduleTable().rows()) {
-        if (module.atStart)
-            module.atStart();
-    }
     return QApplication::exec();
 }

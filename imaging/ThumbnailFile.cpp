@@ -17,8 +17,11 @@ void ThumbnailFile::clearLeftovers(const QString &temporaryFolder)
 {
     const QString root = QDir::toNativeSeparators(temporaryFolder);
     const QDir folder(ThumbnailStore::folder(temporaryFolder));
-    for (const QString &name : folder.entryList({QStringLiteral("Lookalikes-*.thumbnails")}, QDir::Files))
+    for (const QString &name : folder.entryList({QStringLiteral("Lookalikes-*.thumbnails")}, QDir::Files)) {
+        if (ThumbnailStore::produced())
+            return; // the rest may belong to this run; closing the window removes all of them
         platform::eraseOwn(root, QDir::toNativeSeparators(folder.filePath(name)));
+    }
 }
 
 ThumbnailFile::ThumbnailFile(const QString &temporaryFolder)

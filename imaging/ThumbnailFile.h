@@ -16,10 +16,11 @@ namespace imaging
 class ThumbnailFile : public ThumbnailSink
 {
 public:
-    // Without a folder, or if the folder leads out of the temporary folder, nothing can be stored.
-    // clearLeftovers() deletes files that a crashed run left; call it before this run creates its first one.
+    // Does disk I/O. Deletes files that a crashed run left, unless this run has created one already. Any
+    // thread.
     static void clearLeftovers(const QString &temporaryFolder);
 
+    // Without a folder, or if the folder leads out of the temporary folder, nothing can be stored.
     explicit ThumbnailFile(const QString &temporaryFolder);
     ~ThumbnailFile() override;
 

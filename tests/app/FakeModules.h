@@ -59,6 +59,7 @@ private:
     {
         QList<Module> all = ModuleTable::suite().rows();
         for (Module &module : all) {
+            module.atStart = nullptr; // acts on the system
             if (module.kind == Module::Kind::Launcher)
                 continue;
             module.create = [this, id = module.id](QWidget *parent) {
