@@ -36,6 +36,18 @@ SecureDeleteBinPage::SecureDeleteBinPage(BinReader::BinFolders folders, QWidget 
                                    controls::Rank::Primary)),
       m_totals(new QLabel(this))
 {
+    buildList();
+    buildLayout();
+    connect(m_refresh, &QPushButton::clicked, this, &SecureDeleteBinPage::refresh);
+    connect(m_deleteSelected, &QPushButton::clicked, this, [this] { emit deleteRequested(false); });
+    connect(m_empty, &QPushButton::clicked, this, [this] { emit deleteRequested(true); });
+    connect(m_list, &ResultView::selectionChanged, this, &SecureDeleteBinPage::enableButtons);
+    connect(m_list, &ResultView::told, this, &SecureDeleteBinPage::told);
+    enableButtons();
+}
+
+void SecureDeleteBinPage::buildLayout()
+{
     auto *tools = new QHBoxLayout;
     tools->setSpacing(theme::spaceSnug);
     tools->addWidget(m_refresh);
@@ -52,7 +64,13 @@ SecureDeleteBinPage::SecureDeleteBinPage(BinReader::BinFolders folders, QWidget 
     layout->addLayout(tools);
     layout->addWidget(m_list, 1);
     layout->addLayout(bottom);
+    setTabOrder(m_deleteSelected, m_list->searchLine());
+    setTabOrder(m_list->searchLine(), m_list->view());
+    setTabOrder(m_list->view(), m_empty);
+}
 
+void SecureDeleteBinPage::buildList()
+{
     m_list->setModel(m_model);
     m_list->setSearch(ResultView::Search::Filter);
     m_list->setEmpty(controls::image("RecycleBin24"), tr("The recycle bin is empty"));
@@ -62,15 +80,6 @@ SecureDeleteBinPage::SecureDeleteBinPage(BinReader::BinFolders folders, QWidget 
     header->resizeSection(BinModel::Place, 300);
     header->resizeSection(BinModel::Size, 100);
     header->setStretchLastSection(true);
-    connect(m_refresh, &QPushButton::clicked, this, &SecureDeleteBinPage::refresh);
-    connect(m_deleteSelected, &QPushButton::clicked, this, [this] { emit deleteRequested(false); });
-    connect(m_empty, &QPushButton::clicked, this, [this] { emit deleteRequested(true); });
-    connect(m_list, &ResultView::selectionChanged, this, &SecureDeleteBinPage::enableButtons);
-    connect(m_list, &ResultView::told, this, &SecureDeleteBinPage::told);
-    setTabOrder(m_deleteSelected, m_list->searchLine());
-    setTabOrder(m_list->searchLine(), m_list->view());
-    setTabOrder(m_list->view(), m_empty);
-    enableButtons();
 }
 
 SecureDeleteBinPage::~SecureDeleteBinPage()

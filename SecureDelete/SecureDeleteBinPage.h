@@ -34,6 +34,8 @@ protected:
     void showEvent(QShowEvent *event) override;
 
 private:
+    void buildLayout();
+    void buildList();
     void onReaderDone();
     void enableButtons();
 

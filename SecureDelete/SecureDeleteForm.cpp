@@ -2,48 +2,27 @@
 #include "SecureDelete/SecureDeleteForm.h"
 
 #include "SecureDelete/FreeSpaceDialog.h"
+#include "SecureDelete/FreeSpaceWipe.h"
 #include "SecureDelete/SecureDeleteBinPage.h"
 #include "SecureDelete/SecureDeleteListPage.h"
 #include "SecureDelete/SecureDeleteOptionsDialog.h"
 #include "SecureDelete/SecureDeleteReportPage.h"
 #include "SecureDelete/Settings.h"
 #include "SecureDelete/Texts.h"
-#include "SecureDelete/Win32FreeSpace.h"
 #include "core/CountText.h"
 #include "core/SizeText.h"
 #include "platform/Dialogs.h"
 #include "platform/RecycleBinFolders.h"
 #include "widgets/DropFrame.h"
 #include "widgets/FLTabWidget.h"
-#include "widgets/NoticeBar.h"
 #include "widgets/PageHeader.h"
 #include "widgets/ScanPage.h"
 #include "widgets/Theme.h"
 
-#include <QRandomGenerator>
 #include <QStackedLayout>
 #include <QVBoxLayout>
 
 using namespace securedelete;
-
-namespace
-{
-
-class FreeSpaceProgress : public FreeSpaceListener
-{
-public:
-    explicit FreeSpaceProgress(core::ProgressRelay &relay) : m_relay(relay) {}
-    void spaceFilled(quint64 bytes, quint64 total) override
-    {
-        m_relay.setTotalBytes(total);
-        m_relay.setBytes(bytes);
-    }
-
-private:
-    core::ProgressRelay &m_relay;
-};
-
-} // namespace
 
 SecureDeleteForm::Environment SecureDeleteForm::Environment::real()
 {
@@ -62,7 +41,7 @@ SecureDeleteForm::SecureDeleteForm(Environment environment, QWidget *parent)
     buildProgressPage();
     connectAll();
     showMethod();
-    removeLeftOverFreeSpace();
+    m_freeSpace->removeLeftOver();
 }
 
 SecureDeleteForm::~SecureDeleteForm() = default;
@@ -104,6 +83,8 @@ void SecureDeleteForm::buildProgressPage()
         new ScanPage(this, {Figure::Bytes, Figure::Items, Figure::Rate, Figure::Time, Figure::TimeLeft});
     connect(m_progress, &ScanPage::scanCancel, this, &SecureDeleteForm::handleScanCancel);
     m_pages->addWidget(m_progress);
+    m_freeSpace = new FreeSpaceWipe(m_jobs, m_progress, m_environment.freeSpacePlace, this);
+    connect(m_freeSpace, &FreeSpaceWipe::ended, this, &SecureDeleteForm::showFreeSpaceEnd);
 }
 
 void SecureDeleteForm::connectAll()
@@ -343,66 +324,15 @@ void SecureDeleteForm::on_wipeFreeSpaceButton_clicked()
 
 void SecureDeleteForm::wipeFreeSpace(const QString &drive, quint64 freeBytes)
 {
-    const QString question =
-        tr("Fill the free space of %1 with random data, %2, and free it again?\n\nThis can take "
-           "hours. The drive is nearly full meanwhile; no file on it is touched.")
-            .arg(drive, core::sizeText(freeBytes));
-    if (!mayStart(question))
+    if (!mayStart(FreeSpaceWipe::question(drive, freeBytes)))
         return;
-    const auto folder = std::make_shared<Win32FreeSpace>(m_environment.freeSpacePlace(drive));
-    // Stored before the folder is created, so that the next start can find it after a crash.
-    freeSpaceFolderValue.write(folder->path());
     m_notice->hide();
     m_pages->setCurrentWidget(m_progress);
-    m_jobs.run(
-        {.busyText = tr("the wiping of free space"),
-         .page = m_progress,
-         .title = tr("Wiping free space. Please wait ..."),
-         .subject = folder->path(),
-         .stoppingTitle = tr("Freeing the space again ...")},
-        [folder](const core::JobControl &job) {
-            FreeSpaceProgress progress(job.progress);
-            const FreeSpaceOptions options{.seed = QRandomGenerator::system()->generate()};
-            return folder->make() ? securedelete::wipeFreeSpace(*folder, options, progress, job.cancel)
-                                  : FreeSpaceResult();
-        },
-        [this, drive](auto &job) {
-            const FreeSpaceResult result = job.takeResult().value_or(FreeSpaceResult());
-            if (result.removed)
-                freeSpaceFolderValue.write(QString());
-            showFreeSpaceEnd(drive, result, job.stopRequested(), job.error());
-        });
+    m_freeSpace->start(drive);
 }
 
-void SecureDeleteForm::showFreeSpaceEnd(const QString &drive, const FreeSpaceResult &result, bool stopped,
-                                        const QString &error)
+void SecureDeleteForm::showFreeSpaceEnd(NoticeBar::Kind kind, const QString &text)
 {
-    const QString size = core::sizeText(result.bytesWritten);
-    QString text = error;
-    if (error.isEmpty() && result.filled)
-        text = tr("The free space of %1 was overwritten: %2.").arg(drive, size);
-    else if (error.isEmpty() && stopped)
-        text = tr("Cancelled. %1 of the free space of %2 were overwritten.").arg(size, drive);
-    else if (error.isEmpty())
-        text = tr("Windows does not let this program fill %1.").arg(drive);
-    if (!result.removed && result.bytesWritten > 0)
-        text +=
-            u' ' + tr("Some of it is still taken; the next start of this program tries again to free it.");
     showStartPage();
-    m_notice->showNotice(result.filled ? NoticeBar::Kind::Success : NoticeBar::Kind::Warning, text);
-}
-
-// Cleans up after a run that crashed or was killed.
-void SecureDeleteForm::removeLeftOverFreeSpace()
-{
-    const QString path = freeSpaceFolderValue.read();
-    if (path.isEmpty())
-        return;
-    m_jobs.run(
-        {.busyText = tr("the freeing of space")},
-        [path](const core::JobControl &) { return Win32FreeSpace::removeLeftOver(path); },
-        [](auto &job) {
-            if (job.takeResult().value_or(false))
-                freeSpaceFolderValue.write(QString());
-        });
+    m_notice->showNotice(kind, text);
 }

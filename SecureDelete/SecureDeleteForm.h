@@ -4,10 +4,10 @@
 #include "SecureDelete/ReportFile.h"
 #include "SecureDelete/SecureDeleteThread.h"
 #include "SecureDelete/Settings.h"
-#include "SecureDelete/engine/FreeSpace.h"
 #include "platform/RawVolume.h"
 #include "widgets/FLWidget.h"
 #include "widgets/JobHost.h"
+#include "widgets/NoticeBar.h"
 
 #include <QTimer>
 
@@ -15,12 +15,16 @@
 
 class DropFrame;
 class FLTabWidget;
-class NoticeBar;
 class QStackedLayout;
 class ScanPage;
 class SecureDeleteBinPage;
 class SecureDeleteListPage;
 class SecureDeleteReportPage;
+
+namespace securedelete
+{
+class FreeSpaceWipe;
+}
 
 // Overwrites, renames and deletes what the user chose, and reports the outcome.
 class SecureDeleteForm : public FLWidget
@@ -75,9 +79,7 @@ private:
     void showStartPage();
     void saveReport(const QString &file, const securedelete::ReportOptions &options);
     void wipeFreeSpace(const QString &drive, quint64 freeBytes);
-    void showFreeSpaceEnd(const QString &drive, const securedelete::FreeSpaceResult &result, bool stopped,
-                          const QString &error);
-    void removeLeftOverFreeSpace();
+    void showFreeSpaceEnd(NoticeBar::Kind kind, const QString &text);
 
     const Environment m_environment;
     QStackedLayout *m_pages;
@@ -88,6 +90,7 @@ private:
     SecureDeleteBinPage *m_bin = nullptr;
     ScanPage *m_progress = nullptr;
     SecureDeleteReportPage *m_report = nullptr;
+    securedelete::FreeSpaceWipe *m_freeSpace = nullptr;
     QList<int> m_rowIds;       // list ids by row of the running job
     QList<int> m_destroyedIds; // not yet removed from the list
     QTimer m_removeDestroyed;

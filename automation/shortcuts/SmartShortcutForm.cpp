@@ -3,6 +3,7 @@
 
 #include "automation/shortcuts/ShortcutTest.h"
 #include "automation/shortcuts/SmartShortcutDialog.h"
+#include "automation/shortcuts/SmartShortcutList.h"
 #include "platform/Dialogs.h"
 #include "platform/GuardedRemoval.h"
 #include "platform/GuardedText.h"
@@ -11,47 +12,29 @@
 #include "widgets/Controls.h"
 #include "widgets/DropFrame.h"
 #include "widgets/ElidedLabel.h"
-#include "widgets/FLTreeView.h"
 #include "widgets/NoticeBar.h"
 #include "widgets/PageHeader.h"
 #include "widgets/Theme.h"
 
-#include <QHeaderView>
 #include <QItemSelectionModel>
 #include <QLabel>
 #include <QPointer>
 #include <QPushButton>
-#include <QStandardItemModel>
 #include <QToolBar>
 #include <QToolButton>
 #include <QVBoxLayout>
+
+#include <algorithm>
+#include <functional>
 
 using namespace automation;
 
 namespace
 {
 
-enum Column { nameColumn, programColumn, priorityColumn, placeColumn, stateColumn, columnCount };
-constexpr int indexRole = Qt::UserRole + 1; // index into m_shortcuts
-
 QString starterPath()
 {
     return settings::installationFolder() + u'\\' + starterName.toString();
-}
-
-QString stateText(const SmartShortcut &shortcut)
-{
-    if (!shortcut.start)
-        return SmartShortcutForm::tr("Cannot be read");
-    if (!shortcut.programIsThere)
-        return SmartShortcutForm::tr("Program not found");
-    return shortcut.starterIsThere ? SmartShortcutForm::tr("Ready")
-                                   : SmartShortcutForm::tr("Made by another installation");
-}
-
-bool isReady(const SmartShortcut &shortcut)
-{
-    return shortcut.start && shortcut.programIsThere && shortcut.starterIsThere;
 }
 
 ShortcutWish wishOf(const SmartShortcut &shortcut)
@@ -65,10 +48,7 @@ ShortcutWish wishOf(const SmartShortcut &shortcut)
 
 } // namespace
 
-SmartShortcutForm::SmartShortcutForm(QWidget *parent)
-    : FLWidget(parent),
-      m_model(new QStandardItemModel(0, columnCount, this)),
-      m_jobs(this)
+SmartShortcutForm::SmartShortcutForm(QWidget *parent) : FLWidget(parent), m_jobs(this)
 {
     buildWidgets();
     buildLayout();
@@ -105,24 +85,7 @@ void SmartShortcutForm::buildWidgets()
     for (QToolButton *button : {m_add, m_edit, m_remove, m_test, m_repair, m_reveal, m_again})
         m_toolBar->addWidget(button);
 
-    m_model->setHorizontalHeaderLabels({tr("Name"), tr("Program"), tr("Priority"), tr("Place"), tr("State")});
-    m_view = new FLTreeView(this);
-    m_view->setObjectName(QStringLiteral("treeView"));
-    m_view->setAccessibleName(tr("Smart shortcuts"));
-    m_view->setModel(m_model);
-    m_view->setRootIsDecorated(false);
-    m_view->setSortingEnabled(true);
-    m_view->sortByColumn(nameColumn, Qt::AscendingOrder);
-    m_view->setPlaceholder(
-        tr("No smart shortcuts yet. \"Add\" makes the first one, and so does a program or a "
-           "shortcut that is dropped here."));
-    m_view->header()->resizeSection(nameColumn, 150);
-    m_view->header()->resizeSection(priorityColumn, 100);
-    m_view->header()->resizeSection(placeColumn, 85);
-    m_view->header()->resizeSection(stateColumn, 185);
-    m_view->header()->setStretchLastSection(false);
-    m_view->setStretchColumn(programColumn, 120);
-
+    m_view = new SmartShortcutList(this);
     m_notice = new NoticeBar(this);
     m_broken = new NoticeBar(this);
     m_broken->setObjectName(QStringLiteral("brokenNotice"));
@@ -169,7 +132,7 @@ void SmartShortcutForm::connectWidgets()
     connect(m_test, &QToolButton::clicked, this, &SmartShortcutForm::testCurrent);
     connect(m_repair, &QToolButton::clicked, this, &SmartShortcutForm::repairCurrent);
     connect(m_reveal, &QToolButton::clicked, this, [this] {
-        if (const SmartShortcut *shortcut = current())
+        if (const SmartShortcut *shortcut = m_view->current())
             platform::shell().revealInExplorer(shortcut->item.path);
     });
     connect(m_again, &QToolButton::clicked, this, [this] { refresh(); });
@@ -195,7 +158,7 @@ void SmartShortcutForm::showEvent(QShowEvent *event)
 
 void SmartShortcutForm::refresh(const QString &selected)
 {
-    const SmartShortcut *now = current();
+    const SmartShortcut *now = m_view->current();
     const QString path = !selected.isEmpty() ? selected : now ? now->item.path : QString();
     m_search.ask(
         [places = shortcutPlaces(settings::smartShortcutFolder.read()), starter = starterPath()](
@@ -205,21 +168,8 @@ void SmartShortcutForm::refresh(const QString &selected)
 
 void SmartShortcutForm::showFound(ShortcutSearch search, const QString &selected)
 {
-    m_shortcuts = std::move(search.found);
-    m_view->setSortingEnabled(false); // otherwise rows would move while they are filled
-    m_model->setRowCount(0);
-    m_model->setRowCount(static_cast<int>(m_shortcuts.size()));
-    qsizetype broken = 0;
-    for (int row = 0; row < m_model->rowCount(); ++row) {
-        showRow(row, m_shortcuts.at(row));
-        broken += isReady(m_shortcuts.at(row)) ? 0 : 1;
-    }
-    m_view->setSortingEnabled(true);
-    for (int row = 0; row < m_model->rowCount(); ++row) {
-        const int index = m_model->index(row, nameColumn).data(indexRole).toInt();
-        if (m_shortcuts.at(index).item.path.compare(selected, Qt::CaseInsensitive) == 0)
-            m_view->setCurrentIndex(m_model->index(row, nameColumn));
-    }
+    const qsizetype broken = std::ranges::count_if(search.found, std::not_fn(isReady));
+    m_view->setShortcuts(std::move(search.found), selected);
     showButtons();
     if (!search.unreadable.isEmpty())
         m_broken->showNotice(NoticeBar::Kind::Warning,
@@ -234,35 +184,9 @@ void SmartShortcutForm::showFound(ShortcutSearch search, const QString &selected
         m_broken->hide();
 }
 
-void SmartShortcutForm::showRow(int row, const SmartShortcut &shortcut)
-{
-    const bool readable = shortcut.start.has_value();
-    const QStringList texts{shortcut.name, readable ? shortcut.start->program : shortcut.file.target,
-                            readable ? priorityName(shortcut.start->priority) : QString(), shortcut.place,
-                            stateText(shortcut)};
-    for (int column = 0; column < columnCount; ++column) {
-        auto *item = new QStandardItem(texts.at(column));
-        item->setToolTip(column == placeColumn                 ? shortcut.item.path
-                         : column == programColumn && readable ? commandLineOf(*shortcut.start)
-                                                               : texts.at(column));
-        m_model->setItem(row, column, item);
-    }
-    m_model->item(row, nameColumn)->setData(row, indexRole);
-    if (!shortcut.icon.isNull())
-        m_model->item(row, nameColumn)->setIcon(QPixmap::fromImage(shortcut.icon));
-    if (!isReady(shortcut))
-        m_model->item(row, stateColumn)->setIcon(controls::image("Warning16"));
-}
-
-const SmartShortcut *SmartShortcutForm::current() const
-{
-    const QModelIndexList rows = m_view->selectionModel()->selectedRows(nameColumn);
-    return rows.isEmpty() ? nullptr : &m_shortcuts.at(rows.first().data(indexRole).toInt());
-}
-
 void SmartShortcutForm::showButtons()
 {
-    const SmartShortcut *shortcut = current();
+    const SmartShortcut *shortcut = m_view->current();
     for (QToolButton *button : {m_edit, m_remove, m_reveal})
         button->setEnabled(shortcut != nullptr);
     m_test->setEnabled(shortcut && isReady(*shortcut));
@@ -291,7 +215,7 @@ void SmartShortcutForm::add(const QString &path)
 
 void SmartShortcutForm::editCurrent()
 {
-    const SmartShortcut *shortcut = current();
+    const SmartShortcut *shortcut = m_view->current();
     if (!shortcut)
         return;
     auto *dialog = new SmartShortcutDialog({}, this);
@@ -330,7 +254,7 @@ void SmartShortcutForm::store(SmartShortcutDialog *dialog, const QString &path,
 
 void SmartShortcutForm::removeCurrent()
 {
-    const SmartShortcut *shortcut = current();
+    const SmartShortcut *shortcut = m_view->current();
     if (!shortcut || m_jobs.isBusy())
         return;
     m_jobs.run(
@@ -355,7 +279,7 @@ void SmartShortcutForm::removeCurrent()
 
 void SmartShortcutForm::testCurrent()
 {
-    const SmartShortcut *shortcut = current();
+    const SmartShortcut *shortcut = m_view->current();
     if (!shortcut || !isReady(*shortcut) || m_jobs.isBusy())
         return;
     const ShortcutTest test(*shortcut->start);
@@ -377,7 +301,7 @@ void SmartShortcutForm::testCurrent()
 
 void SmartShortcutForm::repairCurrent()
 {
-    const SmartShortcut *shortcut = current();
+    const SmartShortcut *shortcut = m_view->current();
     if (!shortcut || !shortcut->start)
         return;
     const SmartShortcut broken = *shortcut;

@@ -8,13 +8,16 @@
 
 class DropFrame;
 class ElidedLabel;
-class FLTreeView;
 class NoticeBar;
 class QPushButton;
-class QStandardItemModel;
 class QToolBar;
 class QToolButton;
 class SmartShortcutDialog;
+
+namespace automation
+{
+class SmartShortcutList;
+}
 
 // Manages shortcuts that start a program with a chosen priority: lists those on the desktop, in the Start
 // menu and in a user-defined folder, and creates, edits, tests, repairs and deletes them. The shortcut files
@@ -36,9 +39,7 @@ private:
     // Reloads the folders; selects the shortcut with that path, or keeps the selection.
     void refresh(const QString &selected = {});
     void showFound(automation::ShortcutSearch search, const QString &selected);
-    void showRow(int row, const automation::SmartShortcut &shortcut);
     void showButtons();
-    const automation::SmartShortcut *current() const;
     void add(const QString &path = {});
     void editCurrent();
     void removeCurrent();
@@ -58,14 +59,12 @@ private:
     QToolButton *m_reveal;
     QToolButton *m_again;
     DropFrame *m_frame;
-    FLTreeView *m_view;
-    QStandardItemModel *m_model;
+    automation::SmartShortcutList *m_view;
     NoticeBar *m_notice; // result of the last action
     NoticeBar *m_broken; // problems in the list
     ElidedLabel *m_ownFolder;
     QPushButton *m_chooseFolder;
     QPushButton *m_noFolder;
-    QList<automation::SmartShortcut> m_shortcuts;
     core::LatestAnswer m_search;
     JobHost m_jobs;
 };
