@@ -6,7 +6,7 @@
 #include <QStandardItemModel>
 
 // The twenty biggest files of a scan, largest first, with the columns of diskusage::FileColumn. Sorts by
-// numbers and times, not by their texts.
+// numbers and times rather than their texts.
 class BiggestFilesModel : public QStandardItemModel
 {
     Q_OBJECT

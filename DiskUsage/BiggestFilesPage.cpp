@@ -99,7 +99,7 @@ void BiggestFilesPage::addFolder(const QString &folder, const std::vector<Bigges
     }
     BiggestFilesModel *shownModel = model.get();
     m_lists.push_back({folder, std::move(model), shownModel});
-    // Of two folders with one name the second says where it is.
+    // If two folders have the same name, the second one shows its location.
     QString text = tr("%1 (20 Biggest Files)").arg(QFileInfo(folder).fileName());
     if (m_choice->findText(text) >= 0)
         text = tr("%1 (20 Biggest Files)").arg(folder);

@@ -14,7 +14,7 @@ class QComboBox;
 class QLabel;
 class ResultTable;
 
-// The biggest files of the scan, and of every folder that was scanned again after it.
+// The biggest files of the scan, and of each folder that was scanned again later.
 class BiggestFilesPage : public QWidget
 {
     Q_OBJECT
@@ -23,10 +23,10 @@ public:
     explicit BiggestFilesPage(QWidget *parent = nullptr);
     ~BiggestFilesPage() override;
 
-    // Null detaches the model and drops the lists of single folders.
+    // Null detaches the model and discards the lists of rescanned folders.
     void setModel(BiggestFilesModel *model, const QString &folder = {});
-    // The list of a folder that was scanned again; replaces an earlier one of the same folder, and is shown
-    // when the user chooses it.
+    // Adds the list of a rescanned folder, replacing an earlier one of the same folder; shown when the user
+    // selects it.
     void addFolder(const QString &folder, const std::vector<diskusage::BiggestFile> &files);
     ResultTable *table() const { return m_table; }
 

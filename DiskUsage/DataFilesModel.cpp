@@ -19,7 +19,7 @@ namespace
 struct Cancelled {
 };
 
-// Throws, since that is the only way to leave std::sort early.
+// Throwing is the only way to leave std::sort early.
 void throwIfSet(const core::CancelFlag &cancel)
 {
     if (cancel.isSet())
@@ -199,7 +199,7 @@ void DataFilesModel::showCategory(int index)
     m_order = index >= 0 ? m_contents.bySize[static_cast<std::size_t>(index)] : FileOrder();
     m_shown = {};
     endResetModel();
-    // The order chosen before, if it was another.
+    // Restores the previously chosen order, unless it is the default.
     if (index >= 0 && !isBySize())
         sort(m_asked.column, m_asked.order);
 }
@@ -273,7 +273,7 @@ void DataFilesModel::applyOrder(FileOrder sorted)
     int lastRow = -1;
     int newRow = -1;
     for (const QModelIndex &old : before) {
-        if (old.row() != lastRow) { // one search for all columns of a selected row
+        if (old.row() != lastRow) { // caches the search for all columns of a selected row
             lastRow = old.row();
             const auto found =
                 std::find(sorted.begin(), sorted.end(), m_order[static_cast<std::size_t>(lastRow)]);

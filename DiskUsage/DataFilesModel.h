@@ -13,21 +13,21 @@
 namespace diskusage
 {
 
-// Columns of the lists of files, the biggest ones as well as those of a category.
+// Columns of the file lists, both of the biggest files and of a category.
 enum FileColumn { FileName, FileSizeText, FileLastAccess, FilePath, FileRawSize, FileColumnTotal };
 
 QString fileColumnTitle(int column);
 
-// The order of the records of a list: indexes into it.
+// A sort order: indexes into the list of records.
 using FileOrder = std::vector<quint32>;
 
-// Records with equal values stay in the order in which the scan met them. Empty when cancelled.
+// Stable: equal records stay in scan order. Empty when cancelled.
 FileOrder sortedFiles(const ScanResult &result, const std::vector<FileRecord> &files, FileColumn column,
                       Qt::SortOrder order, const core::CancelFlag &cancel);
 
 } // namespace diskusage
 
-// Puts the records of one category in order.
+// Sorts the records of a category.
 class FileSortThread : public core::WorkerThread
 {
     Q_OBJECT
@@ -36,7 +36,7 @@ public:
     FileSortThread(std::shared_ptr<const diskusage::ScanResult> result, int category,
                    diskusage::FileColumn column, Qt::SortOrder order);
 
-    // After done().
+    // Valid after done().
     diskusage::FileOrder takeOrder() { return std::move(m_order); }
 
 protected:
@@ -50,9 +50,9 @@ private:
     diskusage::FileOrder m_order;
 };
 
-// The files of one file-type category at a time, out of the records of a scan: texts are made for the rows
-// that are on the screen only, and sorting orders an array of numbers on a thread of its own, so that a
-// million files are no heavier to look at than ten. Filled on the scan's thread while no view is attached.
+// The files of one file-type category at a time, from the records of a scan. Texts are created only for
+// visible rows, and sorting orders an array of numbers on a worker thread, so that a million files are as
+// fast as ten. Filled on the scan thread while no view is attached.
 class DataFilesModel : public QAbstractTableModel
 {
     Q_OBJECT
@@ -60,23 +60,23 @@ class DataFilesModel : public QAbstractTableModel
 public:
     explicit DataFilesModel(QObject *parent = nullptr);
 
-    // A result and what is worked out from it beforehand, on any thread: the files of every category, largest
-    // first. Null when it was cancelled or there is no result.
+    // A result and the data derived from it, computed on any thread: the files of each category, largest
+    // first. Null if cancelled, or without a result.
     struct Contents {
         std::shared_ptr<const diskusage::ScanResult> result;
         std::vector<diskusage::FileOrder> bySize;
     };
     static Contents prepared(std::shared_ptr<const diskusage::ScanResult> result,
                              const core::CancelFlag &cancel);
-    // Shows these instead, in the category and order as before. Gives back the former contents, which may
-    // take long to free.
+    // Shows new contents with the current category and order. Returns the previous contents, since freeing
+    // them may take long.
     Contents replace(Contents contents);
 
-    // Empty afterwards when cancelled.
+    // Empty afterwards if cancelled.
     void setResult(std::shared_ptr<const diskusage::ScanResult> result, const core::CancelFlag &cancel = {});
     void clear();
 
-    // The categories in table order, and after them the files of no category.
+    // The categories in table order, followed by the files of no category.
     int categoryTotal() const;
     const diskusage::FileTypeResult &category(int index) const;
     int shownCategory() const { return m_category; }
@@ -88,7 +88,7 @@ public:
     const diskusage::FileRecord &record(int row) const;
     QString filePath(int row) const;
 
-    // Returns at once; the rows move when sorting has ended.
+    // Returns at once; the rows change when sorting has finished.
     int sortColumn() const { return m_asked.column; }
     Qt::SortOrder sortOrder() const { return m_asked.order; }
     void sort(int column, Qt::SortOrder order = Qt::AscendingOrder) override;
@@ -100,7 +100,7 @@ public:
 
 signals:
     void sortingChanged(bool running);
-    // Rows, column and order are what they were before. In words for the user.
+    // Rows, column and order are unchanged. A text for the user.
     void sortingFailed(const QString &message);
 
 private:
@@ -112,13 +112,13 @@ private:
     void endSorting();
     void takeSorted();
     void applyOrder(diskusage::FileOrder sorted);
-    bool isBySize() const; // what the contents hold is what is asked for
+    bool isBySize() const; // the requested order is the one stored in the contents
     QVariant text(const diskusage::FileRecord &file, int column) const;
 
     Contents m_contents;
     int m_category = -1;
     Sorting m_asked;
-    Sorting m_shown; // of the rows as they are; differs while a sort runs
+    Sorting m_shown; // the order of the current rows; differs while sorting
     diskusage::FileOrder m_order;
     core::WorkerPointer<FileSortThread> m_sorter;
 };

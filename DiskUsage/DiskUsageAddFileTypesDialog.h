@@ -16,7 +16,7 @@ public:
     explicit DiskUsageAddFileTypesDialog(QWidget *parent = nullptr);
 
 signals:
-    // With its leading dot, in lower case.
+    // With the leading dot, in lower case.
     void newExtension(const QString &extension);
 
 private slots:

@@ -5,7 +5,7 @@
 
 class QProgressBar;
 
-// The notice that is shown while the models of a result are freed.
+// Shown while the models of a result are freed.
 class DiskUsageClearRamForm : public QWidget
 {
     Q_OBJECT

@@ -7,14 +7,14 @@ class BiggestFilesModel;
 class DataFilesModel;
 class FolderModel;
 
-// Frees the models of a result, which takes seconds for a large drive. No view may be attached to them any
-// more. It runs to its end: there is nothing to gain from stopping in between.
+// Frees the models of a result, which takes seconds for a large drive. No view may be attached to them.
+// Cannot be stopped, which would gain nothing.
 class DiskUsageClearRamThread : public core::WorkerThread
 {
     Q_OBJECT
 
 public:
-    // Steps that clearRAMStep() counts.
+    // Number of clearRAMStep() signals.
     static constexpr int steps = 5;
 
     DiskUsageClearRamThread(FolderModel &folders, BiggestFilesModel &biggestFiles, DataFilesModel &dataFiles);

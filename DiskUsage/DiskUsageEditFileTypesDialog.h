@@ -16,7 +16,7 @@ class DiskUsageEditFileTypesDialog : public QDialog
     Q_OBJECT
 
 public:
-    // `others` are the remaining categories, to tell when an extension stands in two of them.
+    // `others` are the remaining categories, to detect extensions that are in two of them.
     DiskUsageEditFileTypesDialog(core::FileTypeCategory category, core::FileTypeTable others,
                                  QWidget *parent = nullptr);
 
@@ -36,9 +36,9 @@ private:
     void buildLayout();
     void connectAll();
     void enableButtons();
-    // Marks an extension that stands in another category as well.
+    // Marks an extension that is in another category too.
     void addRow(const QString &extension);
-    // What to say about that; empty when it stands in this one only.
+    // A note about that; empty if the extension is in this category only.
     QString sharedNote(const QString &extension) const;
 
     core::FileTypeCategory m_category;

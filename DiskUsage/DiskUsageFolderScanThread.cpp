@@ -27,7 +27,7 @@ void DiskUsageFolderScanThread::work()
     m_whole.reset();
     if (stopRequested())
         return;
-    result->dropFiles(); // the merged result has them
+    result->dropFiles(); // they are in the merged result
     m_tree = FolderModel::buildTree(*result);
     m_result = std::move(result);
 }

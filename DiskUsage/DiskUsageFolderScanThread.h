@@ -5,27 +5,27 @@
 #include "DiskUsage/DiskUsageWorkerThread.h"
 #include "DiskUsage/FolderModel.h"
 
-// Scans one folder of a result again. The twin of DiskUsageWorkerThread, but what it finds stays its own
-// until the form takes it: no model and no list of the result on the screen is touched.
+// Rescans one folder of a result. Like DiskUsageWorkerThread, but the result is kept until the form takes it:
+// the models and lists on the screen are not changed.
 class DiskUsageFolderScanThread : public core::WorkerThread, private diskusage::ScanListener
 {
     Q_OBJECT
 
 public:
-    // `whole` is the result that the folder is a part of. Nobody may change it meanwhile.
+    // `whole` is the result that contains the folder. It must not be changed meanwhile.
     DiskUsageFolderScanThread(ScanJob job, std::shared_ptr<const diskusage::ScanResult> whole);
     ~DiskUsageFolderScanThread() override;
 
     QString folder() const { return m_job.root; }
-    // After resultReady(): null for a cancelled or failed scan.
+    // After resultReady(): null if the scan was cancelled or failed.
     std::shared_ptr<diskusage::ScanResult> takeResult() { return std::move(m_result); }
-    // The whole result with this folder in it, for DataFilesModel::replace().
+    // The whole result including the new data of this folder, for DataFilesModel::replace().
     DataFilesModel::Contents takeContents() { return std::move(m_contents); }
     // The rows for FolderModel::replaceFolder().
     std::unique_ptr<FolderItem> takeTree() { return std::move(m_tree); }
 
 signals:
-    // The running count of entries, for every entry.
+    // Emitted for every entry, with the running count.
     void updateFolderItemScan(int items);
     void resultReady();
 

@@ -28,14 +28,14 @@ std::unique_ptr<core::DirectoryEnumerator> windowsEnumerator()
     return std::make_unique<platform::Win32Enumerator>();
 }
 
-// Destroying what a hundred thousand folders hold takes longer than the interface may wait.
+// Destroying the data of a hundred thousand folders takes too long for the interface thread.
 struct Rest {
     std::unique_ptr<FolderItem> rows;
     std::vector<std::shared_ptr<ScanResult>> results;
     DataFilesModel::Contents files;
     std::vector<FileTypeResult> types;
 
-    ~Rest() { FolderModel::destroyTree(std::move(rows)); } // before what they refer to
+    ~Rest() { FolderModel::destroyTree(std::move(rows)); } // before the data that they refer to
 };
 
 void destroyInBackground(std::shared_ptr<Rest> rest)
@@ -67,7 +67,7 @@ DiskUsageForm::DiskUsageForm(EnumeratorFactory enumerators, platform::DriveListe
 
 DiskUsageForm::~DiskUsageForm()
 {
-    m_jobs.drop(); // it works on the models
+    m_jobs.drop(); // its job uses the models
     m_results->detach();
 }
 
@@ -137,7 +137,7 @@ ScanJob DiskUsageForm::makeJob(const QString &root) const
 void DiskUsageForm::startScanOf(const QString &root)
 {
     m_root = root;
-    m_start->notice()->hide(); // it was about an earlier scan
+    m_start->notice()->hide(); // it refers to an earlier scan
     m_resultNotice.clear();
     ScanJob job = makeJob(root);
     m_scanFileTypes = job.options.fileTypes;
@@ -153,7 +153,7 @@ void DiskUsageForm::handleResults()
         return;
     if (!scan->result())
         showStartPage(failureText(scan->error()));
-    else if (scan->stopRequested()) // after the models had been filled
+    else if (scan->stopRequested()) // stopped after the models were filled
         startClearing();
     else
         showResults(scan->result());
@@ -171,7 +171,7 @@ void DiskUsageForm::showResults(std::shared_ptr<ScanResult> result)
     view.milliseconds = m_progress->elapsed();
     view.drive = m_start->drive(m_root);
     m_results->showScan(view);
-    m_start->refreshDrives(); // as they are now; driveRead() follows
+    m_start->refreshDrives(); // current drive figures; driveRead() follows
     if (!m_resultNotice.isEmpty())
         m_results->showNotice(std::exchange(m_resultNotice, {}));
     m_pages->setCurrentWidget(m_results);
@@ -189,7 +189,7 @@ void DiskUsageForm::scanFolderAgain(const QModelIndex &folder)
     }
     const FolderItem *item = m_folders->folderItem(folder);
     if (item->folder().cycle) {
-        // Scanned as a root it would be listed, and all that it leads to counted a second time.
+        // Scanned as a root, a link would be followed and its target counted twice.
         m_results->showNotice(
             tr("%1 is a link to a folder above it, where it is counted.").arg(item->path()));
         return;
@@ -198,7 +198,7 @@ void DiskUsageForm::scanFolderAgain(const QModelIndex &folder)
     ScanJob job = makeJob(item->path());
     for (const FolderItem *above = item->parentFolder(); above; above = above->parentFolder())
         job.options.ancestors.append(above->path());
-    job.options.fileTypes = m_scanFileTypes; // of one piece with the rest
+    job.options.fileTypes = m_scanFileTypes; // consistent with the rest of the result
     m_folderScan = new DiskUsageFolderScanThread(std::move(job), m_dataFiles->result());
     connect(m_folderScan, &DiskUsageFolderScanThread::updateFolderItemScan, &m_jobs.relay(),
             &core::ProgressRelay::setItems, Qt::DirectConnection);

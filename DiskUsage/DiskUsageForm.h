@@ -23,7 +23,7 @@ class DiskUsageForm : public ScanForm
     Q_OBJECT
 
 public:
-    // Each scan has an enumerator of its own, made by this.
+    // Creates an enumerator for each scan.
     using EnumeratorFactory = std::function<std::unique_ptr<core::DirectoryEnumerator>()>;
 
     explicit DiskUsageForm(QWidget *parent = nullptr);
@@ -35,13 +35,13 @@ public:
 
     bool isScanning() const { return m_scan || m_folderScan; }
     bool isClearingRam() const { return m_isClearing; }
-    // The models of the result, empty while there is none.
+    // The models of the result; empty if there is none.
     const FolderModel &folderModel() const { return *m_folders; }
     const BiggestFilesModel &biggestFilesModel() const { return *m_biggestFiles; }
     const DataFilesModel &dataFilesModel() const { return *m_dataFiles; }
 
 public slots:
-    // Scans a folder in any spelling, and remembers it among the recent ones. Does nothing while a job runs.
+    // Scans a folder in any spelling, and adds it to the recent ones. Does nothing while a job is running.
     void scan(const QString &folder);
 
     void handleResults();
@@ -72,11 +72,11 @@ private:
     DiskUsageClearRamForm *m_clearing;
     DiskUsageOptionsForm *m_options;
 
-    QString m_nextRoot;                  // what to scan when the models are free again
-    QString m_resultNotice;              // to be shown with the result of the scan that runs
-    core::FileTypeTable m_scanFileTypes; // with which the result was made
-    QPersistentModelIndex m_folderIndex; // being scanned again
-    // The job that runs; the host's.
+    QString m_nextRoot;                  // scanned once the models have been freed
+    QString m_resultNotice;              // shown with the result of the running scan
+    core::FileTypeTable m_scanFileTypes; // used for the result
+    QPersistentModelIndex m_folderIndex; // being rescanned
+    // The running job; owned by the host.
     DiskUsageWorkerThread *m_scan = nullptr;
     DiskUsageFolderScanThread *m_folderScan = nullptr;
     bool m_isClearing = false;

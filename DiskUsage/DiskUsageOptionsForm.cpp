@@ -23,7 +23,7 @@ namespace
 constexpr int maxNamedSiblings = 3;
 }
 
-// The page's making is in DiskUsageOptionsPage.cpp.
+// The page is built in DiskUsageOptionsPage.cpp.
 
 DiskUsageOptionsForm::~DiskUsageOptionsForm() = default;
 
@@ -110,7 +110,7 @@ bool DiskUsageOptionsForm::tryClose()
             QMessageBox::Yes | QMessageBox::No | QMessageBox::Cancel, QMessageBox::Yes);
         if (answer == QMessageBox::Yes)
             on_saveButton_clicked();
-        if (answer != QMessageBox::No && hasUnsavedChanges()) // the user stays, or nothing was saved
+        if (answer != QMessageBox::No && hasUnsavedChanges()) // the user stays, or saving failed
             return false;
     }
     emit closed();
@@ -183,7 +183,7 @@ void DiskUsageOptionsForm::on_excludeAddButton_clicked()
 {
     QString folder =
         QDir::toNativeSeparators(platform::dialogs().chooseFolder(this, tr("Select folder to exclude...")));
-    // The root of a drive keeps its separator, all other folders are stored without.
+    // A drive root keeps its separator; other folders are stored without one.
     if (folder.size() > 3 && folder.endsWith(QLatin1Char('\\')))
         folder.chop(1);
     if (folder.isEmpty() || m_excluded->topLevelItemCount() >= maxExcludedFolders)
@@ -212,11 +212,11 @@ void DiskUsageOptionsForm::showEvent(QShowEvent *event)
     QWidget::showEvent(event);
     if (event->spontaneous())
         return;
-    m_checkedFolders.reset(); // the folders on the disks may have changed
+    m_checkedFolders.reset(); // the folders on disk may have changed
     checkSiblings();
 }
 
-// Only while the page is visible: this may wake a disk or query a server.
+// Only while the page is visible: this may spin up a disk or query a server.
 void DiskUsageOptionsForm::checkSiblings()
 {
     if (!isVisible())

@@ -15,22 +15,21 @@ class QCheckBox;
 class QPushButton;
 class QToolButton;
 
-// The options page: the file-type categories, and the folders that scans leave out. Edits count when they are
-// saved.
+// The options page: file-type categories and excluded folders. Edits take effect when saved.
 class DiskUsageOptionsForm : public QWidget
 {
     Q_OBJECT
 
 public:
     explicit DiskUsageOptionsForm(QWidget *parent = nullptr);
-    // With another way of looking for the folders that a scan leaves out as well.
+    // With another function that finds the additional folders matched by an exclusion.
     explicit DiskUsageOptionsForm(diskusage::SiblingFinder siblings, QWidget *parent = nullptr);
     ~DiskUsageOptionsForm() override;
 
-    // Reads what is stored; edits that were not saved are gone.
+    // Reads the stored options, discarding unsaved edits.
     void load();
     bool hasUnsavedChanges() const;
-    // Leaves the page, after asking what to do about unsaved edits. False when it stays.
+    // Leaves the page after asking about unsaved edits. False if it stays.
     bool tryClose();
 
 signals:
@@ -67,7 +66,7 @@ private:
     void showSiblings(const QStringList &siblings);
 
     diskusage::ScanSettings m_stored;
-    core::FileTypeTable m_fileTypes; // as edited, but for the check boxes
+    core::FileTypeTable m_fileTypes; // as edited, except for the check boxes
     QString m_oneDrive;
 
     QToolButton *m_back;

@@ -100,7 +100,7 @@ void DiskUsageResultsForm::buildLayout()
 
 void DiskUsageResultsForm::buildActions()
 {
-    // In the folder tree F5 scans the selected folder again; everywhere else it scans everything.
+    // In the folder tree F5 rescans the selected folder; elsewhere it rescans everything.
     auto *everywhereElse = new QAction(this);
     everywhereElse->setShortcut(Qt::Key_F5);
     everywhereElse->setShortcutContext(Qt::WidgetWithChildrenShortcut);
@@ -236,7 +236,7 @@ void DiskUsageResultsForm::setBusy(bool busy, const QString &text)
     for (QWidget *button : {static_cast<QWidget *>(m_header->backButton()), static_cast<QWidget *>(m_again),
                             static_cast<QWidget *>(m_exportButton)})
         button->setEnabled(!busy);
-    // What has the focus loses it when it is disabled or hidden.
+    // Restores the focus, which a widget loses when it is disabled or hidden.
     if (!busy && m_focusBefore && isAncestorOf(m_focusBefore))
         m_focusBefore->setFocus();
 }

@@ -3,7 +3,7 @@
 
 #include "widgets/ScanPage.h"
 
-// What is shown while a scan runs.
+// Shown while a scan is running.
 class DiskUsageScanProgressForm : public ScanPage
 {
     Q_OBJECT

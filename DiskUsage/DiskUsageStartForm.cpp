@@ -26,7 +26,7 @@ const char *driveIcon(Drive::Type type)
     }
 }
 
-// As Explorer names drives: the label, or the kind where there is none, and the letter.
+// As in Explorer: the label, or the kind of drive if it has none, and the letter.
 QString driveName(const Drive &drive)
 {
     QString name = drive.label;
@@ -104,7 +104,7 @@ void DiskUsageStartForm::refreshDrives()
     }
     while (QLayoutItem *item = m_driveGrid->takeAt(0))
         delete item;
-    for (const QString &root : roots) // one that is plugged in stands in its place among the others
+    for (const QString &root : roots) // a new drive is inserted at its alphabetical position
         m_driveGrid->addWidget(m_driveCards.value(root));
     orderTabs();
     m_lister.refresh(roots);

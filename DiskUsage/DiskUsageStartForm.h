@@ -8,20 +8,19 @@
 
 #include <optional>
 
-// Where a scan begins: any folder, a drive, a special folder, a folder scanned before, or a folder dropped on
-// the page.
+// The start page: choose any folder, a drive, a special folder or a recent one, or drop a folder.
 class DiskUsageStartForm : public StartPage
 {
     Q_OBJECT
 
 public:
     explicit DiskUsageStartForm(QWidget *parent = nullptr);
-    // With another way of reading drives.
+    // With another function for reading drives.
     explicit DiskUsageStartForm(platform::DriveLister::Reader reader, QWidget *parent = nullptr);
     ~DiskUsageStartForm() override;
 
     void showRecentFolders(const QStringList &folders);
-    // What is known of the drive, when it has been read.
+    // The drive's figures; nullopt before they have been read.
     std::optional<platform::Drive> drive(const QString &root) const;
     // Reads the drives again; driveRead() follows for each.
     void refreshDrives();

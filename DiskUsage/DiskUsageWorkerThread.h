@@ -10,16 +10,16 @@ class BiggestFilesModel;
 class DataFilesModel;
 class FolderModel;
 
-// What a scan needs, put together before it starts.
+// The parameters of a scan.
 struct ScanJob {
     QString root;
     diskusage::ScanOptions options;
     std::unique_ptr<core::DirectoryEnumerator> enumerator;
 };
 
-// Scans a folder and fills the three models of the results page, which must have no view until resultReady()
-// has arrived. A cancelled scan leaves them empty. The signals are emitted on this thread,
-// updateTotalItemScan() for every entry of the file system: take them through a core::ProgressRelay.
+// Scans a folder and fills the three models of the results page, which must have no view before
+// resultReady(). A cancelled scan leaves them empty. Signals are emitted on the worker thread,
+// updateTotalItemScan() for every file system entry: connect through a core::ProgressRelay.
 class DiskUsageWorkerThread : public core::WorkerThread, private diskusage::ScanListener
 {
     Q_OBJECT
@@ -29,7 +29,7 @@ public:
                           DataFilesModel &dataFiles);
     ~DiskUsageWorkerThread() override;
 
-    // After resultReady(): null for a cancelled or failed scan.
+    // After resultReady(): null if the scan was cancelled or failed.
     const std::shared_ptr<diskusage::ScanResult> &result() const { return m_result; }
 
 signals:

@@ -6,7 +6,7 @@ class FLTableView;
 namespace diskusage
 {
 
-// Shows the columns that a person reads of a list with diskusage::FileColumn, in widths that suit them; after
+// For lists with diskusage::FileColumn: shows the columns for the user in suitable widths; call after
 // setModel().
 void showFileColumns(FLTableView &table);
 

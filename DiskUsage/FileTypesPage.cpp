@@ -32,7 +32,7 @@ namespace
 constexpr int categoryRole = Qt::UserRole;
 constexpr int smallestBar = 28;
 
-// Names are put in order without regard to case, as in all other lists.
+// Sorts names case-insensitively, as all other lists do.
 class NameItem : public QStandardItem
 {
 public:
@@ -43,7 +43,7 @@ public:
     }
 };
 
-// Sizes are shown by their text and sorted by their number.
+// Shows the size as text and sorts by number.
 class SizeItem : public QStandardItem
 {
 public:
@@ -131,7 +131,7 @@ void FileTypesPage::buildLayout()
     splitter->setStretchFactor(0, 2);
     splitter->setStretchFactor(1, 3);
     splitter->setChildrenCollapsible(false);
-    splitter->setSizes({480, 520}); // a proportion: the splitter fits it to its width
+    splitter->setSizes({480, 520}); // a proportion: the splitter scales it to its width
     auto *layout = new QVBoxLayout(this);
     layout->setContentsMargins(0, theme::spaceSnug, 0, 0);
     layout->addWidget(splitter);
@@ -174,7 +174,7 @@ void FileTypesPage::connectModel()
     });
     connect(m_model, &DataFilesModel::sortingFailed, this, [this](const QString &message) {
         QHeaderView *header = m_table->horizontalHeader();
-        const QSignalBlocker quiet(header); // the mark goes back to where it was, which is no wish to sort
+        const QSignalBlocker quiet(header); // restores the sort indicator without sorting
         header->setSortIndicator(m_model->sortColumn(), m_model->sortOrder());
         emit failed(message);
     });
@@ -184,7 +184,7 @@ void FileTypesPage::setModel(DataFilesModel *model, quint64 total)
 {
     if (m_model) {
         disconnect(m_model, nullptr, this, nullptr);
-        m_model->showCategory(-1); // ends a sort that runs
+        m_model->showCategory(-1); // cancels a running sort
     }
     m_table->setModel(nullptr);
     m_typeModel->clear();

@@ -14,8 +14,7 @@ class QLabel;
 class QStackedLayout;
 class QStandardItemModel;
 
-// The file types with the number of their files, their total and their share of the scan, and the files of
-// the selected one.
+// The file types with their file counts, totals and shares of the scan, and the files of the selected type.
 class FileTypesPage : public QWidget
 {
     Q_OBJECT
@@ -23,10 +22,9 @@ class FileTypesPage : public QWidget
 public:
     explicit FileTypesPage(QWidget *parent = nullptr);
 
-    // `total` is what the shares are taken of, in bytes. Null detaches the model.
+    // `total`, in bytes, is the base of the shares. Null detaches the model.
     void setModel(DataFilesModel *model, quint64 total = 0);
-    // The files of the selected type, and the types themselves, as they are shown.
-    // The model's contents were replaced.
+    // Updates both lists after the model's contents were replaced.
     void refresh(quint64 total);
     csv::Table csvTable() const;
     csv::Table typesTable() const;
@@ -55,7 +53,7 @@ private:
     QStandardItemModel *m_typeModel;
     FLTreeView *m_types;
     QLabel *m_title;
-    QLabel *m_note; // on the files of no type
+    QLabel *m_note; // about files of no type
     FLTableView *m_table;
     EmptyState *m_empty;
     QStackedLayout *m_stack;

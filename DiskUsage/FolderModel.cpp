@@ -34,8 +34,8 @@ void rankNames(QList<QStandardItem *> siblings)
         static_cast<FolderItem *>(siblings.at(rank))->setNameRank(static_cast<int>(rank));
 }
 
-// The largest-children text of a folder after one of its subfolders was scanned again. Files that an earlier
-// scan left out of the ten are not known any more; folders are, from the rows.
+// Updates a folder's largest-children text after one of its subfolders was rescanned. Files that were not
+// among the original ten are unknown; folders are taken from the rows.
 QString correctedMaxData(const FolderItem &parent)
 {
     using diskusage::LargestChildren;
@@ -63,7 +63,7 @@ void FolderItem::takePlaceOf(const FolderItem &old)
 {
     m_position = old.m_position;
     m_nameRank = old.m_nameRank;
-    folder().name = old.folder().name; // as its parent spells it
+    folder().name = old.folder().name; // keeps the parent's spelling
 }
 
 double FolderItem::share() const
@@ -139,8 +139,8 @@ void FolderModel::setResult(std::shared_ptr<diskusage::ScanResult> result)
 
 std::unique_ptr<FolderItem> FolderModel::buildTree(diskusage::ScanResult &result)
 {
-    // Parents precede their children, and siblings are in list order, so one pass builds all rows in order.
-    // `owned` holds the items that have no parent yet: nothing leaks when memory runs out.
+    // Parents precede their children and siblings are in list order, so a single pass builds all rows.
+    // `owned` holds items without a parent, so that nothing leaks if memory runs out.
     std::vector<std::unique_ptr<FolderItem>> owned;
     owned.reserve(result.folders.size());
     std::vector<FolderItem *> items;
@@ -171,7 +171,7 @@ void FolderModel::destroyTree(std::unique_ptr<FolderItem> tree)
 {
     if (!tree)
         return;
-    // Every folder after its subfolders, so that each destructor finds leaves only.
+    // Children before their parents, so that each destructor has no children left.
     std::vector<QStandardItem *> order{tree.get()};
     for (std::size_t i = 0; i < order.size(); ++i)
         for (int row = 0; row < order[i]->rowCount(); ++row)
@@ -208,7 +208,7 @@ std::unique_ptr<FolderItem> FolderModel::replaceFolder(const QModelIndex &index,
     subtree->takePlaceOf(*old);
 
     emit folderAboutToBeReplaced(old);
-    // Rows of earlier scans of this folder, or of one below it, go with it.
+    // Results of earlier rescans of this folder, or of one below it, are removed with it.
     const QString path = old->path();
     const auto kept =
         std::stable_partition(m_results.begin() + 1, m_results.end(), [&path](const auto &each) {
@@ -247,7 +247,7 @@ void FolderModel::correctTotals(FolderItem &above, const diskusage::Folder &befo
         item->folder().maxData = correctedMaxData(*item);
         emit dataChanged(indexOf(*item, 0), indexOf(*item, ColumnTotal - 1));
     }
-    // The shares of its siblings changed with their parent's size.
+    // The siblings' shares changed with the size of their parent.
     emit dataChanged(indexOf(*above.childFolder(0), 0),
                      indexOf(*above.childFolder(above.rowCount() - 1), ColumnTotal - 1));
 }
@@ -256,7 +256,7 @@ FolderItem *FolderModel::folderItem(const QModelIndex &index) const
 {
     if (!index.isValid() || index.model() != this)
         return nullptr;
-    // An index of the base class carries the item of its parent; index() below keeps to that.
+    // Indexes of the base class contain the parent's item; index() below does the same.
     return static_cast<FolderItem *>(
         static_cast<QStandardItem *>(index.internalPointer())->child(index.row()));
 }

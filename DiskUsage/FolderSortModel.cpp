@@ -18,7 +18,7 @@ quint64 sortKey(const FolderItem &item, int column)
         return static_cast<quint64>(folder.folders);
     case FolderModel::SizeText:
     case FolderModel::Size:
-    case FolderModel::Percentage: // all rows that are compared have the same parent
+    case FolderModel::Percentage: // compared rows always have the same parent
         return folder.bytes;
     case FolderModel::Index:
         return static_cast<quint64>(folder.index);
@@ -74,7 +74,7 @@ const FolderSortModel::Order &FolderSortModel::orderOf(const FolderItem *folder)
     for (std::size_t row = 0; row < order.source.size(); ++row)
         order.shown[static_cast<std::size_t>(order.source[row])] = static_cast<int>(row);
     order.hasSubfolders.resize(order.source.size());
-    for (int row = 0; const int shown : order.shown) // as the items lie in memory
+    for (int row = 0; const int shown : order.shown) // in memory order of the items
         order.hasSubfolders[static_cast<std::size_t>(shown)] = folder->childFolder(row++)->rowCount() > 0;
     return order;
 }
@@ -145,7 +145,7 @@ bool FolderSortModel::hasChildren(const QModelIndex &parent) const
            (!m_emptied || folderAt(parent) != m_emptied);
 }
 
-// As those of the folder model, without looking for the folder.
+// The same flags as the folder model's, without mapping to the folder.
 Qt::ItemFlags FolderSortModel::flags(const QModelIndex &index) const
 {
     return index.isValid() ? Qt::ItemIsEnabled | Qt::ItemIsSelectable : Qt::NoItemFlags;
@@ -173,7 +173,7 @@ void FolderSortModel::sortAgain()
     emit layoutChanged({}, VerticalSortHint);
 }
 
-// The folder's own row stays what and where it is, with its selection; the rows in it go and others come.
+// The folder's own row stays with its selection; the rows below it are replaced.
 void FolderSortModel::removeOld(const FolderItem *folder)
 {
     const QModelIndex parent = mapFromSource(m_folders->indexOf(*folder, 0));
@@ -181,7 +181,7 @@ void FolderSortModel::removeOld(const FolderItem *folder)
     if (rows > 0)
         beginRemoveRows(parent, 0, rows - 1);
     m_emptied = folder;
-    // Orders are found by address, and another folder may get the address of one that goes.
+    // Orders are looked up by address, which another folder may reuse.
     std::erase_if(m_orders, [folder](const auto &entry) {
         for (const FolderItem *item = entry.first; item; item = item->parentFolder())
             if (item == folder)

@@ -9,9 +9,9 @@
 class FolderItem;
 class FolderModel;
 
-// The order in which the folder tree is shown. A folder's subfolders are put in order when it is first looked
-// into, by one number each, so that neither the size of the tree nor a folder with 100,000 subfolders makes
-// the user wait; a sorting proxy that compares values a pair at a time takes ten times as long.
+// The display order of the folder tree. A folder's subfolders are sorted when it is first visited, by one
+// number each, so that neither large trees nor folders with 100,000 subfolders cause a delay; a sorting proxy
+// that compares pairs of values takes ten times as long.
 class FolderSortModel : public QAbstractProxyModel
 {
     Q_OBJECT
@@ -19,12 +19,12 @@ class FolderSortModel : public QAbstractProxyModel
 public:
     explicit FolderSortModel(QObject *parent = nullptr);
 
-    // Null takes the model away again.
+    // Null detaches the model.
     void setFolderModel(FolderModel *model);
 
     int sortColumn() const { return m_column; }
     Qt::SortOrder sortOrder() const { return m_sortOrder; }
-    // A folder's rows in order; `column` is one of FolderModel::Column. Equal ones stay as the scan met them.
+    // The sorted rows of a folder; `column` is a FolderModel::Column. Stable: equal rows stay in scan order.
     // Any thread.
     static std::vector<int> sortedRows(const FolderItem &folder, int column, Qt::SortOrder order);
 
@@ -40,13 +40,14 @@ public:
 
 private:
     struct Order {
-        std::vector<int> source; // shown row -> row of the folder model
-        std::vector<int> shown;  // and back
-        // By shown row. A view asks it of every row that it lays out, and the items lie all over the memory.
+        std::vector<int> source; // displayed row -> row in the folder model
+        std::vector<int> shown;  // the inverse
+        // By displayed row. Cached, since a view asks for every row that it lays out, and the items are
+        // scattered in memory.
         std::vector<bool> hasSubfolders;
     };
 
-    // An index holds the folder that its row lies in; null for the root's.
+    // Indexes contain the parent folder of their row; null for the root.
     FolderItem *folderAt(const QModelIndex &index) const;
     QModelIndex indexOf(FolderItem *folder, int column) const;
     const Order &orderOf(const FolderItem *folder) const;

@@ -27,7 +27,7 @@ constexpr int graphLevels = 4;
 constexpr int smallestPart = 400; // of the folder, to be shown with what is in it
 constexpr int drawDelay = 30;     // ms
 constexpr int smallestBar = 32;
-constexpr int levelIndent = 12; // the tree shares the window with the graph, and folders lie deep
+constexpr int levelIndent = 12; // the tree shares the window with the graph, and folders are deeply nested
 
 int levelOf(QModelIndex folder)
 {
@@ -68,7 +68,7 @@ void FoldersPage::buildTree()
     m_tree->setItemDelegateForColumn(FolderModel::Percentage, new BarDelegate(m_tree));
     m_tree->setContextMenuPolicy(Qt::CustomContextMenu);
     m_tree->setIndentation(levelIndent);
-    m_tree->setExpandsOnDoubleClick(false); // it activates, as Enter does
+    m_tree->setExpandsOnDoubleClick(false); // a double click activates, like Enter
     m_actions->addScanAgain();
     setFocusProxy(m_tree);
 }
@@ -95,7 +95,7 @@ void FoldersPage::buildLayout()
     splitter->setStretchFactor(0, 3);
     splitter->setStretchFactor(1, 2);
     splitter->setChildrenCollapsible(false);
-    splitter->setSizes({640, 360}); // a proportion: the splitter fits it to its width
+    splitter->setSizes({640, 360}); // a proportion: the splitter scales it to its width
 
     auto *layout = new QVBoxLayout(this);
     layout->setContentsMargins(0, theme::spaceSnug, 0, 0);
@@ -174,7 +174,7 @@ void FoldersPage::setModel(FolderModel *model, const core::FileTypeTable &fileTy
     const QModelIndex root = m_sorted->index(0, 0);
     m_tree->expand(root);
     m_tree->setCurrentIndex(root);
-    m_later.start(); // the tree first, the picture after it
+    m_later.start(); // the tree is updated first, the graph afterwards
 }
 
 void FoldersPage::showColumnWidths()
@@ -193,7 +193,7 @@ void FoldersPage::showColumnWidths()
     m_tree->setStretchColumn(FolderModel::Name, nameWidth(m_deepestLevel));
 }
 
-// The width needed by a row that many levels below the root: the indentation, the icon, and a name.
+// The width of a row at that depth: indentation, icon, and a name.
 int FoldersPage::nameWidth(int level) const
 {
     const QFontMetrics metrics(m_tree->font());
@@ -201,8 +201,8 @@ int FoldersPage::nameWidth(int level) const
            metrics.horizontalAdvance(QStringLiteral("a folder's name")) + 2 * theme::space;
 }
 
-// Deeper rows widen the name column, and the view scrolls, so that names stay readable. The column does not
-// shrink again: all columns would move whenever a folder is closed.
+// Deeper rows widen the name column, and the view scrolls, so that names stay readable. The column never
+// shrinks again: otherwise all columns would move when a folder is collapsed.
 void FoldersPage::makeRoomForLevel(int level)
 {
     if (level <= m_deepestLevel)
@@ -211,7 +211,7 @@ void FoldersPage::makeRoomForLevel(int level)
     m_tree->setStretchMinimum(nameWidth(level));
 }
 
-// scrollTo() shows the beginning of a cell; many levels down that is only the indentation.
+// scrollTo() shows the start of a cell, which at deep levels is only indentation.
 void FoldersPage::scrollToName(const QModelIndex &row)
 {
     const QRect cell = m_tree->visualRect(row.siblingAtColumn(FolderModel::Name));
@@ -301,7 +301,7 @@ csv::Table FoldersPage::csvTable() const
                     tr("Percentage"), tr("File Count"), tr("Folder Count")};
     if (!m_model || !m_model->rootFolder())
         return table;
-    // Every folder of the scan, whether its row is open in the tree or not, in the tree's order.
+    // All folders of the scan in tree order, expanded or not.
     const int column = m_sorted->sortColumn();
     const Qt::SortOrder order = m_sorted->sortOrder();
     auto waiting = std::make_shared<std::vector<const FolderItem *>>();

@@ -30,11 +30,11 @@ public:
     // Null detaches the model, which may then be freed on another thread.
     void setModel(FolderModel *model, const core::FileTypeTable &fileTypes = {});
 
-    // Of the model; the root when nothing is selected.
+    // Index of the folder model; the root if nothing is selected.
     QModelIndex currentFolder() const;
     QString currentPath() const;
     void selectFolder(const QModelIndex &folder);
-    // Takes the changed rows into picture and path bar.
+    // Updates graph and path bar after rows have changed.
     void refresh();
     csv::Table csvTable() const;
     PathActions *treeActions() const { return m_actions; }
@@ -56,7 +56,7 @@ private:
     void showCurrent();
     void enter(const QStringList &names);
     void goUp();
-    // The file or folder that is current in the graph.
+    // The current file or folder in the graph.
     QString graphPath() const;
     void showColumnWidths();
     int nameWidth(int level) const;
@@ -73,6 +73,6 @@ private:
     ElidedLabel *m_graphTitle;
     PathActions *m_actions;
     PathActions *m_graphActions;
-    int m_deepestLevel = 0; // that has been opened; the root is level 0
-    QTimer m_later; // a held arrow key passes many folders in a second: only the one it stops at is drawn
+    int m_deepestLevel = 0; // deepest level expanded so far; the root is level 0
+    QTimer m_later;         // a held arrow key passes many folders per second: only the last one is drawn
 };

@@ -11,7 +11,7 @@
 class PathActions;
 class ResultTable;
 
-// The folders that a scan did not count in full, with the reason: a sum that misses something must say so.
+// The folders that a scan could not count completely, with the reason: incomplete sums must be recognisable.
 class NotCountedModel : public QAbstractTableModel
 {
     Q_OBJECT
@@ -26,8 +26,8 @@ public:
 
     using QAbstractTableModel::QAbstractTableModel;
 
-    void setResult(const diskusage::ScanResult *result); // null empties it
-    // A folder of the result was scanned again: what `now` says takes the place of the rows below it.
+    void setResult(const diskusage::ScanResult *result); // null clears it
+    // A folder of the result was rescanned: the entries of `now` replace the rows below it.
     void replaceFolder(const QString &path, const diskusage::ScanResult &now);
     const std::vector<Row> &rows() const { return m_rows; }
     int count(Why why) const;
@@ -41,10 +41,10 @@ public:
 
 private:
     void append(const diskusage::ScanResult &result);
-    std::vector<int> sortRows(); // where each row was
+    std::vector<int> sortRows(); // returns the former position of each row
 
     std::vector<Row> m_rows;
-    int m_sortColumn = -1; // as the scan met them
+    int m_sortColumn = -1; // -1: scan order
     Qt::SortOrder m_sortOrder = Qt::AscendingOrder;
 };
 

@@ -91,7 +91,7 @@ void PathActions::showInExplorer()
                 [this, path](bool exists) { reveal(path, exists); });
 }
 
-// For a path that is gone Explorer opens some other folder without a word.
+// Checked first: for a missing path Explorer silently opens some other folder.
 void PathActions::reveal(const QString &path, bool exists)
 {
     if (!exists)

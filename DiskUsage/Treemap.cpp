@@ -11,7 +11,7 @@ namespace diskusage
 namespace
 {
 
-// The most stretched rectangle of a row of these areas along a side: 1 for squares, more for strips.
+// The worst aspect ratio in a row of these areas along a side: 1 for squares, more for strips.
 double worstProportion(const std::vector<double> &areas, std::size_t begin, std::size_t end, double sum,
                        double side)
 {
@@ -24,11 +24,11 @@ double worstProportion(const std::vector<double> &areas, std::size_t begin, std:
     return worst;
 }
 
-// Lays one row along the shorter side of `free` and takes its strip off.
+// Places one row along the shorter side of `free` and removes its strip.
 void layRow(const std::vector<double> &areas, std::size_t begin, std::size_t end, double sum, QRectF &free,
             std::vector<QRectF> &out)
 {
-    const bool upright = free.width() >= free.height(); // the row is a column at the left
+    const bool upright = free.width() >= free.height(); // the row is a column on the left
     const double thickness = sum / (upright ? free.height() : free.width());
     double position = upright ? free.top() : free.left();
     for (std::size_t i = begin; i < end; ++i) {
@@ -60,7 +60,7 @@ std::vector<QRectF> squarified(const std::vector<double> &weights, const QRectF 
     while (begin < areas.size() && areas[begin] > 0) {
         const double side = std::min(free.width(), free.height());
         if (side <= 0)
-            break; // rounding has used the area up
+            break; // no area is left because of rounding
         std::size_t end = begin;
         double sum = 0;
         double worst = std::numeric_limits<double>::max();

@@ -8,10 +8,10 @@
 namespace diskusage
 {
 
-// Divides `area` into one rectangle per weight, in proportion to the weights and as close to squares as it
-// goes: rows are filled along the shorter side as long as the worst proportion of the row improves
-// (squarified treemaps, Bruls, Huizing and van Wijk, 2000). Weights are not negative and in descending order;
-// a weight of 0 gets an empty rectangle.
+// Divides `area` into one rectangle per weight, with proportional areas and aspect ratios close to 1: rows
+// are filled along the shorter side as long as the worst ratio in the row improves (squarified treemaps,
+// Bruls, Huizing and van Wijk, 2000). Weights must be non-negative and descending; a weight of 0 gets an
+// empty rectangle.
 std::vector<QRectF> squarified(const std::vector<double> &weights, const QRectF &area);
 
 } // namespace diskusage

@@ -21,7 +21,7 @@ namespace
 {
 
 constexpr double gap = 2;         // around every box
-constexpr double smallestBox = 3; // smaller parts are left out of the picture
+constexpr double smallestBox = 3; // smaller parts are not drawn
 constexpr double smallestDivided = 26;
 
 double bandHeight(const QFontMetrics &metrics)
@@ -88,7 +88,7 @@ void UsageGraph::addBoxes(const UsageNode &folder, const QRectF &area, int paren
     std::vector<double> weights;
     for (const UsageNode &child : folder.children)
         weights.push_back(static_cast<double>(child.bytes));
-    // The children are in order but for the rest, which stands last whatever its size.
+    // The children are sorted, except for the rest, which is last whatever its size.
     std::vector<std::size_t> order(weights.size());
     for (std::size_t i = 0; i < order.size(); ++i)
         order[i] = i;
@@ -187,7 +187,7 @@ void UsageGraph::activate(int box)
 
 void UsageGraph::moveCurrent(int key)
 {
-    // The nearest direct child in the direction of the key; the first press chooses the largest.
+    // The nearest direct child in the direction of the key; the first key press selects the largest.
     int best = -1;
     double bestDistance = 0;
     int from = m_current;
@@ -210,7 +210,7 @@ void UsageGraph::moveCurrent(int key)
         const double across = std::abs(horizontal ? step.y() : step.x());
         if (along < 1)
             continue;
-        const double distance = along + 2 * across; // straight ahead is nearer than askew
+        const double distance = along + 2 * across; // prefers candidates straight ahead
         if (best < 0 || distance < bestDistance) {
             best = i;
             bestDistance = distance;

@@ -7,9 +7,8 @@
 #include <QStringList>
 #include <QWidget>
 
-// The picture of what a folder's space is used for: a treemap of its largest children and the rest, with the
-// insides of the folders among them. Files have the colour of their file type. The keyboard moves among the
-// direct children.
+// A treemap of a folder's space: its largest children and the rest, with nested boxes for folders. Files have
+// the colour of their file type. The keyboard moves among the direct children.
 class UsageGraph : public QWidget
 {
     Q_OBJECT
@@ -17,21 +16,21 @@ class UsageGraph : public QWidget
 public:
     explicit UsageGraph(QWidget *parent = nullptr);
 
-    // `categories` are the names that the nodes' indexes stand for, in table order.
+    // `categories` are the names for the category indexes of the nodes, in table order.
     void setUsage(diskusage::UsageNode usage, const QStringList &categories);
-    // Shown when the folder takes no space.
+    // Shown if the folder takes up no space.
     void setEmptyText(const QString &text);
 
-    // The names from the shown folder's child down to the current part; empty when none, or the rest, is
+    // The names from the displayed folder's child down to the current part; empty if none, or the rest, is
     // current.
     QStringList currentNames() const;
     QString currentText() const;
 
-    // A part of the picture, for tests and tool tips.
+    // A part of the treemap, for tests and tool tips.
     struct Box {
         QRectF rect;
         const diskusage::UsageNode *node;
-        int parent;   // index of the box of the folder that it lies in, -1 for direct children
+        int parent;   // index of the enclosing folder's box, -1 for direct children
         int depth;    // 1 for direct children
         bool divided; // its children have boxes
     };
@@ -41,7 +40,7 @@ public:
     QSize minimumSizeHint() const override;
 
 signals:
-    // Double click or Enter; the names lead from the shown folder's child down.
+    // Double click or Enter; the names start with the displayed folder's child.
     void folderActivated(const QStringList &names);
     void fileActivated(const QStringList &names);
     void menuRequested(const QPoint &globalPosition);
@@ -76,8 +75,8 @@ private:
     diskusage::UsageNode m_usage;
     QStringList m_categories;
     QString m_emptyText;
-    std::vector<Box> m_boxes; // folders before what lies in them
-    QPixmap m_picture;        // everything but the marks of the mouse and the keyboard
+    std::vector<Box> m_boxes; // folders before their contents
+    QPixmap m_picture;        // everything except mouse and keyboard highlights
     int m_current = -1;
     int m_hovered = -1;
 };

@@ -90,7 +90,7 @@ void UsageGraph::paintBox(QPainter &painter, const Box &box) const
     const QFontMetrics metrics(font());
     const QRectF room = box.rect.adjusted(theme::spaceTight, 2, -theme::spaceTight, -2);
     const QString name = box.node->kind == UsageNode::Kind::Rest ? tr("Everything else") : box.node->name;
-    // A name cut down to a few letters tells nothing.
+    // A name cut down to a few letters is useless.
     const int letters = static_cast<int>(qMin<qsizetype>(name.size(), fewestLetters));
     if (room.height() < metrics.height() || room.width() < letters * metrics.averageCharWidth())
         return;
@@ -125,8 +125,7 @@ void UsageGraph::paintBox(QPainter &painter, const Box &box) const
 
 void UsageGraph::paintLegend(QPainter &painter, const QRect &area) const
 {
-    // The file types that are in the picture, the one with the most bytes first, as many as there is room
-    // for.
+    // The file types in the treemap, the largest total first, as many as there is room for.
     std::map<int, quint64> bytes;
     for (const Box &box : m_boxes)
         if (box.node->kind == UsageNode::Kind::File)

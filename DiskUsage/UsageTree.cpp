@@ -35,7 +35,7 @@ UsageNode usageTree(const FolderItem &folder, const core::FileTypeMatcher &match
     UsageNode node = usageOf(own.name, own.bytes, own.maxData, matcher);
     if (levels <= 1)
         return node;
-    // One pass over the rows, of which there may be very many; sizes are compared before names.
+    // A single pass over the rows, of which there may be many; sizes are compared before names.
     for (int row = 0; row < folder.rowCount(); ++row) {
         const FolderItem &child = *folder.childFolder(row);
         const Folder &inner = child.folder();

@@ -80,7 +80,7 @@ QLayout *AboutDialog::buildHeader()
 
 QWidget *AboutDialog::buildLicences()
 {
-    // The notices stand in a table; what is above it says the same as the sentence here.
+    // Only the table of the notices is shown; the text above it is covered by the sentence here.
     QFile notices(QStringLiteral(":/documents/third-party-notices.md"));
     notices.open(QIODevice::ReadOnly);
     const QString text = QString::fromUtf8(notices.readAll());
@@ -101,7 +101,7 @@ QWidget *AboutDialog::buildLicences()
 QLayout *AboutDialog::buildFolder()
 {
     auto *title = new QLabel(tr("Companion programs are started from:"));
-    // A label would clip a long path, which has no place to break a line at.
+    // A line edit, since a label would clip a long path that cannot be wrapped.
     m_folder = new QLineEdit;
     m_folder->setObjectName(QStringLiteral("installationFolderEdit"));
     m_folder->setReadOnly(true);

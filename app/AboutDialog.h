@@ -6,8 +6,8 @@
 class QLineEdit;
 class QPushButton;
 
-// Product, version, licences, and the installation folder in which companions are looked for. Deletes itself
-// when closed.
+// Product, version, licences, and the installation folder that contains the companions. Deletes itself when
+// closed.
 class AboutDialog : public QDialog
 {
     Q_OBJECT

@@ -10,7 +10,7 @@ CloseCheck askPagesToStop(const QList<FLWidget *> &pages)
         if (!page->isBusy())
             continue;
         check.mayClose = false;
-        const QString text = page->busyText(); // before the job can end
+        const QString text = page->busyText(); // read first, since the job may end at once
         page->requestStop();
         if (!text.isEmpty())
             check.stopping.append(text);

@@ -6,8 +6,8 @@
 
 class FLWidget;
 
-// Asks every busy page to stop, in the order given. The window may close only when no page was busy; a page
-// that stops at once counts as well, since what it ran may have something to say to the user.
+// Asks every busy page to stop, in the given order. The window may only close if no page was busy. A page
+// that stops at once counts as busy too, since it may have something to show to the user.
 struct CloseCheck {
     bool mayClose = true;
     QStringList stopping; // what is being stopped, for the user

@@ -41,8 +41,8 @@ void CompanionLauncher::launch(const Module &module)
     const QString folder = installation::folder();
     const QString file = installation::companion(QString::fromLatin1(module.executable));
 
-    // Both the question and the shell handle window messages while they wait for the user: this object may be
-    // asked again, or be gone.
+    // The question and the shell process window messages while they wait for the user: this object may be
+    // called again or be destroyed.
     const QPointer<CompanionLauncher> alive(this);
     m_starting = true;
     const bool start = mayStart(file, folder, name);

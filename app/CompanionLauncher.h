@@ -17,21 +17,21 @@ class CompanionLauncher : public QObject
     Q_OBJECT
 
 public:
-    // True when a program without administrator rights could put another file in place of this one.
+    // True if a program without administrator rights could replace this file.
     using ChangeableTest = std::function<bool(const QString &file, const QString &folder)>;
 
     explicit CompanionLauncher(QWidget *window);
     ~CompanionLauncher() override;
 
-    // Hands the module's executable to the shell and opens the dialog that waits for its window. A second
-    // call while the user is being asked by Windows is dropped. A file that other programs could have
-    // exchanged is started only after a question, asked once for a folder.
+    // Starts the module's executable through the shell and opens the dialog that waits for its window. A
+    // second call during the elevation prompt is ignored. If other programs could have replaced the file, the
+    // user is asked first, once per folder.
     void launch(const Module &module);
 
     void setChangeableTest(ChangeableTest test) { m_changeable = std::move(test); }
 
 signals:
-    // The waiting for this module is over, or it was never begun.
+    // The wait for this module has ended or never started.
     void finished(int id);
 
 private:
@@ -41,10 +41,10 @@ private:
     QWidget *m_window;
     ChangeableTest m_changeable;
     QHash<int, QPointer<OpenAdminModuleDialog>> m_dialogs; // by module id
-    QString m_trusted;                                     // the folder that the user has agreed to
+    QString m_trusted;                                     // folder confirmed by the user
     bool m_starting = false;
 };
 
-// Starts the background agent, \Glasswick.exe, when every background feature is off and its window does not
-// exist. That it is not started when a feature is on looks the wrong way round and is intended.
+// Starts the background agent, \Glasswick.exe, if all background features are off and its window does not
+// exist. That it is not started when a feature is on is intended, although it looks inverted.
 void startAgentIfIdle();

@@ -18,7 +18,7 @@ bool isElevated()
            elevation.TokenIsElevated != 0;
 }
 
-// Asks for the access only; nothing is written. FILE_WRITE_DATA of a folder is the right to add files.
+// Only requests the access; nothing is written. For a folder, FILE_WRITE_DATA is the right to add files.
 bool mayWrite(const QString &path)
 {
     const platform::FileHandle opened(CreateFileW(platform::apiPath(path).c_str(), FILE_WRITE_DATA,

@@ -3,10 +3,10 @@
 
 #include <QString>
 
-// True when this process could write the file or put another one in its folder.
+// True if this process could write to the file or replace it in its folder.
 bool changeableByThisProcess(const QString &file, const QString &folder);
 
-// The same for a process that has no administrator rights: then every other program of the user could have
-// done so, and starting the file elevated would give it the rights. A process that is elevated itself cannot
-// tell by trying, and answers false.
+// The same for a process without administrator rights: then any other program of the user could have done so,
+// and starting the file elevated would grant it those rights. An elevated process cannot find out by trying,
+// and returns false.
 bool changeableWithoutElevation(const QString &file, const QString &folder);

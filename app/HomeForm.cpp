@@ -25,9 +25,9 @@ namespace
 
 constexpr settings::Text storedStars{settings::keys::root, u"StarredWidget", u"9,2,5"};
 constexpr int searchWidth = 220;
-constexpr int cardGap = theme::space / 2; // what a card keeps free around its frame
+constexpr int cardGap = theme::space / 2; // margin of a card around its frame
 
-// Keeps the page's margins beside the cards and the scroll bar at the window's edge.
+// Keeps the page's margins around the cards, with the scroll bar at the window's edge.
 class CardArea : public QScrollArea
 {
 public:
@@ -92,7 +92,7 @@ QWidget *HomeForm::buildGrid()
 {
     m_contents = new QWidget;
     m_contents->setObjectName(QStringLiteral("cardContents"));
-    // The width is the scroll area's to give: a grid of wide rows must not keep the page from narrowing.
+    // The scroll area determines the width: a wide grid must not keep the page from shrinking.
     m_contents->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
     m_contents->installEventFilter(this);
 
@@ -105,7 +105,7 @@ QWidget *HomeForm::buildGrid()
 
     m_grid = new QGridLayout;
     m_grid->setContentsMargins(0, 0, 0, 0);
-    m_grid->setSpacing(0); // the cards bring their gaps
+    m_grid->setSpacing(0); // the cards include their gaps
     auto *column = new QVBoxLayout(m_contents);
     column->setContentsMargins(0, 0, 0, theme::spaceWide);
     column->setSpacing(0);
@@ -118,7 +118,7 @@ QWidget *HomeForm::buildGrid()
     m_scrollArea->setFrameShape(QFrame::NoFrame);
     m_scrollArea->setVerticalScrollBar(new SlimScrollBar);
     m_scrollArea->setWidgetResizable(true);
-    // Always there, so that its coming and going does not change the width; without use it shows nothing.
+    // Always present, so that the width does not change when it is needed; invisible while it is not.
     m_scrollArea->setVerticalScrollBarPolicy(Qt::ScrollBarAlwaysOn);
     m_scrollArea->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
     m_scrollArea->setFocusPolicy(Qt::NoFocus);
@@ -165,7 +165,7 @@ void HomeForm::showStars()
 
 void HomeForm::saveStarredWidgetList()
 {
-    // Removing the last star is deliberately not remembered.
+    // An empty list is deliberately not stored.
     if (!m_starred.isEmpty())
         storedStars.write(m_starred.text());
 }
@@ -180,7 +180,7 @@ void HomeForm::toggleStar(int id)
         m_scrollArea->ensureWidgetVisible(m_current, 0, theme::space);
 }
 
-// Before it is shown, a page has only a passing width; showing it lays it out in any case.
+// Before a page is shown its width is temporary; showing it triggers a layout anyway.
 void HomeForm::relayout()
 {
     if (m_onScreen)
@@ -206,13 +206,13 @@ int HomeForm::columns() const
 
 void HomeForm::placeCards()
 {
-    // One repaint for the whole of it.
+    // A single repaint for all changes.
     m_contents->setUpdatesEnabled(false);
     while (QLayoutItem *item = m_grid->takeAt(0))
         delete item;
     m_shown.clear();
 
-    const int columns = std::max(1, m_columnCount); // narrower than one card
+    const int columns = std::max(1, m_columnCount); // 0 if narrower than one card
     for (const int id : m_starred.arranged(m_catalogue)) {
         ModuleCard *next = card(id);
         next->setVisible(matchesSearch(*next));
@@ -238,8 +238,8 @@ void HomeForm::placeCards()
     m_contents->setUpdatesEnabled(true);
 }
 
-// Equal columns over the whole width. What the division leaves over goes to the right margin, so that no card
-// is wider than its neighbours.
+// Equal columns over the whole width. The remainder of the division goes to the right margin, so that all
+// cards have the same width.
 void HomeForm::spreadColumns()
 {
     const int columns = std::max(1, m_columnCount);
@@ -275,7 +275,7 @@ bool HomeForm::eventFilter(QObject *watched, QEvent *event)
     } else if (event->type() == QEvent::FocusIn) {
         auto *focused = qobject_cast<ModuleCard *>(watched);
         if (!focused)
-            focused = qobject_cast<ModuleCard *>(watched->parent()); // a star
+            focused = qobject_cast<ModuleCard *>(watched->parent()); // a star button
         if (focused)
             makeCurrent(focused);
     }
@@ -301,8 +301,8 @@ void HomeForm::hideEvent(QHideEvent *event)
     QWidget::hideEvent(event);
 }
 
-// Twenty cards and as many stars would make forty stops of the Tab key; it stops at one card, at its star,
-// and goes on. The arrow keys choose the card.
+// Twenty cards with their stars would be forty tab stops; instead the Tab key visits one card and its star.
+// Arrow keys select the card.
 void HomeForm::makeCurrent(ModuleCard *card)
 {
     m_current = card;
@@ -337,7 +337,7 @@ void HomeForm::moveFrom(ModuleCard *card, int key)
         to = at - columns;
         break;
     case Qt::Key_Down:
-        // From the last full row into a last row that is shorter.
+        // From the last full row to a shorter last row.
         to = at / columns < last / columns ? std::min(at + columns, last) : at;
         break;
     case Qt::Key_Home:

@@ -13,10 +13,9 @@ class QLabel;
 class QLineEdit;
 class QScrollArea;
 
-// The home page: a card for every module in a grid that re-flows with the width, the starred ones first. The
-// starred list is read when the page is made and written (value `StarredWidget` of the root key) at every
-// change, but for one: an empty list is never written, so the star that was removed last is back at the next
-// start.
+// The home page: a card for each module in a grid that adapts to the width, starred ones first. The starred
+// list is read on creation and stored (value `StarredWidget` of the root key) at every change, except that an
+// empty list is never stored, so the last removed star is back at the next start.
 class HomeForm : public QWidget
 {
     Q_OBJECT
@@ -92,7 +91,7 @@ private:
     void saveStarredWidgetList();
     void toggleStar(int id);
 
-    // Lays the cards out anew when the number of columns has changed, or in any case with `force`.
+    // Arranges the cards again if the number of columns has changed, or always with `force`.
     void columnCount(bool force = false);
     void relayout();
     void placeCards();
@@ -109,10 +108,10 @@ private:
     QList<int> m_catalogue;
     StarredModules m_starred;
     int m_columnCount = -1;
-    bool m_onScreen = false;     // since the show event
+    bool m_onScreen = false;     // since the first show event
     QList<ModuleCard *> m_shown; // the cards in the grid, row by row
 
-    ModuleCard *m_current = nullptr; // the one card that the Tab key stops at
+    ModuleCard *m_current = nullptr; // the only card in the tab order
     QLineEdit *m_search = nullptr;
     QLabel *m_nothingFound = nullptr;
     QScrollArea *m_scrollArea = nullptr;

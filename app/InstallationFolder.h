@@ -3,21 +3,22 @@
 
 #include <QString>
 
-// The folder in which the companion executables are looked for: the value `Path` of the root key, read once
-// at the start into a text of the whole process. Interface thread only.
+// The folder that contains the companion executables: the value `Path` of the root key, read once at start
+// into a process-wide variable. Interface thread only.
 namespace installation
 {
 
-// Reads `Path`; when it is empty (first start), writes and takes the current directory, as it is spelled.
+// Reads `Path`; if it is empty (first start), stores and uses the current directory with its current
+// spelling.
 void load();
 
 QString folder();
 
-// Writes `Path` anew and takes it.
+// Stores and uses a new `Path`.
 void setFolder(const QString &folder);
 
-// A companion's path: the folder and the name of the table, "\Taskwick.exe", put together as they are. With a
-// folder from the current directory the separators are mixed, which Windows allows.
+// The path of a companion: the folder and the table's name, "\Taskwick.exe", simply concatenated. If the
+// folder came from the current directory, separators are mixed, which Windows accepts.
 QString companion(const QString &executable);
 
 } // namespace installation

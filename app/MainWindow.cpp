@@ -56,7 +56,7 @@ void MainWindow::buildWidgets()
     central->setObjectName(QStringLiteral("centralwidget"));
     setCentralWidget(central);
     menuBar()->setObjectName(QStringLiteral("menubar"));
-    // Takes room only while it says something.
+    // Takes up room only while it shows a message.
     QStatusBar *status = statusBar();
     status->setSizeGripEnabled(false);
     status->hide();
@@ -167,11 +167,11 @@ void MainWindow::showApp(int number)
 
     const Module *module = m_table.find(numbers.idOf(number));
     if (module && module->kind == Module::Kind::Launcher) {
-        m_launcher->launch(*module); // waits for the user; this window may be gone afterwards
+        m_launcher->launch(*module); // waits for the user; this window may have been destroyed afterwards
         return;
     }
     if (!module && number != PageNumbers::home)
-        returnToShownPage(); // the miscellaneous tools have a number and nothing to show
+        returnToShownPage(); // the miscellaneous tools have a number but no page
     m_pages->show(number);
     if (module)
         m_jobs.lookedAt(module->id);
@@ -198,7 +198,7 @@ void MainWindow::returnToShownPage()
 
 void MainWindow::onLauncherFinished(int id)
 {
-    // Only when nothing else was opened meanwhile.
+    // Unless something else was opened meanwhile.
     if (m_pages->numbers().current() == m_pages->numbers().numberOf(id))
         returnToShownPage();
 }

@@ -16,8 +16,8 @@ struct ShellActions;
 class SidePanel;
 class ThumbnailRemovalDialog;
 
-// The one window of the program: tool bar, side panel and a stack of pages. A page is made when its module is
-// opened for the first time and lives as long as the window. Modules are known through the table only.
+// The only main window: toolbar, side panel and a stack of pages. A page is created when its module is first
+// opened, and lives as long as the window. Modules are known through the table only.
 class MainWindow : public QMainWindow
 {
     Q_OBJECT
@@ -28,7 +28,7 @@ public:
     ~MainWindow() override;
 
 signals:
-    // The window has closed: the program ends.
+    // The window has been closed, and the program ends.
     void closed();
 
 public slots:
@@ -37,10 +37,10 @@ public slots:
     void OnExitApp();
     void OnCloseApp();
     void onOpenModule(int index);
-    // False from a page on which a job begins, true when it has ended: shown on its card and in the side
-    // panel, for the user may go elsewhere meanwhile.
+    // Sent by a page: false when a job starts, true when it has ended. Shown on the module's card and in the
+    // side panel, since the user may be on another page.
     void OnShowToolbarSignal(bool show);
-    // This tool bar has nothing to save; the pages have save buttons of their own.
+    // The toolbar has no save button; pages have their own.
     void enableSaveButton() {}
     void disableSaveButton() {}
 
@@ -77,8 +77,8 @@ protected:
     void mousePressEvent(QMouseEvent *event) override;
     void showEvent(QShowEvent *event) override;
     bool nativeEvent(const QByteArray &eventType, void *message, qintptr *result) override;
-    // Sees the keys that reach the native window: those that no shortcut took, before the widget that has the
-    // focus gets them.
+    // Handles keys that reach the native window, that is, keys that no shortcut took, before the focused
+    // widget gets them.
     bool eventFilter(QObject *watched, QEvent *event) override;
 
 private:
@@ -87,14 +87,14 @@ private:
     void connectActions();
     void connectSidePanel();
 
-    // Opening: numbers first, then the page behind the number.
+    // Opens a module: allocates the number first, then shows the page with that number.
     int openNumbered(int id);
     void openFromPanel(int id);
     void openMiscTools();
     void showApp(int number);
     void goBack();
     void connectPage(const Module &module, FLWidget *page);
-    // Makes the page that stands on the screen the current one again, after something that has no page.
+    // Makes the visible page current again, after opening something that has no page.
     void returnToShownPage();
     void onLauncherFinished(int id);
     void checkOnly(int number);

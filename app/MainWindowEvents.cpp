@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-// What reaches the main window from outside: showing and closing, keys, messages of the companions.
+// Events of the main window from outside: showing and closing, keys, messages of companions.
 #include "app/CloseCheck.h"
 #include "app/HomeForm.h"
 #include "app/MainWindow.h"
@@ -35,7 +35,7 @@ void MainWindow::showEvent(QShowEvent *event)
     if (std::exchange(m_shownBefore, true))
         return;
     windowHandle()->installEventFilter(this);
-    m_pages->home()->setFocus(); // not the tool bar, which comes first
+    m_pages->home()->setFocus(); // instead of the toolbar, which is first
     placement::moveIntoView(*this);
     for (const Module &module : m_table.rows()) {
         if (module.atStart)
@@ -60,7 +60,7 @@ void MainWindow::closeEvent(QCloseEvent *event)
     event->setAccepted(check.mayClose);
     if (!check.mayClose)
         showStopping(check.stopping);
-    // Also while a page is busy: for one that still uses them, a thumbnail that is gone is an empty picture.
+    // Also while a page is busy: a page that still uses thumbnails shows a missing one as an empty image.
     if (imaging::ThumbnailStore::produced()) {
         event->ignore();
         removeThumbnailsThenClose();
@@ -118,7 +118,7 @@ void MainWindow::keyPressEvent(QKeyEvent *event)
 
 void MainWindow::keyReleaseEvent(QKeyEvent *event)
 {
-    tellPages(ShellEvent::ShiftUp); // whatever the key
+    tellPages(ShellEvent::ShiftUp); // for any key
     QMainWindow::keyReleaseEvent(event);
 }
 
@@ -157,7 +157,7 @@ bool MainWindow::nativeEvent(const QByteArray &, void *message, qintptr *)
         tellPages(ShellEvent::StayAwakeState, static_cast<quint32>(received->wParam));
         break;
     case platform::messageOpenModule: {
-        // Pages only: what starts with administrator rights is started by the user's own click.
+        // Pages only: elevated programs are only started by a click of the user.
         const Module *module = m_table.find(static_cast<int>(received->wParam));
         if (module && module->kind == Module::Kind::Page)
             QMetaObject::invokeMethod(
@@ -170,7 +170,7 @@ bool MainWindow::nativeEvent(const QByteArray &, void *message, qintptr *)
     return false;
 }
 
-// Windows may send messages while the window is still being built.
+// Windows may send messages during construction.
 void MainWindow::tellPages(ShellEvent event, quint32 value)
 {
     if (m_pages)

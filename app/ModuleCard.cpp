@@ -14,7 +14,7 @@
 namespace
 {
 
-constexpr int gap = theme::space; // between two cards; half of it belongs to each
+constexpr int gap = theme::space; // between two cards; each card has half of it
 constexpr int padding = 14;
 constexpr int iconSide = 40;
 constexpr int iconGap = 10;
@@ -22,8 +22,8 @@ constexpr int titleGap = theme::spaceTight / 2;
 constexpr int maxWidthsKept = 8;
 constexpr int titleFlags = Qt::TextWordWrap | Qt::AlignLeading | Qt::AlignTop;
 
-// The width at which three columns stand beside the tool bar in the smallest main window, at the size of
-// Windows' default font; larger fonts get wider cards.
+// The width at which three columns fit beside the toolbar in the smallest main window, with Windows' default
+// font; larger fonts give wider cards.
 constexpr int narrowestAtDefault = 268;
 constexpr double defaultPointSize = 9;
 
@@ -107,7 +107,7 @@ QRect ModuleCard::frame() const
 
 const ModuleCard::TextPlaces &ModuleCard::textPlaces(int cardWidth) const
 {
-    // A layout asks for the heights at two or three widths, many times.
+    // Cached, since a layout queries the heights for two or three widths many times.
     const auto known = m_places.constFind(cardWidth);
     if (known != m_places.constEnd())
         return *known;
@@ -117,7 +117,7 @@ const ModuleCard::TextPlaces &ModuleCard::textPlaces(int cardWidth) const
     const int left = gap / 2 + padding + iconSide + iconGap;
     const int top = gap / 2 + padding;
     const int width = std::max(1, cardWidth - gap / 2 - padding - left);
-    // The star's button has room around its image that the title may use.
+    // The title may use the padding around the star's image.
     const int titleWidth = std::max(1, width - m_star->sizeHint().width() + padding - theme::spaceTight);
 
     TextPlaces &places = m_places[cardWidth];

@@ -9,9 +9,8 @@
 struct Module;
 class StarButton;
 
-// A module's card on the home page: icon, title and description, which wraps and is never cut, and in its
-// corner a button that stars the module. The card is a button of its own; a click on the star never reaches
-// it.
+// A module's card on the home page: icon, title, a description that wraps and is never cut off, and a star
+// button in the corner. The card itself is a button; clicks on the star do not reach it.
 class ModuleCard : public QAbstractButton
 {
     Q_OBJECT
@@ -24,10 +23,10 @@ public:
     // See StarButton::setStarred().
     void setStarred(bool starred, bool lastStar);
 
-    // Says below the description what runs on the module's page.
+    // Shows below the description what is running on the module's page.
     void showJob(RunningJobs::State state);
 
-    // The narrowest card, with the gap around it; all cards of a page are at least as wide.
+    // Minimum width of a card including its gap; applies to all cards of a page.
     static int narrowest(const QFont &font);
 
     int heightForWidth(int width) const override;
@@ -48,11 +47,11 @@ protected:
 
 private:
     QRect frame() const;
-    // Where title and description stand in a card of this width, in left-to-right coordinates.
+    // The rectangles of title and description in a card of this width, in left-to-right coordinates.
     struct TextPlaces {
         QRect title;
         QRect description;
-        QRect job; // empty while nothing runs
+        QRect job; // empty while nothing is running
     };
     const TextPlaces &textPlaces(int cardWidth) const;
 
@@ -61,5 +60,5 @@ private:
     RunningJobs::State m_job = RunningJobs::State::None;
     StarButton *m_star;
     mutable QHash<int, TextPlaces> m_places; // by the card's width
-    bool m_focusVisible = false;             // the focus came by keyboard
+    bool m_focusVisible = false;             // the focus was set by keyboard
 };

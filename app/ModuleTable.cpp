@@ -38,7 +38,7 @@ constexpr auto launcher = Module::Kind::Launcher;
 
 } // namespace
 
-// The texts are the product's own wording, to be kept as they are.
+// The texts are product wording and must not be changed.
 ModuleTable ModuleTable::suite()
 {
     return ModuleTable({

@@ -6,8 +6,8 @@
 
 #include <utility>
 
-// Connects a button to the slot of `receiver` that bears its name, on_NAME_clicked(), and one without such a
-// slot to `otherwise`: the buttons of the module table are known by their names alone.
+// Connects a button to the slot on_NAME_clicked() of `receiver`, or to `otherwise` if there is no such slot:
+// the buttons of the module table are only known by name.
 template <class Function>
 void connectNamed(QAbstractButton *button, QObject *receiver, Function otherwise)
 {

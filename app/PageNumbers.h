@@ -3,24 +3,24 @@
 
 #include <QHash>
 
-// The numbers by which the main window calls its pages. Whatever is opened for the first time takes the next
-// one and keeps it: pages, but also the companions that are executables of their own and the miscellaneous
-// tools, which have no page at all. So a number is not a place in the page stack; the main window's own
-// bookkeeping and its log go by these numbers, deliberately.
+// The numbers that the main window uses for its pages. Whatever is opened for the first time gets the next
+// number and keeps it: pages, but also companions and the miscellaneous tools, which have no page. So a
+// number is not an index into the page stack; the window's bookkeeping and its log deliberately use these
+// numbers.
 class PageNumbers
 {
 public:
     static constexpr int none = -1;
-    static constexpr int home = 0; // the number of the home page
+    static constexpr int home = 0; // number of the home page
 
-    // Names what has a number: a module's id, or this.
+    // Stands for the miscellaneous tools where an id is expected.
     static constexpr int miscTools = -2;
 
-    // The number of a module, given to it now if it has none yet.
+    // The number of a module; allocates one if necessary.
     int allocate(int id);
-    // The same without giving one; `none` for what was never opened.
+    // The same without allocating; `none` if it was never opened.
     int numberOf(int id) const { return m_numbers.value(id, none); }
-    // What bears the number; `none` for home and for numbers not given.
+    // The id for a number; `none` for home and unused numbers.
     int idOf(int number) const { return m_numbers.key(number, none); }
 
     // The number opened last.

@@ -24,7 +24,7 @@ PageStack::PageStack(const ModuleTable &table, QWidget *window)
     m_stack->addWidget(m_home);
 }
 
-// A page may still have something to say while it is destroyed, and must not find half a window.
+// Pages may emit signals while they are destroyed, and must not reach a half-destroyed window.
 PageStack::~PageStack()
 {
     for (FLWidget *page : std::as_const(m_pages)) {
@@ -62,13 +62,12 @@ bool PageStack::mayLeaveShownPage()
     if (!page)
         return true;
     if (m_asking)
-        return false; // the question is still on the screen
+        return false; // the question is still open
     const QScopedValueRollback asking(m_asking, true);
     return page->mayLeave();
 }
 
-// A number names a place in the stack only until the first companion has taken one; from then on the page is
-// looked up.
+// Numbers equal stack indexes only until the first companion gets one; from then on the page is looked up.
 void PageStack::show(int number)
 {
     const Module *module = m_table.find(m_numbers.idOf(number));
@@ -98,7 +97,7 @@ int PageStack::previous() const
     return m_history.isEmpty() ? PageNumbers::none : m_history.constLast();
 }
 
-// The page on the screen may have refused to be left; then the way back is still there.
+// If the visible page refused to be left, keep the history.
 void PageStack::endGoingBack()
 {
     m_goingBack = false;

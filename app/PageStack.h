@@ -11,37 +11,37 @@ class FLWidget;
 class HomeForm;
 class QStackedLayout;
 
-// The pages of the main window: makes each when it is first asked for, keeps which one is on the screen and
-// which were there before, and asks a page before it is left. Pages live as long as this object.
+// The pages of the main window: creates each on first use, keeps track of the visible one and of the history,
+// and asks a page before it is left. Pages live as long as this object.
 class PageStack : public QObject
 {
     Q_OBJECT
 
 public:
-    // Page 0, the home page, is made at once. `window` is the parent of all pages.
+    // Creates page 0, the home page, at once. `window` is the parent of all pages.
     PageStack(const ModuleTable &table, QWidget *window);
     ~PageStack() override;
 
-    QStackedLayout *layout() const { return m_stack; } // for the window, which takes it
+    QStackedLayout *layout() const { return m_stack; } // the window takes ownership
     HomeForm *home() const { return m_home; }
     FLWidget *page(int id) const { return m_pages.value(id); } // null until first opened
     PageNumbers &numbers() { return m_numbers; }
-    // The number of the page that stands on the screen.
+    // The number of the visible page.
     int shownNumber() const;
 
-    // Whether the page of that number may take the place of the one on the screen, which is asked.
+    // Asks the visible page whether the page with that number may replace it.
     bool mayShow(int number);
     bool mayLeaveShownPage();
-    // Puts the page of that number on the screen; makes it when it is a module's that has none yet. What has
-    // no page leaves the one on the screen where it is.
+    // Shows the page with that number, creating it if necessary. If the number has no page, the visible one
+    // stays.
     void show(int number);
-    // Where the way back leads to; PageNumbers::none at its end.
+    // The previous page in the history; PageNumbers::none if there is none.
     int previous() const;
-    // show() until endGoingBack() is the way back and not remembered.
+    // Until endGoingBack(), show() goes back and adds nothing to the history.
     void beginGoingBack() { m_goingBack = true; }
     void endGoingBack();
 
-    // To the pages whose modules want it.
+    // Notifies the pages whose modules registered for the event.
     void tell(ShellEvent event, quint32 value = 0);
 
 signals:
@@ -57,7 +57,7 @@ private:
     HomeForm *m_home;
     QHash<int, FLWidget *> m_pages; // by module id
     PageNumbers m_numbers;
-    QList<int> m_history; // numbers of the pages shown before, for going back
+    QList<int> m_history; // numbers of the previous pages
     bool m_goingBack = false;
     bool m_asking = false;
 };

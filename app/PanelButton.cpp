@@ -11,7 +11,7 @@ namespace
 
 constexpr int iconSide = 24;
 constexpr int barWidth = 3;
-constexpr int dotSide = 11; // with a ring in the panel's colour around it
+constexpr int dotSide = 11; // including a ring in the panel's colour
 constexpr int textFlags = Qt::AlignLeading | Qt::AlignVCenter | Qt::TextWordWrap;
 
 int textLeft()

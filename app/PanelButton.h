@@ -5,8 +5,8 @@
 
 #include <QToolButton>
 
-// An entry of the side panel: icon and text side by side; the checked one has a tinted area and a bar in the
-// accent colour at its leading edge. A dot says that a job runs on the page, or has ended there.
+// An entry of the side panel: icon and text side by side; the checked one is tinted and has a bar in the
+// accent colour at its leading edge. A dot shows that a job is running on the page, or has ended there.
 class PanelButton : public QToolButton
 {
     Q_OBJECT

@@ -6,18 +6,18 @@
 
 #include <QVersionNumber>
 
-// What the program says of itself.
+// Product name and version.
 namespace product
 {
 
-// The title of the main window as well, by which other executables of the suite find it: not translated.
+// Also the title of the main window, by which other executables of the suite find it: do not translate.
 inline constexpr QLatin1StringView name{"Fernlight Larkspur"};
 
-// From the build.
+// Set by the build.
 QVersionNumber version();
 
-// Where the newest release is announced. The address that is built in stands for one that is still to be set
-// up; the value is there for tests and for those who serve the releases themselves.
+// The address of the release announcement. The built-in address is a placeholder; the value is for tests and
+// for organisations that host the releases themselves.
 inline constexpr settings::Text updateFeed{settings::keys::root, u"UpdateFeed",
                                            u"https://updates.fernlight.example/larkspur/latest.json"};
 

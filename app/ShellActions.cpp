@@ -31,17 +31,17 @@ ShellActions::ShellActions(QMainWindow *window)
     bar->addSeparator();
     about = bar->addAction(controls::image("About24"), QMainWindow::tr("About"));
     about->setShortcut(QKeySequence::HelpContents);
-    // Qt makes a tool bar's buttons for the mouse alone.
+    // By default Qt makes toolbar buttons not focusable.
     for (QAction *action : {home, update, about})
         bar->widgetForAction(action)->setFocusPolicy(Qt::TabFocus);
 
     sidePanel->setObjectName(QStringLiteral("sidePanelAction"));
     sidePanel->setCheckable(true);
     sidePanel->setShortcuts({QKeySequence(Qt::CTRL | Qt::Key_B), QKeySequence(Qt::Key_F9)});
-    // Not a shortcut of the window: pages go back inside themselves by the same keys, and of two shortcuts
-    // with one key Qt triggers neither. MainWindow::eventFilter() takes the keys that no page wanted.
+    // Not a shortcut of the window: pages use the same keys for going back internally, and ambiguous
+    // shortcuts trigger neither. MainWindow::eventFilter() handles the keys that no page used.
     back->setShortcut(Qt::ALT | Qt::Key_Left);
-    exit->setShortcut(Qt::CTRL | Qt::Key_Q); // QKeySequence::Quit names no key on Windows
+    exit->setShortcut(Qt::CTRL | Qt::Key_Q); // QKeySequence::Quit is empty on Windows
     window->addActions({sidePanel, exit});
 }
 

@@ -6,19 +6,19 @@
 
 class QMainWindow;
 
-// What the window offers outside its pages: its tool bar at the left edge, the keys, and the menu of every
-// place that has none of its own. The window connects the actions.
+// The window's own commands: its toolbar at the left edge, the shortcuts, and the context menu of areas
+// without one. The window connects the actions.
 struct ShellActions {
     // Adds the tool bar to the window.
     explicit ShellActions(QMainWindow *window);
 
-    // Qt's own menu would offer to hide the tool bar, and nothing to bring it back.
+    // Replaces Qt's own menu, which could hide the toolbar without a way to show it again.
     QMenu *makeMenu(QWidget *parent) const;
 
     QAction *home;
     QAction *update;
     QAction *about;
-    QAction *sidePanel; // can be checked
+    QAction *sidePanel; // checkable
     QAction *back;
     QAction *exit;
 };

@@ -9,8 +9,8 @@
 class ModuleTable;
 class QToolButton;
 
-// The column of module buttons at the left, `sidePanelWidget`. Its owner connects the buttons and decides
-// which are checked.
+// The column of module buttons on the left, `sidePanelWidget`. The owner connects the buttons and sets which
+// are checked.
 class SidePanel : public QWidget
 {
     Q_OBJECT
@@ -22,12 +22,12 @@ public:
     void limitWidth();
     void layOut();
 
-    // Marks the button of a module with what runs on its page.
+    // Shows the state of a page's jobs on its module's button.
     void showJob(int id, RunningJobs::State state);
 
     QToolButton *homeButton() const { return m_home; }
     QToolButton *miscToolsButton() const { return m_miscTools; }
-    QToolButton *button(int id) const { return m_buttons.value(id); } // null for a module without one
+    QToolButton *button(int id) const { return m_buttons.value(id); } // null for a module without a button
     const QHash<int, QToolButton *> &buttons() const { return m_buttons; }
 
 private:

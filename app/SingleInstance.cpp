@@ -8,10 +8,10 @@
 namespace
 {
 
-constexpr int startTime = 2000; // ms in which the first one shows its window
+constexpr int startTime = 2000; // ms, for the first instance to show its window
 constexpr int lookInterval = 50;
 
-// One that is not shown yet, or no longer, would leave the user with nothing.
+// A hidden window would leave the user with nothing.
 HWND visibleWindow(const QString &title)
 {
     const WId found = platform::findTopLevelWindow(platform::toolkitWindowClass(), title);
@@ -21,7 +21,7 @@ HWND visibleWindow(const QString &title)
 
 } // namespace
 
-// The first one owns the mark, and leaves it when it ends.
+// The first instance owns the mutex until it exits.
 SingleInstance::SingleInstance()
     : m_mark(CreateMutexW(nullptr, TRUE, L"Local\\FernlightLarkspur.MainWindow")),
       m_isFirst(GetLastError() != ERROR_ALREADY_EXISTS)
@@ -42,13 +42,13 @@ bool SingleInstance::activateFirst(const QString &windowTitle) const
     waited.start();
     HWND window = visibleWindow(windowTitle);
     while (!window) {
-        // Two starts shortly after one another: the first is still on its way to its window.
+        // Two starts in quick succession: the first instance has not shown its window yet.
         if (waited.elapsed() >= startTime || WaitForSingleObject(m_mark.get(), lookInterval) != WAIT_TIMEOUT)
             return false;
         window = visibleWindow(windowTitle);
     }
     if (IsIconic(window))
         ShowWindow(window, SW_RESTORE);
-    SetForegroundWindow(window); // when Windows refuses, its taskbar button blinks
+    SetForegroundWindow(window); // if Windows refuses, the taskbar button flashes
     return true;
 }

@@ -5,8 +5,8 @@
 
 #include <QString>
 
-// Whether another process of this Windows session runs the program already. The first one keeps the mark for
-// as long as the object lives.
+// Whether the program is already running in this Windows session. The first instance holds a mutex as long as
+// the object lives.
 class SingleInstance
 {
 public:
@@ -15,9 +15,9 @@ public:
     SingleInstance(const SingleInstance &) = delete;
     SingleInstance &operator=(const SingleInstance &) = delete;
 
-    // Brings the window of the process that came first to the front; when that one is just starting, waits up
-    // to two seconds for its window. False when this is the first one, or the other has no window to show;
-    // then this process opens one of its own.
+    // Brings the first instance's window to the front; if that instance is just starting, waits up to two
+    // seconds for its window. False if this is the first instance, or the other one has no window; then this
+    // process opens its own.
     bool activateFirst(const QString &windowTitle) const;
 
 private:

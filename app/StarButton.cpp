@@ -46,7 +46,7 @@ void StarButton::keyPressEvent(QKeyEvent *event)
     else if (event->key() == Qt::Key_Space)
         QAbstractButton::keyPressEvent(event);
     else
-        event->ignore(); // the card's, which moves on
+        event->ignore(); // handled by the card, which moves the focus
 }
 
 void StarButton::focusInEvent(QFocusEvent *event)

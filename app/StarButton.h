@@ -3,8 +3,7 @@
 
 #include <QAbstractButton>
 
-// The small star of a card: filled when the module is starred, with a round highlight under the mouse and a
-// focus ring for the keyboard.
+// The small star of a card: filled if the module is starred, with a round hover highlight and a focus ring.
 class StarButton : public QAbstractButton
 {
     Q_OBJECT
@@ -12,7 +11,8 @@ class StarButton : public QAbstractButton
 public:
     explicit StarButton(QWidget *parent = nullptr);
 
-    // `lastStar`: no other module is starred. Removing that star is not remembered, and the tool tip says so.
+    // `lastStar`: no other module is starred. Removing the last star is not stored, which the tool tip
+    // explains.
     void setStarred(bool starred, const QString &moduleTitle, bool lastStar);
 
     QSize sizeHint() const override;
@@ -23,5 +23,5 @@ protected:
     void paintEvent(QPaintEvent *event) override;
 
 private:
-    bool m_focusVisible = false; // the focus came by keyboard
+    bool m_focusVisible = false; // the focus was set by keyboard
 };

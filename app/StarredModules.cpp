@@ -7,7 +7,7 @@
 namespace
 {
 
-// A damaged value may be as long as it likes; each step logs the rest.
+// Limits a damaged value, since each parsing step logs the rest.
 constexpr qsizetype maxText = 1000;
 
 } // namespace
@@ -16,7 +16,7 @@ StarredModules::StarredModules(const QString &text)
 {
     QStringView rest(text);
     if (rest.size() > maxText)
-        rest = rest.left(qMax(0, rest.left(maxText).lastIndexOf(u','))); // none of its numbers is cut in two
+        rest = rest.left(qMax(0, rest.left(maxText).lastIndexOf(u','))); // does not cut a number in two
     for (qsizetype index = rest.indexOf(u','); index >= 0; index = rest.indexOf(u',')) {
         qDebug() << "index: " << index;
         const QStringView piece = rest.left(index);

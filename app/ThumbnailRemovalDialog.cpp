@@ -20,7 +20,7 @@ int removeThumbnails(const QString &temporaryFolder, const core::CancelFlag &can
     {
         const platform::GuardedFolder folder(platform::GuardedRoot(root), path);
         if (folder.state() != platform::Guarded::Done)
-            return 0; // missing, or a link to another place
+            return 0; // missing, or a link to another location
         core::DirectoryListing listing;
         platform::Win32Enumerator().list(path, listing, cancel);
         for (std::size_t index = 0; index < listing.size() && !cancel.isSet(); ++index) {
@@ -34,7 +34,7 @@ int removeThumbnails(const QString &temporaryFolder, const core::CancelFlag &can
         }
     }
     if (!cancel.isSet())
-        platform::eraseOwn(root, path); // only when empty
+        platform::eraseOwn(root, path); // only if empty
     return count;
 }
 
@@ -75,7 +75,7 @@ void ThumbnailRemovalDialog::start(const QString &temporaryFolder)
     m_thread->start();
 }
 
-// Cancelled, or finished. An answer that is on its way must not close the window any more.
+// Cancelled or finished. A pending result must not close the window any more.
 void ThumbnailRemovalDialog::done(int result)
 {
     if (m_thread) {
@@ -89,7 +89,7 @@ void ThumbnailRemovalDialog::finish()
 {
     if (!m_thread->allTried())
         return;
-    // Before the window is asked to close again, or it would ask for the removal for ever.
+    // Before asking the window to close, or it would start the removal again and again.
     imaging::ThumbnailStore::noteRemoved();
     emit closeApp();
 }

@@ -5,9 +5,9 @@
 
 #include <QDialog>
 
-// Deletes the files of the thumbnail folder below `temporaryFolder`, and the folder when it is empty then.
-// Nothing else: no subfolder, and nothing that a link leads out of the temporary folder. Returns the number
-// of files that were deleted.
+// Deletes the files of the thumbnail folder below `temporaryFolder`, and the folder if it is empty then.
+// Nothing else: no subfolders, and nothing outside the temporary folder that a link leads to. Returns the
+// number of deleted files.
 int removeThumbnails(const QString &temporaryFolder, const core::CancelFlag &cancel);
 
 class ThumbnailRemovalThread : public core::WorkerThread
@@ -21,8 +21,8 @@ public:
     {
     }
 
-    // After done(): false when it was stopped or failed. All tried are not all gone: Windows removes no file
-    // that is open, and a scan holds its own open.
+    // After done(): false if it was stopped or failed. All files were tried, but some may remain: Windows
+    // does not delete open files, and a running scan keeps its own open.
     bool allTried() const { return m_allTried; }
 
 protected:
@@ -33,8 +33,8 @@ private:
     bool m_allTried = false;
 };
 
-// Shown while the thumbnails of this run are removed before the program ends. Cancelling it keeps what is not
-// removed yet, and the window open; the next closing goes on with it.
+// Shown while this run's thumbnails are deleted before the program ends. Cancelling keeps the remaining files
+// and the window open; the next attempt to close continues.
 class ThumbnailRemovalDialog : public QDialog
 {
     Q_OBJECT
@@ -47,8 +47,8 @@ public:
     void done(int result) override;
 
 signals:
-    // The thumbnails are removed, and imaging::ThumbnailStore says so. A scan that goes on still has its own,
-    // and removes them and the folder when it goes.
+    // The thumbnails have been deleted and imaging::ThumbnailStore updated. A scan that is still running
+    // deletes its own file and the folder when it ends.
     void closeApp();
 
 private:

@@ -3,7 +3,7 @@
 
 #include <QToolBar>
 
-// The main window's tool bar: flat, with one line towards the page.
+// The main window's toolbar: flat, with a line at the edge towards the page.
 class ToolStrip : public QToolBar
 {
     Q_OBJECT

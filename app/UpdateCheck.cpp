@@ -19,7 +19,7 @@ bool isWebAddress(const QUrl &url)
            (url.scheme() == QLatin1StringView("https") || url.scheme() == QLatin1StringView("http"));
 }
 
-// Up to four numbers of up to nine digits, which fit into an int.
+// Up to four numbers of up to nine digits, which fit an int.
 QVersionNumber strictVersion(const QString &text)
 {
     static const QRegularExpression form(QStringLiteral("\\A[0-9]{1,9}(\\.[0-9]{1,9}){0,3}\\z"));
@@ -38,7 +38,7 @@ UpdateAnswer readRelease(const QByteArray &announcement, const QVersionNumber &r
         answer.problem = UpdateCheck::tr("The answer of the update server names no version.");
         return answer;
     }
-    // 1.2 and 1.2.0 are the same version.
+    // Normalised: 1.2 equals 1.2.0.
     if (answer.version.normalized() <= running.normalized())
         answer.kind = UpdateAnswer::Kind::UpToDate;
     else if (isWebAddress(answer.page))
@@ -82,7 +82,7 @@ void UpdateCheck::start(const QUrl &feed, const QVersionNumber &running, std::ch
     request.setHeader(QNetworkRequest::UserAgentHeader, QStringLiteral("FernlightLarkspur"));
     request.setRawHeader("Accept", "application/json");
     m_reply = m_network->get(request);
-    // One byte more than allowed is enough to know; the rest stays unread on the way.
+    // One byte more than the limit is enough to detect an oversized answer; the rest is not read.
     m_reply->setReadBufferSize(maxAnswerBytes + 1);
     connect(m_reply, &QNetworkReply::readyRead, this, [this] {
         if (m_reply->bytesAvailable() > maxAnswerBytes)

@@ -11,12 +11,12 @@ class QNetworkAccessManager;
 class QNetworkReply;
 class QTimer;
 
-// What came out of asking for the newest release.
+// The result of a check for the newest release.
 struct UpdateAnswer {
     enum class Kind {
-        Newer,    // `version` can be had at `page`
-        UpToDate, // `version` is the newest one, or older than the running one
-        Failed    // `problem` says why, for the user
+        Newer,    // `version` is available at `page`
+        UpToDate, // `version` is the running version or older
+        Failed    // see `problem`, a text for the user
     };
 
     Kind kind = Kind::Failed;
@@ -25,14 +25,14 @@ struct UpdateAnswer {
     QString problem;
 };
 
-// Reads a release announcement, {"version":"1.2.0","url":"https://..."}. The version is one to four numbers
-// with dots between them, compared number by number; the address must be one that a browser opens. Anything
-// else is a failure: nothing is guessed from what a strange server sends.
+// Parses a release announcement, {"version":"1.2.0","url":"https://..."}. The version has one to four numbers
+// separated by dots, compared number by number; the address must be one that a browser can open. Anything
+// else is a failure: the answer of an unknown server is never interpreted loosely.
 UpdateAnswer readRelease(const QByteArray &announcement, const QVersionNumber &running);
 
-// Asks an address for the newest release, without blocking. Refused are addresses other than http and https,
-// more than a few redirections, redirections from https to http, answers that are too large, and those that
-// are not complete in time.
+// Requests the newest release from an address without blocking. Rejects addresses other than http and https,
+// too many redirects, redirects from https to http, answers that are too large, and those that are not
+// complete in time.
 class UpdateCheck : public QObject
 {
     Q_OBJECT
@@ -40,12 +40,13 @@ class UpdateCheck : public QObject
 public:
     static constexpr qint64 maxAnswerBytes = 64 * 1024; // bytes
     static constexpr int maxRedirections = 5;
-    static constexpr std::chrono::milliseconds patience{15000}; // for the whole answer
+    static constexpr std::chrono::milliseconds patience{15000}; // time limit for the complete answer
 
     explicit UpdateCheck(QObject *parent = nullptr);
     ~UpdateCheck() override;
 
-    // Ends a check that still runs, without an answer of it. `finished` comes later, never from within.
+    // Cancels a running check, whose result is not reported. `finished` is always emitted later, never from
+    // within.
     void start(const QUrl &feed, const QVersionNumber &running, std::chrono::milliseconds timeout = patience);
 
 signals:

@@ -10,8 +10,8 @@ class QPushButton;
 class UpdateCheck;
 struct UpdateAnswer;
 
-// Asks for the newest release as soon as it is made, and shows the answer. Deletes itself when closed, and
-// ends the check then.
+// Checks for the newest release on creation and shows the result. Deletes itself when closed, which cancels
+// the check.
 class UpdateDialog : public QDialog
 {
     Q_OBJECT

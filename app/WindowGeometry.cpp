@@ -42,7 +42,7 @@ WindowGeometry fitted(WindowGeometry stored, quint32 cx, quint32 cy)
 
     if (g.height < minimumHeight)
         g.height = minimumHeight;
-    else if (g.height > cx) // the width of the screen, deliberately
+    else if (g.height > cx) // compared with the screen's width, deliberately
         g.height = cy;
     else if (g.y + g.height > cy)
         g.y = cy - g.height;
@@ -71,7 +71,7 @@ QPoint visiblePosition(const QRect &frame, int titleHeight, const QList<QRect> &
         return seen.isEmpty() ? -distance(screen, title.center()) : qint64(seen.width()) * seen.height();
     };
     const QRect &home = *std::ranges::max_element(screens, {}, seenOf);
-    // The later limit wins.
+    // The later limit takes precedence.
     const int x = std::max(std::min(frame.x(), home.right() - frame.width() + 1), home.left());
     const int y = std::max(std::min(frame.y(), home.bottom() - frame.height() + 1), home.top());
     return QPoint(x, y);

@@ -28,7 +28,7 @@ QList<QRect> screenAreas(const QWidget &window)
 
 void restore(QWidget &window)
 {
-    // The system speaks of physical pixels, Qt of its own, larger ones.
+    // The system uses physical pixels, Qt device-independent ones.
     const platform::ScreenMetrics metrics = platform::fullScreenClientArea();
     const auto logical = [&window](quint32 pixels) {
         return static_cast<quint32>(pixels / window.screen()->devicePixelRatio());

@@ -3,16 +3,16 @@
 
 class QWidget;
 
-// Where the main window opens, and what is remembered of that: app/WindowGeometry.h applied to a window.
+// Restores and stores the main window's position: applies app/WindowGeometry.h to a window.
 namespace placement
 {
 
-// Before the window is shown.
+// Call before the window is shown.
 void restore(QWidget &window);
-// When it is shown for the first time: moves what hangs over the edge of its screen into the available area,
-// where it fits. What is stored stays as it is.
+// Call when it is first shown: moves a window that exceeds its screen's available area into it, if it fits.
+// The stored values are not changed.
 void moveIntoView(QWidget &window);
-// The geometry; of a maximised window the normal one, and that it is maximised.
+// Stores the geometry; for a maximised window the normal geometry, and that it is maximised.
 void store(const QWidget &window);
 
 } // namespace placement

@@ -12,11 +12,11 @@
 
 int main(int argc, char *argv[])
 {
-    // Just-in-time compiled expressions keep a stack on each thread that saw a long text. With this compiler
-    // it is freed after the memory that knew of it, and the program goes down when the thread ends.
+    // The JIT of regular expressions allocates a stack per thread for long texts. With this compiler it is
+    // freed after the allocator that owns it, which crashes the program when the thread ends.
     qputenv("QT_ENABLE_REGEXP_JIT", "0");
     initResources();
-    // 125 % and 150 % are drawn as such, not rounded to whole factors.
+    // Uses 125 % and 150 % as they are, instead of rounding to whole factors.
     QGuiApplication::setHighDpiScaleFactorRoundingPolicy(Qt::HighDpiScaleFactorRoundingPolicy::PassThrough);
     QApplication application(argc, argv);
     theme::install();
@@ -33,7 +33,7 @@ int main(int argc, char *argv[])
 
     MainWindow window;
     window.setWindowTitle(title);
-    // Whatever else may still be open: Qt itself waits for every window that it takes for one of the user's.
+    // Exits even if other windows are still open: Qt would wait until all of them are closed.
     QObject::connect(
         &window, &MainWindow::closed, &application, [] { QCoreApplication::exit(); }, Qt::QueuedConnection);
     window.show();

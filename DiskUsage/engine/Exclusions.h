@@ -6,8 +6,8 @@
 namespace diskusage
 {
 
-// Which folders a scan leaves out: those whose path begins, ignoring case, with an excluded path. That takes
-// in siblings of the same beginning ("C:\Data" leaves out "C:\Database" too); it is meant so.
+// Decides which folders a scan skips: those whose path starts with an excluded path, ignoring case. This
+// includes siblings with the same prefix ("C:\Data" excludes "C:\Database" too), by design.
 class Exclusions
 {
 public:
@@ -15,7 +15,7 @@ public:
 
     bool isInOneDrive(const QString &path) const;
     bool isExcluded(const QString &path) const;
-    // The same with a line in the debug log for each match in the list.
+    // The same with a debug message for each matching entry.
     bool isExcludedLogged(const QString &path) const;
     bool isEmpty() const { return m_paths.isEmpty() && !m_excludeOneDrive; }
 

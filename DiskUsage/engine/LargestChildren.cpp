@@ -29,7 +29,7 @@ void append(Text &text, qint64 number)
     std::for_each(digits, written.ptr, [&text](char digit) { text.append(static_cast<char16_t>(digit)); });
 }
 
-// Takes the text up to `separator` off the front; empty when there is no separator.
+// Removes the text up to `separator` from the front and returns it; nullopt if there is no separator.
 std::optional<QStringView> takeUntil(QStringView &rest, QChar separator)
 {
     const qsizetype end = rest.indexOf(separator);
@@ -43,7 +43,7 @@ std::optional<QStringView> takeUntil(QStringView &rest, QChar separator)
 std::optional<qint64> decimal(QStringView text)
 {
     const auto isDigit = [](QChar character) { return character >= u'0' && character <= u'9'; };
-    if (!std::all_of(text.begin(), text.end(), isDigit)) // a number may be written with a sign or blanks
+    if (!std::all_of(text.begin(), text.end(), isDigit)) // toLongLong() would also accept signs and blanks
         return std::nullopt;
     bool ok = false;
     const qint64 number = text.toLongLong(&ok);

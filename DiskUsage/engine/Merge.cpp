@@ -9,12 +9,12 @@ namespace diskusage
 namespace
 {
 
-// The index range of the replaced folders, and how the indexes of the others shift. A folder is followed by
-// everything below it.
+// The index range of the replaced folders, and the shift of the others. A folder is followed by all of its
+// descendants.
 struct Replaced {
     int first;
-    int end;   // behind the last
-    int moved; // by how many places what follows moves
+    int end;   // one past the last
+    int moved; // shift of the following indexes
 
     bool holds(int folder) const { return folder >= first && folder < end; }
     int now(int folder) const { return folder < end ? folder : folder + moved; }
@@ -44,7 +44,7 @@ void addFolders(ScanResult &result, const ScanResult &whole, const ScanResult &n
         result.folders.push_back(std::move(added));
     }
     Folder &top = result.folders[first];
-    top.name = whole.folders[first].name; // as its parent spells it
+    top.name = whole.folders[first].name; // keeps the parent's spelling
     top.parent = whole.folders[first].parent;
     top.link = whole.folders[first].link;
     for (auto folder = whole.folders.begin() + replaced.end; folder != whole.folders.end(); ++folder) {
@@ -104,7 +104,7 @@ int findFolder(const ScanResult &result, const QString &path)
     const QStringList names = path.sliced(top.size()).split(QLatin1Char('\\'), Qt::SkipEmptyParts);
     int found = 0;
     qsizetype level = 0;
-    // One pass: what is below a folder stands behind it.
+    // A single pass: descendants follow their folder.
     for (std::size_t i = 1; i < result.folders.size() && level < names.size(); ++i) {
         const Folder &folder = result.folders[i];
         if (folder.parent == found && folder.name == names.at(level)) {

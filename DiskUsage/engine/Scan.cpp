@@ -14,13 +14,13 @@ namespace diskusage
 namespace
 {
 
-// The children lists hold signed sizes.
+// The children lists store signed sizes.
 qint64 signedSize(quint64 bytes)
 {
     return static_cast<qint64>(qMin(bytes, quint64{std::numeric_limits<qint64>::max()}));
 }
 
-// "C:" names the current folder of the drive, not its root.
+// "C:" would be the current folder of the drive, not its root.
 QString shownPath(const QString &path)
 {
     return path.isEmpty() || path.endsWith(QLatin1Char(':')) ? path + QLatin1Char('\\') : path;
@@ -48,10 +48,10 @@ public:
 private:
     static constexpr std::size_t most = 20;
     std::vector<BiggestFile> m_files;
-    quint64 m_threshold = 0; // files up to this size are of no interest; an empty file never is
+    quint64 m_threshold = 0; // files up to this size are ignored; empty files always are
 };
 
-// Builds the result from the events of the walk.
+// Builds the result during the walk.
 class ScanVisitor : public core::WalkVisitor
 {
 public:
@@ -87,12 +87,12 @@ private:
     ScanResult &m_result;
 
     BiggestFiles m_biggest;
-    int m_current = -1; // the folder that the walk is in
+    int m_current = -1; // the walk's current folder
     int m_depth = -1;
-    bool m_link = false; // the folder that was accepted last
+    bool m_link = false; // of the folder accepted last
     int m_completed = 0;
-    int m_records = 0;                      // of files that a category took
-    std::vector<LargestChildren> m_largest; // of the current folder and those above it, by depth
+    int m_records = 0;                      // files that belong to a category
+    std::vector<LargestChildren> m_largest; // for the current folder and its ancestors, by depth
 };
 
 bool ScanVisitor::acceptFolder(const QString &path, const core::DirectoryEntry &entry)
@@ -179,7 +179,7 @@ void ScanVisitor::addRecord(FileTypeResult &type, const QString &name, const cor
     type.total += entry.size;
 }
 
-// The result lives as long as the user looks at it: the room that the growing lists kept ready is given back.
+// The result is kept as long as the user looks at it, so the lists' spare capacity is released.
 void ScanVisitor::finish()
 {
     m_result.biggestFiles = m_biggest.take();
@@ -200,7 +200,7 @@ void ScanResult::dropFiles()
 
 QString ScanResult::path(int folder) const
 {
-    std::vector<int> chain; // from the folder up to the child of the root
+    std::vector<int> chain; // from the folder up to the root's child
     qsizetype length = root.size();
     for (int i = folder; folders[static_cast<std::size_t>(i)].parent >= 0;
          i = folders[static_cast<std::size_t>(i)].parent) {

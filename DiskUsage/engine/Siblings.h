@@ -11,14 +11,14 @@
 namespace diskusage
 {
 
-// Folders beside `folder` whose path begins with its text: excluding it leaves them out as well. Full paths;
-// lists the folder above.
+// Folders beside `folder` whose path starts with its text: excluding it excludes them too. Full paths; lists
+// the parent folder.
 QStringList siblingsLeftOut(const QString &folder, core::DirectoryEnumerator &disk,
                             const core::CancelFlag &cancel);
 
 using SiblingFinder = std::function<decltype(siblingsLeftOut)>;
 
-// The siblings of all these folders that are not among the folders themselves, each once.
+// The siblings of all these folders without the folders themselves, each once.
 QStringList siblingsOfAll(const QStringList &folders, const SiblingFinder &find,
                           core::DirectoryEnumerator &disk, const core::CancelFlag &cancel);
 
