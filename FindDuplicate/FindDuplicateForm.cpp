@@ -152,7 +152,11 @@ void FindDuplicateForm::showNoResult()
 
 void FindDuplicateForm::OnBackToMain()
 {
-    if (!m_results || m_results->isRemoving())
+    if (!m_results) {
+        showStartPage();
+        return;
+    }
+    if (m_results->isRemoving())
         return;
     m_results->requestStop(); // of a comparison that is no longer needed
     leaveResult(m_start, m_results);

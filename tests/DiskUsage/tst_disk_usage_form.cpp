@@ -406,6 +406,7 @@ void DiskUsageFormTest::aScanThatFailsEndsOnTheStartPage()
 
 void DiskUsageFormTest::theResultIsKeptUntilTheNextScan()
 {
+    QSemaphore gate;
     Many scene;
     auto *start = scene.form->findChild<DiskUsageStartForm *>();
     QVERIFY(scene.scan(root));
@@ -417,7 +418,12 @@ void DiskUsageFormTest::theResultIsKeptUntilTheNextScan()
     QVERIFY(scene.goBack());
 
     const auto *notice = scene.find<QLabel>("clearRamLabel");
+    scene.disk.onList = [&gate](const QString &) {
+        gate.acquire();
+        gate.release();
+    };
     QVERIFY(scene.endsOnTheStartPageAfter([&] {
+        const auto open = qScopeGuard([&gate] { gate.release(); });
         scene.form->scan(root);
         QVERIFY(scene.form->isClearingRam());
         QVERIFY(notice->isVisible());
