@@ -19,6 +19,8 @@ constexpr int padding = 14;
 constexpr int iconSide = 40;
 constexpr int iconGap = 10;
 constexpr int titleGap = theme::spaceTight / 2;
+constexpr int jobDot = 7;
+constexpr int jobIndent = jobDot + theme::spaceTight;
 constexpr int maxWidthsKept = 8;
 constexpr int titleFlags = Qt::TextWordWrap | Qt::AlignLeading | Qt::AlignTop;
 
@@ -125,8 +127,8 @@ const ModuleCard::TextPlaces &ModuleCard::textPlaces(int cardWidth) const
     places.description =
         QRect(left, places.title.bottom() + 1 + titleGap, width, heightOf(font(), m_description, width));
     if (m_job != RunningJobs::State::None)
-        places.job = QRect(left, places.description.bottom() + 1 + titleGap, width,
-                           heightOf(font(), RunningJobs::text(m_job), width));
+        places.job = QRect(left + jobIndent, places.description.bottom() + 1 + titleGap, width - jobIndent,
+                           heightOf(font(), RunningJobs::text(m_job), width - jobIndent));
     return places;
 }
 
@@ -205,8 +207,14 @@ void ModuleCard::paintEvent(QPaintEvent *)
     painter.drawText(mirrored(places.description), titleFlags, m_description);
     if (m_job == RunningJobs::State::None)
         return;
-    const QColor color = m_job == RunningJobs::State::Running ? colors.accent : colors.good;
-    painter.setPen(theme::readable(color, colors.card, 4.5));
-    painter.drawText(mirrored(places.job), titleFlags,
-                     QStringLiteral("\u25cf %1").arg(RunningJobs::text(m_job)));
+    const QColor running = m_job == RunningJobs::State::Running ? colors.accent : colors.good;
+    const QColor color = theme::readable(running, colors.card, 4.5);
+    painter.setPen(color);
+    painter.drawText(mirrored(places.job), titleFlags, RunningJobs::text(m_job));
+    // Drawn, since not every font has the character.
+    QRect dot(0, 0, jobDot, jobDot);
+    dot.moveCenter({places.job.left() - theme::spaceTight - jobDot / 2, places.job.center().y()});
+    painter.setPen(Qt::NoPen);
+    painter.setBrush(color);
+    painter.drawEllipse(mirrored(dot));
 }
