@@ -283,9 +283,9 @@ void DiskUsageFormTest::aRestoredWindowKeepsTheFocus()
     scene.form->showMinimized();
     QTRY_VERIFY(scene.form->isMinimized());
     scene.form->showNormal();
-    scene.form->activateWindow();
-    QVERIFY(QTest::qWaitForWindowActive(scene.form.get()));
-    QCOMPARE(QApplication::focusWidget(), static_cast<QWidget *>(options));
+    QVERIFY(QTest::qWaitForWindowExposed(scene.form.get()));
+    // Of the form, since window managers do not make every restored window the active one.
+    QCOMPARE(scene.form->focusWidget(), static_cast<QWidget *>(options));
 }
 
 void DiskUsageFormTest::aCancelledScanLeavesNothing_data()
